@@ -1,0 +1,35 @@
+# The house rules of the build: warnings, sanitizers, one library for each folder.
+
+option(ZEP_SANITIZE "Build with the address and undefined-behaviour sanitizers" OFF)
+
+find_program(CCACHE ccache)
+if(CCACHE)
+    set(CMAKE_CXX_COMPILER_LAUNCHER ${CCACHE})
+endif()
+
+add_library(house INTERFACE)
+target_compile_options(house INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wno-sign-conversion
+    -Wnon-virtual-dtor -Woverloaded-virtual -Werror)
+target_compile_definitions(house INTERFACE QT_NO_CAST_FROM_BYTEARRAY QT_NO_FOREACH QT_NO_KEYWORDS
+    QT_DISABLE_DEPRECATED_BEFORE=0x060400)
+# Includes are written from src ("platform/basic/Int16.h"); what may be included is settled by what a folder links.
+if(ZEP_SANITIZE)
+    target_compile_options(house INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=undefined
+        -fno-omit-frame-pointer)
+    target_link_options(house INTERFACE -fsanitize=address,undefined)
+endif()
+
+# zep_room(NAME PATH USES room... LINKS target... SOURCES file...): the library of one folder, src/PATH.
+#
+# A room sees its own headers and those of the rooms it uses, and no others: each room exports its headers through a
+# folder of its own in which nothing but that room can be found, so an include against the arrows doesn't compile.
+function(zep_room name path)
+    cmake_parse_arguments(ROOM "" "" "USES;LINKS;PRIVATE_LINKS;SOURCES" ${ARGN})
+    add_library(${name} STATIC ${ROOM_SOURCES})
+    set(doorway ${CMAKE_BINARY_DIR}/doorways/${name})
+    cmake_path(GET path PARENT_PATH parent)
+    file(MAKE_DIRECTORY ${doorway}/${parent})
+    file(CREATE_LINK ${CMAKE_SOURCE_DIR}/src/${path} ${doorway}/${path} SYMBOLIC)
+    target_include_directories(${name} PUBLIC ${doorway})
+    target_link_libraries(${name} PUBLIC house ${ROOM_USES} ${ROOM_LINKS} PRIVATE ${ROOM_PRIVATE_LINKS})
+endfunction()

@@ -1,0 +1,56 @@
+#pragma once
+
+#include "platform/dao/Database.h"
+
+#include <QString>
+
+namespace dao {
+
+/// A session of one user, through which databases are opened. A handle; the last one closes what is still open.
+class Workspace {
+public:
+    bool IsOpen() const { return session != nullptr; }
+
+    /// Opens a database for reading and writing after checking it: missing 3024, foreign, empty or of another engine 3343,
+    /// newer than this program 3343, damaged 3049, read-only file or folder 3027, locked by another process 3187.
+    Database OpenDatabase(const QString& path) const;
+
+    /// Closes every database that was opened through it.
+    void Close();
+
+private:
+    friend class Engine;
+    struct Session;
+    std::shared_ptr<Session> session;
+};
+
+/// The database engine: how workspaces are made, and the flush that every update ends with.
+class Engine {
+public:
+    QString IniPath;
+    QString DefaultUser;
+    QString DefaultPassword;
+    QString SystemDB; ///< path of the workgroup file
+
+    /// Opens a session for `user`. Raises 3028 when the workgroup file is missing or can't be read, 3029 when user or password
+    /// are not those it holds.
+    Workspace CreateWorkspace(const QString& name, const QString& user, const QString& password) const;
+
+    /// With option 1: makes all changes visible to other connections and moves them from the log into the file where no
+    /// reader is in the way.
+    void Idle(int option) const;
+};
+
+inline Engine DBEngine;
+
+/// Makes the workgroup file: the user and a salted hash of the password. Replaces one that is there.
+void WriteWorkgroup(const QString& path, const QString& user, const QString& password);
+
+/// Makes an empty database from the statements of `schema`, readable by its owner alone, marked as this program's.
+/// Raises 3204 when the file exists.
+void CreateDatabase(const QString& path, const QString& schema);
+
+/// The damage that a full check of the file finds, one line each; empty for a sound file. Opens it read-only.
+QStringList CheckDatabase(const QString& path);
+
+} // namespace dao

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <QString>
+
+namespace forms {
+
+class Form;
+
+enum class Icon { None, Critical, Question, Exclamation, Information };
+enum class Buttons { Ok, YesNo };
+enum class Answer { Ok, Yes, No, Cancel };
+
+/// Everything that reaches the user outside a control goes through here, so that tests sit where the user sits.
+class Desk {
+public:
+    virtual ~Desk() = default;
+
+    /// Shows a message box and waits for the answer. Text and title are shown as plain text. Closing a yes/no box is No.
+    virtual Answer Message(const QString& text, Icon icon, const QString& title, Buttons buttons) = 0;
+
+    /// Loads the form and shows it in front of all others until it is unloaded.
+    virtual void ShowModal(Form& form) = 0;
+
+    virtual void Beep() = 0;
+
+    /// Ends the program at once: nothing after the call runs.
+    [[noreturn]] virtual void EndProgram(int code) = 0;
+};
+
+/// The desk in force. Raises an assertion when none was set.
+Desk& TheDesk();
+void SetDesk(Desk* desk);
+
+/// The message box that screens call.
+Answer MsgBox(const QString& text, Icon icon = Icon::None, const QString& title = {}, Buttons buttons = Buttons::Ok);
+
+} // namespace forms

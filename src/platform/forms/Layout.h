@@ -1,0 +1,71 @@
+#pragma once
+
+#include <functional>
+#include <QString>
+#include <initializer_list>
+#include <utility>
+
+class QBoxLayout;
+class QLayout;
+class QWidget;
+
+namespace forms {
+
+class Panel;
+class TabStrip;
+class Layout;
+
+/// One thing that stands in a Row or Column: a control, a nested layout, a gap or a stretch.
+class Item {
+public:
+    Item(QWidget& control);                        ///< takes its natural size
+    Item(Layout nested);
+    static Item Stretch(int share = 1);            ///< empty room that grows
+    static Item Gap(int eights = 1);               ///< empty room of n times 8 pixels
+    static Item Growing(QWidget& control, int share = 1);
+    static Item Growing(Layout nested, int share = 1);
+    static Item Centred(QWidget& control);
+
+private:
+    friend class Layout;
+    std::function<void(QBoxLayout&)> add;
+};
+
+/// A declared arrangement on the 8-pixel rhythm: Column{title, Row{a, b, Item::Stretch()}, grid}.
+class Layout {
+public:
+    enum class Direction { Down, Across };
+    Layout(Direction direction, std::initializer_list<Item> items);
+    /// A layout made by other means; `build` is called once.
+    explicit Layout(std::function<QLayout*()> build);
+    /// No margin is around a nested layout; a window or panel has 8 pixels (16 for a window).
+    Layout Margin(int pixels) &&;
+    Layout Spacing(int pixels) &&;
+    QLayout* Build() const;
+
+private:
+    std::function<QLayout*()> build;
+};
+
+struct Row : Layout {
+    Row(std::initializer_list<Item> items) : Layout(Direction::Across, items) {}
+};
+struct Column : Layout {
+    Column(std::initializer_list<Item> items) : Layout(Direction::Down, items) {}
+};
+
+/// Label and field pairs in two aligned columns: Pairs{{caption, field}, ...}. The label becomes the field's buddy.
+struct Pairs : Layout {
+    Pairs(std::initializer_list<std::pair<QWidget*, QWidget*>> lines);
+};
+
+/// Puts the arrangement into a panel (under its caption) or any other container; returns the container as an item.
+Item Inside(QWidget& container, Layout content);
+
+/// A titled frame around an arrangement: Titled("Correction", Column{...}).
+Item Titled(const QString& title, Layout content);
+
+/// Adds a page to a tab strip.
+void AddPage(TabStrip& tabs, const QString& title, Layout content);
+
+} // namespace forms

@@ -1,0 +1,16 @@
+#pragma once
+
+#include "platform/forms/Desk.h"
+
+namespace forms {
+
+/// The desk of the real program: QMessageBox, modal windows, the system's bell.
+class QtDesk : public Desk {
+public:
+    Answer Message(const QString& text, Icon icon, const QString& title, Buttons buttons) override;
+    void ShowModal(Form& form) override;
+    void Beep() override;
+    [[noreturn]] void EndProgram(int code) override;
+};
+
+} // namespace forms
