@@ -11,7 +11,8 @@ double Val(const QString& text);
 /// The number as text with one leading blank when it isn't negative: Str(7) is " 7".
 QString Str(double number);
 
-/// The shortest decimal text of the number, at most 15 significant digits, point as mark, no blank: "150", "0.5", "1E+20".
+/// The shortest decimal text of the number, at most 15 significant digits, point as mark, no blank: "150", "0.5",
+/// "1E+20".
 QString PlainText(double number);
 
 /// The nearest whole number, a tie going to the even one. Raises 6 outside 32 bits.

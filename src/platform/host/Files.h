@@ -4,16 +4,17 @@
 
 namespace host {
 
-/// The path of `name` in `folder`. A name that stands there in other upper and lower case is taken as it stands on the disk,
-/// since data folders travel between systems; `name` may have several parts ("ARCHIVES/ZEP_ONE.MDB"), each looked up so.
+/// The path of `name` in `folder`. A name that stands there in other upper and lower case is taken as it stands on the
+/// disk, since data folders travel between systems; `name` may have several parts ("ARCHIVES/ZEP_ONE.MDB"), each looked
+/// up so.
 QString PathIn(const QString& folder, const QString& name);
 
-/// The folder that a drive text names: on systems with drive letters "C:" is the root of C; elsewhere the colon is taken
-/// off and the rest is a path, "/:" the root. Empty when there is no such folder.
+/// The folder that a drive text names: on systems with drive letters "C:" is the root of C; elsewhere the colon is
+/// taken off and the rest is a path, "/:" the root. Empty when there is no such folder.
 QString DriveFolder(const QString& drive);
 
-/// Whether a directory search finds the path (wildcards * and ? in its last part match, case is ignored). Attribute 0 looks
-/// for plain files only; 16 finds folders as well.
+/// Whether a directory search finds the path (wildcards * and ? in its last part match, case is ignored). Attribute 0
+/// looks for plain files only; 16 finds folders as well.
 bool FileExists(const QString& path, int attributes);
 
 /// File attributes as the rules count them: 0 plain, 1 read-only, 32 archive. Raises 53 when the file is missing.

@@ -4,8 +4,8 @@
 #include <QSize>
 #include <QString>
 
-/// What the machine would give: regional values, display size, clock. On this platform the regional values are settings of
-/// the program's own conversions, and a display mode is the working area that the main window keeps to.
+/// What the machine would give: regional values, display size, clock. On this platform the regional values are settings
+/// of the program's own conversions, and a display mode is the working area that the main window keeps to.
 namespace host {
 
 enum class LocaleSetting { DecimalMark = 14, ShortDate = 31 };

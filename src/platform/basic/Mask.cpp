@@ -1,0 +1,139 @@
+#include "platform/basic/Numbers.h"
+#include "platform/basic/RuntimeError.h"
+
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <string>
+#include <string_view>
+
+namespace basic {
+namespace {
+
+constexpr int significantDigits = 15;
+
+/// A number without its sign as decimal digits: `whole` without leading zeros, `fraction` of a set length.
+struct DecimalText {
+    std::string whole;
+    std::string fraction;
+
+    bool IsZero() const { return whole.empty() && fraction.find_first_not_of('0') == std::string::npos; }
+};
+
+/// The 15 significant digits of a number that isn't negative, written out without exponent.
+DecimalText SignificantDigits(double number)
+{
+    std::array<char, 40> buffer{};
+    const auto result =
+        std::to_chars(buffer.begin(), buffer.end(), number, std::chars_format::scientific, significantDigits - 1);
+    const std::string_view text(buffer.data(), static_cast<std::size_t>(result.ptr - buffer.data()));
+    const auto mark = text.find('e');
+    std::string digits{text.substr(0, 1)};
+    digits += text.substr(2, mark - 2);
+    const int exponent = std::stoi(std::string(text.substr(mark + 1)));
+
+    if (exponent < 0)
+        return {"", std::string(static_cast<std::size_t>(-exponent - 1), '0') + digits};
+    const auto wholeLength = static_cast<std::size_t>(exponent) + 1;
+    if (digits.size() < wholeLength)
+        digits.append(wholeLength - digits.size(), '0');
+    DecimalText decimal{digits.substr(0, wholeLength), digits.substr(wholeLength)};
+    decimal.whole.erase(0, decimal.whole.find_first_not_of('0'));
+    return decimal;
+}
+
+/// Adds one to the last digit of a row of digits; true when it runs over at the left.
+bool CarryInto(std::string& digits)
+{
+    for (auto digit = digits.rbegin(); digit != digits.rend(); ++digit) {
+        if (*digit != '9') {
+            ++*digit;
+            return false;
+        }
+        *digit = '0';
+    }
+    return true;
+}
+
+/// Cuts the fraction to `places` digits, rounding half away from zero.
+void RoundTo(DecimalText& decimal, std::size_t places)
+{
+    if (decimal.fraction.size() <= places) {
+        decimal.fraction.append(places - decimal.fraction.size(), '0');
+        return;
+    }
+    const bool up = decimal.fraction[places] >= '5';
+    decimal.fraction.resize(places);
+    if (up && CarryInto(decimal.fraction) && CarryInto(decimal.whole))
+        decimal.whole.insert(decimal.whole.begin(), '1');
+}
+
+bool IsPlace(QChar character)
+{
+    return character == '#' || character == '0';
+}
+
+/// Fills the mask's part before the point, from its last place to its first.
+QString FillWhole(const QString& mask, std::string digits)
+{
+    const qsizetype leftmost = mask.indexOf('#') < 0   ? mask.indexOf('0')
+                               : mask.indexOf('0') < 0 ? mask.indexOf('#')
+                                                       : std::min(mask.indexOf('#'), mask.indexOf('0'));
+    QString filled;
+    for (qsizetype position = mask.size() - 1; position >= 0; --position) {
+        const QChar place = mask[position];
+        if (!IsPlace(place)) {
+            filled.prepend(place);
+            continue;
+        }
+        if (!digits.empty()) {
+            filled.prepend(QLatin1Char(digits.back()));
+            digits.pop_back();
+        } else if (place == '0') {
+            filled.prepend('0');
+        }
+        if (position == leftmost)
+            filled.prepend(QString::fromStdString(digits));
+    }
+    return filled;
+}
+
+/// Fills the mask's part after the point, from its first place to its last.
+QString FillFraction(const QString& mask, const std::string& digits)
+{
+    const std::size_t lastNeeded = digits.find_last_not_of('0') + 1; // 0 when all are zeros
+    QString filled;
+    std::size_t next = 0;
+    for (const QChar place : mask) {
+        if (!IsPlace(place)) {
+            filled += place;
+            continue;
+        }
+        if (place == '0' || next < lastNeeded)
+            filled += QLatin1Char(digits[next]);
+        ++next;
+    }
+    return filled;
+}
+
+} // namespace
+
+QString Format(double number, const QString& mask)
+{
+    if (!std::isfinite(number))
+        throw Error(6);
+    const qsizetype point = mask.indexOf('.');
+    const QString wholeMask = mask.left(point);
+    const QString fractionMask = point < 0 ? QString() : mask.mid(point + 1);
+
+    DecimalText decimal = SignificantDigits(std::abs(number));
+    RoundTo(decimal, static_cast<std::size_t>(fractionMask.count('#') + fractionMask.count('0')));
+
+    QString text = FillWhole(wholeMask, decimal.whole);
+    if (point >= 0)
+        text += "." + FillFraction(fractionMask, decimal.fraction);
+    const bool showsMinus = number < 0 && !decimal.IsZero(); // what rounds to nothing has no sign
+    return showsMinus ? "-" + text : text;
+}
+
+} // namespace basic

@@ -1,0 +1,104 @@
+#include "platform/host/Host.h"
+#include "platform/basic/RuntimeError.h"
+#include "platform/host/Files.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+
+namespace {
+
+void Touch(const QString& path)
+{
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+}
+
+} // namespace
+
+TEST(Files, AreFoundWithoutRegardToCase)
+{
+    const QTemporaryDir folder;
+    QDir(folder.path()).mkdir("Archives");
+    Touch(folder.filePath("zep_cfig.CFG"));
+    Touch(folder.filePath("Archives/ZEP_one.mdb"));
+
+    EXPECT_EQ(host::PathIn(folder.path(), "ZEP_CFIG.cfg"), folder.filePath("zep_cfig.CFG"));
+    EXPECT_EQ(host::PathIn(folder.path(), "ARCHIVES/ZEP_ONE.MDB"), folder.filePath("Archives/ZEP_one.mdb"));
+    EXPECT_EQ(host::PathIn(folder.path(), "ARCHIVES/new.txt"), folder.filePath("Archives/new.txt"));
+    Touch(folder.filePath("ZEP_CFIG.cfg")); // the name as asked for comes before a like one
+    EXPECT_EQ(host::PathIn(folder.path(), "ZEP_CFIG.cfg"), folder.filePath("ZEP_CFIG.cfg"));
+}
+
+TEST(Files, SearchTakesWildcardsAndKinds)
+{
+    const QTemporaryDir folder;
+    QDir(folder.path()).mkdir("ARCHIVES");
+    Touch(folder.filePath("a[1].RPT"));
+
+    EXPECT_TRUE(host::FileExists(folder.filePath("A[1].rpt"), 0));
+    EXPECT_TRUE(host::FileExists(folder.filePath("*.rpt"), 0));
+    EXPECT_TRUE(host::FileExists(folder.filePath("a[?].RPT"), 0));
+    EXPECT_FALSE(host::FileExists(folder.filePath("a1.RPT"), 0));
+    EXPECT_FALSE(host::FileExists(folder.filePath("a[1]xRPT"), 0)); // the point is a point
+    EXPECT_FALSE(host::FileExists(folder.filePath("ARCHIVES"), 0));
+    EXPECT_TRUE(host::FileExists(folder.filePath("archives"), 16));
+    EXPECT_FALSE(host::FileExists(folder.filePath("missing/x"), 0));
+    EXPECT_FALSE(host::FileExists("", 16));
+}
+
+TEST(Files, AttributesComeFromTheModeBits)
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath("copy");
+    EXPECT_THROW(host::FileAttributes(path), basic::RuntimeError);
+    EXPECT_THROW(host::SetFileAttributes(path, 0), basic::RuntimeError);
+
+    Touch(path);
+    EXPECT_EQ(host::FileAttributes(path), 0);
+    host::SetFileAttributes(path, 1);
+    EXPECT_EQ(host::FileAttributes(path), 1);
+    host::SetFileAttributes(path, 0);
+    EXPECT_EQ(host::FileAttributes(path), 0);
+    QFile file(path);
+    EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+}
+
+TEST(Files, DriveTextsNameFolders)
+{
+    const QTemporaryDir folder;
+    EXPECT_EQ(host::DriveFolder(folder.path()), folder.path());
+    EXPECT_EQ(host::DriveFolder(folder.filePath("missing")), "");
+    EXPECT_EQ(host::DriveFolder(""), "");
+#ifndef Q_OS_WIN
+    EXPECT_EQ(host::DriveFolder("/:"), "/");
+    EXPECT_EQ(host::DriveFolder("Q:"), "");
+#endif
+}
+
+TEST(Host, RefusedRegionalChangesLeaveTheValue)
+{
+    EXPECT_TRUE(host::SetLocaleInfo(host::LocaleSetting::DecimalMark, ","));
+    host::RefuseLocaleChanges(true);
+    EXPECT_FALSE(host::SetLocaleInfo(host::LocaleSetting::DecimalMark, "."));
+    host::RefuseLocaleChanges(false);
+    EXPECT_EQ(host::LocaleInfo(host::LocaleSetting::DecimalMark), ",");
+}
+
+TEST(Host, WorkingAreaNeverExceedsTheDisplay)
+{
+    EXPECT_EQ(host::WorkingArea(), host::DisplaySize());
+    host::ChangeWorkingArea({800, 20000});
+    EXPECT_EQ(host::WorkingArea(), QSize(800, host::DisplaySize().height()));
+    host::ChangeWorkingArea({});
+    EXPECT_EQ(host::WorkingArea(), host::DisplaySize());
+}
+
+TEST(Host, TodayCanBeFixed)
+{
+    host::FixToday({2024, 2, 29});
+    EXPECT_EQ(host::Today(), QDate(2024, 2, 29));
+    host::FixToday({});
+    EXPECT_TRUE(host::Today().isValid());
+}
