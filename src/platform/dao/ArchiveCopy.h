@@ -6,11 +6,11 @@ namespace dao {
 
 /// Copies a database to `target` so that the target is always whole: yesterday's copy, byte for byte, or the new one.
 ///
-/// The copy is taken through the engine's backup facility into `target` + ".part", set to a form that opens from read-only
-/// media, checked (page check and the same row counts), synced and renamed over the target. Other connections may read
-/// and write meanwhile. A damaged source is never copied.
-/// Raises 76 when the folder is missing, 53 when the source is, 61 when the disk is full, 70 or 75 when writing is refused,
-/// 3049 when source or copy are damaged. The ".part" file is gone in every case.
+/// The copy is taken through the engine's backup facility into `target` + ".part", set to a form that opens from
+/// read-only media, checked (page check and the same row counts), synced and renamed over the target. Other connections
+/// may read and write meanwhile. A damaged source is never copied. Raises 76 when the folder is missing, 53 when the
+/// source is, 61 when the disk is full, 70 or 75 when writing is refused, 3049 when source or copy are damaged, 3343
+/// when the source isn't this program's. The ".part" file is gone in every case.
 void CopyDatabase(const QString& source, const QString& target);
 
 } // namespace dao

@@ -30,9 +30,9 @@ private:
 
 /// One open database file. A handle like Recordset: copies share the connection.
 ///
-/// Statements are in the dialect of the screens (dates between "#", like with * ? # [..], case and accents ignored in text
-/// comparisons, "Delete * from"); exactly one statement is taken, anything after it raises 3075. All statements of one
-/// shape share one prepared statement.
+/// Statements are in the dialect of the screens (dates between "#", like with * ? # [..], case and accents ignored in
+/// text comparisons, "Delete * from"); exactly one statement is taken, anything after it raises 3075. All statements of
+/// one shape share one prepared statement.
 class Database {
 public:
     Database() = default;
@@ -40,18 +40,19 @@ public:
 
     bool IsOpen() const { return connection != nullptr; }
 
-    /// Opens the rows of a select statement, or of a table by its name. Raises 3078 for an unknown table, 3061 for an unknown
-    /// field in a statement, 3075 for a statement that can't be read.
+    /// Opens the rows of a select statement, or of a table by its name. Raises 3078 for an unknown table, 3061 for an
+    /// unknown field in a statement, 3075 for a statement that can't be read, 3085 for an unknown function, 3219 for a
+    /// statement that gives no rows.
     Recordset OpenRecordset(const QString& statementOrTable) const;
 
-    /// Runs a statement that gives no rows; returns the number of rows changed. Without FailOnError the rows that can be
-    /// changed are; errors of the statement itself are raised in both cases.
+    /// Runs a statement that gives no rows; returns the number of rows changed. Without FailOnError the rows that can
+    /// be changed are; errors of the statement itself are raised in both cases. Raises 3065 for a select.
     int Execute(const QString& statement, int options = 0) const;
 
     /// Raises 3265 when there is no such table.
     dao::TableDef TableDef(const QString& table) const;
 
-    /// One writing transaction around several changes; they don't nest (3246).
+    /// One writing transaction around several changes; they don't nest (3246). Ending none raises 3034.
     void BeginTrans() const;
     void CommitTrans() const;
     void Rollback() const;

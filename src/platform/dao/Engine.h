@@ -11,8 +11,10 @@ class Workspace {
 public:
     bool IsOpen() const { return session != nullptr; }
 
-    /// Opens a database for reading and writing after checking it: missing 3024, foreign, empty or of another engine 3343,
-    /// newer than this program 3343, damaged 3049, read-only file or folder 3027, locked by another process 3187.
+    /// Opens a database for reading and writing after checking it: missing 3024, foreign, empty or of another engine
+    /// 3343, newer than this program 3343, damaged 3049, read-only file or folder 3027, locked by another process 3187.
+    /// A file that this program had open before isn't looked over again unless somebody else has changed it. A log
+    /// beside an archive copy that was put back belongs to the file from before: it is set aside as "-wal.set-aside".
     Database OpenDatabase(const QString& path) const;
 
     /// Closes every database that was opened through it.
@@ -32,12 +34,13 @@ public:
     QString DefaultPassword;
     QString SystemDB; ///< path of the workgroup file
 
-    /// Opens a session for `user`. Raises 3028 when the workgroup file is missing or can't be read, 3029 when user or password
-    /// are not those it holds.
+    /// Opens a session for `user`. Raises 3028 when the workgroup file is missing or can't be read, 3029 when user or
+    /// password are not those it holds.
     Workspace CreateWorkspace(const QString& name, const QString& user, const QString& password) const;
 
-    /// With option 1: makes all changes visible to other connections and moves them from the log into the file where no
-    /// reader is in the way.
+    /// With option 1: lets go of the file where a set still holds it as it was, so that the next statement sees every
+    /// change, and once the log has grown past a megabyte moves it into the file where no reader is in the way. Changes
+    /// are durable and visible to other connections from Update or Execute on, also without it.
     void Idle(int option) const;
 };
 

@@ -1,0 +1,64 @@
+#include "platform/dao/Engine.h"
+
+#include "platform/basic/RuntimeError.h"
+#include "platform/dao/Connection.h"
+#include "platform/dao/Opening.h"
+#include "platform/dao/TextCompare.h"
+#include "platform/dao/Workgroup.h"
+
+namespace dao {
+
+struct Workspace::Session {
+    std::vector<std::weak_ptr<Connection>> opened;
+
+    Session() = default;
+    Session(const Session&) = delete;
+    Session& operator=(const Session&) = delete;
+    ~Session() { Close(); }
+
+    void Close()
+    {
+        for (const auto& each : opened) {
+            if (const auto connection = each.lock())
+                connection->Close();
+        }
+        opened.clear();
+    }
+};
+
+Database Workspace::OpenDatabase(const QString& path) const
+{
+    if (session == nullptr)
+        throw basic::Error(3420);
+    StoreHandle handle = OpenForWork(path);
+    TeachTextComparison(handle.get());
+    const auto connection = std::make_shared<Connection>(handle.release(), path);
+    session->opened.push_back(connection);
+    return Database(connection);
+}
+
+void Workspace::Close()
+{
+    if (session != nullptr)
+        session->Close();
+    session.reset();
+}
+
+Workspace Engine::CreateWorkspace(const QString&, const QString& user, const QString& password) const
+{
+    RequireAccount(SystemDB, user, password);
+    Workspace workspace;
+    workspace.session = std::make_shared<Workspace::Session>();
+    return workspace;
+}
+
+void Engine::Idle(int option) const
+{
+    constexpr int freeLocks = 1;
+    if (option != freeLocks)
+        return;
+    for (Connection* const connection : OpenConnections())
+        connection->Idle();
+}
+
+} // namespace dao

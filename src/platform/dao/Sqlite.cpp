@@ -1,0 +1,194 @@
+#include "platform/dao/Sqlite.h"
+
+#include "platform/basic/RuntimeError.h"
+
+#include <sqlite3.h>
+
+#include <utility>
+
+namespace dao {
+namespace {
+
+/// What stands behind `lead` in the store's message; empty when the message starts otherwise.
+QString DetailAfter(const QString& message, const char* lead)
+{
+    return message.startsWith(lead) ? message.mid(QString(lead).size()).trimmed() : QString();
+}
+
+[[noreturn]] void RaiseUnreadable(const QString& message)
+{
+    if (const QString table = DetailAfter(message, "no such table:"); !table.isEmpty())
+        throw basic::Error(3078, table);
+    if (const QString field = DetailAfter(message, "no such column:"); !field.isEmpty())
+        throw basic::Error(3061, field);
+    if (message.contains("has no column named"))
+        throw basic::Error(3061, message.section(' ', -1));
+    if (const QString name = DetailAfter(message, "no such function:"); !name.isEmpty())
+        throw basic::Error(3085, name);
+    throw basic::Error(3075, message);
+}
+
+int NumberOfConstraint(int extendedCode)
+{
+    if (extendedCode == SQLITE_CONSTRAINT_NOTNULL)
+        return 3314;
+    if (extendedCode == SQLITE_CONSTRAINT_CHECK)
+        return 3317;
+    return 3022;
+}
+
+} // namespace
+
+void CloseStore::operator()(sqlite3* database) const noexcept
+{
+    sqlite3_close_v2(database);
+}
+
+void RaiseStoreError(sqlite3* database, int code)
+{
+    const QString message = QString::fromUtf8(database != nullptr ? sqlite3_errmsg(database) : sqlite3_errstr(code));
+    const int extended = database != nullptr ? sqlite3_extended_errcode(database) : code;
+    switch (code & 0xff) {
+    case SQLITE_ERROR:
+        RaiseUnreadable(message);
+    case SQLITE_BUSY:
+    case SQLITE_LOCKED:
+    case SQLITE_PROTOCOL:
+        throw basic::Error(3187);
+    case SQLITE_READONLY:
+    case SQLITE_PERM:
+        throw basic::Error(3027);
+    case SQLITE_CORRUPT:
+        throw basic::Error(3049);
+    case SQLITE_NOTADB:
+        throw basic::Error(3343);
+    case SQLITE_FULL:
+        throw basic::Error(61);
+    case SQLITE_CANTOPEN:
+        throw basic::Error(3051);
+    case SQLITE_NOMEM:
+        throw basic::Error(7);
+    case SQLITE_TOOBIG:
+        throw basic::Error(3163);
+    case SQLITE_CONSTRAINT:
+        throw basic::Error(NumberOfConstraint(extended));
+    default:
+        throw basic::Error(3043);
+    }
+}
+
+void Check(sqlite3* database, int code)
+{
+    if (code != SQLITE_OK && code != SQLITE_ROW && code != SQLITE_DONE)
+        RaiseStoreError(database, code);
+}
+
+Statement::Statement(sqlite3* database, std::string_view sql)
+{
+    Check(database,
+          sqlite3_prepare_v3(database, sql.data(), int(sql.size()), SQLITE_PREPARE_PERSISTENT, &prepared, nullptr));
+}
+
+Statement::~Statement()
+{
+    sqlite3_finalize(prepared);
+}
+
+Statement::Statement(Statement&& other) noexcept : prepared(std::exchange(other.prepared, nullptr)) {}
+
+Statement& Statement::operator=(Statement&& other) noexcept
+{
+    std::swap(prepared, other.prepared);
+    return *this;
+}
+
+void Statement::Bind(int place, const Datum& datum)
+{
+    int code = SQLITE_OK;
+    switch (datum.kind) {
+    case Kind::Null:
+        code = sqlite3_bind_null(prepared, place);
+        break;
+    case Kind::Whole:
+        code = sqlite3_bind_int64(prepared, place, datum.whole);
+        break;
+    case Kind::Real:
+        code = sqlite3_bind_double(prepared, place, datum.real);
+        break;
+    case Kind::Text:
+        code = sqlite3_bind_text(prepared, place, datum.text.data(), int(datum.text.size()), SQLITE_STATIC);
+        break;
+    }
+    if (code != SQLITE_OK)
+        RaiseStoreError(sqlite3_db_handle(prepared), code);
+}
+
+void Statement::Bind(int place, qint64 number)
+{
+    Check(sqlite3_db_handle(prepared), sqlite3_bind_int64(prepared, place, number));
+}
+
+bool Statement::Step()
+{
+    const int code = sqlite3_step(prepared);
+    if (code == SQLITE_ROW)
+        return true;
+    if (code == SQLITE_DONE)
+        return false;
+    sqlite3* const database = sqlite3_db_handle(prepared);
+    sqlite3_reset(prepared); // gives the code again, so that the message stays
+    RaiseStoreError(database, code);
+}
+
+void Statement::Reset() noexcept
+{
+    sqlite3_reset(prepared);
+}
+
+void Statement::Run()
+{
+    const ResetAtEnd reset(*this);
+    while (Step()) {
+    }
+}
+
+qint64 Statement::WholeAt(int column) const
+{
+    return sqlite3_column_int64(prepared, column);
+}
+
+std::string Statement::TextAt(int column) const
+{
+    const auto* const text = reinterpret_cast<const char*>(sqlite3_column_text(prepared, column));
+    return text != nullptr ? std::string(text, std::size_t(sqlite3_column_bytes(prepared, column))) : std::string();
+}
+
+void RunOnce(sqlite3* database, std::string_view sql)
+{
+    Statement(database, sql).Run();
+}
+
+qint64 WholeAnswer(sqlite3* database, std::string_view sql)
+{
+    Statement statement(database, sql);
+    return statement.Step() ? statement.WholeAt(0) : 0;
+}
+
+std::string TextAnswer(sqlite3* database, std::string_view sql)
+{
+    Statement statement(database, sql);
+    return statement.Step() ? statement.TextAt(0) : std::string();
+}
+
+std::string Quoted(std::string_view name)
+{
+    std::string quoted = "\"";
+    for (const char character : name) {
+        quoted += character;
+        if (character == '"')
+            quoted += '"';
+    }
+    return quoted += '"';
+}
+
+} // namespace dao

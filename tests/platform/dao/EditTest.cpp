@@ -1,0 +1,186 @@
+#include "SmallPractice.h"
+
+namespace dao::test {
+namespace {
+
+class EditedRows : public SmallPractice {};
+
+TEST_F(EditedRows, AreWrittenAtUpdateAndSeenByOthersAtOnce)
+{
+    Other other(path);
+    Recordset rows = Open("select * from Actes where num = 2");
+    rows.Edit();
+    rows["montant"] = 75.25;
+    rows["flag_R"] = 2;
+    rows["Type"] = Value();
+    EXPECT_EQ(rows["montant"].Double(), 75.25);
+    EXPECT_EQ(rows["Date"].Text(), "02/03/2008");
+    EXPECT_EQ(other.Answer("select montant from Actes where num = 2"), "50.0");
+    rows.Update();
+    EXPECT_EQ(other.Answer("select montant || ' ' || flag_R from Actes where num = 2"), "75.25 2");
+    EXPECT_EQ(rows["montant"].Double(), 75.25);
+
+    rows.Edit();
+    rows["montant"] = 1;
+    rows.CancelUpdate();
+    EXPECT_EQ(rows["montant"].Double(), 75.25);
+    EXPECT_EQ(other.Answer("select montant from Actes where num = 2"), "75.25");
+}
+
+TEST_F(EditedRows, StartFromTheRowAsItIsNow)
+{
+    Other other(path);
+    Recordset rows = Open("Actes");
+    ASSERT_EQ(other.Run("update Actes set montant = 7, Type = 'K9' where num = 1"), SQLITE_OK);
+    EXPECT_EQ(rows["Type"].Text(), "C");
+    rows.Edit();
+    EXPECT_EQ(rows["Type"].Text(), "K9");
+    rows["flag_R"] = 4;
+    rows.Update();
+    EXPECT_EQ(other.Answer("select montant || Type || flag_R from Actes where num = 1"), "7.0K94");
+}
+
+TEST_F(EditedRows, AddedStandAtTheEnd)
+{
+    Recordset rows = Open("select * from Actes where flag_R = 3");
+    EXPECT_EQ(ErrorOf([&] { rows.LastKey(); }), 3021);
+    rows.AddNew();
+    EXPECT_EQ(rows["montant"].Double(), 0) << "the table's default";
+    EXPECT_TRUE(rows["Type"].IsNull());
+    rows["Date"] = "29/02/2008";
+    rows.Update();
+    EXPECT_EQ(rows["num"].Key(), 4) << "the row from before";
+    EXPECT_EQ(rows.LastKey(), 7);
+    rows.MoveLast();
+    EXPECT_EQ(rows["num"].Key(), 7);
+    EXPECT_EQ(rows["Date"].Text(), "29/02/2008");
+    EXPECT_EQ(rows.RecordCount(), 2);
+    rows.FindFirst("num = 7");
+    EXPECT_FALSE(rows.NoMatch());
+    EXPECT_EQ(Keys("select * from Actes where date = #02/29/2008#"), "7");
+
+    Recordset empty = Open("Prov");
+    empty.AddNew();
+    empty.Update();
+    EXPECT_EQ(empty.RecordCount(), 1);
+    empty.MoveFirst();
+    EXPECT_TRUE(empty["unite"].IsNull());
+}
+
+TEST_F(EditedRows, DeletedThroughTheSetLeaveIt)
+{
+    Recordset rows = Open("select * from Actes where date =#03/02/2008#");
+    rows.MoveNext();
+    rows.Delete();
+    EXPECT_EQ(ErrorOf([&] { rows["num"].Key(); }), 3167);
+    EXPECT_EQ(ErrorOf([&] { rows.Delete(); }), 3167);
+    rows.MoveNext();
+    EXPECT_EQ(rows["num"].Key(), 4);
+    rows.MoveFirst();
+    EXPECT_EQ(Walk(rows), "2 4");
+    EXPECT_EQ(rows.RecordCount(), 2);
+    for (rows.MoveFirst(); rows.RecordCount() > 0; rows.MoveNext())
+        rows.Delete();
+    EXPECT_EQ(ErrorOf([&] { rows.MoveFirst(); }), 3021);
+    EXPECT_EQ(Keys("Actes"), "1 5 6");
+}
+
+TEST_F(EditedRows, ConvertWhatIsWritten)
+{
+    Recordset rows = Open("Actes");
+    rows.Edit();
+    rows["Date"] = "31/12/1999";
+    rows["num_presta"] = 2.5;
+    rows["montant"] = "12.75";
+    rows["Type"] = 30;
+    rows["flag_R"] = "3";
+    rows.Update();
+    EXPECT_EQ(rows["Date"].Text(), "31/12/1999");
+    EXPECT_EQ(rows["num_presta"].Long(), 2);
+    EXPECT_EQ(rows["montant"].Double(), 12.75);
+    EXPECT_EQ(rows["Type"].Text(), "30");
+    EXPECT_EQ(int(rows["flag_R"].Integer()), 3);
+
+    rows.Edit();
+    for (const char* const date :
+         {"", "29/02/2100", "29/02/2007", "2008-03-01", "1/3/2008", "32/01/2008", "ab/cd/efgh"})
+        EXPECT_EQ(ErrorOf([&] { rows["Date"] = date; }), 3421) << date;
+    for (const char* const number : {"", "douze", "1,5", "nan", "1e999"})
+        EXPECT_EQ(ErrorOf([&] { rows["montant"] = number; }), 3421) << number;
+    EXPECT_EQ(ErrorOf([&] { rows["flag_R"] = 32768; }), 6);
+    EXPECT_EQ(ErrorOf([&] { rows["flag_R"] = 32767.5; }), 6);
+    EXPECT_EQ(ErrorOf([&] { rows["num_presta"] = 3e9; }), 6);
+    EXPECT_EQ(ErrorOf([&] { rows["num"] = 3; }), 3164);
+    rows.Update();
+    EXPECT_EQ(rows["Date"].Text(), "31/12/1999");
+}
+
+TEST_F(EditedRows, CopyAFieldFromAnotherSet)
+{
+    Recordset from = Open("select * from Actes where num = 6");
+    Recordset to = Open("Actes");
+    to.Edit();
+    to["montant"] = from["montant"];
+    to["Date"] = Open("select * from Actes where num = 5")["Date"];
+    to.Update();
+    EXPECT_TRUE(to["montant"].IsNull());
+    EXPECT_EQ(to["Date"].Text(), "03/03/2008");
+}
+
+TEST_F(EditedRows, AskForTheirStepsInOrder)
+{
+    Recordset rows = Open("Actes");
+    EXPECT_EQ(ErrorOf([&] { rows["montant"] = 1; }), 3020);
+    EXPECT_EQ(ErrorOf([&] { rows.Update(); }), 3020);
+    EXPECT_EQ(ErrorOf([&] { rows.CancelUpdate(); }), 3020);
+    rows.Edit();
+    rows["montant"] = 1;
+    rows.MoveNext();
+    EXPECT_EQ(ErrorOf([&] { rows.Update(); }), 3020) << "moving drops the edit";
+    while (!rows.IsEOF())
+        rows.MoveNext();
+    EXPECT_EQ(ErrorOf([&] { rows.Edit(); }), 3021);
+
+    Recordset counts = Open("select count(*) as S1 from Actes");
+    EXPECT_EQ(ErrorOf([&] { counts.Edit(); }), 3027);
+    EXPECT_EQ(ErrorOf([&] { counts.AddNew(); }), 3027);
+    EXPECT_EQ(Open("Actes")["montant"].Double(), 100.5);
+}
+
+TEST_F(EditedRows, RefusedByTheTableAreNotHalfWritten)
+{
+    Recordset rows = Open("select * from Presta order by ordre");
+    rows.AddNew();
+    rows["Ordre"] = 9;
+    EXPECT_EQ(ErrorOf([&] { rows.Update(); }), 3314);
+    rows.Edit();
+    rows["denom"] = "Laser";
+    rows["Ordre"] = 2;
+    EXPECT_EQ(ErrorOf([&] { rows.Update(); }), 3022);
+    EXPECT_EQ(rows["denom"].Text(), "Écho");
+    EXPECT_EQ(Walk(rows), "11 12 10");
+}
+
+TEST_F(EditedRows, TakeAFieldThatWasAppendedToTheirTable)
+{
+    Recordset before = Open("Prov");
+    TableDef table = database.TableDef("PROV");
+    EXPECT_EQ(table.FieldCount(), 5);
+    database.Execute("insert into Prov (num) values (1)");
+    table.AppendField("Mt2", FieldType::Double, 0);
+    EXPECT_EQ(table.FieldCount(), 6);
+    EXPECT_EQ(table.FieldNames().last(), "Mt2");
+    EXPECT_EQ(ErrorOf([&] { table.AppendField("mt2", FieldType::Double, 0); }), 3191);
+    EXPECT_EQ(ErrorOf([&] { database.TableDef("Nulle"); }), 3265);
+    EXPECT_EQ(Open("Prov")["Mt2"].Double(), 0);
+    Recordset rows = Open("select * from Prov where Mt2 = 0");
+    rows.AddNew();
+    EXPECT_EQ(rows["Mt2"].Double(), 0);
+    rows["Mt2"] = 2.5;
+    rows.Update();
+    EXPECT_EQ(Open("select sum(Mt2) as S1 from Prov")["S1"].Double(), 2.5);
+    EXPECT_EQ(before.RecordCount(), 0);
+}
+
+} // namespace
+} // namespace dao::test

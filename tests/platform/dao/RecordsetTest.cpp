@@ -1,0 +1,252 @@
+#include "SmallPractice.h"
+
+namespace dao::test {
+namespace {
+
+class RecordsetRows : public SmallPractice {
+protected:
+    /// Acts 1 to `count` in place of the few there are: more than are ever listed at once.
+    void FillActs(int count)
+    {
+        Other other(path);
+        const QString fill =
+            "delete from Actes; with recursive n(i) as (select 1 union all select i + 1 from n where i < " +
+            QString::number(count) +
+            ") insert into Actes (num, Date, num_presta, montant) "
+            "select i, '2008-03-01', i % 20, i from n";
+        ASSERT_EQ(other.Run(fill.toUtf8().constData()), SQLITE_OK);
+    }
+    static constexpr int many = 10000;
+};
+
+TEST_F(RecordsetRows, AreCountedAsTheyAreReached)
+{
+    Recordset rows = Open("select * from Actes where date =#03/02/2008# order by num");
+    EXPECT_EQ(rows.RecordCount(), 1);
+    rows.MoveNext();
+    EXPECT_EQ(rows.RecordCount(), 2);
+    rows.MoveFirst();
+    EXPECT_EQ(rows.RecordCount(), 2);
+    rows.MoveLast();
+    EXPECT_EQ(rows.RecordCount(), 3);
+    EXPECT_EQ(rows["num"].Key(), 4);
+    rows.MoveNext();
+    EXPECT_TRUE(rows.IsEOF());
+    EXPECT_EQ(ErrorOf([&] { rows.MoveNext(); }), 3021);
+    EXPECT_EQ(ErrorOf([&] { rows["num"].Key(); }), 3021);
+    EXPECT_EQ(rows.RecordCount(), 3);
+}
+
+TEST_F(RecordsetRows, ReportAnEmptySet)
+{
+    for (const char* const statement :
+         {"Prov", "select * from Actes where num = 99", "select num from Actes where num = 99"}) {
+        Recordset rows = Open(statement);
+        EXPECT_TRUE(rows.IsEOF());
+        EXPECT_EQ(rows.RecordCount(), 0);
+        EXPECT_EQ(ErrorOf([&] { rows.MoveFirst(); }), 3021) << statement;
+        EXPECT_EQ(ErrorOf([&] { rows.MoveNext(); }), 3021) << statement;
+        EXPECT_EQ(ErrorOf([&] { rows.MoveLast(); }), 3021) << statement;
+        EXPECT_EQ(ErrorOf([&] { rows.FindFirst("num = 1"); }), 3021) << statement;
+        EXPECT_EQ(ErrorOf([&] { rows["num"].Text(); }), 3021) << statement;
+    }
+}
+
+TEST_F(RecordsetRows, ComeByKeyWithoutAnOrderAndInTiesOfOne)
+{
+    EXPECT_EQ(Keys("Actes"), "1 2 3 4 5 6");
+    EXPECT_EQ(Keys("Select * from Actes where date >=#03/01/2008# order by num_presta"), "1 2 4 3 5");
+    EXPECT_EQ(Keys("select * from Actes where date >=#03/01/2008# order by date desc"), "5 2 3 4 1");
+    EXPECT_EQ(Keys("select * from Actes order by num desc"), "6 5 4 3 2 1");
+}
+
+TEST_F(RecordsetRows, KeepTheirMembersAndShowLiveValues)
+{
+    Recordset pending = Open("select * from Actes where Flag_R < 2 order by num");
+    database.Execute("update Actes set flag_R = 5, montant = 99 where num = 3");
+    database.Execute("insert into Actes (num, Date, flag_R) values (7, #03/02/2008#, 0)");
+    EXPECT_EQ(Walk(pending), "2 3 5");
+    pending.MoveFirst();
+    pending.FindFirst("num = 3");
+    ASSERT_FALSE(pending.NoMatch());
+    EXPECT_EQ(pending["flag_R"].Long(), 5);
+    EXPECT_EQ(pending["montant"].Double(), 99);
+    pending.FindFirst("num = 7");
+    EXPECT_TRUE(pending.NoMatch());
+    EXPECT_EQ(pending["num"].Key(), 3) << "a miss leaves the row";
+}
+
+TEST_F(RecordsetRows, ShowTheValuesOfTheMomentTheyAreReached)
+{
+    Other other(path);
+    Recordset rows = Open("select * from Actes where num < 4");
+    rows.MoveNext();
+    ASSERT_EQ(other.Run("update Actes set montant = montant + 1"), SQLITE_OK);
+    EXPECT_EQ(rows["montant"].Double(), 50);
+    rows.MoveNext();
+    EXPECT_EQ(rows["montant"].Double(), 26);
+    rows.MoveFirst();
+    EXPECT_EQ(rows["montant"].Double(), 101.5);
+}
+
+TEST_F(RecordsetRows, DeletedBehindTheSetRaiseOnReadingOnly)
+{
+    Other other(path);
+    for (const char* const statement :
+         {"Actes", "select * from Actes where num < 5", "select * from Actes order by date desc"}) {
+        ASSERT_EQ(other.Run("begin; delete from Actes where num in (7, 8, 9); insert into Actes (num, Date) values "
+                            "(7, '1990-01-01'), (8, '1990-01-01'), (9, '1990-01-01'); commit"),
+                  SQLITE_OK);
+        Recordset rows = Open(QString(statement).replace("< 5", "> 6"));
+        rows.FindFirst("num = 7");
+        ASSERT_FALSE(rows.NoMatch()) << statement;
+        ASSERT_EQ(other.Run("delete from Actes where num in (7, 8)"), SQLITE_OK);
+        EXPECT_EQ(ErrorOf([&] { rows["num"].Key(); }), 3167) << statement;
+        rows.MoveNext();
+        EXPECT_EQ(ErrorOf([&] { rows["num"].Key(); }), 3167) << statement;
+        EXPECT_EQ(ErrorOf([&] { rows.Edit(); }), 3167) << statement;
+        EXPECT_EQ(ErrorOf([&] { rows.Delete(); }), 3167) << statement;
+        rows.MoveNext();
+        EXPECT_EQ(rows["num"].Key(), 9) << statement;
+        rows.FindFirst("num = 8");
+        EXPECT_TRUE(rows.NoMatch()) << statement;
+    }
+}
+
+TEST_F(RecordsetRows, AreFoundByKeyAndByOtherConditions)
+{
+    for (const char* const statement : {"Patients", "select * from Patients where num > 0 order by nom"}) {
+        Recordset rows = Open(statement);
+        rows.FindFirst("num = 5");
+        EXPECT_EQ(rows["nom"].Text(), "Zidane");
+        rows.FindFirst("  NUM=3 ");
+        EXPECT_EQ(rows["nom"].Text(), "D'Artagnan");
+        rows.FindFirst("nom like 'é*' and tel is null");
+        EXPECT_TRUE(rows.NoMatch());
+        rows.FindFirst("nom = 'ÉVRARD' and Prenom = 'max'");
+        EXPECT_EQ(rows["num"].Key(), 4);
+        rows.FindFirst("num = 99999999999999999999");
+        EXPECT_TRUE(rows.NoMatch());
+        EXPECT_EQ(ErrorOf([&] { rows.FindFirst("nul = 3"); }), 3070);
+        EXPECT_EQ(ErrorOf([&] { rows.FindFirst("num = "); }), 3075);
+        EXPECT_EQ(ErrorOf([&] { rows.FindFirst(""); }), 3075);
+        EXPECT_EQ(ErrorOf([&] { rows.FindFirst("num = 1) or (1 = 1"); }), 3075);
+        EXPECT_EQ(rows["num"].Key(), 4);
+    }
+    Recordset byName = Open("select * from Patients order by nom, Prenom");
+    byName.FindFirst("num > 0");
+    EXPECT_EQ(byName["num"].Key(), 3) << "the first in the set's order";
+}
+
+TEST_F(RecordsetRows, OfALongTableAreWalkedFoundAndCounted)
+{
+    FillActs(many);
+    Recordset rows = Open("Select * from Actes");
+    qint64 sum = 0;
+    int walked = 0;
+    for (; !rows.IsEOF(); rows.MoveNext()) {
+        ASSERT_EQ(rows["num"].Key(), ++walked);
+        ASSERT_EQ(rows.RecordCount(), walked);
+        sum += rows["montant"].Long();
+    }
+    EXPECT_EQ(sum, qint64{many} * (many + 1) / 2);
+    EXPECT_EQ(rows.RecordCount(), many);
+
+    Recordset again = Open("select * from Actes order by num");
+    again.MoveLast();
+    EXPECT_EQ(again["num"].Key(), many);
+    EXPECT_EQ(again.RecordCount(), many);
+    for (const int key : {many - 5, 1, 5000, 4097, 4098}) {
+        again.FindFirst("num = " + QString::number(key));
+        ASSERT_FALSE(again.NoMatch());
+        EXPECT_EQ(again["montant"].Long(), key);
+        again.MoveNext();
+        EXPECT_EQ(again["montant"].Long(), key + 1);
+    }
+    again.FindFirst("montant > 9000.5 and num_presta = 3");
+    EXPECT_EQ(again["num"].Key(), 9003);
+}
+
+TEST_F(RecordsetRows, OfALongTableKeepTheirMembersAgainstOwnAndForeignWrites)
+{
+    FillActs(many);
+    Other other(path);
+    Recordset rows = Open("Actes");
+    ASSERT_EQ(other.Run("insert into Actes (num) values (20000); delete from Actes where num = 2"), SQLITE_OK);
+    rows.MoveNext();
+    EXPECT_EQ(ErrorOf([&] { rows["num"].Key(); }), 3167);
+    rows.FindFirst("num = 9000");
+    database.Execute("delete * from Actes where num = 9001");
+    database.Execute("insert into Actes (num) values (-5)");
+    rows.MoveNext();
+    EXPECT_EQ(ErrorOf([&] { rows["num"].Key(); }), 3167);
+    rows.MoveNext();
+    EXPECT_EQ(rows["num"].Key(), 9002);
+    rows.MoveLast();
+    EXPECT_EQ(rows["num"].Key(), many);
+    rows.FindFirst("num = 20000");
+    EXPECT_TRUE(rows.NoMatch());
+    rows.MoveFirst();
+    EXPECT_EQ(rows["num"].Key(), 1);
+}
+
+TEST_F(RecordsetRows, MoreThanAreKeptCanBeWalked)
+{
+    constexpr int moreThanKept = 40000;
+    FillActs(moreThanKept);
+    Recordset rows = Open("select * from Actes where montant > 0 order by num desc");
+    for (int key = moreThanKept; key > 0; --key, rows.MoveNext())
+        ASSERT_EQ(rows["montant"].Long(), key);
+    EXPECT_TRUE(rows.IsEOF());
+    rows.FindFirst("num = 17");
+    EXPECT_EQ(rows["montant"].Long(), 17);
+}
+
+TEST_F(RecordsetRows, AreReadByNameAndPosition)
+{
+    Recordset rows = Open("Actes");
+    EXPECT_EQ(rows.FieldCount(), 7);
+    EXPECT_EQ(rows["DATE"].Text(), "01/03/2008");
+    EXPECT_EQ(rows.Collect("montant").Text(), "100.5");
+    EXPECT_EQ(rows.Fields(3).Double(), 100.5);
+    EXPECT_EQ(rows["montant"].Long(), 100) << "a tie goes to the even number";
+    EXPECT_EQ(int(rows["flag_R"].Integer()), 2);
+    EXPECT_EQ(ErrorOf([&] { rows["nul"]; }), 3265);
+    EXPECT_EQ(ErrorOf([&] { rows.Fields(7); }), 3265);
+    EXPECT_EQ(ErrorOf([&] { rows.Fields(-1); }), 3265);
+    EXPECT_EQ(ErrorOf([&] { rows["Type"].Double(); }), 13);
+
+    rows.FindFirst("num = 6");
+    EXPECT_TRUE(rows["montant"].IsNull());
+    EXPECT_TRUE(rows["montant"].Get().IsNull());
+    EXPECT_EQ(ErrorOf([&] { rows["montant"].Double(); }), 94);
+    EXPECT_EQ(ErrorOf([&] { rows["Date"].Text(); }), 94);
+    EXPECT_EQ(ErrorOf([&] { rows["flag_R"].Integer(); }), 94);
+}
+
+TEST_F(RecordsetRows, SayWhenTheyOrTheirDatabaseAreClosed)
+{
+    EXPECT_EQ(ErrorOf([] { Recordset().MoveFirst(); }), 3420);
+    Recordset rows = Open("Actes");
+    Recordset copy = rows;
+    rows.Close();
+    rows.Close();
+    EXPECT_FALSE(copy.IsOpen());
+    EXPECT_EQ(ErrorOf([&] { copy.IsEOF(); }), 3420);
+
+    Recordset reading = Open("Patients");
+    Recordset counted = Open("select count(*) as S1 from Actes");
+    const Field count = counted["S1"];
+    Database second = database;
+    database.Close();
+    database.Close();
+    EXPECT_FALSE(reading.IsOpen());
+    EXPECT_EQ(ErrorOf([&] { reading.MoveNext(); }), 3420);
+    EXPECT_EQ(ErrorOf([&] { count.Long(); }), 3420);
+    EXPECT_EQ(ErrorOf([&] { second.Execute("delete * from Prov"); }), 3420);
+    EXPECT_EQ(ErrorOf([&] { database.OpenRecordset("Prov"); }), 3420);
+    EXPECT_FALSE(QFile::exists(path + "-wal")) << "nothing stays beside a closed file";
+}
+
+} // namespace
+} // namespace dao::test

@@ -1,0 +1,179 @@
+#include "SmallPractice.h"
+
+#include "platform/dao/Connection.h"
+
+namespace dao::test {
+namespace {
+
+/// Sets that share a file with each other and with another program, which waits for nothing.
+class SharedFile : public SmallPractice {
+protected:
+    SharedFile() { other.Run("pragma busy_timeout = 0"); }
+    ~SharedFile() override { busyMilliseconds = patience; }
+
+    bool OtherCanWrite() { return other.Run("update Presta set denom = denom") == SQLITE_OK; }
+    Recordset LockedAct()
+    {
+        Recordset rows = Open("select * from Actes where num = 1");
+        rows.LockEdits(true);
+        return rows;
+    }
+
+    const int patience = busyMilliseconds;
+    Other other{path};
+};
+
+TEST_F(SharedFile, IsLockedFromEditToUpdateOnly)
+{
+    Recordset rows = LockedAct();
+    EXPECT_TRUE(OtherCanWrite());
+    rows.Edit();
+    EXPECT_FALSE(OtherCanWrite());
+    rows["montant"] = 1;
+    rows.Update();
+    EXPECT_TRUE(OtherCanWrite());
+    EXPECT_EQ(other.Answer("select montant from Actes where num = 1"), "1.0");
+}
+
+TEST_F(SharedFile, IsFreedOnEveryWayOutOfAnEdit)
+{
+    Recordset cancelled = LockedAct();
+    cancelled.Edit();
+    cancelled.CancelUpdate();
+    EXPECT_TRUE(OtherCanWrite());
+
+    Recordset moved = LockedAct();
+    moved.Edit();
+    moved.MoveFirst();
+    EXPECT_TRUE(OtherCanWrite());
+
+    Recordset closed = LockedAct();
+    closed.Edit();
+    closed.Close();
+    EXPECT_TRUE(OtherCanWrite());
+
+    {
+        Recordset leftBehind = LockedAct();
+        leftBehind.Edit();
+        leftBehind["montant"] = 5;
+    }
+    EXPECT_TRUE(OtherCanWrite());
+
+    Recordset refused = Open("select * from Presta where num = 10");
+    refused.LockEdits(true);
+    refused.Edit();
+    refused["Ordre"] = 0;
+    EXPECT_EQ(ErrorOf([&] { refused.Update(); }), 3022);
+    EXPECT_TRUE(OtherCanWrite());
+
+    Recordset dropped = LockedAct();
+    dropped.Edit();
+    database.Close();
+    EXPECT_TRUE(OtherCanWrite());
+    EXPECT_EQ(other.Answer("select montant from Actes where num = 1"), "100.5");
+}
+
+TEST_F(SharedFile, KeepsWhatAnotherSetWroteDuringALockedEdit)
+{
+    Recordset first = LockedAct();
+    Recordset second = Open("select * from Actes where num = 2");
+    second.LockEdits(true);
+    first.Edit();
+    second.Edit();
+    second["montant"] = 2;
+    second.Update();
+    database.Execute("update Actes set montant = 3 where num = 3");
+    EXPECT_EQ(other.Answer("select group_concat(montant) from Actes where num in (2, 3)"), "2.0,3.0");
+    EXPECT_FALSE(OtherCanWrite()) << "the first edit still holds the lock";
+    first.CancelUpdate();
+    EXPECT_TRUE(OtherCanWrite());
+    EXPECT_EQ(other.Answer("select group_concat(montant) from Actes where num in (2, 3)"), "2.0,3.0");
+}
+
+TEST_F(SharedFile, ReportsALockThatLastsTooLong)
+{
+    busyMilliseconds = 50;
+    Database impatient = workspace.OpenDatabase(path);
+    Recordset rows = impatient.OpenRecordset("Actes");
+    rows.LockEdits(true);
+    ASSERT_EQ(other.Run("begin immediate"), SQLITE_OK);
+    EXPECT_EQ(ErrorOf([&] { rows.Edit(); }), 3187);
+    rows.LockEdits(false);
+    rows.Edit();
+    rows["montant"] = 1;
+    EXPECT_EQ(ErrorOf([&] { rows.Update(); }), 3187);
+    EXPECT_EQ(ErrorOf([&] { impatient.BeginTrans(); }), 3187);
+    EXPECT_EQ(ErrorOf([&] { impatient.Execute("delete * from Prov"); }), 3187);
+    ASSERT_EQ(other.Run("commit"), SQLITE_OK);
+    rows.Edit();
+    rows["montant"] = 1;
+    rows.Update();
+    EXPECT_EQ(other.Answer("select montant from Actes where num = 1"), "1.0");
+}
+
+TEST_F(SharedFile, TakesATransactionWholeOrNotAtAll)
+{
+    Recordset rows = Open("Actes");
+    rows.LockEdits(true);
+    {
+        Transaction bundle(database);
+        EXPECT_EQ(ErrorOf([&] { database.BeginTrans(); }), 3246);
+        for (; !rows.IsEOF(); rows.MoveNext()) {
+            rows.Edit();
+            rows["Flag_H"] = 1;
+            rows.Update();
+        }
+        rows.MoveFirst();
+        EXPECT_EQ(rows["Flag_H"].Long(), 1);
+        EXPECT_EQ(other.Answer("select count(*) from Actes where Flag_H = 1"), "0");
+    }
+    EXPECT_EQ(other.Answer("select count(*) from Actes where Flag_H = 1"), "0");
+    rows.MoveFirst();
+    EXPECT_TRUE(rows["Flag_H"].IsNull()) << "what was rolled back isn't shown";
+
+    Transaction bundle(database);
+    database.Execute("update Actes set Flag_H = 1");
+    bundle.Commit();
+    EXPECT_EQ(other.Answer("select count(*) from Actes where Flag_H = 1"), "6");
+    EXPECT_EQ(ErrorOf([&] { database.CommitTrans(); }), 3034);
+    EXPECT_EQ(ErrorOf([&] { database.Rollback(); }), 3034);
+}
+
+TEST_F(SharedFile, ShowsAChangeOfOneHandleThroughTheOther)
+{
+    Database second = workspace.OpenDatabase(path);
+    Recordset rows = second.OpenRecordset("select * from Actes order by date desc");
+    Recordset edited = Open("Actes");
+    edited.Edit();
+    edited["montant"] = 3;
+    edited.Update();
+    DBEngine.Idle(1);
+    rows.FindFirst("num = 1");
+    EXPECT_EQ(rows["montant"].Double(), 3);
+    database.Close();
+    EXPECT_EQ(second.OpenRecordset("select sum(montant) as S1 from Actes where num = 1")["S1"].Double(), 3);
+}
+
+TEST_F(SharedFile, HoldsNoReaderOnceASetHasSettled)
+{
+    Recordset walked = Open("select * from Actes where num > 0");
+    Recordset looked = Open("Patients");
+    DBEngine.Idle(1);
+    // A reader that still held the file would keep the log from being emptied.
+    EXPECT_TRUE(OtherCanWrite());
+    EXPECT_EQ(other.Answer("pragma wal_checkpoint(truncate)"), "0");
+    EXPECT_EQ(Walk(walked), "1 2 3 4 5 6");
+    EXPECT_EQ(looked["num"].Key(), 1);
+}
+
+TEST_F(SharedFile, ClosesWithItsLastHandle)
+{
+    Recordset rows = Open("Actes");
+    workspace.Close();
+    EXPECT_FALSE(rows.IsOpen());
+    EXPECT_EQ(ErrorOf([&] { Open("Actes"); }), 3420);
+    EXPECT_EQ(ErrorOf([&] { workspace.OpenDatabase(path); }), 3420);
+}
+
+} // namespace
+} // namespace dao::test

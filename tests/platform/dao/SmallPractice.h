@@ -1,0 +1,110 @@
+#pragma once
+
+#include "platform/basic/RuntimeError.h"
+#include "platform/dao/Engine.h"
+#include "support/Printing.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+#include <sqlite3.h>
+
+namespace dao::test {
+
+/// The number of the run-time error that `work` raises; 0 when it raises none.
+template <class Work>
+int ErrorOf(Work work)
+{
+    try {
+        work();
+    } catch (const basic::RuntimeError& error) {
+        return error.number;
+    }
+    return 0;
+}
+
+/// Another program that has the same file open.
+class Other {
+public:
+    explicit Other(const QString& path) // a path, or a file: address
+    {
+        EXPECT_EQ(
+            sqlite3_open_v2(path.toUtf8().constData(), &database, SQLITE_OPEN_READWRITE | SQLITE_OPEN_URI, nullptr),
+            SQLITE_OK);
+        sqlite3_busy_timeout(database, 2000);
+    }
+    ~Other() { sqlite3_close(database); }
+    Other(const Other&) = delete;
+    Other& operator=(const Other&) = delete;
+
+    int Run(const char* sql) { return sqlite3_exec(database, sql, nullptr, nullptr, nullptr); }
+
+    QString Answer(const char* sql)
+    {
+        sqlite3_stmt* statement = nullptr;
+        EXPECT_EQ(sqlite3_prepare_v2(database, sql, -1, &statement, nullptr), SQLITE_OK) << sqlite3_errmsg(database);
+        QString answer = "(no row)";
+        if (sqlite3_step(statement) == SQLITE_ROW) {
+            const auto* const text = reinterpret_cast<const char*>(sqlite3_column_text(statement, 0));
+            answer = text != nullptr ? QString::fromUtf8(text) : QString("(null)");
+        }
+        sqlite3_finalize(statement);
+        return answer;
+    }
+
+private:
+    sqlite3* database = nullptr;
+};
+
+/// A practice with a few rows in a folder of its own, opened as the program opens it.
+class SmallPractice : public ::testing::Test {
+protected:
+    SmallPractice()
+    {
+        WriteWorkgroup(folder.filePath("system.mdw"), "ADMIN", "secret");
+        CreateDatabase(path, QString::fromUtf8(schema));
+        Engine engine;
+        engine.SystemDB = folder.filePath("system.mdw");
+        workspace = engine.CreateWorkspace("Special", "ADMIN", "secret");
+        database = workspace.OpenDatabase(path);
+    }
+
+    Recordset Open(const QString& statement) const { return database.OpenRecordset(statement); }
+
+    /// The keys of a statement's rows in their order, as "1 2 3".
+    QString Keys(const QString& statement) const { return Walk(Open(statement)); }
+
+    static QString Walk(Recordset rows)
+    {
+        QStringList keys;
+        for (; !rows.IsEOF(); rows.MoveNext())
+            keys << rows["num"].Text();
+        return keys.join(' ');
+    }
+
+    static constexpr const char* schema = R"(
+        create table Patients (num INTEGER PRIMARY KEY, nom TEXT, Prenom TEXT, N_carte TEXT, tel TEXT,
+                               Flag_H SMALLINT default 0);
+        create index Patients_N_carte on Patients (N_carte);
+        create table Actes (num INTEGER PRIMARY KEY, Date DATE, num_presta INTEGER, montant REAL default 0, Type TEXT,
+                            flag_R SMALLINT default 0, Flag_H SMALLINT);
+        create index Actes_Date on Actes (Date, num_presta);
+        create table Prov (num INTEGER, unite TEXT, Page INTEGER, Mt REAL, Obs TEXT);
+        create table Presta (num INTEGER PRIMARY KEY, denom TEXT NOT NULL, Ordre SMALLINT);
+        create unique index Presta_Ordre on Presta (Ordre);
+        insert into Patients (num, nom, Prenom, N_carte, tel) values
+            (1, 'Évrard', 'Zoé', '0012', '0550'), (2, 'evrard', 'Ali', '12', null), (3, 'D''Artagnan', 'Luc', 'A1', null),
+            (4, 'ÉVRARD', 'Max', '0', ''), (5, 'Zidane', 'Éric', null, '0661');
+        insert into Actes (num, Date, num_presta, montant, Type, flag_R) values
+            (1, '2008-03-01', 7, 100.5, 'C', 2), (2, '2008-03-02', 7, 50, null, 0), (3, '2008-03-02', 8, 25, 'K5', 1),
+            (4, '2008-03-02', 7, 10, 'C', 3), (5, '2008-03-03', 9, 0, 'C', 0), (6, null, 9, null, null, null);
+        insert into Presta values (10, 'Radio', 2), (11, 'Écho', 0), (12, 'Soins', 1);
+    )";
+
+    QTemporaryDir folder;
+    const QString path = folder.filePath("ZEP_ONE.MDB");
+    Workspace workspace;
+    Database database;
+};
+
+} // namespace dao::test
