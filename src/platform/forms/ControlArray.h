@@ -9,8 +9,8 @@
 
 namespace forms {
 
-/// Controls that share a name and differ by index. Each carries "Name(i)" as its objectName.
-template <class Control, int Count>
+/// Controls that share a name and differ by index, counted from `First`. Each carries "Name(i)" as its objectName.
+template <class Control, int Count, int First = 0>
 class ControlArray {
 public:
     explicit ControlArray(const char* name) : items(Make(name, std::make_index_sequence<Count>())) {}
@@ -18,9 +18,9 @@ public:
     /// Raises 9 outside the array.
     Control& operator[](int index)
     {
-        if (index < 0 || index >= Count)
+        if (index < First || index >= First + Count)
             throw basic::Error(9);
-        return *items[static_cast<std::size_t>(index)];
+        return *items[static_cast<std::size_t>(index - First)];
     }
 
     static constexpr int Size() { return Count; }
@@ -29,7 +29,8 @@ private:
     template <std::size_t... Index>
     static std::array<std::unique_ptr<Control>, Count> Make(const char* name, std::index_sequence<Index...>)
     {
-        return {std::make_unique<Control>(QStringLiteral("%1(%2)").arg(QLatin1String(name)).arg(Index))...};
+        return {std::make_unique<Control>(
+            QStringLiteral("%1(%2)").arg(QLatin1String(name)).arg(First + static_cast<int>(Index)))...};
     }
 
     std::array<std::unique_ptr<Control>, Count> items;

@@ -1,14 +1,17 @@
 #pragma once
 
+#include "platform/forms/TextBox.h"
+
 #include <QAbstractButton>
 #include <QComboBox>
 #include <QFrame>
 #include <QLabel>
-#include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTabWidget>
-#include <functional>
+
+class QSvgRenderer;
+class QVBoxLayout;
 
 /// The controls of the screens: Qt's own, named as the rules name them, with what the screens need and Qt lacks.
 namespace forms {
@@ -29,71 +32,30 @@ public:
     explicit FigureLabel(const QString& name);
 };
 
-/// An entry field with a filter on typed keys. Text pasted or dropped passes through the same filter, character by character.
-class TextBox : public QLineEdit {
-    Q_OBJECT
-    Q_PROPERTY(QString Tag MEMBER Tag)
-public:
-    explicit TextBox(const QString& name);
-
-    /// Called with the code of each typed character (8 backspace, 13 Enter) before the field takes it; 0 swallows it.
-    std::function<void(int& keyCode)> KeyPress;
-    bool SelectsAllOnFocus = true;
-    QString Tag;
-
-signals:
-    /// Enter was typed and the filter let it pass.
-    void Entered();
-    void GotFocus();
-    void LostFocus();
-
-protected:
-    void keyPressEvent(QKeyEvent* event) override;
-    void focusInEvent(QFocusEvent* event) override;
-    void focusOutEvent(QFocusEvent* event) override;
-    void dropEvent(QDropEvent* event) override;
-    void contextMenuEvent(QContextMenuEvent* event) override;
-    /// The code of a key event in the sense of the filters; 0 for keys that type nothing.
-    static int CodeOf(const QKeyEvent& event);
-    virtual void TypeText(const QString& text);
-};
-
-/// The standard date field: filter, slashes by themselves, backspace that wipes below 7 characters, emptied on leaving when
-/// the date is bad. Entered comes only at a length at which the filter lets Enter pass.
-class DateField : public TextBox {
-    Q_OBJECT
-public:
-    explicit DateField(const QString& name);
-
-protected:
-    void keyPressEvent(QKeyEvent* event) override;
-    void focusOutEvent(QFocusEvent* event) override;
-};
-
-/// The decimal field: KeyFilterDecimal on keys and pasted text.
-class AmountField : public TextBox {
-    Q_OBJECT
-public:
-    explicit AmountField(const QString& name);
-};
-
-/// A picture that is a button: an icon, a hover and focus border, an action text that is its tooltip and accessible name.
+/// A picture that is a button: an icon, a hover and focus border, an action text that is its tooltip and accessible
+/// name.
+///
+/// Reached by Tab; a click leaves the keyboard focus where it is, so that an entry field isn't left by it.
 class Picture : public QAbstractButton {
     Q_OBJECT
+    Q_PROPERTY(bool border READ HasBorder WRITE SetBorder)
 public:
     explicit Picture(const QString& name);
 
-    /// `icon` names a file of resources/icons without its ending.
+    /// `icon` names a file of resources/icons without its ending. An unknown one ends the program with a message.
     void SetIcon(const QString& icon);
+    /// A word beside the icon; it is the accessible name too until SetAction gives one.
+    void SetCaption(const QString& caption);
     /// The action in the user's words: accessible name, and tooltip unless the screen shows a Bulle for it.
     void SetAction(const QString& action, bool withToolTip = true);
     void SetBorder(bool single);
     bool HasBorder() const { return border; }
     QSize sizeHint() const override;
+    QSize minimumSizeHint() const override { return sizeHint(); }
 
-signals:
+Q_SIGNALS:
     void MouseOver(); ///< the pointer came over the picture, or the keyboard focus did
-    void MouseLeft();
+    void MouseLeft(); ///< neither the pointer nor the focus is on it any more, or it was hidden
 
 protected:
     void paintEvent(QPaintEvent* event) override;
@@ -101,17 +63,27 @@ protected:
     void leaveEvent(QEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
+    void changeEvent(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override; ///< Enter clicks, as Space does
 
 private:
-    QString iconName;
+    void Attract();
+    void Release();
+
+    QSvgRenderer* drawing;
     bool border = false;
+    bool attracted = false;
 };
 
+/// A push button that Enter presses when it has the focus, and never otherwise.
 class Button : public QPushButton {
     Q_OBJECT
 public:
     explicit Button(const QString& name, const QString& caption = {});
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
 };
 
 class OptionButton : public QRadioButton {
@@ -120,34 +92,41 @@ public:
     explicit OptionButton(const QString& name, const QString& caption = {});
 };
 
-/// A framed area with a caption.
+/// A framed area with a caption. Controls that stand in it outlive it where their owner destroys it first.
 class Panel : public QFrame {
     Q_OBJECT
     Q_PROPERTY(QString caption READ Caption WRITE SetCaption)
     Q_PROPERTY(QString Tag MEMBER Tag)
 public:
     explicit Panel(const QString& name, const QString& caption = {});
-    QString Caption() const { return captionText; }
+    ~Panel() override;
+    QString Caption() const;
     void SetCaption(const QString& caption);
     QString Tag;
 
 private:
-    QString captionText;
     QLabel* captionLabel;
 };
 
+/// A list to choose a line from. Adding lines chooses none: the current line is -1 until one is set.
 class ComboBox : public QComboBox {
     Q_OBJECT
+    Q_PROPERTY(QString Tag MEMBER Tag)
 public:
     explicit ComboBox(const QString& name);
-    /// Chooses a line; raises 380 outside the list.
+    /// Chooses a line, -1 for none; raises 380 outside the list.
     void SetListIndex(int line);
+    QString Tag;
+
+protected:
+    void wheelEvent(QWheelEvent* event) override; ///< turns the lines only while the list has the focus
 };
 
 class TabStrip : public QTabWidget {
     Q_OBJECT
 public:
     explicit TabStrip(const QString& name);
+    ~TabStrip() override;
 };
 
 } // namespace forms

@@ -15,7 +15,8 @@ class Desk {
 public:
     virtual ~Desk() = default;
 
-    /// Shows a message box and waits for the answer. Text and title are shown as plain text. Closing a yes/no box is No.
+    /// Shows a message box and waits for the answer. Text and title are shown as plain text. Closing a yes/no box is
+    /// No.
     virtual Answer Message(const QString& text, Icon icon, const QString& title, Buttons buttons) = 0;
 
     /// Loads the form and shows it in front of all others until it is unloaded.

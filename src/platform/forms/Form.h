@@ -8,17 +8,23 @@ namespace forms {
 class Layout;
 
 /// A screen: a window named after its form. Load runs Form_Load once; Unload closes it, the way out of every screen.
+///
+/// Only Unload and the close box close it: Esc goes to EscapePressed, Enter presses no button that hasn't the focus.
 class Form : public QDialog {
     Q_OBJECT
 public:
     explicit Form(const QString& name, const QString& caption = {});
 
-    /// Runs Form_Load the first time; what runs before the window shows. Raises what Form_Load raises.
+    /// Gives the window its natural size, unless it has one, and runs Form_Load; what runs before the window shows.
+    /// Does nothing on a loaded form. Raises what Form_Load raises, and the form isn't loaded then.
     void Load();
     bool IsLoaded() const { return loaded; }
 
-    /// Closes the window and ends its modal showing.
+    /// Closes the window and ends its modal showing, unless Form_QueryUnload keeps it open. Raises what that one
+    /// raises.
     void Unload();
+    /// Qt's ways of closing a dialog are the close box's way here, whatever the result.
+    void done(int result) override;
 
     /// Position of the window in twips, in floating point and without clipping.
     void MoveTwips(double left, double top);
@@ -26,7 +32,7 @@ public:
     double WidthTwips() const;
     double HeightTwips() const;
 
-signals:
+Q_SIGNALS:
     void Unloaded();
 
 protected:

@@ -5,12 +5,18 @@
 
 namespace forms {
 
+class GridHeader;
 class GridModel;
 
-/// A table of texts with a current row and column, as the screens use it. Cells are held by the model as text; filling sends no
-/// signal per cell (the view is told once, when control returns to it). Widths are in twips, 1440 to the inch.
+/// A table of texts with a current row and column, as the screens use it. Cells are held by the model as text; filling
+/// sends no signal per cell (the view is told once, when control returns to it; the model itself always answers with
+/// the present texts). Widths are in twips, 1440 to the inch. It starts with one empty row. It is never wider than its
+/// columns.
+///
+/// Keys: arrows, Home and End (first and last row), pages; Enter; Ctrl+C copies the current row, cells between tabs.
 class Grid : public QTableView {
     Q_OBJECT
+    Q_PROPERTY(QString Tag MEMBER Tag)
 public:
     struct Column {
         QString heading;
@@ -21,29 +27,43 @@ public:
     Grid(const QString& name, const QList<Column>& columns);
 
     int Rows() const;
-    /// Cuts to, or fills up to, `rows`; new rows are empty.
+    /// Cuts to, or fills up to, `rows`; new rows are empty. Raises 9 for a negative number.
     void SetRows(int rows);
     int Columns() const;
 
-    /// One empty row (the emptied first state of every list): one row, all of its cells empty, row 0 current.
+    /// One empty row (the emptied first state of every list): one row, all of its cells empty, row 0 current, none
+    /// selected.
     void ClearToOneRow();
     /// Adds a row at the end and returns its number.
     int AppendRow();
+    /// Raises 9 outside the grid.
     void RemoveRow(int row);
 
     /// Cell text; raises 9 outside the grid.
     QString Text(int row, int column) const;
     void SetText(int row, int column, const QString& text);
 
+    /// Raises 9 outside the grid.
+    void SetHeading(int column, const QString& text);
+    /// A second heading line over the columns from first to last. Raises 9 outside the grid.
+    void SetGroupHeading(int firstColumn, int lastColumn, const QString& text);
+
+    /// The current row and column. They follow clicks and keys. Setting them sends no Click; raises 9 outside the grid.
     int Row() const;
     int Col() const;
     void SetRow(int row);
     void SetCol(int column);
 
-    /// Highlights the whole row and makes it current.
+    /// Highlights the whole row, makes it current and brings it into view. Raises 9 outside the grid.
     void SelectRow(int row);
 
-signals:
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
+
+    QString Tag;
+
+Q_SIGNALS:
+    /// The user made a cell current, by click or key, or clicked the current one again.
     void Click();
     void DblClick();
     /// Enter was typed in the grid (it acts as a double click where a screen connects it so).
@@ -51,9 +71,26 @@ signals:
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    bool viewportEvent(QEvent* event) override;
 
 private:
-    GridModel* model;
+    void BeginChange();
+    void ShowChanges();
+    void MarkCurrent();
+    void Follow(const QModelIndex& index);
+    void CopyRow() const;
+    int HeightOfRows(int rows) const;
+
+    GridModel* cells;
+    GridHeader* header;
+    int currentRow = 0;
+    int currentColumn = 0;
+    bool rowSelected = false; // to be restored when the view is told of changed rows
+    bool settling = false;    // the view follows the grid, and not the other way round
+    bool pressing = false;    // Qt is at work on a mouse press
+    bool toldByPress = false; // the press has sent its Click, the release must not repeat it
 };
 
 } // namespace forms

@@ -1,23 +1,46 @@
 #pragma once
 
+#include <QObject>
 #include <functional>
+#include <type_traits>
 #include <utility>
 
 namespace forms {
 
 /// Runs a handler. A RuntimeError that nothing catches shows "Erreur d'exécution '6' :" with its description, runs the
 /// closing step and ends the program. No exception gets past it into the toolkit.
+///
+/// An error that comes while another one is being reported is dropped: the first one ends the program anyway.
 void Guarded(const std::function<void()>& handler);
 
-/// What a fatal error does before the program ends: the core closes the database here.
+/// What a fatal error does before the program ends: the core closes the database here. An error it raises is dropped.
 void OnFatalError(std::function<void()> closingStep);
 
-/// Connects a signal to a handler that runs guarded. The connection ends with the sender or with `receiver`.
+/// Thrown by a desk whose EndProgram can't end the process, so that no handler goes on after the program's end. Guarded
+/// swallows it.
+struct ProgramEnded {
+    int code = 0;
+};
+
+/// Connects a signal to a handler that runs guarded: a callable, or a member function of `receiver`. It is given the
+/// signal's arguments when it accepts them, and none otherwise. The connection ends with the sender or with `receiver`.
 template <class Sender, class Signal, class Receiver, class Handler>
 void On(Sender& sender, Signal signal, Receiver& receiver, Handler handler)
 {
-    Sender::connect(&sender, signal, &receiver,
-                    [handler = std::move(handler)](auto&&...) { Guarded(handler); });
+    QObject::connect(&sender, signal, &receiver, [handler = std::move(handler), &receiver](auto&&... given) mutable {
+        Guarded([&] {
+            if constexpr (std::is_member_function_pointer_v<Handler>) {
+                if constexpr (std::is_invocable_v<Handler, Receiver&, decltype(given)...>)
+                    std::invoke(handler, receiver, std::forward<decltype(given)>(given)...);
+                else
+                    std::invoke(handler, receiver);
+            } else if constexpr (std::is_invocable_v<Handler&, decltype(given)...>) {
+                handler(std::forward<decltype(given)>(given)...);
+            } else {
+                handler();
+            }
+        });
+    });
 }
 
 } // namespace forms

@@ -1,7 +1,7 @@
 #pragma once
 
-#include <functional>
 #include <QString>
+#include <functional>
 #include <initializer_list>
 #include <utility>
 
@@ -11,6 +11,7 @@ class QWidget;
 
 namespace forms {
 
+class Label;
 class Panel;
 class TabStrip;
 class Layout;
@@ -18,16 +19,18 @@ class Layout;
 /// One thing that stands in a Row or Column: a control, a nested layout, a gap or a stretch.
 class Item {
 public:
-    Item(QWidget& control);                        ///< takes its natural size
+    Item(QWidget& control); ///< takes its natural size; stays its owner's
     Item(Layout nested);
-    static Item Stretch(int share = 1);            ///< empty room that grows
-    static Item Gap(int eights = 1);               ///< empty room of n times 8 pixels
+    static Item Stretch(int share = 1); ///< empty room that grows
+    static Item Gap(int eights = 1);    ///< empty room of n times 8 pixels
     static Item Growing(QWidget& control, int share = 1);
     static Item Growing(Layout nested, int share = 1);
     static Item Centred(QWidget& control);
 
 private:
     friend class Layout;
+    friend Item Titled(const QString& title, Layout content);
+    explicit Item(std::function<void(QBoxLayout&)> adder);
     std::function<void(QBoxLayout&)> add;
 };
 
@@ -40,7 +43,7 @@ public:
     explicit Layout(std::function<QLayout*()> build);
     /// No margin is around a nested layout; a window or panel has 8 pixels (16 for a window).
     Layout Margin(int pixels) &&;
-    Layout Spacing(int pixels) &&;
+    Layout Spacing(int pixels) &&; ///< between the things of this layout; 8 where it isn't told
     QLayout* Build() const;
 
 private:
@@ -59,13 +62,20 @@ struct Pairs : Layout {
     Pairs(std::initializer_list<std::pair<QWidget*, QWidget*>> lines);
 };
 
+/// A label that belongs to the container it is put into: a caption that the screen never speaks to again.
+Label& NewLabel(const QString& name, const QString& text);
+
 /// Puts the arrangement into a panel (under its caption) or any other container; returns the container as an item.
 Item Inside(QWidget& container, Layout content);
 
 /// A titled frame around an arrangement: Titled("Correction", Column{...}).
 Item Titled(const QString& title, Layout content);
 
-/// Adds a page to a tab strip.
+/// Adds a page to a tab strip, with 16 pixels around.
 void AddPage(TabStrip& tabs, const QString& title, Layout content);
+
+/// Takes out of `container` every control that a layout was lent by its owner. Screens hold their controls by value, so
+/// a container that is destroyed first must not delete them.
+void ReleaseControls(QWidget& container);
 
 } // namespace forms

@@ -1,0 +1,73 @@
+#include "platform/forms/GridHeader.h"
+
+#include <QPainter>
+
+namespace forms {
+
+namespace {
+constexpr int TextInset = 8; // a cell's own inset and the blank that its text begins or ends with
+}
+
+GridHeader::GridHeader(QWidget* parent) : QHeaderView(Qt::Horizontal, parent)
+{
+    setHighlightSections(false);
+    setSectionsClickable(false);
+    setMinimumSectionSize(8);
+}
+
+void GridHeader::AddGroup(int firstColumn, int lastColumn, const QString& text)
+{
+    groups.removeIf(
+        [&](const Group& group) { return group.firstColumn <= lastColumn && firstColumn <= group.lastColumn; });
+    groups.append({firstColumn, lastColumn, text});
+    updateGeometry();
+    viewport()->update();
+}
+
+int GridHeader::LineHeight() const
+{
+    return QHeaderView::sizeHint().height();
+}
+
+QSize GridHeader::sizeHint() const
+{
+    const QSize oneLine = QHeaderView::sizeHint();
+    return {oneLine.width(), groups.isEmpty() ? oneLine.height() : 2 * oneLine.height() - 4};
+}
+
+void GridHeader::paintSection(QPainter* painter, const QRect& rect, int column) const
+{
+    QRect lower = rect;
+    lower.setTop(rect.bottom() + 1 - LineHeight());
+    const auto alignment = model()->headerData(column, orientation(), Qt::TextAlignmentRole).value<Qt::Alignment>();
+    const bool centred = alignment.testFlag(Qt::AlignHCenter); // narrow columns, which need all of their width
+    const QRect place = lower.adjusted(centred ? 0 : TextInset, 0, centred ? 0 : -TextInset, 0);
+    const QString text = model()->headerData(column, orientation()).toString();
+
+    painter->save();
+    painter->setClipRect(rect);
+    painter->setPen(palette().color(QPalette::ButtonText));
+    painter->drawText(place, static_cast<int>(alignment),
+                      fontMetrics().elidedText(text, Qt::ElideRight, place.width()));
+    painter->setPen(palette().color(QPalette::Mid));
+    painter->drawLine(lower.right(), lower.top() + 4, lower.right(), lower.bottom() - 4);
+    for (const Group& group : groups) {
+        if (column >= group.firstColumn && column <= group.lastColumn)
+            PaintGroup(*painter, group, QRect(rect.topLeft(), lower.topRight()));
+    }
+    painter->restore();
+}
+
+void GridHeader::PaintGroup(QPainter& painter, const Group& group, const QRect& part) const
+{
+    const int left = sectionViewportPosition(group.firstColumn);
+    const int right = sectionViewportPosition(group.lastColumn) + sectionSize(group.lastColumn);
+    const QRect whole(left, part.top(), right - left, part.height());
+
+    painter.setPen(palette().color(QPalette::ButtonText));
+    painter.drawText(whole, Qt::AlignCenter, group.text);
+    painter.setPen(palette().color(QPalette::Mid));
+    painter.drawLine(whole.left() + TextInset, whole.bottom(), whole.right() - TextInset, whole.bottom());
+}
+
+} // namespace forms

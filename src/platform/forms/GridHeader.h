@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QHeaderView>
+
+namespace forms {
+
+/// The headings of a grid's columns, with a second line above for headings that stand over several columns.
+class GridHeader : public QHeaderView {
+    Q_OBJECT
+public:
+    explicit GridHeader(QWidget* parent);
+
+    void AddGroup(int firstColumn, int lastColumn, const QString& text);
+    QSize sizeHint() const override;
+
+protected:
+    void paintSection(QPainter* painter, const QRect& rect, int column) const override;
+
+private:
+    struct Group {
+        int firstColumn;
+        int lastColumn;
+        QString text;
+    };
+
+    void PaintGroup(QPainter& painter, const Group& group, const QRect& part) const;
+    int LineHeight() const;
+
+    QList<Group> groups;
+};
+
+} // namespace forms

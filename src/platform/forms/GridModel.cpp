@@ -1,0 +1,119 @@
+#include "platform/forms/GridModel.h"
+
+#include "platform/basic/RuntimeError.h"
+
+namespace forms {
+
+GridModel::GridModel(const QList<Grid::Column>& gridColumns, QObject* parent)
+    : QAbstractTableModel(parent), columns(gridColumns)
+{
+}
+
+int GridModel::rowCount(const QModelIndex& parent) const
+{
+    return parent.isValid() ? 0 : rows;
+}
+
+int GridModel::columnCount(const QModelIndex& parent) const
+{
+    return parent.isValid() ? 0 : static_cast<int>(columns.size());
+}
+
+QVariant GridModel::data(const QModelIndex& index, int role) const
+{
+    if (!index.isValid() || index.row() >= rows)
+        return {};
+    if (role == Qt::DisplayRole)
+        return cells[CellNumber(index.row(), index.column())];
+    if (role == Qt::TextAlignmentRole)
+        return QVariant::fromValue(columns[index.column()].alignment | Qt::AlignVCenter);
+    return {};
+}
+
+QVariant GridModel::headerData(int section, Qt::Orientation orientation, int role) const
+{
+    if (orientation == Qt::Vertical || section < 0 || section >= columns.size())
+        return {};
+    if (role == Qt::DisplayRole)
+        return columns[section].heading;
+    if (role == Qt::TextAlignmentRole)
+        return QVariant::fromValue(columns[section].alignment | Qt::AlignVCenter);
+    return {};
+}
+
+qsizetype GridModel::CellNumber(int row, int column) const
+{
+    if (row < 0 || row >= rows || column < 0 || column >= columns.size())
+        throw basic::Error(9);
+    return row * columns.size() + column;
+}
+
+void GridModel::ChangeRows()
+{
+    if (resetting)
+        return;
+    beginResetModel();
+    resetting = true;
+    Q_EMIT Changed();
+}
+
+void GridModel::ChangeCell(int row, int column)
+{
+    if (resetting)
+        return;
+    const bool first = changedCells.isNull();
+    changedCells = changedCells.united(QRect(column, row, 1, 1));
+    if (first)
+        Q_EMIT Changed();
+}
+
+void GridModel::SetRows(int newRows)
+{
+    if (newRows < 0)
+        throw basic::Error(9);
+    if (newRows == rows)
+        return;
+    ChangeRows();
+    cells.resize(newRows * columns.size());
+    rows = newRows;
+}
+
+void GridModel::RemoveRow(int row)
+{
+    const qsizetype first = CellNumber(row, 0);
+    ChangeRows();
+    cells.remove(first, columns.size());
+    --rows;
+}
+
+QString GridModel::Text(int row, int column) const
+{
+    return cells[CellNumber(row, column)];
+}
+
+void GridModel::SetText(int row, int column, const QString& text)
+{
+    cells[CellNumber(row, column)] = text;
+    ChangeCell(row, column);
+}
+
+void GridModel::SetHeading(int column, const QString& text)
+{
+    if (column < 0 || column >= columns.size())
+        throw basic::Error(9);
+    columns[column].heading = text;
+    Q_EMIT headerDataChanged(Qt::Horizontal, column, column);
+}
+
+void GridModel::Tell()
+{
+    const QRect changed = std::exchange(changedCells, QRect());
+    if (std::exchange(resetting, false)) {
+        endResetModel();
+    } else if (!changed.isNull()) {
+        Q_EMIT dataChanged(index(changed.top(), changed.left()), index(changed.bottom(), changed.right()),
+                           {Qt::DisplayRole});
+    }
+}
+
+} // namespace forms

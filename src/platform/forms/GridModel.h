@@ -1,0 +1,46 @@
+#pragma once
+
+#include "platform/forms/Grid.h"
+
+#include <QAbstractTableModel>
+
+namespace forms {
+
+/// The cells of a grid, row after row, as text. What it answers is always present; what it signals is gathered: Changed
+/// comes with the first change after a Tell, and Tell then tells the views of all of them at once.
+class GridModel : public QAbstractTableModel {
+    Q_OBJECT
+public:
+    GridModel(const QList<Grid::Column>& columns, QObject* parent);
+
+    int rowCount(const QModelIndex& parent = {}) const override;
+    int columnCount(const QModelIndex& parent = {}) const override;
+    QVariant data(const QModelIndex& index, int role) const override;
+    QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+
+    void SetRows(int rows);
+    void RemoveRow(int row);
+    /// Raises 9 outside the grid.
+    QString Text(int row, int column) const;
+    void SetText(int row, int column, const QString& text);
+    void SetHeading(int column, const QString& text);
+
+    bool HasUntoldRows() const { return resetting; }
+    void Tell();
+
+Q_SIGNALS:
+    void Changed();
+
+private:
+    qsizetype CellNumber(int row, int column) const;
+    void ChangeRows();
+    void ChangeCell(int row, int column);
+
+    QList<Grid::Column> columns;
+    QList<QString> cells;
+    int rows = 0;
+    bool resetting = false; // a reset has begun and not ended: rows have come or gone
+    QRect changedCells;     // x are columns, y rows
+};
+
+} // namespace forms

@@ -1,0 +1,145 @@
+#include "Sheet.h"
+#include "platform/forms/Bulle.h"
+#include "platform/forms/ControlArray.h"
+#include "support/Accessibility.h"
+#include "support/ScriptedDesk.h"
+
+#include <QAccessible>
+#include <QApplication>
+#include <QDir>
+#include <QEnterEvent>
+#include <QPixmap>
+#include <QSignalSpy>
+#include <gtest/gtest.h>
+
+namespace {
+
+/// A screen with two pictures and the bubble that tells what they do.
+struct Hover : forms::Form {
+    Hover() : Form("Hover")
+    {
+        SetContent(forms::Column{images[0], images[1], field});
+        bulle.Serve(images[0], [this] { return arabic ? QStringLiteral("تـغـيير") : QStringLiteral(" Autre date "); });
+        bulle.Serve(images[1], [] { return QStringLiteral(" Quitter "); });
+    }
+
+    bool arabic = false;
+    forms::ControlArray<forms::Picture, 2> images{"Image1"};
+    forms::TextBox field{"Text1"};
+    forms::Bulle bulle;
+};
+
+void MovePointer(QWidget& widget, bool onto)
+{
+    QEnterEvent enter(QPointF(4, 4), QPointF(4, 4), QPointF(4, 4));
+    QEvent leave(QEvent::Leave);
+    widget.setAttribute(Qt::WA_UnderMouse, onto);
+    QApplication::sendEvent(&widget, onto ? static_cast<QEvent*>(&enter) : &leave);
+}
+
+struct Controls : testing::Test {
+    ScriptedDesk desk;
+};
+
+} // namespace
+
+TEST_F(Controls, OfAnArrayAreNamedByTheirIndex)
+{
+    forms::ControlArray<forms::Picture, 3> images("Image2");
+    EXPECT_EQ(images[0].objectName(), "Image2(0)");
+    EXPECT_EQ(images[2].objectName(), "Image2(2)");
+    EXPECT_EQ(ErrorOf([&] { images[3]; }), 9);
+    EXPECT_EQ(ErrorOf([&] { images[-1]; }), 9);
+}
+
+TEST_F(Controls, BulleShowsTheActionOfThePictureUnderThePointerOrFocus)
+{
+    auto& screen = desk.Open<Hover>();
+    screen.field.setFocus();
+    EXPECT_FALSE(screen.bulle.isVisible());
+    MovePointer(screen.images[0], true);
+    EXPECT_TRUE(screen.bulle.isVisible());
+    EXPECT_EQ(screen.bulle.text(), " Autre date ");
+    EXPECT_TRUE(screen.images[0].HasBorder());
+    EXPECT_FALSE(screen.bulle.geometry().intersects(screen.images[0].geometry()));
+
+    screen.images[1].setFocus(Qt::TabFocusReason); // the focus takes the bubble from the pointer, which then leaves
+    EXPECT_EQ(screen.bulle.text(), " Quitter ");
+    MovePointer(screen.images[0], false);
+    EXPECT_TRUE(screen.bulle.isVisible());
+    EXPECT_FALSE(screen.images[0].HasBorder());
+    screen.field.setFocus();
+    EXPECT_FALSE(screen.bulle.isVisible());
+
+    screen.arabic = true;
+    MovePointer(screen.images[0], true);
+    EXPECT_EQ(screen.bulle.text(), "تـغـيير");
+    EXPECT_EQ(screen.images[0].accessibleName(), "تـغـيير");
+    screen.images[0].hide();
+    EXPECT_FALSE(screen.bulle.isVisible());
+}
+
+TEST_F(Controls, DisabledPictureNeitherClicksNorTakesABorder)
+{
+    auto& screen = desk.Open<Hover>();
+    screen.field.setFocus();
+    QSignalSpy clicked(&screen.images[0], &QAbstractButton::clicked);
+    MovePointer(screen.images[0], true);
+    screen.images[0].setEnabled(false);
+    EXPECT_FALSE(screen.images[0].HasBorder());
+    EXPECT_FALSE(screen.bulle.isVisible());
+    MovePointer(screen.images[0], true);
+    EXPECT_FALSE(screen.images[0].HasBorder());
+    screen.images[0].click();
+    EXPECT_EQ(clicked.count(), 0);
+}
+
+TEST_F(Controls, AreNamedForAssistiveSoftwareOrListedAsFaults)
+{
+    auto& screen = desk.Open<Hover>();
+    EXPECT_EQ(AccessibilityFaults(screen), QStringList{"forms::TextBox Text1"});
+    auto* reader = QAccessible::queryAccessibleInterface(&screen.images[1]);
+    EXPECT_EQ(reader->text(QAccessible::Name), "Quitter");
+    EXPECT_EQ(reader->role(), QAccessible::Button);
+
+    auto& sheet = desk.Open<Sheet>();
+    EXPECT_EQ(AccessibilityFaults(sheet).size(), 5) << AccessibilityFaults(sheet).join(", ").toStdString();
+    sheet.grid.setAccessibleName("Actes");
+    EXPECT_EQ(AccessibilityFaults(sheet).size(), 4);
+}
+
+TEST_F(Controls, ComboBoxChoosesNoLineByItself)
+{
+    forms::ComboBox combo("Combo1");
+    QSignalSpy chosen(&combo, &QComboBox::currentIndexChanged);
+    combo.addItems({"NP", "R-", "P "});
+    EXPECT_EQ(combo.currentIndex(), -1);
+    EXPECT_EQ(chosen.count(), 0);
+    combo.SetListIndex(0);
+    EXPECT_EQ(chosen.count(), 1);
+    combo.SetListIndex(2);
+    EXPECT_EQ(combo.currentText(), "P ");
+    EXPECT_EQ(ErrorOf([&] { combo.SetListIndex(3); }), 380);
+    EXPECT_EQ(ErrorOf([&] { combo.SetListIndex(-2); }), 380);
+    EXPECT_EQ(combo.currentIndex(), 2);
+}
+
+TEST_F(Controls, ShowTextsLiterallyAndCarryTheirProperties)
+{
+    forms::Label label("Label1", "<b>DUPONT</b>");
+    EXPECT_EQ(label.textFormat(), Qt::PlainText);
+    forms::Panel panel("SSPanel1", "<i>Mouvements</i>");
+    EXPECT_EQ(panel.findChild<QLabel*>()->textFormat(), Qt::PlainText);
+    panel.setProperty("caption", "Correction");
+    panel.setProperty("Tag", "17/06/2008");
+    EXPECT_EQ(panel.Caption(), "Correction");
+    EXPECT_EQ(panel.Tag, "17/06/2008");
+}
+
+TEST_F(Controls, EveryIconCanBeDrawn)
+{
+    const QStringList files = QDir(":/icons").entryList();
+    EXPECT_GE(files.size(), 26);
+    for (const QString& file : files)
+        EXPECT_FALSE(QPixmap(":/icons/" + file).isNull()) << file.toStdString();
+}

@@ -1,0 +1,179 @@
+#include "Sheet.h"
+#include "support/ScriptedDesk.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QInputMethodEvent>
+#include <gtest/gtest.h>
+
+namespace {
+
+struct DateEntry : testing::Test {
+    ScriptedDesk desk;
+    Sheet& sheet = desk.Open<Sheet>();
+    forms::DateField& date = sheet.date;
+    int entered = 0;
+
+    DateEntry()
+    {
+        QObject::connect(&date, &forms::TextBox::Entered, &sheet, [this] { ++entered; });
+    }
+};
+
+} // namespace
+
+TEST_F(DateEntry, PlacesTheSlashesWhileDigitsAreTyped)
+{
+    QStringList steps;
+    for (const QChar digit : QStringLiteral("17062008")) {
+        Type(date, digit);
+        steps << date.text();
+        EXPECT_EQ(date.cursorPosition(), date.text().size());
+    }
+    EXPECT_EQ(steps, QStringList({"1", "17/", "17/0", "17/06/", "17/06/2", "17/06/20", "17/06/200", "17/06/2008"}));
+    EXPECT_EQ(desk.BeepCount(), 0);
+}
+
+TEST_F(DateEntry, RefusesKeysWithABeepAtEachLength)
+{
+    Type(date, "4a");
+    EXPECT_EQ(date.text(), "");
+    EXPECT_EQ(desk.BeepCount(), 2);
+
+    Type(date, "3x9/2-1/");
+    EXPECT_EQ(date.text(), "39/1"); // the slash typed at the end is refused too
+    EXPECT_EQ(desk.BeepCount(), 2 + 5);
+}
+
+TEST_F(DateEntry, LetsEnterPassAtFullLengthOnly)
+{
+    for (const QChar digit : QStringLiteral("17062008")) {
+        Press(date, Qt::Key_Return);
+        Type(date, digit);
+    }
+    EXPECT_EQ(entered, 0);
+    EXPECT_EQ(desk.BeepCount(), 8);
+
+    Press(date, Qt::Key_Return);
+    Press(date, Qt::Key_Enter, Qt::KeypadModifier);
+    EXPECT_EQ(entered, 2);
+    EXPECT_EQ(desk.BeepCount(), 8);
+}
+
+TEST_F(DateEntry, IsCorrectedByBackspaceInTheYearAndWipedBefore)
+{
+    date.setText("17/06/20");
+    Press(date, Qt::Key_End);
+    Press(date, Qt::Key_Backspace);
+    EXPECT_EQ(date.text(), "17/06/2");
+    Press(date, Qt::Key_Backspace);
+    EXPECT_EQ(date.text(), "17/06/"); // 7 characters: still an ordinary backspace
+    Press(date, Qt::Key_Backspace);
+    EXPECT_EQ(date.text(), "");
+    EXPECT_EQ(date.cursorPosition(), 0);
+    EXPECT_EQ(desk.BeepCount(), 0);
+}
+
+TEST_F(DateEntry, CompletesTextSetByTheScreenAndPutsTheCaretBehindIt)
+{
+    date.setText("17");
+    EXPECT_EQ(date.text(), "17/");
+    date.setText("17/06");
+    EXPECT_EQ(date.text(), "17/06/");
+    date.setText("17/06/2008  ");
+    EXPECT_EQ(date.text(), "17/06/2008  ");
+    EXPECT_EQ(date.cursorPosition(), 10);
+}
+
+TEST_F(DateEntry, IsSelectedOnArrivalSoThatTypingReplacesIt)
+{
+    date.setText("17/06/2008");
+    sheet.text.setFocus();
+    Press(sheet.text, Qt::Key_Tab);
+    EXPECT_EQ(date.selectedText(), "17/06/2008");
+    Type(date, "1"); // at the length of 10 every key passes
+    EXPECT_EQ(date.text(), "1");
+    Type(date, "8");
+    EXPECT_EQ(date.text(), "18/");
+}
+
+TEST_F(DateEntry, IsEmptiedWithBeepsAloneWhenABadDateIsLeft)
+{
+    int refused = 0;
+    QString atLeaving = "?";
+    QObject::connect(&date, &forms::DateField::DateRefused, &sheet, [&] { ++refused; });
+    QObject::connect(&date, &forms::TextBox::LostFocus, &sheet, [&] { atLeaving = date.text(); });
+
+    Type(date, "31022004");
+    Press(date, Qt::Key_Tab);
+    EXPECT_EQ(date.text(), "");
+    EXPECT_EQ(atLeaving, "");
+    EXPECT_EQ(desk.BeepCount(), 1);
+    EXPECT_EQ(refused, 1);
+
+    for (const char* kept : {"29/02/2004", "   "}) {
+        date.setText(kept);
+        date.setFocus();
+        Press(date, Qt::Key_Tab);
+        EXPECT_EQ(date.text(), kept);
+    }
+    EXPECT_EQ(refused, 1);
+}
+
+TEST_F(DateEntry, CanTakeTheFocusBackWhenItsDateIsRefused)
+{
+    QObject::connect(&date, &forms::DateField::DateRefused, &sheet, [&] { date.setFocus(); });
+    Type(date, "3");
+    Press(date, Qt::Key_Tab);
+    EXPECT_TRUE(date.hasFocus());
+    EXPECT_FALSE(sheet.amount.hasFocus());
+    Type(date, "17062008");
+    Press(date, Qt::Key_Tab);
+    EXPECT_EQ(date.text(), "17/06/2008");
+    EXPECT_TRUE(sheet.amount.hasFocus());
+}
+
+TEST_F(DateEntry, KeepsAnUnfinishedDateWhileAnotherWindowStandsInFront)
+{
+    Type(date, "17");
+    auto& other = desk.Open<Sheet>();
+    EXPECT_FALSE(date.hasFocus());
+    other.Unload();
+    sheet.activateWindow();
+    support::Settle();
+    EXPECT_EQ(date.text(), "17/");
+    EXPECT_EQ(desk.BeepCount(), 0);
+    Type(date, "06"); // and the caret is still behind the text
+    EXPECT_EQ(date.text(), "17/06/");
+}
+
+TEST_F(DateEntry, JudgesItsDateWhenTheFocusMovedOnBehindAnotherWindow)
+{
+    Type(date, "17");
+    auto& other = desk.Open<Sheet>();
+    sheet.amount.setFocus();
+    other.Unload();
+    sheet.activateWindow();
+    support::Settle();
+    ASSERT_TRUE(sheet.amount.hasFocus());
+    EXPECT_EQ(date.text(), "");
+}
+
+TEST_F(DateEntry, TakesPastedAndComposedTextThroughItsFilter)
+{
+    QApplication::clipboard()->setText("17/06/2008\n");
+    Press(date, Qt::Key_V, Qt::ControlModifier);
+    EXPECT_EQ(date.text(), "17/06/2008");
+    EXPECT_EQ(desk.BeepCount(), 0); // the slashes of the pasted text are those the field has placed
+
+    Press(date, Qt::Key_A, Qt::ControlModifier);
+    QApplication::clipboard()->setText("x18Z012001");
+    Press(date, Qt::Key_Insert, Qt::ShiftModifier);
+    EXPECT_EQ(date.text(), "x1/01/2001"); // at full length any key passes, so that "x" replaced the selection
+
+    date.clear();
+    QInputMethodEvent commit;
+    commit.setCommitString("9-17");
+    QApplication::sendEvent(&date, &commit);
+    EXPECT_EQ(date.text(), "17/");
+}

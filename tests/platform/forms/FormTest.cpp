@@ -1,0 +1,109 @@
+#include "Sheet.h"
+#include "platform/basic/RuntimeError.h"
+#include "support/ScriptedDesk.h"
+
+#include <QSignalSpy>
+#include <gtest/gtest.h>
+
+namespace {
+
+struct Screen : testing::Test {
+    ScriptedDesk desk;
+};
+
+} // namespace
+
+TEST_F(Screen, IsClosedByItsCloseBoxAndUnloadAloneAndMayRefuse)
+{
+    auto& sheet = desk.Open<Sheet>();
+    QSignalSpy unloaded(&sheet, &forms::Form::Unloaded);
+    Press(sheet.text, Qt::Key_Escape);
+    Press(sheet.grid, Qt::Key_Escape);
+    EXPECT_EQ(sheet.escapes, 2);
+    EXPECT_TRUE(sheet.isVisible());
+
+    sheet.staysOpen = true;
+    EXPECT_FALSE(sheet.close());
+    sheet.Unload();
+    sheet.reject();
+    EXPECT_TRUE(sheet.isVisible());
+    EXPECT_TRUE(sheet.IsLoaded());
+    EXPECT_EQ(unloaded.count(), 0);
+
+    sheet.staysOpen = false;
+    EXPECT_TRUE(sheet.close());
+    EXPECT_FALSE(sheet.isVisible());
+    EXPECT_FALSE(sheet.IsLoaded());
+    sheet.Unload();
+    EXPECT_EQ(unloaded.count(), 1);
+}
+
+TEST_F(Screen, IsLoadedOnceForEachShowing)
+{
+    Sheet sheet;
+    int loads = 0;
+    sheet.loading = [&] { ++loads; };
+    sheet.Load();
+    sheet.Load();
+    EXPECT_EQ(loads, 1);
+    EXPECT_GT(sheet.WidthTwips(), 3600); // its natural size is known before it shows
+    sheet.Unload();
+    sheet.loading = [] { throw basic::Error(3061); };
+    EXPECT_THROW(sheet.Load(), basic::RuntimeError);
+    EXPECT_FALSE(sheet.IsLoaded());
+}
+
+TEST_F(Screen, MayCloseItselfWhileLoading)
+{
+    Sheet sheet;
+    sheet.loading = [&] { sheet.Unload(); };
+    desk.WhenModal<Sheet>([](Sheet&) { ADD_FAILURE() << "it must not come up"; });
+    EXPECT_NO_FATAL_FAILURE(desk.ShowModal(sheet));
+    EXPECT_FALSE(sheet.isVisible());
+}
+
+TEST_F(Screen, EnterPressesTheFocusedButtonOnly)
+{
+    auto& sheet = desk.Open<Sheet>();
+    QSignalSpy pressed(&sheet.button, &QPushButton::clicked);
+    QSignalSpy clicked(&sheet.picture, &QAbstractButton::clicked);
+    for (QWidget* other : {static_cast<QWidget*>(&sheet.text), static_cast<QWidget*>(&sheet.grid)})
+        Press(*other, Qt::Key_Return);
+    EXPECT_EQ(pressed.count(), 0);
+    Press(sheet.button, Qt::Key_Return);
+    EXPECT_EQ(pressed.count(), 1);
+    Press(sheet.picture, Qt::Key_Enter, Qt::KeypadModifier);
+    Press(sheet.picture, Qt::Key_Space);
+    EXPECT_EQ(clicked.count(), 2);
+}
+
+TEST_F(Screen, TabFollowsTheEye)
+{
+    auto& sheet = desk.Open<Sheet>();
+    sheet.text.setFocus();
+    for (QWidget* next : {static_cast<QWidget*>(&sheet.date), static_cast<QWidget*>(&sheet.amount),
+                          static_cast<QWidget*>(&sheet.picture), static_cast<QWidget*>(&sheet.grid),
+                          static_cast<QWidget*>(&sheet.button)}) {
+        Press(*sheet.focusWidget(), Qt::Key_Tab);
+        EXPECT_EQ(sheet.focusWidget(), next) << qPrintable(sheet.focusWidget()->objectName());
+    }
+}
+
+TEST_F(Screen, MayDestroyAPanelBeforeWhatStandsInIt)
+{
+    struct Upside : forms::Form {
+        Upside() : Form("Upside")
+        {
+            SetContent(
+                forms::Column{forms::Inside(panel, forms::Column{forms::Titled("Cadre", forms::Row{inner})}), tabs});
+            forms::AddPage(tabs, "Page", forms::Column{onPage});
+        }
+        forms::TextBox inner{"Text1"};
+        forms::TextBox onPage{"Text2"};
+        forms::Panel panel{"SSPanel1", "Correction"};
+        forms::TabStrip tabs{"SSTab1"};
+    };
+    auto& screen = desk.Open<Upside>();
+    EXPECT_TRUE(screen.inner.isVisible());
+    EXPECT_TRUE(screen.onPage.isVisible());
+}

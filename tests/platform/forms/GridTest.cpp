@@ -1,0 +1,207 @@
+#include "Sheet.h"
+#include "support/ScriptedDesk.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QElapsedTimer>
+#include <QHeaderView>
+#include <QSignalSpy>
+#include <gtest/gtest.h>
+
+namespace {
+
+struct GridOnSheet : testing::Test {
+    ScriptedDesk desk;
+    Sheet& sheet = desk.Open<Sheet>();
+    forms::Grid& grid = sheet.grid;
+    QSignalSpy clicks{&grid, &forms::Grid::Click};
+    QSignalSpy doubleClicks{&grid, &forms::Grid::DblClick};
+
+    void Fill(int rows)
+    {
+        grid.ClearToOneRow();
+        grid.SetRows(rows);
+        for (int row = 0; row < rows; ++row)
+            grid.SetText(row, 1, QStringLiteral(" ligne %1").arg(row));
+    }
+
+    QString Shown(int row, int column) const { return grid.model()->index(row, column).data().toString(); }
+    QList<int> SelectedRows() const
+    {
+        QList<int> rows;
+        for (const QModelIndex& index : grid.selectionModel()->selectedRows())
+            rows << index.row();
+        return rows;
+    }
+};
+
+} // namespace
+
+TEST_F(GridOnSheet, AnswersWithThePresentCellsBeforeTheViewIsTold)
+{
+    QSignalSpy changed(grid.model(), &QAbstractItemModel::dataChanged);
+    QSignalSpy reset(grid.model(), &QAbstractItemModel::modelReset);
+
+    EXPECT_EQ(grid.Rows(), 1);
+    grid.SetText(0, 1, " DUPONT ");
+    const int added = grid.AppendRow();
+    grid.SetText(added, 2, "150 ");
+    EXPECT_EQ(grid.model()->rowCount(), 2);
+    EXPECT_EQ(Shown(0, 1), " DUPONT "); // blanks are kept
+    EXPECT_EQ(Shown(1, 2), "150 ");
+    EXPECT_EQ(reset.count() + changed.count(), 0);
+
+    support::Settle();
+    EXPECT_EQ(reset.count(), 1);
+    grid.SetText(0, 0, "1");
+    grid.SetText(1, 2, "2");
+    support::Settle();
+    ASSERT_EQ(changed.count(), 1);
+    EXPECT_EQ(changed[0][0].toModelIndex(), grid.model()->index(0, 0));
+    EXPECT_EQ(changed[0][1].toModelIndex(), grid.model()->index(1, 2));
+}
+
+TEST_F(GridOnSheet, CutsFillsAndClearsRows)
+{
+    Fill(4);
+    grid.SetRow(3);
+    grid.RemoveRow(1);
+    EXPECT_EQ(grid.Text(1, 1), " ligne 2");
+    EXPECT_EQ(grid.Row(), 2);
+    grid.SetRows(1);
+    grid.SetRows(2);
+    EXPECT_EQ(grid.Text(0, 1), " ligne 0");
+    EXPECT_EQ(grid.Text(1, 1), "");
+    grid.SelectRow(1);
+    grid.ClearToOneRow();
+    support::Settle();
+    EXPECT_EQ(grid.Rows(), 1);
+    EXPECT_EQ(grid.Row(), 0);
+    EXPECT_EQ(grid.Text(0, 1), "");
+    EXPECT_TRUE(SelectedRows().isEmpty());
+}
+
+TEST_F(GridOnSheet, RaisesNineOutsideItself)
+{
+    Fill(2);
+    EXPECT_EQ(ErrorOf([&] { grid.Text(2, 0); }), 9);
+    EXPECT_EQ(ErrorOf([&] { grid.Text(-1, 0); }), 9);
+    EXPECT_EQ(ErrorOf([&] { grid.SetText(0, 3, "x"); }), 9);
+    EXPECT_EQ(ErrorOf([&] { grid.RemoveRow(2); }), 9);
+    EXPECT_EQ(ErrorOf([&] { grid.SelectRow(2); }), 9);
+    EXPECT_EQ(ErrorOf([&] { grid.SetRow(-1); }), 9);
+    EXPECT_EQ(ErrorOf([&] { grid.SetCol(3); }), 9);
+    EXPECT_EQ(ErrorOf([&] { grid.SetRows(-1); }), 9);
+    EXPECT_EQ(ErrorOf([&] { grid.SetGroupHeading(1, 3, "x"); }), 9);
+    EXPECT_EQ(grid.Rows(), 2);
+}
+
+TEST_F(GridOnSheet, FollowsClicksAndKeysAndTellsOfEachOnce)
+{
+    Fill(40);
+    Click(grid, 2, 1);
+    EXPECT_EQ(grid.Row(), 2);
+    EXPECT_EQ(grid.Col(), 1);
+    EXPECT_EQ(clicks.count(), 1);
+    Click(grid, 2, 1); // the current row again
+    EXPECT_EQ(clicks.count(), 2);
+
+    const struct {
+        Qt::Key key;
+        int row;
+    } steps[] = {{Qt::Key_Down, 3}, {Qt::Key_Up, 2}, {Qt::Key_End, 39}, {Qt::Key_Down, 39}, {Qt::Key_Home, 0}};
+    for (const auto& step : steps) {
+        Press(grid, step.key);
+        EXPECT_EQ(grid.Row(), step.row);
+        EXPECT_EQ(SelectedRows(), QList<int>{step.row});
+    }
+    EXPECT_EQ(clicks.count(), 2 + 4); // Down on the last row moves nothing
+    Press(grid, Qt::Key_PageDown);
+    EXPECT_GT(grid.Row(), 1);
+}
+
+TEST_F(GridOnSheet, TellsOfDoubleClickAndEnterOnTheirRow)
+{
+    Fill(5);
+    QSignalSpy entered(&grid, &forms::Grid::Entered);
+    DoubleClick(grid, 3);
+    EXPECT_EQ(doubleClicks.count(), 1);
+    EXPECT_EQ(grid.Row(), 3);
+    Press(grid, Qt::Key_Return);
+    Press(grid, Qt::Key_Enter, Qt::KeypadModifier);
+    EXPECT_EQ(entered.count(), 2);
+    EXPECT_TRUE(sheet.isVisible());
+}
+
+TEST_F(GridOnSheet, KeepsSilentWhenTheScreenMovesIt)
+{
+    Fill(5);
+    grid.SetRow(1);
+    grid.SelectRow(4);
+    EXPECT_EQ(SelectedRows(), QList<int>{4});
+    grid.AppendRow(); // the view learns of a row: current and selected rows stay
+    support::Settle();
+    EXPECT_EQ(grid.Row(), 4);
+    EXPECT_EQ(grid.currentIndex().row(), 4);
+    EXPECT_EQ(SelectedRows(), QList<int>{4});
+    EXPECT_EQ(clicks.count(), 0);
+}
+
+TEST_F(GridOnSheet, MayBeRefilledByTheHandlerOfItsClick)
+{
+    Fill(5);
+    QObject::connect(&grid, &forms::Grid::Click, &sheet, [&] {
+        Fill(3);
+        grid.SelectRow(0);
+    });
+    Click(grid, 4);
+    EXPECT_EQ(grid.Rows(), 3);
+    EXPECT_EQ(SelectedRows(), QList<int>{0});
+    Press(grid, Qt::Key_Down);
+    EXPECT_EQ(grid.Row(), 0);
+}
+
+TEST_F(GridOnSheet, ShowsHeadingsAlignedLikeTheirColumnsAndWidthsInTwips)
+{
+    QAbstractItemModel& model = *grid.model();
+    EXPECT_EQ(model.headerData(2, Qt::Horizontal).toString(), "Montant");
+    EXPECT_EQ(model.headerData(2, Qt::Horizontal, Qt::TextAlignmentRole).value<Qt::Alignment>(),
+              Qt::AlignRight | Qt::AlignVCenter);
+    EXPECT_EQ(grid.columnWidth(0), forms::PixelsOf(600));
+    EXPECT_EQ(forms::PixelsOf(forms::TwipsOf(126)), 126);
+
+    grid.SetHeading(2, "Reste");
+    EXPECT_EQ(model.headerData(2, Qt::Horizontal).toString(), "Reste");
+    const int oneLine = grid.horizontalHeader()->sizeHint().height();
+    grid.SetGroupHeading(1, 2, "Reçu");
+    EXPECT_GT(grid.horizontalHeader()->sizeHint().height(), oneLine + 8);
+}
+
+TEST_F(GridOnSheet, CopiesTheCurrentRowBetweenTabs)
+{
+    Fill(3);
+    grid.SetText(1, 0, "2");
+    grid.SelectRow(1);
+    Press(grid, Qt::Key_C, Qt::ControlModifier);
+    EXPECT_EQ(QApplication::clipboard()->text(), "2\t ligne 1\t");
+}
+
+TEST_F(GridOnSheet, FillsAndShowsTheLongestJournalAtOnce)
+{
+    QList<forms::Grid::Column> columns(10, {"Colonne", 1200});
+    forms::Grid journal("Grid9", columns);
+    QElapsedTimer clock;
+    clock.start();
+    for (int row = 0; row < 16'352; ++row) {
+        if (row > 0)
+            journal.AppendRow();
+        for (int column = 0; column < 10; ++column)
+            journal.SetText(row, column, QString::number(row));
+    }
+    journal.show();
+    journal.grab();
+    const qint64 milliseconds = clock.elapsed();
+    RecordProperty("milliseconds", static_cast<int>(milliseconds));
+    EXPECT_LT(milliseconds, 1000); // some 40 on a quiet machine: a signal for each cell takes seconds
+    journal.hide();
+}

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "platform/forms/Controls.h"
+#include "platform/forms/Form.h"
+#include "platform/forms/Grid.h"
+#include "platform/forms/Layout.h"
+
+/// A small screen with one control of each kind that is typed in or clicked.
+class Sheet : public forms::Form {
+public:
+    Sheet() : Form("Sheet", "Essai")
+    {
+        SetContent(forms::Column{text, date, amount, picture, forms::Item::Growing(grid), button});
+    }
+
+    forms::TextBox text{"Text1"};
+    forms::DateField date{"Text2"};
+    forms::AmountField amount{"Text3"};
+    forms::Picture picture{"Image1"};
+    forms::Grid grid{"Grid1", {{"N°", 600, Qt::AlignHCenter}, {"Nom", 1890}, {"Montant", 1100, Qt::AlignRight}}};
+    forms::Button button{"Command1", "Valider"};
+
+    std::function<void()> loading = [] {};
+    bool staysOpen = false;
+    int escapes = 0;
+
+protected:
+    void Form_Load() override { loading(); }
+    bool Form_QueryUnload() override { return staysOpen; }
+    void EscapePressed() override { ++escapes; }
+};
