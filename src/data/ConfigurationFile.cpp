@@ -1,0 +1,106 @@
+#include "data/ConfigurationFile.h"
+
+#include "platform/basic/RuntimeError.h"
+
+#include <QtEndian>
+#include <algorithm>
+#include <limits>
+#include <optional>
+
+namespace data {
+namespace {
+
+/// The characters of codes 128 to 159. Five codes have none and stand for the control character of the same number.
+constexpr std::array<char16_t, 32> upperControls{
+    u'\u20AC', 0x81,      u'\u201A', u'\u0192', u'\u201E', u'\u2026', u'\u2020', u'\u2021',
+    u'\u02C6', u'\u2030', u'\u0160', u'\u2039', u'\u0152', 0x8D,      u'\u017D', 0x8F,
+    0x90,      u'\u2018', u'\u2019', u'\u201C', u'\u201D', u'\u2022', u'\u2013', u'\u2014',
+    u'\u02DC', u'\u2122', u'\u0161', u'\u203A', u'\u0153', 0x9D,      u'\u017E', u'\u0178'};
+constexpr int firstUpperControl = 128;
+
+void SetWord(QByteArray& record, int number, qint16 word)
+{
+    qToLittleEndian(word, record.data() + 2 * (number - 1));
+}
+
+/// The code under which a character is stored; none when it has no code that fits a word.
+std::optional<int> ConfigCode(QChar character)
+{
+    const auto* const upper = std::ranges::find(upperControls, character.unicode());
+    if (upper != upperControls.end())
+        return firstUpperControl + static_cast<int>(upper - upperControls.begin());
+    const int code = character.unicode();
+    const bool takenByAnother =
+        code >= firstUpperControl && code < firstUpperControl + static_cast<int>(upperControls.size());
+    const bool fits = code * configCodeFactor <= std::numeric_limits<qint16>::max();
+    return fits && !takenByAnother ? std::optional(code) : std::nullopt;
+}
+
+} // namespace
+
+qint16 ConfigWord(const QByteArray& record, int number)
+{
+    const qsizetype place = 2 * (number - 1);
+    const auto byte = [&record](qsizetype at) {
+        return at < record.size() ? static_cast<quint8>(record[at]) : quint8{0};
+    };
+    return static_cast<qint16>(byte(place) | byte(place + 1) << 8);
+}
+
+QChar ConfigCharacter(int code)
+{
+    if (code < 0)
+        throw basic::Error(5);
+    const std::size_t upper = static_cast<std::size_t>(code) - firstUpperControl;
+    if (code >= firstUpperControl && upper < upperControls.size())
+        return QChar(upperControls[upper]);
+    return QChar(static_cast<char16_t>(code));
+}
+
+QString DecodeConfigRecord(const QByteArray& record)
+{
+    const int length = ConfigWord(record, configLengthWord) / configCodeFactor;
+    if (length > configRecordWords)
+        throw basic::Error(9);
+    QString text;
+    for (int word = 1; word <= length; ++word)
+        text += ConfigCharacter(ConfigWord(record, word) / configCodeFactor);
+    return text;
+}
+
+QByteArray EncodeConfigRecord(const QString& text)
+{
+    if (text.size() > longestConfigText)
+        throw basic::RuntimeError{
+            5, QString("La ligne « %1 » dépasse %2 caractères.").arg(text, QString::number(longestConfigText))};
+    QByteArray record(configRecordBytes, '\0');
+    for (qsizetype position = 0; position < text.size(); ++position) {
+        const std::optional<int> code = ConfigCode(text[position]);
+        if (!code)
+            throw basic::RuntimeError{5,
+                                      QString("La ligne « %1 » contient un caractère qui ne peut pas être enregistré "
+                                              "(le %2e).")
+                                          .arg(text, QString::number(position + 1))};
+        SetWord(record, static_cast<int>(position) + 1, static_cast<qint16>(*code * configCodeFactor));
+    }
+    SetWord(record, configLengthWord, static_cast<qint16>(text.size() * configCodeFactor));
+    return record;
+}
+
+QByteArray EncodeConfiguration(const Configuration& configuration)
+{
+    QByteArray header(configRecordBytes, '\0');
+    SetWord(header, configLanguageWord, configuration.language);
+    SetWord(header, configAccessWord, configuration.accessValue);
+
+    QByteArray file(configRecordCount * configRecordBytes, '\0');
+    const auto place = [](int record) { return (record - 1) * configRecordBytes; };
+    file.replace(place(configHeaderRecord), configRecordBytes, header);
+    for (int field = 1; field <= letterheadFields; ++field) {
+        const QString& text = configuration.letterhead[static_cast<std::size_t>(field) - 1];
+        file.replace(place(LetterheadRecord(field)), configRecordBytes, EncodeConfigRecord(text));
+    }
+    return file;
+}
+
+} // namespace data

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "data/ConfigurationFile.h"
+
+#include <QString>
+#include <QStringList>
+
+/// What makes an empty practice: its tables, its files and the password of its workspace.
+namespace data {
+
+inline const QString databaseFile = QStringLiteral("ZEP_ONE.MDB");
+inline const QString workgroupFile = QStringLiteral("system.mdw");
+inline const QString configurationFile = QStringLiteral("ZEP_CFIG.CFG");
+inline const QString archiveFolder = QStringLiteral("ARCHIVES");
+inline const QString workspaceUser = QStringLiteral("ADMIN");
+
+/// The statements that make the tables of a practice, its indexes and the rows that must exist.
+QString Schema();
+
+/// The eight characters that open the workgroup. Built when asked for and written nowhere.
+QString BuildWorkspacePassword();
+
+enum class TooltipLanguage { French, Arabic };
+
+struct PracticeSetup {
+    int accessCode = 0;     ///< as the user types it: even, from -32768 to 32766
+    QStringList letterhead; ///< at most 16 lines; widths as letterheadWidths
+    TooltipLanguage language = TooltipLanguage::French;
+};
+
+/// Makes the data folder of a new practice: database, workgroup, configuration, report templates (one that is there already
+/// stays as it is) and the folder for the archive copy, all of them open to their owner alone. The folder is made when it isn't there; when it holds other things these stay.
+///
+/// Nothing is left behind when it fails. Raises 58 when the folder holds a file of a practice already, 5 when the
+/// access code or a line of the letterhead can't be stored, 75 or 76 when the folder or a file can't be made; all with
+/// a description for the user.
+void CreatePractice(const QString& folder, const PracticeSetup& setup);
+
+} // namespace data

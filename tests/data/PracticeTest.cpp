@@ -1,0 +1,120 @@
+#include "data/Practice.h"
+#include "platform/dao/Engine.h"
+#include "support/Printing.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+
+namespace {
+
+const data::PracticeSetup setup{
+    .accessCode = 2468,
+    .letterhead = {"Dr D'Angelo", "Médecine générale", "Alger", "", "", "", "", "", "عيادة"},
+    .language = data::TooltipLanguage::French};
+
+QStringList Everything(const QString& folder)
+{
+    return QDir(folder).entryList(QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden, QDir::Name);
+}
+
+dao::Workspace OpenWorkspace(const QString& folder)
+{
+    dao::Engine engine;
+    engine.SystemDB = folder + "/system.mdw";
+    return engine.CreateWorkspace("Special", "ADMIN", data::BuildWorkspacePassword());
+}
+
+} // namespace
+
+TEST(WorkspacePassword, HasEightPrintableCharacters)
+{
+    const QString password = data::BuildWorkspacePassword();
+    EXPECT_EQ(password.size(), 8);
+    for (const QChar character : password)
+        EXPECT_TRUE(character > ' ' && character < QChar(127)) << int{character.unicode()};
+}
+
+TEST(CreatePractice, MakesAFolderForItsOwnerAlone)
+{
+    const QTemporaryDir place;
+    const QString folder = place.filePath("cabinets/D'Angelo");
+    data::CreatePractice(folder, setup);
+
+    EXPECT_EQ(Everything(folder), QStringList({"ARCHIVES", "ZEP_CFIG.CFG", "ZEP_DTAL.RPT", "ZEP_ONE.MDB", "ZEP_R1.RPT", "ZEP_R2.RPT", "ZEP_R3.RPT",
+                                               "ZEP_R4.RPT", "system.mdw"}));
+    constexpr QFile::Permissions others =
+        QFile::ReadGroup | QFile::WriteGroup | QFile::ExeGroup | QFile::ReadOther | QFile::WriteOther | QFile::ExeOther;
+    const QStringList names = Everything(folder) + QStringList(".");
+    for (const QString& name : names)
+        EXPECT_FALSE(QFile::permissions(folder + "/" + name) & others) << name.toStdString();
+}
+
+TEST(CreatePractice, GivesTablesThatTheScreensCanOpen)
+{
+    const QTemporaryDir place;
+    data::CreatePractice(place.path(), setup);
+    const dao::Workspace workspace = OpenWorkspace(place.path());
+    const dao::Database database = workspace.OpenDatabase(place.filePath("ZEP_ONE.MDB"));
+
+    for (const char* table :
+         {"Patients", "Actes", "Actes_Suppr", "presta", "Tarif", "Plani", "recettes", "Prov", "RCP2"})
+        EXPECT_TRUE(database.OpenRecordset(table).IsEOF()) << table;
+    EXPECT_EQ(database.OpenRecordset("textes")["ch30"].Text(), "");
+    dao::Recordset permanent = database.OpenRecordset("Permn"); // the day sheet reads its first row without looking
+    EXPECT_TRUE(permanent["Date"].IsNull());
+    EXPECT_EQ(permanent["Taux_PP"].Double(), 25.5);
+    EXPECT_EQ(database.TableDef("Prov").FieldNames(), QStringList({"num", "unite", "Page", "Mt", "Obs"}));
+    EXPECT_EQ(database.TableDef("Tarif").FieldCount(), 32);
+    EXPECT_EQ(database.TableDef("Permn").FieldNames().indexOf("Charge1"), 8);
+}
+
+TEST(CreatePractice, NeverTouchesWhatIsThere)
+{
+    for (const char* name : {"zep_one.mdb", "SYSTEM.MDW", "ZEP_CFIG.cfg"}) {
+        const QTemporaryDir place;
+        QFile file(place.filePath(name));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.close();
+        EXPECT_EQ(ErrorOf([&] { data::CreatePractice(place.path(), setup); }), 58) << name;
+        EXPECT_EQ(Everything(place.path()), QStringList(name));
+    }
+}
+
+TEST(CreatePractice, RefusesWhatCannotBeStoredAndLeavesNothing)
+{
+    const QTemporaryDir place;
+    const QString folder = place.filePath("cabinet");
+    for (const int code : {3, -32770, 32768, 1000000}) {
+        data::PracticeSetup bad = setup;
+        bad.accessCode = code;
+        EXPECT_EQ(ErrorOf([&] { data::CreatePractice(folder, bad); }), 5) << code;
+    }
+    for (const char* line : {"診療所", "12345678901234567890123456789012345678901"}) {
+        data::PracticeSetup bad = setup;
+        bad.letterhead[0] = line;
+        EXPECT_EQ(ErrorOf([&] { data::CreatePractice(folder, bad); }), 5) << line;
+    }
+    EXPECT_FALSE(QFile::exists(folder));
+
+    data::PracticeSetup lowest = setup;
+    lowest.accessCode = -32768;
+    data::CreatePractice(folder, lowest);
+    EXPECT_TRUE(QFile::exists(folder));
+}
+
+TEST(CreatePractice, KeepsATemplateThatAUserHasChanged)
+{
+    const QTemporaryDir place;
+    QFile edited(place.filePath("zep_r2.rpt"));
+    ASSERT_TRUE(edited.open(QIODevice::ReadWrite));
+    edited.write("title = \"Mes actes\"");
+    edited.close();
+    data::CreatePractice(place.path(), setup);
+
+    ASSERT_TRUE(edited.open(QIODevice::ReadOnly));
+    EXPECT_EQ(edited.readAll(), "title = \"Mes actes\"");
+    EXPECT_FALSE(Everything(place.path()).contains("ZEP_R2.RPT"));
+    EXPECT_TRUE(Everything(place.path()).contains("ZEP_R3.RPT"));
+}

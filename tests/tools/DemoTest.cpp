@@ -1,0 +1,86 @@
+#include "tools/PracticeCommand.h"
+
+#include <QCryptographicHash>
+#include <QDir>
+
+namespace {
+
+/// A fingerprint of every field of every row.
+QByteArray Content(const QString& folder)
+{
+    const practice::PracticeData data(folder);
+    QCryptographicHash hash(QCryptographicHash::Sha256);
+    for (const char* table :
+         {"Patients", "Actes", "Actes_suppr", "Presta", "Tarif", "Plani", "Recettes", "textes", "Permn"}) {
+        for (dao::Recordset rows = data.Database().OpenRecordset(table); !rows.IsEOF(); rows.MoveNext()) {
+            for (int field = 0; field < rows.FieldCount(); ++field)
+                hash.addData((rows.Fields(field).IsNull() ? "Null|" : rows.Fields(field).Text() + "|").toUtf8());
+        }
+    }
+    return hash.result();
+}
+
+} // namespace
+
+class Demo : public testing::Test {
+protected:
+    QString Make(const QString& name, const QStringList& options)
+    {
+        const CommandRun run(QStringList{"demo", place.filePath(name), "--until", "18/06/2024"} + options);
+        EXPECT_EQ(run.code, 0) << run.errors.toStdString();
+        EXPECT_TRUE(run.output.contains("Code d'accès : 2468"));
+        return place.filePath(name);
+    }
+
+    QTemporaryDir place;
+};
+
+TEST_F(Demo, OfOneSeedIsAlwaysTheSame)
+{
+    const QByteArray first = Content(Make("a", {"--acts", "400"}));
+    EXPECT_EQ(Content(Make("b", {"--acts", "400"})), first);
+    EXPECT_NE(Content(Make("c", {"--acts", "400", "--seed", "2"})), first);
+}
+
+TEST_F(Demo, FillsEveryTabOfItsLastDay)
+{
+    const QString folder = Make("a", {"--acts", "400", "--patients", "60"});
+    const practice::PracticeData data(folder);
+    const auto count = [&data](const QString& condition) {
+        return data.Database().OpenRecordset("select count(num) as S1 from " + condition)["S1"].Long();
+    };
+    const QString lastDay = "date = #06/18/2024#";
+    EXPECT_EQ(count("Actes"), 400);
+    EXPECT_EQ(count("Patients"), 60);
+    EXPECT_EQ(count("Presta"), 12);
+    for (int settlement = 0; settlement < 6; ++settlement)
+        EXPECT_GE(count(QString("Actes where flag_R = %1 and %2").arg(settlement).arg(lastDay)), 2) << settlement;
+    EXPECT_GE(count("Recettes where " + lastDay), 2);
+    EXPECT_GE(count("Plani where " + lastDay), 1);
+    EXPECT_EQ(count("Actes where date > #06/18/2024#"), 0);
+    EXPECT_EQ(count("Actes where flag_R = 1 and montant = 0"), 0);
+    EXPECT_EQ(count("Actes where flag_R = 0 and montant <> 0"), 0);
+    EXPECT_EQ(data.Database().OpenRecordset("Tarif").Fields(31).Integer(), 2600);
+    EXPECT_EQ(CommandRun({"check", folder}).code, 0);
+}
+
+TEST_F(Demo, RefusesAFolderInUse)
+{
+    QFile file(place.filePath("notes.txt"));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    const CommandRun run({"demo", place.path()});
+    EXPECT_EQ(run.code, 1);
+    EXPECT_TRUE(run.errors.contains("n'est pas vide")) << run.errors.toStdString();
+    EXPECT_FALSE(QFile::exists(place.filePath("ZEP_ONE.MDB")));
+}
+
+TEST_F(Demo, TakesThePlaceOfOneThatWasCutShort)
+{
+    ASSERT_TRUE(QDir(place.path()).mkpath("a.part"));
+    QFile cutShort(place.filePath("a.part/ZEP_ONE.MDB"));
+    ASSERT_TRUE(cutShort.open(QIODevice::WriteOnly));
+    ASSERT_TRUE(QDir(place.path()).mkdir("a"));
+
+    EXPECT_EQ(CommandRun({"check", Make("a", {"--acts", "20"})}).code, 0);
+    EXPECT_FALSE(QFile::exists(place.filePath("a.part")));
+}

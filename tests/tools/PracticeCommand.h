@@ -1,0 +1,53 @@
+#pragma once
+
+#include "practice/CommandLine.h"
+#include "practice/PracticeData.h"
+#include "support/Printing.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+
+/// Runs the command as typed and keeps what it wrote.
+struct CommandRun {
+    QString output;
+    QString errors;
+    int code;
+
+    explicit CommandRun(const QStringList& arguments)
+    {
+        QTextStream out(&output);
+        QTextStream err(&errors);
+        code = practice::RunCommand(arguments, out, err);
+    }
+};
+
+/// A new practice in a folder that goes away with it.
+class NewPractice {
+public:
+    NewPractice()
+    {
+        const CommandRun made({"new", Folder(), "--code", "2468", "--letterhead", "Dr D'Angelo", "Médecine générale"});
+        EXPECT_EQ(made.code, 0) << made.errors.toStdString();
+    }
+
+    QString Folder() const { return place.filePath("cabinet"); }
+
+    CommandRun Import(const QString& table, const QByteArray& text) const
+    {
+        QFile file(place.filePath("lignes.csv"));
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(text);
+        file.close();
+        return CommandRun({"import", Folder(), table, file.fileName()});
+    }
+
+    int Count(const QString& condition) const
+    {
+        const practice::PracticeData data(Folder());
+        return data.Database().OpenRecordset("select count(num) as S1 from " + condition)["S1"].Long();
+    }
+
+private:
+    QTemporaryDir place;
+};

@@ -1,0 +1,46 @@
+#pragma once
+
+#include "platform/dao/Value.h"
+
+#include <QString>
+#include <span>
+
+namespace practice {
+
+enum class FieldKind { Key, Reference, Text, Date, Time, Amount, Code, ActType };
+
+/// What a field of a table may hold.
+struct FieldRule {
+    const char* name;
+    FieldKind kind;
+    bool required = false; ///< the screens stop on a Null here
+    int lowest = -32768;   ///< of a Code
+    int highest = 32767;
+};
+
+/// The tables that are filled from outside.
+struct TableRule {
+    const char* name;
+    std::span<const FieldRule> fields;
+
+    /// The position of a field by its name, without regard to case; -1 when there is none.
+    int Find(const QString& field) const;
+};
+
+std::span<const TableRule> ImportTables();
+/// The table by its name without regard to case; null when it isn't one that is filled from outside.
+const TableRule* FindTable(const QString& name);
+
+/// A text read for a field: the value, or the reason why it can't be (in French).
+struct ReadValue {
+    dao::Value value;
+    QString problem;
+};
+/// An empty text is Null. Dates are dd/mm/yyyy or yyyy-mm-dd and must be days of the calendar; amounts have a decimal
+/// point or comma; times are HH:MM.
+ReadValue ReadField(const FieldRule& rule, const QString& text);
+
+/// Whether a text is a tariff code: "C" or "K0" to "K30".
+bool IsActType(const QString& text);
+
+} // namespace practice

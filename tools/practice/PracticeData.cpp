@@ -1,0 +1,50 @@
+#include "practice/PracticeData.h"
+
+#include "data/Practice.h"
+#include "platform/basic/RuntimeError.h"
+#include "platform/host/Files.h"
+
+#include <QFileInfo>
+
+namespace practice {
+
+PracticeData::PracticeData(const QString& folder)
+{
+    if (!QFileInfo(folder).isDir())
+        throw basic::RuntimeError{76, QString("Le dossier « %1 » n'existe pas.").arg(folder)};
+    dao::DBEngine.SystemDB = host::PathIn(folder, data::workgroupFile);
+    workspace = dao::DBEngine.CreateWorkspace("Special", data::workspaceUser, data::BuildWorkspacePassword());
+    database = workspace.OpenDatabase(host::PathIn(folder, data::databaseFile));
+}
+
+PracticeData::~PracticeData()
+{
+    try {
+        dao::DBEngine.Idle(1);
+        workspace.Close();
+    } catch (const basic::RuntimeError&) {
+        // Every row was committed before; only the move from the log into the file is left to the next opening.
+    }
+}
+
+RowBatches::RowBatches(dao::Database target) : database(std::move(target))
+{
+    transaction.emplace(database);
+}
+
+void RowBatches::Count()
+{
+    constexpr int rowsOfTransaction = 10000;
+    if (++rows % rowsOfTransaction != 0)
+        return;
+    transaction->Commit();
+    transaction.emplace(database);
+}
+
+void RowBatches::Finish()
+{
+    transaction->Commit();
+    transaction.reset();
+}
+
+} // namespace practice

@@ -1,0 +1,12 @@
+#include "practice/CommandLine.h"
+
+#include <QCoreApplication>
+#include <cstdio>
+
+int main(int argc, char** argv)
+{
+    const QCoreApplication application(argc, argv);
+    QTextStream output(stdout);
+    QTextStream errors(stderr);
+    return practice::RunCommand(QCoreApplication::arguments().mid(1), output, errors);
+}
