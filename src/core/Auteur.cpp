@@ -1,0 +1,109 @@
+#include "core/Auteur.h"
+
+#include "core/configuration.h"
+#include "core/globals.h"
+#include "core/windows.h"
+#include "data/Practice.h"
+#include "platform/forms/Desk.h"
+#include "platform/forms/Guard.h"
+#include "platform/host/Files.h"
+
+#include <QDir>
+
+using namespace forms;
+
+namespace core {
+
+Auteur::Auteur() : Form("Auteur", "     Explorer .....")
+{
+    BuildForm();
+
+    On(Text2, &TextBox::Entered, *this, [this] {
+        if (!Text2.text().trimmed().isEmpty())
+            Image1_Click();
+    });
+    On(Image1, &Picture::clicked, *this, [this] { Image1_Click(); });
+    On(Dir1, &FolderList::Change, *this, [this] { Dir1_Change(); });
+    On(Text1, &TextBox::Entered, *this, [this] {
+        if (!Text1.text().trimmed().isEmpty())
+            Image2_Click(0);
+    });
+    for (int index = 0; index < Image2.Size(); ++index)
+        On(Image2[index], &Picture::clicked, *this, [this, index] { Image2_Click(index); });
+}
+
+void Auteur::Form_Load()
+{
+    setWindowIcon(QIcon());
+    DialogResult = 0;
+    Dir1.SetPath(QDir::currentPath());
+    CenterForm(*this);
+}
+
+void Auteur::EscapePressed()
+{
+    Image2_Click(1);
+}
+
+void Auteur::Image1_Click()
+{
+    QString drive = Text2.text().trimmed();
+    if (drive.size() == 1)
+        drive += ":";
+    const QString folder = host::DriveFolder(drive);
+    if (folder.isEmpty()) {
+        MsgBox("Lecteur '" + drive + "' introuvable", Icon::Critical, "ATTENTION");
+        return;
+    }
+    Dir1.SetPath(folder);
+}
+
+void Auteur::Dir1_Change()
+{
+    File1.SetPath(Dir1.Path());
+    Label1.setText(QDir::toNativeSeparators(Dir1.Path()));
+    Label1.setToolTip(Label1.text());
+
+    const bool holdsDatabase = File1.count() > 0;
+    Image2[0].setVisible(holdsDatabase);
+    Text1.setVisible(holdsDatabase);
+    hint.setVisible(!holdsDatabase);
+}
+
+void Auteur::Image2_Click(int index)
+{
+    if (index == 1) {
+        DialogResult = 0;
+        Unload();
+        return;
+    }
+    if (!CheckFolderFiles())
+        return;
+    LoadConfiguration();
+    if (!CheckAccessCode())
+        return; // a wrong code is silent: nothing tells a stranger how near he was
+    DialogResult = ResultAccepted;
+    Unload();
+}
+
+bool Auteur::CheckFolderFiles()
+{
+    const QString folder = Label1.text().trimmed();
+    for (const QString& name : {QStringLiteral("ZEP_CFIG.cfg"), data::workgroupFile}) {
+        if (!host::FileExists(host::PathIn(folder, name), 0)) {
+            MsgBox("Fichier '" + name + "' absent", Icon::Critical, "ATTENTION");
+            return false;
+        }
+    }
+    DataFolder = folder;
+    DatabasePath = host::PathIn(DataFolder, data::databaseFile);
+    return true;
+}
+
+bool Auteur::CheckAccessCode() const
+{
+    const basic::Int16 code = basic::Product(StoredAccessValue(), 2);
+    return Text1.text().trimmed() == QString::number(code);
+}
+
+} // namespace core

@@ -1,0 +1,156 @@
+#include "core/Form1.h"
+
+#include "core/Auteur.h"
+#include "core/calendar.h"
+#include "core/configuration.h"
+#include "core/globals.h"
+#include "core/opening.h"
+#include "core/regional.h"
+#include "platform/forms/Desk.h"
+#include "platform/forms/Guard.h"
+#include "platform/host/Host.h"
+
+using namespace forms;
+
+namespace core {
+
+namespace {
+
+constexpr QSize DesignedDisplay(1024, 768);
+
+bool HasRows(const QString& statement)
+{
+    QueryText = statement;
+    return TheDatabase.OpenRecordset(QueryText).RecordCount() != 0;
+}
+
+void SayNothingThere(const MenuEntry& entry)
+{
+    MsgBox(QString::fromUtf8(entry.messageOnEmpty), Icon::Information, QString::fromUtf8(entry.title));
+}
+
+} // namespace
+
+Form1::Form1(ScreenOpeners screens) : Form("Form1"), openers(std::move(screens))
+{
+    BuildMenu();
+    BuildForm();
+    On(Image1, &Picture::clicked, *this, [this] { mnuQ_Click(); });
+    On(Image2, &Picture::clicked, *this, [this] { mnuQ_Click(); });
+    On(Image1, &Picture::MouseOver, *this, [this] { Image2.show(); });
+    OnFatalError(CloseDataFiles);
+}
+
+void Form1::Form_Load()
+{
+    setWindowIcon(QIcon());
+    setWindowTitle(" ");
+    SetRegionalFormats();
+    FillCalendarNames();
+    LanguageMode = True;
+    ShowMenuState(false);
+    FitDisplay();
+}
+
+void Form1::FitDisplay()
+{
+    InitialScreen = host::DisplaySize();
+    DisplayChanged = false;
+    if (InitialScreen != DesignedDisplay) {
+        ChangeResolution(DesignedDisplay.width(), DesignedDisplay.height());
+        DisplayChanged = true;
+    }
+    setFixedSize(host::WorkingArea());
+}
+
+void Form1::mnu_aprpos_Click()
+{
+    Auteur dialog;
+    TheDesk().ShowModal(dialog);
+    if (DialogResult != ResultAccepted)
+        return;
+
+    CreateTheWorkspace();
+    ShowLetterhead();
+    ShowMenuState(true);
+    OpenDataFiles();
+}
+
+void Form1::ShowLetterhead()
+{
+    for (int line = 0; line < Label1.Size(); ++line) {
+        Label1[line].setText(TrimLetterheadField(line + 1));
+        Label1[line].show();
+    }
+    Label4[0].show();
+}
+
+void Form1::ChooseEntry(const MenuEntry& entry)
+{
+    const std::string_view control = entry.control;
+    if (control == "mnu_aprpos")
+        return mnu_aprpos_Click();
+    if (control == "mnuQ")
+        return mnuQ_Click();
+    if (control == "mnu_Caisse")
+        return mnu_Caisse_Click();
+
+    if (*entry.check != '\0' && !HasRows(QString::fromUtf8(entry.check)))
+        return SayNothingThere(entry);
+    if (control == "mnu_Prest")
+        DialogResult = 0;
+    OpenScreen(control);
+}
+
+void Form1::OpenScreen(std::string_view control)
+{
+    const auto opener = openers.find(control);
+    if (opener != openers.end())
+        opener->second();
+}
+
+void Form1::mnu_Caisse_Click()
+{
+    // An appointment is a sign of activity as good as an expense; the acts themselves aren't asked.
+    const bool hasAppointments = HasRows("select * from Plani");
+    const bool hasExpenses = HasRows("select * from recettes");
+    if (!hasAppointments && !hasExpenses) {
+        for (const MenuEntry& entry : MenuTable())
+            if (std::string_view(entry.control) == "mnu_Caisse")
+                SayNothingThere(entry);
+        return;
+    }
+    if (PickDateFromToday())
+        OpenScreen("mnu_Caisse");
+}
+
+void Form1::mnuQ_Click()
+{
+    Unload();
+}
+
+bool Form1::Form_QueryUnload()
+{
+    constexpr bool staysOpen = true;
+    if (MsgBox("Veuiller Confirmer Fin de Travail !!", Icon::Question, "ZEP Lumo", Buttons::YesNo) == Answer::Yes) {
+        ShutDown();
+        TheDesk().EndProgram(0);
+    }
+    return staysOpen;
+}
+
+void Form1::ShutDown()
+{
+    try {
+        if (DisplayChanged)
+            ChangeResolution(InitialScreen.width(), InitialScreen.height());
+        if (Label1[0].isVisibleTo(this)) {
+            CloseDataFiles();
+            CopyToArchives();
+        }
+    } catch (const basic::RuntimeError& error) {
+        MsgBox(ErrorText(error.number, error.description), Icon::Exclamation, "ZEP Lumo");
+    }
+}
+
+} // namespace core

@@ -1,0 +1,132 @@
+#include "core/Form1.h"
+
+#include "platform/forms/Guard.h"
+#include "platform/forms/Layout.h"
+
+#include <QEvent>
+#include <QLayout>
+#include <QMenu>
+#include <QShortcut>
+#include <QToolButton>
+
+using namespace forms;
+
+namespace core {
+
+void Form1::BuildMenu()
+{
+    std::map<std::string_view, QMenu*> submenus;
+    for (const MenuEntry& entry : MenuTable()) {
+        const QString caption = QString::fromUtf8(entry.caption);
+        QMenu* parent = submenus[entry.parent];
+        QAction* action = nullptr;
+        if (entry.isSubmenu) {
+            submenus[entry.control] = menu.addMenu(caption);
+            action = submenus[entry.control]->menuAction();
+        } else if (caption == "-") {
+            action = parent->addSeparator();
+        } else {
+            action = parent->addAction(caption);
+            const std::string_view control = entry.control;
+            action->setEnabled(control == "mnu_aprpos" || control == "mnuQ" || openers.contains(control));
+            On(*action, &QAction::triggered, *this, [this, &entry] { ChooseEntry(entry); });
+        }
+        action->setObjectName(QLatin1String(entry.control));
+        entries[entry.control] = action;
+    }
+    Entry("mnu_aprpos")->setShortcut(QKeySequence::Open);
+    Entry("mnuQ")->setShortcut(QKeySequence("Ctrl+Q"));
+    menu.setAccessibleName("Menu");
+    auto* reachMenu = new QShortcut(QKeySequence(Qt::Key_F10), this);
+    connect(reachMenu, &QShortcut::activated, this, [this] {
+        menu.setFocus();
+        menu.setActiveAction(menu.actions().first());
+    });
+}
+
+QAction* Form1::Entry(std::string_view control) const
+{
+    const auto entry = entries.find(control);
+    return entry == entries.end() ? nullptr : entry->second;
+}
+
+void Form1::ShowMenuState(bool opened)
+{
+    for (const MenuEntry& entry : MenuTable())
+        Entry(entry.control)->setVisible(opened ? entry.shownAfterOpening : entry.shownBeforeOpening);
+}
+
+void Form1::BuildForm()
+{
+    setWindowFlags(Qt::Window);
+    menu.setObjectName("MainMenu");
+    if (auto* more = menu.findChild<QToolButton*>())
+        more->setAccessibleName("Suite du menu");
+
+    Image3.setPixmap(QIcon(":/icons/backdrop.svg").pixmap(QSize(480, 480)));
+    Image3.setAlignment(Qt::AlignCenter);
+    Image1.SetIcon("quit");
+    Image1.SetAction("Quitter");
+    Image2.SetIcon("quit-hover");
+    Image2.SetAction("Quitter");
+    Image2.setFocusPolicy(Qt::NoFocus);
+
+    const int letterheadSizes[] = {20, 13, 11};
+    for (int line = 0; line < Label1.Size(); ++line) {
+        QFont font = Label1[line].font();
+        font.setPointSize(letterheadSizes[line]);
+        font.setBold(line == 0);
+        Label1[line].setFont(font);
+    }
+    QFont titleFont = Label4[0].font();
+    titleFont.setPointSize(28);
+    titleFont.setBold(true);
+    Label4[0].setFont(titleFont);
+    Label4[0].setText("ZEP_Lumo");
+    Label4[0].setMargin(8);
+
+    for (QWidget* control : std::initializer_list<QWidget*>{&Label1[0], &Label1[1], &Label1[2], &Label4[0]}) {
+        QSizePolicy policy = control->sizePolicy();
+        policy.setRetainSizeWhenHidden(true);
+        control->setSizePolicy(policy);
+        control->hide();
+    }
+    SetContent(Column{
+        Label1[0],
+        Label1[1],
+        Label1[2],
+        Item::Growing(Image3),
+        Row{Label4[0], Item::Stretch(), Image1},
+    });
+    layout()->setMenuBar(&menu);
+
+    Image2.setParent(this);
+    Image2.hide();
+    Label4[0].installEventFilter(this);
+    Image3.setMouseTracking(true);
+    setMouseTracking(true);
+}
+
+bool Form1::eventFilter(QObject* watched, QEvent* event)
+{
+    if (watched == &Label4[0] && event->type() == QEvent::Enter)
+        Label4[0].setFrameShape(QFrame::Box);
+    if (watched == &Label4[0] && event->type() == QEvent::Leave)
+        Label4[0].setFrameShape(QFrame::NoFrame);
+    return Form::eventFilter(watched, event);
+}
+
+void Form1::mouseMoveEvent(QMouseEvent* event)
+{
+    Image2.hide();
+    Form::mouseMoveEvent(event);
+}
+
+void Form1::resizeEvent(QResizeEvent* event)
+{
+    Form::resizeEvent(event);
+    layout()->activate();
+    Image2.setGeometry(Image1.geometry());
+}
+
+} // namespace core

@@ -1,0 +1,230 @@
+#include "core/Q_Date_2.h"
+
+#include "core/calendar.h"
+#include "core/globals.h"
+#include "core/windows.h"
+#include "platform/basic/Dates.h"
+#include "platform/basic/Numbers.h"
+#include "platform/forms/Guard.h"
+
+#include <QKeyEvent>
+#include <QSignalBlocker>
+
+using namespace basic;
+using namespace forms;
+
+namespace core {
+
+namespace {
+
+constexpr int FirstYear = 2001;
+constexpr int LastYear = 2099;
+constexpr int NoSuchYear = 102;
+constexpr int DaysInWeek = 7;
+constexpr int Saturday = 7;
+
+QString TwoDigits(int number)
+{
+    return (QStringLiteral("00") + QString::number(number)).right(2);
+}
+
+} // namespace
+
+Q_Date_2::Q_Date_2() : Form("Q_Date_2", " ")
+{
+    BuildForm();
+    On(Combo1, &QComboBox::currentIndexChanged, *this, [this] { Combo1_Click(); });
+    On(Combo2, &QComboBox::currentIndexChanged, *this, [this] { Combo2_Click(); });
+    for (int cell = 1; cell <= Cells; ++cell)
+        On(SSCommand1[cell], &Button::clicked, *this, [this, cell] { SSCommand1_Click(cell); });
+    for (int index = 0; index < Image2.Size(); ++index)
+        On(Image2[index], &Picture::clicked, *this, [this, index] { Image2_Click(index); });
+}
+
+void Q_Date_2::Form_Load()
+{
+    setWindowTitle(" ");
+    CenterForm(*this);
+    {
+        const QSignalBlocker quietMonths(Combo1);
+        const QSignalBlocker quietYears(Combo2);
+        for (const QString& name : MonthNames)
+            Combo1.addItem(name.trimmed());
+        for (int year = FirstYear; year <= LastYear; ++year)
+            Combo2.addItem(QString::number(year));
+        Combo1.setCurrentIndex(-1);
+        Combo2.setCurrentIndex(-1);
+    }
+    int yearLine = NoSuchYear; // a year that the list lacks makes the selection fail
+    for (int line = 0; line < Combo2.count(); ++line)
+        if (Val(Combo2.itemText(line)) == PickedYear)
+            yearLine = line;
+    Combo2.SetListIndex(yearLine);
+    Combo1.SetListIndex(PickedMonth - 1);
+    loadedOnce = true;
+    ShowArrows();
+}
+
+void Q_Date_2::Combo1_Click()
+{
+    if (Combo1.currentIndex() >= 0)
+        LayMonthOut();
+}
+
+void Q_Date_2::Combo2_Click()
+{
+    const double year = Val(Combo2.currentText());
+    if (year < 1990 || year > 2100 || !loadedOnce)
+        return;
+    PickedYear = RoundToInt(year);
+    LayMonthOut();
+}
+
+void Q_Date_2::EmptyCells()
+{
+    for (int cell = 1; cell <= Cells; ++cell) {
+        Text2[cell].setText("");
+        Text2[cell].setEnabled(false);
+        SSCommand1[cell].setText("");
+        SSCommand1[cell].setAccessibleName("Case vide");
+        SSCommand1[cell].setEnabled(false);
+    }
+}
+
+void Q_Date_2::LayMonthOut()
+{
+    EmptyCells();
+    PickedMonth = Combo1.currentIndex() + 1;
+    const QDate first = DateValue(QStringLiteral("%1/%2/01").arg(PickedYear).arg(TwoDigits(PickedMonth)));
+    FirstDayColumn = Weekday(first) % Saturday;
+    MonthLength = DaysInMonth(PickedMonth, PickedYear);
+    if (PickedDay > MonthLength)
+        PickedDay = MonthLength;
+
+    for (int day = 1; day <= MonthLength; ++day) {
+        const int cell = FirstDayColumn + day;
+        Text2[cell].setText(" " + QString::number(day));
+        Text2[cell].setEnabled(true);
+        SSCommand1[cell].setText(QString::number(day));
+        SSCommand1[cell].setAccessibleName(QStringLiteral("Jour %1").arg(day));
+        SSCommand1[cell].setEnabled(true);
+    }
+    for (int cell = 1; cell <= Cells; ++cell)
+        if (SSCommand1[cell].isEnabled() && Val(SSCommand1[cell].text()) == PickedDay)
+            SSCommand1_Click(cell);
+    ShowArrows();
+}
+
+void Q_Date_2::Text2_Click(int cell)
+{
+    PickedDay = RoundToInt(Val(Text2[cell].text()));
+}
+
+void Q_Date_2::StepList(ComboBox& list, int step)
+{
+    const int line = list.currentIndex() + step;
+    if (line >= 0 && line < list.count())
+        list.SetListIndex(line);
+    ShowArrows();
+}
+
+void Q_Date_2::ShowArrows()
+{
+    Image2[2].setVisible(Combo1.currentIndex() > 0);
+    Image2[3].setVisible(Combo1.currentIndex() < Combo1.count() - 1);
+    Image2[4].setVisible(Combo2.currentIndex() > 0);
+    Image2[5].setVisible(Combo2.currentIndex() < Combo2.count() - 1);
+}
+
+void Q_Date_2::Image2_Click(int index)
+{
+    switch (index) {
+    case 0:
+        return Accept();
+    case 1:
+        return Cancel();
+    case 2:
+        return StepList(Combo1, -1);
+    case 3:
+        return StepList(Combo1, 1);
+    case 4:
+        return StepList(Combo2, -1);
+    default:
+        return StepList(Combo2, 1);
+    }
+}
+
+void Q_Date_2::Accept()
+{
+    PickedDate = TwoDigits(PickedDay) + "/" + TwoDigits(PickedMonth) + "/" + QString::number(PickedYear);
+    DialogResult = ResultDone;
+    answered = true;
+    Unload();
+}
+
+void Q_Date_2::Cancel()
+{
+    PickedDay = -1;
+    PickedDate = "";
+    DialogResult = ResultPickerCancelled;
+    answered = true;
+    Unload();
+}
+
+bool Q_Date_2::Form_QueryUnload()
+{
+    // The close box is a way out without choosing.
+    if (!answered) {
+        PickedDay = -1;
+        PickedDate = "";
+        DialogResult = ResultPickerCancelled;
+    }
+    return false;
+}
+
+void Q_Date_2::EscapePressed()
+{
+    Cancel();
+}
+
+bool Q_Date_2::MoveChoice(int key)
+{
+    const auto toDay = [this](int day) {
+        if (day >= 1 && day <= MonthLength)
+            SSCommand1_Click(FirstDayColumn + day);
+    };
+    switch (key) {
+    case Qt::Key_Left:
+        return toDay(PickedDay - 1), true;
+    case Qt::Key_Right:
+        return toDay(PickedDay + 1), true;
+    case Qt::Key_Up:
+        return toDay(PickedDay - DaysInWeek), true;
+    case Qt::Key_Down:
+        return toDay(PickedDay + DaysInWeek), true;
+    case Qt::Key_PageUp:
+        return StepList(Combo1, -1), true;
+    case Qt::Key_PageDown:
+        return StepList(Combo1, 1), true;
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        return Accept(), true;
+    default:
+        return false;
+    }
+}
+
+bool Q_Date_2::eventFilter(QObject* watched, QEvent* event)
+{
+    bool taken = false;
+    if (event->type() == QEvent::KeyPress)
+        Guarded([&] { taken = MoveChoice(static_cast<QKeyEvent*>(event)->key()); });
+    else if (event->type() == QEvent::MouseButtonDblClick)
+        Guarded([&] {
+            Accept();
+            taken = true;
+        });
+    return taken || Form::eventFilter(watched, event);
+}
+
+} // namespace core

@@ -1,0 +1,55 @@
+#pragma once
+
+#include "platform/basic/Int16.h"
+#include "platform/forms/ControlArray.h"
+#include "platform/forms/Controls.h"
+#include "platform/forms/Form.h"
+
+namespace core {
+
+/// The date picker: one month on view, Saturday to Friday. It takes PickedDay, PickedMonth and PickedYear, and leaves the chosen
+/// date there and in PickedDate, or -1 in PickedDay on cancel.
+class Q_Date_2 : public forms::Form {
+    Q_OBJECT
+public:
+    static constexpr int Cells = 42; ///< six rows of seven columns, numbered from 1
+
+    Q_Date_2();
+
+    forms::Label Label2{"Label2"};      ///< the chosen day
+    forms::ComboBox Combo1{"Combo1"};   ///< months
+    forms::ComboBox Combo2{"Combo2"};   ///< years 2001 to 2099
+    forms::ControlArray<forms::TextBox, Cells, 1> Text2{"Text2"};
+    forms::ControlArray<forms::Button, Cells, 1> SSCommand1{"SSCommand1"};
+    forms::ControlArray<forms::Picture, 6> Image2{"Image2"}; ///< accept, cancel, previous and next month, previous and next year
+
+    void Combo1_Click();
+    void Combo2_Click();
+    void SSCommand1_Click(int cell);
+    void Text2_Click(int cell);
+    void Image2_Click(int index);
+
+protected:
+    void Form_Load() override;
+    bool Form_QueryUnload() override;
+    void EscapePressed() override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void BuildForm();
+    void EmptyCells();
+    void LayMonthOut();
+    void ShowArrows();
+    void Accept();
+    void Cancel();
+    void StepList(forms::ComboBox& list, int step);
+    /// Moves the choice by days within the month, or by a month or year, for the arrow and page keys. False for other keys.
+    bool MoveChoice(int key);
+
+    basic::Int16 FirstDayColumn; ///< column of the 1st of the month, 0 (Saturday) to 6
+    basic::Int16 MonthLength;    ///< days in the month on view
+    bool loadedOnce = false;     ///< changes of year lay the month out again from then on
+    bool answered = false;
+};
+
+} // namespace core

@@ -1,0 +1,106 @@
+#include "core/configuration.h"
+
+#include "core/globals.h"
+#include "data/ConfigurationFile.h"
+#include "data/Practice.h"
+#include "platform/basic/Numbers.h"
+#include "platform/basic/RuntimeError.h"
+#include "platform/host/Files.h"
+
+#include <QFile>
+
+using basic::FixedText;
+using basic::Int16;
+
+namespace core {
+
+namespace {
+
+constexpr int ConfigLineWidth = 40;
+constexpr int AlternativeSet = 1;
+
+std::array<QString, data::letterheadFields> Letterhead;
+Int16 AccessValue;
+Int16 LetterheadSelector; ///< 1 would choose the alternative set; the point where it would be chosen, never set so far
+
+QString& Stored(int field)
+{
+    if (field < 1 || field > data::letterheadFields)
+        throw basic::Error(9);
+    return Letterhead[static_cast<std::size_t>(field - 1)];
+}
+
+void StoreLetterheadField(int field, const QString& text)
+{
+    Stored(field) = FixedText(text, data::letterheadWidths[static_cast<std::size_t>(field - 1)]);
+}
+
+QByteArray Record(const QByteArray& file, int number)
+{
+    return file.mid(static_cast<qsizetype>(number - 1) * data::configRecordBytes, data::configRecordBytes);
+}
+
+/// The decoded text of a record; a record that can't be decoded is passed over.
+QString ReadConfigField(const QByteArray& record)
+{
+    try {
+        return data::DecodeConfigRecord(record);
+    } catch (const basic::RuntimeError&) {
+        return {};
+    }
+}
+
+} // namespace
+
+void LoadConfiguration()
+{
+    ConfigPath = host::PathIn(DataFolder, data::configurationFile);
+    QFile file(ConfigPath);
+    QByteArray content;
+    if (file.open(QIODevice::ReadOnly))
+        content = file.read(static_cast<qint64>(data::configRecordCount) * data::configRecordBytes);
+
+    const QByteArray header = Record(content, data::configHeaderRecord);
+    LanguageMode = data::ConfigWord(header, data::configLanguageWord) == 1 ? 1 : True;
+    AccessValue = data::ConfigWord(header, data::configAccessWord);
+
+    for (int field = 1; field <= data::letterheadFields; ++field) {
+        QString& line = ConfigLines[static_cast<std::size_t>(field - 1)];
+        line = FixedText(ReadConfigField(Record(content, data::LetterheadRecord(field))), ConfigLineWidth);
+        StoreLetterheadField(field, line);
+    }
+}
+
+Int16 StoredAccessValue()
+{
+    return AccessValue;
+}
+
+QString LetterheadField(int field)
+{
+    return Stored(field);
+}
+
+QString TrimLetterheadField(int field)
+{
+    const QString trimmed = Stored(field).trimmed();
+    StoreLetterheadField(field, trimmed);
+    return trimmed;
+}
+
+void WriteTextesFromConfig()
+{
+    const int before = LetterheadSelector == AlternativeSet ? data::letterheadFields / 2 : 0;
+
+    TextesTable.MoveFirst();
+    TextesTable.LockEdits(true);
+    TextesTable.Edit();
+    TextesTable["ch1"] = TrimLetterheadField(before + 1);
+    TextesTable["ch2"] = TrimLetterheadField(before + 2);
+    TextesTable["ch3"] = TrimLetterheadField(before + 3);
+    TextesTable["ch30"] = "(" + TrimLetterheadField(before + 4) + ")";
+    TextesTable.Update();
+    dao::DBEngine.Idle(1);
+}
+
+} // namespace core

@@ -1,0 +1,63 @@
+#pragma once
+
+#include "platform/basic/Int16.h"
+#include "platform/dao/Engine.h"
+
+#include <QSize>
+#include <QString>
+#include <array>
+
+/// The global working state of the program: declared here once, read and written by every screen.
+namespace core {
+
+/// "True" of the 16-bit flags: all bits set.
+inline constexpr int True = -1;
+
+inline constexpr int ResultAccepted = 22; ///< a practice was chosen and its code typed
+inline constexpr int ResultDone = 1;
+inline constexpr int ResultCancelled = 8;
+inline constexpr int ResultPickerCancelled = -1;
+
+extern QString DataFolder;   ///< folder of the open practice; set only after its files were found
+extern QString DatabasePath; ///< its database file
+extern QString ConfigPath;   ///< its configuration file
+
+extern QString WorkspacePassword; ///< built at run time, kept in memory only
+extern dao::Workspace TheWorkspace;
+extern dao::Database TheDatabase;
+extern dao::Recordset PatientsTable; ///< the four tables that stay open for the whole run
+extern dao::Recordset PrestaTable;
+extern dao::Recordset TextesTable;
+extern dao::Recordset PermnTable;
+
+extern QString QueryText;  ///< the statement in hand
+extern QString ReportName; ///< a template's file name during a print
+
+extern QSize InitialScreen; ///< the display size in pixels found at start
+extern bool DisplayChanged; ///< the display was switched to 1024 by 768 by this program
+extern basic::Int16 LanguageMode; ///< True for French tooltips, 1 for Arabic ones
+
+extern basic::Int16 DialogResult; ///< result of the last modal screen; carries an option index into New_Mecano
+extern QString PickedDate;        ///< shared text: the date chosen in the picker, a caption passed between screens
+extern QString ScratchText;       ///< a second such text
+extern basic::Int16 PickedDay;    ///< date passed to and from the picker; a day below 1 means nothing was chosen
+extern basic::Int16 PickedMonth;
+extern basic::Int16 PickedYear;
+
+extern std::array<QString, 20> ConfigLines; ///< receives the configuration, then scratch for dates at printing time
+
+extern std::array<QString, 7> DayNamesShort;     ///< Sunday first, fixed text of 10
+extern std::array<QString, 7> DayNamesLong;      ///< Sunday first, fixed text of 10
+extern std::array<QString, 12> MonthNames;       ///< fixed text of 20
+extern std::array<QString, 12> MonthNamesArabic; ///< fixed text of 20
+
+/// Fills the four name tables.
+void FillCalendarNames();
+
+/// Whether hover captions are French; the alternative is Arabic.
+bool SpeaksFrench();
+
+/// Puts every global back to its state before the start, closing what is open. A run of the program does this once.
+void ResetGlobals();
+
+} // namespace core

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "platform/dao/Recordset.h"
+
+#include <QStringList>
+
+namespace forms {
+class ComboBox;
+}
+
+namespace core {
+
+/// Fills the six payment codes (line n is the code of `flag_R` n; "P " keeps its blank) and the ten hour slots (line n is the
+/// slot of `HH` n, " 8-9" to " 17-18"). `codes` receives the payment codes as well and starts on line 0; it may be null.
+void FillPayLists(QStringList& List_R, QStringList& List_HH, forms::ComboBox* codes = nullptr);
+
+/// A line of a list; raises 9 outside it, as a code that no list knows is an error of the data.
+QString ListLine(const QStringList& list, int line);
+
+/// Reaches the row with this key: first row, then search. False when there is none; the set may be empty.
+bool FindKey(dao::Recordset& lookup, dao::Key key);
+
+/// The text of a field for a list: empty for Null.
+QString TextOrNothing(const dao::Field& field);
+
+} // namespace core

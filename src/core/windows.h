@@ -1,0 +1,19 @@
+#pragma once
+
+class QWidget;
+
+namespace forms {
+class Form;
+}
+
+namespace core {
+
+/// Puts the window in the middle of the screen: half the screen less half the window each way, in twips and in floating
+/// point, with no clipping.
+void CenterForm(forms::Form& window);
+
+/// Shows a panel of the same window in the middle of `area`, in front, in its natural size; it stays in the middle when the area
+/// changes. Which control takes the keyboard is left to the caller.
+void FloatOver(QWidget& panel, QWidget& area);
+
+} // namespace core

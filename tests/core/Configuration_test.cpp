@@ -1,0 +1,134 @@
+#include "core/configuration.h"
+
+#include "core/globals.h"
+#include "core/regional.h"
+#include "platform/host/Host.h"
+#include "support/Practice.h"
+#include "support/ScriptedDesk.h"
+
+#include <QFile>
+#include <gtest/gtest.h>
+#include <random>
+
+namespace {
+
+constexpr int RecordBytes = 84;
+
+class Configuration : public testing::Test {
+protected:
+    Configuration() { core::DataFolder = practice.Folder(); }
+
+    QByteArray Read()
+    {
+        QFile file(practice.File("ZEP_CFIG.CFG"));
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+
+    void Write(const QByteArray& content)
+    {
+        QFile file(practice.File("ZEP_CFIG.CFG"));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
+        file.write(content);
+    }
+
+    /// Sets word `word` (from 1) of record `record` (from 1).
+    static void SetWord(QByteArray& content, int record, int word, qint16 value)
+    {
+        const qsizetype at = (record - 1) * RecordBytes + (word - 1) * 2;
+        content[at] = static_cast<char>(value & 0xFF);
+        content[at + 1] = static_cast<char>((value >> 8) & 0xFF);
+    }
+
+    tests::Practice practice;
+    ScriptedDesk desk;
+};
+
+} // namespace
+
+TEST_F(Configuration, ReadsLanguageAndAccessValueAsTheyStand)
+{
+    QByteArray content = Read();
+    struct { qint16 word; int mode; } const languages[] = {{0, -1}, {1, 1}, {2, -1}, {-1, -1}};
+    for (const auto& language : languages) {
+        SetWord(content, 4, 5, language.word);
+        SetWord(content, 4, 12, -3);
+        Write(content);
+        core::LoadConfiguration();
+        EXPECT_EQ(core::LanguageMode, language.mode) << language.word;
+        EXPECT_EQ(core::StoredAccessValue(), -3);
+    }
+}
+
+TEST_F(Configuration, DecodesEachFieldCutToItsWidth)
+{
+    QByteArray content = Read();
+    for (int character = 1; character <= 35; ++character)
+        SetWord(content, 39, character, static_cast<qint16>(7 * ('A' + character % 26) + 6)); // no multiple of 7: truncated
+    SetWord(content, 39, 42, 35 * 7);
+    SetWord(content, 40, 42, 0);
+    SetWord(content, 41, 42, 43 * 7); // runs out of the record: passed over
+    Write(content);
+
+    core::LoadConfiguration();
+
+    EXPECT_EQ(core::LetterheadField(1), QString("Cabinet d'Été").leftJustified(40));
+    EXPECT_EQ(core::LetterheadField(3), "BCDEFGHIJKLMNOPQRSTU");
+    EXPECT_EQ(core::LetterheadField(4), QString(20, ' '));
+    EXPECT_EQ(core::LetterheadField(5), QString(30, ' '));
+    EXPECT_EQ(core::ConfigLines[2].trimmed().size(), 35);
+}
+
+TEST_F(Configuration, TakesAFileOfAnyLengthAndAnyContent)
+{
+    const QByteArray whole = Read();
+    for (qsizetype length = 0; length < whole.size(); length += 13) {
+        Write(whole.left(length));
+        core::LoadConfiguration();
+        EXPECT_EQ(core::StoredAccessValue(), length >= 3 * RecordBytes + 24 ? 3 : 0) << length;
+    }
+    std::mt19937 random(7); // NOLINT: the same files each time
+    QByteArray noise(whole.size(), '\0');
+    for (int file = 0; file < 500; ++file) {
+        for (char& byte : noise)
+            byte = static_cast<char>(random());
+        Write(noise);
+        core::LoadConfiguration();
+        EXPECT_EQ(core::LetterheadField(2).size(), 30);
+    }
+}
+
+TEST_F(Configuration, BringsTheLetterheadIntoTheTexts)
+{
+    practice.Open();
+    core::WriteTextesFromConfig();
+    EXPECT_EQ(practice.Ask("select ch1 from textes").Text(), "Cabinet d'Été");
+    EXPECT_EQ(practice.Ask("select ch30 from textes").Text(), "(021 00 00 00)");
+
+    QByteArray content = Read();
+    SetWord(content, 40, 42, 0);
+    Write(content);
+    core::LoadConfiguration();
+    core::WriteTextesFromConfig();
+    EXPECT_EQ(practice.Ask("select ch30 from textes").Text(), "()");
+
+    core::TheDatabase.Execute("Delete * from textes");
+    core::TextesTable = core::TheDatabase.OpenRecordset("textes");
+    EXPECT_THROW(core::WriteTextesFromConfig(), basic::RuntimeError);
+}
+
+TEST_F(Configuration, BendsTheRegionalFormatsOnce)
+{
+    using host::LocaleSetting;
+    host::SetLocaleInfo(LocaleSetting::DecimalMark, ",");
+    host::SetLocaleInfo(LocaleSetting::ShortDate, "M/d/yy");
+    core::SetRegionalFormats();
+    EXPECT_EQ(host::LocaleInfo(LocaleSetting::ShortDate), "dd/MM/yyyy");
+    EXPECT_EQ(host::LocaleInfo(LocaleSetting::DecimalMark), ".");
+
+    host::RefuseLocaleChanges(true);
+    EXPECT_EQ(core::SetDecimalMark(".", 0), core::True); // nothing to change, nothing refused
+    EXPECT_EQ(core::SetDecimalMark(",", 0), 0);
+    desk.ExpectMessage("Failed", forms::Icon::None, "");
+    core::SetRegionalFormats();
+    host::RefuseLocaleChanges(false);
+}

@@ -1,0 +1,231 @@
+#include "core/Auteur.h"
+#include "core/Form1.h"
+#include "core/Q_Date_2.h"
+#include "core/configuration.h"
+#include "core/globals.h"
+#include "core/opening.h"
+#include "platform/host/Files.h"
+#include "platform/host/Host.h"
+#include "support/Accessibility.h"
+#include "support/Practice.h"
+#include "support/ScriptedDesk.h"
+
+#include <QDir>
+#include <QFile>
+#include <gtest/gtest.h>
+
+using core::Auteur;
+using core::Form1;
+using forms::Answer;
+using forms::Buttons;
+using forms::Icon;
+
+namespace {
+
+class Opening : public testing::Test {
+protected:
+    Form1& Start()
+    {
+        return desk.Open<Form1>(core::ScreenOpeners{{"mnu_Caisse", [this] { ++cashOpened; }},
+                                                    {"NActes", [this] { ++actsOpened; }},
+                                                    {"mnu_Inst", [this] { ++pendingOpened; }}});
+    }
+
+    /// Chooses the practice's folder and types a code into the dialog that "Explorer ..." opens.
+    void TypeCode(Form1& main, const QString& code)
+    {
+        desk.WhenModal<Auteur>([this, code](Auteur& dialog) {
+            dialog.Dir1.SetPath(practice.Folder());
+            Type(dialog.Text1, code);
+            Press(dialog.Text1, Qt::Key_Return);
+            if (dialog.isVisible())
+                Click(dialog.Image2[1]);
+        });
+        main.Entry("mnu_aprpos")->trigger();
+    }
+
+    void Quit(Form1& main)
+    {
+        desk.ExpectMessage("Veuiller Confirmer Fin de Travail !!", Icon::Question, "ZEP Lumo", Answer::Yes);
+        main.Entry("mnuQ")->trigger();
+    }
+
+    tests::Practice practice;
+    ScriptedDesk desk;
+    int cashOpened = 0;
+    int actsOpened = 0;
+    int pendingOpened = 0;
+};
+
+} // namespace
+
+TEST_F(Opening, ShowsLetterheadAndMenusOnceTheCodeIsRight)
+{
+    auto& main = Start();
+    EXPECT_EQ(main.windowTitle(), " ");
+    EXPECT_FALSE(main.Entry("mnu_13")->isVisible());
+    EXPECT_FALSE(main.Entry("NActes")->isVisible());
+    EXPECT_FALSE(main.Label1[0].isVisible());
+    EXPECT_TRUE(core::DisplayChanged);
+
+    TypeCode(main, " 6 "); // stored 3, doubled; blanks on both sides don't count
+
+    EXPECT_FALSE(main.Entry("mnu_aprpos")->isVisible());
+    EXPECT_TRUE(main.Entry("mnu_13")->isVisible());
+    EXPECT_FALSE(main.Entry("mnu_tarif")->isEnabled()); // no screen stands behind it here
+    EXPECT_EQ(main.Label1[0].text(), "Cabinet d'Été");
+    EXPECT_TRUE(main.Label1[2].isVisible());
+    EXPECT_TRUE(main.Label4[0].isVisible());
+    EXPECT_EQ(core::LetterheadField(3), QString("Alger").leftJustified(20));
+    EXPECT_TRUE(core::TheDatabase.IsOpen());
+    EXPECT_EQ(core::TheDatabase.TableDef("Prov").FieldCount(), 6);
+    EXPECT_EQ(AccessibilityFaults(main), QStringList());
+
+    Quit(main);
+    EXPECT_EQ(desk.EndCode(), 0);
+    EXPECT_TRUE(QFile::exists(practice.File("ARCHIVES/ZEP_ONE.MDB")));
+}
+
+TEST_F(Opening, StaysSilentOnAWrongCode)
+{
+    auto& main = Start();
+    for (const char* code : {"3", "12", "06", ""})
+        TypeCode(main, code);
+    EXPECT_TRUE(main.Entry("mnu_aprpos")->isVisible());
+    EXPECT_FALSE(core::TheDatabase.IsOpen());
+    EXPECT_EQ(desk.BeepCount(), 0);
+
+    Quit(main); // no practice is open: no database step, no copy
+    EXPECT_FALSE(QFile::exists(practice.File("ARCHIVES/ZEP_ONE.MDB")));
+}
+
+TEST_F(Opening, NamesTheMissingFile)
+{
+    auto& main = Start();
+    QFile::remove(practice.File("system.mdw"));
+    desk.ExpectMessage("Fichier 'system.mdw' absent", Icon::Critical, "ATTENTION");
+    TypeCode(main, "6");
+    QFile::remove(practice.File("ZEP_CFIG.CFG"));
+    desk.ExpectMessage("Fichier 'ZEP_CFIG.cfg' absent", Icon::Critical, "ATTENTION");
+    TypeCode(main, "6");
+    EXPECT_EQ(core::DataFolder, "");
+}
+
+TEST_F(Opening, TakesACodeOnlyWhereTheDatabaseIs)
+{
+    practice.Open();
+    core::ResetGlobals();
+    auto& dialog = desk.Open<Auteur>();
+    EXPECT_FALSE(dialog.Text1.isVisible());
+    dialog.Dir1.SetPath(practice.Folder());
+    EXPECT_TRUE(dialog.Text1.isVisible());
+    EXPECT_TRUE(dialog.Image2[0].isVisible());
+    EXPECT_EQ(dialog.Label1.text(), QDir::toNativeSeparators(practice.Folder()));
+    EXPECT_EQ(AccessibilityFaults(dialog), QStringList());
+
+    dialog.Text1.setText(" ");
+    Press(dialog.Text1, Qt::Key_Return);
+    Click(dialog.Image2[0]);
+    EXPECT_TRUE(dialog.isVisible());
+
+    dialog.Dir1.SetPath(practice.File("ARCHIVES"));
+    EXPECT_FALSE(dialog.Text1.isVisible());
+    Type(dialog.Text2, "/");
+    Press(dialog.Text2, Qt::Key_Return);
+    EXPECT_EQ(dialog.Dir1.Path(), "/");
+    dialog.Text2.setText("Q:");
+    desk.ExpectMessage("Lecteur 'Q:' introuvable", Icon::Critical, "ATTENTION");
+    Click(dialog.Image1);
+}
+
+TEST_F(Opening, ChecksEachEntryAgainstItsTable)
+{
+    auto& main = Start();
+    TypeCode(main, "6");
+
+    desk.ExpectMessage("Aucun acte enregistré", Icon::Information, "ATTENTION");
+    main.Entry("NActes")->trigger();
+    desk.ExpectMessage("Aucun règlement en instance", Icon::Information, "ATTENTION");
+    main.Entry("mnu_Inst")->trigger();
+    desk.ExpectMessage("Aucun mouvement de fonds enregistré", Icon::Information, "Lumo ZEP");
+    main.Entry("mnu_Caisse")->trigger();
+    EXPECT_EQ(cashOpened + actsOpened + pendingOpened, 0);
+
+    practice.Act({.montant = 10, .flag_R = 2});
+    main.Entry("NActes")->trigger();
+    EXPECT_EQ(actsOpened, 1);
+    desk.ExpectMessage("Aucun règlement en instance", Icon::Information, "ATTENTION");
+    main.Entry("mnu_Inst")->trigger();
+
+    practice.Appointment("17/06/2008"); // an act is no sign of cash activity, an appointment is
+    desk.WhenModal<core::Q_Date_2>([](core::Q_Date_2& picker) { Click(picker.Image2[1]); });
+    main.Entry("mnu_Caisse")->trigger();
+    EXPECT_EQ(cashOpened, 0);
+    desk.WhenModal<core::Q_Date_2>([](core::Q_Date_2& picker) { Click(picker.Image2[0]); });
+    main.Entry("mnu_Caisse")->trigger();
+    EXPECT_EQ(cashOpened, 1);
+    EXPECT_EQ(core::PickedDate, "17/06/2008");
+}
+
+TEST_F(Opening, KeepsWorkingWhenQuittingIsDeclined)
+{
+    auto& main = Start();
+    TypeCode(main, "6");
+    desk.ExpectMessage("Veuiller Confirmer Fin de Travail !!", Icon::Question, "ZEP Lumo", Answer::No);
+    main.close();
+    EXPECT_TRUE(main.isVisible());
+    EXPECT_TRUE(core::TheDatabase.IsOpen());
+    EXPECT_FALSE(desk.EndCode().has_value());
+}
+
+TEST_F(Opening, ReplacesAWriteProtectedArchive)
+{
+    QFile old(practice.File("ARCHIVES/ZEP_ONE.MDB"));
+    ASSERT_TRUE(old.open(QIODevice::WriteOnly));
+    old.write("yesterday");
+    old.close();
+    host::SetFileAttributes(old.fileName(), 1);
+    auto& main = Start();
+    TypeCode(main, "6");
+    Quit(main);
+    EXPECT_GT(QFile(old.fileName()).size(), 4096);
+}
+
+TEST_F(Opening, TellsAFailedArchiveCopyAndEndsAllTheSame)
+{
+    auto& main = Start();
+    TypeCode(main, "6");
+    QDir(practice.File("ARCHIVES")).removeRecursively();
+    desk.ExpectMessage("Veuiller Confirmer Fin de Travail !!", Icon::Question, "ZEP Lumo", Answer::Yes);
+    desk.ExpectMessage(core::ErrorText(76, basic::Error(76).description), Icon::Exclamation, "ZEP Lumo");
+    main.Entry("mnuQ")->trigger();
+    EXPECT_EQ(desk.EndCode(), 0);
+    EXPECT_TRUE(QFile::exists(practice.File("ZEP_ONE.MDB")));
+}
+
+TEST_F(Opening, EndsOnADatabaseThatIsNone)
+{
+    QFile database(practice.File("ZEP_ONE.MDB"));
+    practice.Open();
+    core::ResetGlobals();
+    ASSERT_TRUE(database.open(QIODevice::WriteOnly | QIODevice::Truncate));
+    database.write(QByteArray(8192, 'x'));
+    database.close();
+    auto& main = Start();
+    const QString text = core::ErrorText(3343, basic::Error(3343, "ZEP_ONE.MDB").description);
+    desk.ExpectMessage(text, Icon::Exclamation, "Lumo ZEP");
+    desk.ExpectMessage(text, Icon::Exclamation, "ZEP Lumo");
+    TypeCode(main, "6");
+    EXPECT_EQ(desk.EndCode(), 0);
+    EXPECT_EQ(QFile(database.fileName()).size(), 8192);
+}
+
+TEST_F(Opening, AddsTheSecondAmountToProvOnceAndMayOpenAgain)
+{
+    practice.Open();
+    EXPECT_EQ(core::TheDatabase.TableDef("Prov").FieldCount(), 6);
+    EXPECT_EQ(core::TheDatabase.TableDef("Prov").FieldNames().last(), "Mt2");
+    core::OpenDataFiles(); // the catalogue opens them again each time
+    EXPECT_EQ(core::TheDatabase.TableDef("Prov").FieldCount(), 6);
+    EXPECT_EQ(core::PrestaTable.RecordCount(), 1);
+}

@@ -1,0 +1,134 @@
+#include "core/Q_Date_2.h"
+
+#include "core/calendar.h"
+#include "core/globals.h"
+#include "support/Accessibility.h"
+#include "support/ScriptedDesk.h"
+
+#include <gtest/gtest.h>
+
+using core::PickedDay;
+using core::PickedMonth;
+using core::PickedYear;
+using core::Q_Date_2;
+
+namespace {
+
+class DatePicker : public testing::Test {
+protected:
+    DatePicker() { core::FillCalendarNames(); }
+
+    Q_Date_2& Show(int day, int month, int year)
+    {
+        PickedDay = day;
+        PickedMonth = month;
+        PickedYear = year;
+        return desk.Open<Q_Date_2>();
+    }
+
+    static int FirstCell(Q_Date_2& picker)
+    {
+        for (int cell = 1; cell <= Q_Date_2::Cells; ++cell)
+            if (picker.SSCommand1[cell].isEnabled())
+                return cell;
+        return 0;
+    }
+
+    ScriptedDesk desk;
+};
+
+} // namespace
+
+TEST_F(DatePicker, StartsItsWeeksOnSaturday)
+{
+    struct { int month, year, firstCell, lastDay; } const months[] = {
+        {6, 2024, 1, 30},  // a Saturday
+        {9, 2024, 2, 30},  // a Sunday
+        {3, 2024, 7, 31},  // a Friday, cells 7 to 37
+        {2, 2024, 6, 29},
+        {2, 2023, 5, 28},
+    };
+    for (const auto& month : months) {
+        auto& picker = Show(1, month.month, month.year);
+        EXPECT_EQ(FirstCell(picker), month.firstCell) << month.month;
+        const int lastCell = month.firstCell + month.lastDay - 1;
+        EXPECT_EQ(picker.SSCommand1[lastCell].text(), QString::number(month.lastDay));
+        EXPECT_EQ(picker.Text2[lastCell].text(), " " + QString::number(month.lastDay));
+        if (lastCell < Q_Date_2::Cells) {
+            EXPECT_FALSE(picker.SSCommand1[lastCell + 1].isEnabled());
+        }
+        EXPECT_EQ(picker.Label2.text(), "1");
+    }
+}
+
+TEST_F(DatePicker, ShortensTheDayForGoodAndHidesArrowsAtTheEnds)
+{
+    auto& picker = Show(31, 1, 2001);
+    EXPECT_FALSE(picker.Image2[2].isVisible());
+    EXPECT_FALSE(picker.Image2[4].isVisible());
+    Click(picker.Image2[3]);
+    EXPECT_EQ(PickedDay, 28);
+    Click(picker.Image2[3]);
+    EXPECT_EQ(PickedMonth, 3);
+    EXPECT_EQ(PickedDay, 28); // stays, though March has 31
+    EXPECT_TRUE(picker.Image2[2].isVisible());
+
+    picker.Combo1.SetListIndex(11);
+    EXPECT_FALSE(picker.Image2[3].isVisible());
+    Press(picker.SSCommand1[10], Qt::Key_PageDown); // no carrying into the next year
+    EXPECT_EQ(PickedMonth, 12);
+    EXPECT_EQ(PickedYear, 2001);
+    Click(picker.Image2[5]);
+    EXPECT_EQ(PickedYear, 2002);
+    EXPECT_EQ(FirstCell(picker), 2); // 1 December 2002 is a Sunday
+    picker.Combo2.SetListIndex(98);
+    EXPECT_EQ(PickedYear, 2099);
+    EXPECT_FALSE(picker.Image2[5].isVisible());
+}
+
+TEST_F(DatePicker, GivesTheDateOnAcceptAndNothingOnCancel)
+{
+    auto& chosen = Show(17, 6, 2008);
+    EXPECT_EQ(AccessibilityFaults(chosen), QStringList());
+    Press(chosen.SSCommand1[20], Qt::Key_Down);
+    Press(chosen.SSCommand1[20], Qt::Key_Right);
+    Press(chosen.SSCommand1[20], Qt::Key_Return);
+    EXPECT_EQ(core::PickedDate, "25/06/2008");
+    EXPECT_EQ(core::DialogResult, core::ResultDone);
+    EXPECT_FALSE(chosen.isVisible());
+
+    auto& clicked = Show(17, 6, 2008);
+    Click(clicked.SSCommand1[FirstCell(clicked) + 8]);
+    EXPECT_EQ(clicked.Label2.text(), "9");
+    Click(clicked.Image2[0]);
+    EXPECT_EQ(core::PickedDate, "09/06/2008");
+
+    for (const bool byKey : {true, false}) {
+        auto& left = Show(17, 6, 2008);
+        byKey ? Press(left, Qt::Key_Escape) : static_cast<void>(left.close());
+        EXPECT_EQ(PickedDay, -1);
+        EXPECT_EQ(core::PickedDate, "");
+        EXPECT_EQ(core::DialogResult, core::ResultPickerCancelled);
+    }
+}
+
+TEST_F(DatePicker, RefusesAYearThatItsListLacks)
+{
+    for (const int year : {2000, 2100}) {
+        PickedDay = 1;
+        PickedMonth = 1;
+        PickedYear = year;
+        Q_Date_2 picker;
+        EXPECT_THROW(picker.Load(), basic::RuntimeError) << year;
+    }
+}
+
+TEST_F(DatePicker, NamesDaysAndCountsThem)
+{
+    EXPECT_EQ(core::DayCaption("17/06/2008"), "Mar  17/06/2008");
+    EXPECT_EQ(core::LongDayName("29/02/2100"), "Lundi"); // runs on to 1 March
+    EXPECT_EQ(core::DaysInMonth(2, 1900), 29);           // no century rule
+    EXPECT_EQ(core::DaysInMonth(2, 2023), 28);
+    EXPECT_EQ(core::DaysInMonth(11, 2023), 30);
+    EXPECT_EQ(core::DaysInMonth(12, 2023), 31);
+}
