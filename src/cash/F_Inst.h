@@ -1,0 +1,76 @@
+#pragma once
+
+#include "cash/CorrectionPanel.h"
+#include "core/PeriodChooser.h"
+#include "platform/basic/Int16.h"
+#include "platform/dao/Recordset.h"
+#include "platform/forms/Bulle.h"
+#include "platform/forms/ControlArray.h"
+#include "platform/forms/Form.h"
+#include "platform/forms/Grid.h"
+#include "platform/report/Report.h"
+
+namespace cash {
+
+/// "Règlements en instance": the acts of a day or a period that are unpaid or partly paid, settled one at a time. Choosing dates,
+/// browsing and correcting are its three modes. Acts are selected by their `date`; what the list shows is the date of the
+/// service. A settled act stays listed, with its new code, until the next selection.
+class F_Inst : public forms::Form {
+    Q_OBJECT
+public:
+    F_Inst();
+
+    forms::Panel SSPanel1{"SSPanel1"}; ///< caption: what is listed
+    core::PeriodChooser SSTab2;
+    forms::Grid Grid3;
+    forms::FigureLabel RCP{"RCP"}; ///< money already received on the acts listed
+    CorrectionPanel SSPanel2{"SSPanel2", "Text2"};
+    forms::ControlArray<forms::Picture, 4> Image1{"Image1"}; ///< 0 other date, 1 correct, 2 print, 3 quit
+    forms::Bulle Bulle;
+
+    /// Lists the pending acts of the chosen days; finding none is not told.
+    void FillPendingList();
+    void LoadCorrection();
+    /// Writes code and amount of the act in hand, and shows them in its row. The total turns into plain text.
+    void SaveCorrection();
+    /// Prints the list as it stands, an empty one too.
+    void PrintPendingList();
+
+    void Grid3_Click();
+    void Grid3_DblClick();
+    void Image1_Click(int index);
+    void Image2_Click(int index);
+    void Image3_Click(int index);
+
+protected:
+    void Form_Load() override;
+    void EscapePressed() override;
+
+private:
+    void BuildForm();
+    void ChooseDates();
+    void ChooseDay();
+    void ChoosePeriod();
+    void Correct();
+    /// Back to browsing: chooser and correction panel go, the pictures come back.
+    void Browse();
+    void ShowPictures(bool shown);
+    void ListAct();
+    void ShowPlainTotal();
+
+    QString FromDateUS;      ///< chosen bounds as mm/dd/yyyy
+    QString ToDateUS;
+    basic::Int16 PendingRow; ///< current row of Grid3, index into List3
+    basic::Int16 ListRow;    ///< next free row of Grid3
+    int CorrectedRow = 0;    ///< row of the act in hand, whatever row is clicked meanwhile
+    double RunningAmount = 0; ///< dinars
+
+    dao::Recordset PatientLookup, ServiceLookup;
+    dao::Recordset PendingActs;
+
+    dao::KeyList List3; ///< act on each row of Grid3
+    QStringList List_R, List_HH;
+    report::Report Report1;
+};
+
+} // namespace cash

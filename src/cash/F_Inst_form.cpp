@@ -1,0 +1,71 @@
+#include "cash/F_Inst.h"
+
+#include "platform/forms/Guard.h"
+#include "platform/forms/Layout.h"
+
+using namespace forms;
+
+namespace cash {
+
+namespace {
+
+/// A picture that keeps its room while it is hidden, so that nothing moves when it comes and goes.
+void KeepRoom(Picture& picture)
+{
+    QSizePolicy policy = picture.sizePolicy();
+    policy.setRetainSizeWhenHidden(true);
+    picture.setSizePolicy(policy);
+}
+
+} // namespace
+
+F_Inst::F_Inst()
+    : Form("F_Inst", "   Règlements en instance"),
+      Grid3("Grid3", {{"N°", 600, Qt::AlignCenter},
+                      {"Nom", 1890},
+                      {"Prénom", 1890},
+                      {"Unité", 1780},
+                      {"Date", 1100, Qt::AlignCenter},
+                      {"Heure", 590, Qt::AlignCenter},
+                      {"R", 460, Qt::AlignCenter},
+                      {"Montant", 1100, Qt::AlignRight}})
+{
+    BuildForm();
+    On(Grid3, &Grid::Click, *this, [this] { Grid3_Click(); });
+    On(Grid3, &Grid::DblClick, *this, [this] { Grid3_DblClick(); });
+    On(Grid3, &Grid::Entered, *this, [this] { Grid3_DblClick(); });
+    for (int index = 0; index < Image1.Size(); ++index)
+        On(Image1[index], &Picture::clicked, *this, [this, index] { Image1_Click(index); });
+    for (int index = 2; index <= 5; ++index)
+        On(SSTab2.Image2[index], &Picture::clicked, *this, [this, index] { Image2_Click(index); });
+    for (int index = 0; index < SSPanel2.Image3.Size(); ++index)
+        On(SSPanel2.Image3[index], &Picture::clicked, *this, [this, index] { Image3_Click(index); });
+}
+
+void F_Inst::BuildForm()
+{
+    struct { const char* icon; const char* action; } const pictures[] = {
+        {"calendar", " Autre date "}, {"edit", " Corriger "}, {"print", " Imprimer "}, {"quit", " Quitter "}};
+    int index = 0;
+    for (const auto& [icon, action] : pictures) {
+        Picture& picture = Image1[index++];
+        picture.SetIcon(icon);
+        Bulle.Serve(picture, [action] { return QString::fromUtf8(action); });
+        KeepRoom(picture);
+    }
+    Grid3.setAccessibleName("Règlements en instance");
+    Grid3.SetGroupHeading(4, 7, "Reçu");
+    RCP.setAccessibleName("Total reçu");
+
+    SetContent(Column{
+        Row{Item::Growing(SSPanel1), Image1[0], Image1[1], Image1[2], Image1[3]},
+        Item::Growing(Grid3),
+        Row{Item::Stretch(), *new Label("LTotal", "Total"), RCP},
+    });
+    SSTab2.setParent(this);
+    SSPanel2.setParent(this);
+    SSPanel2.hide();
+    Bulle.setParent(this);
+}
+
+} // namespace cash

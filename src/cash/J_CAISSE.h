@@ -1,0 +1,96 @@
+#pragma once
+
+#include "cash/CorrectionPanel.h"
+#include "platform/basic/Int16.h"
+#include "platform/dao/Recordset.h"
+#include "platform/forms/Bulle.h"
+#include "platform/forms/ControlArray.h"
+#include "platform/forms/Form.h"
+#include "platform/forms/Grid.h"
+#include "platform/report/Report.h"
+
+#include <QDate>
+
+namespace cash {
+
+/// "Caisse du Jour": for one day, what was in the till the evening before, what came in, what went out and what is left, with the
+/// lists behind the figures. No balance is stored: every figure is summed afresh, so a correction of a past act changes that
+/// day's statement and all later ones. Money counts on the act's own `date`.
+class J_CAISSE : public forms::Form {
+    Q_OBJECT
+public:
+    J_CAISSE();
+
+    forms::Panel SSPanel1{"SSPanel1"}; ///< caption: the heading; Tag: the shown day as dd/mm/yyyy
+    forms::TabStrip SSTab1{"SSTab1"};
+    forms::Grid Grid1; ///< "Récap": the services
+    forms::Grid Grid2; ///< "Actes Réglés"
+    forms::Grid Grid3; ///< "Instances"
+    forms::Grid Grid4; ///< "Dépenses"
+    /// 0 acts, 1 balance of the evening before, 2 received, 3 expenses, 4 new balance, 5 to 7 totals of the lists.
+    forms::ControlArray<forms::FigureLabel, 8> RCP{"RCP"};
+    /// 0 to 3 print "Actes Réglés", "Instances", "Dépenses", "Récap"; 4 opens the correction panel.
+    forms::ControlArray<forms::Picture, 5> Image2{"Image2"};
+    CorrectionPanel SSPanel2{"SSPanel2", "Text1"};
+    forms::ControlArray<forms::Picture, 2, 1> Image1{"Image1"}; ///< 1 another date, 2 quit
+    forms::Bulle Bulle;
+
+    /// Shows the day that the picker left in PickedDate.
+    void ShowCashDay();
+    void FillSettledActs();
+    void FillPendingActs();
+    void FillDayExpenses();
+    void FillCashRecap();
+    void LoadCorrection();
+    void SaveCorrection();
+    /// Prints the statement of the day as it stands on the screen.
+    void PrintCashRecap();
+    /// Prints a list of the day by its keys through the template of that name.
+    void PrintDayList(const dao::KeyList& list, const QString& templateName);
+
+    void Grid3_Click();
+    void Grid3_DblClick();
+    void Image1_Click(int index);
+    void Image2_Click(int index);
+    void Image3_Click(int index);
+
+protected:
+    void Form_Load() override;
+    void EscapePressed() override;
+
+private:
+    void BuildForm();
+    void BuildPages();
+    QString CutCashDay();
+    void AddRecapRow();
+    void SumServices();
+    double BalanceBefore();
+    void ListActs(dao::Recordset& acts, forms::Grid& grid, forms::FigureLabel& total, dao::KeyList& keys,
+                  bool showsZeroAmounts);
+    void ListAct(const dao::Recordset& act, forms::Grid& grid, bool showsZeroAmounts);
+    void OpenCorrection();
+    void CloseCorrection();
+    void PrintOrRefuse(const dao::KeyList& list, const QString& templateName);
+
+    QString CashDayUS;        ///< the shown day as mm/dd/yyyy
+    QDate CashDayValue;       ///< the shown day, for its weekday
+    QString CashDayName;      ///< long name of the weekday
+    basic::Int16 PendingRow;  ///< current row of Grid3, index into List3
+    basic::Int16 ActsTotal;
+    double ReceivedTotal = 0; ///< dinars
+    double RunningAmount = 0; ///< dinars
+    basic::Int16 RecapRow;    ///< next free row of Grid1
+    basic::Int16 ListRow;     ///< next free row of the list being filled
+
+    dao::Recordset PatientLookup, ServiceLookup;
+    dao::Recordset SettledActs, PendingActs, DayExpenses;
+    dao::Recordset ServiceRecords, ServiceTotals;
+
+    dao::KeyList List2; ///< act on each row of Grid2
+    dao::KeyList List3; ///< act on each row of Grid3
+    dao::KeyList List4; ///< expense on each row of Grid4
+    QStringList List_R, List_HH;
+    report::Report Report1;
+};
+
+} // namespace cash

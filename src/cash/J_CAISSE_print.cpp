@@ -1,0 +1,45 @@
+#include "cash/J_CAISSE.h"
+
+#include "core/printing.h"
+#include "platform/basic/Numbers.h"
+#include "platform/forms/Desk.h"
+
+using namespace basic;
+
+namespace cash {
+
+void J_CAISSE::PrintOrRefuse(const dao::KeyList& list, const QString& templateName)
+{
+    if (list.isEmpty())
+        forms::MsgBox("Aucun enregistrement", forms::Icon::Information, "ZEP Lumo");
+    else
+        PrintDayList(list, templateName);
+}
+
+void J_CAISSE::PrintCashRecap()
+{
+    core::RunPrintStep(Report1, {.reportName = "ZEP_R1.RPT",
+                                 .headings = {{"ch5", SSPanel1.Caption()},
+                                              {"ch6", RCP[0].text()},
+                                              {"ch7", RCP[1].text()},
+                                              {"ch8", RCP[2].text()},
+                                              {"ch9", RCP[3].text()},
+                                              {"ch10", RCP[4].text()}},
+                                 .scratchTable = "Prov",
+                                 .fillRows = [this](core::ScratchRows& rows) {
+                                     for (int row = 0; row < Grid1.Rows(); ++row)
+                                         rows.Add({{"unite", Grid1.Text(row, 0).trimmed()},
+                                                   {"Page", Val(Grid1.Text(row, 1))},
+                                                   {"Mt", Val(Grid1.Text(row, 2))}});
+                                 }});
+}
+
+void J_CAISSE::PrintDayList(const dao::KeyList& list, const QString& templateName)
+{
+    core::RunPrintStep(Report1, {.reportName = templateName,
+                                 .headings = {{"ch4", SSPanel1.Caption()}},
+                                 .scratchTable = "Prov",
+                                 .fillRows = core::KeyRows(list)});
+}
+
+} // namespace cash

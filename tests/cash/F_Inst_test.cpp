@@ -1,0 +1,350 @@
+#include "cash/F_Inst.h"
+
+#include "core/globals.h"
+#include "platform/basic/RuntimeError.h"
+#include "support/Accessibility.h"
+#include "support/Cells.h"
+#include "support/Reports.h"
+
+using cash::F_Inst;
+using forms::Icon;
+using tests::RowOf;
+
+namespace {
+
+constexpr int PartlyPaid = 1;
+constexpr int Paid = 2;
+
+class PendingSettlements : public testing::Test {
+protected:
+    F_Inst& OpenScreen()
+    {
+        practice.Open();
+        return desk.Open<F_Inst>();
+    }
+
+    static void ListDay(F_Inst& screen, const QString& day)
+    {
+        if (!screen.SSTab2.isVisible())
+            Click(screen.Image1[0]);
+        screen.SSTab2.setCurrentIndex(0);
+        screen.SSTab2.Text1[0].setText(day);
+        Click(screen.SSTab2.Image2[2]);
+    }
+
+    static void ListPeriod(F_Inst& screen, const QString& first, const QString& last)
+    {
+        if (!screen.SSTab2.isVisible())
+            Click(screen.Image1[0]);
+        screen.SSTab2.setCurrentIndex(1);
+        screen.SSTab2.Text1[1].setText(first);
+        screen.SSTab2.Text1[2].setText(last);
+        Click(screen.SSTab2.Image2[4]);
+    }
+
+    /// Settles the act in hand, in the opened panel.
+    void Settle(F_Inst& screen, int code, const QString& amount)
+    {
+        screen.SSPanel2.Code.SetListIndex(code);
+        screen.SSPanel2.Amount.setText(amount);
+        desk.ExpectMessage("Correction enregistrée", Icon::Information, "ZEP Lumo");
+        Click(screen.SSPanel2.Image3[0]);
+    }
+
+    static bool IsChoosing(F_Inst& screen)
+    {
+        return screen.SSTab2.isVisible() && !screen.SSPanel2.isVisible() && !PicturesShow(screen);
+    }
+    static bool IsBrowsing(F_Inst& screen)
+    {
+        return !screen.SSTab2.isVisible() && !screen.SSPanel2.isVisible() && PicturesShow(screen);
+    }
+    static bool IsCorrecting(F_Inst& screen)
+    {
+        return !screen.SSTab2.isVisible() && screen.SSPanel2.isVisible() && !PicturesShow(screen);
+    }
+
+    tests::Practice practice;
+    ScriptedDesk desk;
+
+private:
+    static bool PicturesShow(F_Inst& screen)
+    {
+        EXPECT_TRUE(screen.Image1[3].isVisible()); // "Quitter" is there in every mode
+        const bool shown = screen.Image1[0].isVisible();
+        EXPECT_EQ(screen.Image1[1].isVisible(), shown);
+        EXPECT_EQ(screen.Image1[2].isVisible(), shown);
+        return shown;
+    }
+};
+
+} // namespace
+
+TEST_F(PendingSettlements, OpensOnTheChoiceOfDatesWithNothingListed)
+{
+    practice.Act({});
+    auto& screen = OpenScreen();
+
+    EXPECT_TRUE(IsChoosing(screen));
+    for (int field = 0; field <= 2; ++field)
+        EXPECT_EQ(screen.SSTab2.Text1[field].text(), "17/06/2008");
+    EXPECT_EQ(screen.SSPanel1.Caption(), "");
+    EXPECT_EQ(screen.Grid3.Rows(), 1);
+    EXPECT_EQ(screen.Grid3.Text(0, 0), "");
+    EXPECT_EQ(AccessibilityFaults(screen), QStringList());
+}
+
+TEST_F(PendingSettlements, ListsTheUnpaidActsOfADayAndSumsWhatWasReceived)
+{
+    practice.Patient("Haddad", dao::Value());
+    practice.Act({.day = "16/06/2008"});
+    practice.Act({.montant = 500, .flag_R = Paid});
+    practice.Act({});
+    practice.Act({.montant = 1234.5, .flag_R = PartlyPaid, .num_patient = 2, .num_presta = 2});
+    practice.Add("Actes", {{"Date", "17/06/2008"}, {"date_Presta", "15/06/2008"}, {"flag_R", 0},
+                           {"num_patient", 77}, {"num_presta", 99}, {"montant", dao::Value()}});
+    practice.Add("Actes", {{"Date", "17/06/2008"}, {"flag_R", 0}});
+
+    auto& screen = OpenScreen();
+    ListDay(screen, "17/06/2008");
+
+    EXPECT_TRUE(IsBrowsing(screen));
+    EXPECT_EQ(screen.SSPanel1.Caption(), "Journée du Mar  17/06/2008");
+    ASSERT_EQ(screen.Grid3.Rows(), 4);
+    EXPECT_EQ(RowOf(screen.Grid3, 0),
+              QStringList({"1", " Benali", " Zoé", " Consultation", "17/06/2008", "08:30", "NP", ""}));
+    EXPECT_EQ(RowOf(screen.Grid3, 1),
+              QStringList({"2", " Haddad", "", " ECG", "17/06/2008", "08:30", "R-", "1234.5 "}));
+    EXPECT_EQ(RowOf(screen.Grid3, 2), QStringList({"3", "", "", "", "15/06/2008", "", "NP", ""}));
+    EXPECT_EQ(RowOf(screen.Grid3, 3), QStringList({"4", "", "", "", "", "", "NP", ""}));
+    EXPECT_EQ(screen.RCP.text(), " 1 234.50");
+    EXPECT_EQ(screen.Grid3.Row(), 0);
+
+    ListDay(screen, "14/06/2008"); // nothing pending: no message, nothing left of the list before
+    EXPECT_TRUE(IsBrowsing(screen));
+    EXPECT_EQ(screen.Grid3.Rows(), 1);
+    EXPECT_EQ(screen.Grid3.Text(0, 0), "");
+    EXPECT_EQ(screen.RCP.text(), "");
+    Click(screen.Image1[1]);
+    DoubleClick(screen.Grid3, 0);
+    EXPECT_TRUE(IsBrowsing(screen));
+}
+
+TEST_F(PendingSettlements, TakesBothEndsOfAPeriod)
+{
+    for (const char* day : {"31/12/2007", "01/01/2008", "29/02/2008", "17/06/2008", "18/06/2008"})
+        practice.Act({.day = day, .montant = 10, .flag_R = PartlyPaid});
+    auto& screen = OpenScreen();
+
+    ListPeriod(screen, "01/01/2008", "17/06/2008");
+    EXPECT_EQ(screen.SSPanel1.Caption(), "Période du  Mar  01/01/2008 au Mar  17/06/2008");
+    EXPECT_EQ(screen.Grid3.Rows(), 3);
+    EXPECT_EQ(screen.RCP.text(), "  30.00");
+
+    ListPeriod(screen, "17/06/2008", "17/06/2008");
+    EXPECT_EQ(screen.SSPanel1.Caption(), "Période du  Mar  17/06/2008 au Mar  17/06/2008");
+    EXPECT_EQ(screen.Grid3.Rows(), 1);
+    EXPECT_EQ(screen.Grid3.Text(0, 4), "17/06/2008");
+}
+
+TEST_F(PendingSettlements, RefusesDatesThatAreMissingBadOrInverted)
+{
+    practice.Act({});
+    auto& screen = OpenScreen();
+
+    desk.ExpectMessage("Date incorrecte", Icon::Critical, "ATTENTION");
+    ListDay(screen, "17/06/208");
+    EXPECT_TRUE(IsChoosing(screen));
+    EXPECT_EQ(screen.SSPanel1.Caption(), "");
+
+    for (const auto& [first, last] : {std::pair("", "17/06/2008"), std::pair("17/06/2008", "17/06/20")}) {
+        desk.ExpectMessage("Saisie incomplète", Icon::Critical, "ATTENTION");
+        ListPeriod(screen, first, last);
+        EXPECT_TRUE(IsChoosing(screen));
+        EXPECT_EQ(screen.SSPanel1.Caption(), "");
+    }
+
+    desk.ExpectMessage("Dates inversées", Icon::Critical, "ZEP Lumo");
+    ListPeriod(screen, "17/06/2008", "15/06/2008");
+    EXPECT_TRUE(IsChoosing(screen));
+    EXPECT_EQ(screen.SSPanel1.Caption(), "Période du  Mar  17/06/2008 au Dim  15/06/2008"); // the refused one shows
+    EXPECT_EQ(screen.Grid3.Text(0, 0), "");
+
+    ListPeriod(screen, "17/06/2008", "16/06/2008"); // one day before is the empty period
+    EXPECT_TRUE(IsBrowsing(screen));
+    EXPECT_EQ(screen.Grid3.Text(0, 0), "");
+}
+
+TEST_F(PendingSettlements, RefusesADayThatTheCalendarLacks)
+{
+    auto& screen = OpenScreen();
+    Type(screen.SSTab2.Text1[0], "31062008");
+    EXPECT_EQ(screen.SSTab2.Text1[0].text(), "31/06/2008");
+
+    desk.ExpectMessage("Date incorrecte", Icon::Critical, "ATTENTION");
+    Press(screen.SSTab2.Text1[0], Qt::Key_Return);
+
+    EXPECT_EQ(desk.BeepCount(), 1);
+    EXPECT_TRUE(IsChoosing(screen));
+    EXPECT_EQ(screen.SSTab2.Text1[0].text(), "");
+    EXPECT_TRUE(screen.SSTab2.Text1[0].hasFocus());
+}
+
+TEST_F(PendingSettlements, KeepsTheListWhenTheChoiceIsCancelled)
+{
+    practice.Act({});
+    auto& screen = OpenScreen();
+    Click(screen.SSTab2.Image2[3]); // before anything was listed
+    EXPECT_TRUE(IsBrowsing(screen));
+    EXPECT_EQ(screen.Grid3.Text(0, 0), "");
+
+    ListDay(screen, "17/06/2008");
+    Click(screen.Image1[0]);
+    EXPECT_TRUE(IsChoosing(screen));
+    screen.SSTab2.setCurrentIndex(1);
+    Click(screen.SSTab2.Image2[5]);
+    EXPECT_TRUE(IsBrowsing(screen));
+    EXPECT_EQ(screen.Grid3.Text(0, 0), "1");
+
+    Click(screen.Image1[0]);
+    Press(screen.SSTab2.Text1[1], Qt::Key_Escape);
+    EXPECT_TRUE(IsBrowsing(screen));
+    Press(screen.Grid3, Qt::Key_Escape);
+    EXPECT_TRUE(screen.isVisible());
+    Click(screen.Image1[3]);
+    EXPECT_FALSE(screen.isVisible());
+}
+
+TEST_F(PendingSettlements, SettlesByKeyboardAloneAndKeepsTheSettledActListed)
+{
+    practice.Act({.day = "10/06/2008", .montant = 100.25, .flag_R = PartlyPaid});
+    const dao::Key act = practice.Act({.day = "11/06/2008"});
+    practice.Act({.day = "12/06/2008"});
+    auto& screen = OpenScreen();
+
+    ASSERT_TRUE(screen.SSTab2.Text1[0].hasFocus());
+    Press(screen.SSTab2.Text1[0], Qt::Key_Tab, Qt::ControlModifier);
+    Type(screen.SSTab2.Text1[1], "01062008");
+    Press(screen.SSTab2.Text1[1], Qt::Key_Return);
+    ASSERT_TRUE(screen.SSTab2.Text1[2].hasFocus());
+    Press(screen.SSTab2.Text1[2], Qt::Key_Return);
+    ASSERT_TRUE(screen.Grid3.hasFocus());
+    Press(screen.Grid3, Qt::Key_Down);
+    Press(screen.Grid3, Qt::Key_Return);
+    ASSERT_TRUE(IsCorrecting(screen));
+    EXPECT_EQ(screen.SSPanel2.LastName.text(), " Benali");
+    EXPECT_EQ(screen.SSPanel2.FirstName.text(), " Zoé");
+    EXPECT_EQ(screen.SSPanel2.Service.text(), " Consultation");
+    EXPECT_EQ(screen.SSPanel2.Amount.text(), "");
+    Press(screen.SSPanel2.Code, Qt::Key_Down);
+    Press(screen.SSPanel2.Code, Qt::Key_Down);
+    Type(screen.SSPanel2.Amount, "1234,5x");
+    Press(screen.SSPanel2.Amount, Qt::Key_Return);
+    desk.ExpectMessage("Correction enregistrée", Icon::Information, "ZEP Lumo");
+    Press(screen.SSPanel2.Image3[0], Qt::Key_Return);
+
+    EXPECT_TRUE(IsBrowsing(screen));
+    EXPECT_EQ(practice.Stored("Actes", act, "flag_R").Long(), Paid);
+    EXPECT_EQ(practice.Stored("Actes", act, "montant").Double(), 1234.5);
+    EXPECT_EQ(practice.Stored("Actes", act, "Date").Text(), "11/06/2008");
+    ASSERT_EQ(screen.Grid3.Rows(), 3);
+    EXPECT_EQ(screen.Grid3.Text(1, 6), "P ");
+    EXPECT_EQ(screen.Grid3.Text(1, 7), "1234.5 ");
+    EXPECT_EQ(screen.RCP.text(), "1334.75"); // plain until the next selection
+
+    ASSERT_TRUE(screen.Grid3.hasFocus());
+    Press(screen.Grid3, Qt::Key_Return); // the same act can be taken in hand again
+    EXPECT_EQ(screen.SSPanel2.Amount.text(), "1234.5");
+    EXPECT_EQ(screen.SSPanel2.Code.currentText(), "P ");
+    Press(screen.SSPanel2.Code, Qt::Key_Escape);
+    EXPECT_TRUE(IsBrowsing(screen));
+
+    ListPeriod(screen, "01/06/2008", "17/06/2008");
+    EXPECT_EQ(screen.Grid3.Rows(), 2);
+    EXPECT_EQ(screen.RCP.text(), "  100.25");
+}
+
+TEST_F(PendingSettlements, WritesZeroForAnEmptiedAmount)
+{
+    const dao::Key act = practice.Act({.montant = 15, .flag_R = PartlyPaid});
+    auto& screen = OpenScreen();
+    ListDay(screen, "17/06/2008");
+
+    DoubleClick(screen.Grid3, 0);
+    EXPECT_EQ(screen.SSPanel2.Amount.text(), "15");
+    Settle(screen, PartlyPaid, "");
+
+    EXPECT_EQ(practice.Stored("Actes", act, "montant").Double(), 0);
+    EXPECT_EQ(screen.Grid3.Text(0, 7), " ");
+    EXPECT_EQ(screen.RCP.text(), "");
+}
+
+TEST_F(PendingSettlements, CorrectsTheActThatThePanelShowsWhateverRowIsClickedMeanwhile)
+{
+    const dao::Key first = practice.Act({});
+    const dao::Key second = practice.Act({.montant = 5, .flag_R = PartlyPaid});
+    auto& screen = OpenScreen();
+    ListDay(screen, "17/06/2008");
+
+    Click(screen.Image1[1]);
+    screen.Grid3.SetRow(1);
+    screen.Grid3_Click();
+    Settle(screen, Paid, "70");
+
+    EXPECT_EQ(practice.Stored("Actes", first, "montant").Double(), 70);
+    EXPECT_EQ(practice.Stored("Actes", second, "montant").Double(), 5);
+    EXPECT_EQ(screen.Grid3.Text(0, 7), "70 ");
+    EXPECT_EQ(screen.Grid3.Text(1, 7), "5 ");
+    EXPECT_EQ(screen.RCP.text(), "75");
+}
+
+TEST_F(PendingSettlements, SettlesActsThatLackPatientOrAmount)
+{
+    const dao::Key act = practice.Add("Actes", {{"Date", "17/06/2008"}, {"flag_R", 0}, {"num_patient", 77},
+                                                {"montant", dao::Value()}});
+    auto& screen = OpenScreen();
+    ListDay(screen, "17/06/2008");
+
+    Click(screen.Image1[1]);
+    ASSERT_TRUE(IsCorrecting(screen));
+    EXPECT_EQ(screen.SSPanel2.LastName.text(), "");
+    EXPECT_EQ(screen.SSPanel2.Amount.text(), "");
+    Settle(screen, Paid, "70");
+
+    EXPECT_EQ(practice.Stored("Actes", act, "montant").Double(), 70);
+}
+
+TEST_F(PendingSettlements, EndsOnACodeThatNoListKnows)
+{
+    practice.Act({.flag_R = -1});
+    auto& screen = OpenScreen();
+    EXPECT_THROW(screen.Image2_Click(2), basic::RuntimeError);
+}
+
+TEST_F(PendingSettlements, PrintsTheListAsItStandsAnEmptyOneToo)
+{
+    tests::PutTemplate(practice, "ZEP_DTAL.RPT");
+    const QString first = QString::number(practice.Act({}));
+    const QString second = QString::number(practice.Act({.montant = 5, .flag_R = PartlyPaid}));
+    auto& screen = OpenScreen();
+    core::TheDatabase.Execute("Update textes set ch6 = 'total', ch7 = 'total'");
+    ListDay(screen, "17/06/2008");
+    Click(screen.Image1[1]);
+    Settle(screen, Paid, "70"); // stays listed, and so is printed
+
+    tests::ExpectPreview(desk);
+    Click(screen.Image1[2]);
+    EXPECT_EQ(tests::RowsOf(practice, "select ch4, ch5, ch6, ch7 from textes"),
+              QStringList("Règlements en instance|Journée du Mar  17/06/2008||"));
+    EXPECT_EQ(tests::RowsOf(practice, "select num, unite, Page, Mt from Prov"),
+              QStringList({first + "|-|-|-", second + "|-|-|-"}));
+
+    ListDay(screen, "14/06/2008");
+    tests::ExpectPreview(desk);
+    Click(screen.Image1[2]);
+    EXPECT_EQ(tests::RowsOf(practice, "select num from Prov"), QStringList());
+
+    tests::RemoveTemplate(practice, "ZEP_DTAL.RPT");
+    desk.ExpectMessage("Fichier ZEP_DTAL.RPT absent", Icon::Information, "ZEP Lumo");
+    Click(screen.Image1[2]);
+}

@@ -1,0 +1,232 @@
+#include "cash/J_CAISSE.h"
+
+#include "core/Q_Date_2.h"
+#include "core/globals.h"
+#include "support/Accessibility.h"
+#include "support/Cells.h"
+#include "support/Practice.h"
+#include "support/ScriptedDesk.h"
+
+#include <gtest/gtest.h>
+
+using cash::J_CAISSE;
+using forms::Icon;
+using tests::RowOf;
+
+namespace {
+
+constexpr int NotPaid = 0;
+constexpr int PartlyPaid = 1;
+constexpr int Paid = 2;
+
+class CashStatement : public testing::Test {
+protected:
+    J_CAISSE& ShowDay(const QString& day)
+    {
+        practice.Open();
+        core::PickedDate = day;
+        return desk.Open<J_CAISSE>();
+    }
+
+    tests::Practice practice;
+    ScriptedDesk desk;
+};
+
+} // namespace
+
+TEST_F(CashStatement, ReadsTheNewBalanceFromTheFiguresShown)
+{
+    practice.Act({.day = "16/06/2008", .montant = 100.004, .flag_R = Paid}); // shown as 100.00 the evening before
+    practice.Act({.montant = 50.004, .flag_R = Paid});
+    practice.Expense({.montant = 20});
+
+    auto& screen = ShowDay("17/06/2008");
+
+    EXPECT_EQ(screen.SSPanel1.Caption(), "Mouvements de fonds du  Mardi 17/06/2008");
+    EXPECT_EQ(screen.RCP[0].text(), "1");
+    EXPECT_EQ(screen.RCP[1].text(), "  100.00");
+    EXPECT_EQ(screen.RCP[2].text(), " 50.00 ");
+    EXPECT_EQ(screen.RCP[3].text(), "  20.00");
+    EXPECT_EQ(screen.RCP[4].text(), "  130.00"); // 100.00 + 50.00 - 20.00, not 130.008
+}
+
+TEST_F(CashStatement, ListsEveryServiceAndLeavesZerosEmpty)
+{
+    practice.Expense({.day = "16/06/2008", .montant = 30});
+    practice.Act({.day = "16/06/2008", .montant = 30, .flag_R = Paid});
+
+    auto& screen = ShowDay("17/06/2008");
+
+    ASSERT_EQ(screen.Grid1.Rows(), 2);
+    EXPECT_EQ(RowOf(screen.Grid1, 0), QStringList({" Consultation", "", ""}));
+    EXPECT_EQ(RowOf(screen.Grid1, 1), QStringList({" ECG", "", ""}));
+    for (int figure = 0; figure <= 7; ++figure)
+        EXPECT_EQ(screen.RCP[figure].text(), "") << figure; // a balance of exactly 0 is never "0.00"
+}
+
+TEST_F(CashStatement, TellsNoExpenseFromExpensesOfZero)
+{
+    practice.Expense({.montant = 5});
+    practice.Expense({.montant = -5});
+
+    auto& screen = ShowDay("17/06/2008");
+
+    EXPECT_EQ(screen.RCP[3].text(), "  0.00");
+    EXPECT_EQ(screen.RCP[7].text(), "");
+    EXPECT_EQ(screen.RCP[4].text(), "");
+}
+
+TEST_F(CashStatement, CountsANegativeReceiptAsNothing)
+{
+    practice.Act({.day = "16/06/2008", .montant = 10, .flag_R = Paid});
+    practice.Act({.montant = -4, .flag_R = Paid});
+
+    auto& screen = ShowDay("17/06/2008");
+
+    EXPECT_EQ(screen.RCP[0].text(), "1");
+    EXPECT_EQ(screen.RCP[2].text(), "");
+    EXPECT_EQ(screen.RCP[4].text(), "  10.00");
+    EXPECT_EQ(screen.Grid1.Text(0, 2), "");
+}
+
+TEST_F(CashStatement, LeavesActsWithoutServiceToTheNextEvening)
+{
+    practice.Act({.montant = 70, .flag_R = Paid, .num_presta = 99});
+    practice.Act({.montant = 30.5, .flag_R = PartlyPaid});
+
+    auto& today = ShowDay("17/06/2008");
+    EXPECT_EQ(today.RCP[0].text(), "1");
+    EXPECT_EQ(today.RCP[2].text(), " 30.50 ");
+    EXPECT_EQ(today.Grid1.Text(0, 2), "30.5 "); // the cell shows the number as it is
+    EXPECT_EQ(RowOf(today.Grid2, 0), QStringList({"1", " Benali", " Zoé", "", " 8-9", "P ", "70 "}));
+    EXPECT_EQ(RowOf(today.Grid3, 0), QStringList({"1", " Benali", " Zoé", " Consultation", " 8-9", "R-", "30.5 "}));
+
+    core::PickedDate = "18/06/2008";
+    today.ShowCashDay();
+    EXPECT_EQ(today.RCP[1].text(), "  100.50");
+}
+
+TEST_F(CashStatement, ListsByKeyWithNumbersFromOneAndShowsZeroOnlyWhenSettled)
+{
+    practice.Patient("Haddad", dao::Value());
+    practice.Act({.montant = 0, .flag_R = 4, .num_patient = 2, .HH = 9});
+    practice.Act({.montant = 0, .flag_R = NotPaid, .num_patient = 77, .HH = 5});
+    practice.Expense({.montant = 12.5, .objet = "  L'eau <b>&  "});
+
+    auto& screen = ShowDay("17/06/2008");
+
+    EXPECT_EQ(RowOf(screen.Grid2, 0), QStringList({"1", " Haddad", " ", " Consultation", " 17-18", "Gr", "0 "}));
+    EXPECT_EQ(RowOf(screen.Grid3, 0), QStringList({"1", "", "", " Consultation", " 13-14", "NP", ""}));
+    EXPECT_EQ(RowOf(screen.Grid4, 0), QStringList({"1", " L'eau <b>&", "12.5 "}));
+    EXPECT_EQ(screen.RCP[7].text(), "  12.50");
+}
+
+TEST_F(CashStatement, SettlesAPendingActByKeyboard)
+{
+    practice.Act({.day = "16/06/2008"});
+    const dao::Key act = practice.Act({});
+    practice.Act({.montant = 40, .flag_R = PartlyPaid});
+    auto& screen = ShowDay("17/06/2008");
+    screen.SSTab1.setCurrentIndex(2);
+
+    Press(screen.Grid3, Qt::Key_Return);
+    ASSERT_TRUE(screen.SSPanel2.isVisible());
+    EXPECT_FALSE(screen.SSTab1.isEnabled());
+    EXPECT_EQ(screen.SSPanel2.LastName.text(), " Benali");
+    EXPECT_EQ(screen.SSPanel2.Amount.text(), "");
+    Press(screen.SSPanel2.Code, Qt::Key_Down);
+    Press(screen.SSPanel2.Code, Qt::Key_Down);
+    Type(screen.SSPanel2.Amount, "1 250,5x");
+    Press(screen.SSPanel2.Amount, Qt::Key_Return);
+    desk.ExpectMessage("Correction enregistrée", Icon::Information, "ZEP Lumo");
+    Press(screen.SSPanel2.Image3[0], Qt::Key_Return);
+
+    EXPECT_FALSE(screen.SSPanel2.isVisible());
+    EXPECT_TRUE(screen.SSTab1.isEnabled());
+    EXPECT_EQ(practice.Stored("Actes", act, "flag_R").Long(), Paid);
+    EXPECT_EQ(practice.Stored("Actes", act, "montant").Double(), 1250.5);
+    EXPECT_EQ(practice.Stored("Actes", act, "Date").Text(), "17/06/2008");
+    EXPECT_EQ(screen.Grid2.Text(0, 6), "1250.5 ");
+    EXPECT_EQ(screen.Grid3.Rows(), 1);
+    EXPECT_EQ(screen.Grid3.Text(0, 5), "R-");
+    EXPECT_EQ(screen.RCP[2].text(), "1 290.50 ");
+}
+
+TEST_F(CashStatement, LeavesEverythingWhenTheCorrectionIsCancelled)
+{
+    const dao::Key act = practice.Act({.montant = 15, .flag_R = PartlyPaid});
+    auto& screen = ShowDay("17/06/2008");
+    screen.SSTab1.setCurrentIndex(2);
+
+    DoubleClick(screen.Grid3, 0);
+    ASSERT_TRUE(screen.SSPanel2.isVisible());
+    EXPECT_EQ(screen.SSPanel2.Amount.text(), "15");
+    screen.SSPanel2.Amount.setText("99");
+    Press(screen, Qt::Key_Escape);
+
+    EXPECT_FALSE(screen.SSPanel2.isVisible());
+    EXPECT_TRUE(screen.isVisible());
+    EXPECT_TRUE(screen.SSTab1.isEnabled());
+    EXPECT_EQ(practice.Stored("Actes", act, "montant").Double(), 15);
+}
+
+TEST_F(CashStatement, DoesNothingWhereThereIsNothingToCorrect)
+{
+    auto& screen = ShowDay("17/06/2008");
+    screen.SSTab1.setCurrentIndex(2);
+
+    DoubleClick(screen.Grid3, 0);
+    Click(screen.Image2[4]);
+
+    EXPECT_FALSE(screen.SSPanel2.isVisible());
+    EXPECT_TRUE(screen.SSTab1.isEnabled());
+}
+
+TEST_F(CashStatement, CorrectingYesterdayChangesTodaysOpeningBalance)
+{
+    practice.Act({.day = "16/06/2008"});
+    auto& screen = ShowDay("16/06/2008");
+    screen.SSTab1.setCurrentIndex(2);
+    Click(screen.Image2[4]);
+    screen.SSPanel2.Code.SetListIndex(Paid);
+    screen.SSPanel2.Amount.setText("800");
+    desk.ExpectMessage("Correction enregistrée", Icon::Information, "ZEP Lumo");
+    Click(screen.SSPanel2.Image3[0]);
+
+    desk.WhenModal<core::Q_Date_2>([](core::Q_Date_2& picker) {
+        EXPECT_EQ(picker.Label2.text(), "17"); // today, not the day shown before
+        Click(picker.Image2[0]);
+    });
+    Click(screen.Image1[1]);
+
+    EXPECT_EQ(screen.SSPanel1.Tag, "17/06/2008");
+    EXPECT_EQ(screen.RCP[1].text(), "  800.00");
+    EXPECT_EQ(screen.RCP[4].text(), "  800.00");
+
+    desk.WhenModal<core::Q_Date_2>([](core::Q_Date_2& picker) { Click(picker.Image2[1]); });
+    Click(screen.Image1[1]);
+    EXPECT_EQ(screen.SSPanel1.Tag, "17/06/2008");
+}
+
+TEST_F(CashStatement, EndsOnCodesThatNoListKnows)
+{
+    practice.Act({.montant = 1, .flag_R = 6});
+    practice.Open();
+    core::PickedDate = "17/06/2008";
+    EXPECT_THROW(J_CAISSE().Load(), basic::RuntimeError);
+}
+
+TEST_F(CashStatement, SpeaksBothLanguagesAndNamesEveryControl)
+{
+    auto& screen = ShowDay("17/06/2008");
+    EXPECT_EQ(AccessibilityFaults(screen), QStringList());
+
+    screen.Image1[2].setFocus();
+    EXPECT_EQ(screen.Bulle.text(), " Quitter ");
+    core::LanguageMode = 1;
+    screen.Image1[1].setFocus();
+    EXPECT_TRUE(screen.Bulle.isVisible());
+    EXPECT_EQ(screen.Bulle.text(), "تـغـيير");
+    screen.SSTab1.setFocus();
+    EXPECT_FALSE(screen.Bulle.isVisible());
+}

@@ -1,0 +1,178 @@
+#include "cash/J_CAISSE.h"
+#include "core/globals.h"
+#include "core/printing.h"
+#include "platform/basic/RuntimeError.h"
+#include "support/Reports.h"
+
+using cash::J_CAISSE;
+using forms::Icon;
+
+namespace {
+
+constexpr int PartlyPaid = 1;
+constexpr int Paid = 2;
+
+class CashPrinting : public testing::Test {
+protected:
+    CashPrinting()
+    {
+        for (const char* name : {"ZEP_R1.RPT", "ZEP_R2.RPT", "ZEP_R3.RPT", "ZEP_R4.RPT"})
+            tests::PutTemplate(practice, name);
+        practice.Open();
+        core::TheDatabase.Execute("Update textes set ch1 = 'vieux', ch4 = 'titre 4', ch5 = 'titre 5', ch10 = 'titre 10'");
+        core::TheDatabase.Execute("Insert into Prov (num, unite) values (7, 'ancienne ligne')");
+    }
+
+    J_CAISSE& ShowDay(const QString& day = "17/06/2008")
+    {
+        core::PickedDate = day;
+        return desk.Open<J_CAISSE>();
+    }
+
+    void Print(J_CAISSE& screen, int picture)
+    {
+        static constexpr int TabOf[] = {1, 2, 3, 0};
+        screen.SSTab1.setCurrentIndex(TabOf[picture]);
+        Click(screen.Image2[picture]);
+    }
+
+    QString Heading(const QString& field) { return practice.Ask("select " + field + " from textes").Text(); }
+
+    QStringList Scratch() { return tests::RowsOf(practice, "select num, unite, Page, Mt from Prov"); }
+
+    tests::Practice practice;
+    ScriptedDesk desk;
+};
+
+} // namespace
+
+TEST_F(CashPrinting, HandsTheRecapOverAsItStandsOnTheScreen)
+{
+    practice.Act({.day = "16/06/2008", .montant = 1000, .flag_R = Paid});
+    practice.Act({.montant = 150.5, .flag_R = PartlyPaid});
+    practice.Act({.montant = 1250, .flag_R = Paid});
+    practice.Expense({.montant = 20});
+    auto& screen = ShowDay();
+
+    tests::ExpectPreview(desk);
+    Print(screen, 3);
+
+    EXPECT_EQ(core::ReportName, "ZEP_R1.RPT");
+    EXPECT_EQ(Heading("ch1"), "Cabinet d'Été");
+    EXPECT_EQ(Heading("ch2"), "Médecine générale");
+    EXPECT_EQ(Heading("ch3"), "Alger");
+    EXPECT_EQ(Heading("ch30"), "(021 00 00 00)");
+    EXPECT_EQ(Heading("ch4"), "titre 4"); // of the report before: the recap doesn't write it
+    EXPECT_EQ(Heading("ch5"), "Mouvements de fonds du  Mardi 17/06/2008");
+    EXPECT_EQ(Heading("ch6"), "2");
+    EXPECT_EQ(Heading("ch7"), screen.RCP[1].text());
+    EXPECT_EQ(Heading("ch8"), screen.RCP[2].text());
+    EXPECT_TRUE(Heading("ch8").endsWith(".50 "));
+    EXPECT_EQ(Heading("ch9"), "  20.00");
+    EXPECT_EQ(Heading("ch10"), screen.RCP[4].text());
+    EXPECT_EQ(Scratch(), QStringList({"-|Consultation|2|1400.5", "-|ECG|0|0"}));
+}
+
+TEST_F(CashPrinting, PrintsADayWithoutActsAsZeros)
+{
+    auto& screen = ShowDay();
+
+    tests::ExpectPreview(desk);
+    Print(screen, 3);
+
+    for (const char* field : {"ch6", "ch7", "ch8", "ch9", "ch10"})
+        EXPECT_EQ(Heading(field), "") << field;
+    EXPECT_EQ(Scratch(), QStringList({"-|Consultation|0|0", "-|ECG|0|0"}));
+}
+
+TEST_F(CashPrinting, PrintsTheOneEmptyRowOfAPracticeWithoutServices)
+{
+    core::TheDatabase.Execute("Delete * from Presta");
+    auto& screen = ShowDay();
+
+    tests::ExpectPreview(desk);
+    Print(screen, 3);
+
+    EXPECT_EQ(Scratch(), QStringList({"-||0|0"}));
+}
+
+TEST_F(CashPrinting, PrintsEachListByItsKeysAndLeavesTheLastPrintAlone)
+{
+    const QString pending = QString::number(practice.Act({}));
+    const QString settled = QString::number(practice.Act({.montant = 5, .flag_R = Paid}));
+    const QString alsoSettled = QString::number(practice.Act({.montant = 0, .flag_R = 4}));
+    const QString expense = QString::number(practice.Expense({.montant = 20}));
+    auto& screen = ShowDay();
+
+    const struct { int picture; QString reportName; QStringList rows; } prints[] = {
+        {0, "ZEP_R2.RPT", {settled + "|-|-|-", alsoSettled + "|-|-|-"}},
+        {1, "ZEP_R3.RPT", {pending + "|-|-|-"}},
+        {2, "ZEP_R4.RPT", {expense + "|-|-|-"}},
+    };
+    for (const auto& print : prints) {
+        tests::ExpectPreview(desk);
+        Print(screen, print.picture);
+        EXPECT_EQ(core::ReportName, print.reportName);
+        EXPECT_EQ(Scratch(), print.rows) << qPrintable(print.reportName);
+        EXPECT_EQ(Heading("ch4"), "Mouvements de fonds du  Mardi 17/06/2008");
+        EXPECT_EQ(Heading("ch5"), "titre 5");
+        EXPECT_EQ(Heading("ch10"), "titre 10");
+    }
+}
+
+TEST_F(CashPrinting, PrintsWhatACorrectionHasJustSaved)
+{
+    practice.Act({});
+    auto& screen = ShowDay();
+    screen.SSTab1.setCurrentIndex(2);
+    Click(screen.Image2[4]);
+    screen.SSPanel2.Code.SetListIndex(Paid);
+    screen.SSPanel2.Amount.setText("800");
+    desk.ExpectMessage("Correction enregistrée", Icon::Information, "ZEP Lumo");
+    Click(screen.SSPanel2.Image3[0]);
+
+    tests::ExpectPreview(desk);
+    Print(screen, 3);
+
+    EXPECT_EQ(Scratch(), QStringList({"-|Consultation|1|800", "-|ECG|0|0"}));
+}
+
+TEST_F(CashPrinting, ChangesNothingWithoutATemplate)
+{
+    practice.Act({.montant = 5, .flag_R = Paid});
+    auto& screen = ShowDay();
+    tests::RemoveTemplate(practice, "ZEP_R1.RPT");
+    tests::RemoveTemplate(practice, "ZEP_R2.RPT");
+
+    desk.ExpectMessage("Fichier ZEP_R1.RPT absent", Icon::Information, "ZEP Lumo");
+    Print(screen, 3);
+    desk.ExpectMessage("Fichier ZEP_R2.RPT absent", Icon::Information, "ZEP Lumo");
+    Print(screen, 0);
+
+    EXPECT_EQ(Heading("ch1"), "vieux"); // the letterhead isn't brought up to date either
+    EXPECT_EQ(Heading("ch5"), "titre 5");
+    EXPECT_EQ(Scratch(), QStringList({"7|ancienne ligne|-|-"}));
+}
+
+TEST_F(CashPrinting, RefusesEmptyLists)
+{
+    auto& screen = ShowDay();
+    for (int picture = 0; picture <= 2; ++picture) {
+        desk.ExpectMessage("Aucun enregistrement", Icon::Information, "ZEP Lumo");
+        Print(screen, picture);
+    }
+    EXPECT_EQ(Scratch(), QStringList({"7|ancienne ligne|-|-"}));
+}
+
+TEST_F(CashPrinting, KeepsTheFormerRowsWhenFillingFails)
+{
+    const auto fails = [](core::ScratchRows& rows) {
+        rows.Add({{"num", 1}});
+        throw basic::Error(13);
+    };
+    EXPECT_THROW(core::RefillScratchTable("Prov", fails), basic::RuntimeError);
+    EXPECT_EQ(Scratch(), QStringList({"7|ancienne ligne|-|-"}));
+
+    core::RefillScratchTable("Prov", core::KeyRows({3, 1, 2})); // the failed transaction has let go
+    EXPECT_EQ(Scratch(), QStringList({"3|-|-|-", "1|-|-|-", "2|-|-|-"}));
+}
