@@ -1,0 +1,269 @@
+#include "acts/New_Act.h"
+
+#include "acts/New_Mecano.h"
+#include "core/calendar.h"
+#include "core/globals.h"
+#include "core/lists.h"
+#include "core/windows.h"
+#include "platform/basic/Dates.h"
+#include "platform/basic/Numbers.h"
+#include "platform/forms/Desk.h"
+#include "platform/host/Host.h"
+
+using namespace basic;
+using namespace core;
+using namespace forms;
+
+namespace acts {
+
+namespace {
+
+/// The line of a list that a field of an act numbers; empty for a number outside the list and for Null.
+QString LineOf(const QStringList& list, const dao::Field& number)
+{
+    return number.IsNull() ? QString() : list.value(number.Long());
+}
+
+/// The row to be written next, added to the grid where it isn't there yet.
+int TakeRow(Grid& grid, Int16& nextRow)
+{
+    if (nextRow > grid.Rows() - 1)
+        grid.AppendRow();
+    return nextRow++;
+}
+
+Int16 CountIn(const Grid& grid, int row, int column)
+{
+    return RoundToInt(Val(grid.Text(row, column)));
+}
+
+} // namespace
+
+void New_Act::Form_Load()
+{
+    CenterForm(*this);
+    setWindowTitle(" ");
+    SSTab1.setCurrentIndex(0);
+    LoadLookupLists();
+    PatientsRS = TheDatabase.OpenRecordset("select * from Patients order by num");
+    ActesRS = TheDatabase.OpenRecordset("select * from Actes order by num");
+    DayLabel.setText(DateText(host::Today()));
+    Text1.setText(DateText(host::Today()));
+    ShowDay();
+    LoadOption();
+}
+
+void New_Act::LoadLookupLists()
+{
+    FillPayLists(List_R, List_HH);
+    PermnTable.MoveFirst();
+    CardDisplay = TextOrNothing(PermnTable["RC"]).trimmed();
+    SSOption2[CardDisplay == "OUI" ? 1 : 0].setChecked(true);
+}
+
+void New_Act::LoadOption()
+{
+    PermnTable.MoveFirst();
+    const int option = PermnTable["nbre"].IsNull() ? 0 : PermnTable["nbre"].Long();
+    if (option < 0 || option >= Option1.Size())
+        return;
+    Option1[option].setChecked(true);
+    Option1_Click(option);
+}
+
+void New_Act::Image1_Click(int index)
+{
+    switch (index) {
+    case 0:
+        return MoveDay(-1);
+    case 1:
+        return MoveDay(1);
+    case 4:
+        return ToggleActArchive();
+    case 5:
+        if (PickDateFromToday()) {
+            const QString chosen = PickedDate;
+            SaveActToggles();
+            DayLabel.setText(chosen);
+            ShowDay();
+        }
+        return;
+    default:
+        SaveActToggles();
+        SaveCardDisplay();
+        Unload();
+    }
+}
+
+void New_Act::MoveDay(int days)
+{
+    SaveActToggles();
+    DayLabel.setText(DateText(AddDays(DateValue(DayLabel.text().trimmed()), days)));
+    ShowDay();
+}
+
+void New_Act::Option1_Click(int index)
+{
+    OptionLabel.setText(Option1[index].text());
+}
+
+void New_Act::Image2_Click()
+{
+    SelectedOption = 0;
+    for (int option = 0; option < Option1.Size(); ++option)
+        if (Option1[option].isChecked())
+            SelectedOption = option;
+    DialogResult = SelectedOption;
+    PickedDate = Option1[SelectedOption].text();
+
+    New_Mecano actualisation;
+    TheDesk().ShowModal(actualisation);
+    if (DialogResult == ResultCancelled)
+        MsgBox("Modification annulée", Icon::Critical, "Lumo ZEP");
+    else
+        MsgBox("Modifications enregistrées avec succès", Icon::Information, "ZEP Lumo");
+
+    // Also after a cancel: the option is kept, and with it the date of the last run.
+    PermnTable.MoveFirst();
+    PermnTable.Edit();
+    PermnTable["Date"] = PickedDate;
+    PermnTable["nbre"] = SelectedOption;
+    PermnTable.Update();
+    dao::DBEngine.Idle(1);
+    Unload();
+}
+
+void New_Act::Grid1_Click()
+{
+    Grid1.SelectRow(Grid1.Row());
+}
+
+void New_Act::Grid2_Click()
+{
+    Grid2.SelectRow(Grid2.Row());
+}
+
+void New_Act::Grid2_DblClick()
+{
+    Grid2_Click();
+    Image1_Click(4);
+}
+
+void New_Act::ShowDay()
+{
+    DayDateUS = QueryDate(DayLabel.text().trimmed());
+    if (DayHasActs()) {
+        const Hourglass pointer;
+        FillDaySheet();
+        return;
+    }
+    ClearDaySheet();
+    List1.clear();
+    MsgBox("Aucune activité enregistrée le " + DayLabel.text(), Icon::Critical, "Lumo_ZEP");
+}
+
+bool New_Act::DayHasActs()
+{
+    QueryText = "Select * from Actes where date =#" + DayDateUS + "#";
+    DayCount = TheDatabase.OpenRecordset(QueryText);
+    return DayCount.RecordCount() >= 1;
+}
+
+void New_Act::ClearDaySheet()
+{
+    Grid1.ClearToOneRow();
+    Grid2.ClearToOneRow();
+    for (int total = 1; total <= LT.Size(); ++total) {
+        LT[total].setText("");
+        Label4[total].setText("");
+    }
+    RecentCount = ArchivedCount = ListedCount = 0;
+    SheetRecent = SheetArchived = SheetTotal = 0;
+    TogglesPending = false;
+}
+
+void New_Act::FillDaySheet()
+{
+    ClearDaySheet();
+    ServiceRow = 0;
+    ActRow = 0;
+    List1.clear();
+    QueryText = "Select * from Presta order by ordre";
+    PrestaList = TheDatabase.OpenRecordset(QueryText);
+    ServiceRows = 0;
+    for (; !PrestaList.IsEOF(); PrestaList.MoveNext()) {
+        AddServiceRow();
+        AddServiceActs();
+        ++ServiceRows;
+    }
+    Grid1.SelectRow(0);
+    if (!List1.isEmpty())
+        Grid2.SelectRow(0);
+    ShowActTotals();
+    ShowServiceTotals();
+}
+
+void New_Act::AddServiceRow()
+{
+    const QString ofService = "# and num_presta = " + QString::number(PrestaList["num"].Key());
+    const int row = TakeRow(Grid1, ServiceRow);
+    Grid1.SetText(row, Unit, " " + TextOrNothing(PrestaList["denom"]));
+
+    QueryText = "select count(num) as S1 from Actes where date =#" + DayDateUS + ofService;
+    DayCount = TheDatabase.OpenRecordset(QueryText);
+    if (DayCount["S1"].Long() > 0)
+        Grid1.SetText(row, Total, Str(DayCount["S1"].Long()));
+
+    QueryText = "select count(num) as S2 from Actes where flag_H = 0 and date =#" + DayDateUS + ofService;
+    DayCount = TheDatabase.OpenRecordset(QueryText);
+    if (DayCount["S2"].Long() > 0)
+        Grid1.SetText(row, Recent, Str(DayCount["S2"].Long()));
+}
+
+void New_Act::AddServiceActs()
+{
+    QueryText = "Select * from Actes where date =#" + DayDateUS +
+                "# and num_presta = " + QString::number(PrestaList["num"].Key()) + " order by date";
+    ServiceActs = TheDatabase.OpenRecordset(QueryText);
+    for (; !ServiceActs.IsEOF(); ServiceActs.MoveNext())
+        AddAct();
+}
+
+void New_Act::AddAct()
+{
+    const int row = TakeRow(Grid2, ActRow);
+    Grid2.SetText(row, ActUnit, " " + TextOrNothing(PrestaList["denom"]));
+    if (!ServiceActs["num_patient"].IsNull() && FindKey(PatientsRS, ServiceActs["num_patient"].Key()))
+        Grid2.SetText(row, Patient, " " + TextOrNothing(PatientsRS["nom"]).trimmed() + " " +
+                                  TextOrNothing(PatientsRS["Prenom"]).trimmed());
+    Grid2.SetText(row, ServiceDate, TextOrNothing(ServiceActs["date_Presta"]));
+    Grid2.SetText(row, Hour, LineOf(List_HH, ServiceActs["HH"]));
+    Grid2.SetText(row, Type, TextOrNothing(ServiceActs["Type"]));
+    Grid2.SetText(row, PayCode, LineOf(List_R, ServiceActs["flag_R"]));
+    const bool archived = !ServiceActs["Flag_H"].IsNull() && ServiceActs["Flag_H"].Long() == 1;
+    Grid2.SetText(row, archived ? IsArchived : IsRecent, "OUI");
+    ++(archived ? ArchivedCount : RecentCount);
+    List1 << ServiceActs["num"].Key();
+}
+
+void New_Act::ShowServiceTotals()
+{
+    // The counts are read back from the grid, where an empty cell is 0.
+    for (int row = 0; row < ServiceRows; ++row) {
+        const Int16 all = CountIn(Grid1, row, Total);
+        const Int16 recent = CountIn(Grid1, row, Recent);
+        SheetTotal += all;
+        SheetRecent += recent;
+        if (all - recent > 0)
+            Grid1.SetText(row, Archived, Str(all - recent));
+    }
+    SheetArchived = SheetTotal - SheetRecent;
+    if (SheetRecent > 0)
+        Label4[1].setText(Str(SheetRecent));
+    if (SheetArchived > 0)
+        Label4[2].setText(Str(SheetArchived));
+    if (SheetTotal >= 1)
+        Label4[3].setText(Str(SheetTotal));
+}
+
+} // namespace acts

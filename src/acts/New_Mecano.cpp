@@ -1,0 +1,233 @@
+#include "acts/New_Mecano.h"
+
+#include "acts/Actualisation.h"
+#include "core/calendar.h"
+#include "core/globals.h"
+#include "core/lists.h"
+#include "core/opening.h"
+#include "core/windows.h"
+#include "platform/basic/Dates.h"
+#include "platform/basic/Numbers.h"
+#include "platform/basic/RuntimeError.h"
+#include "platform/forms/Desk.h"
+#include "platform/forms/Guard.h"
+#include "platform/host/Host.h"
+
+#include <QKeyEvent>
+#include <QSignalBlocker>
+
+using namespace basic;
+using namespace core;
+using namespace forms;
+
+namespace acts {
+
+namespace {
+
+constexpr int DateLength = 10;
+constexpr int SecondsPerDay = 22;
+constexpr auto Unknown = "-?-";
+
+bool HoldsDate(const QString& text)
+{
+    try {
+        DateValue(text);
+        return true;
+    } catch (const RuntimeError&) {
+        return false;
+    }
+}
+
+void RefuseDates()
+{
+    MsgBox("Saisie incorrecte", Icon::Critical, "ATTENTION");
+}
+
+QString DaysCaption(int days)
+{
+    if (days < 1)
+        return Unknown;
+    return days == 1 ? QStringLiteral("1 Jour") : PlainText(days) + " Jours";
+}
+
+} // namespace
+
+void New_Mecano::Form_Load()
+{
+    CenterForm(*this);
+    setWindowTitle("   ");
+    VisibleShare.setText(PickedDate);
+    SkipCount = DialogResult;
+
+    // What is loaded into the dates isn't typed: their filters keep out of it.
+    const QSignalBlocker unfilteredStart(Text1[1]);
+    const QSignalBlocker unfilteredEnd(Text1[2]);
+    ActesByDate = TheDatabase.OpenRecordset("Select * from Actes order by date");
+    if (ActesByDate.IsEOF()) {
+        FirstActDate.setText(DateText(host::Today()));
+        LastActDate.setText(DateText(host::Today()));
+    } else {
+        FirstActDate.setText(TextOrNothing(ActesByDate["Date"]));
+        ActesByDate.MoveLast();
+        LastActDate.setText(TextOrNothing(ActesByDate["Date"]));
+    }
+    PermnTable.MoveFirst();
+    Text1[1].setText(PermnTable["Date"].IsNull() ? FirstActDate.text() : PermnTable["Date"].Text());
+    Text1[2].setText(DateText(host::Today()));
+}
+
+void New_Mecano::Image1_Click(int index)
+{
+    switch (index) {
+    case 0:
+        return Confirm();
+    case 1:
+        GiveBackLastDate();
+        return Unload();
+    case 2:
+        return ShowMainPanel(SSCommand1);
+    default:
+        return ShowMainPanel(SSCommand2);
+    }
+}
+
+void New_Mecano::Confirm()
+{
+    StartDate = Text1[1].text().trimmed();
+    EndDate = Text1[2].text().trimmed();
+    if (StartDate.size() != DateLength || EndDate.size() != DateLength || !HoldDates())
+        return RefuseDates();
+    if (DaysBetween(DateValue(Text1[1].text()), DateValue(Text1[2].text())) < 0) {
+        MsgBox("Dates inversées", Icon::Critical, "ATTENTION");
+        return;
+    }
+    RunActualisation();
+    DialogResult = ResultDone;
+    PickedDate = Text1[2].text();
+    answered = true;
+    Unload();
+}
+
+bool New_Mecano::HoldDates()
+{
+    return HoldsDate(Text1[1].text()) && HoldsDate(Text1[2].text());
+}
+
+void New_Mecano::GiveBackLastDate()
+{
+    DialogResult = ResultCancelled;
+    PermnTable.MoveFirst();
+    PickedDate = PermnTable["Date"].IsNull() ? FirstActDate.text() : PermnTable["Date"].Text();
+    answered = true;
+}
+
+bool New_Mecano::Form_QueryUnload()
+{
+    if (!answered)
+        GiveBackLastDate();
+    return false;
+}
+
+void New_Mecano::EscapePressed()
+{
+    // Not a way out of the period itself: the day sheet closes after this screen, with what was toggled there.
+    if (SSPanel2.isVisibleTo(this))
+        Image1_Click(2);
+    else if (SSPanel3.isVisibleTo(this))
+        Image1_Click(3);
+}
+
+void New_Mecano::RunActualisation()
+{
+    QString message = "Actualisation terminée ! ! !";
+    try {
+        StartDate = Text1[1].text();
+        EndDate = Text1[2].text();
+        Actualisation run(StartDate, EndDate, SkipCount);
+        if (SkipCount == 0) {
+            run.ShowAllInPeriod();
+            message = "Actualisation (Le tout visible) terminée ! ! !";
+        } else {
+            const Hourglass pointer;
+            run.ThinPeriod();
+        }
+    } catch (const RuntimeError& error) {
+        ScratchText = ErrorText(error.number, error.description);
+        CloseDataFiles();
+        TheDesk().EndProgram(0);
+    }
+    MsgBox(message, Icon::Information, "Lumo_ZEP");
+}
+
+void New_Mecano::ShowDuration()
+{
+    DayTotal = DaysBetween(DateValue(Text1[1].text()), DateValue(Text1[2].text())) + 1;
+    EstimatedDays.setText(DaysCaption(DayTotal));
+    if (DayTotal < 0) {
+        EstimatedDuration.setText(Unknown);
+        return;
+    }
+    const Int16 seconds = Product(DayTotal, SecondsPerDay);
+    DurationMinutes = seconds / 60;
+    DurationHours = DurationMinutes / 60;
+    DurationMinutes -= 60 * DurationHours;
+    const QString hours = DurationHours >= 1 ? Str(DurationHours) + " h" : QString();
+    EstimatedDuration.setText(hours + Str(DurationMinutes) + " mn");
+    if (DayTotal == 1 || DayTotal == 2)
+        EstimatedDuration.setText("1 mn");
+}
+
+void New_Mecano::SSCommand2_Click()
+{
+    if (!HoldDates())
+        return RefuseDates();
+    ShowDuration();
+    ShowPanel(SSPanel3, Image1[3]);
+}
+
+void New_Mecano::SSCommand1_Click()
+{
+    ShowPanel(SSPanel2, Image1[2]);
+}
+
+void New_Mecano::ShowPanel(Panel& panel, QWidget& focus)
+{
+    SSPanel1.hide();
+    panel.show();
+    focus.setFocus();
+}
+
+void New_Mecano::ShowMainPanel(QWidget& focus)
+{
+    SSPanel2.hide();
+    SSPanel3.hide();
+    SSPanel1.show();
+    focus.setFocus();
+}
+
+void New_Mecano::Image2_Click(int index)
+{
+    for (int field = 1; field <= Text1.Size(); ++field)
+        if (Text1[field].text().trimmed().size() != DateLength)
+            Text1[field].setText(DateText(host::Today()));
+    if (PickDateFrom(Text1[index].text()))
+        Text1[index].setText(PickedDate);
+}
+
+bool New_Mecano::MoveBetweenDates(int key, const QObject* field)
+{
+    if (key == Qt::Key_Down)
+        return Text1[field == &Text1[1] ? 2 : 1].setFocus(), true;
+    if (key == Qt::Key_Up && field == &Text1[2])
+        return Text1[1].setFocus(), true;
+    return false;
+}
+
+bool New_Mecano::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::KeyPress && MoveBetweenDates(static_cast<QKeyEvent*>(event)->key(), watched))
+        return true;
+    return Form::eventFilter(watched, event);
+}
+
+} // namespace acts

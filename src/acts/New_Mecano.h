@@ -1,0 +1,73 @@
+#pragma once
+
+#include "platform/basic/Int16.h"
+#include "platform/dao/Recordset.h"
+#include "platform/forms/ControlArray.h"
+#include "platform/forms/Controls.h"
+#include "platform/forms/Form.h"
+
+namespace acts {
+
+/// The actualisation: asks for a period and rewrites which of its acts are visible, by the option chosen on the day sheet.
+///
+/// It takes the option's index from DialogResult and its caption from PickedDate, and leaves the result there (1 done, 8
+/// cancelled) and the end date, or on cancel the date of the last actualisation, in PickedDate. One of three panels shows at a
+/// time: the period, the reminder of the first and last act's dates, the estimated duration.
+class New_Mecano : public forms::Form {
+    Q_OBJECT
+public:
+    New_Mecano();
+
+    forms::Panel SSPanel1{"SSPanel1"};                         ///< the period
+    forms::Label VisibleShare{"Label4(20)"};                   ///< caption of the chosen option
+    forms::ControlArray<forms::DateField, 2, 1> Text1{"Text1"}; ///< 1 first day, 2 last day of the period
+    forms::ControlArray<forms::Picture, 2, 1> Image2{"Image2"}; ///< the calendars beside them
+    forms::Button SSCommand1{"SSCommand1", "Rappel  des  dates"};
+    forms::Button SSCommand2{"SSCommand2", "Durée approximative"};
+    /// 0 runs, 1 cancels, 2 and 3 go back from the reminder and from the estimate.
+    forms::ControlArray<forms::Picture, 4> Image1{"Image1"};
+
+    forms::Panel SSPanel2{"SSPanel2", "Ensemble  des  actes  effectués"}; ///< the reminder
+    forms::Label FirstActDate{"Label4(16)"};
+    forms::Label LastActDate{"Label4(17)"};
+
+    forms::Panel SSPanel3{"SSPanel3", "Durée  approximative  du  traitement"}; ///< the estimate
+    forms::Label EstimatedDays{"Label4(26)"};
+    forms::Label EstimatedDuration{"Label4(27)"};
+
+    /// Runs over the period and tells the end of it. An error other than one of "5 sur 5" ends the program at once, with no
+    /// message; the days treated so far stay treated.
+    void RunActualisation();
+    /// Shows the estimate, 22 seconds for a day. Raises 6 past 1489 days.
+    void ShowDuration();
+
+    void Image1_Click(int index);
+    void Image2_Click(int index);
+    void SSCommand1_Click();
+    void SSCommand2_Click();
+
+protected:
+    void Form_Load() override;
+    bool Form_QueryUnload() override;
+    void EscapePressed() override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void BuildForm();
+    void BuildPanels();
+    void ShowPanel(forms::Panel& panel, QWidget& focus);
+    void ShowMainPanel(QWidget& focus);
+    void Confirm();
+    void GiveBackLastDate();
+    bool HoldDates();
+    bool MoveBetweenDates(int key, const QObject* field);
+
+    basic::Int16 SkipCount; ///< index of the chosen option: acts skipped between two kept ones
+    QString StartDate, EndDate;
+    basic::Int16 DayTotal; ///< days of the period, for the estimate
+    basic::Int16 DurationHours, DurationMinutes;
+    dao::Recordset ActesByDate;
+    bool answered = false; ///< by a button; the close box counts as cancel
+};
+
+} // namespace acts

@@ -1,0 +1,365 @@
+#include "acts/New_Act.h"
+
+#include "acts/New_Mecano.h"
+#include "core/Q_Date_2.h"
+#include "core/globals.h"
+#include "support/Accessibility.h"
+#include "support/Practice.h"
+#include "support/ScriptedDesk.h"
+
+#include <gtest/gtest.h>
+
+using acts::New_Act;
+using acts::New_Mecano;
+using forms::Answer;
+using forms::Icon;
+
+namespace {
+
+constexpr int PartlyPaid = 1;
+
+class DaySheet : public testing::Test {
+protected:
+    New_Act& ShowSheet()
+    {
+        practice.Open();
+        return desk.Open<New_Act>();
+    }
+
+    void ExpectEmptyDay(const QString& day)
+    {
+        desk.ExpectMessage("Aucune activité enregistrée le " + day, Icon::Critical, "Lumo_ZEP");
+    }
+
+    static QStringList RowOf(const forms::Grid& grid, int row)
+    {
+        QStringList cells;
+        for (int column = 0; column < grid.Columns(); ++column)
+            cells << grid.Text(row, column);
+        return cells;
+    }
+
+    template <class Labels>
+    static QStringList TotalsOf(Labels& labels)
+    {
+        return {labels[1].text(), labels[2].text(), labels[3].text()};
+    }
+
+    int Standing(dao::Key act) { return practice.Stored("Actes", act, "Flag_H").Long(); }
+
+    tests::Practice practice;
+    ScriptedDesk desk;
+};
+
+} // namespace
+
+TEST_F(DaySheet, ListsEveryServiceInItsOrderAndTheActsByKey)
+{
+    practice.Service("Pansement", -1); // first in the lists, last by key
+    practice.Patient(" Haddad ", dao::Value());
+    practice.Act({.num_presta = 3, .HH = 9, .Type = "K12", .Flag_H = 1});
+    practice.Act({.flag_R = 3, .num_presta = 1, .HH = 4});
+    practice.Act({.flag_R = 2, .num_patient = 2, .num_presta = 1, .Flag_H = 1});
+    practice.Act({.day = "18/06/2008"});
+
+    auto& sheet = ShowSheet();
+
+    ASSERT_EQ(sheet.Grid1.Rows(), 3);
+    EXPECT_EQ(RowOf(sheet.Grid1, 0), QStringList({" Pansement", "", " 1", " 1"}));
+    EXPECT_EQ(RowOf(sheet.Grid1, 1), QStringList({" Consultation", " 1", " 1", " 2"}));
+    EXPECT_EQ(RowOf(sheet.Grid1, 2), QStringList({" ECG", "", "", ""}));
+    EXPECT_EQ(TotalsOf(sheet.Label4), QStringList({" 1", " 2", " 3"}));
+    ASSERT_EQ(sheet.Grid2.Rows(), 3);
+    EXPECT_EQ(RowOf(sheet.Grid2, 0),
+              QStringList({" Pansement", " Benali Zoé", "17/06/2008", " 17-18", "K12", "NP", "", "OUI"}));
+    EXPECT_EQ(RowOf(sheet.Grid2, 1),
+              QStringList({" Consultation", " Benali Zoé", "17/06/2008", " 12-13", "C", "R+", "OUI", ""}));
+    EXPECT_EQ(RowOf(sheet.Grid2, 2),
+              QStringList({" Consultation", " Haddad ", "17/06/2008", " 8-9", "C", "P ", "", "OUI"}));
+    EXPECT_EQ(TotalsOf(sheet.LT), QStringList({" 1", " 2", " 3"}));
+    EXPECT_EQ(sheet.windowTitle(), " ");
+}
+
+TEST_F(DaySheet, LeavesNothingsEmpty)
+{
+    practice.Act({});
+    auto& sheet = ShowSheet();
+    EXPECT_EQ(RowOf(sheet.Grid1, 0), QStringList({" Consultation", " 1", "", " 1"}));
+    EXPECT_EQ(TotalsOf(sheet.Label4), QStringList({" 1", "", " 1"}));
+    EXPECT_EQ(TotalsOf(sheet.LT), QStringList({" 1", "", " 1"}));
+}
+
+TEST_F(DaySheet, ListsActsWhosePatientOrCodesAreUnknown)
+{
+    practice.Act({.flag_R = 6, .num_patient = 77, .HH = 10, .Type = dao::Value()});
+    practice.Act({.flag_R = -1, .HH = dao::Value()});
+    practice.Act({.num_presta = 99}); // its service is gone, and with it its place on the sheet
+
+    auto& sheet = ShowSheet();
+
+    ASSERT_EQ(sheet.Grid2.Rows(), 2);
+    EXPECT_EQ(RowOf(sheet.Grid2, 0), QStringList({" Consultation", "", "17/06/2008", "", "", "", "OUI", ""}));
+    EXPECT_EQ(RowOf(sheet.Grid2, 1), QStringList({" Consultation", " Benali Zoé", "17/06/2008", "", "C", "", "OUI", ""}));
+}
+
+TEST_F(DaySheet, TakesEveryStandingButOneForRecentAndMakesItZeroOnSaving)
+{
+    const dao::Key two = practice.Act({.Flag_H = 2});
+    const dao::Key minusOne = practice.Act({.Flag_H = -1});
+    const dao::Key archived = practice.Act({.Flag_H = 1});
+    auto& sheet = ShowSheet();
+    EXPECT_EQ(TotalsOf(sheet.LT), QStringList({" 2", " 1", " 3"}));
+    EXPECT_EQ(TotalsOf(sheet.Label4), QStringList({"", " 3", " 3"})); // the services count zeros only
+
+    Press(sheet.Grid2, Qt::Key_Return); // there and back again: the day as a whole is written all the same
+    Press(sheet.Grid2, Qt::Key_Return);
+    Click(sheet.Image1[2]);
+
+    EXPECT_FALSE(sheet.isVisible());
+    EXPECT_EQ(Standing(two), 0);
+    EXPECT_EQ(Standing(minusOne), 0);
+    EXPECT_EQ(Standing(archived), 1);
+}
+
+TEST_F(DaySheet, TogglesOnTheScreenUntilTheDayIsLeft)
+{
+    const dao::Key first = practice.Act({});
+    const dao::Key second = practice.Act({.Flag_H = 1});
+    practice.Act({.day = "16/06/2008"});
+    auto& sheet = ShowSheet();
+
+    DoubleClick(sheet.Grid2, 0);
+    DoubleClick(sheet.Grid2, 1);
+    Click(sheet.Image1[4]);
+    EXPECT_EQ(RowOf(sheet.Grid2, 0).mid(6), QStringList({"", "OUI"}));
+    EXPECT_EQ(RowOf(sheet.Grid2, 1).mid(6), QStringList({"", "OUI"}));
+    EXPECT_EQ(TotalsOf(sheet.LT), QStringList({"", " 2", " 2"}));
+    EXPECT_EQ(TotalsOf(sheet.Label4), QStringList({" 1", " 1", " 2"})); // as last filled
+    EXPECT_EQ(Standing(first), 0);
+
+    Press(sheet, Qt::Key_Left, Qt::AltModifier);
+    EXPECT_EQ(sheet.DayLabel.text(), "16/06/2008");
+    EXPECT_EQ(Standing(first), 1);
+    EXPECT_EQ(Standing(second), 1);
+
+    Press(sheet, Qt::Key_Right, Qt::AltModifier);
+    EXPECT_EQ(RowOf(sheet.Grid2, 0).mid(6), QStringList({"", "OUI"}));
+    EXPECT_EQ(TotalsOf(sheet.Label4), QStringList({"", " 2", " 2"}));
+}
+
+TEST_F(DaySheet, AsksBeforeArchivingAPartlyPaidActAndOnlyThen)
+{
+    const dao::Key act = practice.Act({.flag_R = PartlyPaid, .Flag_H = 2});
+    auto& sheet = ShowSheet();
+
+    desk.ExpectMessage("Confirmer archivage acte ('R-')", Icon::Question, "Attention", Answer::No);
+    Press(sheet.Grid2, Qt::Key_Space);
+    EXPECT_EQ(RowOf(sheet.Grid2, 0).mid(6), QStringList({"OUI", ""}));
+    ExpectEmptyDay("18/06/2008");
+    Click(sheet.Image1[1]);
+    EXPECT_EQ(Standing(act), 2); // a refusal leaves nothing to save
+    Click(sheet.Image1[0]);
+
+    desk.ExpectMessage("Confirmer archivage acte ('R-')", Icon::Question, "Attention", Answer::Yes);
+    Press(sheet.Grid2, Qt::Key_Space);
+    EXPECT_EQ(RowOf(sheet.Grid2, 0).mid(6), QStringList({"", "OUI"}));
+    Press(sheet.Grid2, Qt::Key_Space); // the way back asks nothing
+    EXPECT_EQ(RowOf(sheet.Grid2, 0).mid(6), QStringList({"OUI", ""}));
+}
+
+TEST_F(DaySheet, PassesOverAnActDeletedMeanwhile)
+{
+    const dao::Key deleted = practice.Act({});
+    const dao::Key kept = practice.Act({});
+    auto& sheet = ShowSheet();
+    DoubleClick(sheet.Grid2, 1);
+    core::TheDatabase.Execute("Delete * from Actes where num = " + QString::number(deleted));
+
+    Click(sheet.Image1[2]);
+
+    EXPECT_FALSE(sheet.isVisible());
+    EXPECT_FALSE(desk.EndCode().has_value());
+    EXPECT_EQ(Standing(kept), 1);
+}
+
+TEST_F(DaySheet, StaysOnAnEmptyDayWithNothingToToggle)
+{
+    practice.Act({.day = "28/02/2008"});
+    ExpectEmptyDay("17/06/2008");
+    auto& sheet = ShowSheet();
+
+    EXPECT_EQ(sheet.Grid1.Rows(), 1);
+    EXPECT_EQ(sheet.Grid2.Rows(), 1);
+    EXPECT_EQ(TotalsOf(sheet.LT), QStringList({"", "", ""}));
+    Click(sheet.Image1[4]);
+    DoubleClick(sheet.Grid2, 0);
+    EXPECT_EQ(sheet.Grid2.Text(0, 7), "");
+
+    sheet.DayLabel.setText("28/02/2008");
+    sheet.ShowDay();
+    EXPECT_EQ(TotalsOf(sheet.LT), QStringList({" 1", "", " 1"}));
+    ExpectEmptyDay("29/02/2008"); // a leap year, and nothing of the day before stays on the sheet
+    Click(sheet.Image1[1]);
+    EXPECT_EQ(RowOf(sheet.Grid1, 0), QStringList({"", "", "", ""}));
+    EXPECT_EQ(RowOf(sheet.Grid2, 0), QStringList(8, ""));
+}
+
+TEST_F(DaySheet, GoesToADayOfTheCalendarAndNowhereWithoutOne)
+{
+    const dao::Key act = practice.Act({});
+    practice.Act({.day = "20/06/2008"});
+    auto& sheet = ShowSheet();
+    Press(sheet.Grid2, Qt::Key_Return);
+
+    desk.WhenModal<core::Q_Date_2>([](core::Q_Date_2& picker) { Click(picker.Image2[1]); });
+    Press(sheet, Qt::Key_F4);
+    EXPECT_EQ(sheet.DayLabel.text(), "17/06/2008");
+    EXPECT_EQ(RowOf(sheet.Grid2, 0).mid(6), QStringList({"", "OUI"}));
+
+    desk.WhenModal<core::Q_Date_2>([](core::Q_Date_2& picker) {
+        EXPECT_EQ(picker.Label2.text(), "17"); // today
+        for (int day = 17; day < 20; ++day)
+            Press(picker.SSCommand1[1 + day], Qt::Key_Right);
+        Click(picker.Image2[0]);
+    });
+    Click(sheet.Image1[5]);
+    EXPECT_EQ(sheet.DayLabel.text(), "20/06/2008");
+    EXPECT_EQ(sheet.Grid2.Text(0, 2), "20/06/2008");
+    EXPECT_EQ(Standing(act), 1);
+}
+
+TEST_F(DaySheet, LosesTogglesByTheCloseBoxAndKeepsTheCardDisplayOnLeaving)
+{
+    const dao::Key act = practice.Act({});
+    auto& closed = ShowSheet();
+    EXPECT_TRUE(closed.SSOption2[0].isChecked());
+    Press(closed.Grid2, Qt::Key_Return);
+    closed.SSOption2[1].setChecked(true);
+    Press(closed, Qt::Key_Escape);
+    EXPECT_TRUE(closed.isVisible());
+    closed.close();
+    EXPECT_EQ(Standing(act), 0);
+    EXPECT_TRUE(practice.Ask("select RC from Permn").IsNull());
+
+    auto& left = desk.Open<New_Act>();
+    left.SSTab1.setCurrentIndex(1);
+    left.SSOption2[1].setChecked(true);
+    Click(left.Image1[3]);
+    EXPECT_EQ(practice.Ask("select RC from Permn").Text(), "OUI");
+
+    auto& again = desk.Open<New_Act>();
+    EXPECT_TRUE(again.SSOption2[1].isChecked());
+    again.SSOption2[0].setChecked(true);
+    Press(again, Qt::Key_W, Qt::ControlModifier);
+    EXPECT_EQ(practice.Ask("select RC from Permn").Text(), "");
+}
+
+TEST_F(DaySheet, TakesUpTheOptionOfTheLastRun)
+{
+    practice.Act({});
+    practice.Open();
+    struct { dao::Value nbre; int chosen; const char* caption; } const cases[] = {
+        {dao::Value(), 0, "5 sur 5"}, {0, 0, "5 sur 5"}, {1, 1, "1 sur 2"}, {4, 4, "1 sur 5"},
+        {5, 1, "//"}, // no option of ours: the preset stands
+        {-1, 1, "//"},
+    };
+    for (const auto& [nbre, chosen, caption] : cases) {
+        core::PermnTable.Edit();
+        core::PermnTable["nbre"] = nbre;
+        core::PermnTable.Update();
+        auto& sheet = desk.Open<New_Act>();
+        EXPECT_TRUE(sheet.Option1[chosen].isChecked()) << chosen << caption;
+        EXPECT_EQ(sheet.OptionLabel.text(), caption);
+    }
+}
+
+TEST_F(DaySheet, KeepsOptionAndOldDateOfACancelledRunAndLosesToggles)
+{
+    const dao::Key act = practice.Act({.day = "12/06/2008"});
+    const dao::Key toggled = practice.Act({});
+    auto& sheet = ShowSheet();
+    Press(sheet.Grid2, Qt::Key_Return);
+    sheet.SSTab1.setCurrentIndex(1);
+    Press(sheet.Option1[0], Qt::Key_Right);
+    Press(sheet.Option1[1], Qt::Key_Right);
+    EXPECT_EQ(sheet.OptionLabel.text(), "1 sur 3");
+
+    desk.WhenModal<New_Mecano>([](New_Mecano& dialog) {
+        EXPECT_EQ(dialog.VisibleShare.text(), "1 sur 3");
+        EXPECT_EQ(dialog.Text1[1].text(), "12/06/2008");
+        dialog.Text1[1].setText("01/01/2008");
+        dialog.close(); // the close box is the cancel button
+    });
+    desk.ExpectMessage("Modification annulée", Icon::Critical, "Lumo ZEP");
+    Click(sheet.Image2);
+
+    EXPECT_FALSE(sheet.isVisible());
+    EXPECT_EQ(Standing(act), 0);
+    EXPECT_EQ(Standing(toggled), 0);
+    EXPECT_EQ(practice.Ask("select Date from Permn").Text(), "12/06/2008"); // a first use: the first act's date
+    EXPECT_EQ(practice.Ask("select nbre from Permn").Long(), 2);
+}
+
+TEST_F(DaySheet, StoresTheEndOfAFinishedRun)
+{
+    const dao::Key kept = practice.Act({.Flag_H = 1});
+    const dao::Key skipped = practice.Act({});
+    auto& sheet = ShowSheet();
+    sheet.SSTab1.setCurrentIndex(1);
+    sheet.Option1[1].setChecked(true);
+
+    desk.WhenModal<New_Mecano>([this](New_Mecano& dialog) {
+        desk.ExpectMessage("Actualisation terminée ! ! !", Icon::Information, "Lumo_ZEP");
+        desk.ExpectMessage("Modifications enregistrées avec succès", Icon::Information, "ZEP Lumo");
+        Type(dialog.Text1[2], "20062008");
+        Press(dialog.Text1[2], Qt::Key_Return);
+    });
+    Press(sheet.Image2, Qt::Key_Return);
+
+    EXPECT_EQ(Standing(kept), 0);
+    EXPECT_EQ(Standing(skipped), 1);
+    EXPECT_EQ(practice.Ask("select Date from Permn").Text(), "20/06/2008");
+    EXPECT_EQ(practice.Ask("select nbre from Permn").Long(), 1);
+}
+
+TEST_F(DaySheet, KeepsTheKeyboardInABadDate)
+{
+    practice.Act({});
+    auto& sheet = ShowSheet();
+    EXPECT_EQ(AccessibilityFaults(sheet), QStringList());
+    sheet.SSTab1.setCurrentIndex(1);
+    EXPECT_EQ(sheet.Text1.text(), "17/06/2008");
+
+    Type(sheet.Text1, "31022008");
+    Press(sheet.Text1, Qt::Key_Tab);
+    EXPECT_EQ(sheet.Text1.text(), "");
+    EXPECT_TRUE(sheet.Text1.hasFocus());
+    EXPECT_EQ(desk.BeepCount(), 1);
+    Press(sheet.Text1, Qt::Key_Tab);
+    EXPECT_FALSE(sheet.Text1.hasFocus());
+}
+
+TEST_F(DaySheet, EndsPastSixteenBitsOfActs)
+{
+    practice.Open();
+    {
+        dao::Transaction filling(core::TheDatabase);
+        dao::Recordset acts = core::TheDatabase.OpenRecordset("Actes");
+        for (int act = 0; act < 32767; ++act) {
+            acts.AddNew();
+            acts["Date"] = "17/06/2008";
+            acts["num_presta"] = 1;
+            acts.Update();
+        }
+        filling.Commit();
+    }
+    auto& sheet = desk.Open<New_Act>();
+    EXPECT_EQ(TotalsOf(sheet.LT), QStringList({" 32767", "", " 32767"}));
+
+    desk.ExpectMessage("Erreur d'exécution '6' :\nDépassement de capacité", Icon::Critical, "ZEP Lumo");
+    practice.Act({.day = "18/06/2008"});
+    practice.Act({});
+    Click(sheet.Image1[1]);
+    Click(sheet.Image1[0]);
+    EXPECT_TRUE(desk.EndCode().has_value());
+}

@@ -1,0 +1,222 @@
+#include "acts/New_Mecano.h"
+
+#include "core/Q_Date_2.h"
+#include "core/globals.h"
+#include "core/opening.h"
+#include "platform/basic/RuntimeError.h"
+#include "platform/dao/Connection.h"
+#include "support/Accessibility.h"
+#include "support/Practice.h"
+#include "support/ScriptedDesk.h"
+
+#include <gtest/gtest.h>
+
+using acts::New_Mecano;
+using forms::Icon;
+
+namespace {
+
+class ActualisationDialog : public testing::Test {
+protected:
+    New_Mecano& Show(int option = 2)
+    {
+        practice.Open();
+        core::DialogResult = option;
+        core::PickedDate = "1 sur 3";
+        return desk.Open<New_Mecano>();
+    }
+
+    static void SetPeriod(New_Mecano& dialog, const QString& from, const QString& to)
+    {
+        dialog.Text1[1].setText(from);
+        dialog.Text1[2].setText(to);
+    }
+
+    int Standing(dao::Key act) { return practice.Stored("Actes", act, "Flag_H").Long(); }
+
+    tests::Practice practice;
+    ScriptedDesk desk;
+};
+
+} // namespace
+
+TEST_F(ActualisationDialog, StartsWhereTheLastRunEnded)
+{
+    practice.Act({.day = "12/06/2008"});
+    practice.Act({.day = "03/02/2007"});
+    auto& first = Show();
+    EXPECT_EQ(first.windowTitle(), "   ");
+    EXPECT_EQ(first.VisibleShare.text(), "1 sur 3");
+    EXPECT_EQ(first.FirstActDate.text(), "03/02/2007");
+    EXPECT_EQ(first.LastActDate.text(), "12/06/2008");
+    EXPECT_EQ(first.Text1[1].text(), "03/02/2007");
+    EXPECT_EQ(first.Text1[2].text(), "17/06/2008");
+    Click(first.Image1[1]);
+    EXPECT_EQ(core::DialogResult, core::ResultCancelled);
+    EXPECT_EQ(core::PickedDate, "03/02/2007");
+
+    core::PermnTable.Edit();
+    core::PermnTable["Date"] = "01/06/2008";
+    core::PermnTable.Update();
+    auto& next = desk.Open<New_Mecano>();
+    EXPECT_EQ(next.Text1[1].text(), "01/06/2008");
+    next.Text1[1].setText("02/06/2008");
+    Click(next.Image1[1]);
+    EXPECT_EQ(core::PickedDate, "01/06/2008");
+}
+
+TEST_F(ActualisationDialog, ShowsTodayWhereThereIsNoAct)
+{
+    auto& dialog = Show();
+    EXPECT_EQ(dialog.Text1[1].text(), "17/06/2008");
+    EXPECT_EQ(dialog.FirstActDate.text(), "17/06/2008");
+    EXPECT_EQ(dialog.LastActDate.text(), "17/06/2008");
+    desk.ExpectMessage("Actualisation terminée ! ! !", Icon::Information, "Lumo_ZEP");
+    Click(dialog.Image1[0]);
+    EXPECT_EQ(core::DialogResult, core::ResultDone);
+    EXPECT_EQ(core::PickedDate, "17/06/2008");
+}
+
+TEST_F(ActualisationDialog, RefusesPeriodsThatAreNone)
+{
+    const dao::Key act = practice.Act({.Flag_H = 7});
+    auto& dialog = Show();
+    struct { const char *from, *to, *message; } const refusals[] = {
+        {"", "17/06/2008", "Saisie incorrecte"},
+        {"17/06/2008", "17/06/08", "Saisie incorrecte"},
+        {"17/06/2008", "17/13/2008", "Saisie incorrecte"}, // no date at all, though as long as one
+        {"18/06/2008", "17/06/2008", "Dates inversées"},
+    };
+    for (const auto& refusal : refusals) {
+        SetPeriod(dialog, refusal.from, refusal.to);
+        desk.ExpectMessage(refusal.message, Icon::Critical, "ATTENTION");
+        Click(dialog.Image1[0]);
+        EXPECT_TRUE(dialog.isVisible()) << refusal.from;
+    }
+    EXPECT_EQ(Standing(act), 7);
+    dialog.close();
+    EXPECT_EQ(core::DialogResult, core::ResultCancelled);
+}
+
+TEST_F(ActualisationDialog, MovesBetweenTheDatesByKeys)
+{
+    const dao::Key act = practice.Act({.Flag_H = 7});
+    auto& dialog = Show(0);
+    EXPECT_EQ(AccessibilityFaults(dialog), QStringList());
+
+    Type(dialog.Text1[1], "1606");
+    EXPECT_EQ(dialog.Text1[1].text(), "16/06/");
+    Press(dialog.Text1[1], Qt::Key_Backspace); // below 7 characters: wiped
+    EXPECT_EQ(dialog.Text1[1].text(), "");
+    Type(dialog.Text1[1], "16062008");
+    Press(dialog.Text1[1], Qt::Key_Return);
+    EXPECT_TRUE(dialog.Text1[2].hasFocus());
+    Press(dialog.Text1[2], Qt::Key_Up);
+    EXPECT_TRUE(dialog.Text1[1].hasFocus());
+    Press(dialog.Text1[1], Qt::Key_Up);
+    EXPECT_TRUE(dialog.Text1[1].hasFocus());
+    Press(dialog.Text1[1], Qt::Key_Down);
+    EXPECT_TRUE(dialog.Text1[2].hasFocus());
+    Press(dialog.Text1[2], Qt::Key_Down);
+    EXPECT_TRUE(dialog.Text1[1].hasFocus());
+
+    Type(dialog.Text1[2], "30022008");
+    Press(dialog.Text1[2], Qt::Key_Up);
+    EXPECT_EQ(dialog.Text1[2].text(), "");
+    Type(dialog.Text1[2], "17062008");
+    desk.ExpectMessage("Actualisation (Le tout visible) terminée ! ! !", Icon::Information, "Lumo_ZEP");
+    Press(dialog.Text1[2], Qt::Key_Return);
+    EXPECT_FALSE(dialog.isVisible());
+    EXPECT_EQ(Standing(act), 0);
+}
+
+TEST_F(ActualisationDialog, EstimatesTwentyTwoSecondsADay)
+{
+    auto& dialog = Show();
+    struct { const char *from, *days, *duration; } const estimates[] = {
+        {"19/06/2008", "-?-", "-?-"},
+        {"18/06/2008", "-?-", " 0 mn"}, // not below 0, so the duration isn't unknown
+        {"17/06/2008", "1 Jour", "1 mn"},
+        {"16/06/2008", "2 Jours", "1 mn"},
+        {"15/06/2008", "3 Jours", " 1 mn"},
+        {"06/01/2008", "164 Jours", " 1 h 0 mn"},
+        {"21/05/2004", "1489 Jours", " 9 h 5 mn"},
+    };
+    for (const auto& estimate : estimates) {
+        SetPeriod(dialog, estimate.from, "17/06/2008");
+        Click(dialog.SSCommand2);
+        EXPECT_FALSE(dialog.SSPanel1.isVisible());
+        EXPECT_EQ(dialog.EstimatedDays.text(), estimate.days) << estimate.from;
+        EXPECT_EQ(dialog.EstimatedDuration.text(), estimate.duration) << estimate.from;
+        Press(dialog, Qt::Key_Escape);
+        EXPECT_TRUE(dialog.SSPanel1.isVisible());
+    }
+    SetPeriod(dialog, "20/05/2004", "17/06/2008");
+    EXPECT_THROW(dialog.ShowDuration(), basic::RuntimeError);
+
+    SetPeriod(dialog, "", "17/06/2008");
+    desk.ExpectMessage("Saisie incorrecte", Icon::Critical, "ATTENTION");
+    Click(dialog.SSCommand2);
+    EXPECT_TRUE(dialog.SSPanel1.isVisible());
+}
+
+TEST_F(ActualisationDialog, ShowsOnePanelAtATimeAndNeverLeavesByEscape)
+{
+    auto& dialog = Show();
+    Press(dialog.SSCommand1, Qt::Key_Return);
+    EXPECT_FALSE(dialog.SSPanel1.isVisible());
+    EXPECT_TRUE(dialog.SSPanel2.isVisible());
+    Click(dialog.Image1[2]);
+    EXPECT_TRUE(dialog.SSPanel1.isVisible());
+    Click(dialog.SSCommand2);
+    EXPECT_TRUE(dialog.SSPanel3.isVisible());
+    EXPECT_FALSE(dialog.SSPanel2.isVisible());
+    Press(dialog.Image1[3], Qt::Key_Return);
+    EXPECT_FALSE(dialog.SSPanel3.isVisible());
+    Press(dialog, Qt::Key_Escape); // the day sheet would close behind it, toggles and all
+    EXPECT_TRUE(dialog.isVisible());
+    EXPECT_EQ(core::DialogResult, 2);
+}
+
+TEST_F(ActualisationDialog, TakesDatesFromTheCalendar)
+{
+    auto& dialog = Show();
+    SetPeriod(dialog, "01/06/2008", "17/06");
+    desk.WhenModal<core::Q_Date_2>([](core::Q_Date_2& picker) {
+        EXPECT_EQ(picker.Label2.text(), "1");
+        Press(picker.SSCommand1[2], Qt::Key_Right);
+        Click(picker.Image2[0]);
+    });
+    Click(dialog.Image2[1]);
+    EXPECT_EQ(dialog.Text1[1].text(), "02/06/2008");
+    EXPECT_EQ(dialog.Text1[2].text(), "17/06/2008"); // what is no date becomes today on the way
+
+    desk.WhenModal<core::Q_Date_2>([](core::Q_Date_2& picker) { Press(picker, Qt::Key_Escape); });
+    Click(dialog.Image2[2]);
+    EXPECT_EQ(dialog.Text1[2].text(), "17/06/2008");
+    EXPECT_TRUE(dialog.isVisible());
+}
+
+TEST_F(ActualisationDialog, EndsTheProgramOrSaysNothingWhenTheFileIsLocked)
+{
+    const dao::Key act = practice.Act({.Flag_H = 7});
+    dao::busyMilliseconds = 50;
+    auto& showingAll = Show(0);
+    dao::busyMilliseconds = 5000;
+    const dao::Database other = core::TheWorkspace.OpenDatabase(core::DatabasePath);
+    {
+        const dao::Transaction lock(other);
+        desk.ExpectMessage("Actualisation (Le tout visible) terminée ! ! !", Icon::Information, "Lumo_ZEP");
+        Click(showingAll.Image1[0]);
+        EXPECT_FALSE(showingAll.isVisible());
+        EXPECT_EQ(core::DialogResult, core::ResultDone);
+
+        core::DialogResult = 1;
+        auto& thinning = desk.Open<New_Mecano>();
+        Click(thinning.Image1[0]);
+        EXPECT_EQ(desk.EndCode(), 0);
+        EXPECT_EQ(core::ScratchText, core::ErrorText(3187, basic::Error(3187).description));
+        EXPECT_FALSE(core::TheDatabase.IsOpen());
+    }
+    EXPECT_EQ(Standing(act), 7);
+}
