@@ -1,0 +1,26 @@
+#include "menu.h"
+
+#include "acts/New_Act.h"
+#include "cash/F_Inst.h"
+#include "cash/J_CAISSE.h"
+#include "platform/forms/Desk.h"
+
+namespace {
+
+template <class Screen>
+void Show()
+{
+    Screen screen;
+    forms::TheDesk().ShowModal(screen);
+}
+
+} // namespace
+
+core::ScreenOpeners MenuScreens()
+{
+    return {
+        {"NActes", Show<acts::New_Act>},
+        {"mnu_Caisse", Show<cash::J_CAISSE>},
+        {"mnu_Inst", Show<cash::F_Inst>},
+    };
+}

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <QLineF>
+#include <QRectF>
+#include <QSizeF>
+#include <QString>
+#include <vector>
+
+namespace report {
+
+/// One line of text in a box: never wrapped, cut with an ellipsis where it is wider than the box. Millimetres and points.
+struct Run {
+    QRectF box;
+    QString text;
+    Qt::Alignment alignment = Qt::AlignLeft;
+    double points = 9;
+    bool bold = false;
+    bool italic = false;
+    bool faint = false;
+};
+
+struct Rule {
+    QLineF line;
+    double thickness = 0.2;
+    bool faint = false;
+};
+
+/// What stands on one sheet, in millimetres from its upper left corner. Screen, printer and PDF paint this and nothing else.
+struct Page {
+    QSizeF paper;
+    std::vector<QRectF> shades; ///< light grey grounds, under everything
+    std::vector<Rule> rules;
+    std::vector<Run> runs;
+};
+
+} // namespace report

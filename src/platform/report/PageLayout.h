@@ -1,0 +1,76 @@
+#pragma once
+
+#include "platform/report/Content.h"
+#include "platform/report/Page.h"
+#include "platform/report/Places.h"
+
+namespace report {
+
+/// A report on its pages: which rows stand on which page is settled from their number, and a page is made when it is asked for.
+///
+/// Depends on the template and the content alone, neither on a display nor on fonts: the same everywhere, and the same twice.
+/// Column heads stand on every page. A group's heading is never parted from its first row nor a subtotal from its last, and the
+/// totals and the ending stand under at least one row; a group that goes on says so on top of the next page. A heading or
+/// ending line whose places are all empty is left out. A report without rows has one page.
+class PageLayout {
+public:
+    PageLayout(Template printed, Content read);
+
+    const Template& Printed() const { return report; }
+    const Content& Read() const { return content; }
+    int PageCount() const { return int(pageStarts.size()); }
+    Page MakePage(int index) const;
+
+private:
+    enum class Part : quint8 { Row, GroupHead, Subtotal, Totals, Empty, Gap, Ending };
+    /// Something that takes its height and isn't parted by a page's end.
+    struct Block {
+        Part part;
+        bool staysWithPrevious;
+        int index; ///< of the row, of the first row of the group, of the ending line
+        int count; ///< rows of the group
+    };
+    struct Cell {
+        double left;
+        double width;
+        bool hidden;
+    };
+
+    void PlaceColumns();
+    void AddBlocks();
+    void AddGroup(int first, int end);
+    void BreakPages();
+    double HeightOf(const Block& block) const;
+    double BodyTop(int page) const;
+    double BodyBottom() const;
+    double TableRight() const { return cells.back().left + cells.back().width; }
+    bool ContinuesGroup(std::size_t block) const;
+    bool HasNoValue(int field) const;
+    bool SameGroup(int row, int otherRow) const;
+
+    QString ValueOf(const QString& place, int page) const;
+    FilledText Filled(const QString& text, int page) const;
+    FilledText FilledFromRow(const QString& text, int row) const;
+
+    double AddHeading(Page& page, int index) const;
+    void AddColumnHeads(Page& page, double top) const;
+    void AddFooter(Page& page, int index) const;
+    void AddBlock(Page& page, const Block& block, double top, int pageIndex) const;
+    void AddRow(Page& page, int row, double top) const;
+    void AddGroupHead(Page& page, int row, double top, bool continued) const;
+    void AddSums(Page& page, const QString& label, const Block& block, double top) const;
+    double FirstSumLeft() const;
+    QString SumText(const Column& summed, std::size_t column, const Block& block) const;
+    void AddEnding(Page& page, const EndingLine& line, double top, int pageIndex) const;
+    void AddCell(Page& page, std::size_t column, double top, double height, const QString& text, bool bold) const;
+    void AddLabel(Page& page, double left, double top, double width, double height, const QString& text, bool bold) const;
+
+    Template report;
+    Content content;
+    std::vector<Cell> cells;
+    std::vector<Block> blocks;
+    std::vector<std::size_t> pageStarts; ///< the first block of each page
+    double lineHeight;
+};
+
+} // namespace report

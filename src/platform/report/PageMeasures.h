@@ -1,0 +1,23 @@
+#pragma once
+
+/// The measures that all reports share, in millimetres where nothing else is said.
+namespace report::measures {
+
+inline constexpr double PerPoint = 25.4 / 72;
+inline constexpr double LineSpacing = 1.6;    ///< height of a line of text, in heights of its letters
+inline constexpr double HeadLines = 1.35;     ///< height of column heads, group headings and sums, in lines
+inline constexpr double EndingLines = 1.25;
+inline constexpr double EmptyLines = 3;       ///< height of the words that stand for no rows, in lines
+inline constexpr double CellPadding = 1.2;
+inline constexpr double SpaceBelowHeading = 4;
+inline constexpr double SpaceAboveEnding = 6;
+inline constexpr double EndingWidth = 90;
+inline constexpr double FooterHeight = 8;
+inline constexpr double FooterPoints = 8;
+
+constexpr double LineHeight(double points)
+{
+    return points * PerPoint * LineSpacing;
+}
+
+} // namespace report::measures

@@ -1,0 +1,92 @@
+#include "platform/report/PageOutput.h"
+
+#include "platform/basic/RuntimeError.h"
+#include "platform/report/PageLayout.h"
+#include "platform/report/PagePainter.h"
+
+#include <QFileInfo>
+#include <QPageLayout>
+#include <QPainter>
+#include <QPdfWriter>
+#include <QPrinter>
+#include <QSaveFile>
+#include <algorithm>
+
+namespace report {
+namespace {
+
+constexpr int PdfResolution = 1200;
+constexpr double MillimetresPerInch = 25.4;
+
+/// The whole sheet, lying as the template has it.
+QPageLayout SheetOf(const Template& report)
+{
+    const bool lies = report.paper.width() > report.paper.height();
+    const QSizeF upright = lies ? report.paper.transposed() : report.paper;
+    QPageLayout sheet(QPageSize(upright, QPageSize::Millimeter, {}, QPageSize::FuzzyMatch),
+                      lies ? QPageLayout::Landscape : QPageLayout::Portrait, {});
+    sheet.setMode(QPageLayout::FullPageMode);
+    return sheet;
+}
+
+[[noreturn]] void RaiseWriteError(const QSaveFile& file)
+{
+    if (!QFileInfo(QFileInfo(file.fileName()).path()).isDir())
+        throw basic::Error(76);
+    switch (file.error()) {
+    case QFileDevice::ResourceError:
+        throw basic::Error(61);
+    case QFileDevice::OpenError:
+    case QFileDevice::PermissionsError:
+        throw basic::Error(70);
+    default:
+        throw basic::Error(61);
+    }
+}
+
+} // namespace
+
+void WritePdf(const PageLayout& layout, PagePainter& painter, const QString& path)
+{
+    QSaveFile file(path); // writes beside and renames
+    if (!file.open(QIODevice::WriteOnly))
+        RaiseWriteError(file);
+    {
+        QPdfWriter writer(&file);
+        writer.setResolution(PdfResolution);
+        writer.setPageLayout(SheetOf(layout.Printed()));
+        writer.setTitle(layout.Printed().title);
+        writer.setCreator(QStringLiteral("ZEP Lumo"));
+        QPainter onPaper(&writer);
+        for (int page = 0; page < layout.PageCount() && file.error() == QFileDevice::NoError; ++page) {
+            if (page > 0)
+                writer.newPage();
+            painter.Paint(onPaper, layout.MakePage(page), PdfResolution / MillimetresPerInch);
+        }
+    }
+    if (!file.commit())
+        RaiseWriteError(file);
+}
+
+void PrintPages(const PageLayout& layout, PagePainter& painter, QPrinter& printer)
+{
+    printer.setPageLayout(SheetOf(layout.Printed()));
+    printer.setFullPage(true);
+    printer.setDocName(layout.Printed().title);
+    const bool wholeReport = printer.printRange() != QPrinter::PageRange || printer.fromPage() < 1;
+    const int first = wholeReport ? 0 : printer.fromPage() - 1;
+    const int last = wholeReport ? layout.PageCount() - 1 : std::min(printer.toPage(), layout.PageCount()) - 1;
+
+    QPainter onPaper;
+    if (!onPaper.begin(&printer))
+        throw basic::Error(482);
+    for (int page = first; page <= last; ++page) {
+        if (page > first && !printer.newPage())
+            throw basic::Error(482);
+        painter.Paint(onPaper, layout.MakePage(page), printer.resolution() / MillimetresPerInch);
+    }
+    if (!onPaper.end())
+        throw basic::Error(482);
+}
+
+} // namespace report

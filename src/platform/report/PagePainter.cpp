@@ -1,0 +1,53 @@
+#include "platform/report/PagePainter.h"
+
+#include <QPainter>
+
+namespace report {
+namespace {
+
+const QColor ink(0x1a, 0x1f, 0x24);
+const QColor faintInk(0x5f, 0x6b, 0x73);
+const QColor faintRule(0xd3, 0xd9, 0xdd);
+const QColor shade(0xec, 0xf0, 0xf2);
+
+QRectF InUnits(const QRectF& box)
+{
+    return {box.topLeft() * UnitsPerMillimetre, box.size() * UnitsPerMillimetre};
+}
+
+} // namespace
+
+void PagePainter::PaintRun(QPainter& painter, const Run& run)
+{
+    const Typeface& face = typefaces.For(run);
+    const QRectF box = InUnits(run.box);
+    const QString text = face.Fitted(run.text, box.width());
+    double left = box.left();
+    if (run.alignment != Qt::AlignLeft) {
+        const double room = box.width() - face.WidthOf(text);
+        left += run.alignment == Qt::AlignRight ? room : room / 2;
+    }
+    painter.setFont(face.Font());
+    painter.setPen(run.faint ? faintInk : ink);
+    painter.drawText(QPointF(left, box.top() + (box.height() - face.Height()) / 2 + face.Ascent()), text);
+}
+
+void PagePainter::Paint(QPainter& painter, const Page& page, double dotsPerMillimetre)
+{
+    painter.save();
+    painter.scale(dotsPerMillimetre / UnitsPerMillimetre, dotsPerMillimetre / UnitsPerMillimetre);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setRenderHint(QPainter::TextAntialiasing);
+    painter.setLayoutDirection(Qt::LayoutDirectionAuto); // each text runs in the direction of its own letters
+    for (const QRectF& box : page.shades)
+        painter.fillRect(InUnits(box), shade);
+    for (const Rule& rule : page.rules) {
+        painter.setPen(QPen(rule.faint ? faintRule : ink, rule.thickness * UnitsPerMillimetre));
+        painter.drawLine(rule.line.p1() * UnitsPerMillimetre, rule.line.p2() * UnitsPerMillimetre);
+    }
+    for (const Run& run : page.runs)
+        PaintRun(painter, run);
+    painter.restore();
+}
+
+} // namespace report

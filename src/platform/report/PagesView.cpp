@@ -1,0 +1,176 @@
+#include "platform/report/PagesView.h"
+
+#include "platform/report/PageLayout.h"
+
+#include <QKeyEvent>
+#include <QPainter>
+#include <QScrollBar>
+#include <QStringList>
+#include <QWheelEvent>
+#include <algorithm>
+#include <cmath>
+
+namespace report {
+namespace {
+
+constexpr double Gap = 16; // around the sheets
+constexpr double MillimetresPerInch = 25.4;
+constexpr double WheelZoom = 1.1;
+constexpr int LineStep = 48;
+
+const QColor desktop(0xd5, 0xdc, 0xe0);
+const QColor sheetEdge(0xb3, 0xbf, 0xc5);
+
+} // namespace
+
+PagesView::PagesView(const PageLayout& pages) : layout(pages)
+{
+    setObjectName(QStringLiteral("Pages"));
+    setFocusPolicy(Qt::StrongFocus);
+    setFrameShape(QFrame::NoFrame);
+    setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn); // its coming and going would change the width that is fitted
+    verticalScrollBar()->setObjectName(QStringLiteral("VerticalScroll"));
+    horizontalScrollBar()->setObjectName(QStringLiteral("HorizontalScroll"));
+}
+
+double PagesView::DotsPerMillimetre() const
+{
+    return logicalDpiX() * zoom / MillimetresPerInch;
+}
+
+double PagesView::SheetWidth() const
+{
+    return layout.Printed().paper.width() * DotsPerMillimetre();
+}
+
+double PagesView::SheetStep() const
+{
+    return layout.Printed().paper.height() * DotsPerMillimetre() + Gap;
+}
+
+int PagesView::CurrentPage() const
+{
+    const double middle = verticalScrollBar()->value() + viewport()->height() / 2.0;
+    const bool atEnd = verticalScrollBar()->value() == verticalScrollBar()->maximum();
+    const int page = int((atEnd ? middle + viewport()->height() / 2.0 - Gap * 2 : middle) / SheetStep());
+    return std::clamp(page, 0, layout.PageCount() - 1);
+}
+
+void PagesView::ShowPage(int page)
+{
+    const int shown = std::clamp(page, 0, layout.PageCount() - 1);
+    verticalScrollBar()->setValue(shown == 0 ? 0 : int(std::lround(shown * SheetStep() + Gap / 2)));
+}
+
+void PagesView::SetZoom(double factor)
+{
+    fitsWidth = false;
+    ApplyZoom(std::clamp(factor, SmallestZoom, LargestZoom));
+}
+
+void PagesView::FitWidth()
+{
+    fitsWidth = true;
+    const double sheetAtOne = SheetWidth() / zoom;
+    ApplyZoom(std::clamp((viewport()->width() - 2 * Gap) / sheetAtOne, SmallestZoom, LargestZoom));
+}
+
+void PagesView::ApplyZoom(double factor)
+{
+    const double half = viewport()->height() / 2.0;
+    const double place = (verticalScrollBar()->value() + half) / SheetStep();
+    const bool atTop = verticalScrollBar()->value() == 0;
+    zoom = factor;
+    UpdateRanges();
+    verticalScrollBar()->setValue(atTop ? 0 : int(std::lround(place * SheetStep() - half)));
+    viewport()->update();
+    DescribePage();
+    Q_EMIT ViewChanged();
+}
+
+void PagesView::UpdateRanges()
+{
+    const QSize view = viewport()->size();
+    verticalScrollBar()->setRange(0, std::max(0, int(std::ceil(layout.PageCount() * SheetStep() + Gap)) - view.height()));
+    verticalScrollBar()->setPageStep(view.height());
+    verticalScrollBar()->setSingleStep(LineStep);
+    horizontalScrollBar()->setRange(0, std::max(0, int(std::ceil(SheetWidth() + 2 * Gap)) - view.width()));
+    horizontalScrollBar()->setPageStep(view.width());
+    horizontalScrollBar()->setSingleStep(LineStep);
+}
+
+/// Screen readers read the texts of the page in sight.
+void PagesView::DescribePage()
+{
+    const int page = CurrentPage();
+    if (page == describedPage)
+        return;
+    describedPage = page;
+    setAccessibleName(QStringLiteral("%1, page %2 sur %3").arg(layout.Printed().title).arg(page + 1).arg(layout.PageCount()));
+    QStringList texts;
+    for (const Run& run : layout.MakePage(page).runs)
+        texts << run.text;
+    setAccessibleDescription(texts.join(QStringLiteral(", ")));
+}
+
+void PagesView::PaintSheet(QPainter& painter, int page, double left, double top)
+{
+    const QSizeF size(SheetWidth(), SheetStep() - Gap);
+    painter.fillRect(QRectF(QPointF(left, top), size), Qt::white);
+    painter.setPen(sheetEdge);
+    painter.drawRect(QRectF(QPointF(left - 0.5, top - 0.5), size + QSizeF(1, 1)));
+    painter.save();
+    painter.translate(left, top);
+    pagePainter.Paint(painter, layout.MakePage(page), DotsPerMillimetre());
+    painter.restore();
+}
+
+void PagesView::paintEvent(QPaintEvent* event)
+{
+    QPainter painter(viewport());
+    painter.fillRect(event->rect(), desktop);
+    const double scrolled = verticalScrollBar()->value();
+    const double left = horizontalScrollBar()->maximum() > 0 ? Gap - horizontalScrollBar()->value()
+                                                             : std::round((viewport()->width() - SheetWidth()) / 2);
+    const int first = std::max(0, int((scrolled + event->rect().top() - Gap) / SheetStep()));
+    const int last = std::min(layout.PageCount() - 1, int((scrolled + event->rect().bottom()) / SheetStep()));
+    for (int page = first; page <= last; ++page)
+        PaintSheet(painter, page, left, std::round(Gap + page * SheetStep() - scrolled));
+}
+
+void PagesView::resizeEvent(QResizeEvent*)
+{
+    if (fitsWidth)
+        FitWidth();
+    else
+        UpdateRanges();
+}
+
+void PagesView::scrollContentsBy(int, int)
+{
+    viewport()->update();
+    DescribePage();
+    Q_EMIT ViewChanged();
+}
+
+void PagesView::wheelEvent(QWheelEvent* event)
+{
+    if (!event->modifiers().testFlag(Qt::ControlModifier)) {
+        QAbstractScrollArea::wheelEvent(event);
+        return;
+    }
+    SetZoom(event->angleDelta().y() > 0 ? zoom * WheelZoom : zoom / WheelZoom);
+    event->accept();
+}
+
+void PagesView::keyPressEvent(QKeyEvent* event)
+{
+    const bool scrolls = event->key() == Qt::Key_Up || event->key() == Qt::Key_Down || event->key() == Qt::Key_Left ||
+                         event->key() == Qt::Key_Right;
+    if (scrolls)
+        QAbstractScrollArea::keyPressEvent(event);
+    else
+        event->ignore();
+}
+
+} // namespace report

@@ -1,0 +1,220 @@
+#include "platform/report/PreviewWindow.h"
+
+#include "platform/basic/RuntimeError.h"
+#include "platform/forms/Desk.h"
+#include "platform/forms/Guard.h"
+#include "platform/forms/KeyFilters.h"
+#include "platform/report/PageOutput.h"
+
+#include <QDesktopServices>
+#include <QDir>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QKeyEvent>
+#include <QPrintDialog>
+#include <QPrinter>
+#include <QStandardPaths>
+#include <QUrl>
+#include <cmath>
+
+namespace report {
+namespace {
+
+constexpr double ZoomSteps[] = {0.25, 0.5, 0.75, 1, 1.25, 1.5, 2, 3, 4};
+
+QString AskPathInDialog(PreviewWindow& preview, const QString& proposedPath)
+{
+    return QFileDialog::getSaveFileName(&preview, "Enregistrer en PDF", proposedPath, "PDF (*.pdf)");
+}
+
+bool AskPrinterInDialog(PreviewWindow& preview, QPrinter& printer)
+{
+    QPrintDialog dialog(&printer, &preview);
+    dialog.setObjectName(QStringLiteral("PrintDialog"));
+    dialog.setOption(QAbstractPrintDialog::PrintPageRange);
+    dialog.setMinMax(1, preview.Pages().PageCount());
+    return dialog.exec() == QDialog::Accepted;
+}
+
+} // namespace
+
+PreviewWindow::PreviewWindow(Template printed, Content read, const QString& proposedName)
+    : Form("Preview", "Aperçu - " + printed.title), AskPdfPath(AskPathInDialog), AskPrinter(AskPrinterInDialog),
+      layout(std::move(printed), std::move(read)), pages(layout), pdfName(proposedName)
+{
+    BuildForm();
+    ConnectHandlers();
+}
+
+void PreviewWindow::ConnectHandlers()
+{
+    using forms::On;
+    using forms::Picture;
+    On(PrintButton, &Picture::clicked, *this, [this] { AskAndPrint(); });
+    On(SaveButton, &Picture::clicked, *this, [this] { AskAndSave(); });
+    On(FirstButton, &Picture::clicked, *this, [this] { pages.ShowPage(0); });
+    On(PreviousButton, &Picture::clicked, *this, [this] { MoveBy(-1); });
+    On(NextButton, &Picture::clicked, *this, [this] { MoveBy(1); });
+    On(LastButton, &Picture::clicked, *this, [this] { pages.ShowPage(layout.PageCount() - 1); });
+    On(ZoomOutButton, &Picture::clicked, *this, [this] { ZoomBy(-1); });
+    On(ZoomInButton, &Picture::clicked, *this, [this] { ZoomBy(1); });
+    On(FitWidthButton, &Picture::clicked, *this, [this] { pages.FitWidth(); });
+    On(CloseButton, &Picture::clicked, *this, [this] { Unload(); });
+    On(pages, &PagesView::ViewChanged, *this, [this] { ShowState(); });
+    PageNumber.KeyPress = [](int& keyCode) { forms::KeyFilterDigits(keyCode); };
+    On(PageNumber, &forms::TextBox::Entered, *this, [this] { GoToTypedPage(); });
+    On(PageNumber, &forms::TextBox::LostFocus, *this, [this] { ShowState(); });
+    On(OpenFolder, &forms::Button::clicked, *this,
+       [this] { QDesktopServices::openUrl(QUrl::fromLocalFile(QFileInfo(savedPath).absolutePath())); });
+}
+
+void PreviewWindow::Form_Load()
+{
+    pages.setFocus();
+    ShowState();
+}
+
+void PreviewWindow::EscapePressed()
+{
+    Unload();
+}
+
+void PreviewWindow::ShowState()
+{
+    const int page = pages.CurrentPage();
+    const bool isFirst = page == 0;
+    const bool isLast = page == layout.PageCount() - 1;
+    PageNumber.setText(QString::number(page + 1));
+    PageCount.setText(QStringLiteral("/ %1").arg(layout.PageCount()));
+    ZoomText.setText(QStringLiteral("%1 %").arg(std::lround(pages.Zoom() * 100)));
+    FirstButton.setEnabled(!isFirst);
+    PreviousButton.setEnabled(!isFirst);
+    NextButton.setEnabled(!isLast);
+    LastButton.setEnabled(!isLast);
+    ZoomOutButton.setEnabled(pages.Zoom() > PagesView::SmallestZoom);
+    ZoomInButton.setEnabled(pages.Zoom() < PagesView::LargestZoom);
+}
+
+void PreviewWindow::GoToTypedPage()
+{
+    pages.ShowPage(PageNumber.text().toInt() - 1);
+    ShowState();
+    pages.setFocus();
+}
+
+void PreviewWindow::MoveBy(int count)
+{
+    pages.ShowPage(pages.CurrentPage() + count);
+}
+
+void PreviewWindow::ZoomBy(int steps)
+{
+    const double now = pages.Zoom();
+    if (steps > 0) {
+        const auto* larger = std::ranges::find_if(ZoomSteps, [now](double step) { return step > now * 1.01; });
+        pages.SetZoom(larger == std::end(ZoomSteps) ? PagesView::LargestZoom : *larger);
+        return;
+    }
+    double smaller = PagesView::SmallestZoom;
+    for (const double step : ZoomSteps)
+        if (step < now * 0.99)
+            smaller = step;
+    pages.SetZoom(smaller);
+}
+
+bool PreviewWindow::RunCommand(int key)
+{
+    switch (key) {
+    case Qt::Key_P:
+        return AskAndPrint(), true;
+    case Qt::Key_S:
+        return AskAndSave(), true;
+    case Qt::Key_Plus:
+    case Qt::Key_Equal:
+        return ZoomBy(1), true;
+    case Qt::Key_Minus:
+        return ZoomBy(-1), true;
+    case Qt::Key_0:
+        return pages.SetZoom(1), true;
+    case Qt::Key_2:
+        return pages.FitWidth(), true;
+    default:
+        return false;
+    }
+}
+
+bool PreviewWindow::MoveByKey(int key)
+{
+    switch (key) {
+    case Qt::Key_PageUp:
+        return MoveBy(-1), true;
+    case Qt::Key_PageDown:
+        return MoveBy(1), true;
+    case Qt::Key_Home:
+        return pages.ShowPage(0), true;
+    case Qt::Key_End:
+        return pages.ShowPage(layout.PageCount() - 1), true;
+    default:
+        return false;
+    }
+}
+
+void PreviewWindow::keyPressEvent(QKeyEvent* event)
+{
+    const bool withControl = event->modifiers().testFlag(Qt::ControlModifier);
+    bool handled = false;
+    forms::Guarded([&] { handled = withControl ? RunCommand(event->key()) : MoveByKey(event->key()); });
+    if (!handled)
+        Form::keyPressEvent(event);
+}
+
+void PreviewWindow::AskAndSave()
+{
+    const QString folder = savedPath.isEmpty() ? QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation)
+                                               : QFileInfo(savedPath).absolutePath();
+    QString path = AskPdfPath(*this, QDir(folder).filePath(pdfName + ".pdf"));
+    if (path.isEmpty())
+        return;
+    if (QFileInfo(path).suffix().compare("pdf", Qt::CaseInsensitive) != 0)
+        path += ".pdf";
+    SavePdf(path);
+}
+
+bool PreviewWindow::SavePdf(const QString& path)
+{
+    try {
+        const forms::Hourglass pointer;
+        WritePdf(layout, paperPainter, path);
+    } catch (const basic::RuntimeError& error) {
+        forms::MsgBox(QStringLiteral("Le PDF n'a pas été enregistré : %1.\n%2").arg(error.description, QDir::toNativeSeparators(path)),
+                      forms::Icon::Critical, "ZEP Lumo");
+        return false;
+    }
+    savedPath = path;
+    SavedText.setText("PDF enregistré : " + QDir::toNativeSeparators(path));
+    SavedPanel.show();
+    return true;
+}
+
+void PreviewWindow::AskAndPrint()
+{
+    QPrinter printer(QPrinter::HighResolution);
+    printer.setPageOrientation(layout.Printed().paper.width() > layout.Printed().paper.height() ? QPageLayout::Landscape
+                                                                                               : QPageLayout::Portrait);
+    if (AskPrinter(*this, printer))
+        Print(printer);
+}
+
+bool PreviewWindow::Print(QPrinter& printer)
+{
+    try {
+        const forms::Hourglass pointer;
+        PrintPages(layout, paperPainter, printer);
+        return true;
+    } catch (const basic::RuntimeError& error) {
+        forms::MsgBox(QStringLiteral("L'état n'a pas été imprimé : %1.").arg(error.description), forms::Icon::Critical, "ZEP Lumo");
+        return false;
+    }
+}
+
+} // namespace report

@@ -1,0 +1,79 @@
+#pragma once
+
+#include "platform/forms/Controls.h"
+#include "platform/forms/Form.h"
+#include "platform/forms/TextBox.h"
+#include "platform/report/PageLayout.h"
+#include "platform/report/PagePainter.h"
+#include "platform/report/PagesView.h"
+
+class QPrinter;
+
+namespace report {
+
+/// The preview of a report, the window "Preview": its pages, and the ways out of it to printer and PDF.
+///
+/// Page Up and Page Down move by a page, Home and End to the first and last, Ctrl+P prints, Ctrl+S saves as PDF, Ctrl+plus,
+/// Ctrl+minus and Ctrl+0 zoom in, out and to the real size, Ctrl+2 fits the width, Esc closes.
+class PreviewWindow : public forms::Form {
+    Q_OBJECT
+public:
+    /// `proposedName` is the PDF's file name without folder and ending.
+    PreviewWindow(Template printed, Content read, const QString& proposedName);
+
+    forms::Picture PrintButton{"PrintButton"};
+    forms::Picture SaveButton{"SaveButton"};
+    forms::Picture FirstButton{"FirstButton"};
+    forms::Picture PreviousButton{"PreviousButton"};
+    forms::TextBox PageNumber{"PageNumber"};
+    forms::Label PageCount{"PageCount"};
+    forms::Picture NextButton{"NextButton"};
+    forms::Picture LastButton{"LastButton"};
+    forms::Picture ZoomOutButton{"ZoomOutButton"};
+    forms::Label ZoomText{"ZoomText"};
+    forms::Picture ZoomInButton{"ZoomInButton"};
+    forms::Picture FitWidthButton{"FitWidthButton"};
+    forms::Picture CloseButton{"CloseButton"};
+    forms::Panel SavedPanel{"SavedPanel"};
+    forms::Label SavedText{"SavedText"};
+    forms::Button OpenFolder{"OpenFolder", "Ouvrir le dossier"};
+
+    const PageLayout& Pages() const { return layout; }
+    const PagesView& View() const { return pages; }
+
+    /// Writes the PDF; false after a message when that failed. "Open the folder" is offered when it was written.
+    bool SavePdf(const QString& path);
+    /// Prints the pages chosen in `printer`; false after a message when it refuses.
+    bool Print(QPrinter& printer);
+
+    /// How the user is asked for the PDF's path (empty when he gives it up) and for the printer. The system's dialogs, unless
+    /// a program without a user puts others in their place.
+    std::function<QString(PreviewWindow& preview, const QString& proposedPath)> AskPdfPath;
+    std::function<bool(PreviewWindow& preview, QPrinter& printer)> AskPrinter;
+
+protected:
+    void Form_Load() override;
+    void EscapePressed() override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    void BuildForm();
+    void ConnectHandlers();
+    void SetUpPicture(forms::Picture& picture, const QString& icon, const QString& action);
+    void AskAndSave();
+    void AskAndPrint();
+    void ShowState();
+    void GoToTypedPage();
+    void MoveBy(int count);
+    void ZoomBy(int steps);
+    bool RunCommand(int key);
+    bool MoveByKey(int key);
+
+    PageLayout layout;
+    PagePainter paperPainter;
+    PagesView pages;
+    QString pdfName;
+    QString savedPath;
+};
+
+} // namespace report

@@ -1,0 +1,61 @@
+#include "platform/report/PreviewWindow.h"
+
+#include "platform/forms/Layout.h"
+
+namespace report {
+namespace {
+
+constexpr QSize NaturalSize(1000, 720);
+constexpr int PageNumberWidth = 56;
+constexpr int ZoomTextWidth = 48;
+
+} // namespace
+
+void PreviewWindow::SetUpPicture(forms::Picture& picture, const QString& icon, const QString& action)
+{
+    picture.SetIcon(icon);
+    picture.SetAction(action);
+}
+
+void PreviewWindow::BuildForm()
+{
+    SetUpPicture(PrintButton, "print", "Imprimer (Ctrl+P)");
+    PrintButton.SetCaption("Imprimer");
+    SetUpPicture(SaveButton, "save", "Enregistrer en PDF (Ctrl+S)");
+    SaveButton.SetCaption("PDF");
+    SetUpPicture(FirstButton, "first", "Première page (Début)");
+    SetUpPicture(PreviousButton, "previous", "Page précédente (Page préc.)");
+    SetUpPicture(NextButton, "next", "Page suivante (Page suiv.)");
+    SetUpPicture(LastButton, "last", "Dernière page (Fin)");
+    SetUpPicture(ZoomOutButton, "zoom-out", "Réduire (Ctrl+moins)");
+    SetUpPicture(ZoomInButton, "zoom-in", "Agrandir (Ctrl+plus)");
+    SetUpPicture(FitWidthButton, "fit-width", "Toute la largeur (Ctrl+2)");
+    SetUpPicture(CloseButton, "quit", "Fermer (Échap)");
+
+    PageNumber.setFixedWidth(PageNumberWidth);
+    PageNumber.setAlignment(Qt::AlignRight);
+    PageNumber.setMaxLength(6);
+    PageNumber.setAccessibleName("Page");
+    PageNumber.setToolTip("Numéro de la page ; Entrée pour y aller");
+    PageCount.setAccessibleName("Nombre de pages");
+    PageCount.setToolTip("Nombre de pages");
+    ZoomText.setFixedWidth(ZoomTextWidth);
+    ZoomText.setAlignment(Qt::AlignCenter);
+    ZoomText.setAccessibleName("Taille");
+    ZoomText.setToolTip("Taille ; Ctrl+0 pour la taille réelle");
+    pages.setToolTip({});
+    SavedPanel.setAccessibleName("PDF enregistré");
+    SavedText.setAccessibleName("Fichier enregistré");
+    OpenFolder.setToolTip("Ouvrir le dossier où se trouve le PDF");
+    SavedPanel.hide();
+
+    using forms::Item;
+    SetContent(forms::Column{
+        forms::Row{PrintButton, SaveButton, Item::Gap(2), FirstButton, PreviousButton, PageNumber, PageCount, NextButton,
+                   LastButton, Item::Gap(2), ZoomOutButton, ZoomText, ZoomInButton, FitWidthButton, Item::Stretch(), CloseButton},
+        forms::Inside(SavedPanel, forms::Row{Item::Growing(SavedText), OpenFolder}),
+        Item::Growing(pages)});
+    resize(NaturalSize);
+}
+
+} // namespace report

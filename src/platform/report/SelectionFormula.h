@@ -1,0 +1,20 @@
+#pragma once
+
+#include "platform/dao/Value.h"
+
+#include <QString>
+#include <vector>
+
+namespace report {
+
+/// A selection formula as a condition of a select, with its values to be bound to ?1, ?2 ... .
+struct Selection {
+    QString condition;
+    std::vector<dao::Value> values;
+};
+
+/// Reads "{Plani.date} = date(2008,06,17) and {Plani.Num_Presta} = 3": comparisons (= <> < <= > >=) of a field with a number, a
+/// quoted text or a date, joined by "and". A date stands as ISO text. Raises 3075 for anything else.
+Selection ReadSelection(const QString& formula);
+
+} // namespace report

@@ -1,0 +1,102 @@
+#pragma once
+
+#include <QList>
+#include <QSizeF>
+#include <QString>
+#include <QStringList>
+#include <Qt>
+#include <optional>
+
+namespace report {
+
+/// A mistake in a template. `line` counts from 1; 0 stands for the file as a whole.
+struct Fault {
+    int line = 0;
+    QString reason;
+};
+
+/// A line above the rows. Its texts have places: {ch1} to {ch10}, {ch30}, {date}, {page}, {pages}, {rows}; {ch7|0.00} prints
+/// 0.00 where ch7 is empty.
+struct HeadingLine {
+    QString text;
+    QString right;            ///< a second text at the right edge of the same line
+    Qt::Alignment alignment = Qt::AlignLeft;
+    double points = 9;
+    bool bold = false;
+    bool italic = false;
+    bool rule = false;        ///< a line under it, over the whole width
+    bool onEveryPage = false; ///< otherwise on the first page only
+    double spaceBefore = 0;   ///< mm
+};
+
+struct Column {
+    QString heading;
+    QString field;
+    double width = 0; ///< mm
+    Qt::Alignment alignment = Qt::AlignLeft;
+    QString mask;        ///< a display mask for numbers, or "dd/mm/yyyy" for an ISO date; empty prints the value as it is
+    QStringList choices; ///< the value is the number, from 0, of one of these texts
+    bool blankZero = false;
+    bool total = false;     ///< summed in subtotals and totals
+    QString totalText;      ///< printed in the totals instead of the sum; has the places of a heading line
+    bool hideEmpty = false; ///< left out when no row has a value; its room goes to the others
+    int line = 0;
+};
+
+/// Rows that follow each other with the same value in `field` stand under one heading. Its texts have the fields of the
+/// select as places.
+struct Group {
+    QString field;
+    QString heading;
+    QString subtotal; ///< empty prints none
+    int line = 0;
+};
+
+/// A figure under the totals: a label and, at the right edge, a value. Both have the places of a heading line.
+struct EndingLine {
+    QString label;
+    QString value;
+    bool bold = false;
+    bool rule = false; ///< a line above it
+};
+
+struct Footer {
+    QString left;
+    QString centre;
+    QString right;
+};
+
+/// What a template file tells: how a report looks and where its rows come from. Measures in millimetres, text in points.
+struct Template {
+    QString title;
+    QSizeF paper; ///< as it lies, landscape included
+    double top = 15, right = 15, bottom = 15, left = 15;
+    double points = 9;
+    QList<HeadingLine> heading;
+    QString select;
+    int selectLine = 0; ///< of its first line of text
+    QString emptyText;  ///< printed where the rows would be
+    QList<Column> columns;
+    std::optional<Group> group;
+    QString totalLabel;
+    QList<EndingLine> ending;
+    Footer footer;
+
+    double BodyWidth() const { return paper.width() - left - right; }
+};
+
+/// Where the conditions of a selection formula stand in a select.
+inline const QString SelectionPlace = QStringLiteral("{selection}");
+
+struct TemplateText {
+    Template report;
+    QList<Fault> faults; ///< all of them, in the order of their lines; with any, `report` is not to be used
+};
+
+/// Reads a template from its text. Raises nothing: what is wrong stands in the faults.
+TemplateText ReadTemplate(const QByteArray& text);
+
+/// Reads a template file; one that can't be read, or that is larger than a megabyte, is a fault of line 0.
+TemplateText ReadTemplateFile(const QString& path);
+
+} // namespace report

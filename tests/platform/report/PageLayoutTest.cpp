@@ -1,0 +1,158 @@
+#include "platform/report/PageText.h"
+#include "platform/report/PagePainter.h"
+#include "platform/report/ReportPractice.h"
+#include "support/Printing.h"
+
+#include <QImage>
+#include <QPainter>
+#include <gtest/gtest.h>
+
+namespace {
+
+using tests::ReportPractice;
+using tests::TextsOf;
+
+const QByteArray groupedTemplate = R"(
+title = "Actes par unité"
+[rows]
+select = """
+select Presta.denom, Actes.num, Actes.montant from Prov
+  join Actes on Actes.num = Prov.num join Presta on Presta.num = Actes.num_presta order by Presta.Ordre, Prov.rowid
+"""
+[[column]]
+heading = "Acte"
+field = "num"
+width_mm = 60
+[[column]]
+heading = "Montant"
+field = "montant"
+width_mm = 60
+align = "right"
+mask = "# ### ##0.00"
+total = true
+[group]
+field = "denom"
+heading = "Unité {denom}"
+subtotal = "Total {denom}"
+[totals]
+label = "Total"
+)";
+
+TEST(PageLayout, RepeatsColumnHeadsAndKeepsTheTotalsUnderARow)
+{
+    for (const int rows : {1, 2, 38, 39, 40, 41, 42, 43, 44, 45, 400}) {
+        ReportPractice practice;
+        practice.AddActs(rows, false);
+        const report::PageLayout layout = practice.LayOut(practice.Template("ZEP_R2.RPT"));
+
+        QStringList numbers;
+        for (int page = 0; page < layout.PageCount(); ++page) {
+            const QStringList texts = TextsOf(layout, page);
+            const qsizetype head = texts.indexOf("N°");
+            ASSERT_GE(head, 0) << "page " << page + 1;
+            EXPECT_EQ(texts.contains("Cabinet du Docteur Mourad SAÏDI") && head > 4, page == 0);
+            EXPECT_EQ(texts.last(), QString("Page %1 / %2").arg(page + 1).arg(layout.PageCount()));
+            const qsizetype before = numbers.size();
+            for (const report::Run& run : layout.MakePage(page).runs) {
+                EXPECT_LE(run.box.bottom(), 297 - 15 + 0.01) << qPrintable(run.text);
+                if (run.alignment == Qt::AlignRight && run.box.right() < 30 && run.text != "N°")
+                    numbers << run.text;
+            }
+            EXPECT_GT(numbers.size(), before) << "a page without a row, of " << rows;
+        }
+        ASSERT_EQ(numbers.size(), rows);
+        for (int row = 0; row < rows; ++row)
+            EXPECT_EQ(numbers[row], QString::number(row + 1));
+    }
+}
+
+TEST(PageLayout, GroupsHaveTheirSubtotalsAndGoOnWithTheirName)
+{
+    ReportPractice practice;
+    practice.AddActs(150, false);
+    const report::PageLayout layout = practice.LayOut(practice.WriteTemplate(groupedTemplate));
+    ASSERT_GT(layout.PageCount(), 2);
+
+    QStringList all;
+    for (int page = 0; page < layout.PageCount(); ++page) {
+        const QStringList texts = TextsOf(layout, page);
+        EXPECT_TRUE(page == 0 || texts[2].startsWith("Unité ")) << qPrintable(texts[2]); // behind the two column heads
+        EXPECT_FALSE(texts.last().startsWith("Unité ")) << "a heading parted from its rows";
+        all << texts;
+    }
+    EXPECT_EQ(all.filter("Unité Radiologie").first(), "Unité Radiologie");
+    EXPECT_TRUE(all.contains("Unité Radiologie (suite)"));
+    double sum = 0;
+    const dao::RowTable& rows = layout.Read().rows;
+    for (int row = 0; row < rows.RowCount(); ++row)
+        if (rows.Cell(row, 0).Text() == "Radiologie")
+            sum += rows.Cell(row, 2).Double();
+    const qsizetype subtotal = all.indexOf("Total Radiologie");
+    ASSERT_TRUE(subtotal >= 0 && subtotal + 1 < all.size());
+    EXPECT_EQ(all[subtotal + 1], report::NumberText(sum, "# ### ##0.00"));
+}
+
+TEST(PageLayout, PrintsValuesUnderMasksAndChoices)
+{
+    const auto text = [](report::Column column, const dao::Value& value) { return report::CellText(column, value); };
+    report::Column money;
+    money.mask = "# ### ##0.00";
+    EXPECT_EQ(text(money, 1234.5), "1 234.50");
+    EXPECT_EQ(text(money, -12.5), "-12.50");
+    EXPECT_EQ(text(money, 2.675), "2.68");
+    EXPECT_EQ(text(money, 0), "0.00");
+    EXPECT_EQ(text(money, {}), "");
+    EXPECT_EQ(text(money, "n'est pas un nombre"), "n'est pas un nombre");
+    EXPECT_EQ(text(money, std::numeric_limits<double>::infinity()), "?");
+    money.blankZero = true;
+    EXPECT_EQ(text(money, 0.0), "");
+
+    report::Column code;
+    code.choices = {"NP", "R-"};
+    EXPECT_EQ(text(code, 1), "R-");
+    EXPECT_EQ(text(code, 7), "7"); // a code that isn't known is shown and not hidden
+    EXPECT_EQ(text(code, -1), "-1");
+    EXPECT_EQ(text(code, 0.5), "0.5");
+
+    report::Column date;
+    date.mask = "dd/mm/yyyy";
+    EXPECT_EQ(text(date, "2008-06-17"), "17/06/2008");
+    EXPECT_EQ(text(date, "17/06/2008"), "17/06/2008");
+}
+
+TEST(PageLayout, HostileTextsPrintAsOneLineOfText)
+{
+    const QStringList hostile = {QString("<b>gras</b> & \"guillemets\" d'O'Brien"), QString("{ch4} {page}"), QString("un\tdeux\r\ntrois\u2028quatre"),
+                                 QString("\u202e\u200f\u2067renversé\u200e"), QString(10'000, 'W'), QString(5'000, QChar(0x0639)), QString::fromUtf8(QByteArray("\0x", 2)),
+                                 QString(QChar(0xD800)), QString("e") + QString(300, QChar(0x0301))};
+    ReportPractice practice;
+    for (const QString& name : hostile) {
+        const dao::Key patient = practice.Add("Patients", {{"nom", name}, {"Prenom", name}});
+        const dao::Key act = practice.Add("Actes", {{"num_patient", patient}, {"num_presta", 1}, {"HH", 0}, {"flag_R", 2}});
+        practice.Add("Prov", {{"num", act}});
+    }
+    practice.SetTexts({{"ch1", hostile[0]}, {"ch4", hostile[1]}});
+    const report::PageLayout layout = practice.LayOut(practice.Template("ZEP_R2.RPT"));
+    const QStringList texts = TextsOf(layout, 0);
+    EXPECT_EQ(texts[0], hostile[0]);
+    EXPECT_EQ(texts.count("{ch4} {page}"), 3); // the heading, name and first name: put in once, never looked at again
+    EXPECT_TRUE(texts.contains("un deux  trois quatre"));
+    for (const QString& text : texts)
+        EXPECT_LE(text.size(), 400);
+
+    // Painted, a name keeps to its column: what stands right of it is what stands there for a short name.
+    QImage sheet(840, 1188, QImage::Format_RGB32);
+    sheet.fill(Qt::white);
+    QPainter painter(&sheet);
+    report::PagePainter().Paint(painter, layout.MakePage(0), 4);
+    painter.end();
+    for (const report::Run& run : layout.MakePage(0).runs) {
+        if (!run.text.startsWith("WWW"))
+            continue;
+        for (int y = int(run.box.top() * 4) + 1; y < int(run.box.bottom() * 4) - 1; ++y)
+            for (int x = int(std::ceil(run.box.right() * 4)) + 1; x < int((run.box.right() + 2) * 4); ++x)
+                ASSERT_EQ(sheet.pixelColor(x, y), QColor(Qt::white)) << "the name runs over its column";
+    }
+}
+
+} // namespace

@@ -1,0 +1,45 @@
+#include "platform/report/PageText.h"
+
+#include <QTextStream>
+#include <cmath>
+
+namespace tests {
+namespace {
+
+char LetterOf(Qt::Alignment alignment)
+{
+    return alignment == Qt::AlignLeft ? 'L' : alignment == Qt::AlignRight ? 'R' : 'C';
+}
+
+qint64 Tenths(double millimetres)
+{
+    return std::lround(millimetres * 10);
+}
+
+} // namespace
+
+QString PagesAsText(const report::PageLayout& layout)
+{
+    QString text;
+    QTextStream out(&text);
+    for (int index = 0; index < layout.PageCount(); ++index) {
+        const report::Page page = layout.MakePage(index);
+        out << "=== page " << index + 1 << ", " << page.paper.width() << " x " << page.paper.height() << ", "
+            << page.shades.size() << " shades, " << page.rules.size() << " rules\n";
+        for (const report::Run& run : page.runs)
+            out << Tenths(run.box.left()) << " " << Tenths(run.box.top()) << " " << Tenths(run.box.width()) << " "
+                << LetterOf(run.alignment) << " " << run.points << (run.bold ? " bold" : "") << (run.italic ? " italic" : "")
+                << (run.faint ? " faint" : "") << " |" << run.text << "|\n";
+    }
+    return text;
+}
+
+QStringList TextsOf(const report::PageLayout& layout, int page)
+{
+    QStringList texts;
+    for (const report::Run& run : layout.MakePage(page).runs)
+        texts << run.text;
+    return texts;
+}
+
+} // namespace tests

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "platform/dao/Engine.h"
+#include "platform/report/PageLayout.h"
+
+#include <QTemporaryDir>
+#include <initializer_list>
+#include <utility>
+
+namespace tests {
+
+/// A database with the tables of a practice, for reports to read: three patients, three services, letterhead and headings.
+class ReportPractice {
+public:
+    using Cells = std::initializer_list<std::pair<const char*, dao::Value>>;
+
+    ReportPractice();
+
+    QString Path() const { return folder.filePath("ZEP_ONE.MDB"); }
+    QString Folder() const { return folder.path(); }
+    dao::Database& Database() { return database; }
+    /// The path of a template of the program.
+    static QString Template(const QString& name);
+    /// Writes a template into the folder and gives its path.
+    QString WriteTemplate(const QByteArray& text, const QString& name = "ESSAI.RPT");
+
+    dao::Key Add(const QString& table, Cells cells);
+    void SetTexts(Cells cells);
+    /// Acts that go through all codes, slots, services and patients, each with its row in Prov; `withReference` fills Prov.Mt.
+    void AddActs(int count, bool withReference);
+    void AddExpenses(int count);
+
+    /// Reads a template and its rows, which must have no fault, and lays them out. The printing date is 17/06/2008.
+    report::PageLayout LayOut(const QString& templatePath);
+
+private:
+    QTemporaryDir folder;
+    dao::Engine engine;
+    dao::Workspace workspace;
+    dao::Database database;
+};
+
+} // namespace tests

@@ -1,0 +1,146 @@
+#include "platform/report/Content.h"
+#include "platform/report/ReportPractice.h"
+#include "platform/report/SelectionFormula.h"
+#include "support/Printing.h"
+
+#include <QDir>
+#include <gtest/gtest.h>
+
+namespace {
+
+using tests::ReportPractice;
+
+const QByteArray good = R"(title = "Essai"
+[rows]
+select = """
+select num, nom
+  from Patients
+"""
+[[column]]
+heading = "Nom"
+field = "nom"
+width_mm = 50
+)";
+
+QByteArray With(const char* part, const char* instead)
+{
+    return QByteArray(good).replace(part, instead);
+}
+
+TEST(Template, NamesEachMistakeWithItsLineAndReason)
+{
+    struct Case {
+        QByteArray text;
+        int line;
+        const char* reason;
+    };
+    const Case cases[] = {
+        {With("from Patients", "from Patient"), 5, "table inconnue « Patient »"},
+        {With("select num, nom\n", "select num,\n nomm\n"), 5, "champ inconnu « nomm »"},
+        {With("field = \"nom\"", "field = \"Prenom\""), 7, "champ inconnu « Prenom » : « select » donne num, nom"},
+        {With("title = \"Essai\"", "title = \"Essai"), 1, "écriture TOML incorrecte"},
+        {With("width_mm = 50", ""), 7, "colonne « Nom » sans largeur (width_mm)"},
+        {With("width_mm = 50", "width_mm = 500"), 10, "« width_mm » doit aller de 3 à 400"},
+        {With("width_mm = 50", "width_mm = 190"), 7, "les colonnes ont ensemble 190 mm"},
+        {With("width_mm = 50", "widht_mm = 50"), 10, "« widht_mm » est inconnu dans [[column]]"},
+        {With("width_mm = 50", "width_mm = 50\nmask = \"%d\""), 11, "masque inconnu « %d »"},
+        {With("width_mm = 50", "width_mm = 50\nalign = \"middle\""), 11, "alignement inconnu « middle »"},
+        {With("select num, nom\n  from Patients", "delete from Patients"), 4, "seul « select » est permis"},
+        {With("select num, nom\n  from Patients", "attach 'x.db' as x"), 4, "seul « select » est permis"},
+        {With("select num, nom\n  from Patients", "pragma user_version = 9"), 4, "seul « select » est permis"},
+        {With("from Patients", "from Patients;\ndelete from Patients"), 5, "une seule interrogation est permise"},
+        {With("from Patients", "frm Patients"), 5, "erreur de syntaxe près de « Patients »"},
+        {With("from Patients", "from Patients where num = ?"), 4, "l'interrogation attend une valeur"},
+        {With("[rows]", "[[heading]]\ntext = \"{ch11}\"\n[rows]"), 3, "place inconnue « {ch11} »"},
+        {With("[rows]", "[paper]\nsize = \"A9\"\n[rows]"), 3, "papier inconnu « A9 »"},
+        {With("[rows]", "[paper]\ntop_mm = \"dix\"\n[rows]"), 3, "« top_mm » doit être un nombre"},
+        {With("[[column]]", "[column]"), 7, "« column » doit être un tableau entre doubles crochets"},
+        {With("[[column]]", "[group]\nfield = \"ville\"\n[[column]]"), 7, "champ inconnu « ville »"},
+        {"", 1, "aucune interrogation"},
+        {"\xff\xfe\x00", 1, "écriture TOML incorrecte"},
+    };
+    ReportPractice practice;
+    for (const Case& each : cases) {
+        const QList<report::Fault> faults = report::CheckTemplate(practice.WriteTemplate(each.text), practice.Path());
+        const bool found = std::ranges::any_of(faults, [&](const report::Fault& fault) {
+            return fault.line == each.line && fault.reason.startsWith(QString::fromUtf8(each.reason));
+        });
+        QString told;
+        for (const report::Fault& fault : faults)
+            told += QString("%1: %2\n").arg(fault.line).arg(fault.reason);
+        EXPECT_TRUE(found) << "expected " << each.line << ": " << each.reason << "\ntold " << qPrintable(told);
+    }
+    EXPECT_EQ(practice.Database().OpenRecordset("select count(num) as S1 from Patients")["S1"].Long(), 3);
+}
+
+TEST(Template, AllMistakesAreToldAtOnce)
+{
+    ReportPractice practice;
+    const QByteArray text = With("width_mm = 50", "align = 3").replace("from Patients", "from Rien");
+    EXPECT_GE(report::CheckTemplate(practice.WriteTemplate(text), practice.Path()).size(), 3);
+}
+
+TEST(Template, TemplatesOfTheProgramHaveNoMistake)
+{
+    ReportPractice practice;
+    const QStringList names = QDir(ReportPractice::Template("")).entryList({"*.RPT"});
+    EXPECT_GE(names.size(), 5);
+    for (const QString& name : names)
+        for (const report::Fault& fault : report::CheckTemplate(practice.Template(name), practice.Path()))
+            ADD_FAILURE() << qPrintable(name) << ", " << fault.line << ": " << qPrintable(fault.reason);
+}
+
+TEST(Template, UnreadableFilesAreFaultsOfTheWholeFile)
+{
+    ReportPractice practice;
+    EXPECT_EQ(report::ReadTemplateFile(practice.Folder() + "/RIEN.RPT").faults.at(0).line, 0);
+    EXPECT_EQ(report::ReadTemplateFile(practice.WriteTemplate(QByteArray(2'000'000, '#'))).faults.at(0).line, 0);
+    const report::Template read = report::ReadTemplate(good).report;
+    EXPECT_EQ(report::ReadContent(read, practice.Folder() + "/RIEN.MDB", "").faults.at(0).line, 0);
+    EXPECT_EQ(report::ReadContent(read, practice.WriteTemplate(QByteArray(5'000, 'x'), "FAUX.MDB"), "").faults.size(), 1);
+}
+
+TEST(Selection, ReadsComparisonsAndNothingElse)
+{
+    const report::Selection day = report::ReadSelection("{Plani.date} = date(2008,06,17) and {Plani.Num_Presta} = 3");
+    EXPECT_EQ(day.condition, R"("Plani"."date" = ?1 and "Plani"."Num_Presta" = ?2)");
+    EXPECT_EQ(day.values.at(0).Text(), "2008-06-17");
+    EXPECT_EQ(day.values.at(1).Double(), 3);
+    for (const char* bad : {"", "{Plani.date}", "{Plani.date} = date(2008,06)", "{Plani.num} = 1 or 1", "{Plani.num} = 1; drop table Plani",
+                            "{Plani.num\"} = 1", "{Plani.num} = 1 and"})
+        EXPECT_THROW(report::ReadSelection(bad), basic::RuntimeError) << bad;
+}
+
+TEST(Selection, StandsAtItsPlaceInTheSelect)
+{
+    ReportPractice practice;
+    const report::Template without = report::ReadTemplate(good).report;
+    EXPECT_EQ(report::ReadContent(without, practice.Path(), "{Patients.num} = 2").faults.at(0).line, 4);
+    const report::Template with = report::ReadTemplate(With("from Patients", "from Patients where {selection}")).report;
+    EXPECT_EQ(report::ReadContent(with, practice.Path(), "").content.rows.RowCount(), 3);
+    const report::ReadContentResult chosen = report::ReadContent(with, practice.Path(), "{Patients.num} = 2");
+    ASSERT_EQ(chosen.content.rows.RowCount(), 1);
+    EXPECT_EQ(chosen.content.rows.Cell(0, 1).Text(), "O'BRIEN-MARTIN");
+}
+
+TEST(ReadOnlyQuery, ReadsOneMomentWhileAnotherConnectionWrites)
+{
+    ReportPractice practice;
+    const dao::ReadOnlyQuery query(practice.Path());
+    practice.Add("Patients", {{"nom", "NOUVEAU"}});
+    practice.SetTexts({{"ch4", "plus tard"}});
+    EXPECT_EQ(query.Read("select num from Patients", {}, 100).RowCount(), 3);
+    EXPECT_EQ(query.Read("select ch4 from textes", {}, 1).Cell(0, 0).Text(), "Mouvements de fonds du  Mar 17/06/2008");
+    EXPECT_EQ(dao::ReadOnlyQuery(practice.Path()).Read("select num from Patients", {}, 100).RowCount(), 4);
+}
+
+TEST(ReadOnlyQuery, EndsWhatWouldGiveTooManyRows)
+{
+    ReportPractice practice;
+    const dao::ReadOnlyQuery query(practice.Path());
+    EXPECT_THROW(query.Read("with recursive n(i) as (select 1 union all select i + 1 from n) select i from n", {}, 1000),
+                 dao::StatementError);
+    EXPECT_THROW(query.FieldsOf("select load_extension('x')"), dao::StatementError);
+}
+
+} // namespace

@@ -1,0 +1,97 @@
+#include "TourDesk.h"
+
+#include "platform/forms/Guard.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QDir>
+#include <QMessageBox>
+#include <QTextStream>
+#include <QTimer>
+#include <cstdlib>
+
+namespace tour {
+
+namespace {
+
+/// A picture name without what file systems dislike.
+QString FileName(int number, const QString& name)
+{
+    return QStringLiteral("%1-%2.png").arg(number, 2, 10, QLatin1Char('0')).arg(name);
+}
+
+} // namespace
+
+TourDesk::TourDesk(const QString& pictureFolder) : folder(pictureFolder)
+{
+    Require(QDir().mkpath(folder), "Impossible de créer " + folder);
+}
+
+void TourDesk::Visit(std::function<void(forms::Form&)> visit)
+{
+    visits.push_back(std::move(visit));
+}
+
+void TourDesk::Answer(const QString& text, const QString& button)
+{
+    answers.push_back({text, button});
+}
+
+void TourDesk::AtEnd(std::function<void()> lastLook)
+{
+    look = std::move(lastLook);
+}
+
+void TourDesk::TakePicture(QWidget& window, const QString& name)
+{
+    QApplication::processEvents();
+    const QString path = QDir(folder).filePath(FileName(++pictures, name));
+    Require(window.grab().save(path), "Image non enregistrée : " + path);
+}
+
+void TourDesk::Require(bool holds, const QString& reason)
+{
+    if (holds)
+        return;
+    QTextStream(stderr) << "La visite s'arrête : " << reason << Qt::endl;
+    std::_Exit(1);
+}
+
+forms::Answer TourDesk::Message(const QString& text, forms::Icon icon, const QString& title, forms::Buttons buttons)
+{
+    Require(!answers.empty() && answers.front().text == text, "message inattendu : " + text);
+    const QString button = answers.front().button;
+    answers.pop_front();
+    QTimer::singleShot(0, qApp, [this, button] {
+        auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+        Require(box != nullptr, "le message ne s'affiche pas");
+        TakePicture(*box, "message");
+        for (QAbstractButton* choice : box->buttons())
+            if (choice->text() == button)
+                return choice->click();
+        Require(false, "pas de bouton " + button);
+    });
+    return QtDesk::Message(text, icon, title, buttons);
+}
+
+void TourDesk::ShowModal(forms::Form& form)
+{
+    Require(!visits.empty(), "écran inattendu : " + form.objectName());
+    const auto visit = visits.front();
+    visits.pop_front();
+    QTimer::singleShot(0, &form, [&form, visit] {
+        forms::Guarded([&] { visit(form); });
+        Require(!form.isVisible(), "l'écran reste ouvert : " + form.objectName());
+    });
+    QtDesk::ShowModal(form);
+}
+
+void TourDesk::EndProgram(int code)
+{
+    Require(visits.empty() && answers.empty(), "la visite n'est pas finie");
+    if (look)
+        look();
+    QtDesk::EndProgram(code);
+}
+
+} // namespace tour

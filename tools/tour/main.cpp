@@ -1,0 +1,167 @@
+// Plays the road of one act through the real screens on a copy of a practice, and saves a picture of each screen.
+
+#include "TourDesk.h"
+
+#include "cash/J_CAISSE.h"
+#include "core/Auteur.h"
+#include "core/Form1.h"
+#include "core/Q_Date_2.h"
+#include "core/configuration.h"
+#include "core/globals.h"
+#include "menu.h"
+#include "platform/basic/Dates.h"
+#include "platform/forms/Guard.h"
+#include "platform/forms/Style.h"
+#include "platform/host/Files.h"
+#include "platform/host/Host.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QFile>
+#include <QTest>
+#include <QTextStream>
+
+using tour::TourDesk;
+
+namespace {
+
+constexpr int PendingTab = 2;
+constexpr int PaidCode = 2;
+
+/// Copies a data folder, its archive aside, so that the visit changes nothing of the practice itself.
+void CopyPractice(const QString& from, const QString& to)
+{
+    QDir(to).removeRecursively();
+    TourDesk::Require(QDir().mkpath(to + "/ARCHIVES"), "Impossible de créer " + to);
+    const QDir source(from);
+    for (const QString& name : source.entryList(QDir::Files | QDir::Hidden))
+        TourDesk::Require(QFile::copy(source.filePath(name), QDir(to).filePath(name)), "Copie impossible : " + name);
+}
+
+/// The code that opens the practice, as its configuration file stores it.
+QString AccessCode(const QString& folder)
+{
+    core::DataFolder = folder;
+    core::LoadConfiguration();
+    core::DataFolder.clear();
+    return QString::number(2 * core::StoredAccessValue());
+}
+
+class Visit {
+public:
+    Visit(TourDesk& tourDesk, core::Form1& mainWindow, const QString& practiceFolder)
+        : desk(tourDesk), main(mainWindow), folder(practiceFolder)
+    {
+    }
+
+    void Play()
+    {
+        desk.TakePicture(main, "Form1");
+        OpenPractice();
+        ChooseToday();
+        KeepTheCash();
+        Quit();
+    }
+
+private:
+    void OpenPractice()
+    {
+        const QString code = AccessCode(folder);
+        desk.Visit([this, code](forms::Form& form) {
+            auto& dialog = dynamic_cast<core::Auteur&>(form);
+            dialog.Dir1.SetPath(folder);
+            QTest::keyClicks(&dialog.Text1, code);
+            desk.TakePicture(dialog, "Auteur");
+            QTest::keyClick(&dialog.Text1, Qt::Key_Return);
+        });
+        main.Entry("mnu_aprpos")->trigger();
+        TourDesk::Require(core::TheDatabase.IsOpen(), "le cabinet ne s'ouvre pas");
+        desk.TakePicture(main, "Form1-cabinet");
+    }
+
+    /// The visit's today is the last day with an act to settle, whenever the practice was made.
+    static void ChooseToday()
+    {
+        dao::Recordset pending = core::TheDatabase.OpenRecordset("Select * from Actes where Flag_R < 2 order by date");
+        TourDesk::Require(pending.RecordCount() > 0, "aucun acte en instance dans ce cabinet");
+        pending.MoveLast();
+        host::FixToday(basic::DateValue(pending["date"].Text()));
+    }
+
+    void KeepTheCash()
+    {
+        desk.Visit([this](forms::Form& form) {
+            auto& picker = dynamic_cast<core::Q_Date_2&>(form);
+            desk.TakePicture(picker, "Q_Date_2");
+            picker.Image2[0].click();
+        });
+        desk.Visit([this](forms::Form& form) { SettleAnAct(dynamic_cast<cash::J_CAISSE&>(form)); });
+        main.Entry("mnu_Caisse")->trigger();
+    }
+
+    void SettleAnAct(cash::J_CAISSE& cashDay)
+    {
+        const char* const tabs[] = {"Recap", "Actes-Regles", "Instances", "Depenses"};
+        for (int tab = 0; tab < cashDay.SSTab1.count(); ++tab) {
+            cashDay.SSTab1.setCurrentIndex(tab);
+            desk.TakePicture(cashDay, QStringLiteral("J_CAISSE-") + tabs[tab]);
+        }
+        const QString balanceBefore = cashDay.RCP[4].text();
+        const int settledBefore = cashDay.Grid2.Rows();
+
+        cashDay.SSTab1.setCurrentIndex(PendingTab);
+        cashDay.Image2[4].click();
+        TourDesk::Require(cashDay.SSPanel2.isVisible(), "aucun acte en instance ce jour");
+        cashDay.SSPanel2.Code.SetListIndex(PaidCode);
+        cashDay.SSPanel2.Amount.setFocus();
+        QTest::keyClicks(&cashDay.SSPanel2.Amount, "1500");
+        desk.TakePicture(cashDay, "J_CAISSE-Correction");
+        desk.Answer("Correction enregistrée", "OK");
+        cashDay.SSPanel2.Image3[0].click();
+
+        TourDesk::Require(cashDay.Grid2.Rows() == settledBefore + 1, "l'acte réglé n'a pas changé de liste");
+        TourDesk::Require(cashDay.RCP[4].text() != balanceBefore, "le nouveau solde n'a pas bougé");
+        cashDay.SSTab1.setCurrentIndex(0);
+        desk.TakePicture(cashDay, "J_CAISSE-apres");
+        cashDay.Image1[2].click();
+    }
+
+    void Quit()
+    {
+        desk.Answer("Veuiller Confirmer Fin de Travail !!", "Oui");
+        desk.AtEnd([this] {
+            const QString archive = host::PathIn(folder, "ARCHIVES/ZEP_ONE.MDB");
+            TourDesk::Require(QFile::exists(archive), "pas de copie dans ARCHIVES");
+            QTextStream(stdout) << "Copie d'archive : " << archive << Qt::endl;
+        });
+        main.Entry("mnuQ")->trigger();
+        TourDesk::Require(false, "le programme ne s'arrête pas");
+    }
+
+    TourDesk& desk;
+    core::Form1& main;
+    QString folder;
+};
+
+} // namespace
+
+int main(int argc, char* argv[])
+{
+    QApplication application(argc, argv);
+    const QStringList arguments = QApplication::arguments();
+    TourDesk::Require(arguments.size() == 3, "usage : tour CABINET IMAGES");
+    const QString pictures = QDir(arguments[2]).absolutePath();
+    const QString practice = pictures + "/cabinet";
+    CopyPractice(arguments[1], practice);
+
+    forms::ApplyStyle(application);
+    TourDesk desk(pictures);
+    forms::SetDesk(&desk);
+    core::Form1 mainWindow(MenuScreens());
+    forms::Guarded([&] {
+        mainWindow.Load();
+        mainWindow.show();
+        Visit(desk, mainWindow, practice).Play();
+    });
+    return 1;
+}
