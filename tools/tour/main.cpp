@@ -2,6 +2,9 @@
 
 #include "TourDesk.h"
 
+#include "acts/New_Act.h"
+#include "acts/New_Mecano.h"
+#include "cash/F_Inst.h"
 #include "cash/J_CAISSE.h"
 #include "core/Auteur.h"
 #include "core/Form1.h"
@@ -14,6 +17,7 @@
 #include "platform/forms/Style.h"
 #include "platform/host/Files.h"
 #include "platform/host/Host.h"
+#include "platform/report/PreviewWindow.h"
 
 #include <QApplication>
 #include <QDir>
@@ -49,8 +53,8 @@ QString AccessCode(const QString& folder)
 
 class Visit {
 public:
-    Visit(TourDesk& tourDesk, core::Form1& mainWindow, const QString& practiceFolder)
-        : desk(tourDesk), main(mainWindow), folder(practiceFolder)
+    Visit(TourDesk& tourDesk, core::Form1& mainWindow, const QString& practiceFolder, const QString& pictureFolder)
+        : desk(tourDesk), main(mainWindow), folder(practiceFolder), pictures(pictureFolder)
     {
     }
 
@@ -60,6 +64,8 @@ public:
         OpenPractice();
         ChooseToday();
         KeepTheCash();
+        SettleOfAPeriod();
+        ThinTheActs();
         Quit();
     }
 
@@ -123,7 +129,65 @@ private:
         TourDesk::Require(cashDay.RCP[4].text() != balanceBefore, "le nouveau solde n'a pas bougé");
         cashDay.SSTab1.setCurrentIndex(0);
         desk.TakePicture(cashDay, "J_CAISSE-apres");
+        PrintTheRecap(cashDay);
         cashDay.Image1[2].click();
+    }
+
+    void PrintTheRecap(cash::J_CAISSE& cashDay)
+    {
+        const QString pdf = pictures + "/Recap.pdf";
+        desk.Visit([this, pdf](forms::Form& form) {
+            auto& preview = dynamic_cast<report::PreviewWindow&>(form);
+            desk.TakePicture(preview, "Preview");
+            TourDesk::Require(preview.SavePdf(pdf), "PDF non enregistré");
+            QTest::keyClick(&preview, Qt::Key_Escape);
+        });
+        cashDay.Image2[3].click();
+        QTextStream(stdout) << "Récapitulatif : " << pdf << Qt::endl;
+    }
+
+    void SettleOfAPeriod()
+    {
+        desk.Visit([this](forms::Form& form) {
+            auto& pending = dynamic_cast<cash::F_Inst&>(form);
+            desk.TakePicture(pending, "F_Inst-dates");
+            QTest::keyClick(&pending.SSTab2.Text1[0], Qt::Key_Return);
+            desk.TakePicture(pending, "F_Inst");
+            pending.Image1[1].click();
+            pending.SSPanel2.Code.SetListIndex(PaidCode);
+            pending.SSPanel2.Amount.setText("900");
+            desk.TakePicture(pending, "F_Inst-Correction");
+            desk.Answer("Correction enregistrée", "OK");
+            pending.SSPanel2.Image3[0].click();
+            desk.TakePicture(pending, "F_Inst-apres");
+            pending.Image1[3].click();
+        });
+        main.Entry("mnu_Inst")->trigger();
+    }
+
+    /// "1 sur 3" over the days since the last actualisation; at its end the sheet closes as well.
+    void ThinTheActs()
+    {
+        desk.Visit([this](forms::Form& form) {
+            auto& sheet = dynamic_cast<acts::New_Act&>(form);
+            desk.TakePicture(sheet, "New_Act");
+            sheet.Option1[2].click();
+            sheet.Image2.click();
+        });
+        desk.Visit([this](forms::Form& form) {
+            auto& period = dynamic_cast<acts::New_Mecano&>(form);
+            desk.TakePicture(period, "New_Mecano");
+            period.SSCommand1.click();
+            desk.TakePicture(period, "New_Mecano-dates");
+            period.Image1[2].click();
+            period.SSCommand2.click();
+            desk.TakePicture(period, "New_Mecano-duree");
+            period.Image1[3].click();
+            desk.Answer("Actualisation terminée ! ! !", "OK");
+            desk.Answer("Modifications enregistrées avec succès", "OK");
+            period.Image1[0].click();
+        });
+        main.Entry("NActes")->trigger();
     }
 
     void Quit()
@@ -141,6 +205,7 @@ private:
     TourDesk& desk;
     core::Form1& main;
     QString folder;
+    QString pictures;
 };
 
 } // namespace
@@ -161,7 +226,7 @@ int main(int argc, char* argv[])
     forms::Guarded([&] {
         mainWindow.Load();
         mainWindow.show();
-        Visit(desk, mainWindow, practice).Play();
+        Visit(desk, mainWindow, practice, pictures).Play();
     });
     return 1;
 }
