@@ -11,6 +11,7 @@
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
+#include <ctime>
 #include <vector>
 
 namespace bench {
@@ -25,6 +26,20 @@ void Check(int result, sqlite3* database)
         return;
     std::fprintf(stderr, "%s\n", sqlite3_errmsg(database));
     std::exit(1);
+}
+
+double ProcessorTime()
+{
+    timespec used{};
+    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &used);
+    return static_cast<double>(used.tv_sec) * 1e3 + static_cast<double>(used.tv_nsec) / 1e6;
+}
+
+double Median(std::vector<double>& times)
+{
+    const auto middle = times.begin() + static_cast<qsizetype>(times.size() / 2);
+    std::ranges::nth_element(times, middle);
+    return *middle;
 }
 
 class ActFiller {
@@ -145,16 +160,17 @@ void LargePractice::Fill(Plain& database, int acts)
     database.Run("commit");
 }
 
-double MedianTime(int runs, const std::function<void()>& work)
+Time MedianTime(int runs, const std::function<void()>& work)
 {
-    std::vector<double> times;
+    std::vector<double> clock, processor;
     for (int run = 0; run < runs; ++run) {
         const auto started = std::chrono::steady_clock::now();
+        const double used = ProcessorTime();
         work();
-        times.push_back(std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - started).count());
+        processor.push_back(ProcessorTime() - used);
+        clock.push_back(std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - started).count());
     }
-    std::ranges::nth_element(times, times.begin() + runs / 2);
-    return times[static_cast<std::size_t>(runs / 2)];
+    return {Median(clock), Median(processor)};
 }
 
 } // namespace bench

@@ -45,7 +45,13 @@ private:
     QTemporaryDir folder;
 };
 
-/// The median time of a few runs in milliseconds.
-double MedianTime(int runs, const std::function<void()>& work);
+/// Milliseconds on the clock, and those of the processor, which tell more on a machine that has other work.
+struct Time {
+    double clock = 0;
+    double processor = 0;
+};
+
+/// The median times of a few runs.
+Time MedianTime(int runs, const std::function<void()>& work);
 
 } // namespace bench

@@ -26,9 +26,11 @@ public:
     [[noreturn]] void EndProgram(int code) override { std::exit(code); }
 };
 
-void Report(const char* name, int acts, double plain, double ours)
+void Report(const char* name, int acts, bench::Time plain, bench::Time ours)
 {
-    std::printf("%-34s %9d acts  plain %8.2f ms  ours %8.2f ms  ratio %5.2f\n", name, acts, plain, ours, ours / plain);
+    std::printf("%-34s %8d acts  plain %8.2f ms (%8.2f cpu)  ours %8.2f ms (%8.2f cpu)  ratio %5.2f (%5.2f cpu)\n", name,
+                acts, plain.clock, plain.processor, ours.clock, ours.processor, ours.clock / plain.clock,
+                ours.processor / plain.processor);
     std::fflush(stdout);
 }
 
@@ -72,7 +74,7 @@ private:
     void ReadAct()
     {
         for (int column = 0; column < sqlite3_column_count(acts); ++column)
-            length = length + sqlite3_column_text(acts, column) != nullptr;
+            length = length + (sqlite3_column_text(acts, column) != nullptr ? 1 : 0);
         sqlite3_bind_int(patient, 1, sqlite3_column_int(acts, 1));
         sqlite3_step(patient);
         length = length + sqlite3_column_bytes(patient, 0) + sqlite3_column_bytes(patient, 1);
@@ -90,16 +92,15 @@ double MeasureSheet(bench::Plain& plain, int acts)
     sheet.show();
     QApplication::processEvents();
     PlainSheet plainSheet(plain);
-    const double floor = bench::MedianTime(51, [&] { plainSheet.Read(); });
-    const double fill = bench::MedianTime(51, [&] { sheet.ShowDay(); });
-    const double shown = bench::MedianTime(51, [&] {
+    const bench::Time floor = bench::MedianTime(51, [&] { plainSheet.Read(); });
+    const bench::Time fill = bench::MedianTime(51, [&] { sheet.ShowDay(); });
+    const bench::Time shown = bench::MedianTime(51, [&] {
         sheet.ShowDay();
         QApplication::processEvents();
-        sheet.repaint();
     });
     Report("sheet of 250 acts, filled", acts, floor, fill);
     Report("sheet of 250 acts, filled + drawn", acts, floor, shown);
-    return fill;
+    return fill.processor;
 }
 
 void MeasureToggles(bench::Plain& plain, int acts)
@@ -111,7 +112,7 @@ void MeasureToggles(bench::Plain& plain, int acts)
         keys.push_back(sqlite3_column_int(day, 0));
     sqlite3_finalize(day);
     int flag = 0;
-    const double floor = bench::MedianTime(5, [&] {
+    const bench::Time floor = bench::MedianTime(5, [&] {
         flag = 1 - flag;
         plain.Run("begin immediate");
         for (const int key : keys) {
@@ -127,7 +128,7 @@ void MeasureToggles(bench::Plain& plain, int acts)
     sheet.Load();
     sheet.DayLabel.setText(bench::FullDay);
     sheet.ShowDay();
-    const double ours = bench::MedianTime(5, [&] {
+    const bench::Time ours = bench::MedianTime(5, [&] {
         for (int row = 0; row < sheet.Grid2.Rows(); ++row) {
             sheet.Grid2.SetRow(row);
             sheet.ToggleActArchive();
@@ -171,8 +172,8 @@ void RunYearPlainly(bench::Plain& database)
 
 void MeasureYear(bench::Plain& plain, int acts)
 {
-    const double floor = bench::MedianTime(5, [&] { RunYearPlainly(plain); });
-    const double ours = bench::MedianTime(5, [] { acts::Actualisation("01/01/2007", "07/09/2007", 2).ThinPeriod(); });
+    const bench::Time floor = bench::MedianTime(5, [&] { RunYearPlainly(plain); });
+    const bench::Time ours = bench::MedianTime(5, [] { acts::Actualisation("01/01/2007", "07/09/2007", 2).ThinPeriod(); });
     Report("a year's actualisation (88,000)", acts, floor, ours);
 }
 

@@ -5,6 +5,7 @@
 #include "platform/basic/Dates.h"
 #include "support/Practice.h"
 
+#include <algorithm>
 #include <chrono>
 #include <csignal>
 #include <gtest/gtest.h>
@@ -23,6 +24,23 @@ constexpr int Kills = 50;
 constexpr int Days = 250;
 constexpr int Untouched = 7;
 
+/// Makes new folders in memory where the system has such a place: what a killed process has written stays there as well, and
+/// hundreds of commits don't wait for a disk.
+class FolderInMemory {
+public:
+    FolderInMemory()
+    {
+        if (access("/dev/shm", W_OK) == 0)
+            qputenv("TMPDIR", "/dev/shm");
+    }
+    ~FolderInMemory() { before.isNull() ? qunsetenv("TMPDIR") : qputenv("TMPDIR", before); }
+    FolderInMemory(const FolderInMemory&) = delete;
+    FolderInMemory& operator=(const FolderInMemory&) = delete;
+
+private:
+    const QByteArray before = qgetenv("TMPDIR");
+};
+
 class KilledRun : public testing::Test {
 protected:
     using Flags = std::map<dao::Key, int>;
@@ -31,7 +49,7 @@ protected:
     void FillYear()
     {
         practice.Open();
-        const dao::Transaction filling(core::TheDatabase);
+        dao::Transaction filling(core::TheDatabase);
         dao::Recordset acts = core::TheDatabase.OpenRecordset("Actes");
         for (int act = 0; act < 7 * Days; ++act) {
             acts.AddNew();
@@ -40,7 +58,7 @@ protected:
             acts["flag_R"] = act % 7 == 4 ? 1 : 2;
             acts.Update();
         }
-        const_cast<dao::Transaction&>(filling).Commit();
+        filling.Commit();
     }
 
     static void Run() { Actualisation("01/01/2008", "06/09/2008", 2).ThinPeriod(); }
@@ -54,6 +72,14 @@ protected:
         return flags;
     }
 
+    /// The time of a whole run, the shortest so far.
+    void RunWhole()
+    {
+        const auto started = std::chrono::steady_clock::now();
+        Run();
+        whole = std::min(whole, std::chrono::duration_cast<std::chrono::microseconds>(std::chrono::steady_clock::now() - started));
+    }
+
     /// Starts the run in a process of its own and kills it after that time.
     void RunAndKill(std::chrono::microseconds delay)
     {
@@ -61,7 +87,6 @@ protected:
         ASSERT_EQ(pipe(ready), 0);
         const pid_t child = fork();
         if (child == 0) {
-            core::CreateTheWorkspace();
             core::OpenDataFiles();
             if (write(ready[1], "!", 1) == 1)
                 Run();
@@ -71,9 +96,7 @@ protected:
         ASSERT_EQ(read(ready[0], &signal, 1), 1);
         std::this_thread::sleep_for(delay);
         kill(child, SIGKILL);
-        int status = 0;
-        waitpid(child, &status, 0);
-        killedMidway += WIFSIGNALED(status);
+        waitpid(child, nullptr, 0);
         close(ready[0]);
         close(ready[1]);
     }
@@ -95,8 +118,9 @@ protected:
         }
     }
 
+    FolderInMemory memory;
     tests::Practice practice;
-    int killedMidway = 0;
+    std::chrono::microseconds whole = 1h;
 };
 
 } // namespace
@@ -104,24 +128,23 @@ protected:
 TEST_F(KilledRun, LeavesWholeDaysAndIsRepairedByRunningAgain)
 {
     FillYear();
-    const auto started = std::chrono::steady_clock::now();
-    Run();
-    const auto whole = std::chrono::duration_cast<std::chrono::microseconds>(std::chrono::steady_clock::now() - started);
+    RunWhole();
     const Flags finished = Stored();
 
     std::mt19937 random(20080617);
-    std::uniform_int_distribution<long> moment(0, whole.count());
+    int killedMidway = 0;
     for (int round = 0; round < Kills && !HasFailure(); ++round) {
         core::TheDatabase.Execute("Update Actes set Flag_H = " + QString::number(Untouched));
-        core::CloseDataFiles();
+        core::TheDatabase.Close();
+        std::uniform_int_distribution<long> moment(0, whole.count());
         RunAndKill(std::chrono::microseconds(moment(random)));
 
-        core::CreateTheWorkspace();
         core::OpenDataFiles();
         const Flags found = Stored();
         ExpectWholeDays(found, finished, found == finished);
-        Run();
+        killedMidway += found.begin()->second != Untouched && found.rbegin()->second == Untouched;
+        RunWhole();
         EXPECT_EQ(Stored(), finished) << "round " << round;
     }
-    EXPECT_GT(killedMidway, Kills / 2);
+    EXPECT_GT(killedMidway, Kills / 4);
 }
