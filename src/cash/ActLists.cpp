@@ -8,22 +8,6 @@ using namespace core;
 
 namespace cash {
 
-namespace {
-
-QString NameCell(const dao::Field& name, NullName nullName)
-{
-    if (name.IsNull() && nullName == NullName::AsNothing)
-        return {};
-    return " " + TextOrNothing(name);
-}
-
-bool Find(dao::Recordset& lookup, const dao::Field& key)
-{
-    return !key.IsNull() && FindKey(lookup, key.Key());
-}
-
-} // namespace
-
 void ClearList(forms::Grid& grid, forms::FigureLabel& total, dao::KeyList& keys)
 {
     grid.ClearToOneRow();
@@ -40,14 +24,40 @@ int TakeRow(forms::Grid& grid, basic::Int16& nextRow)
     return row;
 }
 
-void ShowNames(forms::Grid& grid, int row, const dao::Recordset& act, const NameLookups& lookups, NullName nullName)
+NamesOfActs::NamesOfActs(const dao::Recordset& patientLookup, const dao::Recordset& serviceLookup, NullName nullName)
+    : patients{patientLookup, {"nom", "Prenom"}}, services{serviceLookup, {"denom"}}, asNull(nullName)
 {
-    if (Find(lookups.patients, act["num_patient"])) {
-        grid.SetText(row, 1, NameCell(lookups.patients["nom"], nullName));
-        grid.SetText(row, 2, NameCell(lookups.patients["Prenom"], nullName));
+}
+
+void NamesOfActs::Show(forms::Grid& grid, int row, const dao::Recordset& act)
+{
+    ShowCells(patients, act["num_patient"], grid, row, 1);
+    ShowCells(services, act["num_presta"], grid, row, 3);
+}
+
+void NamesOfActs::ShowCells(Lookup& lookup, const dao::Field& key, forms::Grid& grid, int row, int firstColumn) const
+{
+    if (key.IsNull())
+        return;
+    int column = firstColumn;
+    for (const QString& cell : CellsOf(lookup, key.Key()))
+        grid.SetText(row, column++, cell);
+}
+
+const QStringList& NamesOfActs::CellsOf(Lookup& lookup, dao::Key key) const
+{
+    const auto known = lookup.known.constFind(key);
+    if (known != lookup.known.constEnd())
+        return *known;
+    QStringList& cells = lookup.known[key];
+    if (!FindKey(lookup.rows, key))
+        return cells;
+    for (const char* name : lookup.fields) {
+        const dao::Field field = lookup.rows[name];
+        const bool isNothing = field.IsNull() && asNull == NullName::AsNothing;
+        cells << (isNothing ? QString() : " " + TextOrNothing(field));
     }
-    if (Find(lookups.services, act["num_presta"]))
-        grid.SetText(row, 3, NameCell(lookups.services["denom"], nullName));
+    return cells;
 }
 
 } // namespace cash

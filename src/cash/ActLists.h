@@ -3,6 +3,10 @@
 #include "platform/basic/Int16.h"
 #include "platform/dao/Recordset.h"
 
+#include <QHash>
+#include <QStringList>
+#include <vector>
+
 /// What the lists of acts have in common.
 namespace forms {
 class FigureLabel;
@@ -20,13 +24,27 @@ int TakeRow(forms::Grid& grid, basic::Int16& nextRow);
 /// How a name that is Null stands in its cell.
 enum class NullName { AsBlank, AsNothing };
 
-/// Where names are looked up: all patients and all services, by their key.
-struct NameLookups {
-    dao::Recordset& patients;
-    dao::Recordset& services;
-};
+/// Looks up the patients and services of the acts of one list while it is filled, each of them once.
+class NamesOfActs {
+public:
+    NamesOfActs(const dao::Recordset& patientLookup, const dao::Recordset& serviceLookup, NullName nullName);
 
-/// Shows the act's patient and service in columns 1 to 3 of the row, each text after a blank. What isn't found stays empty.
-void ShowNames(forms::Grid& grid, int row, const dao::Recordset& act, const NameLookups& lookups, NullName nullName);
+    /// Shows the act's patient and service in columns 1 to 3 of the row, each text after a blank. What isn't found stays empty.
+    void Show(forms::Grid& grid, int row, const dao::Recordset& act);
+
+private:
+    struct Lookup {
+        dao::Recordset rows;
+        std::vector<const char*> fields;
+        QHash<dao::Key, QStringList> known = {}; ///< cells by key; none where there is no such row
+    };
+
+    const QStringList& CellsOf(Lookup& lookup, dao::Key key) const;
+    void ShowCells(Lookup& lookup, const dao::Field& key, forms::Grid& grid, int row, int firstColumn) const;
+
+    Lookup patients;
+    Lookup services;
+    NullName asNull;
+};
 
 } // namespace cash

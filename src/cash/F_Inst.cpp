@@ -1,6 +1,5 @@
 #include "cash/F_Inst.h"
 
-#include "cash/ActLists.h"
 #include "core/calendar.h"
 #include "core/globals.h"
 #include "core/lists.h"
@@ -151,8 +150,9 @@ void F_Inst::FillPendingList()
     const Hourglass pointer;
     ListRow = 0;
     RunningAmount = 0;
+    NamesOfActs names(PatientLookup, ServiceLookup, NullName::AsNothing);
     for (; !PendingActs.IsEOF(); PendingActs.MoveNext())
-        ListAct();
+        ListAct(names);
     if (RunningAmount != 0)
         RCP.setText(Format(RunningAmount, "# ### ##0.00"));
     Grid3.setEnabled(true);
@@ -160,11 +160,11 @@ void F_Inst::FillPendingList()
     Grid3_Click();
 }
 
-void F_Inst::ListAct()
+void F_Inst::ListAct(NamesOfActs& names)
 {
     const int row = TakeRow(Grid3, ListRow);
     Grid3.SetText(row, 0, PlainText(ListRow));
-    ShowNames(Grid3, row, PendingActs, {PatientLookup, ServiceLookup}, NullName::AsNothing);
+    names.Show(Grid3, row, PendingActs);
     Grid3.SetText(row, 4, TextOrNothing(PendingActs["date_Presta"]));
     Grid3.SetText(row, 5, TextOrNothing(PendingActs["Heure"]));
     Grid3.SetText(row, 6, ListLine(List_R, PendingActs["flag_R"].Long()));

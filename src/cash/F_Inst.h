@@ -1,5 +1,6 @@
 #pragma once
 
+#include "cash/ActLists.h"
 #include "cash/CorrectionPanel.h"
 #include "core/PeriodChooser.h"
 #include "platform/basic/Int16.h"
@@ -55,7 +56,7 @@ private:
     /// Back to browsing: chooser and correction panel go, the pictures come back.
     void Browse();
     void ShowPictures(bool shown);
-    void ListAct();
+    void ListAct(NamesOfActs& names);
     void ShowPlainTotal();
 
     QString FromDateUS;      ///< chosen bounds as mm/dd/yyyy

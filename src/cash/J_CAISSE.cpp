@@ -1,6 +1,5 @@
 #include "cash/J_CAISSE.h"
 
-#include "cash/ActLists.h"
 #include "core/calendar.h"
 #include "core/globals.h"
 #include "core/lists.h"
@@ -216,8 +215,9 @@ void J_CAISSE::ListActs(dao::Recordset& acts, Grid& grid, FigureLabel& total, da
 {
     ListRow = 0;
     RunningAmount = 0;
+    NamesOfActs names(PatientLookup, ServiceLookup, NullName::AsBlank);
     for (; !acts.IsEOF(); acts.MoveNext()) {
-        ListAct(acts, grid, showsZeroAmounts);
+        ListAct(acts, names, grid, showsZeroAmounts);
         RunningAmount += acts["montant"].Double();
         keys << acts["num"].Key();
     }
@@ -225,11 +225,11 @@ void J_CAISSE::ListActs(dao::Recordset& acts, Grid& grid, FigureLabel& total, da
         total.setText(Format(RunningAmount, AmountMask));
 }
 
-void J_CAISSE::ListAct(const dao::Recordset& act, Grid& grid, bool showsZeroAmounts)
+void J_CAISSE::ListAct(const dao::Recordset& act, NamesOfActs& names, Grid& grid, bool showsZeroAmounts)
 {
     const int row = TakeRow(grid, ListRow);
     grid.SetText(row, 0, PlainText(ListRow));
-    ShowNames(grid, row, act, {PatientLookup, ServiceLookup}, NullName::AsBlank);
+    names.Show(grid, row, act);
     grid.SetText(row, 4, ListLine(List_HH, act["HH"].Long()));
     grid.SetText(row, 5, ListLine(List_R, act["flag_R"].Long()));
     const double amount = act["montant"].Double();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "cash/ActLists.h"
 #include "cash/CorrectionPanel.h"
 #include "platform/basic/Int16.h"
 #include "platform/dao/Recordset.h"
@@ -67,7 +68,7 @@ private:
     double BalanceBefore();
     void ListActs(dao::Recordset& acts, forms::Grid& grid, forms::FigureLabel& total, dao::KeyList& keys,
                   bool showsZeroAmounts);
-    void ListAct(const dao::Recordset& act, forms::Grid& grid, bool showsZeroAmounts);
+    void ListAct(const dao::Recordset& act, NamesOfActs& names, forms::Grid& grid, bool showsZeroAmounts);
     void OpenCorrection();
     void CloseCorrection();
     void PrintOrRefuse(const dao::KeyList& list, const QString& templateName);
