@@ -210,8 +210,8 @@ bool MeasurePendingList(PlainDatabase& database)
     screen.Load();
     screen.show();
     QApplication::processEvents();
-    screen.SSTab2.Text1[1].setText(QString("01/01/%1").arg(ListedYear));
-    screen.SSTab2.Text1[2].setText(QString("31/12/%1").arg(ListedYear));
+    screen.Dates.Text1[1].setText(QString("01/01/%1").arg(ListedYear));
+    screen.Dates.Text1[2].setText(QString("31/12/%1").arg(ListedYear));
     const double ours = Best([&] {
         screen.Image2_Click(4);
         QApplication::processEvents(); // until it is painted

@@ -18,10 +18,11 @@ namespace cash {
 void F_Inst::Form_Load()
 {
     CenterForm(*this);
+    setMaximumWidth(width()); // the columns of the list have their widths
     FillPayLists(List_R, List_HH, &SSPanel2.Code);
     PatientLookup = TheDatabase.OpenRecordset("select * from Patients order by num");
     ServiceLookup = TheDatabase.OpenRecordset("select * from Presta order by num");
-    SSTab2.SetToday();
+    Dates.SetToday();
     ChooseDates();
 }
 
@@ -64,7 +65,7 @@ void F_Inst::EscapePressed()
 {
     if (SSPanel2.isVisibleTo(this))
         Image3_Click(1);
-    else if (SSTab2.isVisibleTo(this))
+    else if (Dates.isVisibleTo(this))
         Image2_Click(3);
 }
 
@@ -83,12 +84,12 @@ void F_Inst::Grid3_DblClick()
 void F_Inst::ChooseDates()
 {
     ShowPictures(false);
-    SSTab2.ShowOver(Grid3);
+    Dates.ShowOver(Grid3);
 }
 
 void F_Inst::ChooseDay()
 {
-    const auto day = SSTab2.ReadDay();
+    const auto day = Dates.ReadDay();
     if (!day)
         return;
     FromDateUS = ToDateUS = QueryDate(*day);
@@ -99,7 +100,7 @@ void F_Inst::ChooseDay()
 
 void F_Inst::ChoosePeriod()
 {
-    const auto period = SSTab2.ReadPeriod();
+    const auto period = Dates.ReadPeriod();
     if (!period)
         return;
     FromDateUS = QueryDate(period->first);
@@ -118,14 +119,14 @@ void F_Inst::Correct()
     if (List3.isEmpty())
         return;
     LoadCorrection();
-    SSTab2.hide();
+    Dates.hide();
     ShowPictures(false);
     SSPanel2.ShowOver(Grid3);
 }
 
 void F_Inst::Browse()
 {
-    SSTab2.hide();
+    Dates.hide();
     SSPanel2.hide();
     ShowPictures(true);
     Grid3.setEnabled(true);

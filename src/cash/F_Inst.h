@@ -22,7 +22,7 @@ public:
     F_Inst();
 
     forms::Panel SSPanel1{"SSPanel1"}; ///< caption: what is listed
-    core::PeriodChooser SSTab2;
+    core::PeriodChooser Dates; ///< SSTab2: the day or period to list
     forms::Grid Grid3;
     forms::FigureLabel RCP{"RCP"}; ///< money already received on the acts listed
     CorrectionPanel SSPanel2{"SSPanel2", "Text2"};

@@ -37,7 +37,7 @@ F_Inst::F_Inst()
     for (int index = 0; index < Image1.Size(); ++index)
         On(Image1[index], &Picture::clicked, *this, [this, index] { Image1_Click(index); });
     for (int index = 2; index <= 5; ++index)
-        On(SSTab2.Image2[index], &Picture::clicked, *this, [this, index] { Image2_Click(index); });
+        On(Dates.Image2[index], &Picture::clicked, *this, [this, index] { Image2_Click(index); });
     for (int index = 0; index < SSPanel2.Image3.Size(); ++index)
         On(SSPanel2.Image3[index], &Picture::clicked, *this, [this, index] { Image3_Click(index); });
 }
@@ -62,7 +62,7 @@ void F_Inst::BuildForm()
         Item::Growing(Grid3),
         Row{Item::Stretch(), *new Label("LTotal", "Total"), RCP},
     });
-    SSTab2.setParent(this);
+    Dates.setParent(this);
     SSPanel2.setParent(this);
     SSPanel2.hide();
     Bulle.setParent(this);

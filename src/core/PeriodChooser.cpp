@@ -21,7 +21,7 @@ int PeriodChooser::Period::Days() const
     return basic::DaysBetween(basic::DateValue(first), basic::DateValue(last)) + 1;
 }
 
-PeriodChooser::PeriodChooser() : TabStrip("SSTab2")
+PeriodChooser::PeriodChooser() : Panel("Dates", "Choix des dates")
 {
     BuildForm();
     connect(&Text1[0], &TextBox::Entered, this, [this] { Image2[2].click(); });
@@ -31,19 +31,19 @@ PeriodChooser::PeriodChooser() : TabStrip("SSTab2")
 
 void PeriodChooser::BuildForm()
 {
-    setAutoFillBackground(true);
-    setAccessibleName("Choix des dates");
+    setProperty("floating", true);
     for (int accept = 2; accept <= 4; accept += 2) {
         Image2[accept].SetIcon("accept");
         Image2[accept].SetAction("Valider");
         Image2[accept + 1].SetIcon("cancel");
         Image2[accept + 1].SetAction("Annuler");
     }
-    AddPage(*this, "Journée",
+    AddPage(SSTab2, "Journée",
             Column{Pairs{{&DayLabel, &Text1[0]}}, Item::Stretch(), Row{Item::Stretch(), Image2[2], Image2[3]}});
-    AddPage(*this, "Période",
+    AddPage(SSTab2, "Période",
             Column{Pairs{{&FirstLabel, &Text1[1]}, {&LastLabel, &Text1[2]}},
                    Row{Item::Stretch(), Image2[4], Image2[5]}});
+    Inside(*this, Column{SSTab2});
     hide();
 }
 
@@ -56,7 +56,7 @@ void PeriodChooser::SetToday()
 void PeriodChooser::ShowOver(QWidget& area)
 {
     FloatOver(*this, area);
-    Text1[currentIndex() == 0 ? 0 : 1].setFocus();
+    Text1[SSTab2.currentIndex() == 0 ? 0 : 1].setFocus();
 }
 
 std::optional<QString> PeriodChooser::ReadDay()

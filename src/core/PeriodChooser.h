@@ -10,7 +10,7 @@ namespace core {
 /// The choice of dates, "Journée" or "Période": one day on the first page, two bounds on the second. It stands over the list of its
 /// screen while dates are being chosen. Enter in the last field of a page accepts, as its picture does; what accepting
 /// and cancelling mean is the screen's.
-class PeriodChooser : public forms::TabStrip {
+class PeriodChooser : public forms::Panel {
     Q_OBJECT
 public:
     /// Dates as dd/mm/yyyy.
@@ -23,6 +23,7 @@ public:
 
     PeriodChooser();
 
+    forms::TabStrip SSTab2{"SSTab2"};
     forms::Label DayLabel{"Label4(0)", " Du"};
     forms::Label FirstLabel{"Label4(3)", " Du"};
     forms::Label LastLabel{"Label3(5)", " Au"};

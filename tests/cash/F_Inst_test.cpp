@@ -25,21 +25,21 @@ protected:
 
     static void ListDay(F_Inst& screen, const QString& day)
     {
-        if (!screen.SSTab2.isVisible())
+        if (!screen.Dates.SSTab2.isVisible())
             Click(screen.Image1[0]);
-        screen.SSTab2.setCurrentIndex(0);
-        screen.SSTab2.Text1[0].setText(day);
-        Click(screen.SSTab2.Image2[2]);
+        screen.Dates.SSTab2.setCurrentIndex(0);
+        screen.Dates.Text1[0].setText(day);
+        Click(screen.Dates.Image2[2]);
     }
 
     static void ListPeriod(F_Inst& screen, const QString& first, const QString& last)
     {
-        if (!screen.SSTab2.isVisible())
+        if (!screen.Dates.SSTab2.isVisible())
             Click(screen.Image1[0]);
-        screen.SSTab2.setCurrentIndex(1);
-        screen.SSTab2.Text1[1].setText(first);
-        screen.SSTab2.Text1[2].setText(last);
-        Click(screen.SSTab2.Image2[4]);
+        screen.Dates.SSTab2.setCurrentIndex(1);
+        screen.Dates.Text1[1].setText(first);
+        screen.Dates.Text1[2].setText(last);
+        Click(screen.Dates.Image2[4]);
     }
 
     /// Settles the act in hand, in the opened panel.
@@ -53,15 +53,15 @@ protected:
 
     static bool IsChoosing(F_Inst& screen)
     {
-        return screen.SSTab2.isVisible() && !screen.SSPanel2.isVisible() && !PicturesShow(screen);
+        return screen.Dates.SSTab2.isVisible() && !screen.SSPanel2.isVisible() && !PicturesShow(screen);
     }
     static bool IsBrowsing(F_Inst& screen)
     {
-        return !screen.SSTab2.isVisible() && !screen.SSPanel2.isVisible() && PicturesShow(screen);
+        return !screen.Dates.SSTab2.isVisible() && !screen.SSPanel2.isVisible() && PicturesShow(screen);
     }
     static bool IsCorrecting(F_Inst& screen)
     {
-        return !screen.SSTab2.isVisible() && screen.SSPanel2.isVisible() && !PicturesShow(screen);
+        return !screen.Dates.SSTab2.isVisible() && screen.SSPanel2.isVisible() && !PicturesShow(screen);
     }
 
     tests::Practice practice;
@@ -87,7 +87,7 @@ TEST_F(PendingSettlements, OpensOnTheChoiceOfDatesWithNothingListed)
 
     EXPECT_TRUE(IsChoosing(screen));
     for (int field = 0; field <= 2; ++field)
-        EXPECT_EQ(screen.SSTab2.Text1[field].text(), "17/06/2008");
+        EXPECT_EQ(screen.Dates.Text1[field].text(), "17/06/2008");
     EXPECT_EQ(screen.SSPanel1.Caption(), "");
     EXPECT_EQ(screen.Grid3.Rows(), 1);
     EXPECT_EQ(screen.Grid3.Text(0, 0), "");
@@ -178,36 +178,36 @@ TEST_F(PendingSettlements, RefusesDatesThatAreMissingBadOrInverted)
 TEST_F(PendingSettlements, RefusesADayThatTheCalendarLacks)
 {
     auto& screen = OpenScreen();
-    Type(screen.SSTab2.Text1[0], "31062008");
-    EXPECT_EQ(screen.SSTab2.Text1[0].text(), "31/06/2008");
+    Type(screen.Dates.Text1[0], "31062008");
+    EXPECT_EQ(screen.Dates.Text1[0].text(), "31/06/2008");
 
     desk.ExpectMessage("Date incorrecte", Icon::Critical, "ATTENTION");
-    Press(screen.SSTab2.Text1[0], Qt::Key_Return);
+    Press(screen.Dates.Text1[0], Qt::Key_Return);
 
     EXPECT_EQ(desk.BeepCount(), 1);
     EXPECT_TRUE(IsChoosing(screen));
-    EXPECT_EQ(screen.SSTab2.Text1[0].text(), "");
-    EXPECT_TRUE(screen.SSTab2.Text1[0].hasFocus());
+    EXPECT_EQ(screen.Dates.Text1[0].text(), "");
+    EXPECT_TRUE(screen.Dates.Text1[0].hasFocus());
 }
 
 TEST_F(PendingSettlements, KeepsTheListWhenTheChoiceIsCancelled)
 {
     practice.Act({});
     auto& screen = OpenScreen();
-    Click(screen.SSTab2.Image2[3]); // before anything was listed
+    Click(screen.Dates.Image2[3]); // before anything was listed
     EXPECT_TRUE(IsBrowsing(screen));
     EXPECT_EQ(screen.Grid3.Text(0, 0), "");
 
     ListDay(screen, "17/06/2008");
     Click(screen.Image1[0]);
     EXPECT_TRUE(IsChoosing(screen));
-    screen.SSTab2.setCurrentIndex(1);
-    Click(screen.SSTab2.Image2[5]);
+    screen.Dates.SSTab2.setCurrentIndex(1);
+    Click(screen.Dates.Image2[5]);
     EXPECT_TRUE(IsBrowsing(screen));
     EXPECT_EQ(screen.Grid3.Text(0, 0), "1");
 
     Click(screen.Image1[0]);
-    Press(screen.SSTab2.Text1[1], Qt::Key_Escape);
+    Press(screen.Dates.Text1[1], Qt::Key_Escape);
     EXPECT_TRUE(IsBrowsing(screen));
     Press(screen.Grid3, Qt::Key_Escape);
     EXPECT_TRUE(screen.isVisible());
@@ -222,12 +222,12 @@ TEST_F(PendingSettlements, SettlesByKeyboardAloneAndKeepsTheSettledActListed)
     practice.Act({.day = "12/06/2008"});
     auto& screen = OpenScreen();
 
-    ASSERT_TRUE(screen.SSTab2.Text1[0].hasFocus());
-    Press(screen.SSTab2.Text1[0], Qt::Key_Tab, Qt::ControlModifier);
-    Type(screen.SSTab2.Text1[1], "01062008");
-    Press(screen.SSTab2.Text1[1], Qt::Key_Return);
-    ASSERT_TRUE(screen.SSTab2.Text1[2].hasFocus());
-    Press(screen.SSTab2.Text1[2], Qt::Key_Return);
+    ASSERT_TRUE(screen.Dates.Text1[0].hasFocus());
+    Press(screen.Dates.Text1[0], Qt::Key_Tab, Qt::ControlModifier);
+    Type(screen.Dates.Text1[1], "01062008");
+    Press(screen.Dates.Text1[1], Qt::Key_Return);
+    ASSERT_TRUE(screen.Dates.Text1[2].hasFocus());
+    Press(screen.Dates.Text1[2], Qt::Key_Return);
     ASSERT_TRUE(screen.Grid3.hasFocus());
     Press(screen.Grid3, Qt::Key_Down);
     Press(screen.Grid3, Qt::Key_Return);

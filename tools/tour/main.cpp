@@ -151,7 +151,7 @@ private:
         desk.Visit([this](forms::Form& form) {
             auto& pending = dynamic_cast<cash::F_Inst&>(form);
             desk.TakePicture(pending, "F_Inst-dates");
-            QTest::keyClick(&pending.SSTab2.Text1[0], Qt::Key_Return);
+            QTest::keyClick(&pending.Dates.Text1[0], Qt::Key_Return);
             desk.TakePicture(pending, "F_Inst");
             pending.Image1[1].click();
             pending.SSPanel2.Code.SetListIndex(PaidCode);
