@@ -1,6 +1,7 @@
 #include "LargePractice.h"
 #include "acts/Actualisation.h"
 #include "acts/New_Act.h"
+#include "acts/New_Mecano.h"
 #include "core/globals.h"
 #include "platform/forms/Desk.h"
 #include "platform/forms/Style.h"
@@ -177,6 +178,16 @@ void MeasureYear(bench::Plain& plain, int acts)
     Report("a year's actualisation (88,000)", acts, floor, ours);
 }
 
+/// The dialog's opening, which looks for the first and the last day of all acts.
+void MeasureDialog(bench::Plain& plain, int acts)
+{
+    sqlite3_stmt* ends = plain.Prepare("select (select min(Date) from Actes), (select max(Date) from Actes)");
+    const bench::Time floor = bench::MedianTime(5, [&] { bench::Plain::RunOnce(ends); });
+    sqlite3_finalize(ends);
+    const bench::Time ours = bench::MedianTime(5, [] { acts::New_Mecano().Load(); });
+    Report("the actualisation's dialog opened", acts, floor, ours);
+}
+
 } // namespace
 
 int main(int argc, char* argv[])
@@ -195,6 +206,7 @@ int main(int argc, char* argv[])
         const double fill = MeasureSheet(plain, acts);
         MeasureToggles(plain, acts);
         MeasureYear(plain, acts);
+        MeasureDialog(plain, acts);
         if (small == 0)
             small = fill;
         else

@@ -51,6 +51,7 @@ void New_Act::Form_Load()
     Text1.setText(DateText(host::Today()));
     ShowDay();
     LoadOption();
+    Grid2.setFocus();
 }
 
 void New_Act::LoadLookupLists()

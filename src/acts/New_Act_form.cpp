@@ -13,28 +13,34 @@ namespace {
 
 constexpr int UnitTwips = 1780;
 constexpr int CountTwips = 840;
-constexpr int PatientTwips = 3390;
-constexpr int DateTwips = 1180;
-constexpr int HourTwips = 590;
-constexpr int TypeTwips = 570;
 constexpr int StandingTwips = 580;
-constexpr int SheetHeight = 480; // pixels
+constexpr int SheetHeight = 512; // pixels
 
-/// A total that stands under its grid column and is as wide.
-void StandUnderColumn(FigureLabel& total, int columnTwips)
+/// The pixels that columns of a grid take, from first to last.
+int WidthOf(const Grid& grid, int first, int last)
 {
-    total.setAlignment(Qt::AlignCenter);
-    total.setFixedWidth(PixelsOf(columnTwips));
-    total.setStyleSheet("padding-left: 0; padding-right: 0"); // columns are narrow
+    int width = 0;
+    for (int column = first; column <= last; ++column)
+        width += grid.columnWidth(column);
+    return width;
 }
 
-/// What stands under the columns before a total: a caption at the total's side.
-Label& Room(const char* name, const char* text, int columnsTwips)
+/// A total that stands under its grid columns and is as wide.
+Item Under(const Grid& grid, int first, int last, FigureLabel& total)
+{
+    total.setAlignment(Qt::AlignCenter);
+    total.setFixedWidth(WidthOf(grid, first, last));
+    total.setStyleSheet("padding-left: 0; padding-right: 0"); // columns are narrow
+    return total;
+}
+
+/// A caption that ends where the total begins, under the columns before it.
+Item Before(const Grid& grid, int first, int last, const char* name, const char* text)
 {
     Label& caption = NewLabel(QLatin1String(name), QString::fromUtf8(text));
     caption.setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     caption.setContentsMargins(0, 0, 8, 0);
-    caption.setFixedWidth(PixelsOf(columnsTwips));
+    caption.setFixedWidth(WidthOf(grid, first, last) + (first == 0 ? grid.frameWidth() : 0));
     return caption;
 }
 
@@ -46,10 +52,10 @@ New_Act::New_Act()
                                        {"Arch.", CountTwips, Qt::AlignCenter},
                                        {"Total", CountTwips, Qt::AlignCenter}}),
       Grid2("Grid2", {{"Unité", UnitTwips},
-                      {"Patient", PatientTwips},
-                      {"Date", DateTwips, Qt::AlignCenter},
-                      {"Heure", HourTwips, Qt::AlignCenter},
-                      {"Type", TypeTwips, Qt::AlignCenter},
+                      {"Patient", 3390},
+                      {"Date", 1180, Qt::AlignCenter},
+                      {"Heure", 590, Qt::AlignCenter},
+                      {"Type", 570, Qt::AlignCenter},
                       {"Règl", StandingTwips, Qt::AlignCenter},
                       {"Réc.", StandingTwips, Qt::AlignCenter},
                       {"Arch.", StandingTwips, Qt::AlignCenter}})
@@ -115,6 +121,7 @@ void New_Act::BuildForm()
     NamePictures();
     Grid1.setAccessibleName("Actes par unité");
     Grid2.setAccessibleName("Actes du jour");
+    Grid1.SetGroupHeading(Recent, Total, "Actes");
     Grid2.SetGroupHeading(IsRecent, IsArchived, "Statut");
     Text1.setAccessibleName("Date");
     QFont bold = DayLabel.font();
@@ -128,10 +135,6 @@ void New_Act::BuildForm()
     SSOption2[0].setText("Affichage intégral");
     SSOption2[1].setText("Affichage limité");
     SSOption2[0].setChecked(true);
-    for (int total = 1; total <= Label4.Size(); ++total) {
-        StandUnderColumn(Label4[total], CountTwips);
-        StandUnderColumn(LT[total], StandingTwips);
-    }
     BuildSheetPage();
     BuildDisplayPage();
     SetContent(Column{Item::Growing(SSTab1)});
@@ -146,21 +149,23 @@ void New_Act::BuildSheetPage()
     AddPage(SSTab1, "Actes du jour",
             Column{
                 Row{Image1[0], Image1[1], Item::Gap(), NewLabel("Label1(2)", "Journée du :"), DayLabel, Item::Gap(),
-                    Image1[5], Item::Stretch(), Image1[2]},
+                    Image1[5], Image1[4], Item::Stretch(), Image1[2]},
                 Item::Growing(Row{
                     Column{
                         Item::Growing(Grid1),
-                        Row{Room("LTotal1", "Total", UnitTwips), Label4[1], Label4[2], Label4[3], Item::Stretch()}
+                        Row{Before(Grid1, Unit, Unit, "LTotal1", "Total"), Under(Grid1, Recent, Recent, Label4[1]),
+                            Under(Grid1, Archived, Archived, Label4[2]), Under(Grid1, Total, Total, Label4[3]),
+                            Item::Stretch()}
                             .Spacing(0),
                     },
                     Item::Growing(Column{
                         Item::Growing(Grid2),
-                        Row{Room("LTotal2", "Total", UnitTwips + PatientTwips + DateTwips + HourTwips + TypeTwips - CountTwips),
-                            LT[3], Room("LTotal3", "dont", StandingTwips), LT[1], LT[2], Item::Stretch()}
+                        Row{Before(Grid2, ActUnit, ServiceDate, "LTotal2", "Total"), Under(Grid2, Hour, Hour, LT[3]),
+                            Before(Grid2, Type, PayCode, "LTotal3", "dont"), Under(Grid2, IsRecent, IsRecent, LT[1]),
+                            Under(Grid2, IsArchived, IsArchived, LT[2]), Item::Stretch()}
                             .Spacing(0),
                     }),
                 }),
-                Row{Image1[4], Item::Stretch()},
             });
 }
 

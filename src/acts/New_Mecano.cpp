@@ -50,6 +50,14 @@ QString DaysCaption(int days)
     return days == 1 ? QStringLiteral("1 Jour") : PlainText(days) + " Jours";
 }
 
+/// The date of the first act that a statement gives; today where there is none.
+QString DateOfFirst(const QString& statement)
+{
+    QueryText = statement;
+    const dao::Recordset ActesByDate = TheDatabase.OpenRecordset(QueryText); // closed before it lists every act
+    return ActesByDate.IsEOF() ? DateText(host::Today()) : TextOrNothing(ActesByDate["Date"]);
+}
+
 } // namespace
 
 void New_Mecano::Form_Load()
@@ -62,15 +70,9 @@ void New_Mecano::Form_Load()
     // What is loaded into the dates isn't typed: their filters keep out of it.
     const QSignalBlocker unfilteredStart(Text1[1]);
     const QSignalBlocker unfilteredEnd(Text1[2]);
-    ActesByDate = TheDatabase.OpenRecordset("Select * from Actes order by date");
-    if (ActesByDate.IsEOF()) {
-        FirstActDate.setText(DateText(host::Today()));
-        LastActDate.setText(DateText(host::Today()));
-    } else {
-        FirstActDate.setText(TextOrNothing(ActesByDate["Date"]));
-        ActesByDate.MoveLast();
-        LastActDate.setText(TextOrNothing(ActesByDate["Date"]));
-    }
+    FirstActDate.setText(DateOfFirst("Select * from Actes order by date"));
+    // The last row of that order is the first of the opposite one, which needs no walk over all acts.
+    LastActDate.setText(DateOfFirst("Select * from Actes order by date desc, num desc"));
     PermnTable.MoveFirst();
     Text1[1].setText(PermnTable["Date"].IsNull() ? FirstActDate.text() : PermnTable["Date"].Text());
     Text1[2].setText(DateText(host::Today()));

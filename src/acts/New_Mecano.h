@@ -1,7 +1,6 @@
 #pragma once
 
 #include "platform/basic/Int16.h"
-#include "platform/dao/Recordset.h"
 #include "platform/forms/ControlArray.h"
 #include "platform/forms/Controls.h"
 #include "platform/forms/Form.h"
@@ -66,7 +65,6 @@ private:
     QString StartDate, EndDate;
     basic::Int16 DayTotal; ///< days of the period, for the estimate
     basic::Int16 DurationHours, DurationMinutes;
-    dao::Recordset ActesByDate;
     bool answered = false; ///< by a button; the close box counts as cancel
 };
 

@@ -29,7 +29,6 @@ bool FindKey(dao::Recordset& lookup, dao::Key key)
 {
     if (lookup.RecordCount() == 0)
         return false;
-    lookup.MoveFirst();
     lookup.FindFirst("num = " + QString::number(key));
     return !lookup.NoMatch();
 }

@@ -17,7 +17,8 @@ void FillPayLists(QStringList& List_R, QStringList& List_HH, forms::ComboBox* co
 /// A line of a list; raises 9 outside it, as a code that no list knows is an error of the data.
 QString ListLine(const QStringList& list, int line);
 
-/// Reaches the row with this key: first row, then search. False when there is none; the set may be empty.
+/// Makes the row with this key current, by one look-up. False when there is none, and the current row stays where it was;
+/// the set may be empty.
 bool FindKey(dao::Recordset& lookup, dao::Key key);
 
 /// The text of a field for a list: empty for Null.
