@@ -94,7 +94,8 @@ void PagesView::UpdateRanges()
     verticalScrollBar()->setRange(0, std::max(0, int(std::ceil(layout.PageCount() * SheetStep() + Gap)) - view.height()));
     verticalScrollBar()->setPageStep(view.height());
     verticalScrollBar()->setSingleStep(LineStep);
-    horizontalScrollBar()->setRange(0, std::max(0, int(std::ceil(SheetWidth() + 2 * Gap)) - view.width()));
+    // Rounded, for a sheet that was made as wide as the view may come out wider by the last bit of its width.
+    horizontalScrollBar()->setRange(0, std::max(0, int(std::lround(SheetWidth() + 2 * Gap)) - view.width()));
     horizontalScrollBar()->setPageStep(view.width());
     horizontalScrollBar()->setSingleStep(LineStep);
 }

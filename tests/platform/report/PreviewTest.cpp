@@ -10,6 +10,7 @@
 #include <QDir>
 #include <QFile>
 #include <QPrinter>
+#include <QScrollBar>
 #include <csignal>
 #include <gtest/gtest.h>
 #include <sys/resource.h>
@@ -98,6 +99,18 @@ TEST_F(Preview, ZoomKeepsThePageInSight)
         EXPECT_EQ(preview.View().Zoom(), report::PagesView::SmallestZoom);
         Press(pages, Qt::Key_2, Qt::ControlModifier);
         EXPECT_DOUBLE_EQ(preview.View().Zoom(), fitted);
+    });
+}
+
+TEST_F(Preview, AFittedSheetNeedsNoHorizontalScrollBar)
+{
+    Run(40, [](PreviewWindow& preview) {
+        for (int width = 700; width < 1100; width += 7) {
+            preview.resize(width, 600);
+            support::Settle();
+            ASSERT_TRUE(preview.View().FitsWidth());
+            EXPECT_EQ(preview.View().horizontalScrollBar()->maximum(), 0) << "at a width of " << width;
+        }
     });
 }
 
