@@ -24,14 +24,6 @@ QString LineOf(const QStringList& list, const dao::Field& number)
     return number.IsNull() ? QString() : list.value(number.Long());
 }
 
-/// The row to be written next, added to the grid where it isn't there yet.
-int TakeRow(Grid& grid, Int16& nextRow)
-{
-    if (nextRow > grid.Rows() - 1)
-        grid.AppendRow();
-    return nextRow++;
-}
-
 Int16 CountIn(const Grid& grid, int row, int column)
 {
     return RoundToInt(Val(grid.Text(row, column)));

@@ -15,15 +15,6 @@ void ClearList(forms::Grid& grid, forms::FigureLabel& total, dao::KeyList& keys)
     keys.clear();
 }
 
-int TakeRow(forms::Grid& grid, basic::Int16& nextRow)
-{
-    const int row = nextRow;
-    if (row > grid.Rows() - 1)
-        grid.AppendRow();
-    ++nextRow;
-    return row;
-}
-
 NamesOfActs::NamesOfActs(const dao::Recordset& patientLookup, const dao::Recordset& serviceLookup, NullName nullName)
     : patients{patientLookup, {"nom", "Prenom"}}, services{serviceLookup, {"denom"}}, asNull(nullName)
 {

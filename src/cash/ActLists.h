@@ -1,6 +1,5 @@
 #pragma once
 
-#include "platform/basic/Int16.h"
 #include "platform/dao/Recordset.h"
 
 #include <QHash>
@@ -18,8 +17,8 @@ namespace cash {
 /// The first state of a list: one empty row, no total, no keys.
 void ClearList(forms::Grid& grid, forms::FigureLabel& total, dao::KeyList& keys);
 
-/// The row that `nextRow` counts up to, added when the grid has no such row yet. Raises 6 past row 32,766.
-int TakeRow(forms::Grid& grid, basic::Int16& nextRow);
+/// Balances and totals on the screens of the till, in dinars.
+inline constexpr auto AmountMask = "# ### ##0.00";
 
 /// How a name that is Null stands in its cell.
 enum class NullName { AsBlank, AsNothing };

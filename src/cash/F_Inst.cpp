@@ -155,7 +155,7 @@ void F_Inst::FillPendingList()
     for (; !PendingActs.IsEOF(); PendingActs.MoveNext())
         ListAct(names);
     if (RunningAmount != 0)
-        RCP.setText(Format(RunningAmount, "# ### ##0.00"));
+        RCP.setText(Format(RunningAmount, AmountMask));
     Grid3.setEnabled(true);
     Grid3.SetRow(0);
     Grid3_Click();

@@ -7,18 +7,6 @@ using namespace forms;
 
 namespace cash {
 
-namespace {
-
-/// A picture that keeps its room while it is hidden, so that nothing moves when it comes and goes.
-void KeepRoom(Picture& picture)
-{
-    QSizePolicy policy = picture.sizePolicy();
-    policy.setRetainSizeWhenHidden(true);
-    picture.setSizePolicy(policy);
-}
-
-} // namespace
-
 F_Inst::F_Inst()
     : Form("F_Inst", "   Règlements en instance"),
       Grid3("Grid3", {{"N°", 600, Qt::AlignCenter},
@@ -51,7 +39,7 @@ void F_Inst::BuildForm()
         Picture& picture = Image1[index++];
         picture.SetIcon(icon);
         Bulle.Serve(picture, [action] { return QString::fromUtf8(action); });
-        KeepRoom(picture);
+        KeepPlace(picture);
     }
     Grid3.setAccessibleName("Règlements en instance");
     Grid3.SetGroupHeading(4, 7, "Reçu");

@@ -15,13 +15,6 @@ using namespace forms;
 
 namespace cash {
 
-namespace {
-
-constexpr auto AmountMask = "# ### ##0.00";
-constexpr auto ReceivedMask = "### ###.00";
-
-} // namespace
-
 void J_CAISSE::Form_Load()
 {
     CenterForm(*this);
@@ -101,8 +94,7 @@ void J_CAISSE::Grid3_DblClick()
 void J_CAISSE::ShowCashDay()
 {
     SSPanel1.Tag = PickedDate;
-    CashDayValue = DateValue(DateToQueryText(SSPanel1.Tag).trimmed());
-    CashDayName = DayNamesLong[static_cast<std::size_t>(Weekday(CashDayValue) - 1)].trimmed();
+    CashDayName = LongDayName(SSPanel1.Tag);
     SSPanel1.SetCaption("Mouvements de fonds du  " + CashDayName + " " + SSPanel1.Tag.trimmed());
 
     const Hourglass pointer;
@@ -128,7 +120,7 @@ void J_CAISSE::FillCashRecap()
     if (ActsTotal >= 1)
         RCP[0].setText(PlainText(ActsTotal));
     if (ReceivedTotal > 0)
-        RCP[2].setText(Format(ReceivedTotal, ReceivedMask) + " ");
+        RCP[2].setText(Format(ReceivedTotal, "### ###.00") + " ");
 
     RunningAmount = BalanceBefore();
     if (RunningAmount != 0)

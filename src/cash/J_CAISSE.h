@@ -10,7 +10,6 @@
 #include "platform/forms/Grid.h"
 #include "platform/report/Report.h"
 
-#include <QDate>
 
 namespace cash {
 
@@ -74,7 +73,6 @@ private:
     void PrintOrRefuse(const dao::KeyList& list, const QString& templateName);
 
     QString CashDayUS;        ///< the shown day as mm/dd/yyyy
-    QDate CashDayValue;       ///< the shown day, for its weekday
     QString CashDayName;      ///< long name of the weekday
     basic::Int16 PendingRow;  ///< current row of Grid3, index into List3
     basic::Int16 ActsTotal;

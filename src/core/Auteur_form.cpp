@@ -6,17 +6,6 @@ using namespace forms;
 
 namespace core {
 
-namespace {
-
-void KeepPlace(QWidget& control)
-{
-    QSizePolicy policy = control.sizePolicy();
-    policy.setRetainSizeWhenHidden(true);
-    control.setSizePolicy(policy);
-}
-
-} // namespace
-
 void Auteur::BuildForm()
 {
     Text2.setAccessibleName("Lecteur");

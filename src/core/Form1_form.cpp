@@ -86,9 +86,7 @@ void Form1::BuildForm()
     Label4[0].setMargin(8);
 
     for (QWidget* control : std::initializer_list<QWidget*>{&Label1[0], &Label1[1], &Label1[2], &Label4[0]}) {
-        QSizePolicy policy = control->sizePolicy();
-        policy.setRetainSizeWhenHidden(true);
-        control->setSizePolicy(policy);
+        KeepPlace(*control);
         control->hide();
     }
     SetContent(Column{

@@ -158,23 +158,19 @@ void Q_Date_2::Accept()
 {
     PickedDate = TwoDigits(PickedDay) + "/" + TwoDigits(PickedMonth) + "/" + QString::number(PickedYear);
     DialogResult = ResultDone;
-    answered = true;
+    accepted = true;
     Unload();
 }
 
 void Q_Date_2::Cancel()
 {
-    PickedDay = -1;
-    PickedDate = "";
-    DialogResult = ResultPickerCancelled;
-    answered = true;
     Unload();
 }
 
 bool Q_Date_2::Form_QueryUnload()
 {
-    // The close box is a way out without choosing.
-    if (!answered) {
+    // Cancel and the close box are one: ways out without choosing.
+    if (!accepted) {
         PickedDay = -1;
         PickedDate = "";
         DialogResult = ResultPickerCancelled;

@@ -49,7 +49,7 @@ private:
     basic::Int16 FirstDayColumn; ///< column of the 1st of the month, 0 (Saturday) to 6
     basic::Int16 MonthLength;    ///< days in the month on view
     bool loadedOnce = false;     ///< changes of year lay the month out again from then on
-    bool answered = false;
+    bool accepted = false;
 };
 
 } // namespace core

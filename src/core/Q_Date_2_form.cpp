@@ -77,9 +77,7 @@ void Q_Date_2::BuildForm()
     for (const auto& picture : pictures) {
         Image2[picture.index].SetIcon(picture.icon);
         Image2[picture.index].SetAction(QString::fromUtf8(picture.action));
-        QSizePolicy policy = Image2[picture.index].sizePolicy();
-        policy.setRetainSizeWhenHidden(true);
-        Image2[picture.index].setSizePolicy(policy);
+        KeepPlace(Image2[picture.index]);
     }
     Combo1.setAccessibleName("Mois");
     Combo2.setAccessibleName("Année");

@@ -2,6 +2,7 @@
 
 #include "platform/basic/RuntimeError.h"
 #include "platform/forms/Controls.h"
+#include "platform/forms/Grid.h"
 
 namespace core {
 
@@ -23,6 +24,15 @@ QString ListLine(const QStringList& list, int line)
     if (line < 0 || line >= list.size())
         throw basic::Error(9);
     return list[line];
+}
+
+int TakeRow(forms::Grid& grid, basic::Int16& nextRow)
+{
+    const int row = nextRow;
+    if (row > grid.Rows() - 1)
+        grid.AppendRow();
+    ++nextRow;
+    return row;
 }
 
 bool FindKey(dao::Recordset& lookup, dao::Key key)

@@ -1,11 +1,13 @@
 #pragma once
 
+#include "platform/basic/Int16.h"
 #include "platform/dao/Recordset.h"
 
 #include <QStringList>
 
 namespace forms {
 class ComboBox;
+class Grid;
 }
 
 namespace core {
@@ -16,6 +18,9 @@ void FillPayLists(QStringList& List_R, QStringList& List_HH, forms::ComboBox* co
 
 /// A line of a list; raises 9 outside it, as a code that no list knows is an error of the data.
 QString ListLine(const QStringList& list, int line);
+
+/// The row that `nextRow` counts up to, added when the grid has no such row yet. Raises 6 past row 32,766.
+int TakeRow(forms::Grid& grid, basic::Int16& nextRow);
 
 /// Makes the row with this key current, by one look-up. False when there is none, and the current row stays where it was;
 /// the set may be empty.

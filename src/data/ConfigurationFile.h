@@ -16,8 +16,6 @@ inline constexpr int configCodeFactor = 7;
 /// The header record and its words.
 inline constexpr int configHeaderRecord = 4;
 inline constexpr int configLanguageWord = 5;
-inline constexpr int configFirstMarkWord = 8; ///< words 8 to 10: three characters, a word of 0 is none
-inline constexpr int configLastMarkWord = 10;
 inline constexpr int configAccessWord = 12; ///< half of the access code
 
 /// The letterhead: 16 fields, one record each, of which the block in use is the third; word 42 tells the length.

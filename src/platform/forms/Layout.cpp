@@ -90,11 +90,6 @@ Item Item::Growing(Layout nested, int share)
     return Item([nested, share](QBoxLayout& box) { box.addLayout(nested.Build(), share); });
 }
 
-Item Item::Centred(QWidget& control)
-{
-    return Item([&control](QBoxLayout& box) { AddTo(box, control, 0, Qt::AlignCenter); });
-}
-
 Layout::Layout(Direction direction, std::initializer_list<Item> items)
 {
     std::vector<std::function<void(QBoxLayout&)>> adders;
@@ -138,6 +133,13 @@ Label& NewLabel(const QString& name, const QString& text)
     auto* label = new Label(name, text);
     label->setProperty(Owned, true);
     return *label;
+}
+
+void KeepPlace(QWidget& control)
+{
+    QSizePolicy policy = control.sizePolicy();
+    policy.setRetainSizeWhenHidden(true);
+    control.setSizePolicy(policy);
 }
 
 Item Inside(QWidget& container, Layout content)

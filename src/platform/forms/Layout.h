@@ -25,7 +25,6 @@ public:
     static Item Gap(int eights = 1);    ///< empty room of n times 8 pixels
     static Item Growing(QWidget& control, int share = 1);
     static Item Growing(Layout nested, int share = 1);
-    static Item Centred(QWidget& control);
 
 private:
     friend class Layout;
@@ -64,6 +63,9 @@ struct Pairs : Layout {
 
 /// A label that belongs to the container it is put into: a caption that the screen never speaks to again.
 Label& NewLabel(const QString& name, const QString& text);
+
+/// Lets a control keep its room while it is hidden, so that nothing moves when it comes and goes.
+void KeepPlace(QWidget& control);
 
 /// Puts the arrangement into a panel (under its caption) or any other container; returns the container as an item.
 Item Inside(QWidget& container, Layout content);
