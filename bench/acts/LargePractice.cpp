@@ -45,8 +45,9 @@ double Median(std::vector<double>& times)
 class ActFiller {
 public:
     explicit ActFiller(Plain& database)
-        : insert(database.Prepare("insert into Actes(Date,MM,AA,date_Presta,HH,Heure,num_patient,num_presta,montant,Type,"
-                                  "flag_R,Flag_H) values(?1,?2,?3,?1,?4,'08:30',?5,?6,?7,'C',?8,0)"))
+        : insert(
+              database.Prepare("insert into Actes(Date,MM,AA,date_Presta,HH,Heure,num_patient,num_presta,montant,Type,"
+                               "flag_R,Flag_H) values(?1,?2,?3,?1,?4,'08:30',?5,?6,?7,'C',?8,0)"))
     {
     }
     ~ActFiller() { sqlite3_finalize(insert); }
@@ -146,10 +147,8 @@ void LargePractice::Fill(Plain& database, int acts)
                          .toLatin1()
                          .constData());
     for (int patient = 0; patient < Patients; ++patient)
-        database.Run(QString("insert into Patients(nom,Prenom) values('Nom%1','Prenom%1')")
-                         .arg(patient)
-                         .toLatin1()
-                         .constData());
+        database.Run(
+            QString("insert into Patients(nom,Prenom) values('Nom%1','Prenom%1')").arg(patient).toLatin1().constData());
     ActFiller filler(database);
     for (int day = 0; day < YearDays; ++day)
         filler.Day(QDate(2007, 1, 1).addDays(day), ActsOfYearDay);

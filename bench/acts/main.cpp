@@ -29,8 +29,8 @@ public:
 
 void Report(const char* name, int acts, bench::Time plain, bench::Time ours)
 {
-    std::printf("%-34s %8d acts  plain %8.2f ms (%8.2f cpu)  ours %8.2f ms (%8.2f cpu)  ratio %5.2f (%5.2f cpu)\n", name,
-                acts, plain.clock, plain.processor, ours.clock, ours.processor, ours.clock / plain.clock,
+    std::printf("%-34s %8d acts  plain %8.2f ms (%8.2f cpu)  ours %8.2f ms (%8.2f cpu)  ratio %5.2f (%5.2f cpu)\n",
+                name, acts, plain.clock, plain.processor, ours.clock, ours.processor, ours.clock / plain.clock,
                 ours.processor / plain.processor);
     std::fflush(stdout);
 }
@@ -41,7 +41,8 @@ public:
     explicit PlainSheet(bench::Plain& database)
         : services(database.Prepare("select num, denom from Presta order by Ordre")),
           count(database.Prepare("select count(num) from Actes where Date='2008-06-17' and num_presta=?")),
-          recent(database.Prepare("select count(num) from Actes where Date='2008-06-17' and num_presta=? and Flag_H=0")),
+          recent(
+              database.Prepare("select count(num) from Actes where Date='2008-06-17' and num_presta=? and Flag_H=0")),
           acts(database.Prepare("select num,num_patient,date_Presta,HH,Type,flag_R,Flag_H from Actes "
                                 "where Date='2008-06-17' and num_presta=? order by Date, num")),
           patient(database.Prepare("select nom, Prenom from Patients where num=?"))
@@ -174,7 +175,8 @@ void RunYearPlainly(bench::Plain& database)
 void MeasureYear(bench::Plain& plain, int acts)
 {
     const bench::Time floor = bench::MedianTime(5, [&] { RunYearPlainly(plain); });
-    const bench::Time ours = bench::MedianTime(5, [] { acts::Actualisation("01/01/2007", "07/09/2007", 2).ThinPeriod(); });
+    const bench::Time ours =
+        bench::MedianTime(5, [] { acts::Actualisation("01/01/2007", "07/09/2007", 2).ThinPeriod(); });
     Report("a year's actualisation (88,000)", acts, floor, ours);
 }
 

@@ -1,5 +1,5 @@
-// The list of pending settlements and the rows of a report, each beside the same work as plain prepared statements in the same run.
-// Prints floor, ours and their ratio; ends with 1 when a ratio is past its bound.
+// The list of pending settlements and the rows of a report, each beside the same work as plain prepared statements in
+// the same run. Prints floor, ours and their ratio; ends with 1 when a ratio is past its bound.
 
 #include "cash/F_Inst.h"
 #include "core/configuration.h"
@@ -117,12 +117,17 @@ void FillPractice(PlainDatabase& database)
     Plain service(database, "INSERT INTO Presta (denom, Ordre) VALUES (?, ?)");
     for (int i = 0; i < Services; ++i)
         service.Bind(1, QString("Unité %1").arg(i)).Bind(2, i).Run();
-    Plain act(database, "INSERT INTO Actes (Date, date_Presta, MM, AA, HH, Heure, num_patient, num_presta, montant, Type, flag_R) "
-                        "VALUES (?1, ?1, ?2, ?3, 2, '10:15', ?4, ?5, ?6, 'C', ?7)");
+    Plain act(
+        database,
+        "INSERT INTO Actes (Date, date_Presta, MM, AA, HH, Heure, num_patient, num_presta, montant, Type, flag_R) "
+        "VALUES (?1, ?1, ?2, ?3, 2, '10:15', ?4, ?5, ?6, 'C', ?7)");
     for (int i = 0; i < Years * ActsOfYear; ++i) {
         const QDate day = QDate(FirstYear + i / ActsOfYear, 1, 1).addDays(i % ActsOfYear * 365LL / ActsOfYear);
         act.Bind(1, day.toString(Qt::ISODate)).Bind(2, day.month()).Bind(3, day.year());
-        act.Bind(4, 1 + i * 31LL % Patients).Bind(5, 1 + i % Services).Bind(6, i % 4 == 0 ? 150 : 0).Bind(7, i % 2 == 0 ? 1 : 2);
+        act.Bind(4, 1 + i * 31LL % Patients)
+            .Bind(5, 1 + i % Services)
+            .Bind(6, i % 4 == 0 ? 150 : 0)
+            .Bind(7, i % 2 == 0 ? 1 : 2);
         act.Run();
     }
     database.Run("COMMIT");
@@ -173,8 +178,9 @@ using PlainRow = std::array<QString, 8>;
 std::vector<PlainRow> ListPlainly(PlainDatabase& database)
 {
     static const QString codes[] = {"NP", "R-"};
-    Plain acts(database, "SELECT num, num_patient, num_presta, strftime('%d/%m/%Y', date_Presta), Heure, flag_R, montant "
-                         "FROM Actes WHERE date >= ? AND date <= ? AND flag_R < 2 ORDER BY num");
+    Plain acts(database,
+               "SELECT num, num_patient, num_presta, strftime('%d/%m/%Y', date_Presta), Heure, flag_R, montant "
+               "FROM Actes WHERE date >= ? AND date <= ? AND flag_R < 2 ORDER BY num");
     Plain patient(database, "SELECT nom, Prenom FROM Patients WHERE num = ?");
     Plain service(database, "SELECT denom FROM Presta WHERE num = ?");
     acts.Bind(1, QString("%1-01-01").arg(ListedYear)).Bind(2, QString("%1-12-31").arg(ListedYear));

@@ -1,5 +1,5 @@
-// A report from the click to its visible page, and to a whole PDF: a day's list, and a detail of as many rows as a list can hold.
-// Prints what each took beside its bound; ends with 1 when a bound is passed.
+// A report from the click to its visible page, and to a whole PDF: a day's list, and a detail of as many rows as a list
+// can hold. Prints what each took beside its bound; ends with 1 when a bound is passed.
 
 #include "data/Practice.h"
 #include "platform/dao/Engine.h"
@@ -120,7 +120,8 @@ void FillProv(dao::Database& database, int rows)
 
 bool Tell(const char* what, double measured, double bound, const char* unit)
 {
-    std::printf("%-52s %8.1f %s  (bound %.0f)%s\n", what, measured, unit, bound, measured < bound ? "" : "  PAST ITS BOUND");
+    std::printf("%-52s %8.1f %s  (bound %.0f)%s\n", what, measured, unit, bound,
+                measured < bound ? "" : "  PAST ITS BOUND");
     return measured < bound;
 }
 

@@ -227,8 +227,9 @@ void New_Act::AddAct()
     const int row = TakeRow(Grid2, ActRow);
     Grid2.SetText(row, ActUnit, " " + TextOrNothing(PrestaList["denom"]));
     if (!ServiceActs["num_patient"].IsNull() && FindKey(PatientsRS, ServiceActs["num_patient"].Key()))
-        Grid2.SetText(row, Patient, " " + TextOrNothing(PatientsRS["nom"]).trimmed() + " " +
-                                  TextOrNothing(PatientsRS["Prenom"]).trimmed());
+        Grid2.SetText(row, Patient,
+                      " " + TextOrNothing(PatientsRS["nom"]).trimmed() + " " +
+                          TextOrNothing(PatientsRS["Prenom"]).trimmed());
     Grid2.SetText(row, ServiceDate, TextOrNothing(ServiceActs["date_Presta"]));
     Grid2.SetText(row, Hour, LineOf(List_HH, ServiceActs["HH"]));
     Grid2.SetText(row, Type, TextOrNothing(ServiceActs["Type"]));

@@ -11,22 +11,24 @@
 
 namespace acts {
 
-/// The day sheet: how many acts each service received on a day, and every act of the day with its patient, hour, type, payment
-/// code and its standing as "récent" (visible) or archived. It creates no act. Its writes are the archive standing of the acts
-/// toggled by hand, the card display option, and what New_Mecano gives back.
+/// The day sheet: how many acts each service received on a day, and every act of the day with its patient, hour, type,
+/// payment code and its standing as "récent" (visible) or archived. It creates no act. Its writes are the archive
+/// standing of the acts toggled by hand, the card display option, and what New_Mecano gives back.
 ///
-/// `Grid1` and the totals under it show the last fill; a toggle changes only `Grid2` and its totals until the day is shown again.
+/// `Grid1` and the totals under it show the last fill; a toggle changes only `Grid2` and its totals until the day is
+/// shown again.
 class New_Act : public forms::Form {
     Q_OBJECT
 public:
     New_Act();
 
     forms::TabStrip SSTab1{"SSTab1"};
-    forms::Label DayLabel{"Label1(3)"}; ///< the shown day as dd/mm/yyyy; every move of the day writes it, ShowDay reads it
+    forms::Label DayLabel{
+        "Label1(3)"}; ///< the shown day as dd/mm/yyyy; every move of the day writes it, ShowDay reads it
     /// 0 the day before, 1 the day after, 2 and 3 leave, 4 toggles the current act, 5 a day from the calendar.
     forms::ControlArray<forms::Picture, 6> Image1{"Image1"};
-    forms::Grid Grid1; ///< the services
-    forms::Grid Grid2; ///< the acts
+    forms::Grid Grid1;                                              ///< the services
+    forms::Grid Grid2;                                              ///< the acts
     forms::ControlArray<forms::FigureLabel, 3, 1> Label4{"Label4"}; ///< under Grid1: récents, archived, all
     forms::ControlArray<forms::FigureLabel, 3, 1> LT{"LT"};         ///< under Grid2: récents, archived, all
 
@@ -34,8 +36,9 @@ public:
     forms::Label OptionLabel{"Label1(13)", "//"};                   ///< caption of the chosen option
     forms::Picture Image2{"Image2"};                                ///< starts the actualisation
     forms::Panel SSPanel1{"SSPanel1", "Actes sur fiche patient"};
-    forms::ControlArray<forms::OptionButton, 2> SSOption2{"SSOption2"}; ///< 0 full, 1 limited display on patients' cards
-    forms::DateField Text1{"Text1"};                                    ///< takes a date that nothing reads
+    forms::ControlArray<forms::OptionButton, 2> SSOption2{
+        "SSOption2"};                ///< 0 full, 1 limited display on patients' cards
+    forms::DateField Text1{"Text1"}; ///< takes a date that nothing reads
 
     void LoadLookupLists();
     /// Reloads the sheet for the day of DayLabel; says so when the day holds no act.
@@ -45,9 +48,11 @@ public:
     void FillDaySheet();
     void ClearDaySheet();
 
-    /// Flips the current act between récent and archived, on the screen alone. Archiving an act of code "R-" asks first.
+    /// Flips the current act between récent and archived, on the screen alone. Archiving an act of code "R-" asks
+    /// first.
     void ToggleActArchive();
-    /// Writes the standing of every listed act once one was toggled, all or none. An act deleted meanwhile is passed over.
+    /// Writes the standing of every listed act once one was toggled, all or none. An act deleted meanwhile is passed
+    /// over.
     void SaveActToggles();
     void SaveCardDisplay();
 

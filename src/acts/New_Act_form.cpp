@@ -80,7 +80,10 @@ New_Act::New_Act()
 
 void New_Act::AddShortcuts()
 {
-    struct { QKeySequence keys; int picture; } const moves[] = {
+    struct {
+        QKeySequence keys;
+        int picture;
+    } const moves[] = {
         {Qt::ALT | Qt::Key_Left, 0},
         {Qt::ALT | Qt::Key_Right, 1},
         {Qt::Key_F4, 5},
@@ -97,7 +100,11 @@ void New_Act::AddShortcuts()
 
 void New_Act::NamePictures()
 {
-    struct { int index; const char* icon; const char* action; } const pictures[] = {
+    struct {
+        int index;
+        const char* icon;
+        const char* action;
+    } const pictures[] = {
         {0, "previous", "Jour précédent (Alt+Gauche)"},
         {1, "next", "Jour suivant (Alt+Droite)"},
         {2, "quit", "Quitter (Ctrl+W)"},

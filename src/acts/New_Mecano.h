@@ -7,18 +7,19 @@
 
 namespace acts {
 
-/// The actualisation: asks for a period and rewrites which of its acts are visible, by the option chosen on the day sheet.
+/// The actualisation: asks for a period and rewrites which of its acts are visible, by the option chosen on the day
+/// sheet.
 ///
-/// It takes the option's index from DialogResult and its caption from PickedDate, and leaves the result there (1 done, 8
-/// cancelled) and the end date, or on cancel the date of the last actualisation, in PickedDate. One of three panels shows at a
-/// time: the period, the reminder of the first and last act's dates, the estimated duration.
+/// It takes the option's index from DialogResult and its caption from PickedDate, and leaves the result there (1 done,
+/// 8 cancelled) and the end date, or on cancel the date of the last actualisation, in PickedDate. One of three panels
+/// shows at a time: the period, the reminder of the first and last act's dates, the estimated duration.
 class New_Mecano : public forms::Form {
     Q_OBJECT
 public:
     New_Mecano();
 
-    forms::Panel SSPanel1{"SSPanel1"};                         ///< the period
-    forms::Label VisibleShare{"Label4(20)"};                   ///< caption of the chosen option
+    forms::Panel SSPanel1{"SSPanel1"};                          ///< the period
+    forms::Label VisibleShare{"Label4(20)"};                    ///< caption of the chosen option
     forms::ControlArray<forms::DateField, 2, 1> Text1{"Text1"}; ///< 1 first day, 2 last day of the period
     forms::ControlArray<forms::Picture, 2, 1> Image2{"Image2"}; ///< the calendars beside them
     forms::Button SSCommand1{"SSCommand1", "Rappel  des  dates"};
@@ -34,8 +35,8 @@ public:
     forms::Label EstimatedDays{"Label4(26)"};
     forms::Label EstimatedDuration{"Label4(27)"};
 
-    /// Runs over the period and tells the end of it. An error other than one of "5 sur 5" ends the program at once, with no
-    /// message; the days treated so far stay treated.
+    /// Runs over the period and tells the end of it. An error other than one of "5 sur 5" ends the program at once,
+    /// with no message; the days treated so far stay treated.
     void RunActualisation();
     /// Shows the estimate, 22 seconds for a day. Raises 6 past 1489 days.
     void ShowDuration();

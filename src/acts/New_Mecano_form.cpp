@@ -37,7 +37,11 @@ New_Mecano::New_Mecano() : Form("New_Mecano")
 
 void New_Mecano::BuildForm()
 {
-    struct { int index; const char* icon; const char* action; } const pictures[] = {
+    struct {
+        int index;
+        const char* icon;
+        const char* action;
+    } const pictures[] = {
         {0, "accept", "Lancer l'actualisation"},
         {1, "cancel", "Annuler"},
         {2, "back", "Fermer le rappel des dates"},

@@ -10,7 +10,7 @@
 namespace forms {
 class FigureLabel;
 class Grid;
-}
+} // namespace forms
 
 namespace cash {
 
@@ -28,7 +28,8 @@ class NamesOfActs {
 public:
     NamesOfActs(const dao::Recordset& patientLookup, const dao::Recordset& serviceLookup, NullName nullName);
 
-    /// Shows the act's patient and service in columns 1 to 3 of the row, each text after a blank. What isn't found stays empty.
+    /// Shows the act's patient and service in columns 1 to 3 of the row, each text after a blank. What isn't found
+    /// stays empty.
     void Show(forms::Grid& grid, int row, const dao::Recordset& act);
 
 private:

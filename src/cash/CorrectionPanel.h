@@ -1,8 +1,8 @@
 #pragma once
 
 #include "platform/dao/Recordset.h"
-#include "platform/forms/Controls.h"
 #include "platform/forms/ControlArray.h"
+#include "platform/forms/Controls.h"
 #include "platform/forms/Grid.h"
 
 namespace cash {
@@ -23,9 +23,9 @@ public:
     forms::AmountField Amount;
     forms::ControlArray<forms::Picture, 2> Image3{"Image3"}; ///< 0 accepts, 1 cancels
 
-    /// Makes the act with this key current in `acts` and shows it: patient and service as `row` of the list has them in columns 1
-    /// to 3, its code, and its amount in dinars (nothing for 0 or Null). Raises 94 when the code is Null, 380 when it is none of
-    /// the six.
+    /// Makes the act with this key current in `acts` and shows it: patient and service as `row` of the list has them in
+    /// columns 1 to 3, its code, and its amount in dinars (nothing for 0 or Null). Raises 94 when the code is Null, 380
+    /// when it is none of the six.
     void LoadAct(const forms::Grid& list, int row, dao::Recordset& acts, dao::Key act);
 
     /// Writes the chosen code and the typed amount (0 for none) to the current act, at once and under its lock.

@@ -204,13 +204,12 @@ void F_Inst::ShowPlainTotal()
 
 void F_Inst::PrintPendingList()
 {
-    RunPrintStep(Report1, {.reportName = "ZEP_DTAL.RPT",
-                           .headings = {{"ch4", "Règlements en instance"},
-                                        {"ch5", SSPanel1.Caption()},
-                                        {"ch6", ""},
-                                        {"ch7", ""}},
-                           .scratchTable = "Prov",
-                           .fillRows = KeyRows(List3)});
+    RunPrintStep(
+        Report1,
+        {.reportName = "ZEP_DTAL.RPT",
+         .headings = {{"ch4", "Règlements en instance"}, {"ch5", SSPanel1.Caption()}, {"ch6", ""}, {"ch7", ""}},
+         .scratchTable = "Prov",
+         .fillRows = KeyRows(List3)});
 }
 
 } // namespace cash

@@ -13,16 +13,16 @@
 
 namespace cash {
 
-/// "Règlements en instance": the acts of a day or a period that are unpaid or partly paid, settled one at a time. Choosing dates,
-/// browsing and correcting are its three modes. Acts are selected by their `date`; what the list shows is the date of the
-/// service. A settled act stays listed, with its new code, until the next selection.
+/// "Règlements en instance": the acts of a day or a period that are unpaid or partly paid, settled one at a time.
+/// Choosing dates, browsing and correcting are its three modes. Acts are selected by their `date`; what the list shows
+/// is the date of the service. A settled act stays listed, with its new code, until the next selection.
 class F_Inst : public forms::Form {
     Q_OBJECT
 public:
     F_Inst();
 
     forms::Panel SSPanel1{"SSPanel1"}; ///< caption: what is listed
-    core::PeriodChooser Dates; ///< SSTab2: the day or period to list
+    core::PeriodChooser Dates;         ///< SSTab2: the day or period to list
     forms::Grid Grid3;
     forms::FigureLabel RCP{"RCP"}; ///< money already received on the acts listed
     CorrectionPanel SSPanel2{"SSPanel2", "Text2"};
@@ -59,11 +59,11 @@ private:
     void ListAct(NamesOfActs& names);
     void ShowPlainTotal();
 
-    QString FromDateUS;      ///< chosen bounds as mm/dd/yyyy
+    QString FromDateUS; ///< chosen bounds as mm/dd/yyyy
     QString ToDateUS;
-    basic::Int16 PendingRow; ///< current row of Grid3, index into List3
-    basic::Int16 ListRow;    ///< next free row of Grid3
-    int CorrectedRow = 0;    ///< row of the act in hand, whatever row is clicked meanwhile
+    basic::Int16 PendingRow;  ///< current row of Grid3, index into List3
+    basic::Int16 ListRow;     ///< next free row of Grid3
+    int CorrectedRow = 0;     ///< row of the act in hand, whatever row is clicked meanwhile
     double RunningAmount = 0; ///< dinars
 
     dao::Recordset PatientLookup, ServiceLookup;

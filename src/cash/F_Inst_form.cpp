@@ -8,15 +8,14 @@ using namespace forms;
 namespace cash {
 
 F_Inst::F_Inst()
-    : Form("F_Inst", "   Règlements en instance"),
-      Grid3("Grid3", {{"N°", 600, Qt::AlignCenter},
-                      {"Nom", 1890},
-                      {"Prénom", 1890},
-                      {"Unité", 1780},
-                      {"Date", 1100, Qt::AlignCenter},
-                      {"Heure", 590, Qt::AlignCenter},
-                      {"R", 460, Qt::AlignCenter},
-                      {"Montant", 1100, Qt::AlignRight}})
+    : Form("F_Inst", "   Règlements en instance"), Grid3("Grid3", {{"N°", 600, Qt::AlignCenter},
+                                                                   {"Nom", 1890},
+                                                                   {"Prénom", 1890},
+                                                                   {"Unité", 1780},
+                                                                   {"Date", 1100, Qt::AlignCenter},
+                                                                   {"Heure", 590, Qt::AlignCenter},
+                                                                   {"R", 460, Qt::AlignCenter},
+                                                                   {"Montant", 1100, Qt::AlignRight}})
 {
     BuildForm();
     On(Grid3, &Grid::Click, *this, [this] { Grid3_Click(); });
@@ -32,7 +31,10 @@ F_Inst::F_Inst()
 
 void F_Inst::BuildForm()
 {
-    struct { const char* icon; const char* action; } const pictures[] = {
+    struct {
+        const char* icon;
+        const char* action;
+    } const pictures[] = {
         {"calendar", " Autre date "}, {"edit", " Corriger "}, {"print", " Imprimer "}, {"quit", " Quitter "}};
     int index = 0;
     for (const auto& [icon, action] : pictures) {

@@ -10,12 +10,11 @@
 #include "platform/forms/Grid.h"
 #include "platform/report/Report.h"
 
-
 namespace cash {
 
-/// "Caisse du Jour": for one day, what was in the till the evening before, what came in, what went out and what is left, with the
-/// lists behind the figures. No balance is stored: every figure is summed afresh, so a correction of a past act changes that
-/// day's statement and all later ones. Money counts on the act's own `date`.
+/// "Caisse du Jour": for one day, what was in the till the evening before, what came in, what went out and what is
+/// left, with the lists behind the figures. No balance is stored: every figure is summed afresh, so a correction of a
+/// past act changes that day's statement and all later ones. Money counts on the act's own `date`.
 class J_CAISSE : public forms::Form {
     Q_OBJECT
 public:
@@ -72,9 +71,9 @@ private:
     void CloseCorrection();
     void PrintOrRefuse(const dao::KeyList& list, const QString& templateName);
 
-    QString CashDayUS;        ///< the shown day as mm/dd/yyyy
-    QString CashDayName;      ///< long name of the weekday
-    basic::Int16 PendingRow;  ///< current row of Grid3, index into List3
+    QString CashDayUS;       ///< the shown day as mm/dd/yyyy
+    QString CashDayName;     ///< long name of the weekday
+    basic::Int16 PendingRow; ///< current row of Grid3, index into List3
     basic::Int16 ActsTotal;
     double ReceivedTotal = 0; ///< dinars
     double RunningAmount = 0; ///< dinars

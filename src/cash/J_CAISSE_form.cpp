@@ -14,8 +14,13 @@ namespace {
 
 QList<Grid::Column> ActColumns()
 {
-    return {{"N°", 600, Qt::AlignCenter}, {"Nom", 1890},   {"Prénom", 1890},          {"Unité", 1780},
-            {"Heure", 590, Qt::AlignCenter}, {"R", 460, Qt::AlignCenter}, {"Montant", 1100, Qt::AlignRight}};
+    return {{"N°", 600, Qt::AlignCenter},
+            {"Nom", 1890},
+            {"Prénom", 1890},
+            {"Unité", 1780},
+            {"Heure", 590, Qt::AlignCenter},
+            {"R", 460, Qt::AlignCenter},
+            {"Montant", 1100, Qt::AlignRight}};
 }
 
 Label& Heading(const char* name, const char* text, int widthTwips, Qt::Alignment alignment)
@@ -33,8 +38,7 @@ J_CAISSE::J_CAISSE()
     : Form("J_CAISSE", "Caisse du Jour"),
       Grid1("Grid1", {{"Unité", 1780}, {"Nbre", 840, Qt::AlignCenter}, {"Montant", 1280, Qt::AlignRight}}),
       Grid2("Grid2", ActColumns()), Grid3("Grid3", ActColumns()),
-      Grid4("Grid4",
-            {{"N°", 600, Qt::AlignCenter}, {"Objet de la dépense", 5270}, {"Montant", 1300, Qt::AlignRight}})
+      Grid4("Grid4", {{"N°", 600, Qt::AlignCenter}, {"Objet de la dépense", 5270}, {"Montant", 1300, Qt::AlignRight}})
 {
     BuildForm();
     On(Grid3, &Grid::Click, *this, [this] { Grid3_Click(); });
@@ -50,11 +54,13 @@ J_CAISSE::J_CAISSE()
 
 void J_CAISSE::BuildForm()
 {
-    struct { int index; const char* icon; const char* action; } const pictures[] = {
-        {0, "print", "Imprimer les actes réglés"},
-        {1, "print", "Imprimer les instances"},
-        {2, "print", "Imprimer les dépenses"},
-        {3, "print", "Imprimer le récapitulatif"},
+    struct {
+        int index;
+        const char* icon;
+        const char* action;
+    } const pictures[] = {
+        {0, "print", "Imprimer les actes réglés"}, {1, "print", "Imprimer les instances"},
+        {2, "print", "Imprimer les dépenses"},     {3, "print", "Imprimer le récapitulatif"},
         {4, "edit", "Corriger l'acte choisi"},
     };
     for (const auto& picture : pictures) {
@@ -112,9 +118,9 @@ void J_CAISSE::BuildPages()
             });
     AddPage(SSTab1, "Actes Réglés",
             Column{Item::Growing(Grid2), Row{Image2[0], Item::Stretch(), NewLabel("LTotal2", "Total"), RCP[5]}});
-    AddPage(SSTab1, "Instances",
-            Column{Item::Growing(Grid3),
-                   Row{Image2[4], Image2[1], Item::Stretch(), NewLabel("LTotal3", "Total"), RCP[6]}});
+    AddPage(
+        SSTab1, "Instances",
+        Column{Item::Growing(Grid3), Row{Image2[4], Image2[1], Item::Stretch(), NewLabel("LTotal3", "Total"), RCP[6]}});
     AddPage(SSTab1, "Dépenses",
             Column{Item::Growing(Grid4), Row{Image2[2], Item::Stretch(), NewLabel("LTotal4", "Total"), RCP[7]}});
     for (int total = 5; total <= 7; ++total)

@@ -7,19 +7,19 @@
 
 namespace core {
 
-/// The dialog "Explorer": the user picks the data folder of a practice and types its access code. DialogResult is 22 when both
-/// were accepted, 0 otherwise.
+/// The dialog "Explorer": the user picks the data folder of a practice and types its access code. DialogResult is 22
+/// when both were accepted, 0 otherwise.
 class Auteur : public forms::Form {
     Q_OBJECT
 public:
     Auteur();
 
-    forms::TextBox Text2{"Text2"};                ///< drive
-    forms::Picture Image1{"Image1"};              ///< goes to the drive of Text2
+    forms::TextBox Text2{"Text2"};   ///< drive
+    forms::Picture Image1{"Image1"}; ///< goes to the drive of Text2
     FolderList Dir1{"Dir1"};
     FileList File1{"File1", "ZEP_ONE.MDB"};
-    forms::Label Label1{"Label1"};                ///< path of the chosen folder
-    forms::TextBox Text1{"Text1"};                ///< access code
+    forms::Label Label1{"Label1"};                           ///< path of the chosen folder
+    forms::TextBox Text1{"Text1"};                           ///< access code
     forms::ControlArray<forms::Picture, 2> Image2{"Image2"}; ///< 0 accepts, 1 cancels
 
     void Image1_Click();
@@ -32,7 +32,8 @@ protected:
 
 private:
     void BuildForm();
-    /// Sets DataFolder and DatabasePath when the files of a practice are in the chosen folder; says which one is missing.
+    /// Sets DataFolder and DatabasePath when the files of a practice are in the chosen folder; says which one is
+    /// missing.
     bool CheckFolderFiles();
     /// Whether the typed code is the decimal text of twice the stored value. Raises 6 when the double leaves 16 bits.
     bool CheckAccessCode() const;

@@ -4,8 +4,8 @@
 
 namespace core {
 
-/// A folder list: the folders above the chosen one, the chosen one, and the folders in it. Double click or Enter on a line chooses
-/// that folder, Backspace the one above.
+/// A folder list: the folders above the chosen one, the chosen one, and the folders in it. Double click or Enter on a
+/// line chooses that folder, Backspace the one above.
 class FolderList : public QListWidget {
     Q_OBJECT
     Q_PROPERTY(QString path READ Path WRITE SetPath NOTIFY Change)

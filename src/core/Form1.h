@@ -10,8 +10,9 @@
 
 namespace core {
 
-/// The main window and the start of the program. First no practice is open and the menu offers only "Explorer ..." and "Quitter";
-/// once a data folder was accepted, its letterhead shows and every screen can be reached. That passage happens at most once.
+/// The main window and the start of the program. First no practice is open and the menu offers only "Explorer ..." and
+/// "Quitter"; once a data folder was accepted, its letterhead shows and every screen can be reached. That passage
+/// happens at most once.
 class Form1 : public forms::Form {
     Q_OBJECT
 public:

@@ -11,12 +11,12 @@ namespace core {
 /// One entry of the main menu: where it stands, when it shows, what is checked before its screen opens.
 struct MenuEntry {
     const char* control;
-    const char* caption;            ///< "-" is a separator
-    const char* parent;             ///< control of the submenu that holds it; empty for the menu bar
+    const char* caption; ///< "-" is a separator
+    const char* parent;  ///< control of the submenu that holds it; empty for the menu bar
     bool isSubmenu;
     bool shownBeforeOpening;
     bool shownAfterOpening;
-    const char* check = "";         ///< a statement; without a row the message shows and the screen stays shut
+    const char* check = ""; ///< a statement; without a row the message shows and the screen stays shut
     const char* messageOnEmpty = "";
     const char* title = "";
 };

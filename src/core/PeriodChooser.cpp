@@ -40,9 +40,9 @@ void PeriodChooser::BuildForm()
     }
     AddPage(SSTab2, "Journée",
             Column{Pairs{{&DayLabel, &Text1[0]}}, Item::Stretch(), Row{Item::Stretch(), Image2[2], Image2[3]}});
-    AddPage(SSTab2, "Période",
-            Column{Pairs{{&FirstLabel, &Text1[1]}, {&LastLabel, &Text1[2]}},
-                   Row{Item::Stretch(), Image2[4], Image2[5]}});
+    AddPage(
+        SSTab2, "Période",
+        Column{Pairs{{&FirstLabel, &Text1[1]}, {&LastLabel, &Text1[2]}}, Row{Item::Stretch(), Image2[4], Image2[5]}});
     Inside(*this, Column{SSTab2});
     hide();
 }

@@ -7,9 +7,9 @@
 
 namespace core {
 
-/// The choice of dates, "Journée" or "Période": one day on the first page, two bounds on the second. It stands over the list of its
-/// screen while dates are being chosen. Enter in the last field of a page accepts, as its picture does; what accepting
-/// and cancelling mean is the screen's.
+/// The choice of dates, "Journée" or "Période": one day on the first page, two bounds on the second. It stands over the
+/// list of its screen while dates are being chosen. Enter in the last field of a page accepts, as its picture does;
+/// what accepting and cancelling mean is the screen's.
 class PeriodChooser : public forms::Panel {
     Q_OBJECT
 public:
@@ -35,13 +35,13 @@ public:
     /// Shows the chooser in the middle of `area`, in front, its first field ready to be typed over.
     void ShowOver(QWidget& area);
 
-    /// The typed day or period, after the field that was being typed in has been checked as on leaving it. Nothing when a date is
-    /// missing or bad: the user has then been told ("Date incorrecte", "Saisie incomplète").
+    /// The typed day or period, after the field that was being typed in has been checked as on leaving it. Nothing when
+    /// a date is missing or bad: the user has then been told ("Date incorrecte", "Saisie incomplète").
     std::optional<QString> ReadDay();
     std::optional<Period> ReadPeriod();
 
-    /// Whether the bounds stand in their order; tells "Dates inversées" otherwise. An end one day before the start passes, on
-    /// purpose: it is the empty period.
+    /// Whether the bounds stand in their order; tells "Dates inversées" otherwise. An end one day before the start
+    /// passes, on purpose: it is the empty period.
     static bool IsInOrder(const Period& period);
 
 private:

@@ -7,8 +7,8 @@
 
 namespace core {
 
-/// The date picker: one month on view, Saturday to Friday. It takes PickedDay, PickedMonth and PickedYear, and leaves the chosen
-/// date there and in PickedDate, or -1 in PickedDay on cancel.
+/// The date picker: one month on view, Saturday to Friday. It takes PickedDay, PickedMonth and PickedYear, and leaves
+/// the chosen date there and in PickedDate, or -1 in PickedDay on cancel.
 class Q_Date_2 : public forms::Form {
     Q_OBJECT
 public:
@@ -16,12 +16,13 @@ public:
 
     Q_Date_2();
 
-    forms::Label Label2{"Label2"};      ///< the chosen day
-    forms::ComboBox Combo1{"Combo1"};   ///< months
-    forms::ComboBox Combo2{"Combo2"};   ///< years 2001 to 2099
+    forms::Label Label2{"Label2"};    ///< the chosen day
+    forms::ComboBox Combo1{"Combo1"}; ///< months
+    forms::ComboBox Combo2{"Combo2"}; ///< years 2001 to 2099
     forms::ControlArray<forms::TextBox, Cells, 1> Text2{"Text2"};
     forms::ControlArray<forms::Button, Cells, 1> SSCommand1{"SSCommand1"};
-    forms::ControlArray<forms::Picture, 6> Image2{"Image2"}; ///< accept, cancel, previous and next month, previous and next year
+    forms::ControlArray<forms::Picture, 6> Image2{
+        "Image2"}; ///< accept, cancel, previous and next month, previous and next year
 
     void Combo1_Click();
     void Combo2_Click();
@@ -43,7 +44,8 @@ private:
     void Accept();
     void Cancel();
     void StepList(forms::ComboBox& list, int step);
-    /// Moves the choice by days within the month, or by a month or year, for the arrow and page keys. False for other keys.
+    /// Moves the choice by days within the month, or by a month or year, for the arrow and page keys. False for other
+    /// keys.
     bool MoveChoice(int key);
 
     basic::Int16 FirstDayColumn; ///< column of the 1st of the month, 0 (Saturday) to 6

@@ -69,10 +69,14 @@ void Q_Date_2::BuildForm()
         return grid;
     };
 
-    struct { int index; const char* icon; const char* action; } const pictures[] = {
-        {0, "accept", "Choisir cette date"},       {1, "cancel", "Annuler"},
-        {2, "previous", "Mois précédent"},         {3, "next", "Mois suivant"},
-        {4, "previous-year", "Année précédente"},  {5, "next-year", "Année suivante"},
+    struct {
+        int index;
+        const char* icon;
+        const char* action;
+    } const pictures[] = {
+        {0, "accept", "Choisir cette date"},      {1, "cancel", "Annuler"},
+        {2, "previous", "Mois précédent"},        {3, "next", "Mois suivant"},
+        {4, "previous-year", "Année précédente"}, {5, "next-year", "Année suivante"},
     };
     for (const auto& picture : pictures) {
         Image2[picture.index].SetIcon(picture.icon);
@@ -86,8 +90,8 @@ void Q_Date_2::BuildForm()
     Label2.setAlignment(Qt::AlignRight | Qt::AlignVCenter);
 
     SetContent(Column{
-        Row{Image2[4], Image2[2], Item::Stretch(), Label2, NewLabel("LSlash", "/"), Combo1, NewLabel("LSlash2", "/"), Combo2, Item::Stretch(), Image2[3],
-            Image2[5]},
+        Row{Image2[4], Image2[2], Item::Stretch(), Label2, NewLabel("LSlash", "/"), Combo1, NewLabel("LSlash2", "/"),
+            Combo2, Item::Stretch(), Image2[3], Image2[5]},
         Layout(days),
         Row{Item::Stretch(), Image2[0], Image2[1]},
     });

@@ -6,8 +6,8 @@
 
 namespace core {
 
-/// Reads the practice's configuration file in DataFolder: LanguageMode, the stored access value and the letterhead. The file is
-/// only read. A file that is too short or holds nonsense isn't an error: what can't be read is 0 or empty.
+/// Reads the practice's configuration file in DataFolder: LanguageMode, the stored access value and the letterhead. The
+/// file is only read. A file that is too short or holds nonsense isn't an error: what can't be read is 0 or empty.
 void LoadConfiguration();
 
 /// The stored access value as it stands; the access code is the decimal text of its double.
@@ -19,8 +19,8 @@ QString LetterheadField(int field);
 /// Trims a letterhead field, stores it back blank-filled and returns the trimmed text.
 QString TrimLetterheadField(int field);
 
-/// Brings the letterhead in `textes` (ch1, ch2, ch3, ch30) up to date; run before every report. Needs TextesTable with its row
-/// (3021 otherwise).
+/// Brings the letterhead in `textes` (ch1, ch2, ch3, ch30) up to date; run before every report. Needs TextesTable with
+/// its row (3021 otherwise).
 void WriteTextesFromConfig();
 
 } // namespace core

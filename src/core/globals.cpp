@@ -45,14 +45,13 @@ void Fill(std::array<QString, Count>& table, int width, const char* const (&name
 void FillCalendarNames()
 {
     Fill(DayNamesShort, 10, {"Dim", "Lun", "Mar", "Mer", "Jeu", "Ven", "Sam"});
-    Fill(DayNamesLong, 10,
-         {"Dimanche", "Lundi   ", "Mardi   ", "Mercredi", "Jeudi   ", "Vendredi", "Samedi  "});
+    Fill(DayNamesLong, 10, {"Dimanche", "Lundi   ", "Mardi   ", "Mercredi", "Jeudi   ", "Vendredi", "Samedi  "});
     Fill(MonthNames, 20,
-         {"Janvier", "Février", "Mars", "Avril", "Mai", "Juin", "Juillet", "Août", "Septembre", "Octobre",
-          "Novembre", "Décembre"});
+         {"Janvier", "Février", "Mars", "Avril", "Mai", "Juin", "Juillet", "Août", "Septembre", "Octobre", "Novembre",
+          "Décembre"});
     Fill(MonthNamesArabic, 20,
-         {"جـانـفي", "فـبرايـر", "مــارس", "أفـريــل", "مــاي", "جــوان", "جـويـلية", "أوت", "سبـتـمـبر",
-          "أكـتـوبـر", "نـوفـمـبر", "ديـسـمـبر"});
+         {"جـانـفي", "فـبرايـر", "مــارس", "أفـريــل", "مــاي", "جــوان", "جـويـلية", "أوت", "سبـتـمـبر", "أكـتـوبـر",
+          "نـوفـمـبر", "ديـسـمـبر"});
 }
 
 bool SpeaksFrench()

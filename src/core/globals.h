@@ -33,8 +33,8 @@ extern dao::Recordset PermnTable;
 extern QString QueryText;  ///< the statement in hand
 extern QString ReportName; ///< a template's file name during a print
 
-extern QSize InitialScreen; ///< the display size in pixels found at start
-extern bool DisplayChanged; ///< the display was switched to 1024 by 768 by this program
+extern QSize InitialScreen;       ///< the display size in pixels found at start
+extern bool DisplayChanged;       ///< the display was switched to 1024 by 768 by this program
 extern basic::Int16 LanguageMode; ///< True for French tooltips, 1 for Arabic ones
 
 extern basic::Int16 DialogResult; ///< result of the last modal screen; carries an option index into New_Mecano

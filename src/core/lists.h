@@ -8,12 +8,13 @@
 namespace forms {
 class ComboBox;
 class Grid;
-}
+} // namespace forms
 
 namespace core {
 
-/// Fills the six payment codes (line n is the code of `flag_R` n; "P " keeps its blank) and the ten hour slots (line n is the
-/// slot of `HH` n, " 8-9" to " 17-18"). `codes` receives the payment codes as well and starts on line 0; it may be null.
+/// Fills the six payment codes (line n is the code of `flag_R` n; "P " keeps its blank) and the ten hour slots (line n
+/// is the slot of `HH` n, " 8-9" to " 17-18"). `codes` receives the payment codes as well and starts on line 0; it may
+/// be null.
 void FillPayLists(QStringList& List_R, QStringList& List_HH, forms::ComboBox* codes = nullptr);
 
 /// A line of a list; raises 9 outside it, as a code that no list knows is an error of the data.
@@ -22,8 +23,8 @@ QString ListLine(const QStringList& list, int line);
 /// The row that `nextRow` counts up to, added when the grid has no such row yet. Raises 6 past row 32,766.
 int TakeRow(forms::Grid& grid, basic::Int16& nextRow);
 
-/// Makes the row with this key current, by one look-up. False when there is none, and the current row stays where it was;
-/// the set may be empty.
+/// Makes the row with this key current, by one look-up. False when there is none, and the current row stays where it
+/// was; the set may be empty.
 bool FindKey(dao::Recordset& lookup, dao::Key key);
 
 /// The text of a field for a list: empty for Null.

@@ -7,8 +7,8 @@ namespace core {
 /// Makes TheWorkspace for the practice in DataFolder. Raises 3028 and 3029 for a workgroup file that can't serve.
 void CreateTheWorkspace();
 
-/// Opens the database and the four tables that stay open for the run. May run again while they are open: the handles are
-/// replaced. An error shows its number and description and ends the program.
+/// Opens the database and the four tables that stay open for the run. May run again while they are open: the handles
+/// are replaced. An error shows its number and description and ends the program.
 void OpenDataFiles();
 
 /// Adds the field `Mt2` to `Prov` when it has fewer than 6 fields. An error is shown and isn't fatal in itself.
@@ -17,8 +17,8 @@ void UpgradeProvTable();
 /// Closes tables, database and workspace; what is closed already stays so.
 void CloseDataFiles();
 
-/// Copies the closed database over its copy in "ARCHIVES", whose attributes are cleared first when it is write-protected.
-/// Raises the errors of dao::CopyDatabase.
+/// Copies the closed database over its copy in "ARCHIVES", whose attributes are cleared first when it is
+/// write-protected. Raises the errors of dao::CopyDatabase.
 void CopyToArchives();
 
 /// "Erreur N° 76", a line feed and the description: how the error traps tell an error.

@@ -36,25 +36,25 @@ struct PrintStep {
         QString text;
     };
 
-    QString reportName;                         ///< file name of the template
-    std::vector<Heading> headings = {};         ///< besides the letterhead
-    const char* scratchTable = nullptr;         ///< "Prov" or "RCP2"; null where the report needs no rows
+    QString reportName;                 ///< file name of the template
+    std::vector<Heading> headings = {}; ///< besides the letterhead
+    const char* scratchTable = nullptr; ///< "Prov" or "RCP2"; null where the report needs no rows
     std::function<void(ScratchRows&)> fillRows = {};
     QString selectionFormula = {};
-    QString refusalTitle = "ZEP Lumo";          ///< of the message that the template is missing
-    QString folder = {};                        ///< where the template lies; empty is the data folder
+    QString refusalTitle = "ZEP Lumo"; ///< of the message that the template is missing
+    QString folder = {};               ///< where the template lies; empty is the data folder
 };
 
-/// Prepares a report and shows it in the preview: letterhead and headings into `textes`, the rows into the emptied scratch table,
-/// then the template.
+/// Prepares a report and shows it in the preview: letterhead and headings into `textes`, the rows into the emptied
+/// scratch table, then the template.
 ///
-/// A missing template is told ("Fichier ZEP_R1.RPT absent") and changes nothing. The rows are written in one transaction: when
-/// filling fails, the scratch table keeps its former rows and the error goes on to the caller. What was written stays for
-/// inspection until the next report. Returns when the preview is closed.
+/// A missing template is told ("Fichier ZEP_R1.RPT absent") and changes nothing. The rows are written in one
+/// transaction: when filling fails, the scratch table keeps its former rows and the error goes on to the caller. What
+/// was written stays for inspection until the next report. Returns when the preview is closed.
 void RunPrintStep(report::Report& Report1, const PrintStep& step);
 
-/// Empties a scratch table and fills it anew in one transaction, visible to other connections on return: the part of the printing step
-/// that writes rows.
+/// Empties a scratch table and fills it anew in one transaction, visible to other connections on return: the part of
+/// the printing step that writes rows.
 void RefillScratchTable(const QString& table, const std::function<void(ScratchRows&)>& fillRows);
 
 /// Rows that hold a key each, in list order; the template finds the rest by them.

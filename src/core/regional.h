@@ -4,8 +4,8 @@
 
 namespace core {
 
-/// Sets the short date to dd/MM/yyyy and the decimal mark to the point, on which all text conversions rely. They are not put
-/// back. A refusal of the short date is told with the message "Failed", and the start goes on.
+/// Sets the short date to dd/MM/yyyy and the decimal mark to the point, on which all text conversions rely. They are
+/// not put back. A refusal of the short date is told with the message "Failed", and the start goes on.
 void SetRegionalFormats();
 
 /// Sets the decimal mark; with `RestoreAfter` other than 0 it goes back to the mark found by the first call of the run.

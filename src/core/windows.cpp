@@ -33,10 +33,7 @@ public:
     }
 
 private:
-    void Centre()
-    {
-        panel.move(area->mapTo(panel.parentWidget(), area->rect().center()) - panel.rect().center());
-    }
+    void Centre() { panel.move(area->mapTo(panel.parentWidget(), area->rect().center()) - panel.rect().center()); }
 
     QWidget& panel;
     QPointer<QWidget> area;

@@ -12,8 +12,8 @@ namespace core {
 /// point, with no clipping.
 void CenterForm(forms::Form& window);
 
-/// Shows a panel of the same window in the middle of `area`, in front, in its natural size; it stays in the middle when the area
-/// changes. Which control takes the keyboard is left to the caller.
+/// Shows a panel of the same window in the middle of `area`, in front, in its natural size; it stays in the middle when
+/// the area changes. Which control takes the keyboard is left to the caller.
 void FloatOver(QWidget& panel, QWidget& area);
 
 } // namespace core

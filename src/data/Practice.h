@@ -28,8 +28,9 @@ struct PracticeSetup {
     TooltipLanguage language = TooltipLanguage::French;
 };
 
-/// Makes the data folder of a new practice: database, workgroup, configuration, report templates (one that is there already
-/// stays as it is) and the folder for the archive copy, all of them open to their owner alone. The folder is made when it isn't there; when it holds other things these stay.
+/// Makes the data folder of a new practice: database, workgroup, configuration, report templates (one that is there
+/// already stays as it is) and the folder for the archive copy, all of them open to their owner alone. The folder is
+/// made when it isn't there; when it holds other things these stay.
 ///
 /// Nothing is left behind when it fails. Raises 58 when the folder holds a file of a practice already, 5 when the
 /// access code or a line of the letterhead can't be stored, 75 or 76 when the folder or a file can't be made; all with

@@ -29,9 +29,11 @@ protected:
 
 TEST_F(Actualising, KeepsThePlacesOfTheRuleInEveryGroupOfADayAndService)
 {
-    // Groups of 1 to 7 acts in two services over seven days, entered alternately so that keys of a group don't follow each
-    // other; every fourth act has the code "R-".
-    struct Placed { int place, flag_R; };
+    // Groups of 1 to 7 acts in two services over seven days, entered alternately so that keys of a group don't follow
+    // each other; every fourth act has the code "R-".
+    struct Placed {
+        int place, flag_R;
+    };
     std::map<dao::Key, Placed> acts;
     for (int day = 1; day <= 7; ++day) {
         const QString date = QString("0%1/06/2008").arg(day);

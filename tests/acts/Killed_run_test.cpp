@@ -24,8 +24,8 @@ constexpr int Kills = 50;
 constexpr int Days = 250;
 constexpr int Untouched = 7;
 
-/// Makes new folders in memory where the system has such a place: what a killed process has written stays there as well, and
-/// hundreds of commits don't wait for a disk.
+/// Makes new folders in memory where the system has such a place: what a killed process has written stays there as
+/// well, and hundreds of commits don't wait for a disk.
 class FolderInMemory {
 public:
     FolderInMemory()
@@ -77,7 +77,8 @@ protected:
     {
         const auto started = std::chrono::steady_clock::now();
         Run();
-        whole = std::min(whole, std::chrono::duration_cast<std::chrono::microseconds>(std::chrono::steady_clock::now() - started));
+        whole = std::min(
+            whole, std::chrono::duration_cast<std::chrono::microseconds>(std::chrono::steady_clock::now() - started));
     }
 
     /// Starts the run in a process of its own and kills it after that time.
@@ -101,8 +102,8 @@ protected:
         close(ready[1]);
     }
 
-    /// The days before some day are as after a whole run, or but for the acts that the run's last step puts back; the others
-    /// are untouched.
+    /// The days before some day are as after a whole run, or but for the acts that the run's last step puts back; the
+    /// others are untouched.
     static void ExpectWholeDays(const Flags& found, const Flags& finished, bool repaired)
     {
         bool reachedUntouched = false;
@@ -112,7 +113,9 @@ protected:
             reachedUntouched = untouched;
             for (int ofDay = 0; ofDay < 7; ++ofDay, ++act) {
                 const bool putBackLater = ofDay == 4 && !repaired;
-                EXPECT_EQ(act->second, untouched ? Untouched : putBackLater ? 1 : finished.at(act->first))
+                EXPECT_EQ(act->second, untouched      ? Untouched
+                                       : putBackLater ? 1
+                                                      : finished.at(act->first))
                     << "act " << act->first;
             }
         }

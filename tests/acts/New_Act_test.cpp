@@ -99,7 +99,8 @@ TEST_F(DaySheet, ListsActsWhosePatientOrCodesAreUnknown)
 
     ASSERT_EQ(sheet.Grid2.Rows(), 2);
     EXPECT_EQ(RowOf(sheet.Grid2, 0), QStringList({" Consultation", "", "17/06/2008", "", "", "", "OUI", ""}));
-    EXPECT_EQ(RowOf(sheet.Grid2, 1), QStringList({" Consultation", " Benali Zoé", "17/06/2008", "", "C", "", "OUI", ""}));
+    EXPECT_EQ(RowOf(sheet.Grid2, 1),
+              QStringList({" Consultation", " Benali Zoé", "17/06/2008", "", "C", "", "OUI", ""}));
 }
 
 TEST_F(DaySheet, TakesEveryStandingButOneForRecentAndMakesItZeroOnSaving)
@@ -258,8 +259,15 @@ TEST_F(DaySheet, TakesUpTheOptionOfTheLastRun)
 {
     practice.Act({});
     practice.Open();
-    struct { dao::Value nbre; int chosen; const char* caption; } const cases[] = {
-        {dao::Value(), 0, "5 sur 5"}, {0, 0, "5 sur 5"}, {1, 1, "1 sur 2"}, {4, 4, "1 sur 5"},
+    struct {
+        dao::Value nbre;
+        int chosen;
+        const char* caption;
+    } const cases[] = {
+        {dao::Value(), 0, "5 sur 5"},
+        {0, 0, "5 sur 5"},
+        {1, 1, "1 sur 2"},
+        {4, 4, "1 sur 5"},
         {5, 1, "//"}, // no option of ours: the preset stands
         {-1, 1, "//"},
     };

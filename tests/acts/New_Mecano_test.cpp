@@ -81,7 +81,9 @@ TEST_F(ActualisationDialog, RefusesPeriodsThatAreNone)
 {
     const dao::Key act = practice.Act({.Flag_H = 7});
     auto& dialog = Show();
-    struct { const char *from, *to, *message; } const refusals[] = {
+    struct {
+        const char *from, *to, *message;
+    } const refusals[] = {
         {"", "17/06/2008", "Saisie incorrecte"},
         {"17/06/2008", "17/06/08", "Saisie incorrecte"},
         {"17/06/2008", "17/13/2008", "Saisie incorrecte"}, // no date at all, though as long as one
@@ -133,7 +135,9 @@ TEST_F(ActualisationDialog, MovesBetweenTheDatesByKeys)
 TEST_F(ActualisationDialog, EstimatesTwentyTwoSecondsADay)
 {
     auto& dialog = Show();
-    struct { const char *from, *days, *duration; } const estimates[] = {
+    struct {
+        const char *from, *days, *duration;
+    } const estimates[] = {
         {"19/06/2008", "-?-", "-?-"},
         {"18/06/2008", "-?-", " 0 mn"}, // not below 0, so the duration isn't unknown
         {"17/06/2008", "1 Jour", "1 mn"},

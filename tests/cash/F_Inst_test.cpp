@@ -101,8 +101,12 @@ TEST_F(PendingSettlements, ListsTheUnpaidActsOfADayAndSumsWhatWasReceived)
     practice.Act({.montant = 500, .flag_R = Paid});
     practice.Act({});
     practice.Act({.montant = 1234.5, .flag_R = PartlyPaid, .num_patient = 2, .num_presta = 2});
-    practice.Add("Actes", {{"Date", "17/06/2008"}, {"date_Presta", "15/06/2008"}, {"flag_R", 0},
-                           {"num_patient", 77}, {"num_presta", 99}, {"montant", dao::Value()}});
+    practice.Add("Actes", {{"Date", "17/06/2008"},
+                           {"date_Presta", "15/06/2008"},
+                           {"flag_R", 0},
+                           {"num_patient", 77},
+                           {"num_presta", 99},
+                           {"montant", dao::Value()}});
     practice.Add("Actes", {{"Date", "17/06/2008"}, {"flag_R", 0}});
 
     auto& screen = OpenScreen();
@@ -300,8 +304,8 @@ TEST_F(PendingSettlements, CorrectsTheActThatThePanelShowsWhateverRowIsClickedMe
 
 TEST_F(PendingSettlements, SettlesActsThatLackPatientOrAmount)
 {
-    const dao::Key act = practice.Add("Actes", {{"Date", "17/06/2008"}, {"flag_R", 0}, {"num_patient", 77},
-                                                {"montant", dao::Value()}});
+    const dao::Key act =
+        practice.Add("Actes", {{"Date", "17/06/2008"}, {"flag_R", 0}, {"num_patient", 77}, {"montant", dao::Value()}});
     auto& screen = OpenScreen();
     ListDay(screen, "17/06/2008");
 

@@ -19,7 +19,8 @@ protected:
         for (const char* name : {"ZEP_R1.RPT", "ZEP_R2.RPT", "ZEP_R3.RPT", "ZEP_R4.RPT"})
             tests::PutTemplate(practice, name);
         practice.Open();
-        core::TheDatabase.Execute("Update textes set ch1 = 'vieux', ch4 = 'titre 4', ch5 = 'titre 5', ch10 = 'titre 10'");
+        core::TheDatabase.Execute(
+            "Update textes set ch1 = 'vieux', ch4 = 'titre 4', ch5 = 'titre 5', ch10 = 'titre 10'");
         core::TheDatabase.Execute("Insert into Prov (num, unite) values (7, 'ancienne ligne')");
     }
 
@@ -104,7 +105,11 @@ TEST_F(CashPrinting, PrintsEachListByItsKeysAndLeavesTheLastPrintAlone)
     const QString expense = QString::number(practice.Expense({.montant = 20}));
     auto& screen = ShowDay();
 
-    const struct { int picture; QString reportName; QStringList rows; } prints[] = {
+    const struct {
+        int picture;
+        QString reportName;
+        QStringList rows;
+    } prints[] = {
         {0, "ZEP_R2.RPT", {settled + "|-|-|-", alsoSettled + "|-|-|-"}},
         {1, "ZEP_R3.RPT", {pending + "|-|-|-"}},
         {2, "ZEP_R4.RPT", {expense + "|-|-|-"}},

@@ -48,7 +48,10 @@ protected:
 TEST_F(Configuration, ReadsLanguageAndAccessValueAsTheyStand)
 {
     QByteArray content = Read();
-    struct { qint16 word; int mode; } const languages[] = {{0, -1}, {1, 1}, {2, -1}, {-1, -1}};
+    struct {
+        qint16 word;
+        int mode;
+    } const languages[] = {{0, -1}, {1, 1}, {2, -1}, {-1, -1}};
     for (const auto& language : languages) {
         SetWord(content, 4, 5, language.word);
         SetWord(content, 4, 12, -3);
@@ -63,7 +66,8 @@ TEST_F(Configuration, DecodesEachFieldCutToItsWidth)
 {
     QByteArray content = Read();
     for (int character = 1; character <= 35; ++character)
-        SetWord(content, 39, character, static_cast<qint16>(7 * ('A' + character % 26) + 6)); // no multiple of 7: truncated
+        SetWord(content, 39, character,
+                static_cast<qint16>(7 * ('A' + character % 26) + 6)); // no multiple of 7: truncated
     SetWord(content, 39, 42, 35 * 7);
     SetWord(content, 40, 42, 0);
     SetWord(content, 41, 42, 43 * 7); // runs out of the record: passed over

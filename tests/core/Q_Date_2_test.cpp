@@ -41,12 +41,13 @@ protected:
 
 TEST_F(DatePicker, StartsItsWeeksOnSaturday)
 {
-    struct { int month, year, firstCell, lastDay; } const months[] = {
-        {6, 2024, 1, 30},  // a Saturday
-        {9, 2024, 2, 30},  // a Sunday
-        {3, 2024, 7, 31},  // a Friday, cells 7 to 37
-        {2, 2024, 6, 29},
-        {2, 2023, 5, 28},
+    struct {
+        int month, year, firstCell, lastDay;
+    } const months[] = {
+        {6, 2024, 1, 30}, // a Saturday
+        {9, 2024, 2, 30}, // a Sunday
+        {3, 2024, 7, 31}, // a Friday, cells 7 to 37
+        {2, 2024, 6, 29}, {2, 2023, 5, 28},
     };
     for (const auto& month : months) {
         auto& picker = Show(1, month.month, month.year);

@@ -1,5 +1,5 @@
-// Any bytes as a template: reading ends with faults or with a template whose pages can be made. Its corpus is corpus/template here
-// and the templates of the program.
+// Any bytes as a template: reading ends with faults or with a template whose pages can be made. Its corpus is
+// corpus/template here and the templates of the program.
 #include "platform/report/PageLayout.h"
 
 #include <algorithm>

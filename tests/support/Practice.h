@@ -25,8 +25,9 @@ struct ExpenseRow {
     dao::Value objet = "Coton";
 };
 
-/// A small practice in a folder of its own: access code 6, letterhead, two services, one patient. It opens as the program does
-/// when its code was accepted, and the globals go back to their first state at its end. "Today" is 17/06/2008.
+/// A small practice in a folder of its own: access code 6, letterhead, two services, one patient. It opens as the
+/// program does when its code was accepted, and the globals go back to their first state at its end. "Today" is
+/// 17/06/2008.
 class Practice {
 public:
     Practice();

@@ -6,7 +6,8 @@
 #include <QFile>
 #include <gtest/gtest.h>
 
-/// What the tests of printing screens need: the templates of the program in the practice's folder, and a look at what a print left.
+/// What the tests of printing screens need: the templates of the program in the practice's folder, and a look at what a
+/// print left.
 namespace tests {
 
 /// Puts a template of the program into the data folder.
@@ -30,7 +31,8 @@ inline void ExpectPreview(ScriptedDesk& desk)
     });
 }
 
-/// The rows of a statement, each as its fields with "|" between; "-" stands for Null. Read through a connection of its own.
+/// The rows of a statement, each as its fields with "|" between; "-" stands for Null. Read through a connection of its
+/// own.
 inline QStringList RowsOf(Practice& practice, const QString& statement)
 {
     QStringList lines;

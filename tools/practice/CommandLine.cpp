@@ -200,7 +200,8 @@ QString Explain(const CLI::ParseError& error)
     if (dynamic_cast<const CLI::ExtrasError*>(&error) != nullptr)
         return "argument inconnu ou en trop : " + sentence.section(": ", -1);
     if (dynamic_cast<const CLI::RequiredError*>(&error) != nullptr)
-        return first == "A" ? QString("il faut une commande : new, demo, import, check ou check-template") : "il manque " + first;
+        return first == "A" ? QString("il faut une commande : new, demo, import, check ou check-template")
+                            : "il manque " + first;
     return "valeur incorrecte ou absente pour " + first;
 }
 

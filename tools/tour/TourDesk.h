@@ -8,8 +8,8 @@
 
 namespace tour {
 
-/// The program's own desk, with a visitor in front of it: each message box and each modal screen is answered by the next step
-/// of the visit. What the visit doesn't expect ends it with exit code 1.
+/// The program's own desk, with a visitor in front of it: each message box and each modal screen is answered by the
+/// next step of the visit. What the visit doesn't expect ends it with exit code 1.
 class TourDesk : public forms::QtDesk {
 public:
     /// `folder` receives the pictures.

@@ -41,7 +41,10 @@ int AllowReading(void*, int action, const char*, const char* function, const cha
 /// Holds the authorizer in force for the preparing of one statement.
 class ReadingOnly {
 public:
-    explicit ReadingOnly(sqlite3* connection) : database(connection) { sqlite3_set_authorizer(database, AllowReading, nullptr); }
+    explicit ReadingOnly(sqlite3* connection) : database(connection)
+    {
+        sqlite3_set_authorizer(database, AllowReading, nullptr);
+    }
     ~ReadingOnly() { sqlite3_set_authorizer(database, nullptr, nullptr); }
     ReadingOnly(const ReadingOnly&) = delete;
     ReadingOnly& operator=(const ReadingOnly&) = delete;
@@ -99,8 +102,8 @@ int LineOfMistake(sqlite3* database, const QByteArray& sql, const QString& name)
 {
     qsizetype offset = sqlite3_error_offset(database);
     if (offset < 0 && !name.isEmpty())
-        offset = QString::fromUtf8(sql).indexOf(
-            QRegularExpression("\\b" + QRegularExpression::escape(name) + "\\b", QRegularExpression::CaseInsensitiveOption));
+        offset = QString::fromUtf8(sql).indexOf(QRegularExpression("\\b" + QRegularExpression::escape(name) + "\\b",
+                                                                   QRegularExpression::CaseInsensitiveOption));
     return int(sql.first(std::max<qsizetype>(offset, 0)).count('\n'));
 }
 
@@ -221,7 +224,8 @@ ReadOnlyQuery::ReadOnlyQuery(const QString& path)
 {
     if (!QFileInfo(path).isFile())
         throw basic::Error(3024, path);
-    const int code = sqlite3_open_v2(path.toUtf8().constData(), &database, SQLITE_OPEN_READONLY | SQLITE_OPEN_NOMUTEX, nullptr);
+    const int code =
+        sqlite3_open_v2(path.toUtf8().constData(), &database, SQLITE_OPEN_READONLY | SQLITE_OPEN_NOMUTEX, nullptr);
     try {
         Check(database, code);
         sqlite3_busy_timeout(database, BusyTimeout);
@@ -229,7 +233,8 @@ ReadOnlyQuery::ReadOnlyQuery(const QString& path)
         RunOnce(database, "PRAGMA trusted_schema=OFF");
         RunOnce(database, "PRAGMA cell_size_check=ON");
         RunOnce(database, "BEGIN");
-        RunOnce(database, "SELECT count(*) FROM sqlite_schema"); // the moment that is read starts with the first reading
+        RunOnce(database,
+                "SELECT count(*) FROM sqlite_schema"); // the moment that is read starts with the first reading
     } catch (...) {
         sqlite3_close_v2(database);
         throw;

@@ -16,7 +16,10 @@ struct RowTable {
     std::vector<Value> cells;
 
     int RowCount() const { return fields.isEmpty() ? 0 : int(cells.size() / std::size_t(fields.size())); }
-    const Value& Cell(int row, int field) const { return cells[std::size_t(row) * std::size_t(fields.size()) + std::size_t(field)]; }
+    const Value& Cell(int row, int field) const
+    {
+        return cells[std::size_t(row) * std::size_t(fields.size()) + std::size_t(field)];
+    }
     /// The place of a field, without regard to case; -1 when there is none.
     int FieldAt(const QString& name) const;
 };
@@ -26,8 +29,8 @@ struct StatementError : basic::RuntimeError {
     int line = 0;
 };
 
-/// Reads a database through a connection of its own that can't write, and at one moment: everything that one object reads is
-/// what stood there at the first reading, whatever is written meanwhile.
+/// Reads a database through a connection of its own that can't write, and at one moment: everything that one object
+/// reads is what stood there at the first reading, whatever is written meanwhile.
 ///
 /// Statements are in the store's own SQL, from people who write report templates: they may select and nothing else.
 class ReadOnlyQuery {
@@ -41,8 +44,8 @@ public:
     /// Runs one select with its parameters ?1, ?2 ... . A field of a date column reads as dd/mm/yyyy.
     ///
     /// Raises a StatementError: 3078 for an unknown table, 3061 for an unknown field, 3027 for a statement that isn't a
-    /// select, 3075 for one that can't be read or that others follow, 3035 for more rows than `mostRows`, 3059 for one that
-    /// runs longer than half a minute. Its description tells the reason in words for whoever wrote the statement.
+    /// select, 3075 for one that can't be read or that others follow, 3035 for more rows than `mostRows`, 3059 for one
+    /// that runs longer than half a minute. Its description tells the reason in words for whoever wrote the statement.
     RowTable Read(const QString& select, const std::vector<Value>& parameters, int mostRows) const;
 
     /// The fields that a select would give; raises what Read raises before it runs.

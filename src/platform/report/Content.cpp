@@ -67,7 +67,8 @@ QString PlainLine(const QString& text)
     QString line = text.left(MostCharacters);
     for (QChar& character : line) {
         const auto category = character.category();
-        if (category == QChar::Other_Control || category == QChar::Separator_Line || category == QChar::Separator_Paragraph)
+        if (category == QChar::Other_Control || category == QChar::Separator_Line ||
+            category == QChar::Separator_Paragraph)
             character = QLatin1Char(' ');
     }
     return line.trimmed();
@@ -85,7 +86,8 @@ QString CellText(const Column& column, const dao::Value& value)
     const double number = value.Double();
     if (column.blankZero && number == 0)
         return {};
-    if (!column.choices.isEmpty() && number >= 0 && number < double(column.choices.size()) && number == std::floor(number))
+    if (!column.choices.isEmpty() && number >= 0 && number < double(column.choices.size()) &&
+        number == std::floor(number))
         return PlainLine(column.choices[int(number)]);
     return NumberText(number, column.mask);
 }
@@ -116,7 +118,8 @@ ReadContentResult ReadContent(const Template& report, const QString& path, const
         Selection selection{"1", {}};
         if (!selectionFormula.trimmed().isEmpty()) {
             if (!report.select.contains(SelectionPlace)) {
-                result.faults.append({report.selectLine, QStringLiteral("« select » n'a pas de place %1").arg(SelectionPlace)});
+                result.faults.append(
+                    {report.selectLine, QStringLiteral("« select » n'a pas de place %1").arg(SelectionPlace)});
                 return;
             }
             selection = ReadSelection(selectionFormula);

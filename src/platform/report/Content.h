@@ -21,9 +21,9 @@ struct ReadContentResult {
     QList<Fault> faults;
 };
 
-/// Reads what `report` prints from the database at `path`, in one read snapshot. Faults of the select, of fields that it doesn't
-/// give and of the selection formula are returned with their line of the template; a database that can't be read is a
-/// fault of line 0. Raises nothing.
+/// Reads what `report` prints from the database at `path`, in one read snapshot. Faults of the select, of fields that
+/// it doesn't give and of the selection formula are returned with their line of the template; a database that can't be
+/// read is a fault of line 0. Raises nothing.
 ReadContentResult ReadContent(const Template& report, const QString& path, const QString& selectionFormula);
 
 /// All mistakes of a template file: its own, and those of its select over the tables of the database at `path`.
@@ -41,8 +41,8 @@ QString NumberText(double number, const QString& mask);
 /// The number of a value in a sum: 0 for Null and for text.
 double NumberIn(const dao::Value& value);
 
-/// `text` on one line: tabs, line breaks and other control characters become blanks, blanks around it go; longer text than any
-/// sheet is wide is cut.
+/// `text` on one line: tabs, line breaks and other control characters become blanks, blanks around it go; longer text
+/// than any sheet is wide is cut.
 QString PlainLine(const QString& text);
 
 } // namespace report

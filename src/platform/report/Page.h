@@ -8,7 +8,8 @@
 
 namespace report {
 
-/// One line of text in a box: never wrapped, cut with an ellipsis where it is wider than the box. Millimetres and points.
+/// One line of text in a box: never wrapped, cut with an ellipsis where it is wider than the box. Millimetres and
+/// points.
 struct Run {
     QRectF box;
     QString text;
@@ -25,7 +26,8 @@ struct Rule {
     bool faint = false;
 };
 
-/// What stands on one sheet, in millimetres from its upper left corner. Screen, printer and PDF paint this and nothing else.
+/// What stands on one sheet, in millimetres from its upper left corner. Screen, printer and PDF paint this and nothing
+/// else.
 struct Page {
     QSizeF paper;
     std::vector<QRectF> shades; ///< light grey grounds, under everything

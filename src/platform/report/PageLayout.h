@@ -6,12 +6,13 @@
 
 namespace report {
 
-/// A report on its pages: which rows stand on which page is settled from their number, and a page is made when it is asked for.
+/// A report on its pages: which rows stand on which page is settled from their number, and a page is made when it is
+/// asked for.
 ///
-/// Depends on the template and the content alone, neither on a display nor on fonts: the same everywhere, and the same twice.
-/// Column heads stand on every page. A group's heading is never parted from its first row nor a subtotal from its last, and the
-/// totals and the ending stand under at least one row; a group that goes on says so on top of the next page. A heading or
-/// ending line whose places are all empty is left out. A report without rows has one page.
+/// Depends on the template and the content alone, neither on a display nor on fonts: the same everywhere, and the same
+/// twice. Column heads stand on every page. A group's heading is never parted from its first row nor a subtotal from
+/// its last, and the totals and the ending stand under at least one row; a group that goes on says so on top of the
+/// next page. A heading or ending line whose places are all empty is left out. A report without rows has one page.
 class PageLayout {
 public:
     PageLayout(Template printed, Content read);
@@ -63,7 +64,8 @@ private:
     QString SumText(const Column& summed, std::size_t column, const Block& block) const;
     void AddEnding(Page& page, const EndingLine& line, double top, int pageIndex) const;
     void AddCell(Page& page, std::size_t column, double top, double height, const QString& text, bool bold) const;
-    void AddLabel(Page& page, double left, double top, double width, double height, const QString& text, bool bold) const;
+    void AddLabel(Page& page, double left, double top, double width, double height, const QString& text,
+                  bool bold) const;
 
     Template report;
     Content content;

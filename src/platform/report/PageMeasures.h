@@ -4,10 +4,10 @@
 namespace report::measures {
 
 inline constexpr double PerPoint = 25.4 / 72;
-inline constexpr double LineSpacing = 1.6;    ///< height of a line of text, in heights of its letters
-inline constexpr double HeadLines = 1.35;     ///< height of column heads, group headings and sums, in lines
+inline constexpr double LineSpacing = 1.6; ///< height of a line of text, in heights of its letters
+inline constexpr double HeadLines = 1.35;  ///< height of column heads, group headings and sums, in lines
 inline constexpr double EndingLines = 1.25;
-inline constexpr double EmptyLines = 3;       ///< height of the words that stand for no rows, in lines
+inline constexpr double EmptyLines = 3; ///< height of the words that stand for no rows, in lines
 inline constexpr double CellPadding = 1.2;
 inline constexpr double SpaceBelowHeading = 4;
 inline constexpr double SpaceAboveEnding = 6;

@@ -47,7 +47,8 @@ double PageLayout::AddHeading(Page& page, int index) const
     return top > report.top ? top + measures::SpaceBelowHeading : top;
 }
 
-void PageLayout::AddCell(Page& page, std::size_t column, double top, double height, const QString& text, bool bold) const
+void PageLayout::AddCell(Page& page, std::size_t column, double top, double height, const QString& text,
+                         bool bold) const
 {
     const Cell& cell = cells[column];
     const QRectF box(cell.left + measures::CellPadding, top, cell.width - 2 * measures::CellPadding, height);
@@ -55,7 +56,8 @@ void PageLayout::AddCell(Page& page, std::size_t column, double top, double heig
         AddRun(page, {box, text, report.columns[qsizetype(column)].alignment, report.points, bold, false, false});
 }
 
-void PageLayout::AddLabel(Page& page, double left, double top, double width, double height, const QString& text, bool bold) const
+void PageLayout::AddLabel(Page& page, double left, double top, double width, double height, const QString& text,
+                          bool bold) const
 {
     const QRectF box(left + measures::CellPadding, top, width - 2 * measures::CellPadding, height);
     if (box.width() > 0)
@@ -98,8 +100,13 @@ void PageLayout::AddBlock(Page& page, const Block& block, double top, int pageIn
     case Part::Totals:
         return AddSums(page, report.totalLabel, block, top);
     case Part::Empty:
-        return AddRun(page, {{report.left, top, TableRight() - report.left, HeightOf(block)}, report.emptyText,
-                             Qt::AlignHCenter, report.points, false, true, true});
+        return AddRun(page, {{report.left, top, TableRight() - report.left, HeightOf(block)},
+                             report.emptyText,
+                             Qt::AlignHCenter,
+                             report.points,
+                             false,
+                             true,
+                             true});
     case Part::Gap:
         return;
     case Part::Ending:
@@ -119,7 +126,8 @@ void PageLayout::AddGroupHead(Page& page, int row, double top, bool continued) c
 {
     const double height = lineHeight * measures::HeadLines;
     const QString heading = PlainLine(FilledFromRow(report.group->heading, row).text);
-    AddLabel(page, report.left, top, TableRight() - report.left, height, continued ? heading + " (suite)" : heading, true);
+    AddLabel(page, report.left, top, TableRight() - report.left, height, continued ? heading + " (suite)" : heading,
+             true);
     AddRule(page, report.left, TableRight(), top + height, ThinLine);
 }
 
@@ -151,7 +159,8 @@ void PageLayout::AddSums(Page& page, const QString& label, const Block& block, d
         if (!summed.total)
             continue;
         const bool isGiven = block.part == Part::Totals && !summed.totalText.isEmpty();
-        AddCell(page, column, top, height, isGiven ? Filled(summed.totalText, 0).text : SumText(summed, column, block), true);
+        AddCell(page, column, top, height, isGiven ? Filled(summed.totalText, 0).text : SumText(summed, column, block),
+                true);
     }
 }
 
@@ -163,8 +172,13 @@ void PageLayout::AddEnding(Page& page, const EndingLine& line, double top, int p
     if (line.rule)
         AddRule(page, left, TableRight(), top, StrongLine);
     AddLabel(page, left, top, width * 0.6, height, Filled(line.label, pageIndex).text, line.bold);
-    AddRun(page, {{left + width * 0.6, top, width * 0.4 - measures::CellPadding, height}, Filled(line.value, pageIndex).text,
-                  Qt::AlignRight, report.points, line.bold, false, false});
+    AddRun(page, {{left + width * 0.6, top, width * 0.4 - measures::CellPadding, height},
+                  Filled(line.value, pageIndex).text,
+                  Qt::AlignRight,
+                  report.points,
+                  line.bold,
+                  false,
+                  false});
 }
 
 } // namespace report

@@ -91,7 +91,8 @@ void PagesView::ApplyZoom(double factor)
 void PagesView::UpdateRanges()
 {
     const QSize view = viewport()->size();
-    verticalScrollBar()->setRange(0, std::max(0, int(std::ceil(layout.PageCount() * SheetStep() + Gap)) - view.height()));
+    verticalScrollBar()->setRange(0,
+                                  std::max(0, int(std::ceil(layout.PageCount() * SheetStep() + Gap)) - view.height()));
     verticalScrollBar()->setPageStep(view.height());
     verticalScrollBar()->setSingleStep(LineStep);
     // Rounded, for a sheet that was made as wide as the view may come out wider by the last bit of its width.
@@ -107,7 +108,8 @@ void PagesView::DescribePage()
     if (page == describedPage)
         return;
     describedPage = page;
-    setAccessibleName(QStringLiteral("%1, page %2 sur %3").arg(layout.Printed().title).arg(page + 1).arg(layout.PageCount()));
+    setAccessibleName(
+        QStringLiteral("%1, page %2 sur %3").arg(layout.Printed().title).arg(page + 1).arg(layout.PageCount()));
     QStringList texts;
     for (const Run& run : layout.MakePage(page).runs)
         texts << run.text;

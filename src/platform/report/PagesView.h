@@ -8,8 +8,8 @@ namespace report {
 
 class PageLayout;
 
-/// Shows the pages of a report one under the other. Only those in sight are made and painted, so that a report of thousands of rows
-/// shows as soon as one of ten.
+/// Shows the pages of a report one under the other. Only those in sight are made and painted, so that a report of
+/// thousands of rows shows as soon as one of ten.
 class PagesView : public QAbstractScrollArea {
     Q_OBJECT
 public:
@@ -20,7 +20,8 @@ public:
     /// Brings the upper edge of a page to the top of the view; a page outside the report means the nearest one.
     void ShowPage(int page);
 
-    /// 1 shows a sheet in its real size. Keeps the place that is in the middle of the view; ends the fitting to the width.
+    /// 1 shows a sheet in its real size. Keeps the place that is in the middle of the view; ends the fitting to the
+    /// width.
     void SetZoom(double factor);
     double Zoom() const { return zoom; }
     /// Makes a sheet as wide as the view, and keeps it so when the window's size changes.
@@ -38,7 +39,7 @@ protected:
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void scrollContentsBy(int dx, int dy) override;
-    void wheelEvent(QWheelEvent* event) override; ///< with Ctrl it zooms
+    void wheelEvent(QWheelEvent* event) override;  ///< with Ctrl it zooms
     void keyPressEvent(QKeyEvent* event) override; ///< arrows scroll; all other keys are the window's
 
 private:

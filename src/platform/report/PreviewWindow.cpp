@@ -186,7 +186,8 @@ bool PreviewWindow::SavePdf(const QString& path)
         const forms::Hourglass pointer;
         WritePdf(layout, paperPainter, path);
     } catch (const basic::RuntimeError& error) {
-        forms::MsgBox(QStringLiteral("Le PDF n'a pas été enregistré : %1.\n%2").arg(error.description, QDir::toNativeSeparators(path)),
+        forms::MsgBox(QStringLiteral("Le PDF n'a pas été enregistré : %1.\n%2")
+                          .arg(error.description, QDir::toNativeSeparators(path)),
                       forms::Icon::Critical, "ZEP Lumo");
         return false;
     }
@@ -199,8 +200,9 @@ bool PreviewWindow::SavePdf(const QString& path)
 void PreviewWindow::AskAndPrint()
 {
     QPrinter printer(QPrinter::HighResolution);
-    printer.setPageOrientation(layout.Printed().paper.width() > layout.Printed().paper.height() ? QPageLayout::Landscape
-                                                                                               : QPageLayout::Portrait);
+    printer.setPageOrientation(layout.Printed().paper.width() > layout.Printed().paper.height()
+                                   ? QPageLayout::Landscape
+                                   : QPageLayout::Portrait);
     if (AskPrinter(*this, printer))
         Print(printer);
 }
@@ -212,7 +214,8 @@ bool PreviewWindow::Print(QPrinter& printer)
         PrintPages(layout, paperPainter, printer);
         return true;
     } catch (const basic::RuntimeError& error) {
-        forms::MsgBox(QStringLiteral("L'état n'a pas été imprimé : %1.").arg(error.description), forms::Icon::Critical, "ZEP Lumo");
+        forms::MsgBox(QStringLiteral("L'état n'a pas été imprimé : %1.").arg(error.description), forms::Icon::Critical,
+                      "ZEP Lumo");
         return false;
     }
 }

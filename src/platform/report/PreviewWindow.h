@@ -13,8 +13,8 @@ namespace report {
 
 /// The preview of a report, the window "Preview": its pages, and the ways out of it to printer and PDF.
 ///
-/// Page Up and Page Down move by a page, Home and End to the first and last, Ctrl+P prints, Ctrl+S saves as PDF, Ctrl+plus,
-/// Ctrl+minus and Ctrl+0 zoom in, out and to the real size, Ctrl+2 fits the width, Esc closes.
+/// Page Up and Page Down move by a page, Home and End to the first and last, Ctrl+P prints, Ctrl+S saves as PDF,
+/// Ctrl+plus, Ctrl+minus and Ctrl+0 zoom in, out and to the real size, Ctrl+2 fits the width, Esc closes.
 class PreviewWindow : public forms::Form {
     Q_OBJECT
 public:
@@ -46,8 +46,8 @@ public:
     /// Prints the pages chosen in `printer`; false after a message when it refuses.
     bool Print(QPrinter& printer);
 
-    /// How the user is asked for the PDF's path (empty when he gives it up) and for the printer. The system's dialogs, unless
-    /// a program without a user puts others in their place.
+    /// How the user is asked for the PDF's path (empty when he gives it up) and for the printer. The system's dialogs,
+    /// unless a program without a user puts others in their place.
     std::function<QString(PreviewWindow& preview, const QString& proposedPath)> AskPdfPath;
     std::function<bool(PreviewWindow& preview, QPrinter& printer)> AskPrinter;
 

@@ -50,11 +50,11 @@ void PreviewWindow::BuildForm()
     SavedPanel.hide();
 
     using forms::Item;
-    SetContent(forms::Column{
-        forms::Row{PrintButton, SaveButton, Item::Gap(2), FirstButton, PreviousButton, PageNumber, PageCount, NextButton,
-                   LastButton, Item::Gap(2), ZoomOutButton, ZoomText, ZoomInButton, FitWidthButton, Item::Stretch(), CloseButton},
-        forms::Inside(SavedPanel, forms::Row{Item::Growing(SavedText), OpenFolder}),
-        Item::Growing(pages)});
+    SetContent(forms::Column{forms::Row{PrintButton, SaveButton, Item::Gap(2), FirstButton, PreviousButton, PageNumber,
+                                        PageCount, NextButton, LastButton, Item::Gap(2), ZoomOutButton, ZoomText,
+                                        ZoomInButton, FitWidthButton, Item::Stretch(), CloseButton},
+                             forms::Inside(SavedPanel, forms::Row{Item::Growing(SavedText), OpenFolder}),
+                             Item::Growing(pages)});
     resize(NaturalSize);
 }
 

@@ -33,8 +33,8 @@ Selection ReadSelection(const QString& formula)
     Selection selection;
     qsizetype position = 0;
     for (;;) {
-        const auto match =
-            comparison.match(formula, position, QRegularExpression::NormalMatch, QRegularExpression::AnchorAtOffsetMatchOption);
+        const auto match = comparison.match(formula, position, QRegularExpression::NormalMatch,
+                                            QRegularExpression::AnchorAtOffsetMatchOption);
         if (!match.hasMatch())
             throw basic::Error(3075, formula);
         selection.values.push_back(ValueOf(match));
@@ -44,8 +44,8 @@ Selection ReadSelection(const QString& formula)
         position = match.capturedEnd();
         if (position == formula.size())
             return selection;
-        const auto next =
-            conjunction.match(formula, position, QRegularExpression::NormalMatch, QRegularExpression::AnchorAtOffsetMatchOption);
+        const auto next = conjunction.match(formula, position, QRegularExpression::NormalMatch,
+                                            QRegularExpression::AnchorAtOffsetMatchOption);
         if (!next.hasMatch())
             throw basic::Error(3075, formula);
         selection.condition += QStringLiteral(" and ");

@@ -13,8 +13,8 @@ struct Selection {
     std::vector<dao::Value> values;
 };
 
-/// Reads "{Plani.date} = date(2008,06,17) and {Plani.Num_Presta} = 3": comparisons (= <> < <= > >=) of a field with a number, a
-/// quoted text or a date, joined by "and". A date stands as ISO text. Raises 3075 for anything else.
+/// Reads "{Plani.date} = date(2008,06,17) and {Plani.Num_Presta} = 3": comparisons (= <> < <= > >=) of a field with a
+/// number, a quoted text or a date, joined by "and". A date stands as ISO text. Raises 3075 for anything else.
 Selection ReadSelection(const QString& formula);
 
 } // namespace report

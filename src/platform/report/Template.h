@@ -15,11 +15,11 @@ struct Fault {
     QString reason;
 };
 
-/// A line above the rows. Its texts have places: {ch1} to {ch10}, {ch30}, {date}, {page}, {pages}, {rows}; {ch7|0.00} prints
-/// 0.00 where ch7 is empty.
+/// A line above the rows. Its texts have places: {ch1} to {ch10}, {ch30}, {date}, {page}, {pages}, {rows}; {ch7|0.00}
+/// prints 0.00 where ch7 is empty.
 struct HeadingLine {
     QString text;
-    QString right;            ///< a second text at the right edge of the same line
+    QString right; ///< a second text at the right edge of the same line
     Qt::Alignment alignment = Qt::AlignLeft;
     double points = 9;
     bool bold = false;
@@ -34,7 +34,7 @@ struct Column {
     QString field;
     double width = 0; ///< mm
     Qt::Alignment alignment = Qt::AlignLeft;
-    QString mask;        ///< a display mask for numbers, or "dd/mm/yyyy" for an ISO date; empty prints the value as it is
+    QString mask; ///< a display mask for numbers, or "dd/mm/yyyy" for an ISO date; empty prints the value as it is
     QStringList choices; ///< the value is the number, from 0, of one of these texts
     bool blankZero = false;
     bool total = false;     ///< summed in subtotals and totals
@@ -66,7 +66,8 @@ struct Footer {
     QString right;
 };
 
-/// What a template file tells: how a report looks and where its rows come from. Measures in millimetres, text in points.
+/// What a template file tells: how a report looks and where its rows come from. Measures in millimetres, text in
+/// points.
 struct Template {
     QString title;
     QSizeF paper; ///< as it lies, landscape included

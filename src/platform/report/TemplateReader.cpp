@@ -18,8 +18,8 @@ struct PaperSize {
 };
 constexpr PaperSize paperSizes[] = {{"A4", 210, 297}, {"A5", 148, 210}, {"A3", 297, 420}, {"Letter", 215.9, 279.4}};
 
-const QStringList textPlaces = {"ch1", "ch2", "ch3", "ch4", "ch5", "ch6", "ch7", "ch8", "ch9",
-                                "ch10", "ch30", "date", "page", "pages", "rows"};
+const QStringList textPlaces = {"ch1", "ch2",  "ch3",  "ch4",  "ch5",  "ch6",   "ch7", "ch8",
+                                "ch9", "ch10", "ch30", "date", "page", "pages", "rows"};
 
 void ReadPaper(TomlTable paper, Template& report)
 {
@@ -36,7 +36,8 @@ void ReadPaper(TomlTable paper, Template& report)
     if (orientation == "landscape")
         report.paper.transpose();
     else if (orientation != "portrait")
-        paper.Refuse("orientation", QStringLiteral("orientation inconnue « %1 » (portrait ou landscape)").arg(orientation));
+        paper.Refuse("orientation",
+                     QStringLiteral("orientation inconnue « %1 » (portrait ou landscape)").arg(orientation));
 
     report.top = paper.Number("top_mm", report.top, 0, 100);
     report.right = paper.Number("right_mm", report.right, 0, 100);
@@ -71,7 +72,8 @@ Column ReadColumn(TomlTable column)
     if (column.Has("width_mm"))
         read.width = column.Number("width_mm", 0, 3, 400);
     else
-        column.Refuse("", QStringLiteral("colonne « %1 » sans largeur (width_mm)").arg(read.heading.isEmpty() ? read.field : read.heading));
+        column.Refuse("", QStringLiteral("colonne « %1 » sans largeur (width_mm)")
+                              .arg(read.heading.isEmpty() ? read.field : read.heading));
     read.alignment = column.Alignment("align", Qt::AlignLeft);
     read.mask = column.Mask("mask");
     read.choices = column.Texts("choices");

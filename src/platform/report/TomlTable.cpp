@@ -90,7 +90,8 @@ QString TomlTable::Mask(const char* key)
     const QString text = Text(key);
     if (text.isEmpty() || (text.size() <= 40 && mask.match(text).hasMatch()))
         return text;
-    Refuse(key, QStringLiteral("masque inconnu « %1 » (par exemple \"# ### ##0.00\" ou \"dd/mm/yyyy\")").arg(text.left(40)));
+    Refuse(key,
+           QStringLiteral("masque inconnu « %1 » (par exemple \"# ### ##0.00\" ou \"dd/mm/yyyy\")").arg(text.left(40)));
     return {};
 }
 
@@ -103,7 +104,8 @@ double TomlTable::Number(const char* key, double otherwise, double lowest, doubl
     if (!number)
         RefuseKind(key, "un nombre");
     else if (!(*number >= lowest && *number <= highest))
-        Refuse(key, QStringLiteral("« %1 » doit aller de %2 à %3").arg(QString::fromUtf8(key)).arg(lowest).arg(highest));
+        Refuse(key,
+               QStringLiteral("« %1 » doit aller de %2 à %3").arg(QString::fromUtf8(key)).arg(lowest).arg(highest));
     else
         return *number;
     return otherwise;

@@ -8,8 +8,8 @@
 
 namespace report {
 
-/// One table of a template file. Readers give what stands under a key, or note a fault with the key's line and give something
-/// harmless, so that one reading finds all mistakes.
+/// One table of a template file. Readers give what stands under a key, or note a fault with the key's line and give
+/// something harmless, so that one reading finds all mistakes.
 class TomlTable {
 public:
     /// `what` names the table in messages ("[[column]]"); `faults` outlives it.

@@ -10,7 +10,8 @@ namespace {
 
 QFont MakeFont(double points, bool bold, bool italic)
 {
-    const QStringList families = {QStringLiteral("Liberation Sans"), QStringLiteral("Arial"), QStringLiteral("DejaVu Sans")};
+    const QStringList families = {QStringLiteral("Liberation Sans"), QStringLiteral("Arial"),
+                                  QStringLiteral("DejaVu Sans")};
     QFont font(families);
     font.setStyleHint(QFont::SansSerif);
     font.setPixelSize(int(std::lround(points * measures::PerPoint * UnitsPerMillimetre)));
@@ -23,8 +24,7 @@ QFont MakeFont(double points, bool bold, bool italic)
 
 } // namespace
 
-Typeface::Typeface(double points, bool bold, bool italic)
-    : font(MakeFont(points, bold, italic)), metrics(font)
+Typeface::Typeface(double points, bool bold, bool italic) : font(MakeFont(points, bold, italic)), metrics(font)
 {
     for (int code = 0; code < Tabled; ++code)
         if (const QChar character(static_cast<char16_t>(code)); character.isPrint() && code != 0xAD)

@@ -9,8 +9,8 @@
 
 namespace report {
 
-/// Letters of one size and weight, measured in hundredths of a millimetre: the same on every device, so that what fits on the
-/// screen fits on paper.
+/// Letters of one size and weight, measured in hundredths of a millimetre: the same on every device, so that what fits
+/// on the screen fits on paper.
 class Typeface {
 public:
     Typeface(double points, bool bold, bool italic);

@@ -11,7 +11,8 @@ namespace {
 
 using tests::ReportPractice;
 
-/// Fails with the first line that differs. What was printed stands in the build folder, to be looked at and taken over by hand.
+/// Fails with the first line that differs. What was printed stands in the build folder, to be looked at and taken over
+/// by hand.
 void ExpectGolden(const report::PageLayout& layout, const QString& name)
 {
     QDir().mkpath(ZEP_PRINTED);
@@ -31,8 +32,12 @@ void ExpectGolden(const report::PageLayout& layout, const QString& name)
 TEST(GoldenPages, CashOfTheDay)
 {
     ReportPractice practice;
-    practice.SetTexts({{"ch5", "Mouvements de fonds du  Mar 17/06/2008"}, {"ch6", "5"}, {"ch7", " 12 345.60"},
-                       {"ch8", "   550.50 "}, {"ch9", ""}, {"ch10", " 12 896.10"}});
+    practice.SetTexts({{"ch5", "Mouvements de fonds du  Mar 17/06/2008"},
+                       {"ch6", "5"},
+                       {"ch7", " 12 345.60"},
+                       {"ch8", "   550.50 "},
+                       {"ch9", ""},
+                       {"ch10", " 12 896.10"}});
     practice.Add("Prov", {{"unite", "Consultation"}, {"Page", 3}, {"Mt", 450.25}});
     practice.Add("Prov", {{"unite", "Radiologie"}, {"Page", 2}, {"Mt", 100.25}});
     practice.Add("Prov", {{"unite", "Échographie"}, {"Page", 0}, {"Mt", 0.0}});
@@ -67,7 +72,8 @@ TEST(GoldenPages, DetailOfTheJournalHasReferenceValues)
 {
     ReportPractice practice;
     practice.AddActs(4, true);
-    practice.SetTexts({{"ch4", "Journal d'activité de la"}, {"ch5", "Journée du Mar  17/06/2008"}, {"ch6", "4"}, {"ch7", "   451 "}});
+    practice.SetTexts(
+        {{"ch4", "Journal d'activité de la"}, {"ch5", "Journée du Mar  17/06/2008"}, {"ch6", "4"}, {"ch7", "   451 "}});
     ExpectGolden(practice.LayOut(practice.Template("ZEP_DTAL.RPT")), "ZEP_DTAL_journal");
 }
 
@@ -75,7 +81,8 @@ TEST(GoldenPages, DetailOfPendingActsHasNoEmptyColumn)
 {
     ReportPractice practice;
     practice.AddActs(4, false);
-    practice.SetTexts({{"ch4", "Règlements en instance"}, {"ch5", "Journée du Mar  17/06/2008"}, {"ch6", ""}, {"ch7", ""}});
+    practice.SetTexts(
+        {{"ch4", "Règlements en instance"}, {"ch5", "Journée du Mar  17/06/2008"}, {"ch6", ""}, {"ch7", ""}});
     ExpectGolden(practice.LayOut(practice.Template("ZEP_DTAL.RPT")), "ZEP_DTAL_instance");
 }
 

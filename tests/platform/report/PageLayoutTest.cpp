@@ -1,5 +1,5 @@
-#include "platform/report/PageText.h"
 #include "platform/report/PagePainter.h"
+#include "platform/report/PageText.h"
 #include "platform/report/ReportPractice.h"
 #include "support/Printing.h"
 
@@ -122,13 +122,20 @@ TEST(PageLayout, PrintsValuesUnderMasksAndChoices)
 
 TEST(PageLayout, HostileTextsPrintAsOneLineOfText)
 {
-    const QStringList hostile = {QString("<b>gras</b> & \"guillemets\" d'O'Brien"), QString("{ch4} {page}"), QString("un\tdeux\r\ntrois\u2028quatre"),
-                                 QString("\u202e\u200f\u2067renversé\u200e"), QString(10'000, 'W'), QString(5'000, QChar(0x0639)), QString::fromUtf8(QByteArray("\0x", 2)),
-                                 QString(QChar(0xD800)), QString("e") + QString(300, QChar(0x0301))};
+    const QStringList hostile = {QString("<b>gras</b> & \"guillemets\" d'O'Brien"),
+                                 QString("{ch4} {page}"),
+                                 QString("un\tdeux\r\ntrois\u2028quatre"),
+                                 QString("\u202e\u200f\u2067renversé\u200e"),
+                                 QString(10'000, 'W'),
+                                 QString(5'000, QChar(0x0639)),
+                                 QString::fromUtf8(QByteArray("\0x", 2)),
+                                 QString(QChar(0xD800)),
+                                 QString("e") + QString(300, QChar(0x0301))};
     ReportPractice practice;
     for (const QString& name : hostile) {
         const dao::Key patient = practice.Add("Patients", {{"nom", name}, {"Prenom", name}});
-        const dao::Key act = practice.Add("Actes", {{"num_patient", patient}, {"num_presta", 1}, {"HH", 0}, {"flag_R", 2}});
+        const dao::Key act =
+            practice.Add("Actes", {{"num_patient", patient}, {"num_presta", 1}, {"HH", 0}, {"flag_R", 2}});
         practice.Add("Prov", {{"num", act}});
     }
     practice.SetTexts({{"ch1", hostile[0]}, {"ch4", hostile[1]}});

@@ -28,8 +28,8 @@ QString PagesAsText(const report::PageLayout& layout)
             << page.shades.size() << " shades, " << page.rules.size() << " rules\n";
         for (const report::Run& run : page.runs)
             out << Tenths(run.box.left()) << " " << Tenths(run.box.top()) << " " << Tenths(run.box.width()) << " "
-                << LetterOf(run.alignment) << " " << run.points << (run.bold ? " bold" : "") << (run.italic ? " italic" : "")
-                << (run.faint ? " faint" : "") << " |" << run.text << "|\n";
+                << LetterOf(run.alignment) << " " << run.points << (run.bold ? " bold" : "")
+                << (run.italic ? " italic" : "") << (run.faint ? " faint" : "") << " |" << run.text << "|\n";
     }
     return text;
 }

@@ -60,9 +60,11 @@ TEST_F(Preview, IsDrivenByTheKeyboardAlone)
         EXPECT_EQ(preview.windowTitle(), "Aperçu - Actes réglés");
         EXPECT_EQ(preview.PageCount.text(), "/ 10");
         QWidget& pages = PagesOf(preview);
-        const struct { Qt::Key key; const char* page; } moves[] = {
-            {Qt::Key_PageUp, "1"}, {Qt::Key_PageDown, "2"}, {Qt::Key_PageDown, "3"}, {Qt::Key_PageUp, "2"},
-            {Qt::Key_End, "10"}, {Qt::Key_PageDown, "10"}, {Qt::Key_PageUp, "9"}, {Qt::Key_Home, "1"}};
+        const struct {
+            Qt::Key key;
+            const char* page;
+        } moves[] = {{Qt::Key_PageUp, "1"}, {Qt::Key_PageDown, "2"},  {Qt::Key_PageDown, "3"}, {Qt::Key_PageUp, "2"},
+                     {Qt::Key_End, "10"},   {Qt::Key_PageDown, "10"}, {Qt::Key_PageUp, "9"},   {Qt::Key_Home, "1"}};
         for (const auto& [key, page] : moves) {
             Press(pages, key);
             EXPECT_EQ(preview.PageNumber.text(), page) << "after key " << key;
@@ -120,7 +122,8 @@ TEST_F(Preview, EachControlHasANameForScreenReaders)
         EXPECT_EQ(AccessibilityFaults(preview), QStringList());
         EXPECT_FALSE(preview.SavedPanel.isVisible());
         for (const QAbstractButton* button : preview.findChildren<QAbstractButton*>())
-            EXPECT_FALSE(button->objectName().isEmpty() || button->toolTip().isEmpty()) << qPrintable(button->objectName());
+            EXPECT_FALSE(button->objectName().isEmpty() || button->toolTip().isEmpty())
+                << qPrintable(button->objectName());
         Click(preview.CloseButton);
         EXPECT_FALSE(preview.IsLoaded());
     });
@@ -146,7 +149,9 @@ TEST_F(Preview, SavesThePdfUnderTheProposedName)
 
     Report1.ProposedName = "../Caisse du 17/06";
     Run(0, [&](PreviewWindow& preview) {
-        preview.AskPdfPath = [&](PreviewWindow&, const QString& path) { return proposed = QFileInfo(path).fileName(), QString(); };
+        preview.AskPdfPath = [&](PreviewWindow&, const QString& path) {
+            return proposed = QFileInfo(path).fileName(), QString();
+        };
         Click(preview.SaveButton);
     });
     EXPECT_EQ(proposed, "..-Caisse du 17-06.pdf");
@@ -183,7 +188,8 @@ TEST_F(Preview, AFullDiskLeavesNoHalfPdfAndTheFormerOneWhole)
             EXPECT_FALSE(preview.SavePdf(path));
         }
         EXPECT_FALSE(preview.SavedPanel.isVisible());
-        desk.ExpectMessage("Le PDF n'a pas été enregistré : Chemin d'accès introuvable.\n/nulle/part.pdf", forms::Icon::Critical, "ZEP Lumo");
+        desk.ExpectMessage("Le PDF n'a pas été enregistré : Chemin d'accès introuvable.\n/nulle/part.pdf",
+                           forms::Icon::Critical, "ZEP Lumo");
         EXPECT_FALSE(preview.SavePdf("/nulle/part.pdf"));
         EXPECT_EQ(Files(), before);
     });
@@ -210,13 +216,15 @@ TEST_F(Preview, PrintsTheChosenPagesOnTheTemplatesPaper)
     ASSERT_TRUE(pdf.open(QIODevice::ReadOnly));
     const QByteArray bytes = pdf.readAll();
     EXPECT_EQ(bytes.count("/Type /Page\n"), 3);
-    EXPECT_TRUE(bytes.contains("/MediaBox [0 0 842.000000 595.000000]")) << bytes.mid(bytes.indexOf("/MediaBox"), 40).constData();
+    EXPECT_TRUE(bytes.contains("/MediaBox [0 0 842.000000 595.000000]"))
+        << bytes.mid(bytes.indexOf("/MediaBox"), 40).constData();
 }
 
 TEST_F(Preview, ATemplateWithAMistakeIsAMessageAndNoWindow)
 {
     Report1.ReportFileName = practice.WriteTemplate("title = \"Essai\"\n[rows]\nselect = \"select num from Rien\"\n"
-                                                    "[[column]]\nheading = \"N°\"\nfield = \"num\"\nwidth_mm = 20\n", "ZEP_R9.RPT");
+                                                    "[[column]]\nheading = \"N°\"\nfield = \"num\"\nwidth_mm = 20\n",
+                                                    "ZEP_R9.RPT");
     desk.ExpectMessage("ZEP_R9.RPT, ligne 3 : table inconnue « Rien »", forms::Icon::Critical, "ZEP Lumo");
     EXPECT_EQ(Report1.PrintReport(), 1);
     Report1.Destination = 1;

@@ -22,8 +22,11 @@ ReportPractice::ReportPractice()
     Add("Presta", {{"denom", "Consultation"}, {"Ordre", 0}});
     Add("Presta", {{"denom", "Radiologie"}, {"Ordre", 1}});
     Add("Presta", {{"denom", "Échographie abdominale"}, {"Ordre", 2}});
-    SetTexts({{"ch1", "Cabinet du Docteur Mourad SAÏDI"}, {"ch2", "Médecine générale"}, {"ch3", "12, rue des Oliviers"},
-              {"ch30", "(Alger)"}, {"ch4", "Mouvements de fonds du  Mar 17/06/2008"}});
+    SetTexts({{"ch1", "Cabinet du Docteur Mourad SAÏDI"},
+              {"ch2", "Médecine générale"},
+              {"ch3", "12, rue des Oliviers"},
+              {"ch30", "(Alger)"},
+              {"ch4", "Mouvements de fonds du  Mar 17/06/2008"}});
     all.Commit();
 }
 
@@ -89,7 +92,8 @@ void ReportPractice::AddExpenses(int count)
 {
     dao::Transaction all(database);
     for (int expense = 0; expense < count; ++expense) {
-        const dao::Key key = Add("Recettes", {{"Date", "17/06/2008"}, {"objet", expense % 2 == 0 ? "Coton" : "Réparation du fauteuil"},
+        const dao::Key key = Add("Recettes", {{"Date", "17/06/2008"},
+                                              {"objet", expense % 2 == 0 ? "Coton" : "Réparation du fauteuil"},
                                               {"montant", 100.25 + expense}});
         Add("Prov", {{"num", key}});
     }

@@ -9,7 +9,8 @@
 
 namespace tests {
 
-/// A database with the tables of a practice, for reports to read: three patients, three services, letterhead and headings.
+/// A database with the tables of a practice, for reports to read: three patients, three services, letterhead and
+/// headings.
 class ReportPractice {
 public:
     using Cells = std::initializer_list<std::pair<const char*, dao::Value>>;
@@ -26,7 +27,8 @@ public:
 
     dao::Key Add(const QString& table, Cells cells);
     void SetTexts(Cells cells);
-    /// Acts that go through all codes, slots, services and patients, each with its row in Prov; `withReference` fills Prov.Mt.
+    /// Acts that go through all codes, slots, services and patients, each with its row in Prov; `withReference` fills
+    /// Prov.Mt.
     void AddActs(int count, bool withReference);
     void AddExpenses(int count);
 

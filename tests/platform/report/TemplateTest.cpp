@@ -97,7 +97,8 @@ TEST(Template, UnreadableFilesAreFaultsOfTheWholeFile)
     EXPECT_EQ(report::ReadTemplateFile(practice.WriteTemplate(QByteArray(2'000'000, '#'))).faults.at(0).line, 0);
     const report::Template read = report::ReadTemplate(good).report;
     EXPECT_EQ(report::ReadContent(read, practice.Folder() + "/RIEN.MDB", "").faults.at(0).line, 0);
-    EXPECT_EQ(report::ReadContent(read, practice.WriteTemplate(QByteArray(5'000, 'x'), "FAUX.MDB"), "").faults.size(), 1);
+    EXPECT_EQ(report::ReadContent(read, practice.WriteTemplate(QByteArray(5'000, 'x'), "FAUX.MDB"), "").faults.size(),
+              1);
 }
 
 TEST(Selection, ReadsComparisonsAndNothingElse)
@@ -106,8 +107,8 @@ TEST(Selection, ReadsComparisonsAndNothingElse)
     EXPECT_EQ(day.condition, R"("Plani"."date" = ?1 and "Plani"."Num_Presta" = ?2)");
     EXPECT_EQ(day.values.at(0).Text(), "2008-06-17");
     EXPECT_EQ(day.values.at(1).Double(), 3);
-    for (const char* bad : {"", "{Plani.date}", "{Plani.date} = date(2008,06)", "{Plani.num} = 1 or 1", "{Plani.num} = 1; drop table Plani",
-                            "{Plani.num\"} = 1", "{Plani.num} = 1 and"})
+    for (const char* bad : {"", "{Plani.date}", "{Plani.date} = date(2008,06)", "{Plani.num} = 1 or 1",
+                            "{Plani.num} = 1; drop table Plani", "{Plani.num\"} = 1", "{Plani.num} = 1 and"})
         EXPECT_THROW(report::ReadSelection(bad), basic::RuntimeError) << bad;
 }
 
@@ -138,8 +139,9 @@ TEST(ReadOnlyQuery, EndsWhatWouldGiveTooManyRows)
 {
     ReportPractice practice;
     const dao::ReadOnlyQuery query(practice.Path());
-    EXPECT_THROW(query.Read("with recursive n(i) as (select 1 union all select i + 1 from n) select i from n", {}, 1000),
-                 dao::StatementError);
+    EXPECT_THROW(
+        query.Read("with recursive n(i) as (select 1 union all select i + 1 from n) select i from n", {}, 1000),
+        dao::StatementError);
     EXPECT_THROW(query.FieldsOf("select load_extension('x')"), dao::StatementError);
 }
 
