@@ -1,5 +1,6 @@
 #include "acts/New_Act.h"
 
+#include "platform/forms/GridTotals.h"
 #include "platform/forms/Guard.h"
 #include "platform/forms/Layout.h"
 
@@ -15,34 +16,6 @@ constexpr int UnitTwips = 1780;
 constexpr int CountTwips = 840;
 constexpr int StandingTwips = 580;
 constexpr int SheetHeight = 512; // pixels
-
-/// The pixels that columns of a grid take, from first to last.
-int WidthOf(const Grid& grid, int first, int last)
-{
-    int width = 0;
-    for (int column = first; column <= last; ++column)
-        width += grid.columnWidth(column);
-    return width;
-}
-
-/// A total that stands under its grid columns and is as wide.
-Item Under(const Grid& grid, int first, int last, FigureLabel& total)
-{
-    total.setAlignment(Qt::AlignCenter);
-    total.setFixedWidth(WidthOf(grid, first, last));
-    total.setStyleSheet("padding-left: 0; padding-right: 0"); // columns are narrow
-    return total;
-}
-
-/// A caption that ends where the total begins, under the columns before it.
-Item Before(const Grid& grid, int first, int last, const char* name, const char* text)
-{
-    Label& caption = NewLabel(QLatin1String(name), QString::fromUtf8(text));
-    caption.setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    caption.setContentsMargins(0, 0, 8, 0);
-    caption.setFixedWidth(WidthOf(grid, first, last) + (first == 0 ? grid.frameWidth() : 0));
-    return caption;
-}
 
 } // namespace
 

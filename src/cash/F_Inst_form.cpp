@@ -1,5 +1,6 @@
 #include "cash/F_Inst.h"
 
+#include "platform/forms/GridTotals.h"
 #include "platform/forms/Guard.h"
 #include "platform/forms/Layout.h"
 
@@ -50,7 +51,7 @@ void F_Inst::BuildForm()
     SetContent(Column{
         Row{Item::Growing(SSPanel1), Image1[0], Image1[1], Image1[2], Image1[3]},
         Item::Growing(Grid3),
-        Row{Item::Stretch(), *new Label("LTotal", "Total"), RCP},
+        Row{Before(Grid3, 0, 5, "LTotal", "Total"), Under(Grid3, 6, 7, RCP), Item::Stretch()}.Spacing(0),
     });
     Dates.setParent(this);
     SSPanel2.setParent(this);

@@ -1,6 +1,7 @@
 #include "cash/J_CAISSE.h"
 
 #include "core/globals.h"
+#include "platform/forms/GridTotals.h"
 #include "platform/forms/Guard.h"
 #include "platform/forms/Layout.h"
 
@@ -30,6 +31,14 @@ Label& Heading(const char* name, const char* text, int widthTwips, Qt::Alignment
     heading.setAlignment(alignment | Qt::AlignVCenter);
     heading.setFixedWidth(PixelsOf(widthTwips));
     return heading;
+}
+
+/// A list's total under its last columns, from `firstColumn` on.
+Layout TotalLine(const Grid& grid, int firstColumn, FigureLabel& total)
+{
+    return Row{Before(grid, 0, firstColumn - 1, total.objectName() + "-caption", "Total"),
+               Under(grid, firstColumn, grid.Columns() - 1, total), Item::Stretch()}
+        .Spacing(0);
 }
 
 } // namespace
@@ -91,8 +100,6 @@ void J_CAISSE::BuildForm()
 
 void J_CAISSE::BuildPages()
 {
-    RCP[0].setFixedWidth(PixelsOf(840));
-    RCP[2].setFixedWidth(PixelsOf(1280));
     RCP[4].setProperty("role", "balance");
     AddPage(SSTab1, "Récap",
             Row{
@@ -106,7 +113,9 @@ void J_CAISSE::BuildPages()
                         Item::Growing(Grid1),
                     }
                                       .Spacing(0)),
-                    Row{Item::Stretch(), NewLabel("LTotal", "Total"), RCP[0], RCP[2]},
+                    Row{Before(Grid1, 0, 0, "LTotal", "Total"), Under(Grid1, 1, 1, RCP[0]), Under(Grid1, 2, 2, RCP[2]),
+                        Item::Stretch()}
+                        .Spacing(0),
                 },
                 Item::Gap(3),
                 Column{
@@ -117,14 +126,11 @@ void J_CAISSE::BuildPages()
                 },
             });
     AddPage(SSTab1, "Actes Réglés",
-            Column{Item::Growing(Grid2), Row{Image2[0], Item::Stretch(), NewLabel("LTotal2", "Total"), RCP[5]}});
-    AddPage(
-        SSTab1, "Instances",
-        Column{Item::Growing(Grid3), Row{Image2[4], Image2[1], Item::Stretch(), NewLabel("LTotal3", "Total"), RCP[6]}});
+            Column{Item::Growing(Grid2), TotalLine(Grid2, 5, RCP[5]), Row{Image2[0], Item::Stretch()}});
+    AddPage(SSTab1, "Instances",
+            Column{Item::Growing(Grid3), TotalLine(Grid3, 5, RCP[6]), Row{Image2[4], Image2[1], Item::Stretch()}});
     AddPage(SSTab1, "Dépenses",
-            Column{Item::Growing(Grid4), Row{Image2[2], Item::Stretch(), NewLabel("LTotal4", "Total"), RCP[7]}});
-    for (int total = 5; total <= 7; ++total)
-        RCP[total].setFixedWidth(PixelsOf(1300));
+            Column{Item::Growing(Grid4), TotalLine(Grid4, 2, RCP[7]), Row{Image2[2], Item::Stretch()}});
 }
 
 } // namespace cash
