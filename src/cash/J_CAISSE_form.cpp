@@ -88,11 +88,11 @@ void J_CAISSE::BuildForm()
     Grid2.SetGroupHeading(5, 6, "Reçu");
     Grid3.SetGroupHeading(5, 6, "Reçu");
 
-    BuildPages();
     SetContent(Column{
         Row{Item::Growing(SSPanel1), Image1[1], Image1[2]},
         Item::Growing(SSTab1),
     });
+    BuildPages();
     Bulle.setParent(this);
     SSPanel2.setParent(this);
     SSPanel2.hide();

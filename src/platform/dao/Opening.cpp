@@ -19,6 +19,9 @@ namespace dao {
 namespace {
 
 constexpr int headSize = 100;
+/// Balances are sums over the index of days and amounts: 25 MB of it for a million acts. What holds it whole spares the
+/// next balance all its reading, whatever was read in between.
+constexpr auto cacheOfBalances = "pragma cache_size=-49152"; // in KiB
 constexpr std::string_view magic("SQLite format 3\0", 16);
 
 using Head = std::array<unsigned char, headSize>;
@@ -247,6 +250,7 @@ StoreHandle OpenForWork(const QString& path)
         if (TextAnswer(database, "pragma journal_mode=wal") != "wal")
             throw basic::Error(3027);
         RunOnce(database, "pragma synchronous=full");
+        RunOnce(database, cacheOfBalances);
     });
     KeepLogAtClose(database, false);
     return handle;

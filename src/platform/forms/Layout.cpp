@@ -162,9 +162,10 @@ Item Titled(const QString& title, Layout content)
 
 void AddPage(TabStrip& tabs, const QString& title, Layout content)
 {
+    // The page takes its place first: each step up that a filled page takes styles all of its controls anew.
     auto* page = new QWidget;
-    page->setLayout(std::move(content).Margin(WindowMargin).Build());
     tabs.addTab(page, title);
+    page->setLayout(std::move(content).Margin(WindowMargin).Build());
 }
 
 void ReleaseControls(QWidget& container)

@@ -1,0 +1,134 @@
+// From the start of the program to a main window that can be used, and what the program holds in memory once it shows
+// the cash of a large practice's last day. Each start is a process of its own.
+//
+//     bench_start LARGE     a data folder, left as it is
+
+#include "cash/J_CAISSE.h"
+#include "core/Auteur.h"
+#include "core/Form1.h"
+#include "core/Q_Date_2.h"
+#include "core/configuration.h"
+#include "core/globals.h"
+#include "menu.h"
+#include "platform/basic/Dates.h"
+#include "platform/forms/Guard.h"
+#include "platform/forms/QtDesk.h"
+#include "platform/forms/Style.h"
+#include "platform/host/Host.h"
+#include "support/Floor.h"
+#include "support/Measure.h"
+#include "support/OpenPractice.h"
+
+#include <QApplication>
+#include <QProcess>
+#include <cstdio>
+
+using namespace bench;
+
+namespace {
+
+constexpr int Starts = 11;
+
+/// The code that opens the practice, as its configuration file stores it.
+QString AccessCode(const QString& folder)
+{
+    core::DataFolder = folder;
+    core::LoadConfiguration();
+    core::DataFolder.clear();
+    return QString::number(2 * core::StoredAccessValue());
+}
+
+/// A user who opens the practice, takes the day that the picker offers and looks at its cash.
+class UserAtTheTill : public forms::QtDesk {
+public:
+    explicit UserAtTheTill(const QString& dataFolder) : folder(dataFolder), code(AccessCode(dataFolder)) {}
+
+    void ShowModal(forms::Form& form) override
+    {
+        form.Load();
+        form.show();
+        QApplication::processEvents();
+        if (auto* opening = dynamic_cast<core::Auteur*>(&form)) {
+            opening->Dir1.SetPath(folder);
+            opening->Text1.setText(code);
+            opening->Image2_Click(0);
+        } else if (auto* picker = dynamic_cast<core::Q_Date_2*>(&form)) {
+            picker->Image2[0].click();
+        } else if (auto* cash = dynamic_cast<cash::J_CAISSE*>(&form)) {
+            for (int tab = 0; tab < cash->SSTab1.count(); ++tab) {
+                cash->SSTab1.setCurrentIndex(tab);
+                cash->grab();
+            }
+            shownActs = cash->Grid2.Rows() + cash->Grid3.Rows();
+        }
+        form.Unload();
+    }
+
+    int shownActs = 0;
+
+private:
+    QString folder;
+    QString code;
+};
+
+/// The process that is measured; it does what the program does at its start and tells when its window can be used.
+int RunProgram(int argc, char** argv)
+{
+    QApplication application(argc, argv);
+    QApplication::setQuitOnLastWindowClosed(false);
+    forms::ApplyStyle(application);
+    forms::QtDesk desk;
+    forms::SetDesk(&desk);
+    core::Form1 mainWindow(MenuScreens());
+    forms::Guarded([&] { mainWindow.Load(); });
+    mainWindow.show();
+    QApplication::processEvents();
+    mainWindow.grab(); // a platform without a screen paints no sooner
+    std::puts("window");
+    std::fflush(stdout);
+    if (argc < 3)
+        return 0;
+
+    UserAtTheTill user(QString::fromLocal8Bit(argv[2]));
+    forms::SetDesk(&user);
+    mainWindow.Entry("mnu_aprpos")->trigger();
+    Require(core::TheDatabase.IsOpen(), "the practice doesn't open");
+    host::FixToday(basic::DateValue(OpenPractice::LastDay()));
+    mainWindow.Entry("mnu_Caisse")->trigger();
+    Require(user.shownActs > 2, "the cash of the day shows no acts");
+    std::printf("%.1f\n", PeakMegabytes());
+    std::fflush(stdout);
+    std::_Exit(0); // a practice that stays as it is gets no archive copy
+}
+
+/// Starts the measured process and waits for its first line.
+void Start(QProcess& program, const QStringList& arguments)
+{
+    program.start(QCoreApplication::applicationFilePath(), QStringList{"run"} + arguments);
+    Require(program.waitForReadyRead(60000) && program.readLine().trimmed() == "window", "no main window");
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    if (argc >= 2 && qstrcmp(argv[1], "run") == 0)
+        return RunProgram(argc, argv);
+
+    const QCoreApplication application(argc, argv);
+    Require(argc == 2, "usage: bench_start LARGE");
+    Figures figures;
+    const double start = MedianTime(Starts, [] {
+        QProcess program;
+        Start(program, {});
+        program.waitForFinished();
+    });
+    figures.Tell("start to a main window that can be used", start, "ms", 400);
+
+    QProcess program;
+    Start(program, {QString::fromLocal8Bit(argv[1])});
+    Require(program.waitForFinished(60000) && program.exitCode() == 0, "the visit to the till failed");
+    figures.Tell("peak memory, practice open and till shown", program.readAll().trimmed().toDouble(), "MB", 120);
+    return figures.ExitCode();
+}

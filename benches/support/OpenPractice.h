@@ -1,0 +1,19 @@
+#pragma once
+
+#include <QString>
+
+namespace bench {
+
+/// A practice, open as the program opens it, until the end of the scope.
+class OpenPractice {
+public:
+    explicit OpenPractice(const QString& folder);
+    ~OpenPractice();
+    OpenPractice(const OpenPractice&) = delete;
+    OpenPractice& operator=(const OpenPractice&) = delete;
+
+    /// The last day with an act, as dd/mm/yyyy.
+    static QString LastDay();
+};
+
+} // namespace bench
