@@ -180,6 +180,7 @@ void F_Inst::ListAct(NamesOfActs& names)
 
 void F_Inst::LoadCorrection()
 {
+    Grid3.SelectRow(PendingRow); // where a totalling has left another row current
     CorrectedRow = PendingRow;
     SSPanel2.LoadAct(Grid3, CorrectedRow, PendingActs, List3[CorrectedRow]);
 }
@@ -200,6 +201,8 @@ void F_Inst::ShowPlainTotal()
         RunningAmount += Val(Grid3.Text(row, 7));
     if (RunningAmount != 0)
         RCP.setText(PlainText(RunningAmount));
+    // The totalling walks the grid down to its last row; the act in hand stays PendingRow's.
+    Grid3.SetRow(Grid3.Rows() - 1);
 }
 
 void F_Inst::PrintPendingList()
@@ -209,7 +212,8 @@ void F_Inst::PrintPendingList()
         {.reportName = "ZEP_DTAL.RPT",
          .headings = {{"ch4", "Règlements en instance"}, {"ch5", SSPanel1.Caption()}, {"ch6", ""}, {"ch7", ""}},
          .scratchTable = "Prov",
-         .fillRows = KeyRows(List3)});
+         .fillRows = KeyRows(List3),
+         .proposedName = "Règlements en instance " + SSPanel1.Caption().simplified()});
 }
 
 } // namespace cash

@@ -21,7 +21,7 @@ F_Inst::F_Inst()
     BuildForm();
     On(Grid3, &Grid::Click, *this, [this] { Grid3_Click(); });
     On(Grid3, &Grid::DblClick, *this, [this] { Grid3_DblClick(); });
-    On(Grid3, &Grid::Entered, *this, [this] { Grid3_DblClick(); });
+    On(Grid3, &Grid::Entered, *this, [this] { Image1_Click(1); }); // the act that is highlighted
     for (int index = 0; index < Image1.Size(); ++index)
         On(Image1[index], &Picture::clicked, *this, [this, index] { Image1_Click(index); });
     for (int index = 2; index <= 5; ++index)

@@ -26,12 +26,14 @@ void J_CAISSE::PrintCashRecap()
                                               {"ch9", RCP[3].text()},
                                               {"ch10", RCP[4].text()}},
                                  .scratchTable = "Prov",
-                                 .fillRows = [this](core::ScratchRows& rows) {
-                                     for (int row = 0; row < Grid1.Rows(); ++row)
-                                         rows.Add({{"unite", Grid1.Text(row, 0).trimmed()},
-                                                   {"Page", Val(Grid1.Text(row, 1))},
-                                                   {"Mt", Val(Grid1.Text(row, 2))}});
-                                 }});
+                                 .fillRows =
+                                     [this](core::ScratchRows& rows) {
+                                         for (int row = 0; row < Grid1.Rows(); ++row)
+                                             rows.Add({{"unite", Grid1.Text(row, 0).trimmed()},
+                                                       {"Page", Val(Grid1.Text(row, 1))},
+                                                       {"Mt", Val(Grid1.Text(row, 2))}});
+                                     },
+                                 .proposedName = windowTitle() + " " + SSPanel1.Tag});
 }
 
 void J_CAISSE::PrintDayList(const dao::KeyList& list, const QString& templateName)
@@ -39,7 +41,8 @@ void J_CAISSE::PrintDayList(const dao::KeyList& list, const QString& templateNam
     core::RunPrintStep(Report1, {.reportName = templateName,
                                  .headings = {{"ch4", SSPanel1.Caption()}},
                                  .scratchTable = "Prov",
-                                 .fillRows = core::KeyRows(list)});
+                                 .fillRows = core::KeyRows(list),
+                                 .proposedName = SSTab1.tabText(SSTab1.currentIndex()) + " " + SSPanel1.Tag});
 }
 
 } // namespace cash

@@ -66,6 +66,7 @@ void RunPrintStep(report::Report& Report1, const PrintStep& step)
     Report1.SelectionFormula = step.selectionFormula;
     Report1.ReportFileName = TemplatePath(step);
     Report1.PrintDate = host::Today();
+    Report1.ProposedName = step.proposedName;
     Report1.PrintReport();
 }
 

@@ -43,6 +43,7 @@ struct PrintStep {
     QString selectionFormula = {};
     QString refusalTitle = "ZEP Lumo"; ///< of the message that the template is missing
     QString folder = {};               ///< where the template lies; empty is the data folder
+    QString proposedName = {}; ///< of a PDF, without ending; empty is the template's title and the day of printing
 };
 
 /// Prepares a report and shows it in the preview: letterhead and headings into `textes`, the rows into the emptied

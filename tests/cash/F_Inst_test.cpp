@@ -256,8 +256,11 @@ TEST_F(PendingSettlements, SettlesByKeyboardAloneAndKeepsTheSettledActListed)
     EXPECT_EQ(screen.Grid3.Text(1, 7), "1234.5 ");
     EXPECT_EQ(screen.RCP.text(), "1334.75"); // plain until the next selection
 
+    EXPECT_EQ(screen.Grid3.Row(), 2); // where the totalling ended
+    EXPECT_EQ(screen.Grid3.selectionModel()->selectedRows().value(0).row(), 1);
     ASSERT_TRUE(screen.Grid3.hasFocus());
-    Press(screen.Grid3, Qt::Key_Return); // the same act can be taken in hand again
+    Press(screen.Grid3, Qt::Key_Return); // the act that is highlighted is taken in hand again
+    EXPECT_EQ(screen.SSPanel2.LastName.text(), " Benali");
     EXPECT_EQ(screen.SSPanel2.Amount.text(), "1234.5");
     EXPECT_EQ(screen.SSPanel2.Code.currentText(), "P ");
     Press(screen.SSPanel2.Code, Qt::Key_Escape);
@@ -336,7 +339,7 @@ TEST_F(PendingSettlements, PrintsTheListAsItStandsAnEmptyOneToo)
     Click(screen.Image1[1]);
     Settle(screen, Paid, "70"); // stays listed, and so is printed
 
-    tests::ExpectPreview(desk);
+    tests::ExpectPreview(desk, "Règlements en instance Journée du Mar 17-06-2008");
     Click(screen.Image1[2]);
     EXPECT_EQ(tests::RowsOf(practice, "select ch4, ch5, ch6, ch7 from textes"),
               QStringList("Règlements en instance|Journée du Mar  17/06/2008||"));
@@ -344,7 +347,7 @@ TEST_F(PendingSettlements, PrintsTheListAsItStandsAnEmptyOneToo)
               QStringList({first + "|-|-|-", second + "|-|-|-"}));
 
     ListDay(screen, "14/06/2008");
-    tests::ExpectPreview(desk);
+    tests::ExpectPreview(desk, "Règlements en instance Journée du Sam 14-06-2008");
     Click(screen.Image1[2]);
     EXPECT_EQ(tests::RowsOf(practice, "select num from Prov"), QStringList());
 

@@ -55,7 +55,7 @@ TEST_F(CashPrinting, HandsTheRecapOverAsItStandsOnTheScreen)
     practice.Expense({.montant = 20});
     auto& screen = ShowDay();
 
-    tests::ExpectPreview(desk);
+    tests::ExpectPreview(desk, "Caisse du Jour 17-06-2008");
     Print(screen, 3);
 
     EXPECT_EQ(core::ReportName, "ZEP_R1.RPT");
@@ -78,7 +78,7 @@ TEST_F(CashPrinting, PrintsADayWithoutActsAsZeros)
 {
     auto& screen = ShowDay();
 
-    tests::ExpectPreview(desk);
+    tests::ExpectPreview(desk, "Caisse du Jour 17-06-2008");
     Print(screen, 3);
 
     for (const char* field : {"ch6", "ch7", "ch8", "ch9", "ch10"})
@@ -91,7 +91,7 @@ TEST_F(CashPrinting, PrintsTheOneEmptyRowOfAPracticeWithoutServices)
     core::TheDatabase.Execute("Delete * from Presta");
     auto& screen = ShowDay();
 
-    tests::ExpectPreview(desk);
+    tests::ExpectPreview(desk, "Caisse du Jour 17-06-2008");
     Print(screen, 3);
 
     EXPECT_EQ(Scratch(), QStringList({"-||0|0"}));
@@ -108,14 +108,15 @@ TEST_F(CashPrinting, PrintsEachListByItsKeysAndLeavesTheLastPrintAlone)
     const struct {
         int picture;
         QString reportName;
+        QString pdfName;
         QStringList rows;
     } prints[] = {
-        {0, "ZEP_R2.RPT", {settled + "|-|-|-", alsoSettled + "|-|-|-"}},
-        {1, "ZEP_R3.RPT", {pending + "|-|-|-"}},
-        {2, "ZEP_R4.RPT", {expense + "|-|-|-"}},
+        {0, "ZEP_R2.RPT", "Actes Réglés 17-06-2008", {settled + "|-|-|-", alsoSettled + "|-|-|-"}},
+        {1, "ZEP_R3.RPT", "Instances 17-06-2008", {pending + "|-|-|-"}},
+        {2, "ZEP_R4.RPT", "Dépenses 17-06-2008", {expense + "|-|-|-"}},
     };
     for (const auto& print : prints) {
-        tests::ExpectPreview(desk);
+        tests::ExpectPreview(desk, print.pdfName);
         Print(screen, print.picture);
         EXPECT_EQ(core::ReportName, print.reportName);
         EXPECT_EQ(Scratch(), print.rows) << qPrintable(print.reportName);
@@ -136,7 +137,7 @@ TEST_F(CashPrinting, PrintsWhatACorrectionHasJustSaved)
     desk.ExpectMessage("Correction enregistrée", Icon::Information, "ZEP Lumo");
     Click(screen.SSPanel2.Image3[0]);
 
-    tests::ExpectPreview(desk);
+    tests::ExpectPreview(desk, "Caisse du Jour 17-06-2008");
     Print(screen, 3);
 
     EXPECT_EQ(Scratch(), QStringList({"-|Consultation|1|800", "-|ECG|0|0"}));

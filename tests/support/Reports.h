@@ -1,9 +1,11 @@
 #pragma once
 
+#include "platform/report/PreviewWindow.h"
 #include "support/Practice.h"
 #include "support/ScriptedDesk.h"
 
 #include <QFile>
+#include <QFileInfo>
 #include <gtest/gtest.h>
 
 /// What the tests of printing screens need: the templates of the program in the practice's folder, and a look at what a
@@ -22,11 +24,17 @@ inline void RemoveTemplate(const Practice& practice, const QString& name)
     QFile::remove(practice.File(name));
 }
 
-/// The next print shows its preview, which the user closes.
-inline void ExpectPreview(ScriptedDesk& desk)
+/// The next print shows its preview, which the user closes, having seen what it proposes as the name of a PDF.
+inline void ExpectPreview(ScriptedDesk& desk, const QString& pdfName)
 {
-    desk.WhenModal<forms::Form>([](forms::Form& preview) {
+    desk.WhenModal<report::PreviewWindow>([pdfName](report::PreviewWindow& preview) {
         EXPECT_EQ(preview.objectName(), "Preview");
+        QString proposed;
+        preview.AskPdfPath = [&](report::PreviewWindow&, const QString& path) {
+            return proposed = QFileInfo(path).fileName(), QString();
+        };
+        preview.SaveButton.click();
+        EXPECT_EQ(proposed, pdfName + ".pdf");
         preview.Unload();
     });
 }

@@ -202,7 +202,9 @@ void Grid::MarkCurrent()
     if (cells->HasUntoldRows() || currentRow >= Rows())
         return;
     const QScopedValueRollback<bool> settle(settling, true);
+    setAutoScroll(false);
     selectionModel()->setCurrentIndex(cells->index(currentRow, currentColumn), QItemSelectionModel::NoUpdate);
+    setAutoScroll(true);
 }
 
 /// The view's current cell changed: by the mouse, a key or assistive software, when the grid itself didn't do it.

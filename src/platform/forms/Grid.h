@@ -48,7 +48,8 @@ public:
     /// A second heading line over the columns from first to last. Raises 9 outside the grid.
     void SetGroupHeading(int firstColumn, int lastColumn, const QString& text);
 
-    /// The current row and column. They follow clicks and keys. Setting them sends no Click; raises 9 outside the grid.
+    /// The current row and column. They follow clicks and keys. Setting them neither sends a Click nor moves the view;
+    /// raises 9 outside the grid.
     int Row() const;
     int Col() const;
     void SetRow(int row);

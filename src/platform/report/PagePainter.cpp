@@ -27,9 +27,12 @@ void PagePainter::PaintRun(QPainter& painter, const Run& run)
         const double room = box.width() - face.WidthOf(text);
         left += run.alignment == Qt::AlignRight ? room : room / 2;
     }
-    painter.setFont(face.Font());
     painter.setPen(run.faint ? faintInk : ink);
-    painter.drawText(QPointF(left, box.top() + (box.height() - face.Height()) / 2 + face.Ascent()), text);
+    const QPointF start(left, box.top() + (box.height() - face.Height()) / 2 + face.Ascent());
+    if (const auto letters = face.Letters(text))
+        return painter.drawGlyphRun(start, *letters);
+    painter.setFont(face.Font());
+    painter.drawText(start, text);
 }
 
 void PagePainter::Paint(QPainter& painter, const Page& page, double dotsPerMillimetre)

@@ -24,11 +24,20 @@ QFont MakeFont(double points, bool bold, bool italic)
 
 } // namespace
 
-Typeface::Typeface(double points, bool bold, bool italic) : font(MakeFont(points, bold, italic)), metrics(font)
+Typeface::Typeface(double points, bool bold, bool italic)
+    : font(MakeFont(points, bold, italic)), metrics(font), letters(QRawFont::fromFont(font))
 {
     for (int code = 0; code < Tabled; ++code)
         if (const QChar character(static_cast<char16_t>(code)); character.isPrint() && code != 0xAD)
-            advances[std::size_t(code)] = metrics.horizontalAdvance(character);
+            AddToTable(character);
+}
+
+void Typeface::AddToTable(QChar character)
+{
+    const std::size_t place = character.unicode();
+    advances[place] = metrics.horizontalAdvance(character);
+    const QList<quint32> glyph = letters.glyphIndexesForString(character);
+    glyphs[place] = glyph.size() == 1 ? glyph.front() : 0;
 }
 
 double Typeface::WidthOf(const QString& text) const
@@ -46,6 +55,28 @@ double Typeface::WidthOf(const QString& text) const
 QString Typeface::Fitted(const QString& text, double width) const
 {
     return WidthOf(text) <= width ? text : metrics.elidedText(text, Qt::ElideRight, width);
+}
+
+std::optional<QGlyphRun> Typeface::Letters(const QString& text) const
+{
+    QList<quint32> indexes;
+    QList<QPointF> places;
+    indexes.reserve(text.size());
+    places.reserve(text.size());
+    double left = 0;
+    for (const QChar character : text) {
+        const std::size_t place = character.unicode();
+        if (place >= Tabled || advances[place] == 0 || glyphs[place] == 0)
+            return {};
+        indexes << glyphs[place];
+        places << QPointF(left, 0);
+        left += advances[place];
+    }
+    QGlyphRun run;
+    run.setRawFont(letters);
+    run.setGlyphIndexes(indexes);
+    run.setPositions(places);
+    return run;
 }
 
 const Typeface& Typefaces::For(const Run& run)
