@@ -1,13 +1,12 @@
 // From the start of the program to a main window that can be used, and what the program holds in memory once it shows
 // the cash of a large practice's last day. Each start is a process of its own.
 //
-//     bench_start LARGE     a data folder, left as it is
+//     bench_start LARGE     a demo practice, left as it is
 
 #include "cash/J_CAISSE.h"
 #include "core/Auteur.h"
 #include "core/Form1.h"
 #include "core/Q_Date_2.h"
-#include "core/configuration.h"
 #include "core/globals.h"
 #include "menu.h"
 #include "platform/basic/Dates.h"
@@ -15,6 +14,7 @@
 #include "platform/forms/QtDesk.h"
 #include "platform/forms/Style.h"
 #include "platform/host/Host.h"
+#include "practice/Demo.h"
 #include "support/Floor.h"
 #include "support/Measure.h"
 #include "support/OpenPractice.h"
@@ -29,19 +29,10 @@ namespace {
 
 constexpr int Starts = 11;
 
-/// The code that opens the practice, as its configuration file stores it.
-QString AccessCode(const QString& folder)
-{
-    core::DataFolder = folder;
-    core::LoadConfiguration();
-    core::DataFolder.clear();
-    return QString::number(2 * core::StoredAccessValue());
-}
-
 /// A user who opens the practice, takes the day that the picker offers and looks at its cash.
 class UserAtTheTill : public forms::QtDesk {
 public:
-    explicit UserAtTheTill(const QString& dataFolder) : folder(dataFolder), code(AccessCode(dataFolder)) {}
+    explicit UserAtTheTill(const QString& dataFolder) : folder(dataFolder) {}
 
     void ShowModal(forms::Form& form) override
     {
@@ -50,7 +41,7 @@ public:
         QApplication::processEvents();
         if (auto* opening = dynamic_cast<core::Auteur*>(&form)) {
             opening->Dir1.SetPath(folder);
-            opening->Text1.setText(code);
+            opening->Text1.setText(QString::number(practice::demoAccessCode));
             opening->Image2_Click(0);
         } else if (auto* picker = dynamic_cast<core::Q_Date_2*>(&form)) {
             picker->Image2[0].click();
@@ -68,7 +59,6 @@ public:
 
 private:
     QString folder;
-    QString code;
 };
 
 /// The process that is measured; it does what the program does at its start and tells when its window can be used.
