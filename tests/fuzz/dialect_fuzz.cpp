@@ -69,7 +69,7 @@ const Practice& ThePractice()
     return practice;
 }
 
-/// The connection of one input, opened as the program opens it. A statement that would run on for too long is stopped.
+/// A connection opened as the program opens it. A statement that would run on for too long is stopped.
 class Session {
 public:
     explicit Session(const QString& path) : connection(Opened(path)), database(connection) { Restart(); }
@@ -310,12 +310,24 @@ void CheckSearch(Session& session, const QString& condition)
     }
 }
 
+/// A session that serves many inputs, as one serves a day's work; a new one now and then bounds what it has kept.
+Session& TheSession()
+{
+    constexpr int inputsOfASession = 200;
+    const QString path = ThePractice().Path(); // made first, so that it outlives the session
+    static std::optional<Session> session;
+    static int served = 0;
+    if (served++ % inputsOfASession == 0)
+        session.emplace(path);
+    return *session;
+}
+
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size)
 {
     const QString statement = QString::fromUtf8(reinterpret_cast<const char*>(bytes), qsizetype(size));
-    Session session(ThePractice().Path());
+    Session& session = TheSession();
     CheckOpening(session, statement);
     CheckRunning(session, statement, 0);
     CheckRunning(session, statement, dao::FailOnError);

@@ -344,7 +344,8 @@ Criteria TranslateCriteria(QStringView condition, Table& table)
     // The condition stands as it would behind "where", so that its columns are read as conditions are.
     const QString whole = "where " + condition.toString();
     Writer writer(whole, onlyThis);
-    if (writer.Count() < 2)
+    // The parentheses that are put around it would make a condition of a bare statement.
+    if (writer.Count() < 2 || writer.At(1).Is("select") || writer.At(1).Is("values"))
         RaiseSyntaxError(condition);
     writer.NoteTable(table);
     writer.RequireColumns(table);
