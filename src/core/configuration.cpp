@@ -59,7 +59,11 @@ void LoadConfiguration()
     QByteArray content;
     if (file.open(QIODevice::ReadOnly))
         content = file.read(static_cast<qint64>(data::configRecordCount) * data::configRecordBytes);
+    TakeConfiguration(content);
+}
 
+void TakeConfiguration(const QByteArray& content)
+{
     const QByteArray header = Record(content, data::configHeaderRecord);
     LanguageMode = data::ConfigWord(header, data::configLanguageWord) == 1 ? 1 : True;
     AccessValue = data::ConfigWord(header, data::configAccessWord);

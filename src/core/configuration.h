@@ -2,6 +2,7 @@
 
 #include "platform/basic/Int16.h"
 
+#include <QByteArray>
 #include <QString>
 
 namespace core {
@@ -9,6 +10,9 @@ namespace core {
 /// Reads the practice's configuration file in DataFolder: LanguageMode, the stored access value and the letterhead. The
 /// file is only read. A file that is too short or holds nonsense isn't an error: what can't be read is 0 or empty.
 void LoadConfiguration();
+
+/// The same from the file's content.
+void TakeConfiguration(const QByteArray& content);
 
 /// The stored access value as it stands; the access code is the decimal text of its double.
 basic::Int16 StoredAccessValue();

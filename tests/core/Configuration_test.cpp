@@ -2,6 +2,7 @@
 
 #include "core/globals.h"
 #include "core/regional.h"
+#include "data/ConfigurationFile.h"
 #include "platform/host/Host.h"
 #include "support/Practice.h"
 #include "support/ScriptedDesk.h"
@@ -85,19 +86,31 @@ TEST_F(Configuration, DecodesEachFieldCutToItsWidth)
 TEST_F(Configuration, TakesAFileOfAnyLengthAndAnyContent)
 {
     const QByteArray whole = Read();
-    for (qsizetype length = 0; length < whole.size(); length += 13) {
+    for (qsizetype length = 0; length <= whole.size(); ++length) {
         Write(whole.left(length));
         core::LoadConfiguration();
-        EXPECT_EQ(core::StoredAccessValue(), length >= 3 * RecordBytes + 24 ? 3 : 0) << length;
+        const bool holdsAccessByte = length >= 3 * RecordBytes + 23; // of the 2 bytes the second is 0
+        ASSERT_EQ(core::StoredAccessValue(), holdsAccessByte ? 3 : 0) << length;
+        const bool holdsLetterhead = length >= 37 * RecordBytes - 1;
+        ASSERT_EQ(core::LetterheadField(1).trimmed(), holdsLetterhead ? "Cabinet d'Été" : "") << length;
     }
-    std::mt19937 random(7); // NOLINT: the same files each time
+
+    constexpr int files = 10'000;
+    constexpr int fileOnDiskEvery = 100; // the others are given as bytes: what is decoded is the same
+    std::mt19937 random(7);              // NOLINT: the same files each time
     QByteArray noise(whole.size(), '\0');
-    for (int file = 0; file < 500; ++file) {
+    for (int file = 0; file < files; ++file) {
         for (char& byte : noise)
             byte = static_cast<char>(random());
-        Write(noise);
-        core::LoadConfiguration();
-        EXPECT_EQ(core::LetterheadField(2).size(), 30);
+        if (file % fileOnDiskEvery == 0) {
+            Write(noise);
+            core::LoadConfiguration();
+        } else {
+            core::TakeConfiguration(noise);
+        }
+        for (int field = 1; field <= data::letterheadFields; ++field)
+            ASSERT_EQ(core::LetterheadField(field).size(), data::letterheadWidths[static_cast<std::size_t>(field - 1)])
+                << file;
     }
 }
 

@@ -49,7 +49,9 @@ public:
 private:
     enum class Clause : quint8 { Names, Tables, Conditions, Order };
 
-    bool Enters(const Token& token);
+    void FollowClause(std::size_t place);
+    void Enter(const Token& token);
+    bool ExpectsTable(std::size_t place) const;
     bool StandsForTable(std::size_t place) const;
     void WriteToken(std::size_t place);
     void WriteName(std::size_t place);
@@ -84,8 +86,25 @@ Table& Writer::TableAt(std::size_t place)
     return *table;
 }
 
-/// Whether the token opens a new clause, which is then the current one.
-bool Writer::Enters(const Token& token)
+/// Goes on to this token: a word may open a clause, and parentheses end with the clause they began in.
+void Writer::FollowClause(std::size_t place)
+{
+    const Token& token = tokens[place];
+    if (token.IsSymbol(u'(')) {
+        outerClauses.push_back(clause);
+        if (clause == Clause::Tables && !ExpectsTable(place))
+            clause = Clause::Names; // the columns of an insert are no tables
+    } else if (token.IsSymbol(u')')) {
+        if (outerClauses.empty())
+            Refuse(place);
+        clause = outerClauses.back();
+        outerClauses.pop_back();
+    } else {
+        Enter(token);
+    }
+}
+
+void Writer::Enter(const Token& token)
 {
     if (token.Is("from") || token.Is("join") || token.Is("into") || token.Is("update"))
         clause = Clause::Tables;
@@ -95,31 +114,36 @@ bool Writer::Enters(const Token& token)
         clause = Clause::Order;
     else if (token.Is("select") || token.Is("set") || token.Is("values"))
         clause = Clause::Names;
-    else
-        return false;
-    return true;
 }
 
-/// In the clause of tables: right behind the word that opens it, or behind a comma. What else stands there is an alias.
-bool Writer::StandsForTable(std::size_t place) const
+/// In the clause of tables: right behind the word that opens it, or behind a comma, in parentheses or not. What else
+/// stands there is an alias.
+bool Writer::ExpectsTable(std::size_t place) const
 {
-    if (clause != Clause::Tables || !At(place).IsName() || place == 0)
+    while (place > 0 && At(place - 1).IsSymbol(u'('))
+        --place;
+    if (clause != Clause::Tables || place == 0)
         return false;
     const Token before = At(place - 1);
     return before.IsSymbol(u',') || before.Is("from") || before.Is("join") || before.Is("into") || before.Is("update");
 }
 
+/// A table stands in the clause of tables, or behind "in" for the values of its one column.
+bool Writer::StandsForTable(std::size_t place) const
+{
+    const bool name = At(place).IsName() && !IsKeyword(At(place));
+    return name && (ExpectsTable(place) || (place > 0 && At(place - 1).Is("in")));
+}
+
 void Writer::NoteTables()
 {
     for (std::size_t i = 0; i < tokens.size(); ++i) {
-        if (Enters(tokens[i]))
-            continue;
-        if (tokens[i].IsSymbol(u'('))
-            clause = Clause::Names; // the columns of an insert are no tables
-        else if (StandsForTable(i))
+        FollowClause(i);
+        if (StandsForTable(i))
             NoteTable(TableAt(i));
     }
     clause = Clause::Names;
+    outerClauses.clear();
 }
 
 void Writer::RequireColumns(const Table& table) const
@@ -180,24 +204,14 @@ void Writer::WriteName(std::size_t place)
 void Writer::WriteToken(std::size_t place)
 {
     const Token& token = tokens[place];
+    FollowClause(place);
     if (token.IsLiteral()) {
         if (clause == Clause::Order || clause == Clause::Tables)
             Refuse(place);
         Put("?");
     } else if (token.sort == Token::Sort::Symbol) {
-        if (token.IsSymbol(u'(')) {
-            outerClauses.push_back(clause);
-            if (clause == Clause::Tables)
-                clause = Clause::Names;
-        } else if (token.IsSymbol(u')')) {
-            if (outerClauses.empty())
-                Refuse(place);
-            clause = outerClauses.back();
-            outerClauses.pop_back();
-        }
         Put(token.IsSymbol(u'&') ? "||" : token.text.toUtf8().toStdString());
     } else if (IsKeyword(token)) {
-        Enters(token);
         Put(token.text.toUtf8().toStdString());
     } else {
         WriteName(place);
@@ -330,7 +344,8 @@ Criteria TranslateCriteria(QStringView condition, Table& table)
     // The condition stands as it would behind "where", so that its columns are read as conditions are.
     const QString whole = "where " + condition.toString();
     Writer writer(whole, onlyThis);
-    if (writer.Count() < 2)
+    // The parentheses that are put around it would make a condition of a bare statement.
+    if (writer.Count() < 2 || writer.At(1).Is("select") || writer.At(1).Is("values"))
         RaiseSyntaxError(condition);
     writer.NoteTable(table);
     writer.RequireColumns(table);

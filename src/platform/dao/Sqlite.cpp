@@ -70,6 +70,8 @@ void RaiseStoreError(sqlite3* database, int code)
         throw basic::Error(7);
     case SQLITE_TOOBIG:
         throw basic::Error(3163);
+    case SQLITE_MISMATCH:
+        throw basic::Error(3421);
     case SQLITE_CONSTRAINT:
         throw basic::Error(NumberOfConstraint(extended));
     default:

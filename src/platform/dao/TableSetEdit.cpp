@@ -12,7 +12,9 @@ void TableSet::AddNew()
 {
     DropPending();
     RequireOpen();
-    pending.emplace().adds = true;
+    Pending begun;
+    begun.adds = true;
+    pending = std::move(begun);
 }
 
 void TableSet::Edit()

@@ -3,7 +3,7 @@
 #include "platform/basic/RuntimeError.h"
 
 #include <array>
-#include <charconv>
+#include <cmath>
 
 namespace dao {
 namespace {
@@ -69,9 +69,9 @@ Datum NumberValue(QStringView text)
     }
     if (isWhole)
         return Datum::Of(whole);
-    const QByteArray digits = text.toLatin1();
-    double real = 0;
-    std::from_chars(digits.data(), digits.data() + digits.size(), real);
+    const double real = text.toDouble();
+    if (std::isinf(real))
+        RaiseSyntaxError(text);
     return Datum::Of(real);
 }
 
@@ -267,10 +267,11 @@ Phrase TakeApart(QStringView statement)
             phrase.literals.push_back(LiteralValue(token));
             return;
         }
-        if (token.sort == Token::Sort::Name)
+        const bool bracketed = token.sort == Token::Sort::Name;
+        if (bracketed)
             phrase.shape += u'[';
         phrase.shape.append(token.text.utf16(), std::size_t(token.text.size()));
-        phrase.shape += u' ';
+        phrase.shape += bracketed ? u']' : u' '; // so that a name with a blank in it isn't taken for two
     });
     return phrase;
 }

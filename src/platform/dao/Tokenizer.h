@@ -41,7 +41,7 @@ private:
 /// Raises 3075 for the statement from this piece on.
 [[noreturn]] void RaiseSyntaxError(QStringView from);
 
-/// The value of a literal. A date becomes the ISO text of its groups, cut and not validated; one without three groups
+/// The value of a literal. A number too large for any raises 3075. A date becomes the ISO text of its groups, cut and not validated; one without three groups
 /// of digits becomes Null, which equals nothing.
 Datum LiteralValue(const Token& token);
 

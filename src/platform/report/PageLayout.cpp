@@ -31,6 +31,11 @@ void PageLayout::PlaceColumns()
         whole += column.width;
         shown += cells.back().hidden ? 0 : column.width;
     }
+    if (shown == 0) { // no column that could take the others' room: the table stands with all of them
+        for (Cell& cell : cells)
+            cell.hidden = false;
+        shown = whole;
+    }
     double left = report.left;
     for (Cell& cell : cells) {
         cell.left = left;

@@ -39,7 +39,7 @@ struct Column {
     bool blankZero = false;
     bool total = false;     ///< summed in subtotals and totals
     QString totalText;      ///< printed in the totals instead of the sum; has the places of a heading line
-    bool hideEmpty = false; ///< left out when no row has a value; its room goes to the others
+    bool hideEmpty = false; ///< left out when no row has a value; its room goes to the others, if there is one
     int line = 0;
 };
 

@@ -36,6 +36,20 @@ TEST_F(Dialect, ComparesTextWithoutCaseButWithAccents)
     EXPECT_EQ(Keys("select * from Patients where n_carte = 'a1'"), "3");
 }
 
+TEST_F(Dialect, KnowsTextColumnsWhereverTheirTableStands)
+{
+    EXPECT_EQ(Keys("select Patients.num from (Patients) where nom = 'EVRARD'"), "2");
+    EXPECT_EQ(Keys("select Patients.num from (Actes join Presta on Actes.num = 1), Patients where nom = 'EVRARD' and "
+                   "Ordre = 0"),
+              "2");
+}
+
+TEST_F(Dialect, TellsANameWithABlankFromTwoNames)
+{
+    EXPECT_EQ(ErrorOf([&] { Open("select num, [nom Prenom] from Patients"); }), 3061);
+    EXPECT_EQ(Open("select num, [nom] Prenom from Patients")["Prenom"].Text(), "Évrard");
+}
+
 TEST_F(Dialect, SearchesByPatternsWithoutCase)
 {
     EXPECT_EQ(Keys("select * from Patients where nom like 'év*'"), "1 4");
@@ -83,6 +97,7 @@ TEST_F(Dialect, PassesOverRowsThatCantBeChangedUnlessToldToFail)
     EXPECT_EQ(database.Execute(taken), 0);
     EXPECT_EQ(ErrorOf([&] { database.Execute(taken, FailOnError); }), 3022);
     EXPECT_EQ(ErrorOf([&] { database.Execute("update Presta set denom = null", FailOnError); }), 3314);
+    EXPECT_EQ(ErrorOf([&] { database.Execute("update Presta set num = 'deux' where num = 10", FailOnError); }), 3421);
     EXPECT_EQ(Open("select count(*) as S1 from Presta")["S1"].Long(), 3);
 }
 
@@ -101,6 +116,7 @@ TEST_F(Dialect, RefusesWhatIsNoSingleStatementOfItsOwn)
         {"select * from Patients where (num = 1", 3075},
         {"select * from Patients where num = 1) or (1 = 1", 3075},
         {"select * from Patients where num = 12abc", 3075},
+        {"select * from Patients where num < 1e999", 3075},
         {"select * from Patients where num = 1 -- all", 3075},
         {"select * from Patients /* all */", 3075},
         {"select * from Patients order", 3075},
@@ -119,6 +135,10 @@ TEST_F(Dialect, RefusesWhatIsNoSingleStatementOfItsOwn)
         {"Nulle", 3078},
         {"select * from sqlite_schema", 3078},
         {"select * from pragma_table_info where 1 = 1", 3078},
+        {"select name from (sqlite_schema)", 3078},
+        {"select num from Patients, (Prov, sqlite_schema)", 3078},
+        {"select num from (Prov join Presta on 1 = 1), sqlite_schema", 3078},
+        {"select * from Patients where nom in sqlite_schema", 3078},
         {"delete * from Nulle", 3078},
         {"select num from Patients, Nulle", 3078},
         {"select * from Patients where Nul = 3", 3061},

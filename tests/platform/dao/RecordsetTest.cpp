@@ -131,6 +131,7 @@ TEST_F(RecordsetRows, AreFoundByKeyAndByOtherConditions)
         EXPECT_EQ(ErrorOf([&] { rows.FindFirst("num = "); }), 3075);
         EXPECT_EQ(ErrorOf([&] { rows.FindFirst(""); }), 3075);
         EXPECT_EQ(ErrorOf([&] { rows.FindFirst("num = 1) or (1 = 1"); }), 3075);
+        EXPECT_EQ(ErrorOf([&] { rows.FindFirst("select 1"); }), 3075);
         EXPECT_EQ(rows["num"].Key(), 4);
     }
     Recordset byName = Open("select * from Patients order by nom, Prenom");

@@ -120,6 +120,18 @@ TEST(PageLayout, PrintsValuesUnderMasksAndChoices)
     EXPECT_EQ(text(date, "17/06/2008"), "17/06/2008");
 }
 
+TEST(PageLayout, AReportOfColumnsThatMayAllBeLeftOutKeepsThem)
+{
+    const QByteArray optional =
+        QByteArray(groupedTemplate).replace("width_mm = 60", "width_mm = 60\nhide_empty = true");
+    ReportPractice practice;
+    const report::PageLayout layout = practice.LayOut(practice.WriteTemplate(optional));
+    const std::vector<report::Run> runs = layout.MakePage(0).runs;
+    const auto noRows = std::ranges::find(runs, QString("Aucune ligne"), &report::Run::text);
+    ASSERT_NE(noRows, runs.end());
+    EXPECT_NEAR(noRows->box.width(), 120, 0.01);
+}
+
 TEST(PageLayout, HostileTextsPrintAsOneLineOfText)
 {
     const QStringList hostile = {QString("<b>gras</b> & \"guillemets\" d'O'Brien"),

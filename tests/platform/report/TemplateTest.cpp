@@ -58,6 +58,7 @@ TEST(Template, NamesEachMistakeWithItsLineAndReason)
         {With("[[column]]", "[group]\nfield = \"ville\"\n[[column]]"), 7, "champ inconnu « ville »"},
         {"", 1, "aucune interrogation"},
         {"\xff\xfe\x00", 1, "écriture TOML incorrecte"},
+        {"[@]", 1, "écriture TOML incorrecte"},
     };
     ReportPractice practice;
     for (const Case& each : cases) {

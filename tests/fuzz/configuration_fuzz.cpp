@@ -1,0 +1,92 @@
+// Any bytes as the configuration file of a practice: reading takes them all, and every text keeps its width.
+#include "core/configuration.h"
+#include "core/globals.h"
+#include "data/ConfigurationFile.h"
+#include "fuzz/Fuzz.h"
+#include "platform/basic/RuntimeError.h"
+
+#include <QStringList>
+#include <optional>
+
+using fuzz::Require;
+
+namespace {
+
+constexpr qsizetype FileBytes = qsizetype{data::configRecordCount} * data::configRecordBytes;
+constexpr qsizetype ConfigLineWidth = 40;
+
+/// What reading leaves behind, as text.
+QStringList Taken(const QByteArray& content)
+{
+    core::TakeConfiguration(content);
+    QStringList taken{QString::number(int{core::LanguageMode}), QString::number(int{core::StoredAccessValue()})};
+    for (int field = 1; field <= data::letterheadFields; ++field)
+        taken << core::LetterheadField(field) << core::ConfigLines[std::size_t(field) - 1];
+    return taken;
+}
+
+void CheckHeader(const QByteArray& content)
+{
+    const auto byte = [&](qsizetype at) { return at < content.size() ? std::uint8_t(content[at]) : 0; };
+    const auto word = [&](int number) {
+        const qsizetype at = 3 * 84 + 2 * (number - 1);
+        return std::int16_t(byte(at) + 256 * byte(at + 1));
+    };
+    Require(int{core::LanguageMode} == (word(5) == 1 ? 1 : -1), "the language is 1 or the usual one");
+    Require(int{core::StoredAccessValue()} == word(12), "the access value is that of the file");
+}
+
+void CheckWidths()
+{
+    for (int field = 1; field <= data::letterheadFields; ++field) {
+        const qsizetype width = data::letterheadWidths[std::size_t(field) - 1];
+        const QString stored = core::LetterheadField(field);
+        Require(stored.size() == width, "a field fills its width", stored);
+        Require(core::ConfigLines[std::size_t(field) - 1].size() == ConfigLineWidth, "a line fills its width");
+        const QString trimmed = core::TrimLetterheadField(field);
+        Require(core::LetterheadField(field) == trimmed.leftJustified(width), "trimming stores the text back");
+        Require(core::TrimLetterheadField(field) == trimmed, "trimming twice changes nothing");
+    }
+}
+
+/// The text of a record; none where the record can't be decoded.
+std::optional<QString> Decoded(const QByteArray& record)
+{
+    try {
+        return data::DecodeConfigRecord(record);
+    } catch (const basic::RuntimeError& error) {
+        Require(error.number == 5 || error.number == 9, "a record is refused with 5 or 9", error.description);
+        return {};
+    }
+}
+
+/// What the file would be if its own texts were written anew.
+data::Configuration WrittenAnew(const QByteArray& content)
+{
+    data::Configuration anew;
+    anew.language = qint16(int{core::LanguageMode});
+    anew.accessValue = qint16(int{core::StoredAccessValue()});
+    for (int field = 1; field <= data::letterheadFields; ++field) {
+        const qsizetype place = qsizetype{data::LetterheadRecord(field) - 1} * data::configRecordBytes;
+        const std::optional<QString> text = Decoded(content.mid(place, data::configRecordBytes));
+        Require(!text || text->size() <= data::configRecordWords, "a text is no longer than its record");
+        if (text && text->size() <= data::longestConfigText)
+            anew.letterhead[std::size_t(field) - 1] = *text;
+        else // the length itself read as a character, or nothing that can be read
+            anew.letterhead[std::size_t(field) - 1] = core::ConfigLines[std::size_t(field) - 1];
+    }
+    return anew;
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size)
+{
+    const QByteArray content(reinterpret_cast<const char*>(bytes), qsizetype(size));
+    const QStringList taken = Taken(content);
+    CheckHeader(content);
+    Require(Taken(content.leftJustified(FileBytes, '\0', true)) == taken, "what is missing counts as 0");
+    Require(Taken(data::EncodeConfiguration(WrittenAnew(content))) == taken, "what was read can be written and read");
+    CheckWidths();
+    return 0;
+}
