@@ -41,7 +41,7 @@ void F_Inst::BuildForm()
     for (const auto& [icon, action] : pictures) {
         Picture& picture = Image1[index++];
         picture.SetIcon(icon);
-        Bulle.Serve(picture, [action] { return QString::fromUtf8(action); });
+        Bulle.Serve(picture, [text = action] { return QString::fromUtf8(text); });
         KeepPlace(picture);
     }
     Grid3.setAccessibleName("Règlements en instance");

@@ -28,6 +28,7 @@ template <class Sender, class Signal, class Receiver, class Handler>
 void On(Sender& sender, Signal signal, Receiver& receiver, Handler handler)
 {
     QObject::connect(&sender, signal, &receiver, [handler = std::move(handler), &receiver](auto&&... given) mutable {
+        static_cast<void>(receiver); // a plain callable doesn't need it
         Guarded([&] {
             if constexpr (std::is_member_function_pointer_v<Handler>) {
                 if constexpr (std::is_invocable_v<Handler, Receiver&, decltype(given)...>)
