@@ -181,9 +181,7 @@ TEST_F(Opening, TellsAFailedArchiveCopyAndEndsAllTheSame)
     auto& main = Start();
     TypeCode(main, "6");
     QDir(practice.File("ARCHIVES")).removeRecursively();
-    desk.ExpectMessage("Veuiller Confirmer Fin de Travail !!", Icon::Question, "ZEP Lumo", Answer::Yes);
-    desk.ExpectMessage(core::ErrorText(76, basic::Error(76).description), Icon::Exclamation, "ZEP Lumo");
-    main.Entry("mnuQ")->trigger();
+    tests::Quit(desk, main, 76);
     EXPECT_EQ(desk.EndCode(), 0);
     EXPECT_TRUE(QFile::exists(practice.File("ZEP_ONE.MDB")));
 }

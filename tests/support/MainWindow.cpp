@@ -1,6 +1,8 @@
 #include "support/MainWindow.h"
 
 #include "core/Auteur.h"
+#include "core/opening.h"
+#include "platform/basic/RuntimeError.h"
 
 using core::Auteur;
 using core::Form1;
@@ -26,9 +28,12 @@ Form1& StartProgram(ScriptedDesk& desk, const QString& folder)
     return main;
 }
 
-void Quit(ScriptedDesk& desk, Form1& main)
+void Quit(ScriptedDesk& desk, Form1& main, int toldError)
 {
     desk.ExpectMessage("Veuiller Confirmer Fin de Travail !!", forms::Icon::Question, "ZEP Lumo", forms::Answer::Yes);
+    if (toldError != 0)
+        desk.ExpectMessage(core::ErrorText(toldError, basic::Error(toldError).description), forms::Icon::Exclamation,
+                           "ZEP Lumo");
     main.Entry("mnuQ")->trigger();
 }
 
