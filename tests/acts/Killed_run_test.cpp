@@ -3,17 +3,16 @@
 #include "core/globals.h"
 #include "core/opening.h"
 #include "platform/basic/Dates.h"
+#include "support/ChildProcess.h"
+#include "support/FolderInMemory.h"
 #include "support/Practice.h"
 
 #include <algorithm>
 #include <chrono>
-#include <csignal>
 #include <gtest/gtest.h>
 #include <map>
 #include <random>
-#include <sys/wait.h>
 #include <thread>
-#include <unistd.h>
 
 using acts::Actualisation;
 using namespace std::chrono_literals;
@@ -23,23 +22,6 @@ namespace {
 constexpr int Kills = 50;
 constexpr int Days = 250;
 constexpr int Untouched = 7;
-
-/// Makes new folders in memory where the system has such a place: what a killed process has written stays there as
-/// well, and hundreds of commits don't wait for a disk.
-class FolderInMemory {
-public:
-    FolderInMemory()
-    {
-        if (access("/dev/shm", W_OK) == 0)
-            qputenv("TMPDIR", "/dev/shm");
-    }
-    ~FolderInMemory() { before.isNull() ? qunsetenv("TMPDIR") : qputenv("TMPDIR", before); }
-    FolderInMemory(const FolderInMemory&) = delete;
-    FolderInMemory& operator=(const FolderInMemory&) = delete;
-
-private:
-    const QByteArray before = qgetenv("TMPDIR");
-};
 
 class KilledRun : public testing::Test {
 protected:
@@ -84,22 +66,14 @@ protected:
     /// Starts the run in a process of its own and kills it after that time.
     void RunAndKill(std::chrono::microseconds delay)
     {
-        int ready[2];
-        ASSERT_EQ(pipe(ready), 0);
-        const pid_t child = fork();
-        if (child == 0) {
+        tests::ChildProcess child([](tests::Reports& reports) {
             core::OpenDataFiles();
-            if (write(ready[1], "!", 1) == 1)
-                Run();
-            _exit(0);
-        }
-        char signal = 0;
-        ASSERT_EQ(read(ready[0], &signal, 1), 1);
+            reports.Tell('!');
+            Run();
+        });
+        ASSERT_TRUE(child.Next<char>());
         std::this_thread::sleep_for(delay);
-        kill(child, SIGKILL);
-        waitpid(child, nullptr, 0);
-        close(ready[0]);
-        close(ready[1]);
+        child.Kill();
     }
 
     /// The days before some day are as after a whole run, or but for the acts that the run's last step puts back; the
@@ -121,7 +95,7 @@ protected:
         }
     }
 
-    FolderInMemory memory;
+    tests::FolderInMemory memory;
     tests::Practice practice;
     std::chrono::microseconds whole = 1h;
 };

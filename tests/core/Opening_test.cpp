@@ -7,6 +7,7 @@
 #include "platform/host/Files.h"
 #include "platform/host/Host.h"
 #include "support/Accessibility.h"
+#include "support/MainWindow.h"
 #include "support/Practice.h"
 #include "support/ScriptedDesk.h"
 
@@ -31,24 +32,8 @@ protected:
                                                     {"mnu_Inst", [this] { ++pendingOpened; }}});
     }
 
-    /// Chooses the practice's folder and types a code into the dialog that "Explorer ..." opens.
-    void TypeCode(Form1& main, const QString& code)
-    {
-        desk.WhenModal<Auteur>([this, code](Auteur& dialog) {
-            dialog.Dir1.SetPath(practice.Folder());
-            Type(dialog.Text1, code);
-            Press(dialog.Text1, Qt::Key_Return);
-            if (dialog.isVisible())
-                Click(dialog.Image2[1]);
-        });
-        main.Entry("mnu_aprpos")->trigger();
-    }
-
-    void Quit(Form1& main)
-    {
-        desk.ExpectMessage("Veuiller Confirmer Fin de Travail !!", Icon::Question, "ZEP Lumo", Answer::Yes);
-        main.Entry("mnuQ")->trigger();
-    }
+    void TypeCode(Form1& main, const QString& code) { tests::TypeCode(desk, main, practice.Folder(), code); }
+    void Quit(Form1& main) { tests::Quit(desk, main); }
 
     tests::Practice practice;
     ScriptedDesk desk;
@@ -196,9 +181,7 @@ TEST_F(Opening, TellsAFailedArchiveCopyAndEndsAllTheSame)
     auto& main = Start();
     TypeCode(main, "6");
     QDir(practice.File("ARCHIVES")).removeRecursively();
-    desk.ExpectMessage("Veuiller Confirmer Fin de Travail !!", Icon::Question, "ZEP Lumo", Answer::Yes);
-    desk.ExpectMessage(core::ErrorText(76, basic::Error(76).description), Icon::Exclamation, "ZEP Lumo");
-    main.Entry("mnuQ")->trigger();
+    tests::Quit(desk, main, 76);
     EXPECT_EQ(desk.EndCode(), 0);
     EXPECT_TRUE(QFile::exists(practice.File("ZEP_ONE.MDB")));
 }

@@ -24,11 +24,9 @@ using RowCounts = std::map<std::string, qint64>;
 /// Raises the file error that stands for the system's answer.
 [[noreturn]] void RaiseFileError(int systemError)
 {
-    switch (systemError) {
-    case ENOSPC:
-    case EDQUOT:
-    case EFBIG:
+    if (SaysDiskFull(systemError))
         throw basic::Error(61);
+    switch (systemError) {
     case EACCES:
     case EPERM:
     case EROFS:

@@ -176,12 +176,29 @@ void NamingDamage(const QString& name, Work work)
     }
 }
 
+/// Raises 3049 when the file ends within a page. Pages are written whole; the store would take what is missing of the
+/// last one for zeros and say nothing, be it amounts that are lost.
+void RequireWholePages(sqlite3* database, const Head& head, const QString& name)
+{
+    constexpr std::size_t pageSizePlace = 16;
+    constexpr int largestPage = 65536; // the only size that two bytes can't hold; they say 1 for it
+    const int told = head[pageSizePlace] << 8 | head[pageSizePlace + 1];
+    const int pageSize = told == 1 ? largestPage : told;
+    sqlite3_file* file = nullptr;
+    sqlite3_file_control(database, "main", SQLITE_FCNTL_FILE_POINTER, &file);
+    sqlite3_int64 size = 0;
+    Check(database, file->pMethods->xFileSize(file, &size));
+    if (pageSize == 0 || size % pageSize != 0)
+        throw basic::Error(3049, name);
+}
+
 /// Looks over all pages of a file that nobody has open, without making anything beside it. False when another program
 /// came in meanwhile, so that the look must be taken through its log.
-bool IsSoundAlone(sqlite3* still, const QString& path, const QString& name)
+bool IsSoundAlone(sqlite3* still, const Head& head, const QString& path, const QString& name)
 {
     if (!StandsAlone(path))
         return false;
+    RequireWholePages(still, head, name);
     if (FirstDamage(still).isEmpty())
         return true;
     if (StandsAlone(path))
@@ -235,7 +252,7 @@ StoreHandle OpenForWork(const QString& path)
             throw basic::Error(3027);
         SetForeignLogAside(path, head);
         Harden(still.get());
-        isChecked = isChecked || IsSoundAlone(still.get(), path, name);
+        isChecked = isChecked || IsSoundAlone(still.get(), head, path, name);
     }
 
     StoreHandle handle = OpenReally(path, SQLITE_OPEN_READWRITE);
@@ -266,9 +283,11 @@ StoreHandle OpenForReading(const QString& path)
     RequireFile(path);
     const QString name = QFileInfo(path).fileName();
     StoreHandle still = OpenStill(path);
-    CheckHead(HeadOf(still.get(), name), name);
+    const Head head = HeadOf(still.get(), name);
+    CheckHead(head, name);
     if (!StandsAlone(path))
         return OpenReally(path, SQLITE_OPEN_READONLY);
+    RequireWholePages(still.get(), head, name);
     Harden(still.get());
     return still;
 }

@@ -4,6 +4,7 @@
 
 #include <sqlite3.h>
 
+#include <cerrno>
 #include <utility>
 
 namespace dao {
@@ -39,6 +40,11 @@ int NumberOfConstraint(int extendedCode)
 
 } // namespace
 
+bool SaysDiskFull(int systemError)
+{
+    return systemError == ENOSPC || systemError == EDQUOT || systemError == EFBIG;
+}
+
 void CloseStore::operator()(sqlite3* database) const noexcept
 {
     sqlite3_close_v2(database);
@@ -68,6 +74,8 @@ void RaiseStoreError(sqlite3* database, int code)
         throw basic::Error(3051);
     case SQLITE_NOMEM:
         throw basic::Error(7);
+    case SQLITE_IOERR: // by this the store tells that there is no room for the log's index, or that a quota is used up
+        throw basic::Error(database != nullptr && SaysDiskFull(sqlite3_system_errno(database)) ? 61 : 3043);
     case SQLITE_TOOBIG:
         throw basic::Error(3163);
     case SQLITE_MISMATCH:

@@ -16,6 +16,9 @@ struct CloseStore {
 /// A store's handle that closes itself.
 using StoreHandle = std::unique_ptr<sqlite3, CloseStore>;
 
+/// Whether the system's answer `systemError` says that there is no more room, on the disk or for this user.
+bool SaysDiskFull(int systemError);
+
 /// Raises the run-time error that stands for the store's answer `code`; its message gives the detail.
 [[noreturn]] void RaiseStoreError(sqlite3* database, int code);
 

@@ -2,12 +2,12 @@
 
 #include "platform/basic/RuntimeError.h"
 #include "platform/dao/Engine.h"
+#include "support/OtherProgram.h"
 #include "support/Printing.h"
 
 #include <QFile>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
-#include <sqlite3.h>
 
 namespace dao::test {
 
@@ -23,38 +23,7 @@ int ErrorOf(Work work)
     return 0;
 }
 
-/// Another program that has the same file open.
-class Other {
-public:
-    explicit Other(const QString& path) // a path, or a file: address
-    {
-        EXPECT_EQ(
-            sqlite3_open_v2(path.toUtf8().constData(), &database, SQLITE_OPEN_READWRITE | SQLITE_OPEN_URI, nullptr),
-            SQLITE_OK);
-        sqlite3_busy_timeout(database, 2000);
-    }
-    ~Other() { sqlite3_close(database); }
-    Other(const Other&) = delete;
-    Other& operator=(const Other&) = delete;
-
-    int Run(const char* sql) { return sqlite3_exec(database, sql, nullptr, nullptr, nullptr); }
-
-    QString Answer(const char* sql)
-    {
-        sqlite3_stmt* statement = nullptr;
-        EXPECT_EQ(sqlite3_prepare_v2(database, sql, -1, &statement, nullptr), SQLITE_OK) << sqlite3_errmsg(database);
-        QString answer = "(no row)";
-        if (sqlite3_step(statement) == SQLITE_ROW) {
-            const auto* const text = reinterpret_cast<const char*>(sqlite3_column_text(statement, 0));
-            answer = text != nullptr ? QString::fromUtf8(text) : QString("(null)");
-        }
-        sqlite3_finalize(statement);
-        return answer;
-    }
-
-private:
-    sqlite3* database = nullptr;
-};
+using Other = tests::OtherProgram;
 
 /// A practice with a few rows in a folder of its own, opened as the program opens it.
 class SmallPractice : public ::testing::Test {

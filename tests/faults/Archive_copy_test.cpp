@@ -1,0 +1,198 @@
+#include "core/globals.h"
+#include "faults/FolderContent.h"
+#include "faults/Rounds.h"
+#include "faults/SmallDisk.h"
+#include "support/ChildProcess.h"
+#include "support/MainWindow.h"
+#include "support/OtherProgram.h"
+#include "support/Practice.h"
+
+#include <QDir>
+
+#include <csignal>
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+using core::Form1;
+using tests::BytesOf;
+using tests::FolderContent;
+using tests::OtherProgram;
+
+namespace {
+
+constexpr int DiskFull = 61;
+constexpr int PermissionRefused = 70;
+
+/// No file may grow past this size, as on a disk that is full.
+class FileSizeLimit {
+public:
+    explicit FileSizeLimit(rlim_t bytes) : handler(std::signal(SIGXFSZ, SIG_IGN))
+    {
+        EXPECT_EQ(::getrlimit(RLIMIT_FSIZE, &before), 0);
+        const rlimit small = {bytes, before.rlim_max};
+        EXPECT_EQ(::setrlimit(RLIMIT_FSIZE, &small), 0);
+    }
+    ~FileSizeLimit()
+    {
+        ::setrlimit(RLIMIT_FSIZE, &before);
+        std::signal(SIGXFSZ, handler);
+    }
+    FileSizeLimit(const FileSizeLimit&) = delete;
+    FileSizeLimit& operator=(const FileSizeLimit&) = delete;
+
+private:
+    rlimit before = {};
+    sighandler_t handler;
+};
+
+/// The end of a working day. The practice was left once before, so that yesterday's copy is in "ARCHIVES".
+class EndOfDay : public testing::Test {
+protected:
+    EndOfDay()
+    {
+        practice.Open();
+        dao::Transaction filling(core::TheDatabase);
+        dao::Recordset acts = core::TheDatabase.OpenRecordset("Actes");
+        for (int act = 0; act < Acts; ++act) {
+            acts.AddNew();
+            acts["Date"] = "17/06/2008";
+            acts["Type"] = "C";
+            acts.Update();
+        }
+        filling.Commit();
+        core::ResetGlobals();
+        WorkAndQuit();
+        yesterday = BytesOf(archive);
+    }
+
+    /// A working day but for its end: an act is settled anew.
+    Form1& Work(ScriptedDesk& desk)
+    {
+        auto& main = tests::StartProgram(desk, practice.Folder());
+        core::TheDatabase.Execute("Update Actes set montant = " + QString::number(++settled) + " where num = 1");
+        return main;
+    }
+
+    void WorkAndQuit(int toldError = 0)
+    {
+        ScriptedDesk desk;
+        auto& main = Work(desk);
+        tests::Quit(desk, main, toldError);
+        EXPECT_EQ(desk.EndCode(), 0);
+    }
+
+    void ExpectYesterdaysCopy() const
+    {
+        EXPECT_EQ(Archives(), QStringList("ZEP_ONE.MDB")) << "nothing half made stays";
+        EXPECT_TRUE(BytesOf(archive) == yesterday);
+        EXPECT_EQ(InDatabase("select montant from Actes where num = 1").toDouble(), settled);
+    }
+
+    void ExpectTodaysCopy() const
+    {
+        EXPECT_EQ(Archives(), QStringList("ZEP_ONE.MDB"));
+        EXPECT_EQ(dao::CheckDatabase(archive), QStringList());
+        EXPECT_EQ(InArchive("select montant from Actes where num = 1").toDouble(), settled);
+    }
+
+    QString InDatabase(const char* question) const { return OtherProgram(database).Answer(question); }
+    QString InArchive(const char* question) const
+    {
+        return OtherProgram("file:" + archive + "?immutable=1").Answer(question);
+    }
+    QStringList Archives() const { return QDir(folder).entryList(QDir::Files | QDir::Hidden); }
+    void Protect(mode_t mode) const { ::chmod(folder.toUtf8().constData(), mode); }
+
+    static constexpr int Acts = 3000;
+    tests::Practice practice;
+    const QString database = practice.File("ZEP_ONE.MDB");
+    const QString folder = practice.File("ARCHIVES");
+    const QString archive = folder + "/ZEP_ONE.MDB";
+    QByteArray yesterday;
+    int settled = 0;
+};
+
+} // namespace
+
+TEST_F(EndOfDay, KeepsYesterdaysCopyWhenTheDiskIsFull)
+{
+    for (const qint64 largest : {qint64(0), qint64(65536), QFileInfo(database).size() - 4096}) {
+        SCOPED_TRACE(largest);
+        ScriptedDesk desk;
+        auto& main = Work(desk);
+        {
+            const FileSizeLimit limit{rlim_t(largest)};
+            tests::Quit(desk, main, DiskFull);
+        }
+        ExpectYesterdaysCopy();
+    }
+    {
+        const FolderContent files = tests::ContentOf(practice.Folder());
+        const tests::SmallDisk disk(practice.Folder(),
+                                    tests::SizeOf(files) / 1024 + 250); // too little for a second copy
+        if (disk.IsThere()) {
+            tests::WriteContent(practice.Folder(), files);
+            WorkAndQuit(DiskFull);
+            ExpectYesterdaysCopy();
+        }
+        settled -= disk.IsThere();
+    }
+    WorkAndQuit();
+    ExpectTodaysCopy();
+}
+
+TEST_F(EndOfDay, KeepsYesterdaysCopyWhereItMayNotWrite)
+{
+    Protect(0555);
+    WorkAndQuit(PermissionRefused);
+    ExpectYesterdaysCopy();
+    Protect(0700);
+    {
+        const tests::SmallDisk disk(folder, 4096);
+        if (disk.IsThere()) {
+            tests::WriteContent(folder, {{"ZEP_ONE.MDB", yesterday}});
+            disk.MakeReadOnly();
+            WorkAndQuit(PermissionRefused);
+            ExpectYesterdaysCopy();
+        }
+    }
+    WorkAndQuit();
+    ExpectTodaysCopy();
+}
+
+TEST_F(EndOfDay, CopiesEverySavedRowWhileOthersReadAndWrite)
+{
+    tests::ChildProcess writer([this](tests::Reports& reports) {
+        OtherProgram program(database);
+        for (;;) { // Each pair is one change: a copy may hold both rows or none.
+            if (program.Run("begin immediate; insert into Actes (Type) values ('K1'); insert into Actes (Type) values "
+                            "('K1'); commit") == SQLITE_OK)
+                reports.Tell('+');
+            ::usleep(2000);
+        }
+    });
+    tests::ChildProcess reader([this](tests::Reports& reports) {
+        OtherProgram program(database);
+        program.Run("begin");
+        program.Answer("select count(*) from Actes");
+        reports.Tell('r');
+        ::pause(); // and holds the file as it was at that moment
+    });
+    ASSERT_TRUE(writer.Next<char>() && reader.Next<char>());
+
+    for (int day = 0; day < tests::Rounds(8); ++day) {
+        ScriptedDesk desk;
+        auto& main = Work(desk);
+        const int saved = core::TheDatabase.OpenRecordset("select count(num) as S1 from Actes")["S1"].Long();
+        EXPECT_GT(saved, Acts);
+        if (day == 4)
+            reader.Kill();
+        tests::Quit(desk, main);
+        ExpectTodaysCopy();
+        const int copied = InArchive("select count(*) from Actes").toInt();
+        EXPECT_GE(copied, saved);
+        EXPECT_EQ(copied % 2, Acts % 2);
+    }
+}

@@ -1,0 +1,155 @@
+#include "cash/J_CAISSE.h"
+#include "core/globals.h"
+#include "core/opening.h"
+#include "faults/FolderContent.h"
+#include "faults/Rounds.h"
+#include "platform/basic/RuntimeError.h"
+#include "platform/dao/Connection.h"
+#include "support/ChildProcess.h"
+#include "support/MainWindow.h"
+#include "support/OtherProgram.h"
+#include "support/Practice.h"
+
+#include <QElapsedTimer>
+#include <QScopedValueRollback>
+
+#include <chrono>
+#include <gtest/gtest.h>
+#include <thread>
+#include <unistd.h>
+
+using cash::J_CAISSE;
+using forms::Icon;
+using tests::OtherProgram;
+using namespace std::chrono_literals;
+
+namespace {
+
+constexpr int Locked = 3187;
+constexpr std::chrono::milliseconds ShortWhile = 100ms;
+
+constexpr const char* WholeFile = "pragma journal_mode = delete; begin exclusive";
+constexpr const char* WholeFileAndLog = "pragma locking_mode = exclusive; update Presta set denom = denom";
+constexpr const char* Writing = "begin immediate; update Presta set denom = 'Radio' where num = 1";
+
+/// A practice whose database another program has locked. The long form waits as long as the program really does.
+class LockedDatabase : public testing::Test {
+protected:
+    LockedDatabase()
+    {
+        practice.Act({});
+        practice.Open(); // a first time, so that the file has its last form
+        core::ResetGlobals();
+        if (!tests::IsLongForm())
+            dao::busyMilliseconds = 300;
+    }
+    ~LockedDatabase() override { dao::busyMilliseconds = patience; }
+
+    /// Another program that takes this lock and keeps it until it is killed.
+    tests::ChildProcess Lock(const char* lock) const
+    {
+        return tests::ChildProcess([this, lock](tests::Reports& reports) {
+            OtherProgram program(practice.File("ZEP_ONE.MDB"));
+            EXPECT_EQ(program.Run(lock), SQLITE_OK);
+            reports.Tell('!');
+            ::pause();
+        });
+    }
+
+    /// Runs `work` with the program's real patience while the other program goes away after a short while.
+    template <class Work>
+    void DuringAShortLock(tests::ChildProcess& other, Work work) const
+    {
+        const QScopedValueRollback<int> real(dao::busyMilliseconds, patience);
+        std::thread end([&] {
+            std::this_thread::sleep_for(ShortWhile);
+            other.Kill();
+        });
+        QElapsedTimer waited;
+        waited.start();
+        work();
+        end.join();
+        EXPECT_GE(waited.elapsed(), ShortWhile.count() - 5) << "the lock was never in the way";
+    }
+
+    static QString Told() { return core::ErrorText(Locked, basic::Error(Locked).description); }
+
+    /// Chooses the first pending act of the day and has it settled as paid, with 500 dinars.
+    static void Settle(J_CAISSE& till)
+    {
+        Press(till.Grid3, Qt::Key_Return);
+        till.SSPanel2.Code.SetListIndex(2);
+        till.SSPanel2.Amount.setText("500");
+        Click(till.SSPanel2.Image3[0]);
+    }
+
+    J_CAISSE& OpenTill(ScriptedDesk& desk) const
+    {
+        tests::StartProgram(desk, practice.Folder());
+        core::PickedDate = "17/06/2008";
+        auto& till = desk.Open<J_CAISSE>();
+        till.SSTab1.setCurrentIndex(2);
+        return till;
+    }
+
+    const int patience = dao::busyMilliseconds;
+    tests::Practice practice;
+};
+
+} // namespace
+
+TEST_F(LockedDatabase, IsWaitedForAndThenRefusedAtTheStart)
+{
+    for (const char* lock : {WholeFile, WholeFileAndLog}) {
+        SCOPED_TRACE(lock);
+        {
+            tests::ChildProcess other = Lock(lock);
+            ASSERT_TRUE(other.Next<char>());
+            const tests::FolderContent before = tests::ContentOf(practice.Folder());
+            ScriptedDesk desk;
+            desk.ExpectMessage(Told(), Icon::Exclamation, "Lumo ZEP");
+            desk.ExpectMessage(Told(), Icon::Exclamation, "ZEP Lumo");
+            QElapsedTimer waited;
+            waited.start();
+            tests::StartProgram(desk, practice.Folder());
+            EXPECT_GE(waited.elapsed(), 2 * dao::busyMilliseconds);
+            EXPECT_EQ(desk.EndCode(), 0);
+            EXPECT_TRUE(tests::ContentOf(practice.Folder()) == before) << "something was written";
+        }
+        tests::ChildProcess other = Lock(lock);
+        ASSERT_TRUE(other.Next<char>());
+        DuringAShortLock(other, [this] {
+            ScriptedDesk desk;
+            tests::StartProgram(desk, practice.Folder());
+            EXPECT_TRUE(core::TheDatabase.IsOpen());
+            core::ResetGlobals();
+        });
+    }
+}
+
+TEST_F(LockedDatabase, SettlesAnActOnceAnotherHasStoppedWriting)
+{
+    tests::ChildProcess other = Lock(Writing);
+    ASSERT_TRUE(other.Next<char>());
+    ScriptedDesk desk;
+    auto& till = OpenTill(desk);
+    desk.ExpectMessage("Correction enregistrée", Icon::Information, "ZEP Lumo");
+    DuringAShortLock(other, [&] { Settle(till); });
+    EXPECT_EQ(practice.Stored("Actes", 1, "montant").Double(), 500);
+    EXPECT_EQ(practice.Stored("Presta", 1, "denom").Text(), "Consultation") << "what the killed one hadn't committed";
+}
+
+TEST_F(LockedDatabase, EndsWithoutSettlingWhenAnotherWritesForTooLong)
+{
+    tests::ChildProcess other = Lock(Writing);
+    ASSERT_TRUE(other.Next<char>());
+    ScriptedDesk desk;
+    auto& till = OpenTill(desk);
+    const tests::FolderContent before = tests::ContentOf(practice.Folder());
+    desk.ExpectMessage("Erreur d'exécution '3187' :\n" + basic::Error(Locked).description, Icon::Critical, "ZEP Lumo");
+    Settle(till);
+    EXPECT_EQ(desk.EndCode(), 1);
+    EXPECT_FALSE(core::TheDatabase.IsOpen());
+    EXPECT_TRUE(tests::ContentOf(practice.Folder()) == before) << "something was written";
+    EXPECT_EQ(practice.Stored("Actes", 1, "flag_R").Long(), 0);
+}

@@ -1,0 +1,167 @@
+#include "core/globals.h"
+#include "core/opening.h"
+#include "faults/FolderContent.h"
+#include "faults/Rounds.h"
+#include "faults/SmallDisk.h"
+#include "platform/basic/RuntimeError.h"
+#include "support/FolderInMemory.h"
+#include "support/MainWindow.h"
+#include "support/Practice.h"
+
+#include <QFile>
+
+#include <gtest/gtest.h>
+#include <random>
+#include <sys/stat.h>
+
+using forms::Icon;
+using tests::FolderContent;
+
+namespace {
+
+constexpr int ReadOnly = 3027;
+constexpr int Damaged = 3049;
+constexpr int Foreign = 3343;
+constexpr qsizetype PageSize = 4096;
+constexpr qsizetype HeadSize = 100;
+
+/// A practice with yesterday's archive copy, whose database is then spoilt in one way after the other.
+class SpoiltDatabase : public testing::Test {
+protected:
+    SpoiltDatabase()
+    {
+        for (int act = 0; act < 150; ++act)
+            practice.Act({.montant = double(act)});
+        practice.Open(); // which leaves the file to the program alone
+        core::ResetGlobals();
+        ScriptedDesk desk;
+        tests::Quit(desk, tests::StartProgram(desk, practice.Folder()));
+        sound = tests::BytesOf(database);
+    }
+    ~SpoiltDatabase() override
+    {
+        ::chmod(database.toUtf8().constData(), 0600);
+        ::chmod(practice.Folder().toUtf8().constData(), 0700);
+    }
+
+    void Write(const QByteArray& bytes) const { tests::WriteContent(practice.Folder(), {{"ZEP_ONE.MDB", bytes}}); }
+
+    /// Starts the program and types the code: it says what is wrong, both at the first look and at the opening, and
+    /// ends; nothing in the folder has changed, not even the archive copy.
+    void ExpectRefused(const basic::RuntimeError& error) const
+    {
+        const FolderContent before = tests::ContentOf(practice.Folder());
+        ScriptedDesk desk;
+        const QString text = core::ErrorText(error.number, error.description);
+        desk.ExpectMessage(text, Icon::Exclamation, "Lumo ZEP");
+        desk.ExpectMessage(text, Icon::Exclamation, "ZEP Lumo");
+        tests::StartProgram(desk, practice.Folder());
+        EXPECT_EQ(desk.EndCode(), 0);
+        EXPECT_FALSE(core::TheDatabase.IsOpen());
+        EXPECT_TRUE(tests::ContentOf(practice.Folder()) == before) << "something was written";
+    }
+
+    void ExpectRefused(const QByteArray& bytes, int number) const
+    {
+        Write(bytes);
+        ExpectRefused(basic::Error(number, "ZEP_ONE.MDB"));
+    }
+
+    /// Made sound again, it opens without a message.
+    void ExpectOpens() const
+    {
+        ScriptedDesk desk;
+        tests::StartProgram(desk, practice.Folder());
+        EXPECT_EQ(core::TheDatabase.OpenRecordset("select count(num) as S1 from Actes")["S1"].Long(), 150);
+        core::ResetGlobals();
+    }
+
+    tests::FolderInMemory memory;
+    tests::Practice practice;
+    const QString database = practice.File("ZEP_ONE.MDB");
+    QByteArray sound;
+};
+
+} // namespace
+
+TEST_F(SpoiltDatabase, IsRefusedWhenItIsNoneOfOurs)
+{
+    const QByteArray oldEngine = QByteArray::fromHex("000100005374616e64617264204a657420444200");
+    QByteArray ofAnotherProgram = sound;
+    ofAnotherProgram.replace(68, 4, "\0\0\0\0", 4);
+    const std::pair<const char*, QByteArray> files[] = {
+        {"empty", {}},
+        {"text", QByteArray("Cabinet d'Été;12 000,50\r\n").repeated(400)},
+        {"old engine", oldEngine + QByteArray(2048 - oldEngine.size(), '\0')},
+        {"old engine, long", oldEngine + QByteArray("\1\0\xB5\x6E", 4).repeated(50000)},
+        {"another program's", ofAnotherProgram},
+        {"nothing but zeros", QByteArray(sound.size(), '\0')},
+    };
+    for (const auto& [kind, bytes] : files) {
+        SCOPED_TRACE(kind);
+        ExpectRefused(bytes, Foreign);
+    }
+
+    QByteArray newer = sound;
+    newer[63] = char(newer[63] + 1);
+    Write(newer);
+    ExpectRefused({Foreign, "Format de base de données 'ZEP_ONE.MDB' non reconnu : le fichier vient d'une version plus "
+                            "récente du programme."});
+    Write(sound);
+    ExpectOpens();
+}
+
+TEST_F(SpoiltDatabase, IsRefusedWhenCutAtAnyLength)
+{
+    std::mt19937 random(20080617);
+    // The store itself takes what is missing of the last page for zeros and finds no fault with it.
+    std::vector<qsizetype> lengths{sound.size() - 1, sound.size() - 31};
+    lengths.insert(lengths.end(), {1, 15, 16, HeadSize - 1, HeadSize, 512, PageSize - 1, PageSize, PageSize + 1});
+    for (int round = 0; round < tests::Rounds(25); ++round)
+        lengths.push_back(std::uniform_int_distribution<qsizetype>(1, sound.size() - 1)(random));
+    for (qsizetype pages = 2; pages * PageSize < sound.size(); pages += tests::IsLongForm() ? 1 : 5)
+        lengths.push_back(pages * PageSize);
+    for (const qsizetype length : lengths) {
+        SCOPED_TRACE(length);
+        ExpectRefused(sound.first(length), length < HeadSize ? Foreign : Damaged);
+    }
+    Write(sound);
+    ExpectOpens();
+}
+
+TEST_F(SpoiltDatabase, IsRefusedWhenAPageIsDestroyed)
+{
+    for (qsizetype start = 0; start < sound.size(); start += PageSize) {
+        SCOPED_TRACE(start / PageSize + 1);
+        // The first page keeps its head, so that it isn't taken for a foreign file.
+        const qsizetype from = start == 0 ? HeadSize : start;
+        const qsizetype size = start + PageSize - from;
+        QByteArray bytes = sound;
+        ExpectRefused(bytes.replace(from, size, QByteArray(size, '\xA5')), Damaged);
+        if (tests::IsLongForm())
+            ExpectRefused(bytes.replace(from, size, QByteArray(size, '\0')), Damaged);
+    }
+    Write(sound);
+    ExpectOpens();
+}
+
+TEST_F(SpoiltDatabase, IsRefusedWhereNothingMayBeWritten)
+{
+    const auto refuse = [this](const QString& path, mode_t protectedMode, mode_t mode) {
+        ::chmod(path.toUtf8().constData(), protectedMode);
+        ExpectRefused(basic::Error(ReadOnly));
+        ::chmod(path.toUtf8().constData(), mode);
+    };
+    refuse(database, 0444, 0600);
+    refuse(practice.Folder(), 0555, 0700);
+    {
+        const FolderContent files = tests::ContentOf(practice.Folder());
+        const tests::SmallDisk medium(practice.Folder(), 8192);
+        if (medium.IsThere()) {
+            tests::WriteContent(practice.Folder(), files);
+            medium.MakeReadOnly();
+            ExpectRefused(basic::Error(ReadOnly));
+        }
+    }
+    ExpectOpens();
+}

@@ -1,0 +1,40 @@
+#include "support/MainWindow.h"
+
+#include "core/Auteur.h"
+#include "core/opening.h"
+#include "platform/basic/RuntimeError.h"
+
+using core::Auteur;
+using core::Form1;
+
+namespace tests {
+
+void TypeCode(ScriptedDesk& desk, Form1& main, const QString& folder, const QString& code)
+{
+    desk.WhenModal<Auteur>([folder, code](Auteur& dialog) {
+        dialog.Dir1.SetPath(folder);
+        Type(dialog.Text1, code);
+        Press(dialog.Text1, Qt::Key_Return);
+        if (dialog.isVisible())
+            Click(dialog.Image2[1]);
+    });
+    main.Entry("mnu_aprpos")->trigger();
+}
+
+Form1& StartProgram(ScriptedDesk& desk, const QString& folder)
+{
+    auto& main = desk.Open<Form1>(core::ScreenOpeners());
+    TypeCode(desk, main, folder, "6");
+    return main;
+}
+
+void Quit(ScriptedDesk& desk, Form1& main, int toldError)
+{
+    desk.ExpectMessage("Veuiller Confirmer Fin de Travail !!", forms::Icon::Question, "ZEP Lumo", forms::Answer::Yes);
+    if (toldError != 0)
+        desk.ExpectMessage(core::ErrorText(toldError, basic::Error(toldError).description), forms::Icon::Exclamation,
+                           "ZEP Lumo");
+    main.Entry("mnuQ")->trigger();
+}
+
+} // namespace tests
