@@ -17,7 +17,7 @@ std::optional<qint64> KeyAskedFor(const Phrase& condition, const Table& table)
     // The name, a blank, the sign, a blank, the mark of a literal.
     const bool shaped = shape.size() == key.size() + 4 && shape[key.size()] == u' ' && shape[key.size() + 1] == u'=';
     if (!shaped || QStringView(shape.substr(0, key.size()))
-                           .compare(QLatin1StringView(key.data(), key.size()), Qt::CaseInsensitive) != 0)
+                           .compare(QLatin1StringView(key.data(), qsizetype(key.size())), Qt::CaseInsensitive) != 0)
         return std::nullopt;
     return condition.literals[0].whole;
 }

@@ -15,14 +15,14 @@ enum class Class : quint8 { Other, Blank, Letter, Digit };
 constexpr std::array<Class, 128> MakeClasses()
 {
     std::array<Class, 128> classes{};
-    for (const char blank : {' ', '\t', '\n', '\r'})
-        classes[std::size_t(blank)] = Class::Blank;
-    for (char digit = '0'; digit <= '9'; ++digit)
-        classes[std::size_t(digit)] = Class::Digit;
-    for (char letter = 'a'; letter <= 'z'; ++letter) {
-        classes[std::size_t(letter)] = Class::Letter;
-        classes[std::size_t(letter - 'a' + 'A')] = Class::Letter;
-    }
+    for (const char16_t blank : {u' ', u'\t', u'\n', u'\r'})
+        classes[blank] = Class::Blank;
+    for (char16_t digit = u'0'; digit <= u'9'; ++digit)
+        classes[digit] = Class::Digit;
+    for (char16_t letter = u'a'; letter <= u'z'; ++letter)
+        classes[letter] = Class::Letter;
+    for (char16_t letter = u'A'; letter <= u'Z'; ++letter)
+        classes[letter] = Class::Letter;
     classes['_'] = Class::Letter;
     return classes;
 }

@@ -87,7 +87,7 @@ void Form::keyPressEvent(QKeyEvent* event)
         event->accept();
         break;
     default:
-        QWidget::keyPressEvent(event);
+        QWidget::keyPressEvent(event); // NOLINT(bugprone-parent-virtual-call): past the dialog's keys, which close it
     }
 }
 

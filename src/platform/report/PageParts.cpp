@@ -67,7 +67,7 @@ void PageLayout::AddLabel(Page& page, double left, double top, double width, dou
 void PageLayout::AddColumnHeads(Page& page, double top) const
 {
     const double height = lineHeight * measures::HeadLines;
-    page.shades.push_back({report.left, top, TableRight() - report.left, height});
+    page.shades.emplace_back(report.left, top, TableRight() - report.left, height);
     for (std::size_t column = 0; column < cells.size(); ++column)
         AddCell(page, column, top, height, report.columns[qsizetype(column)].heading, true);
     AddRule(page, report.left, TableRight(), top + height, StrongLine);
@@ -151,7 +151,7 @@ void PageLayout::AddSums(Page& page, const QString& label, const Block& block, d
 {
     const double height = HeightOf(block);
     if (block.part == Part::Totals)
-        page.shades.push_back({report.left, top, TableRight() - report.left, height});
+        page.shades.emplace_back(report.left, top, TableRight() - report.left, height);
     AddRule(page, report.left, TableRight(), top, block.part == Part::Totals ? StrongLine : ThinLine);
     AddLabel(page, report.left, top, FirstSumLeft() - report.left, height, label, true);
     for (std::size_t column = 0; column < cells.size(); ++column) {
