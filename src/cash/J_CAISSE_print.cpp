@@ -32,6 +32,9 @@ void J_CAISSE::PrintCashRecap()
                                              rows.Add({{"unite", Grid1.Text(row, 0).trimmed()},
                                                        {"Page", Val(Grid1.Text(row, 1))},
                                                        {"Mt", Val(Grid1.Text(row, 2))}});
+                                         // The reading leads the grid to the last cell and leaves it there.
+                                         Grid1.SetRow(Grid1.Rows() - 1);
+                                         Grid1.SetCol(Grid1.Columns() - 1);
                                      },
                                  .proposedName = windowTitle() + " " + SSPanel1.Tag});
 }

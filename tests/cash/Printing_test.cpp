@@ -72,6 +72,8 @@ TEST_F(CashPrinting, HandsTheRecapOverAsItStandsOnTheScreen)
     EXPECT_EQ(Heading("ch9"), "  20.00");
     EXPECT_EQ(Heading("ch10"), screen.RCP[4].text());
     EXPECT_EQ(Scratch(), QStringList({"-|Consultation|2|1400.5", "-|ECG|0|0"}));
+    EXPECT_EQ(screen.Grid1.Row(), 1);
+    EXPECT_EQ(screen.Grid1.Col(), 2);
 }
 
 TEST_F(CashPrinting, PrintsADayWithoutActsAsZeros)
