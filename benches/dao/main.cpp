@@ -55,6 +55,7 @@ void MeasureSearch(Figures& figures, const PlainDatabase& plain)
     std::mt19937 random(20080617);
     const auto last = static_cast<int>(TheDatabase.OpenRecordset("select max(num) as S1 from Actes")["S1"].Long());
     std::vector<int> keys;
+    keys.reserve(Searches);
     for (int search = 0; search < Searches; ++search)
         keys.push_back(1 + static_cast<int>(random() % static_cast<unsigned>(last)));
 

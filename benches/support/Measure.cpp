@@ -75,6 +75,7 @@ double Median(std::vector<double> figures)
 double MedianTime(int runs, const std::function<void()>& work)
 {
     std::vector<double> times;
+    times.reserve(static_cast<std::size_t>(runs));
     for (int run = 0; run < runs; ++run)
         times.push_back(TimeOf(1, work));
     return Median(times);

@@ -53,8 +53,8 @@ QChar ConfigCharacter(int code)
         throw basic::Error(5);
     const std::size_t upper = static_cast<std::size_t>(code) - firstUpperControl;
     if (code >= firstUpperControl && upper < upperControls.size())
-        return QChar(upperControls[upper]);
-    return QChar(static_cast<char16_t>(code));
+        return upperControls[upper];
+    return static_cast<char16_t>(code);
 }
 
 QString DecodeConfigRecord(const QByteArray& record)

@@ -88,6 +88,7 @@ private:
     void WriteActs(const WorkingDay& day)
     {
         std::vector<int> steps;
+        steps.reserve(static_cast<std::size_t>(day.acts));
         for (int act = 0; act < day.acts; ++act)
             steps.push_back(dice.Below((day.IsHalfDay() ? slotsOfHalfDay : slotsOfDay) * stepsOfHour));
         std::ranges::sort(steps);
@@ -185,6 +186,7 @@ void WriteDays(const dao::Database& database, const DemoPlan& plan, Dice& dice)
 void WriteDeletedActs(const dao::Database& database, const DemoPlan& plan, Dice& dice)
 {
     std::vector<int> daysAgo; // of the deletion, the oldest first; some on the last day
+    daysAgo.reserve(static_cast<std::size_t>(plan.deletedActs));
     const int span = std::min(365, static_cast<int>(plan.days.front().date.daysTo(plan.until)) + 1);
     for (int act = 0; act < plan.deletedActs; ++act)
         daysAgo.push_back(act < 4 ? 0 : dice.Below(span));

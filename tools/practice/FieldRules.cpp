@@ -75,7 +75,7 @@ ReadValue ReadWhole(const QString& text, int lowest, int highest)
 
 ReadValue ReadDate(const QString& text)
 {
-    static const QRegularExpression dayFirst("^(\\d{1,2})/(\\d{1,2})/(\\d{4})$");
+    static const QRegularExpression dayFirst(R"(^(\d{1,2})/(\d{1,2})/(\d{4})$)");
     const QRegularExpressionMatch parts = dayFirst.match(text);
     const QDate date = parts.hasMatch()
                            ? QDate(parts.captured(3).toInt(), parts.captured(2).toInt(), parts.captured(1).toInt())
@@ -95,7 +95,7 @@ ReadValue ReadTime(const QString& text)
 
 ReadValue ReadAmount(const QString& text)
 {
-    static const QRegularExpression amount("^[+-]?(\\d+([.,]\\d*)?|[.,]\\d+)$");
+    static const QRegularExpression amount(R"(^[+-]?(\d+([.,]\d*)?|[.,]\d+)$)");
     static const QRegularExpression blanks("\\s");
     const QString digits = QString(text).remove(blanks);
     if (!amount.match(digits).hasMatch())

@@ -27,21 +27,22 @@ struct ProgramEnded {
 template <class Sender, class Signal, class Receiver, class Handler>
 void On(Sender& sender, Signal signal, Receiver& receiver, Handler handler)
 {
-    QObject::connect(&sender, signal, &receiver, [handler = std::move(handler), &receiver](auto&&... given) mutable {
-        static_cast<void>(receiver); // a plain callable doesn't need it
-        Guarded([&] {
-            if constexpr (std::is_member_function_pointer_v<Handler>) {
-                if constexpr (std::is_invocable_v<Handler, Receiver&, decltype(given)...>)
-                    std::invoke(handler, receiver, std::forward<decltype(given)>(given)...);
-                else
-                    std::invoke(handler, receiver);
-            } else if constexpr (std::is_invocable_v<Handler&, decltype(given)...>) {
-                handler(std::forward<decltype(given)>(given)...);
-            } else {
-                handler();
-            }
-        });
-    });
+    QObject::connect(&sender, signal, &receiver,
+                     [handler = std::move(handler), &receiver](auto&&... given) mutable -> void {
+                         static_cast<void>(receiver); // a plain callable doesn't need it
+                         Guarded([&] {
+                             if constexpr (std::is_member_function_pointer_v<Handler>) {
+                                 if constexpr (std::is_invocable_v<Handler, Receiver&, decltype(given)...>)
+                                     std::invoke(handler, receiver, std::forward<decltype(given)>(given)...);
+                                 else
+                                     std::invoke(handler, receiver);
+                             } else if constexpr (std::is_invocable_v<Handler&, decltype(given)...>) {
+                                 handler(std::forward<decltype(given)>(given)...);
+                             } else {
+                                 handler();
+                             }
+                         });
+                     });
 }
 
 } // namespace forms

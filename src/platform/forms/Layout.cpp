@@ -66,7 +66,7 @@ QLayout* BuildPairs(const std::vector<std::pair<QWidget*, QWidget*>>& lines)
 
 Item::Item(QWidget& control) : add([&control](QBoxLayout& box) { AddTo(box, control, 0); }) {}
 
-Item::Item(Layout nested) : add([nested](QBoxLayout& box) { box.addLayout(nested.Build()); }) {}
+Item::Item(const Layout& nested) : add([nested](QBoxLayout& box) { box.addLayout(nested.Build()); }) {}
 
 Item::Item(std::function<void(QBoxLayout&)> adder) : add(std::move(adder)) {}
 
@@ -85,7 +85,7 @@ Item Item::Growing(QWidget& control, int share)
     return Item([&control, share](QBoxLayout& box) { AddTo(box, control, share); });
 }
 
-Item Item::Growing(Layout nested, int share)
+Item Item::Growing(const Layout& nested, int share)
 {
     return Item([nested, share](QBoxLayout& box) { box.addLayout(nested.Build(), share); });
 }
@@ -151,7 +151,7 @@ Item Inside(QWidget& container, Layout content)
     return Item(container);
 }
 
-Item Titled(const QString& title, Layout content)
+Item Titled(const QString& title, const Layout& content)
 {
     return Item([title, content](QBoxLayout& box) {
         auto* frame = new QGroupBox(title);

@@ -20,15 +20,15 @@ class Layout;
 class Item {
 public:
     Item(QWidget& control); ///< takes its natural size; stays its owner's
-    Item(Layout nested);
+    Item(const Layout& nested);
     static Item Stretch(int share = 1); ///< empty room that grows
     static Item Gap(int eights = 1);    ///< empty room of n times 8 pixels
     static Item Growing(QWidget& control, int share = 1);
-    static Item Growing(Layout nested, int share = 1);
+    static Item Growing(const Layout& nested, int share = 1);
 
 private:
     friend class Layout;
-    friend Item Titled(const QString& title, Layout content);
+    friend Item Titled(const QString& title, const Layout& content);
     explicit Item(std::function<void(QBoxLayout&)> adder);
     std::function<void(QBoxLayout&)> add;
 };
@@ -71,7 +71,7 @@ void KeepPlace(QWidget& control);
 Item Inside(QWidget& container, Layout content);
 
 /// A titled frame around an arrangement: Titled("Correction", Column{...}).
-Item Titled(const QString& title, Layout content);
+Item Titled(const QString& title, const Layout& content);
 
 /// Adds a page to a tab strip, with 16 pixels around.
 void AddPage(TabStrip& tabs, const QString& title, Layout content);
