@@ -22,6 +22,22 @@ struct ProgramEnded {
     int code = 0;
 };
 
+/// Calls a handler, a callable or a member function of `receiver`, with what it accepts: all that is given, or nothing.
+template <class Handler, class Receiver, class... Given>
+void Call(Handler& handler, [[maybe_unused]] Receiver& receiver, Given&&... given)
+{
+    if constexpr (std::is_member_function_pointer_v<Handler>) {
+        if constexpr (std::is_invocable_v<Handler, Receiver&, Given...>)
+            std::invoke(handler, receiver, std::forward<Given>(given)...);
+        else
+            std::invoke(handler, receiver);
+    } else if constexpr (std::is_invocable_v<Handler&, Given...>) {
+        handler(std::forward<Given>(given)...);
+    } else {
+        handler();
+    }
+}
+
 /// Connects a signal to a handler that runs guarded: a callable, or a member function of `receiver`. It is given the
 /// signal's arguments when it accepts them, and none otherwise. The connection ends with the sender or with `receiver`.
 template <class Sender, class Signal, class Receiver, class Handler>
@@ -29,19 +45,7 @@ void On(Sender& sender, Signal signal, Receiver& receiver, Handler handler)
 {
     QObject::connect(&sender, signal, &receiver,
                      [handler = std::move(handler), &receiver](auto&&... given) mutable -> void {
-                         static_cast<void>(receiver); // a plain callable doesn't need it
-                         Guarded([&] {
-                             if constexpr (std::is_member_function_pointer_v<Handler>) {
-                                 if constexpr (std::is_invocable_v<Handler, Receiver&, decltype(given)...>)
-                                     std::invoke(handler, receiver, std::forward<decltype(given)>(given)...);
-                                 else
-                                     std::invoke(handler, receiver);
-                             } else if constexpr (std::is_invocable_v<Handler&, decltype(given)...>) {
-                                 handler(std::forward<decltype(given)>(given)...);
-                             } else {
-                                 handler();
-                             }
-                         });
+                         Guarded([&] { Call(handler, receiver, std::forward<decltype(given)>(given)...); });
                      });
 }
 
