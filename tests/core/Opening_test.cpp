@@ -186,23 +186,6 @@ TEST_F(Opening, TellsAFailedArchiveCopyAndEndsAllTheSame)
     EXPECT_TRUE(QFile::exists(practice.File("ZEP_ONE.MDB")));
 }
 
-TEST_F(Opening, EndsOnADatabaseThatIsNone)
-{
-    QFile database(practice.File("ZEP_ONE.MDB"));
-    practice.Open();
-    core::ResetGlobals();
-    ASSERT_TRUE(database.open(QIODevice::WriteOnly | QIODevice::Truncate));
-    database.write(QByteArray(8192, 'x'));
-    database.close();
-    auto& main = Start();
-    const QString text = core::ErrorText(3343, basic::Error(3343, "ZEP_ONE.MDB").description);
-    desk.ExpectMessage(text, Icon::Exclamation, "Lumo ZEP");
-    desk.ExpectMessage(text, Icon::Exclamation, "ZEP Lumo");
-    TypeCode(main, "6");
-    EXPECT_EQ(desk.EndCode(), 0);
-    EXPECT_EQ(QFile(database.fileName()).size(), 8192);
-}
-
 TEST_F(Opening, AddsTheSecondAmountToProvOnceAndMayOpenAgain)
 {
     practice.Open();

@@ -128,14 +128,6 @@ TEST(Format, FillsTheMaskFromTheDecimalText)
         EXPECT_EQ(Format(row.number, row.mask), QString(row.text)) << row.number << " under " << row.mask;
 }
 
-TEST(Format, IsReadBackByVal)
-{
-    for (const double number : {0.0, 12.5, -12.5, 1234.56, -1234567.89, 123456789.01}) {
-        EXPECT_EQ(Val(Format(number, "# ### ##0.00")), number);
-        EXPECT_EQ(Val(Format(number, "### ###.00")), number);
-    }
-}
-
 TEST(RoundToInt, SendsTiesToTheEvenNumber)
 {
     EXPECT_EQ(RoundToInt(0.5), 0);
@@ -152,13 +144,4 @@ TEST(FixedText, FillsOrCutsByCharacters)
 {
     EXPECT_EQ(FixedText("Élodie", 8), "Élodie  ");
     EXPECT_EQ(FixedText("L'Hôpital d'O'Brien", 9), "L'Hôpital");
-}
-
-TEST(RuntimeError, NamesTheDetailOnlyWhenThereIsOne)
-{
-    EXPECT_EQ(Error(6).description, "Dépassement de capacité");
-    EXPECT_EQ(Error(3024, "/d/ZEP_ONE.MDB").description, "Fichier '/d/ZEP_ONE.MDB' introuvable.");
-    EXPECT_EQ(Error(3024).description, "Fichier introuvable.");
-    EXPECT_EQ(Error(3061).description, "Trop peu de paramètres. Champ inconnu.");
-    EXPECT_EQ(Error(12345).description, "Erreur définie par l'application ou par l'objet");
 }

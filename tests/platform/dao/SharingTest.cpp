@@ -90,27 +90,6 @@ TEST_F(SharedFile, KeepsWhatAnotherSetWroteDuringALockedEdit)
     EXPECT_EQ(other.Answer("select group_concat(montant) from Actes where num in (2, 3)"), "2.0,3.0");
 }
 
-TEST_F(SharedFile, ReportsALockThatLastsTooLong)
-{
-    busyMilliseconds = 50;
-    Database impatient = workspace.OpenDatabase(path);
-    Recordset rows = impatient.OpenRecordset("Actes");
-    rows.LockEdits(true);
-    ASSERT_EQ(other.Run("begin immediate"), SQLITE_OK);
-    EXPECT_EQ(ErrorOf([&] { rows.Edit(); }), 3187);
-    rows.LockEdits(false);
-    rows.Edit();
-    rows["montant"] = 1;
-    EXPECT_EQ(ErrorOf([&] { rows.Update(); }), 3187);
-    EXPECT_EQ(ErrorOf([&] { impatient.BeginTrans(); }), 3187);
-    EXPECT_EQ(ErrorOf([&] { impatient.Execute("delete * from Prov"); }), 3187);
-    ASSERT_EQ(other.Run("commit"), SQLITE_OK);
-    rows.Edit();
-    rows["montant"] = 1;
-    rows.Update();
-    EXPECT_EQ(other.Answer("select montant from Actes where num = 1"), "1.0");
-}
-
 TEST_F(SharedFile, TakesATransactionWholeOrNotAtAll)
 {
     Recordset rows = Open("Actes");

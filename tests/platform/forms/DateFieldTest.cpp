@@ -34,17 +34,6 @@ TEST_F(DateEntry, PlacesTheSlashesWhileDigitsAreTyped)
     EXPECT_EQ(desk.BeepCount(), 0);
 }
 
-TEST_F(DateEntry, RefusesKeysWithABeepAtEachLength)
-{
-    Type(date, "4a");
-    EXPECT_EQ(date.text(), "");
-    EXPECT_EQ(desk.BeepCount(), 2);
-
-    Type(date, "3x9/2-1/");
-    EXPECT_EQ(date.text(), "39/1"); // the slash typed at the end is refused too
-    EXPECT_EQ(desk.BeepCount(), 2 + 5);
-}
-
 TEST_F(DateEntry, LetsEnterPassAtFullLengthOnly)
 {
     for (const QChar digit : QStringLiteral("17062008")) {

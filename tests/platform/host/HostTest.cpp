@@ -94,11 +94,3 @@ TEST(Host, WorkingAreaNeverExceedsTheDisplay)
     host::ChangeWorkingArea({});
     EXPECT_EQ(host::WorkingArea(), host::DisplaySize());
 }
-
-TEST(Host, TodayCanBeFixed)
-{
-    host::FixToday({2024, 2, 29});
-    EXPECT_EQ(host::Today(), QDate(2024, 2, 29));
-    host::FixToday({});
-    EXPECT_TRUE(host::Today().isValid());
-}
