@@ -154,7 +154,7 @@ void New_Mecano::RunActualisation()
             run.ThinPeriod();
         }
     } catch (const RuntimeError& error) {
-        ScratchText = ErrorText(error.number, error.description);
+        ScratchText = ErrorText(error);
         CloseDataFiles();
         TheDesk().EndProgram(0);
     }

@@ -149,7 +149,7 @@ void Form1::ShutDown()
             CopyToArchives();
         }
     } catch (const basic::RuntimeError& error) {
-        MsgBox(ErrorText(error.number, error.description), Icon::Exclamation, "ZEP Lumo");
+        MsgBox(ErrorText(error), Icon::Exclamation, "ZEP Lumo");
     }
 }
 

@@ -26,7 +26,7 @@ Int16 LetterheadSelector; ///< 1 would choose the alternative set; the point whe
 QString& Stored(int field)
 {
     if (field < 1 || field > data::letterheadFields)
-        throw basic::Error(9);
+        throw basic::RuntimeError(basic::Error::IndexOutOfRange);
     return Letterhead[static_cast<std::size_t>(field - 1)];
 }
 

@@ -22,7 +22,7 @@ void FillPayLists(QStringList& List_R, QStringList& List_HH, forms::ComboBox* co
 QString ListLine(const QStringList& list, int line)
 {
     if (line < 0 || line >= list.size())
-        throw basic::Error(9);
+        throw basic::RuntimeError(basic::Error::IndexOutOfRange);
     return list[line];
 }
 

@@ -13,9 +13,9 @@ using forms::MsgBox;
 
 namespace core {
 
-QString ErrorText(int number, const QString& description)
+QString ErrorText(const RuntimeError& error)
 {
-    return QStringLiteral("Erreur N° %1\n%2").arg(number).arg(description);
+    return QStringLiteral("Erreur N° %1\n%2").arg(error.Number()).arg(error.Description());
 }
 
 void CreateTheWorkspace()
@@ -40,7 +40,7 @@ void UpgradeProvTable()
         if (Prov.FieldCount() < fieldsWithSecondAmount)
             Prov.AppendField("Mt2", dao::FieldType::Double, 0);
     } catch (const RuntimeError& error) {
-        MsgBox(ErrorText(error.number, error.description), Icon::Exclamation, "Lumo ZEP");
+        MsgBox(ErrorText(error), Icon::Exclamation, "Lumo ZEP");
     }
     database.Close();
 }
@@ -56,7 +56,7 @@ void OpenDataFiles()
         TextesTable = TheDatabase.OpenRecordset("textes");
         PermnTable = TheDatabase.OpenRecordset("Permn");
     } catch (const RuntimeError& error) {
-        MsgBox(ErrorText(error.number, error.description), Icon::Exclamation, "ZEP Lumo");
+        MsgBox(ErrorText(error), Icon::Exclamation, "ZEP Lumo");
         CloseDataFiles();
         forms::TheDesk().EndProgram(0);
     }

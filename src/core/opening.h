@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/basic/RuntimeError.h"
+
 #include <QString>
 
 namespace core {
@@ -22,6 +24,6 @@ void CloseDataFiles();
 void CopyToArchives();
 
 /// "Erreur N° 76", a line feed and the description: how the error traps tell an error.
-QString ErrorText(int number, const QString& description);
+QString ErrorText(const basic::RuntimeError& error);
 
 } // namespace core

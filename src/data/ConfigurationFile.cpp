@@ -50,7 +50,7 @@ qint16 ConfigWord(const QByteArray& record, int number)
 QChar ConfigCharacter(int code)
 {
     if (code < 0)
-        throw basic::Error(5);
+        throw basic::RuntimeError(basic::Error::BadArgument);
     const std::size_t upper = static_cast<std::size_t>(code) - firstUpperControl;
     if (code >= firstUpperControl && upper < upperControls.size())
         return upperControls[upper];
@@ -61,7 +61,7 @@ QString DecodeConfigRecord(const QByteArray& record)
 {
     const int length = ConfigWord(record, configLengthWord) / configCodeFactor;
     if (length > configRecordWords)
-        throw basic::Error(9);
+        throw basic::RuntimeError(basic::Error::IndexOutOfRange);
     QString text;
     for (int word = 1; word <= length; ++word)
         text += ConfigCharacter(ConfigWord(record, word) / configCodeFactor);
@@ -71,16 +71,18 @@ QString DecodeConfigRecord(const QByteArray& record)
 QByteArray EncodeConfigRecord(const QString& text)
 {
     if (text.size() > longestConfigText)
-        throw basic::RuntimeError{
-            5, QString("La ligne « %1 » dépasse %2 caractères.").arg(text, QString::number(longestConfigText))};
+        throw basic::RuntimeError::Described(
+            basic::Error::BadArgument,
+            QString("La ligne « %1 » dépasse %2 caractères.").arg(text, QString::number(longestConfigText)));
     QByteArray record(configRecordBytes, '\0');
     for (qsizetype position = 0; position < text.size(); ++position) {
         const std::optional<int> code = ConfigCode(text[position]);
         if (!code)
-            throw basic::RuntimeError{5,
-                                      QString("La ligne « %1 » contient un caractère qui ne peut pas être enregistré "
-                                              "(le %2e).")
-                                          .arg(text, QString::number(position + 1))};
+            throw basic::RuntimeError::Described(
+                basic::Error::BadArgument,
+                QString("La ligne « %1 » contient un caractère qui ne peut pas être enregistré "
+                        "(le %2e).")
+                    .arg(text, QString::number(position + 1)));
         SetWord(record, static_cast<int>(position) + 1, static_cast<qint16>(*code * configCodeFactor));
     }
     SetWord(record, configLengthWord, static_cast<qint16>(text.size() * configCodeFactor));

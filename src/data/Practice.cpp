@@ -23,27 +23,31 @@ qint16 AccessValue(int accessCode)
     constexpr int lowest = -32768;
     constexpr int highest = 32766;
     if (accessCode % 2 != 0 || accessCode < lowest || accessCode > highest)
-        throw RuntimeError{5, QString("Le code d'accès %1 ne convient pas : il doit être un nombre pair de %2 à %3.")
-                                  .arg(accessCode)
-                                  .arg(lowest)
-                                  .arg(highest)};
+        throw basic::RuntimeError::Described(
+            basic::Error::BadArgument,
+            QString("Le code d'accès %1 ne convient pas : il doit être un nombre pair de %2 à %3.")
+                .arg(accessCode)
+                .arg(lowest)
+                .arg(highest));
     return static_cast<qint16>(accessCode / 2);
 }
 
 Configuration ConfigurationOf(const PracticeSetup& setup)
 {
     if (setup.letterhead.size() > letterheadFields)
-        throw RuntimeError{5, QString("L'en-tête ne peut pas dépasser %1 lignes.").arg(letterheadFields)};
+        throw basic::RuntimeError::Described(
+            basic::Error::BadArgument, QString("L'en-tête ne peut pas dépasser %1 lignes.").arg(letterheadFields));
     Configuration configuration;
     configuration.language = setup.language == TooltipLanguage::Arabic ? 1 : -1;
     configuration.accessValue = AccessValue(setup.accessCode);
     for (std::size_t field = 0; field < static_cast<std::size_t>(setup.letterhead.size()); ++field) {
         const QString line = setup.letterhead[static_cast<qsizetype>(field)].trimmed();
         if (line.size() > letterheadWidths[field])
-            throw RuntimeError{5, QString("La ligne %1 de l'en-tête dépasse %2 caractères : « %3 ».")
-                                      .arg(field + 1)
-                                      .arg(letterheadWidths[field])
-                                      .arg(line)};
+            throw basic::RuntimeError::Described(basic::Error::BadArgument,
+                                                 QString("La ligne %1 de l'en-tête dépasse %2 caractères : « %3 ».")
+                                                     .arg(field + 1)
+                                                     .arg(letterheadWidths[field])
+                                                     .arg(line));
         configuration.letterhead[field] = line;
     }
     return configuration;
@@ -55,8 +59,10 @@ void RefuseExistingPractice(const QString& folder)
         constexpr int filesAndFolders = 16;
         const QString path = host::PathIn(folder, name);
         if (host::FileExists(path, filesAndFolders))
-            throw RuntimeError{58, QString("Le dossier « %1 » contient déjà un cabinet (%2) : rien n'a été modifié.")
-                                       .arg(folder, QFileInfo(path).fileName())};
+            throw basic::RuntimeError::Described(
+                basic::Error::FileExists,
+                QString("Le dossier « %1 » contient déjà un cabinet (%2) : rien n'a été modifié.")
+                    .arg(folder, QFileInfo(path).fileName()));
     }
 }
 
@@ -83,7 +89,8 @@ public:
             QDir().mkpath(self.absolutePath());
             MakeFolder(folder);
         } else if (!self.isDir()) {
-            throw RuntimeError{75, QString("« %1 » n'est pas un dossier.").arg(folder)};
+            throw basic::RuntimeError::Described(basic::Error::PathAccess,
+                                                 QString("« %1 » n'est pas un dossier.").arg(folder));
         } else if (QDir(folder).isEmpty(QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden | QDir::System)) {
             QFile::setPermissions(folder, ownerFolder);
         }
@@ -92,7 +99,8 @@ public:
     void MakeFolder(const QString& path)
     {
         if (!QDir().mkdir(path, ownerFolder))
-            throw RuntimeError{76, QString("Le dossier « %1 » ne peut pas être créé.").arg(path)};
+            throw basic::RuntimeError::Described(basic::Error::PathNotFound,
+                                                 QString("Le dossier « %1 » ne peut pas être créé.").arg(path));
         folders.prepend(path);
     }
 
@@ -109,8 +117,9 @@ public:
         const bool written = file.open(QIODevice::WriteOnly | QIODevice::NewOnly, ownerFile) &&
                              file.write(content) == content.size() && file.flush();
         if (!written)
-            throw RuntimeError{
-                75, QString("Le fichier « %1 » ne peut pas être écrit : %2").arg(file.fileName(), file.errorString())};
+            throw basic::RuntimeError::Described(
+                basic::Error::PathAccess,
+                QString("Le fichier « %1 » ne peut pas être écrit : %2").arg(file.fileName(), file.errorString()));
     }
 
     void Keep() { complete = true; }

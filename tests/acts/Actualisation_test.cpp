@@ -9,15 +9,17 @@
 
 using acts::Actualisation;
 
+namespace PaymentCode = data::PaymentCode;
+
 namespace {
 
-constexpr int Untouched = 7; // neither of the two standings: shows who was written at all
+constexpr int NeitherStanding = 7; // shows which acts were written at all
 
 class Actualising : public testing::Test {
 protected:
-    dao::Key Act(const QString& day, int service, int flag_R = 2)
+    dao::Key Act(const QString& day, int service, int flag_R = PaymentCode::P)
     {
-        return practice.Act({.day = day, .flag_R = flag_R, .num_presta = service, .Flag_H = Untouched});
+        return practice.Act({.day = day, .flag_R = flag_R, .num_presta = service, .Flag_H = NeitherStanding});
     }
 
     int Standing(dao::Key act) { return practice.Stored("Actes", act, "Flag_H").Long(); }
@@ -40,7 +42,7 @@ TEST_F(Actualising, KeepsThePlacesOfTheRuleInEveryGroupOfADayAndService)
         for (int place = 0; place < 7; ++place)
             for (int service = 1; service <= 2; ++service)
                 if (place < (service == 1 ? day : 8 - day)) {
-                    const int flag_R = acts.size() % 4 == 3 ? 1 : 2;
+                    const int flag_R = acts.size() % 4 == 3 ? PaymentCode::RMinus : PaymentCode::P;
                     acts[Act(date, service, flag_R)] = {place, flag_R};
                 }
     }
@@ -54,14 +56,14 @@ TEST_F(Actualising, KeepsThePlacesOfTheRuleInEveryGroupOfADayAndService)
                 EXPECT_EQ(Standing(act), placed.place % (skipped + 1) == 0 || placed.flag_R == 1 ? 0 : 1)
                     << "1 sur " << skipped + 1 << ", act " << act << ", run " << run;
         }
-    EXPECT_EQ(Standing(before), Untouched);
-    EXPECT_EQ(Standing(after), Untouched);
+    EXPECT_EQ(Standing(before), NeitherStanding);
+    EXPECT_EQ(Standing(after), NeitherStanding);
 
     Actualisation("01/06/2008", "07/06/2008", 0).ShowAllInPeriod();
     for (const auto& [act, placed] : acts)
         EXPECT_EQ(Standing(act), 0);
-    EXPECT_EQ(Standing(before), Untouched);
-    EXPECT_EQ(Standing(after), Untouched);
+    EXPECT_EQ(Standing(before), NeitherStanding);
+    EXPECT_EQ(Standing(after), NeitherStanding);
 }
 
 TEST_F(Actualising, ArchivesActsWhoseServiceIsGoneUnlessPartlyPaid)
@@ -84,8 +86,8 @@ TEST_F(Actualising, CountsTheDaysOverTheEndOfFebruary)
         EXPECT_EQ(Standing(days[day].first), 0) << day;
         EXPECT_EQ(Standing(days[day].second), 1) << day;
     }
-    EXPECT_EQ(Standing(days["27/02/2008"].second), Untouched);
-    EXPECT_EQ(Standing(days["02/03/2008"].second), Untouched);
+    EXPECT_EQ(Standing(days["27/02/2008"].second), NeitherStanding);
+    EXPECT_EQ(Standing(days["02/03/2008"].second), NeitherStanding);
 }
 
 TEST_F(Actualising, RefusesAPeriodPastSixteenBitsBeforeTheFirstDay)
@@ -96,7 +98,7 @@ TEST_F(Actualising, RefusesAPeriodPastSixteenBitsBeforeTheFirstDay)
         Actualisation("01/01/1900", "19/09/1989", 1).ThinPeriod(); // 32768 days later
         FAIL() << "no overflow";
     } catch (const basic::RuntimeError& error) {
-        EXPECT_EQ(error.number, 6);
+        EXPECT_EQ(error.Number(), 6);
     }
-    EXPECT_EQ(Standing(act), Untouched);
+    EXPECT_EQ(Standing(act), NeitherStanding);
 }

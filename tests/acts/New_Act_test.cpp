@@ -14,9 +14,9 @@ using acts::New_Mecano;
 using forms::Answer;
 using forms::Icon;
 
-namespace {
+namespace PaymentCode = data::PaymentCode;
 
-constexpr int PartlyPaid = 1;
+namespace {
 
 class DaySheet : public testing::Test {
 protected:
@@ -58,8 +58,8 @@ TEST_F(DaySheet, ListsEveryServiceInItsOrderAndTheActsByKey)
     practice.Service("Pansement", -1); // first in the lists, last by key
     practice.Patient(" Haddad ", dao::Value());
     practice.Act({.num_presta = 3, .HH = 9, .Type = "K12", .Flag_H = 1});
-    practice.Act({.flag_R = 3, .num_presta = 1, .HH = 4});
-    practice.Act({.flag_R = 2, .num_patient = 2, .num_presta = 1, .Flag_H = 1});
+    practice.Act({.flag_R = PaymentCode::RPlus, .num_presta = 1, .HH = 4});
+    practice.Act({.flag_R = PaymentCode::P, .num_patient = 2, .num_presta = 1, .Flag_H = 1});
     practice.Act({.day = "18/06/2008"});
 
     auto& sheet = ShowSheet();
@@ -150,7 +150,7 @@ TEST_F(DaySheet, TogglesOnTheScreenUntilTheDayIsLeft)
 
 TEST_F(DaySheet, AsksBeforeArchivingAPartlyPaidActAndOnlyThen)
 {
-    const dao::Key act = practice.Act({.flag_R = PartlyPaid, .Flag_H = 2});
+    const dao::Key act = practice.Act({.flag_R = PaymentCode::RMinus, .Flag_H = 2});
     auto& sheet = ShowSheet();
 
     desk.ExpectMessage("Confirmer archivage acte ('R-')", Icon::Question, "Attention", Answer::No);

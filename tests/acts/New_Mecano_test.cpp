@@ -219,7 +219,7 @@ TEST_F(ActualisationDialog, EndsTheProgramOrSaysNothingWhenTheFileIsLocked)
         auto& thinning = desk.Open<New_Mecano>();
         Click(thinning.Image1[0]);
         EXPECT_EQ(desk.EndCode(), 0);
-        EXPECT_EQ(core::ScratchText, core::ErrorText(3187, basic::Error(3187).description));
+        EXPECT_EQ(core::ScratchText, core::ErrorText(basic::RuntimeError(basic::Error::Locked)));
         EXPECT_FALSE(core::TheDatabase.IsOpen());
     }
     EXPECT_EQ(Standing(act), 7);

@@ -10,10 +10,9 @@ using cash::F_Inst;
 using forms::Icon;
 using tests::RowOf;
 
-namespace {
+namespace PaymentCode = data::PaymentCode;
 
-constexpr int PartlyPaid = 1;
-constexpr int Paid = 2;
+namespace {
 
 class PendingSettlements : public testing::Test {
 protected:
@@ -98,9 +97,9 @@ TEST_F(PendingSettlements, ListsTheUnpaidActsOfADayAndSumsWhatWasReceived)
 {
     practice.Patient("Haddad", dao::Value());
     practice.Act({.day = "16/06/2008"});
-    practice.Act({.montant = 500, .flag_R = Paid});
+    practice.Act({.montant = 500, .flag_R = PaymentCode::P});
     practice.Act({});
-    practice.Act({.montant = 1234.5, .flag_R = PartlyPaid, .num_patient = 2, .num_presta = 2});
+    practice.Act({.montant = 1234.5, .flag_R = PaymentCode::RMinus, .num_patient = 2, .num_presta = 2});
     practice.Add("Actes", {{"Date", "17/06/2008"},
                            {"date_Presta", "15/06/2008"},
                            {"flag_R", 0},
@@ -137,7 +136,7 @@ TEST_F(PendingSettlements, ListsTheUnpaidActsOfADayAndSumsWhatWasReceived)
 TEST_F(PendingSettlements, TakesBothEndsOfAPeriod)
 {
     for (const char* day : {"31/12/2007", "01/01/2008", "29/02/2008", "17/06/2008", "18/06/2008"})
-        practice.Act({.day = day, .montant = 10, .flag_R = PartlyPaid});
+        practice.Act({.day = day, .montant = 10, .flag_R = PaymentCode::RMinus});
     auto& screen = OpenScreen();
 
     ListPeriod(screen, "01/01/2008", "17/06/2008");
@@ -221,7 +220,7 @@ TEST_F(PendingSettlements, KeepsTheListWhenTheChoiceIsCancelled)
 
 TEST_F(PendingSettlements, SettlesByKeyboardAloneAndKeepsTheSettledActListed)
 {
-    practice.Act({.day = "10/06/2008", .montant = 100.25, .flag_R = PartlyPaid});
+    practice.Act({.day = "10/06/2008", .montant = 100.25, .flag_R = PaymentCode::RMinus});
     const dao::Key act = practice.Act({.day = "11/06/2008"});
     practice.Act({.day = "12/06/2008"});
     auto& screen = OpenScreen();
@@ -248,7 +247,7 @@ TEST_F(PendingSettlements, SettlesByKeyboardAloneAndKeepsTheSettledActListed)
     Press(screen.SSPanel2.Image3[0], Qt::Key_Return);
 
     EXPECT_TRUE(IsBrowsing(screen));
-    EXPECT_EQ(practice.Stored("Actes", act, "flag_R").Long(), Paid);
+    EXPECT_EQ(practice.Stored("Actes", act, "flag_R").Long(), PaymentCode::P);
     EXPECT_EQ(practice.Stored("Actes", act, "montant").Double(), 1234.5);
     EXPECT_EQ(practice.Stored("Actes", act, "Date").Text(), "11/06/2008");
     ASSERT_EQ(screen.Grid3.Rows(), 3);
@@ -273,13 +272,13 @@ TEST_F(PendingSettlements, SettlesByKeyboardAloneAndKeepsTheSettledActListed)
 
 TEST_F(PendingSettlements, WritesZeroForAnEmptiedAmount)
 {
-    const dao::Key act = practice.Act({.montant = 15, .flag_R = PartlyPaid});
+    const dao::Key act = practice.Act({.montant = 15, .flag_R = PaymentCode::RMinus});
     auto& screen = OpenScreen();
     ListDay(screen, "17/06/2008");
 
     DoubleClick(screen.Grid3, 0);
     EXPECT_EQ(screen.SSPanel2.Amount.text(), "15");
-    Settle(screen, PartlyPaid, "");
+    Settle(screen, PaymentCode::RMinus, "");
 
     EXPECT_EQ(practice.Stored("Actes", act, "montant").Double(), 0);
     EXPECT_EQ(screen.Grid3.Text(0, 7), " ");
@@ -289,14 +288,14 @@ TEST_F(PendingSettlements, WritesZeroForAnEmptiedAmount)
 TEST_F(PendingSettlements, CorrectsTheActThatThePanelShowsWhateverRowIsClickedMeanwhile)
 {
     const dao::Key first = practice.Act({});
-    const dao::Key second = practice.Act({.montant = 5, .flag_R = PartlyPaid});
+    const dao::Key second = practice.Act({.montant = 5, .flag_R = PaymentCode::RMinus});
     auto& screen = OpenScreen();
     ListDay(screen, "17/06/2008");
 
     Click(screen.Image1[1]);
     screen.Grid3.SetRow(1);
     screen.Grid3_Click();
-    Settle(screen, Paid, "70");
+    Settle(screen, PaymentCode::P, "70");
 
     EXPECT_EQ(practice.Stored("Actes", first, "montant").Double(), 70);
     EXPECT_EQ(practice.Stored("Actes", second, "montant").Double(), 5);
@@ -316,7 +315,7 @@ TEST_F(PendingSettlements, SettlesActsThatLackPatientOrAmount)
     ASSERT_TRUE(IsCorrecting(screen));
     EXPECT_EQ(screen.SSPanel2.LastName.text(), "");
     EXPECT_EQ(screen.SSPanel2.Amount.text(), "");
-    Settle(screen, Paid, "70");
+    Settle(screen, PaymentCode::P, "70");
 
     EXPECT_EQ(practice.Stored("Actes", act, "montant").Double(), 70);
 }
@@ -332,12 +331,12 @@ TEST_F(PendingSettlements, PrintsTheListAsItStandsAnEmptyOneToo)
 {
     tests::PutTemplate(practice, "ZEP_DTAL.RPT");
     const QString first = QString::number(practice.Act({}));
-    const QString second = QString::number(practice.Act({.montant = 5, .flag_R = PartlyPaid}));
+    const QString second = QString::number(practice.Act({.montant = 5, .flag_R = PaymentCode::RMinus}));
     auto& screen = OpenScreen();
     core::TheDatabase.Execute("Update textes set ch6 = 'total', ch7 = 'total'");
     ListDay(screen, "17/06/2008");
     Click(screen.Image1[1]);
-    Settle(screen, Paid, "70"); // stays listed, and so is printed
+    Settle(screen, PaymentCode::P, "70"); // stays listed, and so is printed
 
     tests::ExpectPreview(desk, "Règlements en instance Journée du Mar 17-06-2008");
     Click(screen.Image1[2]);

@@ -13,11 +13,9 @@ using cash::J_CAISSE;
 using forms::Icon;
 using tests::RowOf;
 
-namespace {
+namespace PaymentCode = data::PaymentCode;
 
-constexpr int NotPaid = 0;
-constexpr int PartlyPaid = 1;
-constexpr int Paid = 2;
+namespace {
 
 class CashStatement : public testing::Test {
 protected:
@@ -36,8 +34,9 @@ protected:
 
 TEST_F(CashStatement, ReadsTheNewBalanceFromTheFiguresShown)
 {
-    practice.Act({.day = "16/06/2008", .montant = 100.004, .flag_R = Paid}); // shown as 100.00 the evening before
-    practice.Act({.montant = 50.004, .flag_R = Paid});
+    practice.Act(
+        {.day = "16/06/2008", .montant = 100.004, .flag_R = PaymentCode::P}); // shown as 100.00 the evening before
+    practice.Act({.montant = 50.004, .flag_R = PaymentCode::P});
     practice.Expense({.montant = 20});
 
     auto& screen = ShowDay("17/06/2008");
@@ -53,7 +52,7 @@ TEST_F(CashStatement, ReadsTheNewBalanceFromTheFiguresShown)
 TEST_F(CashStatement, ListsEveryServiceAndLeavesZerosEmpty)
 {
     practice.Expense({.day = "16/06/2008", .montant = 30});
-    practice.Act({.day = "16/06/2008", .montant = 30, .flag_R = Paid});
+    practice.Act({.day = "16/06/2008", .montant = 30, .flag_R = PaymentCode::P});
 
     auto& screen = ShowDay("17/06/2008");
 
@@ -78,8 +77,8 @@ TEST_F(CashStatement, TellsNoExpenseFromExpensesOfZero)
 
 TEST_F(CashStatement, CountsANegativeReceiptAsNothing)
 {
-    practice.Act({.day = "16/06/2008", .montant = 10, .flag_R = Paid});
-    practice.Act({.montant = -4, .flag_R = Paid});
+    practice.Act({.day = "16/06/2008", .montant = 10, .flag_R = PaymentCode::P});
+    practice.Act({.montant = -4, .flag_R = PaymentCode::P});
 
     auto& screen = ShowDay("17/06/2008");
 
@@ -91,8 +90,8 @@ TEST_F(CashStatement, CountsANegativeReceiptAsNothing)
 
 TEST_F(CashStatement, LeavesActsWithoutServiceToTheNextEvening)
 {
-    practice.Act({.montant = 70, .flag_R = Paid, .num_presta = 99});
-    practice.Act({.montant = 30.5, .flag_R = PartlyPaid});
+    practice.Act({.montant = 70, .flag_R = PaymentCode::P, .num_presta = 99});
+    practice.Act({.montant = 30.5, .flag_R = PaymentCode::RMinus});
 
     auto& today = ShowDay("17/06/2008");
     EXPECT_EQ(today.RCP[0].text(), "1");
@@ -109,8 +108,8 @@ TEST_F(CashStatement, LeavesActsWithoutServiceToTheNextEvening)
 TEST_F(CashStatement, ListsByKeyWithNumbersFromOneAndShowsZeroOnlyWhenSettled)
 {
     practice.Patient("Haddad", dao::Value());
-    practice.Act({.montant = 0, .flag_R = 4, .num_patient = 2, .HH = 9});
-    practice.Act({.montant = 0, .flag_R = NotPaid, .num_patient = 77, .HH = 5});
+    practice.Act({.montant = 0, .flag_R = PaymentCode::Gr, .num_patient = 2, .HH = 9});
+    practice.Act({.montant = 0, .flag_R = PaymentCode::NP, .num_patient = 77, .HH = 5});
     practice.Expense({.montant = 12.5, .objet = "  L'eau <b>&  "});
 
     auto& screen = ShowDay("17/06/2008");
@@ -125,7 +124,7 @@ TEST_F(CashStatement, SettlesAPendingActByKeyboard)
 {
     practice.Act({.day = "16/06/2008"});
     const dao::Key act = practice.Act({});
-    practice.Act({.montant = 40, .flag_R = PartlyPaid});
+    practice.Act({.montant = 40, .flag_R = PaymentCode::RMinus});
     auto& screen = ShowDay("17/06/2008");
     screen.SSTab1.setCurrentIndex(2);
 
@@ -143,7 +142,7 @@ TEST_F(CashStatement, SettlesAPendingActByKeyboard)
 
     EXPECT_FALSE(screen.SSPanel2.isVisible());
     EXPECT_TRUE(screen.SSTab1.isEnabled());
-    EXPECT_EQ(practice.Stored("Actes", act, "flag_R").Long(), Paid);
+    EXPECT_EQ(practice.Stored("Actes", act, "flag_R").Long(), PaymentCode::P);
     EXPECT_EQ(practice.Stored("Actes", act, "montant").Double(), 1250.5);
     EXPECT_EQ(practice.Stored("Actes", act, "Date").Text(), "17/06/2008");
     EXPECT_EQ(screen.Grid2.Text(0, 6), "1250.5 ");
@@ -154,7 +153,7 @@ TEST_F(CashStatement, SettlesAPendingActByKeyboard)
 
 TEST_F(CashStatement, LeavesEverythingWhenTheCorrectionIsCancelled)
 {
-    const dao::Key act = practice.Act({.montant = 15, .flag_R = PartlyPaid});
+    const dao::Key act = practice.Act({.montant = 15, .flag_R = PaymentCode::RMinus});
     auto& screen = ShowDay("17/06/2008");
     screen.SSTab1.setCurrentIndex(2);
 
@@ -188,7 +187,7 @@ TEST_F(CashStatement, CorrectingYesterdayChangesTodaysOpeningBalance)
     auto& screen = ShowDay("16/06/2008");
     screen.SSTab1.setCurrentIndex(2);
     Click(screen.Image2[4]);
-    screen.SSPanel2.Code.SetListIndex(Paid);
+    screen.SSPanel2.Code.SetListIndex(PaymentCode::P);
     screen.SSPanel2.Amount.setText("800");
     desk.ExpectMessage("Correction enregistrée", Icon::Information, "ZEP Lumo");
     Click(screen.SSPanel2.Image3[0]);

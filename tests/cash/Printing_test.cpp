@@ -7,10 +7,9 @@
 using cash::J_CAISSE;
 using forms::Icon;
 
-namespace {
+namespace PaymentCode = data::PaymentCode;
 
-constexpr int PartlyPaid = 1;
-constexpr int Paid = 2;
+namespace {
 
 class CashPrinting : public testing::Test {
 protected:
@@ -49,9 +48,9 @@ protected:
 
 TEST_F(CashPrinting, HandsTheRecapOverAsItStandsOnTheScreen)
 {
-    practice.Act({.day = "16/06/2008", .montant = 1000, .flag_R = Paid});
-    practice.Act({.montant = 150.5, .flag_R = PartlyPaid});
-    practice.Act({.montant = 1250, .flag_R = Paid});
+    practice.Act({.day = "16/06/2008", .montant = 1000, .flag_R = PaymentCode::P});
+    practice.Act({.montant = 150.5, .flag_R = PaymentCode::RMinus});
+    practice.Act({.montant = 1250, .flag_R = PaymentCode::P});
     practice.Expense({.montant = 20});
     auto& screen = ShowDay();
 
@@ -102,8 +101,8 @@ TEST_F(CashPrinting, PrintsTheOneEmptyRowOfAPracticeWithoutServices)
 TEST_F(CashPrinting, PrintsEachListByItsKeysAndLeavesTheLastPrintAlone)
 {
     const QString pending = QString::number(practice.Act({}));
-    const QString settled = QString::number(practice.Act({.montant = 5, .flag_R = Paid}));
-    const QString alsoSettled = QString::number(practice.Act({.montant = 0, .flag_R = 4}));
+    const QString settled = QString::number(practice.Act({.montant = 5, .flag_R = PaymentCode::P}));
+    const QString alsoSettled = QString::number(practice.Act({.montant = 0, .flag_R = PaymentCode::Gr}));
     const QString expense = QString::number(practice.Expense({.montant = 20}));
     auto& screen = ShowDay();
 
@@ -134,7 +133,7 @@ TEST_F(CashPrinting, PrintsWhatACorrectionHasJustSaved)
     auto& screen = ShowDay();
     screen.SSTab1.setCurrentIndex(2);
     Click(screen.Image2[4]);
-    screen.SSPanel2.Code.SetListIndex(Paid);
+    screen.SSPanel2.Code.SetListIndex(PaymentCode::P);
     screen.SSPanel2.Amount.setText("800");
     desk.ExpectMessage("Correction enregistrée", Icon::Information, "ZEP Lumo");
     Click(screen.SSPanel2.Image3[0]);
@@ -147,7 +146,7 @@ TEST_F(CashPrinting, PrintsWhatACorrectionHasJustSaved)
 
 TEST_F(CashPrinting, ChangesNothingWithoutATemplate)
 {
-    practice.Act({.montant = 5, .flag_R = Paid});
+    practice.Act({.montant = 5, .flag_R = PaymentCode::P});
     auto& screen = ShowDay();
     tests::RemoveTemplate(practice, "ZEP_R1.RPT");
     tests::RemoveTemplate(practice, "ZEP_R2.RPT");
@@ -176,7 +175,7 @@ TEST_F(CashPrinting, KeepsTheFormerRowsWhenFillingFails)
 {
     const auto fails = [](core::ScratchRows& rows) {
         rows.Add({{"num", 1}});
-        throw basic::Error(13);
+        throw basic::RuntimeError(basic::Error::TypeMismatch);
     };
     EXPECT_THROW(core::RefillScratchTable("Prov", fails), basic::RuntimeError);
     EXPECT_EQ(Scratch(), QStringList({"7|ancienne ligne|-|-"}));

@@ -21,6 +21,8 @@ using forms::Answer;
 using forms::Buttons;
 using forms::Icon;
 
+namespace PaymentCode = data::PaymentCode;
+
 namespace {
 
 class Opening : public testing::Test {
@@ -136,7 +138,7 @@ TEST_F(Opening, ChecksEachEntryAgainstItsTable)
     main.Entry("mnu_Caisse")->trigger();
     EXPECT_EQ(cashOpened + actsOpened + pendingOpened, 0);
 
-    practice.Act({.montant = 10, .flag_R = 2});
+    practice.Act({.montant = 10, .flag_R = PaymentCode::P});
     main.Entry("NActes")->trigger();
     EXPECT_EQ(actsOpened, 1);
     desk.ExpectMessage("Aucun règlement en instance", Icon::Information, "ATTENTION");
@@ -181,7 +183,7 @@ TEST_F(Opening, TellsAFailedArchiveCopyAndEndsAllTheSame)
     auto& main = Start();
     TypeCode(main, "6");
     QDir(practice.File("ARCHIVES")).removeRecursively();
-    tests::Quit(desk, main, 76);
+    tests::Quit(desk, main, basic::Error::PathNotFound);
     EXPECT_EQ(desk.EndCode(), 0);
     EXPECT_TRUE(QFile::exists(practice.File("ZEP_ONE.MDB")));
 }

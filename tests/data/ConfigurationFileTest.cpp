@@ -35,8 +35,8 @@ TEST(ConfigurationFile, TextsComeBackAsTheyWere)
 TEST(ConfigurationFile, RefusesWhatAWordCannotHold)
 {
     for (const QString text : {"診療所", "😀", "123456789012345678901234567890123456789012"})
-        EXPECT_EQ(ErrorOf([&] { EncodeConfigRecord(text); }), 5) << text.toStdString();
-    EXPECT_EQ(ErrorOf([] { EncodeConfigRecord(QString(QChar(0x80))); }), 5); // 128 is the euro's code
+        EXPECT_EQ(ErrorOf([&] { EncodeConfigRecord(text); }), Error::BadArgument) << text.toStdString();
+    EXPECT_EQ(ErrorOf([] { EncodeConfigRecord(QString(QChar(0x80))); }), Error::BadArgument); // 128 is the euro's code
 }
 
 TEST(ConfigurationFile, DecodesStrangeRecords)
@@ -47,9 +47,9 @@ TEST(ConfigurationFile, DecodesStrangeRecords)
     EXPECT_EQ(DecodeConfigRecord(Record({{42, 13}, {1, 'A' * 7 + 6}})), "A"); // both divisions truncate
     EXPECT_EQ(DecodeConfigRecord(Record({{42, 42 * 7}})).size(), 42);
     EXPECT_EQ(DecodeConfigRecord(Record({{42, 42 * 7}})).back(), QChar(42)); // the length word, read as a character
-    EXPECT_EQ(ErrorOf([] { DecodeConfigRecord(Record({{42, 43 * 7}})); }), 9);
-    EXPECT_EQ(ErrorOf([] { DecodeConfigRecord(Record({{42, 32767}})); }), 9);
-    EXPECT_EQ(ErrorOf([] { DecodeConfigRecord(Record({{42, 7}, {1, -7}})); }), 5);
+    EXPECT_EQ(ErrorOf([] { DecodeConfigRecord(Record({{42, 43 * 7}})); }), Error::IndexOutOfRange);
+    EXPECT_EQ(ErrorOf([] { DecodeConfigRecord(Record({{42, 32767}})); }), Error::IndexOutOfRange);
+    EXPECT_EQ(ErrorOf([] { DecodeConfigRecord(Record({{42, 7}, {1, -7}})); }), Error::BadArgument);
     EXPECT_EQ(DecodeConfigRecord(QByteArray(20, 'x')), ""); // a record cut short by the end of the file
     EXPECT_EQ(DecodeConfigRecord(QByteArray(83, '\xff')), QString(36, QChar(0))); // 255 / 7 characters of code -1 / 7
 }

@@ -77,7 +77,7 @@ TEST(CreatePractice, NeverTouchesWhatIsThere)
         QFile file(place.filePath(name));
         ASSERT_TRUE(file.open(QIODevice::WriteOnly));
         file.close();
-        EXPECT_EQ(ErrorOf([&] { data::CreatePractice(place.path(), setup); }), 58) << name;
+        EXPECT_EQ(ErrorOf([&] { data::CreatePractice(place.path(), setup); }), Error::FileExists) << name;
         EXPECT_EQ(Everything(place.path()), QStringList(name));
     }
 }
@@ -89,12 +89,12 @@ TEST(CreatePractice, RefusesWhatCannotBeStoredAndLeavesNothing)
     for (const int code : {3, -32770, 32768, 1000000}) {
         data::PracticeSetup bad = setup;
         bad.accessCode = code;
-        EXPECT_EQ(ErrorOf([&] { data::CreatePractice(folder, bad); }), 5) << code;
+        EXPECT_EQ(ErrorOf([&] { data::CreatePractice(folder, bad); }), Error::BadArgument) << code;
     }
     for (const char* line : {"診療所", "12345678901234567890123456789012345678901"}) {
         data::PracticeSetup bad = setup;
         bad.letterhead[0] = line;
-        EXPECT_EQ(ErrorOf([&] { data::CreatePractice(folder, bad); }), 5) << line;
+        EXPECT_EQ(ErrorOf([&] { data::CreatePractice(folder, bad); }), Error::BadArgument) << line;
     }
     EXPECT_FALSE(QFile::exists(folder));
 

@@ -22,9 +22,6 @@ using tests::OtherProgram;
 
 namespace {
 
-constexpr int DiskFull = 61;
-constexpr int PermissionRefused = 70;
-
 /// No file may grow past this size, as on a disk that is full.
 class FileSizeLimit {
 public:
@@ -75,7 +72,7 @@ protected:
         return main;
     }
 
-    void WorkAndQuit(int toldError = 0)
+    void WorkAndQuit(std::optional<basic::Error> toldError = {})
     {
         ScriptedDesk desk;
         auto& main = Work(desk);
@@ -124,7 +121,7 @@ TEST_F(EndOfDay, KeepsYesterdaysCopyWhenTheDiskIsFull)
         auto& main = Work(desk);
         {
             const FileSizeLimit limit{rlim_t(largest)};
-            tests::Quit(desk, main, DiskFull);
+            tests::Quit(desk, main, Error::DiskFull);
         }
         ExpectYesterdaysCopy();
     }
@@ -134,7 +131,7 @@ TEST_F(EndOfDay, KeepsYesterdaysCopyWhenTheDiskIsFull)
                                     tests::SizeOf(files) / 1024 + 250); // too little for a second copy
         if (disk.IsThere()) {
             tests::WriteContent(practice.Folder(), files);
-            WorkAndQuit(DiskFull);
+            WorkAndQuit(Error::DiskFull);
             ExpectYesterdaysCopy();
         }
         settled -= disk.IsThere();
@@ -146,7 +143,7 @@ TEST_F(EndOfDay, KeepsYesterdaysCopyWhenTheDiskIsFull)
 TEST_F(EndOfDay, KeepsYesterdaysCopyWhereItMayNotWrite)
 {
     Protect(0555);
-    WorkAndQuit(PermissionRefused);
+    WorkAndQuit(Error::PermissionDenied);
     ExpectYesterdaysCopy();
     Protect(0700);
     {
@@ -154,7 +151,7 @@ TEST_F(EndOfDay, KeepsYesterdaysCopyWhereItMayNotWrite)
         if (disk.IsThere()) {
             tests::WriteContent(folder, {{"ZEP_ONE.MDB", yesterday}});
             disk.MakeReadOnly();
-            WorkAndQuit(PermissionRefused);
+            WorkAndQuit(Error::PermissionDenied);
             ExpectYesterdaysCopy();
         }
     }

@@ -25,7 +25,6 @@ using namespace std::chrono_literals;
 
 namespace {
 
-constexpr int Locked = 3187;
 constexpr std::chrono::milliseconds ShortWhile = 100ms;
 
 constexpr const char* WholeFile = "pragma journal_mode = delete; begin exclusive";
@@ -72,7 +71,7 @@ protected:
         EXPECT_GE(waited.elapsed(), ShortWhile.count() - 5) << "the lock was never in the way";
     }
 
-    static QString Told() { return core::ErrorText(Locked, basic::Error(Locked).description); }
+    static QString Told() { return core::ErrorText(basic::RuntimeError(basic::Error::Locked)); }
 
     /// Chooses the first pending act of the day and has it settled as paid, with 500 dinars.
     static void Settle(J_CAISSE& till)
@@ -146,7 +145,8 @@ TEST_F(LockedDatabase, EndsWithoutSettlingWhenAnotherWritesForTooLong)
     ScriptedDesk desk;
     auto& till = OpenTill(desk);
     const tests::FolderContent before = tests::ContentOf(practice.Folder());
-    desk.ExpectMessage("Erreur d'exécution '3187' :\n" + basic::Error(Locked).description, Icon::Critical, "ZEP Lumo");
+    desk.ExpectMessage("Erreur d'exécution '3187' :\n" + basic::RuntimeError(basic::Error::Locked).Description(),
+                       Icon::Critical, "ZEP Lumo");
     Settle(till);
     EXPECT_EQ(desk.EndCode(), 1);
     EXPECT_FALSE(core::TheDatabase.IsOpen());

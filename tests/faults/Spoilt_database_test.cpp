@@ -19,9 +19,6 @@ using tests::FolderContent;
 
 namespace {
 
-constexpr int ReadOnly = 3027;
-constexpr int Damaged = 3049;
-constexpr int Foreign = 3343;
 constexpr qsizetype PageSize = 4096;
 constexpr qsizetype HeadSize = 100;
 
@@ -52,7 +49,7 @@ protected:
     {
         const FolderContent before = tests::ContentOf(practice.Folder());
         ScriptedDesk desk;
-        const QString text = core::ErrorText(error.number, error.description);
+        const QString text = core::ErrorText(error);
         desk.ExpectMessage(text, Icon::Exclamation, "Lumo ZEP");
         desk.ExpectMessage(text, Icon::Exclamation, "ZEP Lumo");
         tests::StartProgram(desk, practice.Folder());
@@ -61,10 +58,10 @@ protected:
         EXPECT_TRUE(tests::ContentOf(practice.Folder()) == before) << "something was written";
     }
 
-    void ExpectRefused(const QByteArray& bytes, int number) const
+    void ExpectRefused(const QByteArray& bytes, Error error) const
     {
         Write(bytes);
-        ExpectRefused(basic::Error(number, "ZEP_ONE.MDB"));
+        ExpectRefused(basic::RuntimeError(error, "ZEP_ONE.MDB"));
     }
 
     /// Made sound again, it opens without a message.
@@ -99,14 +96,16 @@ TEST_F(SpoiltDatabase, IsRefusedWhenItIsNoneOfOurs)
     };
     for (const auto& [kind, bytes] : files) {
         SCOPED_TRACE(kind);
-        ExpectRefused(bytes, Foreign);
+        ExpectRefused(bytes, Error::UnrecognizedFormat);
     }
 
     QByteArray newer = sound;
     newer[63] = char(newer[63] + 1);
     Write(newer);
-    ExpectRefused({Foreign, "Format de base de données 'ZEP_ONE.MDB' non reconnu : le fichier vient d'une version plus "
-                            "récente du programme."});
+    ExpectRefused(basic::RuntimeError::Described(
+        Error::UnrecognizedFormat,
+        "Format de base de données 'ZEP_ONE.MDB' non reconnu : le fichier vient d'une version plus "
+        "récente du programme."));
     Write(sound);
     ExpectOpens();
 }
@@ -123,7 +122,7 @@ TEST_F(SpoiltDatabase, IsRefusedWhenCutAtAnyLength)
         lengths.push_back(pages * PageSize);
     for (const qsizetype length : lengths) {
         SCOPED_TRACE(length);
-        ExpectRefused(sound.first(length), length < HeadSize ? Foreign : Damaged);
+        ExpectRefused(sound.first(length), length < HeadSize ? Error::UnrecognizedFormat : Error::DamagedDatabase);
     }
     Write(sound);
     ExpectOpens();
@@ -137,9 +136,9 @@ TEST_F(SpoiltDatabase, IsRefusedWhenAPageIsDestroyed)
         const qsizetype from = start == 0 ? HeadSize : start;
         const qsizetype size = start + PageSize - from;
         QByteArray bytes = sound;
-        ExpectRefused(bytes.replace(from, size, QByteArray(size, '\xA5')), Damaged);
+        ExpectRefused(bytes.replace(from, size, QByteArray(size, '\xA5')), Error::DamagedDatabase);
         if (tests::IsLongForm())
-            ExpectRefused(bytes.replace(from, size, QByteArray(size, '\0')), Damaged);
+            ExpectRefused(bytes.replace(from, size, QByteArray(size, '\0')), Error::DamagedDatabase);
     }
     Write(sound);
     ExpectOpens();
@@ -149,7 +148,7 @@ TEST_F(SpoiltDatabase, IsRefusedWhereNothingMayBeWritten)
 {
     const auto refuse = [this](const QString& path, mode_t protectedMode, mode_t mode) {
         ::chmod(path.toUtf8().constData(), protectedMode);
-        ExpectRefused(basic::Error(ReadOnly));
+        ExpectRefused(basic::RuntimeError(Error::ReadOnly));
         ::chmod(path.toUtf8().constData(), mode);
     };
     refuse(database, 0444, 0600);
@@ -160,7 +159,7 @@ TEST_F(SpoiltDatabase, IsRefusedWhereNothingMayBeWritten)
         if (medium.IsThere()) {
             tests::WriteContent(practice.Folder(), files);
             medium.MakeReadOnly();
-            ExpectRefused(basic::Error(ReadOnly));
+            ExpectRefused(basic::RuntimeError(Error::ReadOnly));
         }
     }
     ExpectOpens();

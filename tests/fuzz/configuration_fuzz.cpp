@@ -55,7 +55,8 @@ std::optional<QString> Decoded(const QByteArray& record)
     try {
         return data::DecodeConfigRecord(record);
     } catch (const basic::RuntimeError& error) {
-        Require(error.number == 5 || error.number == 9, "a record is refused with 5 or 9", error.description);
+        Require(error.Code() == basic::Error::BadArgument || error.Code() == basic::Error::IndexOutOfRange,
+                "a record is refused with 5 or 9", error.Description());
         return {};
     }
 }

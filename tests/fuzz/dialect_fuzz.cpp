@@ -22,6 +22,8 @@ using dao::Plan;
 using dao::Token;
 using fuzz::Require;
 
+using basic::Error;
+
 namespace {
 
 constexpr const char* Rows[] = {
@@ -100,20 +102,19 @@ private:
     int stops = 0;
 };
 
-/// Runs `work`; false when it was refused with one of the numbers. Any other refusal is a fault.
+/// Runs `work`; false when it was refused with one of these errors. Any other refusal is a fault.
 template <class Work>
-bool Succeeds(Session& session, std::initializer_list<int> numbers, const QString& statement, Work work)
+bool Succeeds(Session& session, std::initializer_list<Error> refusals, const QString& statement, Work work)
 {
-    constexpr int stopped = 3043;
     session.Restart();
     try {
         work();
         return true;
     } catch (const basic::RuntimeError& error) {
-        const bool expected = std::ranges::find(numbers, error.number) != numbers.end() ||
-                              (error.number == stopped && session.WasStopped());
+        const bool expected = std::ranges::find(refusals, error.Code()) != refusals.end() ||
+                              (error.Code() == Error::DiskOrNetwork && session.WasStopped());
         Require(expected, "a refusal has a number of refused statements",
-                QString::number(error.number) + " " + error.description + "\n" + statement);
+                QString::number(error.Number()) + " " + error.Description() + "\n" + statement);
         return false;
     }
 }
@@ -168,7 +169,7 @@ void CheckLiteral(const Token& token, const dao::Datum& datum)
 std::optional<dao::Phrase> TakenApart(Session& session, const QString& statement)
 {
     dao::Phrase phrase;
-    if (!Succeeds(session, {3075}, statement, [&] { phrase = dao::TakeApart(statement); }))
+    if (!Succeeds(session, {Error::SyntaxError}, statement, [&] { phrase = dao::TakeApart(statement); }))
         return {};
     std::size_t literal = 0;
     for (const Token& token : dao::Tokens(statement)) {
@@ -241,7 +242,7 @@ void CheckPlan(Session& session, const QString& statement, const dao::Phrase& ph
     const auto find = [&](std::string_view name) { return session.connection->FindTable(name); };
     Plan plan;
     const auto translate = [&] { plan = dao::Translate(statement, find, skipsFailures); };
-    if (!Succeeds(session, {3075, 3078, 3085}, statement, translate))
+    if (!Succeeds(session, {Error::SyntaxError, Error::UnknownTable, Error::UnknownFunction}, statement, translate))
         return;
     const Plan other = dao::Translate(WithOtherValues(statement), find, skipsFailures);
     Require(plan.sql == other.sql && plan.keysSql == other.keysSql, "values are no part of a plan", statement);
@@ -264,22 +265,28 @@ int Walked(dao::Recordset rows)
 
 void CheckOpening(Session& session, const QString& statement)
 {
-    Succeeds(session, {3061, 3075, 3078, 3085, 3163, 3219}, statement, [&] {
-        const int count = Walked(session.database.OpenRecordset(statement));
-        dao::Recordset again = session.database.OpenRecordset(statement);
-        if (count > 0)
-            again.MoveLast();
-        Require(again.RecordCount() == count, "the last row is the last of the walk", statement);
-    });
+    Succeeds(session,
+             {Error::UnknownColumn, Error::SyntaxError, Error::UnknownTable, Error::UnknownFunction,
+              Error::FieldTooSmall, Error::InvalidOperation},
+             statement, [&] {
+                 const int count = Walked(session.database.OpenRecordset(statement));
+                 dao::Recordset again = session.database.OpenRecordset(statement);
+                 if (count > 0)
+                     again.MoveLast();
+                 Require(again.RecordCount() == count, "the last row is the last of the walk", statement);
+             });
 }
 
 /// Runs the statement in a transaction that is taken back.
 void CheckRunning(Session& session, const QString& statement, int options)
 {
     session.database.BeginTrans();
-    Succeeds(session, {3022, 3061, 3065, 3075, 3078, 3085, 3163, 3421}, statement, [&] {
-        Require(session.database.Execute(statement, options) >= 0, "changed rows are counted", statement);
-    });
+    Succeeds(session,
+             {Error::DuplicateKey, Error::UnknownColumn, Error::NotAnAction, Error::SyntaxError, Error::UnknownTable,
+              Error::UnknownFunction, Error::FieldTooSmall, Error::ConversionFailed},
+             statement, [&] {
+                 Require(session.database.Execute(statement, options) >= 0, "changed rows are counted", statement);
+             });
     session.Unbind();
     session.database.Rollback();
 }
@@ -295,15 +302,19 @@ void CheckSearch(Session& session, const QString& condition)
             if (!rows.NoMatch())
                 found = rows["num"].Get();
         };
-        if (!Succeeds(session, {3061, 3070, 3075, 3078, 3085}, condition, search))
+        if (!Succeeds(session,
+                      {Error::UnknownColumn, Error::UnknownExpression, Error::SyntaxError, Error::UnknownTable,
+                       Error::UnknownFunction},
+                      condition, search))
             continue;
         std::optional<dao::Value> selected;
         const QString select = QString("select * from ") + table + " where " + condition;
-        const bool agrees = Succeeds(session, {3061, 3075, 3085}, select, [&] {
-            const dao::Recordset rows = session.database.OpenRecordset(select);
-            if (!rows.IsEOF())
-                selected = rows["num"].Get();
-        });
+        const bool agrees =
+            Succeeds(session, {Error::UnknownColumn, Error::SyntaxError, Error::UnknownFunction}, select, [&] {
+                const dao::Recordset rows = session.database.OpenRecordset(select);
+                if (!rows.IsEOF())
+                    selected = rows["num"].Get();
+            });
         Require(agrees || session.WasStopped(), "what can be searched for can be selected", select);
         Require(session.WasStopped() || found.has_value() == selected.has_value(), "search and select agree", select);
         Require(session.WasStopped() || !found || found->Raw() == selected->Raw(), "both give one row", select);

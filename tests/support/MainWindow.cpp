@@ -2,7 +2,6 @@
 
 #include "core/Auteur.h"
 #include "core/opening.h"
-#include "platform/basic/RuntimeError.h"
 
 using core::Auteur;
 using core::Form1;
@@ -28,12 +27,11 @@ Form1& StartProgram(ScriptedDesk& desk, const QString& folder)
     return main;
 }
 
-void Quit(ScriptedDesk& desk, Form1& main, int toldError)
+void Quit(ScriptedDesk& desk, Form1& main, std::optional<basic::Error> toldError)
 {
     desk.ExpectMessage("Veuiller Confirmer Fin de Travail !!", forms::Icon::Question, "ZEP Lumo", forms::Answer::Yes);
-    if (toldError != 0)
-        desk.ExpectMessage(core::ErrorText(toldError, basic::Error(toldError).description), forms::Icon::Exclamation,
-                           "ZEP Lumo");
+    if (toldError)
+        desk.ExpectMessage(core::ErrorText(basic::RuntimeError(*toldError)), forms::Icon::Exclamation, "ZEP Lumo");
     main.Entry("mnuQ")->trigger();
 }
 

@@ -1,7 +1,10 @@
 #pragma once
 
 #include "core/Form1.h"
+#include "platform/basic/RuntimeError.h"
 #include "support/ScriptedDesk.h"
+
+#include <optional>
 
 namespace tests {
 
@@ -14,7 +17,7 @@ void TypeCode(ScriptedDesk& desk, core::Form1& main, const QString& folder, cons
 /// Starts the program and opens the practice in this folder, whose access code is 6.
 core::Form1& StartProgram(ScriptedDesk& desk, const QString& folder);
 
-/// Ends the program by its menu and confirms it. `toldError` is the number of the error that comes of it; 0 for none.
-void Quit(ScriptedDesk& desk, core::Form1& main, int toldError = 0);
+/// Ends the program by its menu and confirms it. `toldError` is the error that comes of it.
+void Quit(ScriptedDesk& desk, core::Form1& main, std::optional<basic::Error> toldError = {});
 
 } // namespace tests

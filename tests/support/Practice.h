@@ -1,5 +1,6 @@
 #pragma once
 
+#include "data/PaymentCode.h"
 #include "platform/dao/Engine.h"
 
 #include <QTemporaryDir>
@@ -11,7 +12,7 @@ namespace tests {
 struct ActRow {
     QString day = "17/06/2008";
     dao::Value montant = 0.0;
-    dao::Value flag_R = 0;
+    dao::Value flag_R = data::PaymentCode::NP;
     int num_patient = 1;
     int num_presta = 1;
     dao::Value HH = 0;

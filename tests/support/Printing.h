@@ -5,6 +5,7 @@
 #include <QDate>
 #include <QString>
 #include <QStringList>
+#include <optional>
 #include <ostream>
 
 /// How a failed test shows texts and dates.
@@ -21,14 +22,23 @@ inline void PrintTo(const QDate& date, std::ostream* out)
     *out << date.toString(Qt::ISODate).toStdString();
 }
 
-/// The number of the run-time error that `action` raises, 0 when it raises none.
+namespace basic {
+inline void PrintTo(Error error, std::ostream* out)
+{
+    *out << "error " << static_cast<int>(error);
+}
+} // namespace basic
+
+using basic::Error;
+
+/// The run-time error that `action` raises; none when it raises none.
 template <class Action>
-int ErrorOf(Action action)
+std::optional<basic::Error> ErrorOf(Action action)
 {
     try {
         action();
     } catch (const basic::RuntimeError& error) {
-        return error.number;
+        return error.Code();
     }
-    return 0;
+    return std::nullopt;
 }

@@ -72,7 +72,7 @@ private:
             step();
         } catch (const basic::RuntimeError& error) {
             report.failures
-                << QString("%1 : erreur %2, %3").arg(subject, QString::number(error.number), error.description);
+                << QString("%1 : erreur %2, %3").arg(subject, QString::number(error.Number()), error.Description());
         }
     }
 
@@ -221,7 +221,7 @@ private:
         for (const FieldRule& field : rule.fields) {
             const qsizetype position = names.indexOf(QString(field.name).toLower());
             if (position < 0)
-                throw basic::Error(3265);
+                throw basic::RuntimeError(basic::Error::UnknownField);
             positions << static_cast<int>(position);
         }
         return positions;

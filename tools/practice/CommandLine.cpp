@@ -226,7 +226,7 @@ int RunCommand(const QStringList& arguments, QTextStream& output, QTextStream& e
     try {
         return commands.Run(output, errors);
     } catch (const basic::RuntimeError& error) {
-        errors << "practice : " << error.description << "\n";
+        errors << "practice : " << error.Description() << "\n";
         return refused;
     }
 }

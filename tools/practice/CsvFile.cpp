@@ -33,15 +33,17 @@ public:
         const std::size_t read = csv_parse(&parser, bytes.constData(), length, TakeCell, TakeRow, this);
         Deliver();
         if (read != length)
-            throw RuntimeError{
-                5, QString("Ligne %1 : guillemets mal placés ; la suite du fichier n'a pas été lue.").arg(line)};
+            throw basic::RuntimeError::Described(
+                basic::Error::BadArgument,
+                QString("Ligne %1 : guillemets mal placés ; la suite du fichier n'a pas été lue.").arg(line));
         insideRow = !rowTaken && (insideRow || !bytes.trimmed().isEmpty());
     }
 
     void End()
     {
         if (csv_fini(&parser, TakeCell, TakeRow, this) != 0)
-            throw RuntimeError{5, QString("Ligne %1 : guillemets jamais refermés.").arg(row.line)};
+            throw basic::RuntimeError::Described(basic::Error::BadArgument,
+                                                 QString("Ligne %1 : guillemets jamais refermés.").arg(row.line));
         Deliver();
     }
 
@@ -50,7 +52,8 @@ private:
     void Deliver()
     {
         if (badText)
-            throw RuntimeError{5, QString("Ligne %1 : le texte n'est pas en UTF-8.").arg(row.line)};
+            throw basic::RuntimeError::Described(basic::Error::BadArgument,
+                                                 QString("Ligne %1 : le texte n'est pas en UTF-8.").arg(row.line));
         for (const CsvRow& complete : finished)
             take(complete);
         finished.clear();
@@ -88,9 +91,12 @@ void ReadCsv(const QString& path, const std::function<void(const CsvRow&)>& take
 {
     QFile file(path);
     if (!file.exists())
-        throw RuntimeError{53, QString("Le fichier « %1 » est introuvable.").arg(path)};
+        throw basic::RuntimeError::Described(basic::Error::FileNotFound,
+                                             QString("Le fichier « %1 » est introuvable.").arg(path));
     if (!file.open(QIODevice::ReadOnly))
-        throw RuntimeError{75, QString("Le fichier « %1 » ne peut pas être lu : %2").arg(path, file.errorString())};
+        throw basic::RuntimeError::Described(
+            basic::Error::PathAccess,
+            QString("Le fichier « %1 » ne peut pas être lu : %2").arg(path, file.errorString()));
 
     QByteArray header = file.readLine();
     if (header.startsWith("\xEF\xBB\xBF"))

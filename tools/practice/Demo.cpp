@@ -37,11 +37,13 @@ public:
         : wanted(QDir::cleanPath(QDir(folder).absolutePath())), part(wanted + ".part")
     {
         if (QFileInfo::exists(wanted) && !(QFileInfo(wanted).isDir() && IsEmpty(wanted)))
-            throw basic::RuntimeError{58,
-                                      QString("Le dossier « %1 » n'est pas vide : rien n'a été modifié.").arg(folder)};
+            throw basic::RuntimeError::Described(
+                basic::Error::FileExists,
+                QString("Le dossier « %1 » n'est pas vide : rien n'a été modifié.").arg(folder));
         const bool isOurs = QFileInfo::exists(part + "/" + data::databaseFile);
         if (QFileInfo::exists(part) && !isOurs && !IsEmpty(part))
-            throw basic::RuntimeError{58, QString("Le dossier « %1 » existe déjà : rien n'a été modifié.").arg(part)};
+            throw basic::RuntimeError::Described(
+                basic::Error::FileExists, QString("Le dossier « %1 » existe déjà : rien n'a été modifié.").arg(part));
         QDir(part).removeRecursively();
     }
     ~FolderInTheMaking()
@@ -58,7 +60,8 @@ public:
     {
         QDir().rmdir(wanted);
         if (!QDir().rename(part, wanted))
-            throw basic::RuntimeError{75, QString("Le dossier « %1 » ne peut pas être créé.").arg(wanted)};
+            throw basic::RuntimeError::Described(basic::Error::PathAccess,
+                                                 QString("Le dossier « %1 » ne peut pas être créé.").arg(wanted));
         complete = true;
     }
 

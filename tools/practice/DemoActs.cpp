@@ -1,3 +1,4 @@
+#include "data/PaymentCode.h"
 #include "platform/basic/Dates.h"
 #include "practice/DemoPlan.h"
 #include "practice/DemoWords.h"
@@ -10,7 +11,7 @@
 namespace practice {
 namespace {
 
-enum Settlement { Unpaid, Partial, Paid, Overpaid, Free, Absent };
+namespace PaymentCode = data::PaymentCode;
 
 constexpr int minutesStep = 5;
 constexpr int stepsOfHour = 60 / minutesStep;
@@ -26,24 +27,24 @@ QString TimeText(int step)
 }
 
 /// How acts are settled, in parts of a hundred, by the order of the codes. What is recent is more often still pending.
-Settlement SettlementOf(int daysAgo, Dice& dice)
+int SettlementOf(int daysAgo, Dice& dice)
 {
     constexpr std::array<int, 6> today{16, 12, 56, 8, 5, 3};
     constexpr std::array<int, 6> recent{9, 8, 66, 9, 5, 3};
     constexpr std::array<int, 6> older{2, 3, 77, 10, 5, 3};
     constexpr int recentDays = 45;
     constexpr int todaysDays = 7;
-    return static_cast<Settlement>(dice.Weighted(daysAgo < todaysDays ? today : daysAgo < recentDays ? recent : older));
+    return dice.Weighted(daysAgo < todaysDays ? today : daysAgo < recentDays ? recent : older);
 }
 
-double AmountOf(Settlement settlement, int rate, Dice& dice)
+double AmountOf(int settlement, int rate, Dice& dice)
 {
     switch (settlement) {
-    case Partial:
+    case PaymentCode::RMinus:
         return std::max(50, rate * dice.Between(2, 8) / 10 / 50 * 50);
-    case Paid:
+    case PaymentCode::P:
         return dice.OneIn(150) ? rate + 0.5 : rate;
-    case Overpaid:
+    case PaymentCode::RPlus:
         return rate + 100 * dice.Below(6);
     default:
         return 0;
@@ -98,9 +99,9 @@ private:
             const int service = dice.Weighted(weights);
             const int daysAgo = static_cast<int>(day.date.daysTo(plan.until));
             // The last day shows every code, whatever the dice say.
-            const auto settlement =
-                daysAgo == 0 && act < 12 ? static_cast<Settlement>(act % 6) : SettlementOf(daysAgo, dice);
-            const bool keptVisible = ofService[static_cast<std::size_t>(service)]++ % 3 == 0 || settlement == Partial;
+            const int settlement = daysAgo == 0 && act < 12 ? act % 6 : SettlementOf(daysAgo, dice);
+            const bool keptVisible =
+                ofService[static_cast<std::size_t>(service)]++ % 3 == 0 || settlement == PaymentCode::RMinus;
             acts.AddNew();
             acts["num"] = ++lastAct;
             acts["Date"] = date;
@@ -114,7 +115,7 @@ private:
         }
     }
 
-    void FillAct(int step, int service, Settlement settlement)
+    void FillAct(int step, int service, int settlement)
     {
         const int code = CodeOf(service, dice);
         const int usual = Services()[static_cast<std::size_t>(service) % Services().size()].code;
@@ -125,7 +126,7 @@ private:
         acts["num_presta"] = dice.OneIn(4000) ? plan.services + 1 : service + 1;
         acts["montant"] = amount;
         acts["Type"] = code < 0 ? dao::Value() : dao::Value(codes[code]);
-        acts["flag_R"] = static_cast<int>(settlement);
+        acts["flag_R"] = settlement;
         cash += amount;
     }
 

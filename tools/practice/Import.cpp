@@ -143,9 +143,11 @@ ImportResult ImportCsv(const QString& folder, const QString& table, const QStrin
 {
     const TableRule* const rule = FindTable(table);
     if (rule == nullptr)
-        throw basic::RuntimeError{5, QString("« %1 » n'est pas une table à importer. Tables : Patients, Actes, Plani, "
-                                             "Actes_suppr.")
-                                         .arg(table)};
+        throw basic::RuntimeError::Described(
+            basic::Error::BadArgument,
+            QString("« %1 » n'est pas une table à importer. Tables : Patients, Actes, Plani, "
+                    "Actes_suppr.")
+                .arg(table));
     const PracticeData practice(folder);
     dao::Transaction transaction(practice.Database());
     TableImport import(practice.Database(), *rule);

@@ -11,7 +11,8 @@ namespace practice {
 PracticeData::PracticeData(const QString& folder)
 {
     if (!QFileInfo(folder).isDir())
-        throw basic::RuntimeError{76, QString("Le dossier « %1 » n'existe pas.").arg(folder)};
+        throw basic::RuntimeError::Described(basic::Error::PathNotFound,
+                                             QString("Le dossier « %1 » n'existe pas.").arg(folder));
     dao::DBEngine.SystemDB = host::PathIn(folder, data::workgroupFile);
     workspace = dao::DBEngine.CreateWorkspace("Special", data::workspaceUser, data::BuildWorkspacePassword());
     database = workspace.OpenDatabase(host::PathIn(folder, data::databaseFile));

@@ -14,7 +14,7 @@ QStringList CheckReportTemplate(const QString& file)
 {
     const QTemporaryDir place;
     if (!place.isValid())
-        throw basic::RuntimeError{75, "Le dossier temporaire ne peut pas être créé."};
+        throw basic::RuntimeError::Described(basic::Error::PathAccess, "Le dossier temporaire ne peut pas être créé.");
     const QString database = place.filePath(data::databaseFile);
     // The field that the first opening of a practice adds.
     dao::CreateDatabase(database, data::Schema() + "\nALTER TABLE Prov ADD COLUMN Mt2 REAL DEFAULT 0;");

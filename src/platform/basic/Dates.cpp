@@ -1,5 +1,6 @@
 #include "platform/basic/Dates.h"
 
+#include "platform/basic/Numbers.h"
 #include "platform/basic/RuntimeError.h"
 
 #include <QStringList>
@@ -9,11 +10,6 @@ namespace {
 
 constexpr int firstYear = 100;
 constexpr int lastYear = 9999;
-
-bool IsDigit(QChar character)
-{
-    return character >= '0' && character <= '9';
-}
 
 /// The groups of digits of the text; raises 13 when it holds a letter, since "12 mai" is no date in figures.
 QStringList DigitGroups(const QString& text)
@@ -26,7 +22,7 @@ QStringList DigitGroups(const QString& text)
                 groups << QString();
             groups.last() += character;
         } else if (character.isLetterOrNumber()) {
-            throw Error(13);
+            throw RuntimeError(Error::TypeMismatch);
         }
         inGroup = IsDigit(character);
     }
@@ -45,7 +41,7 @@ int FullYear(const QString& digits)
 const QDate& Valid(const QDate& date)
 {
     if (!date.isValid())
-        throw Error(13);
+        throw RuntimeError(Error::TypeMismatch);
     return date;
 }
 
@@ -55,7 +51,7 @@ QDate DateValue(const QString& text)
 {
     QStringList groups = DigitGroups(text);
     if (groups.size() != 3)
-        throw Error(13);
+        throw RuntimeError(Error::TypeMismatch);
     if (groups.first().size() == 4)
         groups.swapItemsAt(0, 2);
     const bool tooLong = groups[0].size() > 2 || groups[1].size() > 2 || groups[2].size() > 4;
@@ -63,7 +59,7 @@ QDate DateValue(const QString& text)
     const int month = groups[1].toInt();
     const int year = FullYear(groups[2]);
     if (tooLong || day < 1 || day > 31 || month < 1 || month > 12 || year < firstYear)
-        throw Error(13);
+        throw RuntimeError(Error::TypeMismatch);
     return QDate(year, month, 1).addDays(day - 1);
 }
 
@@ -76,7 +72,7 @@ QDate AddDays(const QDate& date, int days)
 {
     const QDate moved = Valid(date).addDays(days);
     if (!moved.isValid() || moved.year() < firstYear || moved.year() > lastYear)
-        throw Error(6);
+        throw RuntimeError(Error::Overflow);
     return moved;
 }
 

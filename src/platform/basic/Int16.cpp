@@ -10,7 +10,7 @@ namespace {
 qint16 Narrow(qint64 value)
 {
     if (value < std::numeric_limits<qint16>::min() || value > std::numeric_limits<qint16>::max())
-        throw Error(6);
+        throw RuntimeError(Error::Overflow);
     return static_cast<qint16>(value);
 }
 
@@ -22,7 +22,7 @@ Int16& Int16::operator+=(qint64 step)
 {
     qint64 result = 0;
     if (__builtin_add_overflow(qint64{number}, step, &result))
-        throw Error(6);
+        throw RuntimeError(Error::Overflow);
     number = Narrow(result);
     return *this;
 }
@@ -31,7 +31,7 @@ Int16& Int16::operator-=(qint64 step)
 {
     qint64 result = 0;
     if (__builtin_sub_overflow(qint64{number}, step, &result))
-        throw Error(6);
+        throw RuntimeError(Error::Overflow);
     number = Narrow(result);
     return *this;
 }
@@ -40,7 +40,7 @@ Int16& Int16::operator*=(qint64 factor)
 {
     qint64 result = 0;
     if (__builtin_mul_overflow(qint64{number}, factor, &result))
-        throw Error(6);
+        throw RuntimeError(Error::Overflow);
     number = Narrow(result);
     return *this;
 }

@@ -10,8 +10,6 @@
 namespace basic {
 namespace {
 
-constexpr int significantDigits = 15;
-
 /// A number without its sign as decimal digits: `whole` without leading zeros, `fraction` of a set length.
 struct DecimalText {
     std::string whole;
@@ -121,7 +119,7 @@ QString FillFraction(const QString& mask, const std::string& digits)
 QString Format(double number, const QString& mask)
 {
     if (!std::isfinite(number))
-        throw Error(6);
+        throw RuntimeError(Error::Overflow);
     const qsizetype point = mask.indexOf('.');
     const QString wholeMask = mask.left(point);
     const QString fractionMask = point < 0 ? QString() : mask.mid(point + 1);

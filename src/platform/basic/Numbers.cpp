@@ -12,16 +12,9 @@
 namespace basic {
 namespace {
 
-constexpr int significantDigits = 15;
-
 bool IsBlank(QChar character)
 {
     return character == ' ' || character == '\t' || character == '\n' || character == '\r';
-}
-
-bool IsDigit(QChar character)
-{
-    return character >= '0' && character <= '9';
 }
 
 /// The text without blanks, up to the first character that no number can hold.
@@ -59,7 +52,7 @@ double Val(const QString& text)
     if (problem == std::errc::result_out_of_range) {
         const std::string_view read(first, static_cast<std::size_t>(end - first));
         if (read.find("e-") == std::string_view::npos)
-            throw Error(6);
+            throw RuntimeError(Error::Overflow);
         return 0;
     }
     return problem == std::errc() ? number : 0;
@@ -74,7 +67,7 @@ QString Str(double number)
 QString PlainText(double number)
 {
     if (!std::isfinite(number))
-        throw Error(6);
+        throw RuntimeError(Error::Overflow);
     if (number == 0)
         return "0"; // also for a zero with a minus sign
     std::array<char, 40> buffer{};
@@ -87,7 +80,7 @@ qint32 RoundToInt(double number)
 {
     const double whole = std::nearbyint(number); // the standing rounding mode sends ties to the even number
     if (!(whole >= std::numeric_limits<qint32>::min() && whole <= std::numeric_limits<qint32>::max()))
-        throw Error(6);
+        throw RuntimeError(Error::Overflow);
     return static_cast<qint32>(whole);
 }
 

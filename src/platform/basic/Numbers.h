@@ -4,6 +4,19 @@
 
 namespace basic {
 
+/// Decimal digits that a double's text shows at most.
+inline constexpr int significantDigits = 15;
+
+/// Whether the character is an ASCII digit.
+constexpr bool IsDigit(char16_t character)
+{
+    return character >= u'0' && character <= u'9';
+}
+constexpr bool IsDigit(QChar character)
+{
+    return IsDigit(character.unicode());
+}
+
 /// Reads the number that `text` starts with: blanks are skipped (between digits too), reading stops at the first
 /// character that can't belong to a number, a text without a number gives 0. The decimal mark is the point.
 double Val(const QString& text);

@@ -7,60 +7,62 @@ namespace basic {
 namespace {
 
 struct UsualDescription {
-    int number;
+    Error error;
     const char* text;
 };
 
 // "|" is the place of the detail; where none is given it and its quotes are dropped with the words around left
 // readable.
 constexpr UsualDescription usualDescriptions[] = {
-    {5, "Argument ou appel de procédure incorrect"},
-    {6, "Dépassement de capacité"},
-    {7, "Mémoire insuffisante"},
-    {9, "L'indice n'appartient pas à la sélection"},
-    {13, "Incompatibilité de type"},
-    {53, "Fichier introuvable"},
-    {61, "Disque plein"},
-    {68, "Périphérique non disponible"},
-    {70, "Permission refusée"},
-    {75, "Erreur dans le chemin d'accès"},
-    {76, "Chemin d'accès introuvable"},
-    {94, "Utilisation incorrecte de Null"},
-    {380, "Valeur de propriété incorrecte"},
-    {3020, "Mise à jour ou annulation de mise à jour sans AddNew ou Edit correspondant."},
-    {3021, "Aucun enregistrement en cours."},
-    {3022, "Modifications non effectuées : elles risquent d'entraîner des doublons dans l'index ou la clé."},
-    {3024, "Fichier '|' introuvable."},
-    {3027, "Mise à jour impossible. Base de données ou objet en lecture seule."},
-    {3028,
+    {Error::BadArgument, "Argument ou appel de procédure incorrect"},
+    {Error::Overflow, "Dépassement de capacité"},
+    {Error::OutOfMemory, "Mémoire insuffisante"},
+    {Error::IndexOutOfRange, "L'indice n'appartient pas à la sélection"},
+    {Error::TypeMismatch, "Incompatibilité de type"},
+    {Error::FileNotFound, "Fichier introuvable"},
+    {Error::DiskFull, "Disque plein"},
+    {Error::PermissionDenied, "Permission refusée"},
+    {Error::PathAccess, "Erreur dans le chemin d'accès"},
+    {Error::PathNotFound, "Chemin d'accès introuvable"},
+    {Error::InvalidNull, "Utilisation incorrecte de Null"},
+    {Error::InvalidProperty, "Valeur de propriété incorrecte"},
+    {Error::NoPendingEdit, "Mise à jour ou annulation de mise à jour sans AddNew ou Edit correspondant."},
+    {Error::NoCurrentRecord, "Aucun enregistrement en cours."},
+    {Error::DuplicateKey,
+     "Modifications non effectuées : elles risquent d'entraîner des doublons dans l'index ou la clé."},
+    {Error::DatabaseNotFound, "Fichier '|' introuvable."},
+    {Error::ReadOnly, "Mise à jour impossible. Base de données ou objet en lecture seule."},
+    {Error::UnreadableWorkgroup,
      "Impossible de démarrer l'application. Le fichier d'informations du groupe de travail est absent ou illisible."},
-    {3029, "Nom de compte ou mot de passe incorrect."},
-    {3034, "Validation ou annulation d'une transaction qui n'a pas été commencée."},
-    {3043, "Erreur disque ou réseau."},
-    {3049, "Impossible d'ouvrir la base de données '|'. Elle est peut-être endommagée."},
-    {3051,
+    {Error::AccountRefused, "Nom de compte ou mot de passe incorrect."},
+    {Error::NoTransaction, "Validation ou annulation d'une transaction qui n'a pas été commencée."},
+    {Error::DiskOrNetwork, "Erreur disque ou réseau."},
+    {Error::DamagedDatabase, "Impossible d'ouvrir la base de données '|'. Elle est peut-être endommagée."},
+    {Error::FileNotOpened,
      "Impossible d'ouvrir le fichier : il est ouvert en mode exclusif par un autre utilisateur ou l'accès est refusé."},
-    {3061, "Trop peu de paramètres. Champ inconnu : '|'."},
-    {3065, "Impossible d'exécuter une requête sélection."},
-    {3070, "Le moteur de base de données ne reconnaît pas '|' en tant que nom de champ ou expression correcte."},
-    {3075, "Erreur de syntaxe dans l'expression '|'."},
-    {3078, "Le moteur de base de données ne peut pas trouver la table ou la requête source '|'. Assurez-vous qu'elle "
-           "existe et que son nom est correctement orthographié."},
-    {3085, "Fonction '|' non définie dans l'expression."},
-    {3163, "Le champ est trop petit pour la quantité de données à ajouter."},
-    {3164, "Mise à jour impossible de ce champ."},
-    {3167, "L'enregistrement est supprimé."},
-    {3187, "Lecture ou écriture impossible ; verrouillage en cours par un autre utilisateur."},
-    {3191, "Impossible de définir un champ plus d'une fois."},
-    {3204, "La base de données existe déjà."},
-    {3219, "Opération non valide."},
-    {3246, "Opération non autorisée dans les transactions."},
-    {3265, "Élément non trouvé dans cette collection."},
-    {3314, "Le champ doit contenir une valeur : il ne peut pas être Null."},
-    {3317, "Une règle de validation interdit cette valeur."},
-    {3343, "Format de base de données '|' non reconnu."},
-    {3420, "Objet incorrect ou n'étant plus défini."},
-    {3421, "Erreur de conversion du type de données."},
+    {Error::UnknownColumn, "Trop peu de paramètres. Champ inconnu : '|'."},
+    {Error::NotAnAction, "Impossible d'exécuter une requête sélection."},
+    {Error::UnknownExpression,
+     "Le moteur de base de données ne reconnaît pas '|' en tant que nom de champ ou expression correcte."},
+    {Error::SyntaxError, "Erreur de syntaxe dans l'expression '|'."},
+    {Error::UnknownTable,
+     "Le moteur de base de données ne peut pas trouver la table ou la requête source '|'. Assurez-vous qu'elle "
+     "existe et que son nom est correctement orthographié."},
+    {Error::UnknownFunction, "Fonction '|' non définie dans l'expression."},
+    {Error::FieldTooSmall, "Le champ est trop petit pour la quantité de données à ajouter."},
+    {Error::FieldNotUpdatable, "Mise à jour impossible de ce champ."},
+    {Error::RecordDeleted, "L'enregistrement est supprimé."},
+    {Error::Locked, "Lecture ou écriture impossible ; verrouillage en cours par un autre utilisateur."},
+    {Error::FieldExists, "Impossible de définir un champ plus d'une fois."},
+    {Error::DatabaseExists, "La base de données existe déjà."},
+    {Error::InvalidOperation, "Opération non valide."},
+    {Error::NestedTransaction, "Opération non autorisée dans les transactions."},
+    {Error::UnknownField, "Élément non trouvé dans cette collection."},
+    {Error::NullNotAllowed, "Le champ doit contenir une valeur : il ne peut pas être Null."},
+    {Error::ValidationFailed, "Une règle de validation interdit cette valeur."},
+    {Error::UnrecognizedFormat, "Format de base de données '|' non reconnu."},
+    {Error::ObjectClosed, "Objet incorrect ou n'étant plus défini."},
+    {Error::ConversionFailed, "Erreur de conversion du type de données."},
 };
 
 QString WithDetail(QString description, const QString& detail)
@@ -70,14 +72,28 @@ QString WithDetail(QString description, const QString& detail)
     return description.replace(" : '|'", "").replace(" '|'", "");
 }
 
+QString Usual(Error error, const QString& detail)
+{
+    const auto* const usual = std::ranges::find(usualDescriptions, error, &UsualDescription::error);
+    return usual == std::end(usualDescriptions) ? QStringLiteral("Erreur définie par l'application ou par l'objet")
+                                                : WithDetail(QString::fromUtf8(usual->text), detail);
+}
+
 } // namespace
 
-RuntimeError Error(int number, const QString& detail)
+RuntimeError::RuntimeError(Error error, const QString& detail)
+    : RuntimeError(error, OwnDescription{Usual(error, detail)})
 {
-    const auto* const usual = std::ranges::find(usualDescriptions, number, &UsualDescription::number);
-    if (usual == std::end(usualDescriptions))
-        return {number, "Erreur définie par l'application ou par l'objet"};
-    return {number, WithDetail(QString::fromUtf8(usual->text), detail)};
+}
+
+RuntimeError::RuntimeError(Error error, OwnDescription own)
+    : code(error), description(own.text), utf8(own.text.toUtf8())
+{
+}
+
+RuntimeError RuntimeError::Described(Error error, const QString& description)
+{
+    return {error, OwnDescription{description}};
 }
 
 } // namespace basic

@@ -37,7 +37,7 @@ AnswerSet::AnswerSet(std::shared_ptr<Connection> opened, Plan& plan, const std::
 void AnswerSet::GoTo(std::size_t row)
 {
     if (rows.Count() == 0)
-        throw basic::Error(3021);
+        throw basic::RuntimeError(basic::Error::NoCurrentRecord);
     place = row;
     reached = std::max(reached, std::min(row + 1, rows.Count()));
 }
@@ -50,7 +50,7 @@ void AnswerSet::MoveFirst()
 void AnswerSet::MoveNext()
 {
     if (IsEOF())
-        throw basic::Error(3021);
+        throw basic::RuntimeError(basic::Error::NoCurrentRecord);
     GoTo(place + 1);
 }
 
@@ -62,14 +62,14 @@ void AnswerSet::MoveLast()
 void AnswerSet::FindFirst(const QString& criteria)
 {
     if (rows.Count() == 0)
-        throw basic::Error(3021);
+        throw basic::RuntimeError(basic::Error::NoCurrentRecord);
     const std::vector<Token> tokens = Tokens(criteria);
     const bool readable = tokens.size() == 3 && tokens[0].IsName() && tokens[1].IsSymbol(u'=') && tokens[2].IsLiteral();
     if (!readable)
         RaiseSyntaxError(criteria);
     const int column = columns.PositionOf(tokens[0].text.toUtf8().toStdString());
     if (column < 0)
-        throw basic::Error(3070, tokens[0].text.toString());
+        throw basic::RuntimeError(basic::Error::UnknownExpression, tokens[0].text.toString());
 
     const Datum sought = LiteralValue(tokens[2]);
     noMatch = true;
@@ -85,7 +85,7 @@ Seen AnswerSet::ValueAt(int column)
 {
     RequireOpen();
     if (IsEOF())
-        throw basic::Error(3021);
+        throw basic::RuntimeError(basic::Error::NoCurrentRecord);
     return rows.At(place).At(column);
 }
 

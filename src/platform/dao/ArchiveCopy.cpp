@@ -25,17 +25,17 @@ using RowCounts = std::map<std::string, qint64>;
 [[noreturn]] void RaiseFileError(int systemError)
 {
     if (SaysDiskFull(systemError))
-        throw basic::Error(61);
+        throw basic::RuntimeError(basic::Error::DiskFull);
     switch (systemError) {
     case EACCES:
     case EPERM:
     case EROFS:
-        throw basic::Error(70);
+        throw basic::RuntimeError(basic::Error::PermissionDenied);
     case ENOENT:
     case ENOTDIR:
-        throw basic::Error(76);
+        throw basic::RuntimeError(basic::Error::PathNotFound);
     default:
-        throw basic::Error(75);
+        throw basic::RuntimeError(basic::Error::PathAccess);
     }
 }
 
@@ -150,20 +150,20 @@ void CheckCopy(const QString& part, const QString& name, const RowCounts& expect
 {
     const StoreHandle copy = OpenForReading(part);
     if (!FirstDamage(copy.get()).isEmpty() || CountRows(copy.get()) != expected)
-        throw basic::Error(3049, name);
+        throw basic::RuntimeError(basic::Error::DamagedDatabase, name);
 }
 
 void RequirePlaces(const QString& source, const QString& target)
 {
     if (!QFileInfo(source).isFile())
-        throw basic::Error(53);
+        throw basic::RuntimeError(basic::Error::FileNotFound);
     const QFileInfo folder(QFileInfo(target).absolutePath());
     if (!folder.isDir())
-        throw basic::Error(76);
+        throw basic::RuntimeError(basic::Error::PathNotFound);
     if (!IsWritable(folder.filePath()))
-        throw basic::Error(70);
+        throw basic::RuntimeError(basic::Error::PermissionDenied);
     if (QFileInfo(target).isDir())
-        throw basic::Error(75);
+        throw basic::RuntimeError(basic::Error::PathAccess);
 }
 
 } // namespace

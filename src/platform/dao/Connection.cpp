@@ -50,7 +50,7 @@ Connection::~Connection()
 sqlite3* Connection::Handle() const
 {
     if (database == nullptr)
-        throw basic::Error(3420);
+        throw basic::RuntimeError(basic::Error::ObjectClosed);
     return database;
 }
 
@@ -210,7 +210,7 @@ void Connection::BeginTransaction()
 {
     Settle();
     if (inTransaction)
-        throw basic::Error(3246);
+        throw basic::RuntimeError(basic::Error::NestedTransaction);
     if (editLocks == 0)
         Begin();
     inTransaction = true;
@@ -220,7 +220,7 @@ void Connection::RequireTransaction() const
 {
     Handle();
     if (!inTransaction)
-        throw basic::Error(3034);
+        throw basic::RuntimeError(basic::Error::NoTransaction);
 }
 
 void Connection::CommitTransaction()

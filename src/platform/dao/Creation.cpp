@@ -41,9 +41,9 @@ void CreateDatabase(const QString& path, const QString& schema)
 {
     const QFileInfo file(path);
     if (file.exists())
-        throw basic::Error(3204);
+        throw basic::RuntimeError(basic::Error::DatabaseExists);
     if (!QFileInfo(file.absolutePath()).isDir())
-        throw basic::Error(76);
+        throw basic::RuntimeError(basic::Error::PathNotFound);
 
     const OwnerOnly ownerOnly;
     NewFile made(path);
@@ -70,9 +70,9 @@ QStringList CheckDatabase(const QString& path)
         while (check.Step())
             damage << QString::fromStdString(check.TextAt(0));
     } catch (const basic::RuntimeError& error) {
-        if (error.number != 3049)
+        if (error.Code() != basic::Error::DamagedDatabase)
             throw;
-        damage << error.description;
+        damage << error.Description();
     }
     if (damage == QStringList("ok"))
         damage.clear();

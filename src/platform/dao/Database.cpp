@@ -9,7 +9,7 @@ namespace dao {
 Connection& Database::Open() const
 {
     if (connection == nullptr || !connection->IsOpen())
-        throw basic::Error(3420);
+        throw basic::RuntimeError(basic::Error::ObjectClosed);
     return *connection;
 }
 
@@ -23,7 +23,7 @@ Recordset Database::OpenRecordset(const QString& statementOrTable) const
     case Plan::Sort::Answer:
         return Recordset(std::make_shared<AnswerSet>(connection, plan, phrase.literals));
     default:
-        throw basic::Error(3219);
+        throw basic::RuntimeError(basic::Error::InvalidOperation);
     }
 }
 
@@ -35,7 +35,7 @@ int Database::Execute(const QString& statement, int options) const
         phrase.shape += u'!';
     Plan& plan = Open().PlanOf(statement, phrase.shape, skipsFailures);
     if (plan.sort == Plan::Sort::Rows || plan.sort == Plan::Sort::Answer)
-        throw basic::Error(3065);
+        throw basic::RuntimeError(basic::Error::NotAnAction);
     return connection->Change(plan, phrase.literals);
 }
 

@@ -11,17 +11,12 @@ namespace {
 
 constexpr int isoDateLength = 10; // yyyy-mm-dd
 
-bool IsDigit(char character)
-{
-    return character >= '0' && character <= '9';
-}
-
 bool IsIsoDate(const char* text, int length)
 {
     if (length != isoDateLength || text[4] != '-' || text[7] != '-')
         return false;
     for (const int place : {0, 1, 2, 3, 5, 6, 8, 9}) {
-        if (!IsDigit(text[place]))
+        if (!basic::IsDigit(char16_t(text[place])))
             return false;
     }
     return true;
@@ -42,11 +37,11 @@ std::string IsoDate(const QString& dayFirst)
     const QByteArray text = dayFirst.trimmed().toLatin1();
     const bool shaped = text.size() == isoDateLength && text[2] == '/' && text[5] == '/';
     if (!shaped)
-        throw basic::Error(3421);
+        throw basic::RuntimeError(basic::Error::ConversionFailed);
     const std::string iso =
         text.sliced(6, 4).toStdString() + '-' + text.sliced(3, 2).toStdString() + '-' + text.first(2).toStdString();
     if (!IsIsoDate(iso.data(), isoDateLength) || !QDate::fromString(QString::fromStdString(iso), Qt::ISODate).isValid())
-        throw basic::Error(3421);
+        throw basic::RuntimeError(basic::Error::ConversionFailed);
     return iso;
 }
 
@@ -55,7 +50,7 @@ double NumberIn(const QString& text)
     bool isNumber = false;
     const double number = text.trimmed().toDouble(&isNumber);
     if (!isNumber || !std::isfinite(number))
-        throw basic::Error(3421);
+        throw basic::RuntimeError(basic::Error::ConversionFailed);
     return number;
 }
 
@@ -63,7 +58,7 @@ qint64 WholeWithin(double number, qint64 lowest, qint64 highest)
 {
     const double whole = std::nearbyint(number); // the default rounding sends a tie to the even number
     if (!(whole >= double(lowest) && whole <= double(highest)))
-        throw basic::Error(6);
+        throw basic::RuntimeError(basic::Error::Overflow);
     return qint64(whole);
 }
 
@@ -71,7 +66,7 @@ Datum StoredWhole(const Value& value, qint64 lowest, qint64 highest)
 {
     if (const auto* whole = std::get_if<qint64>(&value.Raw())) {
         if (*whole < lowest || *whole > highest)
-            throw basic::Error(6);
+            throw basic::RuntimeError(basic::Error::Overflow);
         return Datum::Of(*whole);
     }
     if (const auto* real = std::get_if<double>(&value.Raw()))
@@ -85,7 +80,7 @@ Datum StoredReal(const Value& value)
         return Datum::Of(NumberIn(value.Text()));
     const double number = value.Double();
     if (!std::isfinite(number))
-        throw basic::Error(6);
+        throw basic::RuntimeError(basic::Error::Overflow);
     return Datum::Of(number);
 }
 
@@ -136,7 +131,7 @@ QString TextOf(const Seen& seen, ColumnType type)
 {
     switch (seen.kind) {
     case Kind::Null:
-        throw basic::Error(94);
+        throw basic::RuntimeError(basic::Error::InvalidNull);
     case Kind::Whole:
         return QString::number(seen.whole);
     case Kind::Real:
@@ -156,14 +151,14 @@ double DoubleOf(const Seen& seen)
         return seen.real;
     if (seen.kind == Kind::Whole)
         return double(seen.whole);
-    throw basic::Error(seen.kind == Kind::Null ? 94 : 13);
+    throw basic::RuntimeError(seen.kind == Kind::Null ? basic::Error::InvalidNull : basic::Error::TypeMismatch);
 }
 
 qint32 LongOf(const Seen& seen)
 {
     if (seen.kind == Kind::Whole) {
         if (seen.whole < std::numeric_limits<qint32>::min() || seen.whole > std::numeric_limits<qint32>::max())
-            throw basic::Error(6);
+            throw basic::RuntimeError(basic::Error::Overflow);
         return qint32(seen.whole);
     }
     return basic::RoundToInt(DoubleOf(seen));

@@ -82,7 +82,7 @@ Table& Writer::TableAt(std::size_t place)
         Refuse(place);
     Table* const table = find(token.text.toUtf8().toStdString());
     if (table == nullptr)
-        throw basic::Error(3078, token.text.toString());
+        throw basic::RuntimeError(basic::Error::UnknownTable, token.text.toString());
     return *table;
 }
 
@@ -152,7 +152,7 @@ void Writer::RequireColumns(const Table& table) const
         const bool column =
             tokens[i].IsName() && !IsKeyword(tokens[i]) && !At(i + 1).IsSymbol(u'(') && !At(i + 1).IsSymbol(u'.');
         if (column && table.columns.PositionOf(tokens[i].text.toUtf8().toStdString()) < 0)
-            throw basic::Error(3070, tokens[i].text.toString());
+            throw basic::RuntimeError(basic::Error::UnknownExpression, tokens[i].text.toString());
     }
 }
 
@@ -194,7 +194,7 @@ void Writer::WriteName(std::size_t place)
     if (token.sort == Token::Sort::Word && At(place + 1).IsSymbol(u'(')) {
         const bool known = std::ranges::any_of(functions, [&](const char* name) { return token.Is(name); });
         if (!known)
-            throw basic::Error(3085, token.text.toString());
+            throw basic::RuntimeError(basic::Error::UnknownFunction, token.text.toString());
         Put(token.text.toUtf8().toStdString());
         return;
     }

@@ -29,7 +29,7 @@ struct Workspace::Session {
 Database Workspace::OpenDatabase(const QString& path) const
 {
     if (session == nullptr)
-        throw basic::Error(3420);
+        throw basic::RuntimeError(basic::Error::ObjectClosed);
     StoreHandle handle = OpenForWork(path);
     TeachTextComparison(handle.get());
     const auto connection = std::make_shared<Connection>(handle.release(), path);

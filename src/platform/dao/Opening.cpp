@@ -53,14 +53,16 @@ Head HeadOf(sqlite3* database, const QString& name)
     sqlite3_file_control(database, "main", SQLITE_FCNTL_FILE_POINTER, &file);
     if (file == nullptr || file->pMethods == nullptr ||
         file->pMethods->xRead(file, head.data(), headSize, 0) != SQLITE_OK)
-        throw basic::Error(3343, name);
+        throw basic::RuntimeError(basic::Error::UnrecognizedFormat, name);
     return head;
 }
 
 [[noreturn]] void RaiseNewer(const QString& name)
 {
-    throw basic::RuntimeError{3343, "Format de base de données '" + name +
-                                        "' non reconnu : le fichier vient d'une version plus récente du programme."};
+    throw basic::RuntimeError::Described(
+        basic::Error::UnrecognizedFormat,
+        "Format de base de données '" + name +
+            "' non reconnu : le fichier vient d'une version plus récente du programme.");
 }
 
 void CheckHead(const Head& head, const QString& name)
@@ -70,7 +72,7 @@ void CheckHead(const Head& head, const QString& name)
     const bool ours =
         std::memcmp(head.data(), magic.data(), magic.size()) == 0 && NumberAt(head, markPlace) == applicationMark;
     if (!ours)
-        throw basic::Error(3343, name);
+        throw basic::RuntimeError(basic::Error::UnrecognizedFormat, name);
     if (NumberAt(head, versionPlace) > formVersion)
         RaiseNewer(name);
 }
@@ -79,9 +81,9 @@ void RequireFile(const QString& path)
 {
     const QFileInfo file(path);
     if (!file.isFile())
-        throw basic::Error(3024, path);
+        throw basic::RuntimeError(basic::Error::DatabaseNotFound, path);
     if (!file.isReadable())
-        throw basic::Error(70);
+        throw basic::RuntimeError(basic::Error::PermissionDenied);
 }
 
 /// A log or journal beside the file holds pages that the file alone doesn't show.
@@ -116,7 +118,7 @@ void SetForeignLogAside(const QString& path, const Head& head)
     for (int i = 2; QFileInfo::exists(aside); ++i)
         aside = log + ".set-aside-" + QString::number(i);
     if (!QFile::rename(log, aside))
-        throw basic::Error(75);
+        throw basic::RuntimeError(basic::Error::PathAccess);
 }
 
 /// What tells that nobody has written to a file since: which one it is, its size and the moment of its last change.
@@ -170,8 +172,10 @@ void NamingDamage(const QString& name, Work work)
     try {
         work();
     } catch (const basic::RuntimeError& error) {
-        if (error.number == 3049 || (error.number == 3343 && error.description == basic::Error(3343).description))
-            throw basic::Error(3049, name);
+        if (error.Code() == basic::Error::DamagedDatabase ||
+            (error.Code() == basic::Error::UnrecognizedFormat &&
+             error.Description() == basic::RuntimeError(basic::Error::UnrecognizedFormat).Description()))
+            throw basic::RuntimeError(basic::Error::DamagedDatabase, name);
         throw;
     }
 }
@@ -189,7 +193,7 @@ void RequireWholePages(sqlite3* database, const Head& head, const QString& name)
     sqlite3_int64 size = 0;
     Check(database, file->pMethods->xFileSize(file, &size));
     if (pageSize == 0 || size % pageSize != 0)
-        throw basic::Error(3049, name);
+        throw basic::RuntimeError(basic::Error::DamagedDatabase, name);
 }
 
 /// Looks over all pages of a file that nobody has open, without making anything beside it. False when another program
@@ -202,7 +206,7 @@ bool IsSoundAlone(sqlite3* still, const Head& head, const QString& path, const Q
     if (FirstDamage(still).isEmpty())
         return true;
     if (StandsAlone(path))
-        throw basic::Error(3049, name);
+        throw basic::RuntimeError(basic::Error::DamagedDatabase, name);
     return false;
 }
 
@@ -233,8 +237,8 @@ QString FirstDamage(sqlite3* database)
         const std::string answer = TextAnswer(database, "pragma quick_check(1)");
         return answer == "ok" ? QString() : QString::fromStdString(answer);
     } catch (const basic::RuntimeError& error) {
-        if (error.number == 3049 || error.number == 3343)
-            return error.description;
+        if (error.Code() == basic::Error::DamagedDatabase || error.Code() == basic::Error::UnrecognizedFormat)
+            return error.Description();
         throw;
     }
 }
@@ -249,7 +253,7 @@ StoreHandle OpenForWork(const QString& path)
         const Head head = HeadOf(still.get(), name);
         CheckHead(head, name);
         if (!IsWritable(path) || !IsWritable(QFileInfo(path).absolutePath()))
-            throw basic::Error(3027);
+            throw basic::RuntimeError(basic::Error::ReadOnly);
         SetForeignLogAside(path, head);
         Harden(still.get());
         isChecked = isChecked || IsSoundAlone(still.get(), head, path, name);
@@ -260,12 +264,12 @@ StoreHandle OpenForWork(const QString& path)
     KeepLogAtClose(database, true);
     NamingDamage(name, [&] {
         if (!isChecked && !FirstDamage(database).isEmpty())
-            throw basic::Error(3049, name);
+            throw basic::RuntimeError(basic::Error::DamagedDatabase, name);
         // A change of form may still stand in the log alone.
         if (WholeAnswer(database, "pragma user_version") > formVersion)
             RaiseNewer(name);
         if (TextAnswer(database, "pragma journal_mode=wal") != "wal")
-            throw basic::Error(3027);
+            throw basic::RuntimeError(basic::Error::ReadOnly);
         RunOnce(database, "pragma synchronous=full");
         RunOnce(database, cacheOfBalances);
     });

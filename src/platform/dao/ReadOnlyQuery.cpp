@@ -12,6 +12,7 @@
 namespace dao {
 namespace {
 
+using basic::Error;
 using Clock = std::chrono::steady_clock;
 
 constexpr auto LongestRun = std::chrono::seconds(30);
@@ -73,28 +74,26 @@ private:
 
 struct Wording {
     const char* message; ///< pattern of the store's message
-    int number;
+    Error error;
     const char* reason; ///< with %1 for what the pattern captures
 };
 
 constexpr Wording wordings[] = {
-    {"^no such table: (.*)", 3078, "table inconnue « %1 »"},
-    {"^no such column: (.*)", 3061, "champ inconnu « %1 »"},
-    {"^ambiguous column name: (.*)", 3079, "le champ « %1 » est dans plusieurs tables : écrire Table.%1"},
-    {"^no such function: (.*)", 3085, "fonction inconnue « %1 »"},
-    {"^near \"(.*)\": syntax error", 3075, "erreur de syntaxe près de « %1 »"},
-    {"^incomplete input", 3075, "interrogation incomplète"},
-    {"^unrecognized token: \"?(.*?)\"?$", 3075, "signe inattendu « %1 »"},
-    {"^not authorized|is prohibited", 3027, "seul « select » est permis : un état lit la base et n'y écrit jamais"},
+    {"^no such table: (.*)", Error::UnknownTable, "table inconnue « %1 »"},
+    {"^no such column: (.*)", Error::UnknownColumn, "champ inconnu « %1 »"},
+    {"^ambiguous column name: (.*)", Error::AmbiguousColumn,
+     "le champ « %1 » est dans plusieurs tables : écrire Table.%1"},
+    {"^no such function: (.*)", Error::UnknownFunction, "fonction inconnue « %1 »"},
+    {"^near \"(.*)\": syntax error", Error::SyntaxError, "erreur de syntaxe près de « %1 »"},
+    {"^incomplete input", Error::SyntaxError, "interrogation incomplète"},
+    {"^unrecognized token: \"?(.*?)\"?$", Error::SyntaxError, "signe inattendu « %1 »"},
+    {"^not authorized|is prohibited", Error::ReadOnly,
+     "seul « select » est permis : un état lit la base et n'y écrit jamais"},
 };
 
-StatementError Refusal(int number, const QString& reason, int line = 0)
+StatementError Refusal(Error error, const QString& reason, int line = 0)
 {
-    StatementError refusal;
-    refusal.number = number;
-    refusal.description = reason;
-    refusal.line = line;
-    return refusal;
+    return {basic::RuntimeError::Described(error, reason), line};
 }
 
 /// The line, from 0, of the mistake that the store has just told; `name` is looked for where it tells no place.
@@ -111,7 +110,7 @@ int LineOfMistake(sqlite3* database, const QByteArray& sql, const QString& name)
 {
     const int primary = code & 0xff;
     if (primary == SQLITE_INTERRUPT)
-        throw Refusal(3059, "l'interrogation dure plus d'une demi-minute");
+        throw Refusal(Error::QueryTimeout, "l'interrogation dure plus d'une demi-minute");
     if (primary != SQLITE_ERROR && primary != SQLITE_AUTH)
         RaiseStoreError(database, code);
 
@@ -119,10 +118,11 @@ int LineOfMistake(sqlite3* database, const QByteArray& sql, const QString& name)
     for (const Wording& wording : wordings) {
         const auto match = QRegularExpression(QString::fromUtf8(wording.message)).match(message);
         if (match.hasMatch())
-            throw Refusal(wording.number, QString::fromUtf8(wording.reason).replace("%1", match.captured(1)),
+            throw Refusal(wording.error, QString::fromUtf8(wording.reason).replace("%1", match.captured(1)),
                           LineOfMistake(database, sql, match.captured(1)));
     }
-    throw Refusal(3075, QStringLiteral("interrogation incorrecte (%1)").arg(message), LineOfMistake(database, sql, {}));
+    throw Refusal(Error::SyntaxError, QStringLiteral("interrogation incorrecte (%1)").arg(message),
+                  LineOfMistake(database, sql, {}));
 }
 
 /// Blanks, semicolons and comments may follow a statement; another statement may not.
@@ -144,13 +144,14 @@ Prepared Prepare(sqlite3* database, const QByteArray& sql, std::size_t valueCoun
     if (code != SQLITE_OK)
         RaiseRefusal(database, code, sql);
     if (!statement)
-        throw Refusal(3075, "l'interrogation est vide");
+        throw Refusal(Error::SyntaxError, "l'interrogation est vide");
     if (HasStatement(database, tail))
-        throw Refusal(3075, "une seule interrogation est permise", int(std::count(sql.constData(), tail, '\n')));
+        throw Refusal(Error::SyntaxError, "une seule interrogation est permise",
+                      int(std::count(sql.constData(), tail, '\n')));
     if (sqlite3_stmt_readonly(raw) == 0 || sqlite3_stmt_isexplain(raw) != 0)
-        throw Refusal(3027, "seul « select » est permis : un état lit la base et n'y écrit jamais");
+        throw Refusal(Error::ReadOnly, "seul « select » est permis : un état lit la base et n'y écrit jamais");
     if (sqlite3_bind_parameter_count(raw) > int(valueCount))
-        throw Refusal(3075, "l'interrogation attend une valeur (?) que rien ne donne");
+        throw Refusal(Error::SyntaxError, "l'interrogation attend une valeur (?) que rien ne donne");
     return statement;
 }
 
@@ -223,7 +224,7 @@ int RowTable::FieldAt(const QString& name) const
 ReadOnlyQuery::ReadOnlyQuery(const QString& path)
 {
     if (!QFileInfo(path).isFile())
-        throw basic::Error(3024, path);
+        throw basic::RuntimeError(basic::Error::DatabaseNotFound, path);
     const int code =
         sqlite3_open_v2(path.toUtf8().constData(), &database, SQLITE_OPEN_READONLY | SQLITE_OPEN_NOMUTEX, nullptr);
     try {
@@ -263,7 +264,7 @@ RowTable ReadOnlyQuery::Read(const QString& select, const std::vector<Value>& pa
         if (code != SQLITE_ROW)
             RaiseRefusal(database, code, sql);
         if (rows == mostRows)
-            throw Refusal(3035, QStringLiteral("plus de %1 lignes").arg(mostRows));
+            throw Refusal(Error::TooManyRows, QStringLiteral("plus de %1 lignes").arg(mostRows));
         for (std::size_t column = 0; column < types.size(); ++column)
             table.cells.push_back(ValueOf(SeenAt(statement.get(), int(column)), types[column]));
     }

@@ -25,8 +25,13 @@ struct RowTable {
 };
 
 /// A statement was refused; `line` of its text, from 0, is where the mistake shows.
-struct StatementError : basic::RuntimeError {
-    int line = 0;
+class StatementError : public basic::RuntimeError {
+public:
+    StatementError(basic::RuntimeError reason, int mistakeLine) : RuntimeError(std::move(reason)), line(mistakeLine) {}
+    int Line() const { return line; }
+
+private:
+    int line;
 };
 
 /// Reads a database through a connection of its own that can't write, and at one moment: everything that one object

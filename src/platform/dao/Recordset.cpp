@@ -68,7 +68,7 @@ Recordset& Recordset::operator=(Recordset&&) noexcept = default;
 RecordsetState& Recordset::Open() const
 {
     if (!IsOpen())
-        throw basic::Error(3420);
+        throw basic::RuntimeError(basic::Error::ObjectClosed);
     return *state;
 }
 
@@ -116,7 +116,7 @@ Field Recordset::operator[](const char* name) const
 {
     const int column = Open().FieldColumns().PositionOf(name);
     if (column < 0)
-        throw basic::Error(3265);
+        throw basic::RuntimeError(basic::Error::UnknownField);
     return {state.get(), column};
 }
 
@@ -128,7 +128,7 @@ Field Recordset::Collect(const QString& name) const
 Field Recordset::Fields(int position) const
 {
     if (position < 0 || position >= FieldCount())
-        throw basic::Error(3265);
+        throw basic::RuntimeError(basic::Error::UnknownField);
     return {state.get(), position};
 }
 

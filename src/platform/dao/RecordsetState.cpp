@@ -6,44 +6,44 @@ namespace dao {
 
 void RecordsetState::RaiseClosed()
 {
-    throw basic::Error(3420);
+    throw basic::RuntimeError(basic::Error::ObjectClosed);
 }
 
 void RecordsetState::Write(int, const Value&)
 {
-    throw basic::Error(3020);
+    throw basic::RuntimeError(basic::Error::NoPendingEdit);
 }
 
 void RecordsetState::AddNew()
 {
-    throw basic::Error(3027);
+    throw basic::RuntimeError(basic::Error::ReadOnly);
 }
 
 void RecordsetState::Edit()
 {
-    throw basic::Error(3027);
+    throw basic::RuntimeError(basic::Error::ReadOnly);
 }
 
 void RecordsetState::Update()
 {
-    throw basic::Error(3020);
+    throw basic::RuntimeError(basic::Error::NoPendingEdit);
 }
 
 void RecordsetState::CancelUpdate()
 {
-    throw basic::Error(3020);
+    throw basic::RuntimeError(basic::Error::NoPendingEdit);
 }
 
 void RecordsetState::Delete()
 {
-    throw basic::Error(3027);
+    throw basic::RuntimeError(basic::Error::ReadOnly);
 }
 
 void RecordsetState::LockEdits(bool) {}
 
 Key RecordsetState::LastKey() const
 {
-    throw basic::Error(3021);
+    throw basic::RuntimeError(basic::Error::NoCurrentRecord);
 }
 
 } // namespace dao

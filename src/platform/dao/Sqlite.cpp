@@ -19,23 +19,23 @@ QString DetailAfter(const QString& message, const char* lead)
 [[noreturn]] void RaiseUnreadable(const QString& message)
 {
     if (const QString table = DetailAfter(message, "no such table:"); !table.isEmpty())
-        throw basic::Error(3078, table);
+        throw basic::RuntimeError(basic::Error::UnknownTable, table);
     if (const QString field = DetailAfter(message, "no such column:"); !field.isEmpty())
-        throw basic::Error(3061, field);
+        throw basic::RuntimeError(basic::Error::UnknownColumn, field);
     if (message.contains("has no column named"))
-        throw basic::Error(3061, message.section(' ', -1));
+        throw basic::RuntimeError(basic::Error::UnknownColumn, message.section(' ', -1));
     if (const QString name = DetailAfter(message, "no such function:"); !name.isEmpty())
-        throw basic::Error(3085, name);
-    throw basic::Error(3075, message);
+        throw basic::RuntimeError(basic::Error::UnknownFunction, name);
+    throw basic::RuntimeError(basic::Error::SyntaxError, message);
 }
 
-int NumberOfConstraint(int extendedCode)
+basic::Error ErrorOfConstraint(int extendedCode)
 {
     if (extendedCode == SQLITE_CONSTRAINT_NOTNULL)
-        return 3314;
+        return basic::Error::NullNotAllowed;
     if (extendedCode == SQLITE_CONSTRAINT_CHECK)
-        return 3317;
-    return 3022;
+        return basic::Error::ValidationFailed;
+    return basic::Error::DuplicateKey;
 }
 
 } // namespace
@@ -60,30 +60,32 @@ void RaiseStoreError(sqlite3* database, int code)
     case SQLITE_BUSY:
     case SQLITE_LOCKED:
     case SQLITE_PROTOCOL:
-        throw basic::Error(3187);
+        throw basic::RuntimeError(basic::Error::Locked);
     case SQLITE_READONLY:
     case SQLITE_PERM:
-        throw basic::Error(3027);
+        throw basic::RuntimeError(basic::Error::ReadOnly);
     case SQLITE_CORRUPT:
-        throw basic::Error(3049);
+        throw basic::RuntimeError(basic::Error::DamagedDatabase);
     case SQLITE_NOTADB:
-        throw basic::Error(3343);
+        throw basic::RuntimeError(basic::Error::UnrecognizedFormat);
     case SQLITE_FULL:
-        throw basic::Error(61);
+        throw basic::RuntimeError(basic::Error::DiskFull);
     case SQLITE_CANTOPEN:
-        throw basic::Error(3051);
+        throw basic::RuntimeError(basic::Error::FileNotOpened);
     case SQLITE_NOMEM:
-        throw basic::Error(7);
+        throw basic::RuntimeError(basic::Error::OutOfMemory);
     case SQLITE_IOERR: // by this the store tells that there is no room for the log's index, or that a quota is used up
-        throw basic::Error(database != nullptr && SaysDiskFull(sqlite3_system_errno(database)) ? 61 : 3043);
+        throw basic::RuntimeError(database != nullptr && SaysDiskFull(sqlite3_system_errno(database))
+                                      ? basic::Error::DiskFull
+                                      : basic::Error::DiskOrNetwork);
     case SQLITE_TOOBIG:
-        throw basic::Error(3163);
+        throw basic::RuntimeError(basic::Error::FieldTooSmall);
     case SQLITE_MISMATCH:
-        throw basic::Error(3421);
+        throw basic::RuntimeError(basic::Error::ConversionFailed);
     case SQLITE_CONSTRAINT:
-        throw basic::Error(NumberOfConstraint(extended));
+        throw basic::RuntimeError(ErrorOfConstraint(extended));
     default:
-        throw basic::Error(3043);
+        throw basic::RuntimeError(basic::Error::DiskOrNetwork);
     }
 }
 

@@ -42,7 +42,7 @@ Table& Known(Connection& connection, const QString& name)
 {
     Table* const table = connection.FindTable(name.toStdString());
     if (table == nullptr)
-        throw basic::Error(3265);
+        throw basic::RuntimeError(basic::Error::UnknownField);
     return *table;
 }
 
@@ -73,7 +73,7 @@ void TableDef::AppendField(const QString& name, FieldType type, const Value& ini
     const Table& table = Known(*connection, tableName);
     const std::string field = name.toStdString();
     if (table.columns.PositionOf(field) >= 0)
-        throw basic::Error(3191);
+        throw basic::RuntimeError(basic::Error::FieldExists);
     const FieldKind kind = KindOf(type);
     const Datum value = Stored(initially, kind.type);
 

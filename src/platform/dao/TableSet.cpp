@@ -172,7 +172,7 @@ int TableSet::RecordCount()
 void TableSet::RequireRows() const
 {
     if (members.Count() == 0)
-        throw basic::Error(3021);
+        throw basic::RuntimeError(basic::Error::NoCurrentRecord);
 }
 
 void TableSet::MoveFirst()
@@ -190,7 +190,7 @@ void TableSet::MoveNext()
 {
     DropPending();
     if (place == Place::End)
-        throw basic::Error(3021);
+        throw basic::RuntimeError(basic::Error::NoCurrentRecord);
     connection->Settle();
     if (place == Place::Listed) {
         const std::size_t next = wasDeleted ? index : index + 1;
@@ -348,9 +348,9 @@ bool TableSet::ReadSingle(qint64 rowKey)
 void TableSet::RequireRow() const
 {
     if (place == Place::End)
-        throw basic::Error(3021);
+        throw basic::RuntimeError(basic::Error::NoCurrentRecord);
     if (held == nullptr || wasDeleted)
-        throw basic::Error(3167);
+        throw basic::RuntimeError(basic::Error::RecordDeleted);
 }
 
 /// Somebody has written since the row was reached: its values stand, unless this set wrote them, but it must still

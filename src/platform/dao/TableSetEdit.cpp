@@ -38,9 +38,9 @@ void TableSet::Write(int column, const Value& value)
 {
     RequireOpen();
     if (!pending)
-        throw basic::Error(3020);
+        throw basic::RuntimeError(basic::Error::NoPendingEdit);
     if (column == table.keyColumn && !pending->adds)
-        throw basic::Error(3164);
+        throw basic::RuntimeError(basic::Error::FieldNotUpdatable);
     Datum stored = Stored(value, columns[column].type);
     const auto written = std::ranges::find(pending->fields, column, &std::pair<int, Datum>::first);
     if (written == pending->fields.end())
@@ -53,7 +53,7 @@ void TableSet::CancelUpdate()
 {
     RequireOpen();
     if (!pending)
-        throw basic::Error(3020);
+        throw basic::RuntimeError(basic::Error::NoPendingEdit);
     DropPending();
 }
 
@@ -61,7 +61,7 @@ void TableSet::Update()
 {
     RequireOpen();
     if (!pending)
-        throw basic::Error(3020);
+        throw basic::RuntimeError(basic::Error::NoPendingEdit);
     // Taken out first: whatever happens now, the edit is over and its lock is given back.
     const Pending writing = *std::exchange(pending, std::nullopt);
     if (writing.adds)
@@ -114,7 +114,7 @@ void TableSet::UpdateEdited(const Pending& edited)
     connection->RunChange(update, edited.lock != nullptr);
     if (sqlite3_changes(Handle()) == 0) {
         held = nullptr;
-        throw basic::Error(3167);
+        throw basic::RuntimeError(basic::Error::RecordDeleted);
     }
     isOutdated = true;
 }
@@ -130,7 +130,7 @@ void TableSet::Delete()
     connection->RunChange(removal);
     held = nullptr;
     if (sqlite3_changes(Handle()) == 0)
-        throw basic::Error(3167);
+        throw basic::RuntimeError(basic::Error::RecordDeleted);
     // What follows moves up: MoveNext goes on with it, and the row is no member any more.
     members.Remove(index);
     fetched.Clear();
@@ -143,7 +143,7 @@ Key TableSet::LastKey() const
 {
     RequireOpen();
     if (!lastAdded)
-        throw basic::Error(3021);
+        throw basic::RuntimeError(basic::Error::NoCurrentRecord);
     return LongOf(Seen(Datum::Of(*lastAdded)));
 }
 

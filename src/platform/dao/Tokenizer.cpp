@@ -1,5 +1,6 @@
 #include "platform/dao/Tokenizer.h"
 
+#include "platform/basic/Numbers.h"
 #include "platform/basic/RuntimeError.h"
 
 #include <array>
@@ -34,11 +35,6 @@ Class ClassOf(char16_t character)
     return character < classes.size() ? classes[character] : Class::Other;
 }
 
-bool IsDigit(char16_t character)
-{
-    return ClassOf(character) == Class::Digit;
-}
-
 bool IsPlain(QStringView text)
 {
     for (const QChar character : text) {
@@ -64,7 +60,7 @@ Datum NumberValue(QStringView text)
     qint64 whole = 0;
     bool isWhole = text.size() <= surelyWhole;
     for (qsizetype i = 0; i < text.size() && isWhole; ++i) {
-        isWhole = IsDigit(text[i].unicode());
+        isWhole = basic::IsDigit(text[i].unicode());
         whole = whole * 10 + (text[i].unicode() - u'0');
     }
     if (isWhole)
@@ -84,9 +80,9 @@ Datum DateValue(QStringView text)
     std::array<Group, 3> groups;
     std::size_t count = 0;
     for (qsizetype i = 0; i < text.size(); ++i) {
-        if (!IsDigit(text[i].unicode()))
+        if (!basic::IsDigit(text[i].unicode()))
             continue;
-        if (i == 0 || !IsDigit(text[i - 1].unicode())) {
+        if (i == 0 || !basic::IsDigit(text[i - 1].unicode())) {
             if (count == groups.size())
                 return {};
             groups[count++].start = i;
@@ -133,7 +129,7 @@ bool Token::Is(const char* word) const
 
 void RaiseSyntaxError(QStringView from)
 {
-    throw basic::Error(3075, from.left(shownOfAnError).toString());
+    throw basic::RuntimeError(basic::Error::SyntaxError, from.left(shownOfAnError).toString());
 }
 
 Token Tokenizer::Taken(Token::Sort sort, qsizetype start, qsizetype end, qsizetype next)
@@ -157,8 +153,8 @@ Token Tokenizer::Next()
         return Taken(Token::Sort::Word, place, end, end);
     }
     const bool startsFraction =
-        first == u'.' && place + 1 < statement.size() && IsDigit(statement[place + 1].unicode());
-    if (IsDigit(first) || startsFraction)
+        first == u'.' && place + 1 < statement.size() && basic::IsDigit(statement[place + 1].unicode());
+    if (basic::IsDigit(first) || startsFraction)
         return NumberToken();
     if (first == u'\'' || first == u'"')
         return TextUpTo(first);
@@ -191,20 +187,20 @@ Token Tokenizer::NumberToken()
 {
     const auto at = [&](qsizetype i) { return i < statement.size() ? statement[i].unicode() : u'\0'; };
     qsizetype end = place;
-    while (IsDigit(at(end)))
+    while (basic::IsDigit(at(end)))
         ++end;
     if (at(end) == u'.') {
         ++end;
-        while (IsDigit(at(end)))
+        while (basic::IsDigit(at(end)))
             ++end;
     }
     if (at(end) == u'e' || at(end) == u'E') {
         ++end;
         if (at(end) == u'+' || at(end) == u'-')
             ++end;
-        if (!IsDigit(at(end)))
+        if (!basic::IsDigit(at(end)))
             RaiseSyntaxError(statement.sliced(place));
-        while (IsDigit(at(end)))
+        while (basic::IsDigit(at(end)))
             ++end;
     }
     if (ClassOf(at(end)) == Class::Letter || at(end) == u'.')

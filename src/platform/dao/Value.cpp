@@ -15,7 +15,7 @@ QString Value::Text() const
         return QString::number(*whole);
     if (const auto* real = std::get_if<double>(&held))
         return basic::PlainText(*real);
-    throw basic::Error(94);
+    throw basic::RuntimeError(basic::Error::InvalidNull);
 }
 
 double Value::Double() const
@@ -24,7 +24,7 @@ double Value::Double() const
         return *real;
     if (const auto* whole = std::get_if<qint64>(&held))
         return double(*whole);
-    throw basic::Error(IsNull() ? 94 : 13);
+    throw basic::RuntimeError(IsNull() ? basic::Error::InvalidNull : basic::Error::TypeMismatch);
 }
 
 qint32 Value::Long() const
@@ -33,7 +33,7 @@ qint32 Value::Long() const
     if (whole == nullptr)
         return basic::RoundToInt(Double());
     if (*whole < std::numeric_limits<qint32>::min() || *whole > std::numeric_limits<qint32>::max())
-        throw basic::Error(6);
+        throw basic::RuntimeError(basic::Error::Overflow);
     return qint32(*whole);
 }
 

@@ -40,33 +40,33 @@ void WriteWorkgroup(const QString& path, const QString& user, const QString& pas
     const QByteArray salt = NewSalt();
     QSaveFile file(path);
     if (!file.open(QIODevice::WriteOnly))
-        throw basic::Error(75);
+        throw basic::RuntimeError(basic::Error::PathAccess);
     file.setPermissions(QFile::ReadOwner | QFile::WriteOwner);
     const QByteArrayList lines = {mark, user.toUtf8(), QByteArray::number(rounds), salt.toHex(),
                                   Hash(password, salt, rounds).toHex()};
     file.write(lines.join('\n') + '\n');
     if (!file.commit())
-        throw basic::Error(75);
+        throw basic::RuntimeError(basic::Error::PathAccess);
 }
 
 void RequireAccount(const QString& path, const QString& user, const QString& password)
 {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
-        throw basic::Error(3028);
+        throw basic::RuntimeError(basic::Error::UnreadableWorkgroup);
     const QByteArrayList lines = file.read(mostBytes).split('\n');
     constexpr int lineCount = 6; // the last one is empty
     if (lines.size() != lineCount || lines[0] != mark)
-        throw basic::Error(3028);
+        throw basic::RuntimeError(basic::Error::UnreadableWorkgroup);
     const int times = lines[2].toInt();
     const QByteArray salt = QByteArray::fromHex(lines[3]);
     const QByteArray hash = QByteArray::fromHex(lines[4]);
     if (times < 1 || times > mostRounds || salt.isEmpty() || hash.size() != hashSize)
-        throw basic::Error(3028);
+        throw basic::RuntimeError(basic::Error::UnreadableWorkgroup);
 
     const bool sameUser = QString::fromUtf8(lines[1]).compare(user, Qt::CaseInsensitive) == 0;
     if (!sameUser || Hash(password, salt, times) != hash)
-        throw basic::Error(3029);
+        throw basic::RuntimeError(basic::Error::AccountRefused);
 }
 
 } // namespace dao

@@ -19,7 +19,7 @@ public:
     Control& operator[](int index)
     {
         if (index < First || index >= First + Count)
-            throw basic::Error(9);
+            throw basic::RuntimeError(basic::Error::IndexOutOfRange);
         return *items[static_cast<std::size_t>(index - First)];
     }
 

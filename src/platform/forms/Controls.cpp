@@ -83,7 +83,7 @@ ComboBox::ComboBox(const QString& name)
 void ComboBox::SetListIndex(int line)
 {
     if (line < -1 || line >= count())
-        throw basic::Error(380);
+        throw basic::RuntimeError(basic::Error::InvalidProperty);
     setCurrentIndex(line);
 }
 

@@ -135,7 +135,7 @@ void Grid::SetHeading(int column, const QString& text)
 void Grid::SetGroupHeading(int firstColumn, int lastColumn, const QString& text)
 {
     if (firstColumn < 0 || lastColumn < firstColumn || lastColumn >= Columns())
-        throw basic::Error(9);
+        throw basic::RuntimeError(basic::Error::IndexOutOfRange);
     header->AddGroup(firstColumn, lastColumn, text);
 }
 
@@ -152,7 +152,7 @@ int Grid::Col() const
 void Grid::SetRow(int row)
 {
     if (row < 0 || row >= Rows())
-        throw basic::Error(9);
+        throw basic::RuntimeError(basic::Error::IndexOutOfRange);
     currentRow = row;
     MarkCurrent();
 }
@@ -160,7 +160,7 @@ void Grid::SetRow(int row)
 void Grid::SetCol(int column)
 {
     if (column < 0 || column >= Columns())
-        throw basic::Error(9);
+        throw basic::RuntimeError(basic::Error::IndexOutOfRange);
     currentColumn = column;
     MarkCurrent();
 }
@@ -168,7 +168,7 @@ void Grid::SetCol(int column)
 void Grid::SelectRow(int row)
 {
     if (row < 0 || row >= Rows())
-        throw basic::Error(9);
+        throw basic::RuntimeError(basic::Error::IndexOutOfRange);
     currentRow = row;
     ShowChanges();
     const QScopedValueRollback<bool> settle(settling, true);

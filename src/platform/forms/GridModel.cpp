@@ -44,7 +44,7 @@ QVariant GridModel::headerData(int section, Qt::Orientation orientation, int rol
 qsizetype GridModel::CellNumber(int row, int column) const
 {
     if (row < 0 || row >= rows || column < 0 || column >= columns.size())
-        throw basic::Error(9);
+        throw basic::RuntimeError(basic::Error::IndexOutOfRange);
     return row * columns.size() + column;
 }
 
@@ -70,7 +70,7 @@ void GridModel::ChangeCell(int row, int column)
 void GridModel::SetRows(int newRows)
 {
     if (newRows < 0)
-        throw basic::Error(9);
+        throw basic::RuntimeError(basic::Error::IndexOutOfRange);
     if (newRows == rows)
         return;
     ChangeRows();
@@ -100,7 +100,7 @@ void GridModel::SetText(int row, int column, const QString& text)
 void GridModel::SetHeading(int column, const QString& text)
 {
     if (column < 0 || column >= columns.size())
-        throw basic::Error(9);
+        throw basic::RuntimeError(basic::Error::IndexOutOfRange);
     columns[column].heading = text;
     Q_EMIT headerDataChanged(Qt::Horizontal, column, column);
 }

@@ -10,7 +10,6 @@ namespace forms {
 
 namespace {
 
-constexpr int InternalError = 51;
 constexpr int ExitAfterError = 1;
 
 std::function<void()>& ClosingStep()
@@ -36,7 +35,7 @@ void ReportFatal(const basic::RuntimeError& error)
         return;
     const QScopedValueRollback<bool> report(reporting, true);
 
-    MsgBox(QStringLiteral("Erreur d'exécution '%1' :\n").arg(error.number) + error.description, Icon::Critical,
+    MsgBox(QStringLiteral("Erreur d'exécution '%1' :\n").arg(error.Number()) + error.Description(), Icon::Critical,
            QStringLiteral("ZEP Lumo"));
     RunClosingStep();
     TheDesk().EndProgram(ExitAfterError);
@@ -51,7 +50,8 @@ void RunReporting(const std::function<void()>& handler)
     } catch (const basic::RuntimeError& error) {
         ReportFatal(error);
     } catch (const std::exception& failure) {
-        ReportFatal({InternalError, QStringLiteral("Erreur interne : ") + QString::fromLocal8Bit(failure.what())});
+        ReportFatal(basic::RuntimeError::Described(basic::Error::Internal, QStringLiteral("Erreur interne : ") +
+                                                                               QString::fromLocal8Bit(failure.what())));
     }
 }
 

@@ -37,7 +37,7 @@ QFile::Permissions ModeOf(const QString& path)
 {
     const QFileInfo file(path);
     if (!file.isFile())
-        throw basic::Error(53);
+        throw basic::RuntimeError(basic::Error::FileNotFound);
     return file.permissions() & modeBits;
 }
 
@@ -98,7 +98,7 @@ void SetFileAttributes(const QString& path, int attributes)
     else
         mode |= QFile::WriteOwner;
     if (!QFile::setPermissions(path, mode))
-        throw basic::Error(75);
+        throw basic::RuntimeError(basic::Error::PathAccess);
 }
 
 } // namespace host

@@ -30,9 +30,9 @@ void Noting(QList<Fault>& faults, int selectLine, Reading read)
     try {
         read();
     } catch (const dao::StatementError& error) {
-        faults.append({selectLine + error.line, error.description});
+        faults.append({selectLine + error.Line(), error.Description()});
     } catch (const basic::RuntimeError& error) {
-        faults.append({0, error.description});
+        faults.append({0, error.Description()});
     }
 }
 

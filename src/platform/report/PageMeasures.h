@@ -3,7 +3,8 @@
 /// The measures that all reports share, in millimetres where nothing else is said.
 namespace report::measures {
 
-inline constexpr double PerPoint = 25.4 / 72;
+inline constexpr double PerInch = 25.4;
+inline constexpr double PerPoint = PerInch / 72;
 inline constexpr double LineSpacing = 1.6; ///< height of a line of text, in heights of its letters
 inline constexpr double HeadLines = 1.35;  ///< height of column heads, group headings and sums, in lines
 inline constexpr double EndingLines = 1.25;

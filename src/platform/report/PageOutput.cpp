@@ -2,6 +2,7 @@
 
 #include "platform/basic/RuntimeError.h"
 #include "platform/report/PageLayout.h"
+#include "platform/report/PageMeasures.h"
 #include "platform/report/PagePainter.h"
 
 #include <QFileInfo>
@@ -16,7 +17,6 @@ namespace report {
 namespace {
 
 constexpr int PdfResolution = 1200;
-constexpr double MillimetresPerInch = 25.4;
 
 /// The whole sheet, lying as the template has it.
 QPageLayout SheetOf(const Template& report)
@@ -32,15 +32,15 @@ QPageLayout SheetOf(const Template& report)
 [[noreturn]] void RaiseWriteError(const QSaveFile& file)
 {
     if (!QFileInfo(QFileInfo(file.fileName()).path()).isDir())
-        throw basic::Error(76);
+        throw basic::RuntimeError(basic::Error::PathNotFound);
     switch (file.error()) {
     case QFileDevice::ResourceError:
-        throw basic::Error(61);
+        throw basic::RuntimeError(basic::Error::DiskFull);
     case QFileDevice::OpenError:
     case QFileDevice::PermissionsError:
-        throw basic::Error(70);
+        throw basic::RuntimeError(basic::Error::PermissionDenied);
     default:
-        throw basic::Error(61);
+        throw basic::RuntimeError(basic::Error::DiskFull);
     }
 }
 
@@ -61,7 +61,7 @@ void WritePdf(const PageLayout& layout, PagePainter& painter, const QString& pat
         for (int page = 0; page < layout.PageCount() && file.error() == QFileDevice::NoError; ++page) {
             if (page > 0)
                 writer.newPage();
-            painter.Paint(onPaper, layout.MakePage(page), PdfResolution / MillimetresPerInch);
+            painter.Paint(onPaper, layout.MakePage(page), PdfResolution / measures::PerInch);
         }
     }
     if (!file.commit())
@@ -79,14 +79,14 @@ void PrintPages(const PageLayout& layout, PagePainter& painter, QPrinter& printe
 
     QPainter onPaper;
     if (!onPaper.begin(&printer))
-        throw basic::Error(482);
+        throw basic::RuntimeError(basic::Error::PrinterFailure);
     for (int page = first; page <= last; ++page) {
         if (page > first && !printer.newPage())
-            throw basic::Error(482);
-        painter.Paint(onPaper, layout.MakePage(page), printer.resolution() / MillimetresPerInch);
+            throw basic::RuntimeError(basic::Error::PrinterFailure);
+        painter.Paint(onPaper, layout.MakePage(page), printer.resolution() / measures::PerInch);
     }
     if (!onPaper.end())
-        throw basic::Error(482);
+        throw basic::RuntimeError(basic::Error::PrinterFailure);
 }
 
 } // namespace report

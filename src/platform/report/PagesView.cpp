@@ -1,6 +1,7 @@
 #include "platform/report/PagesView.h"
 
 #include "platform/report/PageLayout.h"
+#include "platform/report/PageMeasures.h"
 
 #include <QKeyEvent>
 #include <QPainter>
@@ -14,7 +15,6 @@ namespace report {
 namespace {
 
 constexpr double Gap = 16; // around the sheets
-constexpr double MillimetresPerInch = 25.4;
 constexpr double WheelZoom = 1.1;
 constexpr int LineStep = 48;
 
@@ -35,7 +35,7 @@ PagesView::PagesView(const PageLayout& pages) : layout(pages)
 
 double PagesView::DotsPerMillimetre() const
 {
-    return logicalDpiX() * zoom / MillimetresPerInch;
+    return logicalDpiX() * zoom / measures::PerInch;
 }
 
 double PagesView::SheetWidth() const

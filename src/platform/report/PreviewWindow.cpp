@@ -187,7 +187,7 @@ bool PreviewWindow::SavePdf(const QString& path)
         WritePdf(layout, paperPainter, path);
     } catch (const basic::RuntimeError& error) {
         forms::MsgBox(QStringLiteral("Le PDF n'a pas été enregistré : %1.\n%2")
-                          .arg(error.description, QDir::toNativeSeparators(path)),
+                          .arg(error.Description(), QDir::toNativeSeparators(path)),
                       forms::Icon::Critical, "ZEP Lumo");
         return false;
     }
@@ -214,8 +214,8 @@ bool PreviewWindow::Print(QPrinter& printer)
         PrintPages(layout, paperPainter, printer);
         return true;
     } catch (const basic::RuntimeError& error) {
-        forms::MsgBox(QStringLiteral("L'état n'a pas été imprimé : %1.").arg(error.description), forms::Icon::Critical,
-                      "ZEP Lumo");
+        forms::MsgBox(QStringLiteral("L'état n'a pas été imprimé : %1.").arg(error.Description()),
+                      forms::Icon::Critical, "ZEP Lumo");
         return false;
     }
 }

@@ -38,14 +38,14 @@ int Refuse(const QString& path, const QList<Fault>& faults)
 QString& Report::DataFiles(int index)
 {
     if (index != 0)
-        throw basic::Error(9);
+        throw basic::RuntimeError(basic::Error::IndexOutOfRange);
     return dataFile;
 }
 
 int Report::PrintReport()
 {
     if (Destination != 0)
-        throw basic::Error(380);
+        throw basic::RuntimeError(basic::Error::InvalidProperty);
 
     TemplateText read;
     ReadContentResult printed;

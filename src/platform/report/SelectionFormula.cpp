@@ -36,7 +36,7 @@ Selection ReadSelection(const QString& formula)
         const auto match = comparison.match(formula, position, QRegularExpression::NormalMatch,
                                             QRegularExpression::AnchorAtOffsetMatchOption);
         if (!match.hasMatch())
-            throw basic::Error(3075, formula);
+            throw basic::RuntimeError(basic::Error::SyntaxError, formula);
         selection.values.push_back(ValueOf(match));
         selection.condition += QStringLiteral("\"%1\".\"%2\" %3 ?%4")
                                    .arg(match.captured("table"), match.captured("field"), match.captured("operator"))
@@ -47,7 +47,7 @@ Selection ReadSelection(const QString& formula)
         const auto next = conjunction.match(formula, position, QRegularExpression::NormalMatch,
                                             QRegularExpression::AnchorAtOffsetMatchOption);
         if (!next.hasMatch())
-            throw basic::Error(3075, formula);
+            throw basic::RuntimeError(basic::Error::SyntaxError, formula);
         selection.condition += QStringLiteral(" and ");
         position = next.capturedEnd();
     }

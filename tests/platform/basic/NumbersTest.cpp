@@ -53,7 +53,7 @@ TEST(Val, ReadsTheLeadingNumberAndSkipsBlanks)
     };
     for (const auto& row : rows)
         EXPECT_EQ(Val(QString::fromUtf8(row.text)), row.number) << row.text;
-    EXPECT_EQ(ErrorOf([] { Val("1e400"); }), 6);
+    EXPECT_EQ(ErrorOf([] { Val("1e400"); }), Error::Overflow);
 }
 
 TEST(PlainText, WritesTheShortestOfFifteenDigits)
@@ -85,7 +85,7 @@ TEST(PlainText, WritesTheShortestOfFifteenDigits)
     EXPECT_EQ(Str(7), " 7");
     EXPECT_EQ(Str(0), " 0");
     EXPECT_EQ(Str(-7), "-7");
-    EXPECT_EQ(ErrorOf([] { PlainText(std::numeric_limits<double>::infinity()); }), 6);
+    EXPECT_EQ(ErrorOf([] { PlainText(std::numeric_limits<double>::infinity()); }), Error::Overflow);
 }
 
 TEST(Format, FillsTheMaskFromTheDecimalText)
@@ -135,9 +135,9 @@ TEST(RoundToInt, SendsTiesToTheEvenNumber)
     EXPECT_EQ(RoundToInt(2.5), 2);
     EXPECT_EQ(RoundToInt(-2.5), -2);
     EXPECT_EQ(RoundToInt(2147483647.5 - 0.1), 2147483647);
-    EXPECT_EQ(ErrorOf([] { RoundToInt(2147483647.5); }), 6);
-    EXPECT_EQ(ErrorOf([] { RoundToInt(-2147483649.0); }), 6);
-    EXPECT_EQ(ErrorOf([] { RoundToInt(std::nan("")); }), 6);
+    EXPECT_EQ(ErrorOf([] { RoundToInt(2147483647.5); }), Error::Overflow);
+    EXPECT_EQ(ErrorOf([] { RoundToInt(-2147483649.0); }), Error::Overflow);
+    EXPECT_EQ(ErrorOf([] { RoundToInt(std::nan("")); }), Error::Overflow);
 }
 
 TEST(FixedText, FillsOrCutsByCharacters)

@@ -14,7 +14,7 @@ protected:
     Archive() { EXPECT_TRUE(QDir(folder.path()).mkdir("ARCHIVES")); }
     ~Archive() override { ::chmod(folder.filePath("ARCHIVES").toUtf8().constData(), 0700); }
 
-    int CopyError() const
+    std::optional<Error> CopyError() const
     {
         return ErrorOf([&] { CopyDatabase(path, target); });
     }
@@ -35,9 +35,9 @@ protected:
 TEST_F(Archive, HoldsWhatWasSavedAndOpensFromReadOnlyMedia)
 {
     database.Execute("update Actes set montant = 42 where num = 2");
-    EXPECT_EQ(CopyError(), 0) << "while the database is open";
+    EXPECT_EQ(CopyError(), std::nullopt) << "while the database is open";
     database.Close();
-    EXPECT_EQ(CopyError(), 0);
+    EXPECT_EQ(CopyError(), std::nullopt);
     EXPECT_EQ(ArchiveContent(), QStringList("ZEP_ONE.MDB")) << "nothing half made stays";
     EXPECT_EQ(QFile::permissions(target) & (QFile::ReadGroup | QFile::ReadOther), QFile::Permissions());
     EXPECT_TRUE(CheckDatabase(target).isEmpty());
@@ -57,7 +57,7 @@ TEST_F(Archive, HoldsWhatWasSavedAndOpensFromReadOnlyMedia)
 
 TEST_F(Archive, StaysAsItWasWhenTheCopyFails)
 {
-    ASSERT_EQ(CopyError(), 0);
+    ASSERT_EQ(CopyError(), std::nullopt);
     const QByteArray yesterday = Bytes(target);
     database.Execute("delete * from Actes");
 
@@ -68,11 +68,11 @@ TEST_F(Archive, StaysAsItWasWhenTheCopyFails)
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
     file.write(damaged);
     file.close();
-    EXPECT_EQ(CopyError(), 3049);
+    EXPECT_EQ(CopyError(), Error::DamagedDatabase);
     EXPECT_EQ(Bytes(target), yesterday) << "a damaged file never replaces a good copy";
 
     ASSERT_TRUE(QFile::remove(path));
-    EXPECT_EQ(CopyError(), 53);
+    EXPECT_EQ(CopyError(), Error::FileNotFound);
     EXPECT_EQ(Bytes(target), yesterday);
     EXPECT_EQ(ArchiveContent(), QStringList("ZEP_ONE.MDB"));
     EXPECT_FALSE(QFile::exists(path)) << "no empty file takes its place";
@@ -81,10 +81,10 @@ TEST_F(Archive, StaysAsItWasWhenTheCopyFails)
 TEST_F(Archive, NamesTheFolderThatIsMissing)
 {
     ASSERT_TRUE(QDir(folder.path()).rmdir("ARCHIVES"));
-    EXPECT_EQ(CopyError(), 76);
+    EXPECT_EQ(CopyError(), Error::PathNotFound);
     EXPECT_FALSE(QDir(folder.filePath("ARCHIVES")).exists());
     ASSERT_TRUE(QDir(folder.path()).mkpath("ARCHIVES/ZEP_ONE.MDB"));
-    EXPECT_EQ(CopyError(), 75);
+    EXPECT_EQ(CopyError(), Error::PathAccess);
 }
 
 } // namespace

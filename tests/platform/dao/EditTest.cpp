@@ -43,7 +43,7 @@ TEST_F(EditedRows, StartFromTheRowAsItIsNow)
 TEST_F(EditedRows, AddedStandAtTheEnd)
 {
     Recordset rows = Open("select * from Actes where flag_R = 3");
-    EXPECT_EQ(ErrorOf([&] { rows.LastKey(); }), 3021);
+    EXPECT_EQ(ErrorOf([&] { rows.LastKey(); }), Error::NoCurrentRecord);
     rows.AddNew();
     EXPECT_EQ(rows["montant"].Double(), 0) << "the table's default";
     EXPECT_TRUE(rows["Type"].IsNull());
@@ -72,8 +72,8 @@ TEST_F(EditedRows, DeletedThroughTheSetLeaveIt)
     Recordset rows = Open("select * from Actes where date =#03/02/2008#");
     rows.MoveNext();
     rows.Delete();
-    EXPECT_EQ(ErrorOf([&] { rows["num"].Key(); }), 3167);
-    EXPECT_EQ(ErrorOf([&] { rows.Delete(); }), 3167);
+    EXPECT_EQ(ErrorOf([&] { rows["num"].Key(); }), Error::RecordDeleted);
+    EXPECT_EQ(ErrorOf([&] { rows.Delete(); }), Error::RecordDeleted);
     rows.MoveNext();
     EXPECT_EQ(rows["num"].Key(), 4);
     rows.MoveFirst();
@@ -81,7 +81,7 @@ TEST_F(EditedRows, DeletedThroughTheSetLeaveIt)
     EXPECT_EQ(rows.RecordCount(), 2);
     for (rows.MoveFirst(); rows.RecordCount() > 0; rows.MoveNext())
         rows.Delete();
-    EXPECT_EQ(ErrorOf([&] { rows.MoveFirst(); }), 3021);
+    EXPECT_EQ(ErrorOf([&] { rows.MoveFirst(); }), Error::NoCurrentRecord);
     EXPECT_EQ(Keys("Actes"), "1 5 6");
 }
 
@@ -104,13 +104,13 @@ TEST_F(EditedRows, ConvertWhatIsWritten)
     rows.Edit();
     for (const char* const date :
          {"", "29/02/2100", "29/02/2007", "2008-03-01", "1/3/2008", "32/01/2008", "ab/cd/efgh"})
-        EXPECT_EQ(ErrorOf([&] { rows["Date"] = date; }), 3421) << date;
+        EXPECT_EQ(ErrorOf([&] { rows["Date"] = date; }), Error::ConversionFailed) << date;
     for (const char* const number : {"", "douze", "1,5", "nan", "1e999"})
-        EXPECT_EQ(ErrorOf([&] { rows["montant"] = number; }), 3421) << number;
-    EXPECT_EQ(ErrorOf([&] { rows["flag_R"] = 32768; }), 6);
-    EXPECT_EQ(ErrorOf([&] { rows["flag_R"] = 32767.5; }), 6);
-    EXPECT_EQ(ErrorOf([&] { rows["num_presta"] = 3e9; }), 6);
-    EXPECT_EQ(ErrorOf([&] { rows["num"] = 3; }), 3164);
+        EXPECT_EQ(ErrorOf([&] { rows["montant"] = number; }), Error::ConversionFailed) << number;
+    EXPECT_EQ(ErrorOf([&] { rows["flag_R"] = 32768; }), Error::Overflow);
+    EXPECT_EQ(ErrorOf([&] { rows["flag_R"] = 32767.5; }), Error::Overflow);
+    EXPECT_EQ(ErrorOf([&] { rows["num_presta"] = 3e9; }), Error::Overflow);
+    EXPECT_EQ(ErrorOf([&] { rows["num"] = 3; }), Error::FieldNotUpdatable);
     rows.Update();
     EXPECT_EQ(rows["Date"].Text(), "31/12/1999");
 }
@@ -130,20 +130,20 @@ TEST_F(EditedRows, CopyAFieldFromAnotherSet)
 TEST_F(EditedRows, AskForTheirStepsInOrder)
 {
     Recordset rows = Open("Actes");
-    EXPECT_EQ(ErrorOf([&] { rows["montant"] = 1; }), 3020);
-    EXPECT_EQ(ErrorOf([&] { rows.Update(); }), 3020);
-    EXPECT_EQ(ErrorOf([&] { rows.CancelUpdate(); }), 3020);
+    EXPECT_EQ(ErrorOf([&] { rows["montant"] = 1; }), Error::NoPendingEdit);
+    EXPECT_EQ(ErrorOf([&] { rows.Update(); }), Error::NoPendingEdit);
+    EXPECT_EQ(ErrorOf([&] { rows.CancelUpdate(); }), Error::NoPendingEdit);
     rows.Edit();
     rows["montant"] = 1;
     rows.MoveNext();
-    EXPECT_EQ(ErrorOf([&] { rows.Update(); }), 3020) << "moving drops the edit";
+    EXPECT_EQ(ErrorOf([&] { rows.Update(); }), Error::NoPendingEdit) << "moving drops the edit";
     while (!rows.IsEOF())
         rows.MoveNext();
-    EXPECT_EQ(ErrorOf([&] { rows.Edit(); }), 3021);
+    EXPECT_EQ(ErrorOf([&] { rows.Edit(); }), Error::NoCurrentRecord);
 
     Recordset counts = Open("select count(*) as S1 from Actes");
-    EXPECT_EQ(ErrorOf([&] { counts.Edit(); }), 3027);
-    EXPECT_EQ(ErrorOf([&] { counts.AddNew(); }), 3027);
+    EXPECT_EQ(ErrorOf([&] { counts.Edit(); }), Error::ReadOnly);
+    EXPECT_EQ(ErrorOf([&] { counts.AddNew(); }), Error::ReadOnly);
     EXPECT_EQ(Open("Actes")["montant"].Double(), 100.5);
 }
 
@@ -152,11 +152,11 @@ TEST_F(EditedRows, RefusedByTheTableAreNotHalfWritten)
     Recordset rows = Open("select * from Presta order by ordre");
     rows.AddNew();
     rows["Ordre"] = 9;
-    EXPECT_EQ(ErrorOf([&] { rows.Update(); }), 3314);
+    EXPECT_EQ(ErrorOf([&] { rows.Update(); }), Error::NullNotAllowed);
     rows.Edit();
     rows["denom"] = "Laser";
     rows["Ordre"] = 2;
-    EXPECT_EQ(ErrorOf([&] { rows.Update(); }), 3022);
+    EXPECT_EQ(ErrorOf([&] { rows.Update(); }), Error::DuplicateKey);
     EXPECT_EQ(rows["denom"].Text(), "Écho");
     EXPECT_EQ(Walk(rows), "11 12 10");
 }
@@ -170,8 +170,8 @@ TEST_F(EditedRows, TakeAFieldThatWasAppendedToTheirTable)
     table.AppendField("Mt2", FieldType::Double, 0);
     EXPECT_EQ(table.FieldCount(), 6);
     EXPECT_EQ(table.FieldNames().last(), "Mt2");
-    EXPECT_EQ(ErrorOf([&] { table.AppendField("mt2", FieldType::Double, 0); }), 3191);
-    EXPECT_EQ(ErrorOf([&] { database.TableDef("Nulle"); }), 3265);
+    EXPECT_EQ(ErrorOf([&] { table.AppendField("mt2", FieldType::Double, 0); }), Error::FieldExists);
+    EXPECT_EQ(ErrorOf([&] { database.TableDef("Nulle"); }), Error::UnknownField);
     EXPECT_EQ(Open("Prov")["Mt2"].Double(), 0);
     Recordset rows = Open("select * from Prov where Mt2 = 0");
     rows.AddNew();

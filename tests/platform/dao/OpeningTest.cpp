@@ -33,7 +33,7 @@ protected:
         ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
         file.write(bytes);
     }
-    int OpeningError() const
+    std::optional<Error> OpeningError() const
     {
         return ErrorOf([&] { workspace.OpenDatabase(path); });
     }
@@ -50,9 +50,9 @@ TEST_F(OpenedFile, IsSeenThroughByAMereLook)
     Write(QByteArray(sound).replace(2 * pageSize, pageSize, QByteArray(pageSize, '\x5A')));
     EXPECT_FALSE(CheckDatabase(path).isEmpty());
     Write(QByteArray("ZEP\n").repeated(2000));
-    EXPECT_EQ(ErrorOf([&] { CheckDatabase(path); }), 3343);
+    EXPECT_EQ(ErrorOf([&] { CheckDatabase(path); }), Error::UnrecognizedFormat);
     QFile::remove(path);
-    EXPECT_EQ(OpeningError(), 3024);
+    EXPECT_EQ(OpeningError(), Error::DatabaseNotFound);
     EXPECT_FALSE(QFile::exists(path)) << "no empty file takes its place";
 }
 
@@ -89,7 +89,7 @@ TEST_F(OpenedFile, LeavesTheLogOfADamagedFileAsItIs)
     Write(sound.first(3 * pageSize) + QByteArray(sound.size() - 3 * pageSize, '\x5A'));
     ASSERT_TRUE(QFile::rename(folder.filePath("log"), path + "-wal"));
     const qint64 size = QFileInfo(path + "-wal").size();
-    EXPECT_EQ(OpeningError(), 3049);
+    EXPECT_EQ(OpeningError(), Error::DamagedDatabase);
     EXPECT_EQ(QFileInfo(path + "-wal").size(), size);
     EXPECT_EQ(Bytes().mid(3 * pageSize, 4), "ZZZZ");
 }
@@ -118,7 +118,7 @@ TEST_F(OpenedFile, IsLookedOverAgainWhenAnotherHasChangedIt)
     QByteArray bytes = sound;
     bytes.replace(2 * pageSize, pageSize, QByteArray(pageSize, '\x5A'));
     Write(bytes);
-    EXPECT_EQ(OpeningError(), 3049);
+    EXPECT_EQ(OpeningError(), Error::DamagedDatabase);
 }
 
 TEST_F(OpenedFile, IsMadeForItsOwnerAlone)
@@ -130,9 +130,10 @@ TEST_F(OpenedFile, IsMadeForItsOwnerAlone)
                                           (QFile::ReadGroup | QFile::ReadOther | QFile::WriteGroup | QFile::WriteOther);
         EXPECT_FALSE(others) << file;
     }
-    EXPECT_EQ(ErrorOf([&] { CreateDatabase(path, "create table T (a)"); }), 3204);
-    EXPECT_EQ(ErrorOf([&] { CreateDatabase(folder.filePath("none/x"), "create table T (a)"); }), 76);
-    EXPECT_EQ(ErrorOf([&] { CreateDatabase(folder.filePath("half"), "create table T (a); create tble"); }), 3075);
+    EXPECT_EQ(ErrorOf([&] { CreateDatabase(path, "create table T (a)"); }), Error::DatabaseExists);
+    EXPECT_EQ(ErrorOf([&] { CreateDatabase(folder.filePath("none/x"), "create table T (a)"); }), Error::PathNotFound);
+    EXPECT_EQ(ErrorOf([&] { CreateDatabase(folder.filePath("half"), "create table T (a); create tble"); }),
+              Error::SyntaxError);
     EXPECT_FALSE(QFile::exists(folder.filePath("half")));
 }
 
@@ -143,10 +144,10 @@ TEST_F(OpenedFile, AsksForTheAccountOfTheWorkgroup)
     const auto error = [&](const char* user, const char* password) {
         return ErrorOf([&] { engine.CreateWorkspace("Special", user, password); });
     };
-    EXPECT_EQ(error("admin", "secret"), 0);
-    EXPECT_EQ(error("ADMIN", "Secret"), 3029);
-    EXPECT_EQ(error("ADMIN", ""), 3029);
-    EXPECT_EQ(error("OTHER", "secret"), 3029);
+    EXPECT_EQ(error("admin", "secret"), std::nullopt);
+    EXPECT_EQ(error("ADMIN", "Secret"), Error::AccountRefused);
+    EXPECT_EQ(error("ADMIN", ""), Error::AccountRefused);
+    EXPECT_EQ(error("OTHER", "secret"), Error::AccountRefused);
 
     QFile file(engine.SystemDB);
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
@@ -158,10 +159,10 @@ TEST_F(OpenedFile, AsksForTheAccountOfTheWorkgroup)
         ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
         file.write(bytes);
         file.close();
-        EXPECT_EQ(error("ADMIN", "secret"), 3028);
+        EXPECT_EQ(error("ADMIN", "secret"), Error::UnreadableWorkgroup);
     }
     file.remove();
-    EXPECT_EQ(error("ADMIN", "secret"), 3028);
+    EXPECT_EQ(error("ADMIN", "secret"), Error::UnreadableWorkgroup);
 }
 
 } // namespace

@@ -32,8 +32,8 @@ TEST_F(RecordsetRows, AreCountedAsTheyAreReached)
     EXPECT_EQ(rows["num"].Key(), 4);
     rows.MoveNext();
     EXPECT_TRUE(rows.IsEOF());
-    EXPECT_EQ(ErrorOf([&] { rows.MoveNext(); }), 3021);
-    EXPECT_EQ(ErrorOf([&] { rows["num"].Key(); }), 3021);
+    EXPECT_EQ(ErrorOf([&] { rows.MoveNext(); }), Error::NoCurrentRecord);
+    EXPECT_EQ(ErrorOf([&] { rows["num"].Key(); }), Error::NoCurrentRecord);
     EXPECT_EQ(rows.RecordCount(), 3);
 }
 
@@ -44,11 +44,11 @@ TEST_F(RecordsetRows, ReportAnEmptySet)
         Recordset rows = Open(statement);
         EXPECT_TRUE(rows.IsEOF());
         EXPECT_EQ(rows.RecordCount(), 0);
-        EXPECT_EQ(ErrorOf([&] { rows.MoveFirst(); }), 3021) << statement;
-        EXPECT_EQ(ErrorOf([&] { rows.MoveNext(); }), 3021) << statement;
-        EXPECT_EQ(ErrorOf([&] { rows.MoveLast(); }), 3021) << statement;
-        EXPECT_EQ(ErrorOf([&] { rows.FindFirst("num = 1"); }), 3021) << statement;
-        EXPECT_EQ(ErrorOf([&] { rows["num"].Text(); }), 3021) << statement;
+        EXPECT_EQ(ErrorOf([&] { rows.MoveFirst(); }), Error::NoCurrentRecord) << statement;
+        EXPECT_EQ(ErrorOf([&] { rows.MoveNext(); }), Error::NoCurrentRecord) << statement;
+        EXPECT_EQ(ErrorOf([&] { rows.MoveLast(); }), Error::NoCurrentRecord) << statement;
+        EXPECT_EQ(ErrorOf([&] { rows.FindFirst("num = 1"); }), Error::NoCurrentRecord) << statement;
+        EXPECT_EQ(ErrorOf([&] { rows["num"].Text(); }), Error::NoCurrentRecord) << statement;
     }
 }
 
@@ -101,11 +101,11 @@ TEST_F(RecordsetRows, DeletedBehindTheSetRaiseOnReadingOnly)
         rows.FindFirst("num = 7");
         ASSERT_FALSE(rows.NoMatch()) << statement;
         ASSERT_EQ(other.Run("delete from Actes where num in (7, 8)"), SQLITE_OK);
-        EXPECT_EQ(ErrorOf([&] { rows["num"].Key(); }), 3167) << statement;
+        EXPECT_EQ(ErrorOf([&] { rows["num"].Key(); }), Error::RecordDeleted) << statement;
         rows.MoveNext();
-        EXPECT_EQ(ErrorOf([&] { rows["num"].Key(); }), 3167) << statement;
-        EXPECT_EQ(ErrorOf([&] { rows.Edit(); }), 3167) << statement;
-        EXPECT_EQ(ErrorOf([&] { rows.Delete(); }), 3167) << statement;
+        EXPECT_EQ(ErrorOf([&] { rows["num"].Key(); }), Error::RecordDeleted) << statement;
+        EXPECT_EQ(ErrorOf([&] { rows.Edit(); }), Error::RecordDeleted) << statement;
+        EXPECT_EQ(ErrorOf([&] { rows.Delete(); }), Error::RecordDeleted) << statement;
         rows.MoveNext();
         EXPECT_EQ(rows["num"].Key(), 9) << statement;
         rows.FindFirst("num = 8");
@@ -127,11 +127,11 @@ TEST_F(RecordsetRows, AreFoundByKeyAndByOtherConditions)
         EXPECT_EQ(rows["num"].Key(), 4);
         rows.FindFirst("num = 99999999999999999999");
         EXPECT_TRUE(rows.NoMatch());
-        EXPECT_EQ(ErrorOf([&] { rows.FindFirst("nul = 3"); }), 3070);
-        EXPECT_EQ(ErrorOf([&] { rows.FindFirst("num = "); }), 3075);
-        EXPECT_EQ(ErrorOf([&] { rows.FindFirst(""); }), 3075);
-        EXPECT_EQ(ErrorOf([&] { rows.FindFirst("num = 1) or (1 = 1"); }), 3075);
-        EXPECT_EQ(ErrorOf([&] { rows.FindFirst("select 1"); }), 3075);
+        EXPECT_EQ(ErrorOf([&] { rows.FindFirst("nul = 3"); }), Error::UnknownExpression);
+        EXPECT_EQ(ErrorOf([&] { rows.FindFirst("num = "); }), Error::SyntaxError);
+        EXPECT_EQ(ErrorOf([&] { rows.FindFirst(""); }), Error::SyntaxError);
+        EXPECT_EQ(ErrorOf([&] { rows.FindFirst("num = 1) or (1 = 1"); }), Error::SyntaxError);
+        EXPECT_EQ(ErrorOf([&] { rows.FindFirst("select 1"); }), Error::SyntaxError);
         EXPECT_EQ(rows["num"].Key(), 4);
     }
     Recordset byName = Open("select * from Patients order by nom, Prenom");
@@ -175,12 +175,12 @@ TEST_F(RecordsetRows, OfALongTableKeepTheirMembersAgainstOwnAndForeignWrites)
     Recordset rows = Open("Actes");
     ASSERT_EQ(other.Run("insert into Actes (num) values (20000); delete from Actes where num = 2"), SQLITE_OK);
     rows.MoveNext();
-    EXPECT_EQ(ErrorOf([&] { rows["num"].Key(); }), 3167);
+    EXPECT_EQ(ErrorOf([&] { rows["num"].Key(); }), Error::RecordDeleted);
     rows.FindFirst("num = 9000");
     database.Execute("delete * from Actes where num = 9001");
     database.Execute("insert into Actes (num) values (-5)");
     rows.MoveNext();
-    EXPECT_EQ(ErrorOf([&] { rows["num"].Key(); }), 3167);
+    EXPECT_EQ(ErrorOf([&] { rows["num"].Key(); }), Error::RecordDeleted);
     rows.MoveNext();
     EXPECT_EQ(rows["num"].Key(), 9002);
     rows.MoveLast();
@@ -212,28 +212,28 @@ TEST_F(RecordsetRows, AreReadByNameAndPosition)
     EXPECT_EQ(rows.Fields(3).Double(), 100.5);
     EXPECT_EQ(rows["montant"].Long(), 100) << "a tie goes to the even number";
     EXPECT_EQ(int(rows["flag_R"].Integer()), 2);
-    EXPECT_EQ(ErrorOf([&] { rows["nul"]; }), 3265);
-    EXPECT_EQ(ErrorOf([&] { rows.Fields(7); }), 3265);
-    EXPECT_EQ(ErrorOf([&] { rows.Fields(-1); }), 3265);
-    EXPECT_EQ(ErrorOf([&] { rows["Type"].Double(); }), 13);
+    EXPECT_EQ(ErrorOf([&] { rows["nul"]; }), Error::UnknownField);
+    EXPECT_EQ(ErrorOf([&] { rows.Fields(7); }), Error::UnknownField);
+    EXPECT_EQ(ErrorOf([&] { rows.Fields(-1); }), Error::UnknownField);
+    EXPECT_EQ(ErrorOf([&] { rows["Type"].Double(); }), Error::TypeMismatch);
 
     rows.FindFirst("num = 6");
     EXPECT_TRUE(rows["montant"].IsNull());
     EXPECT_TRUE(rows["montant"].Get().IsNull());
-    EXPECT_EQ(ErrorOf([&] { rows["montant"].Double(); }), 94);
-    EXPECT_EQ(ErrorOf([&] { rows["Date"].Text(); }), 94);
-    EXPECT_EQ(ErrorOf([&] { rows["flag_R"].Integer(); }), 94);
+    EXPECT_EQ(ErrorOf([&] { rows["montant"].Double(); }), Error::InvalidNull);
+    EXPECT_EQ(ErrorOf([&] { rows["Date"].Text(); }), Error::InvalidNull);
+    EXPECT_EQ(ErrorOf([&] { rows["flag_R"].Integer(); }), Error::InvalidNull);
 }
 
 TEST_F(RecordsetRows, SayWhenTheyOrTheirDatabaseAreClosed)
 {
-    EXPECT_EQ(ErrorOf([] { Recordset().MoveFirst(); }), 3420);
+    EXPECT_EQ(ErrorOf([] { Recordset().MoveFirst(); }), Error::ObjectClosed);
     Recordset rows = Open("Actes");
     Recordset copy = rows;
     rows.Close();
     rows.Close();
     EXPECT_FALSE(copy.IsOpen());
-    EXPECT_EQ(ErrorOf([&] { copy.IsEOF(); }), 3420);
+    EXPECT_EQ(ErrorOf([&] { copy.IsEOF(); }), Error::ObjectClosed);
 
     Recordset reading = Open("Patients");
     Recordset counted = Open("select count(*) as S1 from Actes");
@@ -242,10 +242,10 @@ TEST_F(RecordsetRows, SayWhenTheyOrTheirDatabaseAreClosed)
     database.Close();
     database.Close();
     EXPECT_FALSE(reading.IsOpen());
-    EXPECT_EQ(ErrorOf([&] { reading.MoveNext(); }), 3420);
-    EXPECT_EQ(ErrorOf([&] { count.Long(); }), 3420);
-    EXPECT_EQ(ErrorOf([&] { second.Execute("delete * from Prov"); }), 3420);
-    EXPECT_EQ(ErrorOf([&] { database.OpenRecordset("Prov"); }), 3420);
+    EXPECT_EQ(ErrorOf([&] { reading.MoveNext(); }), Error::ObjectClosed);
+    EXPECT_EQ(ErrorOf([&] { count.Long(); }), Error::ObjectClosed);
+    EXPECT_EQ(ErrorOf([&] { second.Execute("delete * from Prov"); }), Error::ObjectClosed);
+    EXPECT_EQ(ErrorOf([&] { database.OpenRecordset("Prov"); }), Error::ObjectClosed);
     EXPECT_FALSE(QFile::exists(path + "-wal")) << "nothing stays beside a closed file";
 }
 

@@ -63,7 +63,7 @@ TEST_F(SharedFile, IsFreedOnEveryWayOutOfAnEdit)
     refused.LockEdits(true);
     refused.Edit();
     refused["Ordre"] = 0;
-    EXPECT_EQ(ErrorOf([&] { refused.Update(); }), 3022);
+    EXPECT_EQ(ErrorOf([&] { refused.Update(); }), Error::DuplicateKey);
     EXPECT_TRUE(OtherCanWrite());
 
     Recordset dropped = LockedAct();
@@ -96,7 +96,7 @@ TEST_F(SharedFile, TakesATransactionWholeOrNotAtAll)
     rows.LockEdits(true);
     {
         Transaction bundle(database);
-        EXPECT_EQ(ErrorOf([&] { database.BeginTrans(); }), 3246);
+        EXPECT_EQ(ErrorOf([&] { database.BeginTrans(); }), Error::NestedTransaction);
         for (; !rows.IsEOF(); rows.MoveNext()) {
             rows.Edit();
             rows["Flag_H"] = 1;
@@ -114,8 +114,8 @@ TEST_F(SharedFile, TakesATransactionWholeOrNotAtAll)
     database.Execute("update Actes set Flag_H = 1");
     bundle.Commit();
     EXPECT_EQ(other.Answer("select count(*) from Actes where Flag_H = 1"), "6");
-    EXPECT_EQ(ErrorOf([&] { database.CommitTrans(); }), 3034);
-    EXPECT_EQ(ErrorOf([&] { database.Rollback(); }), 3034);
+    EXPECT_EQ(ErrorOf([&] { database.CommitTrans(); }), Error::NoTransaction);
+    EXPECT_EQ(ErrorOf([&] { database.Rollback(); }), Error::NoTransaction);
 }
 
 TEST_F(SharedFile, ShowsAChangeOfOneHandleThroughTheOther)
@@ -150,8 +150,8 @@ TEST_F(SharedFile, ClosesWithItsLastHandle)
     Recordset rows = Open("Actes");
     workspace.Close();
     EXPECT_FALSE(rows.IsOpen());
-    EXPECT_EQ(ErrorOf([&] { Open("Actes"); }), 3420);
-    EXPECT_EQ(ErrorOf([&] { workspace.OpenDatabase(path); }), 3420);
+    EXPECT_EQ(ErrorOf([&] { Open("Actes"); }), Error::ObjectClosed);
+    EXPECT_EQ(ErrorOf([&] { workspace.OpenDatabase(path); }), Error::ObjectClosed);
 }
 
 } // namespace

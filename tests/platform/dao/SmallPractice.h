@@ -11,18 +11,6 @@
 
 namespace dao::test {
 
-/// The number of the run-time error that `work` raises; 0 when it raises none.
-template <class Work>
-int ErrorOf(Work work)
-{
-    try {
-        work();
-    } catch (const basic::RuntimeError& error) {
-        return error.number;
-    }
-    return 0;
-}
-
 using Other = tests::OtherProgram;
 
 /// A practice with a few rows in a folder of its own, opened as the program opens it.

@@ -48,8 +48,8 @@ TEST_F(Controls, OfAnArrayAreNamedByTheirIndex)
     forms::ControlArray<forms::Picture, 3> images("Image2");
     EXPECT_EQ(images[0].objectName(), "Image2(0)");
     EXPECT_EQ(images[2].objectName(), "Image2(2)");
-    EXPECT_EQ(ErrorOf([&] { images[3]; }), 9);
-    EXPECT_EQ(ErrorOf([&] { images[-1]; }), 9);
+    EXPECT_EQ(ErrorOf([&] { images[3]; }), Error::IndexOutOfRange);
+    EXPECT_EQ(ErrorOf([&] { images[-1]; }), Error::IndexOutOfRange);
 }
 
 TEST_F(Controls, BulleShowsTheActionOfThePictureUnderThePointerOrFocus)
@@ -119,8 +119,8 @@ TEST_F(Controls, ComboBoxChoosesNoLineByItself)
     EXPECT_EQ(chosen.count(), 1);
     combo.SetListIndex(2);
     EXPECT_EQ(combo.currentText(), "P ");
-    EXPECT_EQ(ErrorOf([&] { combo.SetListIndex(3); }), 380);
-    EXPECT_EQ(ErrorOf([&] { combo.SetListIndex(-2); }), 380);
+    EXPECT_EQ(ErrorOf([&] { combo.SetListIndex(3); }), Error::InvalidProperty);
+    EXPECT_EQ(ErrorOf([&] { combo.SetListIndex(-2); }), Error::InvalidProperty);
     EXPECT_EQ(combo.currentIndex(), 2);
 }
 

@@ -48,7 +48,7 @@ TEST_F(Screen, IsLoadedOnceForEachShowing)
     EXPECT_EQ(loads, 1);
     EXPECT_GT(sheet.WidthTwips(), 3600); // its natural size is known before it shows
     sheet.Unload();
-    sheet.loading = [] { throw basic::Error(3061); };
+    sheet.loading = [] { throw basic::RuntimeError(basic::Error::UnknownColumn); };
     EXPECT_THROW(sheet.Load(), basic::RuntimeError);
     EXPECT_FALSE(sheet.IsLoaded());
 }

@@ -83,15 +83,15 @@ TEST_F(GridOnSheet, CutsFillsAndClearsRows)
 TEST_F(GridOnSheet, RaisesNineOutsideItself)
 {
     Fill(2);
-    EXPECT_EQ(ErrorOf([&] { grid.Text(2, 0); }), 9);
-    EXPECT_EQ(ErrorOf([&] { grid.Text(-1, 0); }), 9);
-    EXPECT_EQ(ErrorOf([&] { grid.SetText(0, 3, "x"); }), 9);
-    EXPECT_EQ(ErrorOf([&] { grid.RemoveRow(2); }), 9);
-    EXPECT_EQ(ErrorOf([&] { grid.SelectRow(2); }), 9);
-    EXPECT_EQ(ErrorOf([&] { grid.SetRow(-1); }), 9);
-    EXPECT_EQ(ErrorOf([&] { grid.SetCol(3); }), 9);
-    EXPECT_EQ(ErrorOf([&] { grid.SetRows(-1); }), 9);
-    EXPECT_EQ(ErrorOf([&] { grid.SetGroupHeading(1, 3, "x"); }), 9);
+    EXPECT_EQ(ErrorOf([&] { grid.Text(2, 0); }), Error::IndexOutOfRange);
+    EXPECT_EQ(ErrorOf([&] { grid.Text(-1, 0); }), Error::IndexOutOfRange);
+    EXPECT_EQ(ErrorOf([&] { grid.SetText(0, 3, "x"); }), Error::IndexOutOfRange);
+    EXPECT_EQ(ErrorOf([&] { grid.RemoveRow(2); }), Error::IndexOutOfRange);
+    EXPECT_EQ(ErrorOf([&] { grid.SelectRow(2); }), Error::IndexOutOfRange);
+    EXPECT_EQ(ErrorOf([&] { grid.SetRow(-1); }), Error::IndexOutOfRange);
+    EXPECT_EQ(ErrorOf([&] { grid.SetCol(3); }), Error::IndexOutOfRange);
+    EXPECT_EQ(ErrorOf([&] { grid.SetRows(-1); }), Error::IndexOutOfRange);
+    EXPECT_EQ(ErrorOf([&] { grid.SetGroupHeading(1, 3, "x"); }), Error::IndexOutOfRange);
     EXPECT_EQ(grid.Rows(), 2);
 }
 

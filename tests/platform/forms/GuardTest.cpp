@@ -30,7 +30,7 @@ TEST_F(Guard, ReportsAnUncaughtErrorClosesAndEndsTheProgram)
     ExpectFatal("Erreur d'exécution '6' :\nDépassement de capacité");
     bool wentOn = false;
     forms::Guarded([&] {
-        forms::Guarded([] { throw basic::Error(6); });
+        forms::Guarded([] { throw basic::RuntimeError(basic::Error::Overflow); });
         forms::MsgBox("le programme est terminé"); // nothing reaches the user any more
         wentOn = true;
     });
@@ -41,9 +41,9 @@ TEST_F(Guard, ReportsAnUncaughtErrorClosesAndEndsTheProgram)
 
 TEST_F(Guard, EndsTheProgramEvenWhenClosingFails)
 {
-    forms::OnFatalError([] { throw basic::Error(75); });
+    forms::OnFatalError([] { throw basic::RuntimeError(basic::Error::PathAccess); });
     ExpectFatal("Erreur d'exécution '9' :\nL'indice n'appartient pas à la sélection");
-    forms::Guarded([] { throw basic::Error(9); });
+    forms::Guarded([] { throw basic::RuntimeError(basic::Error::IndexOutOfRange); });
     EXPECT_EQ(desk.EndCode(), 1);
 }
 
@@ -52,9 +52,9 @@ TEST_F(Guard, DropsASecondErrorWhileItReportsOne)
     ExpectFatal("Erreur d'exécution '6' :\nDépassement de capacité");
     forms::OnFatalError([this] {
         ++closings;
-        forms::Guarded([] { throw basic::Error(13); });
+        forms::Guarded([] { throw basic::RuntimeError(basic::Error::TypeMismatch); });
     });
-    forms::Guarded([] { throw basic::Error(6); });
+    forms::Guarded([] { throw basic::RuntimeError(basic::Error::Overflow); });
     EXPECT_EQ(closings, 1);
     EXPECT_EQ(desk.EndCode(), 1);
 }
@@ -69,7 +69,7 @@ TEST_F(Guard, LetsNoForeignExceptionIntoTheToolkit)
 TEST_F(Guard, CoversWhatTheToolkitCallsOnAScreen)
 {
     auto& sheet = desk.Open<Sheet>();
-    sheet.text.KeyPress = [](int&) { throw basic::Error(13); };
+    sheet.text.KeyPress = [](int&) { throw basic::RuntimeError(basic::Error::TypeMismatch); };
     ExpectFatal("Erreur d'exécution '13' :\nIncompatibilité de type");
     Type(sheet.text, "x");
     EXPECT_EQ(sheet.text.text(), "");
