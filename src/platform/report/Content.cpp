@@ -4,6 +4,7 @@
 #include "platform/report/SelectionFormula.h"
 
 #include <QDate>
+#include <QRegularExpression>
 #include <algorithm>
 #include <cmath>
 
@@ -16,6 +17,13 @@ constexpr int MostCharacters = 400; // more than the widest sheet holds in the s
 bool IsNumber(const dao::Value& value)
 {
     return std::holds_alternative<qint64>(value.Raw()) || std::holds_alternative<double>(value.Raw());
+}
+
+/// A mask writes the blanks of its empty places behind the minus sign: "-     12.50".
+QString WithoutMaskBlanks(const QString& number)
+{
+    const QString text = number.trimmed();
+    return text.startsWith('-') ? "-" + text.sliced(1).trimmed() : text;
 }
 
 QString WithoutSelection(const QString& select)
@@ -40,7 +48,7 @@ void ReadTexts(const dao::ReadOnlyQuery& query, Content& content)
 {
     const dao::RowTable row = query.Read("select * from textes limit 1", {}, 1);
     for (int field = 0; field < row.fields.size() && row.RowCount() == 1; ++field)
-        content.texts.insert(row.fields[field].toLower(), CellText({}, row.Cell(0, field)));
+        content.texts.insert(row.fields[field].toLower(), AmountText(CellText({}, row.Cell(0, field))));
 }
 
 } // namespace
@@ -51,10 +59,15 @@ QString NumberText(double number, const QString& mask)
         return QStringLiteral("?");
     if (mask.isEmpty() || mask == "dd/mm/yyyy")
         return basic::PlainText(number);
-    QString text = basic::Format(number, mask).trimmed();
-    while (text.startsWith(QLatin1String("- "))) // the minus stands first of all, before the blanks of the mask
-        text.remove(1, 1);
-    return text;
+    return WithoutMaskBlanks(basic::Format(number, mask));
+}
+
+QString AmountText(const QString& text, const QString& mask)
+{
+    static const QRegularExpression amount(R"(^\s*-?(?=.*\d)[\d ]*\.?\d*\s*$)");
+    if (!amount.match(text).hasMatch())
+        return text;
+    return mask.isEmpty() ? WithoutMaskBlanks(text) : NumberText(basic::Val(text), mask);
 }
 
 double NumberIn(const dao::Value& value)

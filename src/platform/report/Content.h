@@ -38,6 +38,10 @@ QString CellText(const Column& column, const dao::Value& value);
 /// A number under a mask, without the blanks that the mask leaves before the first digit; plain text without a mask.
 QString NumberText(double number, const QString& mask);
 
+/// A text of the practice as it is printed: an amount that a screen has written under a mask ("-   883 348.15",
+/// " 100.00 ") is written under `mask`, or without a mask loses the blanks of its empty places. Other texts stay.
+QString AmountText(const QString& text, const QString& mask = {});
+
 /// The number of a value in a sum: 0 for Null and for text.
 double NumberIn(const dao::Value& value);
 

@@ -76,7 +76,7 @@ void PageLayout::AddBlocks()
     if (!report.totalLabel.isEmpty() && rows > 0)
         blocks.push_back({Part::Totals, true, 0, rows});
     for (int line = 0; line < report.ending.size(); ++line) {
-        if (!Filled(report.ending[line].value, 0).printed)
+        if (!report.ending[line].keepEmpty && !Filled(report.ending[line].value, 0).printed)
             continue;
         if (blocks.back().part != Part::Ending)
             blocks.push_back({Part::Gap, true, 0, 0});

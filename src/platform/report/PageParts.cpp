@@ -144,7 +144,7 @@ QString PageLayout::SumText(const Column& summed, std::size_t column, const Bloc
     double sum = 0;
     for (int row = block.index; row < block.index + block.count; ++row)
         sum += NumberIn(content.rows.Cell(row, content.fieldOf[column]));
-    return NumberText(sum, summed.mask);
+    return sum == 0 ? QString() : NumberText(sum, summed.mask);
 }
 
 void PageLayout::AddSums(Page& page, const QString& label, const Block& block, double top) const
@@ -159,7 +159,8 @@ void PageLayout::AddSums(Page& page, const QString& label, const Block& block, d
         if (!summed.total)
             continue;
         const bool isGiven = block.part == Part::Totals && !summed.totalText.isEmpty();
-        AddCell(page, column, top, height, isGiven ? Filled(summed.totalText, 0).text : SumText(summed, column, block),
+        AddCell(page, column, top, height,
+                isGiven ? AmountText(Filled(summed.totalText, 0).text, summed.mask) : SumText(summed, column, block),
                 true);
     }
 }
@@ -173,7 +174,7 @@ void PageLayout::AddEnding(Page& page, const EndingLine& line, double top, int p
         AddRule(page, left, TableRight(), top, StrongLine);
     AddLabel(page, left, top, width * 0.6, height, Filled(line.label, pageIndex).text, line.bold);
     AddRun(page, {{left + width * 0.6, top, width * 0.4 - measures::CellPadding, height},
-                  Filled(line.value, pageIndex).text,
+                  AmountText(Filled(line.value, pageIndex).text, line.mask),
                   Qt::AlignRight,
                   report.points,
                   line.bold,

@@ -56,6 +56,8 @@ struct Group {
 struct EndingLine {
     QString label;
     QString value;
+    QString mask;           ///< a value that is an amount is written under it
+    bool keepEmpty = false; ///< printed without a value too; otherwise left out then
     bool bold = false;
     bool rule = false; ///< a line above it
 };
@@ -97,7 +99,7 @@ struct TemplateText {
 /// Reads a template from its text. Raises nothing: what is wrong stands in the faults.
 TemplateText ReadTemplate(const QByteArray& text);
 
-/// Reads a template file; one that can't be read, or that is larger than a megabyte, is a fault of line 0.
+/// Reads a template file; one that can't be read, or that is larger than 64 KB, is a fault of line 0.
 TemplateText ReadTemplateFile(const QString& path);
 
 } // namespace report

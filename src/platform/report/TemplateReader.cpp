@@ -3,12 +3,13 @@
 #include "platform/report/TomlTable.h"
 
 #include <QFile>
+#include <QFileInfo>
 #include <algorithm>
 
 namespace report {
 namespace {
 
-constexpr qint64 LargestFile = 1 << 20;
+constexpr qint64 LargestFile = 64 * 1024;
 constexpr double SmallestBody = 40; // mm that must be left for the rows of a page
 
 struct PaperSize {
@@ -131,6 +132,8 @@ void ReadEnding(TomlTable line, Template& report)
     EndingLine read;
     read.label = line.TextWithPlaces("label", textPlaces);
     read.value = line.TextWithPlaces("value", textPlaces);
+    read.mask = line.Mask("mask");
+    read.keepEmpty = line.Flag("keep_empty");
     read.bold = line.Flag("bold");
     read.rule = line.Flag("rule");
     line.RefuseOtherKeys();
@@ -195,12 +198,22 @@ TemplateText ReadTemplate(const QByteArray& text)
 
 TemplateText ReadTemplateFile(const QString& path)
 {
+    const auto refused = [](const QString& reason) { return TemplateText{{}, {{0, reason}}}; };
+    const QFileInfo info(path);
+    if (!info.exists())
+        return refused(QStringLiteral("le fichier n'existe pas"));
+    if (info.isDir())
+        return refused(QStringLiteral("c'est un dossier et non un fichier"));
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
-        return {{}, {{0, QStringLiteral("le fichier ne peut être lu (%1)").arg(file.errorString())}}};
-    if (file.size() > LargestFile)
-        return {{}, {{0, QStringLiteral("le fichier est trop grand pour un modèle d'état")}}};
-    return ReadTemplate(file.readAll());
+        return refused(QStringLiteral("le fichier ne peut pas être lu : l'accès est refusé"));
+    const QByteArray text = file.read(LargestFile + 1);
+    if (file.error() != QFileDevice::NoError)
+        return refused(QStringLiteral("le fichier ne peut pas être lu : le disque répond par une erreur"));
+    if (text.size() > LargestFile)
+        return refused(
+            QStringLiteral("le fichier est trop grand pour un modèle d'état (plus de %1 Ko)").arg(LargestFile / 1024));
+    return ReadTemplate(text);
 }
 
 } // namespace report

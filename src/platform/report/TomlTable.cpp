@@ -1,6 +1,7 @@
 #include "platform/report/TomlTable.h"
 
 #include "platform/report/Places.h"
+#include "platform/report/TomlSyntax.h"
 
 #include <QRegularExpression>
 
@@ -197,13 +198,16 @@ void TomlTable::RefuseOtherKeys()
 
 void ReadToml(const QByteArray& text, QList<Fault>& faults, const std::function<void(TomlTable&)>& read)
 {
+    if (const auto unreadable = FindUnreadableText(text)) {
+        faults.append(*unreadable);
+        return;
+    }
     try {
         const toml::table root = toml::parse(std::string_view(text.constData(), std::size_t(text.size())));
         TomlTable file(root, "le modèle", faults);
         read(file);
     } catch (const toml::parse_error& error) {
-        faults.append({int(error.source().begin.line),
-                       QStringLiteral("écriture TOML incorrecte (%1)").arg(TextOf(error.description()))});
+        faults.append(ExplainSyntaxError(text, int(error.source().begin.line)));
     }
 }
 

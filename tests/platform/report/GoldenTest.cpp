@@ -34,10 +34,10 @@ TEST(GoldenPages, CashOfTheDay)
     ReportPractice practice;
     practice.SetTexts({{"ch5", "Mouvements de fonds du  Mar 17/06/2008"},
                        {"ch6", "5"},
-                       {"ch7", " 12 345.60"},
+                       {"ch7", "- 883 348.15"},
                        {"ch8", "   550.50 "},
-                       {"ch9", ""},
-                       {"ch10", " 12 896.10"}});
+                       {"ch9", "  100.00"},
+                       {"ch10", "- 882 897.65"}});
     practice.Add("Prov", {{"unite", "Consultation"}, {"Page", 3}, {"Mt", 450.25}});
     practice.Add("Prov", {{"unite", "Radiologie"}, {"Page", 2}, {"Mt", 100.25}});
     practice.Add("Prov", {{"unite", "Échographie"}, {"Page", 0}, {"Mt", 0.0}});

@@ -12,6 +12,8 @@ namespace {
 using tests::ReportPractice;
 using tests::TextsOf;
 
+constexpr double PageBottom = 297 - 15 + 0.01; // of an A4 sheet above its margin
+
 const QByteArray groupedTemplate = R"(
 title = "Actes par unité"
 [rows]
@@ -54,7 +56,7 @@ TEST(PageLayout, RepeatsColumnHeadsAndKeepsTheTotalsUnderARow)
             EXPECT_EQ(texts.last(), QString("Page %1 / %2").arg(page + 1).arg(layout.PageCount()));
             const qsizetype before = numbers.size();
             for (const report::Run& run : layout.MakePage(page).runs) {
-                EXPECT_LE(run.box.bottom(), 297 - 15 + 0.01) << qPrintable(run.text);
+                EXPECT_LE(run.box.bottom(), PageBottom) << qPrintable(run.text);
                 if (run.alignment == Qt::AlignRight && run.box.right() < 30 && run.text != "N°")
                     numbers << run.text;
             }
@@ -78,18 +80,81 @@ TEST(PageLayout, GroupsHaveTheirSubtotalsAndGoOnWithTheirName)
         const QStringList texts = TextsOf(layout, page);
         EXPECT_TRUE(page == 0 || texts[2].startsWith("Unité ")) << qPrintable(texts[2]); // behind the two column heads
         EXPECT_FALSE(texts.last().startsWith("Unité ")) << "a heading parted from its rows";
+        for (const report::Run& run : layout.MakePage(page).runs)
+            EXPECT_LE(run.box.bottom(), PageBottom) << qPrintable(run.text) << ", page " << page + 1;
         all << texts;
     }
     EXPECT_EQ(all.filter("Unité Radiologie").first(), "Unité Radiologie");
     EXPECT_TRUE(all.contains("Unité Radiologie (suite)"));
-    double sum = 0;
-    const dao::RowTable& rows = layout.Read().rows;
-    for (int row = 0; row < rows.RowCount(); ++row)
-        if (rows.Cell(row, 0).Text() == "Radiologie")
-            sum += rows.Cell(row, 2).Double();
-    const qsizetype subtotal = all.indexOf("Total Radiologie");
-    ASSERT_TRUE(subtotal >= 0 && subtotal + 1 < all.size());
-    EXPECT_EQ(all[subtotal + 1], report::NumberText(sum, "# ### ##0.00"));
+    const auto sumBehind = [&](const QString& label) { return all.value(all.indexOf(label) + 1); };
+    EXPECT_EQ(sumBehind("Total Consultation"), "71 262.50");
+    EXPECT_EQ(sumBehind("Total Radiologie"), "138 775.00");
+    EXPECT_EQ(sumBehind("Total Échographie abdominale"), "140 275.00");
+    EXPECT_EQ(sumBehind("Total"), "350 312.50");
+}
+
+/// A page of one text, painted at ten dots a millimetre: the first and the last column with ink on it.
+std::pair<int, int> InkOf(const QString& text, Qt::Alignment alignment)
+{
+    report::Page page;
+    page.paper = {100, 10};
+    page.runs.push_back({{20, 2, 50, 6}, text, alignment, 9, false, false, false});
+    QImage sheet(1000, 100, QImage::Format_RGB32);
+    sheet.fill(Qt::white);
+    QPainter painter(&sheet);
+    report::PagePainter().Paint(painter, page, 10);
+    painter.end();
+    int first = sheet.width();
+    int last = -1;
+    for (int x = 0; x < sheet.width(); ++x)
+        for (int y = 0; y < sheet.height(); ++y)
+            if (qGray(sheet.pixel(x, y)) < 128) {
+                first = std::min(first, x);
+                last = x;
+            }
+    return {first, last};
+}
+
+TEST(PagePainter, AlignsTextsInTheirBoxes)
+{
+    for (const QString& text : {QString("HIH"), QString("بن علي")}) { // set letter by letter, and shaped
+        const auto left = InkOf(text, Qt::AlignLeft);
+        const auto right = InkOf(text, Qt::AlignRight);
+        const auto centre = InkOf(text, Qt::AlignHCenter);
+        EXPECT_NEAR(left.first, 200, 6) << qPrintable(text);
+        EXPECT_NEAR(right.second, 700, 6) << qPrintable(text);
+        EXPECT_NEAR((centre.first + centre.second) / 2.0, 450, 4) << qPrintable(text);
+    }
+    EXPECT_LE(InkOf(QString(60, 'H'), Qt::AlignRight).second, 701);
+    EXPECT_GE(InkOf(QString(60, 'H'), Qt::AlignRight).first, 199);
+}
+
+TEST(PageLayout, PrintsAmountsOfTheScreenInOneLook)
+{
+    const QString mask = "# ### ##0.00";
+    const struct {
+        const char* onScreen;
+        const char* plain;
+        const char* masked;
+    } cases[] = {
+        {"-   883 348.15", "-883 348.15", "-883 348.15"},
+        {"- 883 348.15", "-883 348.15", "-883 348.15"},
+        {"  100.00 ", "100.00", "100.00"},
+        {"    .50 ", ".50", "0.50"},
+        {"19999 999.98", "19999 999.98", "19 999 999.98"},
+        {" -1 234.50", "-1 234.50", "-1 234.50"},
+        {"-.00", "-.00", "0.00"},
+        {"12", "12", "12.00"},
+        {"", "", ""},
+        {"   ", "   ", "   "},
+        {"-", "-", "-"},
+        {"Journée du 17/06/2008", "Journée du 17/06/2008", "Journée du 17/06/2008"},
+        {"1,5", "1,5", "1,5"},
+    };
+    for (const auto& each : cases) {
+        EXPECT_EQ(report::AmountText(each.onScreen), each.plain);
+        EXPECT_EQ(report::AmountText(each.onScreen, mask), each.masked);
+    }
 }
 
 TEST(PageLayout, PrintsValuesUnderMasksAndChoices)
@@ -106,6 +171,7 @@ TEST(PageLayout, PrintsValuesUnderMasksAndChoices)
     EXPECT_EQ(text(money, std::numeric_limits<double>::infinity()), "?");
     money.blankZero = true;
     EXPECT_EQ(text(money, 0.0), "");
+    EXPECT_EQ(text(money, -12.5), "-12.50");
 
     report::Column code;
     code.choices = {"NP", "R-"};

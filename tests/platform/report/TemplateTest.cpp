@@ -38,7 +38,6 @@ TEST(Template, NamesEachMistakeWithItsLineAndReason)
         {With("from Patients", "from Patient"), 5, "table inconnue « Patient »"},
         {With("select num, nom\n", "select num,\n nomm\n"), 5, "champ inconnu « nomm »"},
         {With("field = \"nom\"", "field = \"Prenom\""), 7, "champ inconnu « Prenom » : « select » donne num, nom"},
-        {With("title = \"Essai\"", "title = \"Essai"), 1, "écriture TOML incorrecte"},
         {With("width_mm = 50", ""), 7, "colonne « Nom » sans largeur (width_mm)"},
         {With("width_mm = 50", "width_mm = 500"), 10, "« width_mm » doit aller de 3 à 400"},
         {With("width_mm = 50", "width_mm = 190"), 7, "les colonnes ont ensemble 190 mm"},
@@ -57,8 +56,6 @@ TEST(Template, NamesEachMistakeWithItsLineAndReason)
         {With("[[column]]", "[column]"), 7, "« column » doit être un tableau entre doubles crochets"},
         {With("[[column]]", "[group]\nfield = \"ville\"\n[[column]]"), 7, "champ inconnu « ville »"},
         {"", 1, "aucune interrogation"},
-        {"\xff\xfe\x00", 1, "écriture TOML incorrecte"},
-        {"[@]", 1, "écriture TOML incorrecte"},
     };
     ReportPractice practice;
     for (const Case& each : cases) {
@@ -72,6 +69,50 @@ TEST(Template, NamesEachMistakeWithItsLineAndReason)
         EXPECT_TRUE(found) << "expected " << each.line << ": " << each.reason << "\ntold " << qPrintable(told);
     }
     EXPECT_EQ(practice.Database().OpenRecordset("select count(num) as S1 from Patients")["S1"].Long(), 3);
+}
+
+TEST(Template, ExplainsWhatTheParserRefuses)
+{
+    const QByteArray deepName = "[" + QByteArray("a.").repeated(50'000) + "a]\n";
+    const QByteArray deepList = "\na = " + QByteArray("[").repeated(50'000);
+    struct Case {
+        QByteArray text;
+        int line;
+        const char* reason;
+    };
+    const Case cases[] = {
+        {With("title = \"Essai\"", "title = \"Essai"), 1, "un guillemet ouvert n'est pas fermé sur cette ligne"},
+        {With("heading = \"Nom\"", "heading = \"Nom\n"), 8, "un guillemet ouvert n'est pas fermé"},
+        {With("\"\"\"\n[[", "\n[["), 3, "les trois guillemets ouverts ici ne sont fermés nulle part"},
+        {With("width_mm = 50", "width_mm = 12,5"), 10, "un nombre s'écrit avec un point : 12.5"},
+        {With("width_mm = 50", "width_mm = 50\nchoices = [\"un\",\n\"deux\"\n\n[totals]\nlabel = \"x\""), 11,
+         "un crochet ouvert ici n'est fermé nulle part"},
+        {With("width_mm = 50", "width_mm = 50\nchoices = [\"un\" \"deux\"]"), 11, "liste mal écrite"},
+        {With("width_mm = 50", "width_mm = 50\nblank_zero = oui"), 11, "oui s'écrit true"},
+        {With("heading = \"Nom\"", "heading = Nom"), 8, "un texte se met entre guillemets : \"Nom\""},
+        {With("heading = \"Nom\"", "heading = « Nom »"), 8, "un texte se met entre guillemets droits"},
+        {With("heading = \"Nom\"", "heading = \"Nom\" du patient"), 8, "il y a quelque chose de trop"},
+        {With("heading = \"Nom\"", "heading = \"C:\\dossier\""), 8, "« \\ » s'écrit « \\\\ »"},
+        {With("heading = \"Nom\"", "heading"), 8, "« = » manque"},
+        {With("heading = \"Nom\"", "heading ="), 8, "la valeur manque"},
+        {With("heading = \"Nom\"", "en tête = \"Nom\""), 8, "clé mal écrite « en tête »"},
+        {With("width_mm = 50", "width_mm = 50\nfield = \"num\""), 11, "« field » est déjà plus haut"},
+        {With("[[column]]", "[[column]"), 7, "titre mal écrit « [[column] »"},
+        {With("[[column]]", "[rows]\n[[column]]"), 7, "« [rows] » est déjà plus haut"},
+        {With("[[column]]", "[@]\n[[column]]"), 7, "titre mal écrit « [@] »"},
+        {With("\"Nom\"", "\"Pr\xe9nom\""), 8, "cette ligne n'est pas en UTF-8"},
+        {"\xff\xfet\0", 1, "le fichier est en UTF-16"},
+        {deepName, 1, "plus de 8 niveaux"},
+        {deepList, 2, "plus de 8 niveaux"},
+        {"a = \"\"\"x\"\"\"\"\nb = '" + deepList, 3, "plus de 8 niveaux"}, // not to be hidden in an open text
+    };
+    for (const Case& each : cases) {
+        const QList<report::Fault> faults = report::ReadTemplate(each.text).faults;
+        ASSERT_EQ(faults.size(), 1) << each.reason;
+        EXPECT_EQ(faults[0].line, each.line) << each.reason;
+        EXPECT_TRUE(faults[0].reason.startsWith(QString::fromUtf8(each.reason))) << qPrintable(faults[0].reason) << "\n"
+                                                                                 << each.reason;
+    }
 }
 
 TEST(Template, AllMistakesAreToldAtOnce)
@@ -94,8 +135,19 @@ TEST(Template, TemplatesOfTheProgramHaveNoMistake)
 TEST(Template, UnreadableFilesAreFaultsOfTheWholeFile)
 {
     ReportPractice practice;
-    EXPECT_EQ(report::ReadTemplateFile(practice.Folder() + "/RIEN.RPT").faults.at(0).line, 0);
-    EXPECT_EQ(report::ReadTemplateFile(practice.WriteTemplate(QByteArray(2'000'000, '#'))).faults.at(0).line, 0);
+    const auto refusal = [](const QString& path) {
+        const QList<report::Fault> faults = report::ReadTemplateFile(path).faults;
+        return faults.size() == 1 && faults[0].line == 0 ? faults[0].reason : QString();
+    };
+    EXPECT_EQ(refusal(practice.Folder() + "/RIEN.RPT"), "le fichier n'existe pas");
+    EXPECT_EQ(refusal(practice.Folder()), "c'est un dossier et non un fichier");
+    EXPECT_EQ(refusal("/proc/self/mem"), "le fichier ne peut pas être lu : le disque répond par une erreur");
+    constexpr qsizetype largest = 64 * 1024;
+    EXPECT_EQ(refusal(practice.WriteTemplate(good + QByteArray(largest + 1 - good.size(), '#'))),
+              "le fichier est trop grand pour un modèle d'état (plus de 64 Ko)");
+    EXPECT_EQ(
+        report::ReadTemplateFile(practice.WriteTemplate(good + QByteArray(largest - good.size(), '#'))).faults.size(),
+        0);
     const report::Template read = report::ReadTemplate(good).report;
     EXPECT_EQ(report::ReadContent(read, practice.Folder() + "/RIEN.MDB", "").faults.at(0).line, 0);
     EXPECT_EQ(report::ReadContent(read, practice.WriteTemplate(QByteArray(5'000, 'x'), "FAUX.MDB"), "").faults.size(),
@@ -110,7 +162,7 @@ TEST(Selection, ReadsComparisonsAndNothingElse)
     EXPECT_EQ(day.values.at(1).Double(), 3);
     for (const char* bad : {"", "{Plani.date}", "{Plani.date} = date(2008,06)", "{Plani.num} = 1 or 1",
                             "{Plani.num} = 1; drop table Plani", "{Plani.num\"} = 1", "{Plani.num} = 1 and"})
-        EXPECT_THROW(report::ReadSelection(bad), basic::RuntimeError) << bad;
+        EXPECT_EQ(ErrorOf([&] { report::ReadSelection(bad); }), Error::SyntaxError) << bad;
 }
 
 TEST(Selection, StandsAtItsPlaceInTheSelect)
@@ -140,10 +192,9 @@ TEST(ReadOnlyQuery, EndsWhatWouldGiveTooManyRows)
 {
     ReportPractice practice;
     const dao::ReadOnlyQuery query(practice.Path());
-    EXPECT_THROW(
-        query.Read("with recursive n(i) as (select 1 union all select i + 1 from n) select i from n", {}, 1000),
-        dao::StatementError);
-    EXPECT_THROW(query.FieldsOf("select load_extension('x')"), dao::StatementError);
+    const QString endless = "with recursive n(i) as (select 1 union all select i + 1 from n) select i from n";
+    EXPECT_EQ(ErrorOf([&] { query.Read(endless, {}, 1000); }), Error::TooManyRows);
+    EXPECT_EQ(ErrorOf([&] { query.FieldsOf("select load_extension('x')"); }), Error::ReadOnly);
 }
 
 } // namespace
