@@ -1,6 +1,7 @@
 #include "platform/report/PageOutput.h"
 
 #include "platform/basic/RuntimeError.h"
+#include "platform/dao/OwnerOnly.h"
 #include "platform/report/PageLayout.h"
 #include "platform/report/PageMeasures.h"
 #include "platform/report/PagePainter.h"
@@ -29,28 +30,25 @@ QPageLayout SheetOf(const Template& report)
     return sheet;
 }
 
-[[noreturn]] void RaiseWriteError(const QSaveFile& file)
+/// Opens a file beside `file`'s path that only its owner can read; committing renames it over that path.
+void OpenForOwner(QSaveFile& file)
 {
-    if (!QFileInfo(QFileInfo(file.fileName()).path()).isDir())
+    const dao::OwnerOnly made;
+    if (file.open(QIODevice::WriteOnly) && file.setPermissions(QFile::ReadOwner | QFile::WriteOwner))
+        return;
+    const QFileInfo folder(QFileInfo(file.fileName()).path());
+    if (!folder.isDir())
         throw basic::RuntimeError(basic::Error::PathNotFound);
-    switch (file.error()) {
-    case QFileDevice::ResourceError:
-        throw basic::RuntimeError(basic::Error::DiskFull);
-    case QFileDevice::OpenError:
-    case QFileDevice::PermissionsError:
-        throw basic::RuntimeError(basic::Error::PermissionDenied);
-    default:
-        throw basic::RuntimeError(basic::Error::DiskFull);
-    }
+    throw basic::RuntimeError(file.error() == QFileDevice::ResourceError ? basic::Error::DiskFull
+                                                                         : basic::Error::PermissionDenied);
 }
 
 } // namespace
 
 void WritePdf(const PageLayout& layout, PagePainter& painter, const QString& path)
 {
-    QSaveFile file(path); // writes beside and renames
-    if (!file.open(QIODevice::WriteOnly))
-        RaiseWriteError(file);
+    QSaveFile file(path);
+    OpenForOwner(file);
     {
         QPdfWriter writer(&file);
         writer.setResolution(PdfResolution);
@@ -64,8 +62,8 @@ void WritePdf(const PageLayout& layout, PagePainter& painter, const QString& pat
             painter.Paint(onPaper, layout.MakePage(page), PdfResolution / measures::PerInch);
         }
     }
-    if (!file.commit())
-        RaiseWriteError(file);
+    if (!file.commit()) // written, then refused: the disk or a quota is full
+        throw basic::RuntimeError(basic::Error::DiskFull);
 }
 
 void PrintPages(const PageLayout& layout, PagePainter& painter, QPrinter& printer)
@@ -74,8 +72,9 @@ void PrintPages(const PageLayout& layout, PagePainter& painter, QPrinter& printe
     printer.setFullPage(true);
     printer.setDocName(layout.Printed().title);
     const bool wholeReport = printer.printRange() != QPrinter::PageRange || printer.fromPage() < 1;
-    const int first = wholeReport ? 0 : printer.fromPage() - 1;
-    const int last = wholeReport ? layout.PageCount() - 1 : std::min(printer.toPage(), layout.PageCount()) - 1;
+    const int lastPage = layout.PageCount() - 1;
+    const int first = wholeReport ? 0 : std::min(printer.fromPage() - 1, lastPage);
+    const int last = wholeReport ? lastPage : std::min(printer.toPage() - 1, lastPage);
 
     QPainter onPaper;
     if (!onPaper.begin(&printer))

@@ -2,11 +2,12 @@
 
 #include "platform/report/PageLayout.h"
 #include "platform/report/PageMeasures.h"
+#include "platform/report/PagesAccessible.h"
 
+#include <QAccessible>
 #include <QKeyEvent>
 #include <QPainter>
 #include <QScrollBar>
-#include <QStringList>
 #include <QWheelEvent>
 #include <algorithm>
 #include <cmath>
@@ -25,6 +26,7 @@ const QColor sheetEdge(0xb3, 0xbf, 0xc5);
 
 PagesView::PagesView(const PageLayout& pages) : layout(pages)
 {
+    MakePagesAccessible();
     setObjectName(QStringLiteral("Pages"));
     setFocusPolicy(Qt::StrongFocus);
     setFrameShape(QFrame::NoFrame);
@@ -84,7 +86,7 @@ void PagesView::ApplyZoom(double factor)
     UpdateRanges();
     verticalScrollBar()->setValue(atTop ? 0 : int(std::lround(place * SheetStep() - half)));
     viewport()->update();
-    DescribePage();
+    AnnouncePage();
     Q_EMIT ViewChanged();
 }
 
@@ -101,19 +103,31 @@ void PagesView::UpdateRanges()
     horizontalScrollBar()->setSingleStep(LineStep);
 }
 
-/// Screen readers read the texts of the page in sight.
-void PagesView::DescribePage()
+QString PagesView::PageText() const
+{
+    QString text;
+    double top = 0;
+    for (const Run& run : layout.MakePage(CurrentPage()).runs) {
+        if (!text.isEmpty())
+            text += run.box.top() == top ? QStringLiteral("  ") : QStringLiteral("\n");
+        text += run.text;
+        top = run.box.top();
+    }
+    return text;
+}
+
+void PagesView::AnnouncePage()
 {
     const int page = CurrentPage();
-    if (page == describedPage)
+    if (page == announcedPage)
         return;
-    describedPage = page;
+    announcedPage = page;
     setAccessibleName(
         QStringLiteral("%1, page %2 sur %3").arg(layout.Printed().title).arg(page + 1).arg(layout.PageCount()));
-    QStringList texts;
-    for (const Run& run : layout.MakePage(page).runs)
-        texts << run.text;
-    setAccessibleDescription(texts.join(QStringLiteral(", ")));
+    if (QAccessible::isActive()) {
+        QAccessibleTextUpdateEvent changed(this, 0, {}, PageText());
+        QAccessible::updateAccessibility(&changed);
+    }
 }
 
 void PagesView::PaintSheet(QPainter& painter, int page, double left, double top)
@@ -152,7 +166,7 @@ void PagesView::resizeEvent(QResizeEvent*)
 void PagesView::scrollContentsBy(int, int)
 {
     viewport()->update();
-    DescribePage();
+    AnnouncePage();
     Q_EMIT ViewChanged();
 }
 

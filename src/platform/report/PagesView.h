@@ -17,6 +17,8 @@ public:
 
     /// The page that fills most of the view, from 0.
     int CurrentPage() const;
+    /// The text of the current page for screen readers, a line for each line on paper.
+    QString PageText() const;
     /// Brings the upper edge of a page to the top of the view; a page outside the report means the nearest one.
     void ShowPage(int page);
 
@@ -48,14 +50,14 @@ private:
     double SheetStep() const; ///< from the top of one sheet to that of the next
     void ApplyZoom(double factor);
     void UpdateRanges();
-    void DescribePage();
+    void AnnouncePage(); ///< tells assistive software of another current page
     void PaintSheet(QPainter& painter, int page, double left, double top);
 
     const PageLayout& layout;
     PagePainter pagePainter;
     double zoom = 1;
     bool fitsWidth = true;
-    int describedPage = -1;
+    int announcedPage = -1;
 };
 
 } // namespace report

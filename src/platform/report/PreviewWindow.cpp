@@ -24,7 +24,24 @@ constexpr double ZoomSteps[] = {0.25, 0.5, 0.75, 1, 1.25, 1.5, 2, 3, 4};
 
 QString AskPathInDialog(PreviewWindow& preview, const QString& proposedPath)
 {
-    return QFileDialog::getSaveFileName(&preview, "Enregistrer en PDF", proposedPath, "PDF (*.pdf)");
+    QFileDialog dialog(&preview, "Enregistrer en PDF", QFileInfo(proposedPath).absolutePath(), "PDF (*.pdf)");
+    dialog.setObjectName(QStringLiteral("SaveDialog"));
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setOption(QFileDialog::DontConfirmOverwrite); // asked by AskAndSave, for the name with its ending
+    dialog.selectFile(QFileInfo(proposedPath).fileName());
+    return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
+}
+
+QString WithPdfEnding(const QString& path)
+{
+    return QFileInfo(path).suffix().compare("pdf", Qt::CaseInsensitive) == 0 ? path : path + ".pdf";
+}
+
+bool MayReplace(const QString& path)
+{
+    return !QFileInfo(path).isFile() ||
+           forms::MsgBox(QStringLiteral("« %1 » existe déjà.\nLe remplacer ?").arg(QFileInfo(path).fileName()),
+                         forms::Icon::Question, "ZEP Lumo", forms::Buttons::YesNo) == forms::Answer::Yes;
 }
 
 bool AskPrinterInDialog(PreviewWindow& preview, QPrinter& printer)
@@ -129,6 +146,12 @@ bool PreviewWindow::RunCommand(int key)
         return AskAndPrint(), true;
     case Qt::Key_S:
         return AskAndSave(), true;
+    case Qt::Key_PageUp:
+        return MoveBy(-1), true;
+    case Qt::Key_PageDown:
+        return MoveBy(1), true;
+    case Qt::Key_W:
+        return Unload(), true;
     case Qt::Key_Plus:
     case Qt::Key_Equal:
         return ZoomBy(1), true;
@@ -172,11 +195,13 @@ void PreviewWindow::AskAndSave()
 {
     const QString folder = savedPath.isEmpty() ? QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation)
                                                : QFileInfo(savedPath).absolutePath();
-    QString path = AskPdfPath(*this, QDir(folder).filePath(pdfName + ".pdf"));
-    if (path.isEmpty())
-        return;
-    if (QFileInfo(path).suffix().compare("pdf", Qt::CaseInsensitive) != 0)
-        path += ".pdf";
+    QString path = QDir(folder).filePath(pdfName + ".pdf");
+    do {
+        path = AskPdfPath(*this, path);
+        if (path.isEmpty())
+            return;
+        path = WithPdfEnding(path);
+    } while (!MayReplace(path));
     SavePdf(path);
 }
 

@@ -13,8 +13,9 @@ namespace report {
 
 /// The preview of a report, the window "Preview": its pages, and the ways out of it to printer and PDF.
 ///
-/// Page Up and Page Down move by a page, Home and End to the first and last, Ctrl+P prints, Ctrl+S saves as PDF,
-/// Ctrl+plus, Ctrl+minus and Ctrl+0 zoom in, out and to the real size, Ctrl+2 fits the width, Esc closes.
+/// Page Up and Page Down, with Ctrl or without, move by a page, Home and End to the first and last, Ctrl+P prints,
+/// Ctrl+S saves as PDF, Ctrl+plus, Ctrl+minus and Ctrl+0 zoom in, out and to the real size, Ctrl+2 fits the width, Esc
+/// and Ctrl+W close.
 class PreviewWindow : public forms::Form {
     Q_OBJECT
 public:

@@ -24,13 +24,13 @@ void PreviewWindow::BuildForm()
     SetUpPicture(SaveButton, "save", "Enregistrer en PDF (Ctrl+S)");
     SaveButton.SetCaption("PDF");
     SetUpPicture(FirstButton, "first", "Première page (Début)");
-    SetUpPicture(PreviousButton, "previous", "Page précédente (Page préc.)");
-    SetUpPicture(NextButton, "next", "Page suivante (Page suiv.)");
+    SetUpPicture(PreviousButton, "previous", "Page précédente (Page préc. ou Ctrl+Page préc.)");
+    SetUpPicture(NextButton, "next", "Page suivante (Page suiv. ou Ctrl+Page suiv.)");
     SetUpPicture(LastButton, "last", "Dernière page (Fin)");
     SetUpPicture(ZoomOutButton, "zoom-out", "Réduire (Ctrl+moins)");
     SetUpPicture(ZoomInButton, "zoom-in", "Agrandir (Ctrl+plus)");
     SetUpPicture(FitWidthButton, "fit-width", "Toute la largeur (Ctrl+2)");
-    SetUpPicture(CloseButton, "quit", "Fermer (Échap)");
+    SetUpPicture(CloseButton, "quit", "Fermer (Échap ou Ctrl+W)");
 
     PageNumber.setFixedWidth(PageNumberWidth);
     PageNumber.setAlignment(Qt::AlignRight);

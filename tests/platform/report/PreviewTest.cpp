@@ -1,5 +1,6 @@
 #include "platform/report/PageOutput.h"
 #include "platform/report/PageText.h"
+#include "platform/report/PdfText.h"
 #include "platform/report/PreviewWindow.h"
 #include "platform/report/Report.h"
 #include "platform/report/ReportPractice.h"
@@ -7,6 +8,7 @@
 #include "support/ScriptedDesk.h"
 #include "support/User.h"
 
+#include <QAccessible>
 #include <QDir>
 #include <QFile>
 #include <QPrinter>
@@ -70,13 +72,56 @@ TEST_F(Preview, IsDrivenByTheKeyboardAlone)
             EXPECT_EQ(preview.PageNumber.text(), page) << "after key " << key;
         }
         EXPECT_FALSE(preview.FirstButton.isEnabled());
-        EXPECT_TRUE(preview.LastButton.isEnabled());
+        EXPECT_FALSE(preview.PreviousButton.isEnabled());
+        Press(pages, Qt::Key_PageDown, Qt::ControlModifier);
+        EXPECT_EQ(preview.PageNumber.text(), "2");
+        Press(pages, Qt::Key_PageUp, Qt::ControlModifier);
+        EXPECT_EQ(preview.PageNumber.text(), "1");
 
         Type(preview.PageNumber, "x7");
         Press(preview.PageNumber, Qt::Key_Return);
         EXPECT_EQ(preview.View().CurrentPage(), 6);
         EXPECT_TRUE(preview.View().accessibleName().contains("page 7 sur 10"));
-        EXPECT_TRUE(preview.View().accessibleDescription().contains("O'BRIEN-MARTIN"));
+        Press(pages, Qt::Key_W, Qt::ControlModifier);
+        EXPECT_FALSE(preview.IsLoaded());
+    });
+}
+
+TEST_F(Preview, ScreenReadersReadThePageLineByLine)
+{
+    Run(400, [](PreviewWindow& preview) {
+        QAccessibleInterface* pages = QAccessible::queryAccessibleInterface(&PagesOf(preview));
+        ASSERT_NE(pages, nullptr);
+        EXPECT_EQ(pages->role(), QAccessible::Document);
+        EXPECT_EQ(pages->text(QAccessible::Name), "Actes réglés, page 1 sur 10");
+        QAccessibleTextInterface* text = pages->textInterface();
+        ASSERT_NE(text, nullptr);
+        const QStringList lines = text->text(0, text->characterCount()).split('\n');
+        EXPECT_EQ(lines.value(1), "Médecine générale  (Alger)");
+        EXPECT_TRUE(lines.contains("2  O'BRIEN-MARTIN  Jean-Frédéric  Radiologie  9-10  R-  150.50"));
+        int start = 0, end = 0;
+        EXPECT_EQ(text->textAtOffset(3, QAccessible::LineBoundary, &start, &end).trimmed(), lines.value(0));
+        Press(PagesOf(preview), Qt::Key_End);
+        EXPECT_EQ(pages->text(QAccessible::Name), "Actes réglés, page 10 sur 10");
+        EXPECT_TRUE(text->text(0, text->characterCount()).contains("\n400  BENALI  Amina"));
+    });
+}
+
+TEST_F(Preview, ItsPicturesMoveToThePagesTheyName)
+{
+    Run(400, [](PreviewWindow& preview) {
+        const auto shows = [&](forms::Picture& picture, const char* page, bool first, bool last) {
+            Click(picture);
+            EXPECT_EQ(preview.PageNumber.text(), page) << qPrintable(picture.objectName());
+            EXPECT_EQ(preview.FirstButton.isEnabled(), !first);
+            EXPECT_EQ(preview.PreviousButton.isEnabled(), !first);
+            EXPECT_EQ(preview.NextButton.isEnabled(), !last);
+            EXPECT_EQ(preview.LastButton.isEnabled(), !last);
+        };
+        shows(preview.LastButton, "10", false, true);
+        shows(preview.PreviousButton, "9", false, false);
+        shows(preview.FirstButton, "1", true, false);
+        shows(preview.NextButton, "2", false, false);
     });
 }
 
@@ -141,11 +186,11 @@ TEST_F(Preview, SavesThePdfUnderTheProposedName)
         EXPECT_TRUE(preview.OpenFolder.isVisible());
     });
     EXPECT_EQ(proposed, "Actes réglés 17-06-2008.pdf");
-    QFile pdf(practice.Folder() + "/actes.pdf");
-    ASSERT_TRUE(pdf.open(QIODevice::ReadOnly));
-    const QByteArray bytes = pdf.readAll();
-    EXPECT_TRUE(bytes.startsWith("%PDF") && bytes.trimmed().endsWith("%%EOF"));
-    EXPECT_EQ(bytes.count("/Type /Page\n"), 2);
+    const QList<tests::PdfPage> pages = tests::ReadPdf(practice.Folder() + "/actes.pdf");
+    ASSERT_EQ(pages.size(), 2);
+    EXPECT_TRUE(pages[0].text.contains("O'BRIEN-MARTIN Jean-Frédéric Radiologie"));
+    EXPECT_TRUE(pages[1].text.contains("Imprimé le 17/06/2008 Page 2 / 2")) << qPrintable(pages[1].text);
+    EXPECT_EQ(pages[0].points, QSizeF(595, 842));
 
     Report1.ProposedName = "../Caisse du 17/06";
     Run(0, [&](PreviewWindow& preview) {
@@ -155,6 +200,37 @@ TEST_F(Preview, SavesThePdfUnderTheProposedName)
         Click(preview.SaveButton);
     });
     EXPECT_EQ(proposed, "..-Caisse du 17-06.pdf");
+}
+
+TEST_F(Preview, ReplacesAnExistingFileOnlyWhenTheUserSaysSo)
+{
+    const QString existing = practice.WriteTemplate("hier", "caisse.pdf");
+    QStringList proposals;
+    Run(1, [&](PreviewWindow& preview) {
+        QStringList answers = {practice.Folder() + "/caisse", practice.Folder() + "/CAISSE.PDF"};
+        preview.AskPdfPath = [&](PreviewWindow&, const QString& path) {
+            proposals << QFileInfo(path).fileName();
+            return answers.takeFirst();
+        };
+        desk.ExpectMessage("« caisse.pdf » existe déjà.\nLe remplacer ?", forms::Icon::Question, "ZEP Lumo",
+                           forms::Answer::No);
+        Click(preview.SaveButton);
+        desk.Verify();
+        EXPECT_EQ(proposals.value(1), "caisse.pdf"); // asked again, from the name that was refused
+        EXPECT_EQ(practice.Read("caisse.pdf"), "hier");
+        EXPECT_TRUE(practice.Read("CAISSE.PDF").startsWith("%PDF")); // a new file: nothing to ask
+
+        ASSERT_TRUE(QFile::setPermissions(existing, QFile::Permissions(0x6644))); // readable by all
+        preview.AskPdfPath = [&](PreviewWindow&, const QString&) { return practice.Folder() + "/caisse"; };
+        desk.ExpectMessage("« caisse.pdf » existe déjà.\nLe remplacer ?", forms::Icon::Question, "ZEP Lumo",
+                           forms::Answer::Yes);
+        Click(preview.SaveButton);
+    });
+    for (const char* name : {"caisse.pdf", "CAISSE.PDF"}) {
+        const auto others = QFile::ReadGroup | QFile::WriteGroup | QFile::ReadOther | QFile::WriteOther;
+        EXPECT_TRUE(practice.Read(name).startsWith("%PDF")) << name;
+        EXPECT_FALSE(QFile::permissions(practice.Folder() + "/" + name) & others) << name;
+    }
 }
 
 /// No file of the process may grow beyond `bytes` while it lives: what a full disk does.
@@ -193,31 +269,38 @@ TEST_F(Preview, AFullDiskLeavesNoHalfPdfAndTheFormerOneWhole)
         EXPECT_FALSE(preview.SavePdf("/nulle/part.pdf"));
         EXPECT_EQ(Files(), before);
     });
-    QFile former(path);
-    ASSERT_TRUE(former.open(QIODevice::ReadOnly));
-    EXPECT_EQ(former.readAll(), "hier");
+    EXPECT_EQ(practice.Read("etat.pdf"), "hier");
 }
 
 TEST_F(Preview, PrintsTheChosenPagesOnTheTemplatesPaper)
 {
-    const QString path = practice.Folder() + "/papier.pdf";
+    const struct {
+        int from;
+        int to;
+        QStringList pages; ///< numbers that the printed pages show
+    } ranges[] = {
+        {2, 4, {"2", "3", "4"}}, {9, 99, {"9", "10", "11", "12", "13", "14"}}, {1, 1, {"1"}}, {50, 60, {"14"}}};
     Report1.ReportFileName = practice.Template("ZEP_DTAL.RPT");
     Run(400, [&](PreviewWindow& preview) {
-        preview.AskPrinter = [&](PreviewWindow&, QPrinter& printer) {
-            printer.setOutputFormat(QPrinter::PdfFormat);
-            printer.setOutputFileName(path);
-            printer.setPrintRange(QPrinter::PageRange);
-            printer.setFromTo(2, 4);
-            return true;
-        };
-        Press(PagesOf(preview), Qt::Key_P, Qt::ControlModifier);
+        ASSERT_EQ(preview.Pages().PageCount(), 14);
+        for (const auto& range : ranges) {
+            const QString path = practice.Folder() + "/papier.pdf";
+            preview.AskPrinter = [&](PreviewWindow&, QPrinter& printer) {
+                printer.setOutputFormat(QPrinter::PdfFormat);
+                printer.setOutputFileName(path);
+                printer.setPrintRange(QPrinter::PageRange);
+                printer.setFromTo(range.from, range.to);
+                return true;
+            };
+            Press(PagesOf(preview), Qt::Key_P, Qt::ControlModifier);
+            QStringList printed;
+            for (const tests::PdfPage& page : tests::ReadPdf(path)) {
+                printed << page.text.section("Page ", -1).section(' ', 0, 0);
+                EXPECT_EQ(page.points, QSizeF(842, 595));
+            }
+            EXPECT_EQ(printed, range.pages) << range.from << " to " << range.to;
+        }
     });
-    QFile pdf(path);
-    ASSERT_TRUE(pdf.open(QIODevice::ReadOnly));
-    const QByteArray bytes = pdf.readAll();
-    EXPECT_EQ(bytes.count("/Type /Page\n"), 3);
-    EXPECT_TRUE(bytes.contains("/MediaBox [0 0 842.000000 595.000000]"))
-        << bytes.mid(bytes.indexOf("/MediaBox"), 40).constData();
 }
 
 TEST_F(Preview, ATemplateWithAMistakeIsAMessageAndNoWindow)
@@ -228,8 +311,8 @@ TEST_F(Preview, ATemplateWithAMistakeIsAMessageAndNoWindow)
     desk.ExpectMessage("ZEP_R9.RPT, ligne 3 : table inconnue « Rien »", forms::Icon::Critical, "ZEP Lumo");
     EXPECT_EQ(Report1.PrintReport(), 1);
     Report1.Destination = 1;
-    EXPECT_THROW(Report1.PrintReport(), basic::RuntimeError);
-    EXPECT_THROW(Report1.DataFiles(1), basic::RuntimeError);
+    EXPECT_EQ(ErrorOf([&] { Report1.PrintReport(); }), Error::InvalidProperty);
+    EXPECT_EQ(ErrorOf([&] { Report1.DataFiles(1); }), Error::IndexOutOfRange);
 }
 
 } // namespace

@@ -43,6 +43,13 @@ QString ReportPractice::WriteTemplate(const QByteArray& text, const QString& nam
     return file.fileName();
 }
 
+QByteArray ReportPractice::Read(const QString& name) const
+{
+    QFile file(folder.filePath(name));
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << qPrintable(name);
+    return file.readAll();
+}
+
 dao::Key ReportPractice::Add(const QString& table, Cells cells)
 {
     dao::Recordset rows = database.OpenRecordset(table);

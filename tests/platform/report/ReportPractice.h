@@ -24,6 +24,8 @@ public:
     static QString Template(const QString& name);
     /// Writes a template into the folder and gives its path.
     QString WriteTemplate(const QByteArray& text, const QString& name = "ESSAI.RPT");
+    /// The content of a file of the folder.
+    QByteArray Read(const QString& name) const;
 
     dao::Key Add(const QString& table, Cells cells);
     void SetTexts(Cells cells);
