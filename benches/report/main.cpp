@@ -3,7 +3,9 @@
 
 #include "core/globals.h"
 #include "data/Practice.h"
+#include "data/ReportTemplates.h"
 #include "platform/forms/Style.h"
+#include "platform/pages/PageLayout.h"
 #include "platform/report/PreviewWindow.h"
 #include "platform/report/Report.h"
 #include "support/Floor.h"
@@ -125,6 +127,8 @@ int main(int argc, char** argv)
     Figures figures;
     report::Report Report1;
     Report1.DataFiles(0) = folder.filePath(data::databaseFile);
+    Report1.TextSelect = data::ReportTextSelect;
+    Report1.TextNames = data::ReportTextNames;
     const auto visibleAfter = [&](const char* file) {
         Report1.ReportFileName = QStringLiteral(ZEP_REPORTS "/") + file;
         std::vector<double> times;

@@ -2,6 +2,7 @@
 
 #include "core/configuration.h"
 #include "core/globals.h"
+#include "data/ReportTemplates.h"
 #include "platform/forms/Desk.h"
 #include "platform/forms/Form.h"
 #include "platform/host/Files.h"
@@ -64,9 +65,12 @@ void RunPrintStep(report::Report& Report1, const PrintStep& step)
     Report1.DataFiles(0) = DatabasePath;
     Report1.Destination = 0;
     Report1.SelectionFormula = step.selectionFormula;
+    Report1.TextSelect = data::ReportTextSelect;
+    Report1.TextNames = data::ReportTextNames;
     Report1.ReportFileName = TemplatePath(step);
     Report1.PrintDate = host::Today();
     Report1.ProposedName = step.proposedName;
+    Report1.MessageTitle = "ZEP Lumo";
     Report1.PrintReport();
 }
 

@@ -3,6 +3,7 @@
 #include <QByteArray>
 #include <QList>
 #include <QString>
+#include <QStringList>
 
 namespace data {
 
@@ -13,6 +14,14 @@ struct ReportTemplate {
 };
 
 QList<ReportTemplate> ReportTemplates();
+
+/// What templates print at {ch1} to {ch10} and {ch30}: the texts of a practice, read by this select. The parentheses of
+/// ch30 are dropped when nothing is in them.
+inline const QStringList ReportTextNames = {"ch1", "ch2", "ch3", "ch4",  "ch5", "ch6",
+                                            "ch7", "ch8", "ch9", "ch10", "ch30"};
+inline const QString ReportTextSelect =
+    QStringLiteral("select ch1, ch2, ch3, ch4, ch5, ch6, ch7, ch8, ch9, ch10, nullif(ch30, '()') as ch30 "
+                   "from textes limit 1");
 
 /// Whether the folder has a template of this name, in whatever upper and lower case.
 bool HasReportTemplate(const QString& folder, const QString& name);

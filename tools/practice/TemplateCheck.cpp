@@ -1,11 +1,11 @@
 #include "practice/TemplateCheck.h"
 
 #include "data/Practice.h"
+#include "data/ReportTemplates.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/dao/Engine.h"
-#include "platform/report/Content.h"
+#include "platform/pages/TemplateCheck.h"
 
-#include <QFileInfo>
 #include <QTemporaryDir>
 
 namespace practice {
@@ -20,10 +20,9 @@ QStringList CheckReportTemplate(const QString& file)
     dao::CreateDatabase(database, data::Schema() + "\nALTER TABLE Prov ADD COLUMN Mt2 REAL DEFAULT 0;");
 
     QStringList mistakes;
-    const QString name = QFileInfo(file).fileName();
-    for (const report::Fault& fault : report::CheckTemplate(file, database))
-        mistakes << (fault.line > 0 ? QString("%1, ligne %2 : %3").arg(name).arg(fault.line).arg(fault.reason)
-                                    : QString("%1 : %2").arg(name, fault.reason));
+    for (const pages::Fault& fault :
+         pages::CheckTemplate(file, {database, data::ReportTextSelect, data::ReportTextNames}))
+        mistakes << pages::FaultText(file, fault);
     return mistakes;
 }
 

@@ -1,8 +1,8 @@
 #include "platform/report/PagesView.h"
 
-#include "platform/report/PageLayout.h"
-#include "platform/report/PageMeasures.h"
-#include "platform/report/PagesAccessible.h"
+#include "platform/pages/PageLayout.h"
+#include "platform/pages/PageMeasures.h"
+#include "platform/report/PagesAccessibility.h"
 
 #include <QAccessible>
 #include <QKeyEvent>
@@ -19,35 +19,35 @@ constexpr double Gap = 16; // around the sheets
 constexpr double WheelZoom = 1.1;
 constexpr int LineStep = 48;
 
-const QColor desktop(0xd5, 0xdc, 0xe0);
-const QColor sheetEdge(0xb3, 0xbf, 0xc5);
+const QColor Desktop(0xd5, 0xdc, 0xe0);
+const QColor SheetEdge(0xb3, 0xbf, 0xc5);
 
 } // namespace
 
-PagesView::PagesView(const PageLayout& pages) : layout(pages)
+PagesView::PagesView(const pages::PageLayout& shownPages) : layout(shownPages)
 {
     MakePagesAccessible();
     setObjectName(QStringLiteral("Pages"));
     setFocusPolicy(Qt::StrongFocus);
     setFrameShape(QFrame::NoFrame);
-    setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn); // its coming and going would change the width that is fitted
+    setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn); // showing and hiding it would change the fitted width
     verticalScrollBar()->setObjectName(QStringLiteral("VerticalScroll"));
     horizontalScrollBar()->setObjectName(QStringLiteral("HorizontalScroll"));
 }
 
 double PagesView::DotsPerMillimetre() const
 {
-    return logicalDpiX() * zoom / measures::PerInch;
+    return logicalDpiX() * zoom / pages::measures::PerInch;
 }
 
 double PagesView::SheetWidth() const
 {
-    return layout.Printed().paper.width() * DotsPerMillimetre();
+    return layout.Design().paper.width() * DotsPerMillimetre();
 }
 
 double PagesView::SheetStep() const
 {
-    return layout.Printed().paper.height() * DotsPerMillimetre() + Gap;
+    return layout.Design().paper.height() * DotsPerMillimetre() + Gap;
 }
 
 int PagesView::CurrentPage() const
@@ -80,11 +80,11 @@ void PagesView::FitWidth()
 void PagesView::ApplyZoom(double factor)
 {
     const double half = viewport()->height() / 2.0;
-    const double place = (verticalScrollBar()->value() + half) / SheetStep();
+    const double middle = (verticalScrollBar()->value() + half) / SheetStep();
     const bool atTop = verticalScrollBar()->value() == 0;
     zoom = factor;
     UpdateRanges();
-    verticalScrollBar()->setValue(atTop ? 0 : int(std::lround(place * SheetStep() - half)));
+    verticalScrollBar()->setValue(atTop ? 0 : int(std::lround(middle * SheetStep() - half)));
     viewport()->update();
     AnnouncePage();
     Q_EMIT ViewChanged();
@@ -97,7 +97,7 @@ void PagesView::UpdateRanges()
                                   std::max(0, int(std::ceil(layout.PageCount() * SheetStep() + Gap)) - view.height()));
     verticalScrollBar()->setPageStep(view.height());
     verticalScrollBar()->setSingleStep(LineStep);
-    // Rounded, for a sheet that was made as wide as the view may come out wider by the last bit of its width.
+    // Rounded: a sheet fitted to the view may be wider than it by a rounding error.
     horizontalScrollBar()->setRange(0, std::max(0, int(std::lround(SheetWidth() + 2 * Gap)) - view.width()));
     horizontalScrollBar()->setPageStep(view.width());
     horizontalScrollBar()->setSingleStep(LineStep);
@@ -107,7 +107,7 @@ QString PagesView::PageText() const
 {
     QString text;
     double top = 0;
-    for (const Run& run : layout.MakePage(CurrentPage()).runs) {
+    for (const pages::Run& run : layout.MakePage(CurrentPage()).runs) {
         if (!text.isEmpty())
             text += run.box.top() == top ? QStringLiteral("  ") : QStringLiteral("\n");
         text += run.text;
@@ -123,7 +123,7 @@ void PagesView::AnnouncePage()
         return;
     announcedPage = page;
     setAccessibleName(
-        QStringLiteral("%1, page %2 sur %3").arg(layout.Printed().title).arg(page + 1).arg(layout.PageCount()));
+        QStringLiteral("%1, page %2 sur %3").arg(layout.Design().title).arg(page + 1).arg(layout.PageCount()));
     if (QAccessible::isActive()) {
         QAccessibleTextUpdateEvent changed(this, 0, {}, PageText());
         QAccessible::updateAccessibility(&changed);
@@ -134,7 +134,7 @@ void PagesView::PaintSheet(QPainter& painter, int page, double left, double top)
 {
     const QSizeF size(SheetWidth(), SheetStep() - Gap);
     painter.fillRect(QRectF(QPointF(left, top), size), Qt::white);
-    painter.setPen(sheetEdge);
+    painter.setPen(SheetEdge);
     painter.drawRect(QRectF(QPointF(left - 0.5, top - 0.5), size + QSizeF(1, 1)));
     painter.save();
     painter.translate(left, top);
@@ -145,7 +145,7 @@ void PagesView::PaintSheet(QPainter& painter, int page, double left, double top)
 void PagesView::paintEvent(QPaintEvent* event)
 {
     QPainter painter(viewport());
-    painter.fillRect(event->rect(), desktop);
+    painter.fillRect(event->rect(), Desktop);
     const double scrolled = verticalScrollBar()->value();
     const double left = horizontalScrollBar()->maximum() > 0 ? Gap - horizontalScrollBar()->value()
                                                              : std::round((viewport()->width() - SheetWidth()) / 2);

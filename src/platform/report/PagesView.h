@@ -1,19 +1,21 @@
 #pragma once
 
-#include "platform/report/PagePainter.h"
+#include "platform/paper/PagePainter.h"
 
 #include <QAbstractScrollArea>
 
+namespace pages {
+class PageLayout;
+}
+
 namespace report {
 
-class PageLayout;
-
-/// Shows the pages of a report one under the other. Only those in sight are made and painted, so that a report of
-/// thousands of rows shows as soon as one of ten.
+/// Shows the pages of a report one below the other. Only visible pages are made and painted, so that a report of
+/// thousands of rows appears as fast as one of ten.
 class PagesView : public QAbstractScrollArea {
     Q_OBJECT
 public:
-    explicit PagesView(const PageLayout& pages);
+    explicit PagesView(const pages::PageLayout& shownPages);
 
     /// The page that fills most of the view, from 0.
     int CurrentPage() const;
@@ -22,11 +24,10 @@ public:
     /// Brings the upper edge of a page to the top of the view; a page outside the report means the nearest one.
     void ShowPage(int page);
 
-    /// 1 shows a sheet in its real size. Keeps the place that is in the middle of the view; ends the fitting to the
-    /// width.
+    /// 1 is the sheet's real size. Keeps the point in the middle of the view; the width is no longer fitted.
     void SetZoom(double factor);
     double Zoom() const { return zoom; }
-    /// Makes a sheet as wide as the view, and keeps it so when the window's size changes.
+    /// Makes a sheet as wide as the view, also when the window is resized later.
     void FitWidth();
     bool FitsWidth() const { return fitsWidth; }
 
@@ -50,11 +51,11 @@ private:
     double SheetStep() const; ///< from the top of one sheet to that of the next
     void ApplyZoom(double factor);
     void UpdateRanges();
-    void AnnouncePage(); ///< tells assistive software of another current page
+    void AnnouncePage(); ///< to assistive software, when another page has become current
     void PaintSheet(QPainter& painter, int page, double left, double top);
 
-    const PageLayout& layout;
-    PagePainter pagePainter;
+    const pages::PageLayout& layout;
+    paper::PagePainter pagePainter;
     double zoom = 1;
     bool fitsWidth = true;
     int announcedPage = -1;

@@ -4,7 +4,11 @@
 #include "platform/forms/Desk.h"
 #include "platform/forms/Guard.h"
 #include "platform/forms/KeyFilters.h"
-#include "platform/report/PageOutput.h"
+#include "platform/pages/PageLayout.h"
+#include "platform/paper/PagePainter.h"
+#include "platform/paper/PdfFile.h"
+#include "platform/report/PagesView.h"
+#include "platform/report/PrintPages.h"
 
 #include <QDesktopServices>
 #include <QDir>
@@ -37,13 +41,6 @@ QString WithPdfEnding(const QString& path)
     return QFileInfo(path).suffix().compare("pdf", Qt::CaseInsensitive) == 0 ? path : path + ".pdf";
 }
 
-bool MayReplace(const QString& path)
-{
-    return !QFileInfo(path).isFile() ||
-           forms::MsgBox(QStringLiteral("« %1 » existe déjà.\nLe remplacer ?").arg(QFileInfo(path).fileName()),
-                         forms::Icon::Question, "ZEP Lumo", forms::Buttons::YesNo) == forms::Answer::Yes;
-}
-
 bool AskPrinterInDialog(PreviewWindow& preview, QPrinter& printer)
 {
     QPrintDialog dialog(&printer, &preview);
@@ -55,13 +52,17 @@ bool AskPrinterInDialog(PreviewWindow& preview, QPrinter& printer)
 
 } // namespace
 
-PreviewWindow::PreviewWindow(Template printed, Content read, const QString& proposedName)
-    : Form("Preview", "Aperçu - " + printed.title), AskPdfPath(AskPathInDialog), AskPrinter(AskPrinterInDialog),
-      layout(std::move(printed), std::move(read)), pages(layout), pdfName(proposedName)
+PreviewWindow::PreviewWindow(std::unique_ptr<pages::PageLayout> report, const QString& proposedName,
+                             const QString& title)
+    : Form("Preview", "Aperçu - " + report->Design().title), AskPdfPath(AskPathInDialog),
+      AskPrinter(AskPrinterInDialog), layout(std::move(report)), painter(std::make_unique<paper::PagePainter>()),
+      view(std::make_unique<PagesView>(*layout)), pdfName(proposedName), messageTitle(title)
 {
     BuildForm();
     ConnectHandlers();
 }
+
+PreviewWindow::~PreviewWindow() = default;
 
 void PreviewWindow::ConnectHandlers()
 {
@@ -69,15 +70,15 @@ void PreviewWindow::ConnectHandlers()
     using forms::Picture;
     On(PrintButton, &Picture::clicked, *this, [this] { AskAndPrint(); });
     On(SaveButton, &Picture::clicked, *this, [this] { AskAndSave(); });
-    On(FirstButton, &Picture::clicked, *this, [this] { pages.ShowPage(0); });
+    On(FirstButton, &Picture::clicked, *this, [this] { view->ShowPage(0); });
     On(PreviousButton, &Picture::clicked, *this, [this] { MoveBy(-1); });
     On(NextButton, &Picture::clicked, *this, [this] { MoveBy(1); });
-    On(LastButton, &Picture::clicked, *this, [this] { pages.ShowPage(layout.PageCount() - 1); });
+    On(LastButton, &Picture::clicked, *this, [this] { view->ShowPage(layout->PageCount() - 1); });
     On(ZoomOutButton, &Picture::clicked, *this, [this] { ZoomBy(-1); });
     On(ZoomInButton, &Picture::clicked, *this, [this] { ZoomBy(1); });
-    On(FitWidthButton, &Picture::clicked, *this, [this] { pages.FitWidth(); });
+    On(FitWidthButton, &Picture::clicked, *this, [this] { view->FitWidth(); });
     On(CloseButton, &Picture::clicked, *this, [this] { Unload(); });
-    On(pages, &PagesView::ViewChanged, *this, [this] { ShowState(); });
+    On(*view, &PagesView::ViewChanged, *this, [this] { ShowState(); });
     PageNumber.KeyPress = [](int& keyCode) { forms::KeyFilterDigits(keyCode); };
     On(PageNumber, &forms::TextBox::Entered, *this, [this] { GoToTypedPage(); });
     On(PageNumber, &forms::TextBox::LostFocus, *this, [this] { ShowState(); });
@@ -87,7 +88,7 @@ void PreviewWindow::ConnectHandlers()
 
 void PreviewWindow::Form_Load()
 {
-    pages.setFocus();
+    view->setFocus();
     ShowState();
 }
 
@@ -98,45 +99,45 @@ void PreviewWindow::EscapePressed()
 
 void PreviewWindow::ShowState()
 {
-    const int page = pages.CurrentPage();
+    const int page = view->CurrentPage();
     const bool isFirst = page == 0;
-    const bool isLast = page == layout.PageCount() - 1;
+    const bool isLast = page == layout->PageCount() - 1;
     PageNumber.setText(QString::number(page + 1));
-    PageCount.setText(QStringLiteral("/ %1").arg(layout.PageCount()));
-    ZoomText.setText(QStringLiteral("%1 %").arg(std::lround(pages.Zoom() * 100)));
+    PageCount.setText(QStringLiteral("/ %1").arg(layout->PageCount()));
+    ZoomText.setText(QStringLiteral("%1 %").arg(std::lround(view->Zoom() * 100)));
     FirstButton.setEnabled(!isFirst);
     PreviousButton.setEnabled(!isFirst);
     NextButton.setEnabled(!isLast);
     LastButton.setEnabled(!isLast);
-    ZoomOutButton.setEnabled(pages.Zoom() > PagesView::SmallestZoom);
-    ZoomInButton.setEnabled(pages.Zoom() < PagesView::LargestZoom);
+    ZoomOutButton.setEnabled(view->Zoom() > PagesView::SmallestZoom);
+    ZoomInButton.setEnabled(view->Zoom() < PagesView::LargestZoom);
 }
 
 void PreviewWindow::GoToTypedPage()
 {
-    pages.ShowPage(PageNumber.text().toInt() - 1);
+    view->ShowPage(PageNumber.text().toInt() - 1);
     ShowState();
-    pages.setFocus();
+    view->setFocus();
 }
 
 void PreviewWindow::MoveBy(int count)
 {
-    pages.ShowPage(pages.CurrentPage() + count);
+    view->ShowPage(view->CurrentPage() + count);
 }
 
 void PreviewWindow::ZoomBy(int steps)
 {
-    const double now = pages.Zoom();
+    const double now = view->Zoom();
     if (steps > 0) {
         const auto* larger = std::ranges::find_if(ZoomSteps, [now](double step) { return step > now * 1.01; });
-        pages.SetZoom(larger == std::end(ZoomSteps) ? PagesView::LargestZoom : *larger);
+        view->SetZoom(larger == std::end(ZoomSteps) ? PagesView::LargestZoom : *larger);
         return;
     }
     double smaller = PagesView::SmallestZoom;
     for (const double step : ZoomSteps)
         if (step < now * 0.99)
             smaller = step;
-    pages.SetZoom(smaller);
+    view->SetZoom(smaller);
 }
 
 bool PreviewWindow::RunCommand(int key)
@@ -158,9 +159,9 @@ bool PreviewWindow::RunCommand(int key)
     case Qt::Key_Minus:
         return ZoomBy(-1), true;
     case Qt::Key_0:
-        return pages.SetZoom(1), true;
+        return view->SetZoom(1), true;
     case Qt::Key_2:
-        return pages.FitWidth(), true;
+        return view->FitWidth(), true;
     default:
         return false;
     }
@@ -174,9 +175,9 @@ bool PreviewWindow::MoveByKey(int key)
     case Qt::Key_PageDown:
         return MoveBy(1), true;
     case Qt::Key_Home:
-        return pages.ShowPage(0), true;
+        return view->ShowPage(0), true;
     case Qt::Key_End:
-        return pages.ShowPage(layout.PageCount() - 1), true;
+        return view->ShowPage(layout->PageCount() - 1), true;
     default:
         return false;
     }
@@ -205,15 +206,22 @@ void PreviewWindow::AskAndSave()
     SavePdf(path);
 }
 
+bool PreviewWindow::MayReplace(const QString& path) const
+{
+    return !QFileInfo(path).isFile() ||
+           forms::MsgBox(QStringLiteral("« %1 » existe déjà.\nLe remplacer ?").arg(QFileInfo(path).fileName()),
+                         forms::Icon::Question, messageTitle, forms::Buttons::YesNo) == forms::Answer::Yes;
+}
+
 bool PreviewWindow::SavePdf(const QString& path)
 {
     try {
         const forms::Hourglass pointer;
-        WritePdf(layout, paperPainter, path);
+        paper::WritePdf(*layout, *painter, path);
     } catch (const basic::RuntimeError& error) {
         forms::MsgBox(QStringLiteral("Le PDF n'a pas été enregistré : %1.\n%2")
                           .arg(error.Description(), QDir::toNativeSeparators(path)),
-                      forms::Icon::Critical, "ZEP Lumo");
+                      forms::Icon::Critical, messageTitle);
         return false;
     }
     savedPath = path;
@@ -225,7 +233,7 @@ bool PreviewWindow::SavePdf(const QString& path)
 void PreviewWindow::AskAndPrint()
 {
     QPrinter printer(QPrinter::HighResolution);
-    printer.setPageOrientation(layout.Printed().paper.width() > layout.Printed().paper.height()
+    printer.setPageOrientation(layout->Design().paper.width() > layout->Design().paper.height()
                                    ? QPageLayout::Landscape
                                    : QPageLayout::Portrait);
     if (AskPrinter(*this, printer))
@@ -236,11 +244,11 @@ bool PreviewWindow::Print(QPrinter& printer)
 {
     try {
         const forms::Hourglass pointer;
-        PrintPages(layout, paperPainter, printer);
+        PrintPages(*layout, *painter, printer);
         return true;
     } catch (const basic::RuntimeError& error) {
         forms::MsgBox(QStringLiteral("L'état n'a pas été imprimé : %1.").arg(error.Description()),
-                      forms::Icon::Critical, "ZEP Lumo");
+                      forms::Icon::Critical, messageTitle);
         return false;
     }
 }

@@ -3,13 +3,22 @@
 #include "platform/forms/Controls.h"
 #include "platform/forms/Form.h"
 #include "platform/forms/TextBox.h"
-#include "platform/report/PageLayout.h"
-#include "platform/report/PagePainter.h"
-#include "platform/report/PagesView.h"
+
+#include <functional>
+#include <memory>
 
 class QPrinter;
 
+namespace pages {
+class PageLayout;
+}
+namespace paper {
+class PagePainter;
+}
+
 namespace report {
+
+class PagesView;
 
 /// The preview of a report, the window "Preview": its pages, and the ways out of it to printer and PDF.
 ///
@@ -19,8 +28,9 @@ namespace report {
 class PreviewWindow : public forms::Form {
     Q_OBJECT
 public:
-    /// `proposedName` is the PDF's file name without folder and ending.
-    PreviewWindow(Template printed, Content read, const QString& proposedName);
+    /// `proposedName` is the PDF's file name without folder and ending, `title` is that of message boxes.
+    PreviewWindow(std::unique_ptr<pages::PageLayout> report, const QString& proposedName, const QString& title);
+    ~PreviewWindow() override;
 
     forms::Picture PrintButton{"PrintButton"};
     forms::Picture SaveButton{"SaveButton"};
@@ -39,16 +49,16 @@ public:
     forms::Label SavedText{"SavedText"};
     forms::Button OpenFolder{"OpenFolder", "Ouvrir le dossier"};
 
-    const PageLayout& Pages() const { return layout; }
-    const PagesView& View() const { return pages; }
+    const pages::PageLayout& Pages() const { return *layout; }
+    const PagesView& View() const { return *view; }
 
-    /// Writes the PDF; false after a message when that failed. "Open the folder" is offered when it was written.
+    /// Writes the PDF and then offers to open its folder; false after a message when writing failed.
     bool SavePdf(const QString& path);
     /// Prints the pages chosen in `printer`; false after a message when it refuses.
     bool Print(QPrinter& printer);
 
-    /// How the user is asked for the PDF's path (empty when he gives it up) and for the printer. The system's dialogs,
-    /// unless a program without a user puts others in their place.
+    /// Ask the user for the PDF's path (empty when he cancels) and for the printer. The system's dialogs, replaced
+    /// where no user is.
     std::function<QString(PreviewWindow& preview, const QString& proposedPath)> AskPdfPath;
     std::function<bool(PreviewWindow& preview, QPrinter& printer)> AskPrinter;
 
@@ -70,10 +80,13 @@ private:
     bool RunCommand(int key);
     bool MoveByKey(int key);
 
-    PageLayout layout;
-    PagePainter paperPainter;
-    PagesView pages;
+    bool MayReplace(const QString& path) const;
+
+    std::unique_ptr<pages::PageLayout> layout;
+    std::unique_ptr<paper::PagePainter> painter;
+    std::unique_ptr<PagesView> view;
     QString pdfName;
+    QString messageTitle;
     QString savedPath;
 };
 

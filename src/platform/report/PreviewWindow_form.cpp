@@ -1,6 +1,7 @@
 #include "platform/report/PreviewWindow.h"
 
 #include "platform/forms/Layout.h"
+#include "platform/report/PagesView.h"
 
 namespace report {
 namespace {
@@ -43,7 +44,7 @@ void PreviewWindow::BuildForm()
     ZoomText.setAlignment(Qt::AlignCenter);
     ZoomText.setAccessibleName("Taille");
     ZoomText.setToolTip("Taille ; Ctrl+0 pour la taille réelle");
-    pages.setToolTip({});
+    view->setToolTip({});
     SavedPanel.setAccessibleName("PDF enregistré");
     SavedText.setAccessibleName("Fichier enregistré");
     OpenFolder.setToolTip("Ouvrir le dossier où se trouve le PDF");
@@ -54,7 +55,7 @@ void PreviewWindow::BuildForm()
                                         PageCount, NextButton, LastButton, Item::Gap(2), ZoomOutButton, ZoomText,
                                         ZoomInButton, FitWidthButton, Item::Stretch(), CloseButton},
                              forms::Inside(SavedPanel, forms::Row{Item::Growing(SavedText), OpenFolder}),
-                             Item::Growing(pages)});
+                             Item::Growing(*view)});
     resize(NaturalSize);
 }
 

@@ -4,33 +4,43 @@
 #include "platform/basic/RuntimeError.h"
 #include "platform/forms/Desk.h"
 #include "platform/forms/Form.h"
+#include "platform/pages/PageLayout.h"
+#include "platform/pages/TemplateCheck.h"
 #include "platform/report/PreviewWindow.h"
 
-#include <QFileInfo>
 #include <QRegularExpression>
 
 namespace report {
 namespace {
 
-constexpr int MostFaultsTold = 8;
+constexpr qsizetype MostFaultsShown = 8;
 
-/// The message that tells what is wrong with a template: file, line and reason of each mistake.
-QString MessageOf(const QString& path, const QList<Fault>& faults)
+/// File, line and reason of each mistake; of many, the first ones and how many more there are.
+QString MessageOf(const QString& file, const QList<pages::Fault>& faults)
 {
-    const QString file = QFileInfo(path).fileName();
     QStringList lines;
-    for (const Fault& fault : faults.first(std::min<qsizetype>(faults.size(), MostFaultsTold)))
-        lines << (fault.line > 0 ? QStringLiteral("%1, ligne %2 : %3").arg(file).arg(fault.line).arg(fault.reason)
-                                 : QStringLiteral("%1 : %2").arg(file, fault.reason));
-    if (faults.size() > MostFaultsTold)
-        lines << QStringLiteral("et %1 autres erreurs").arg(faults.size() - MostFaultsTold);
+    for (const pages::Fault& fault : faults.first(std::min(faults.size(), MostFaultsShown)))
+        lines << pages::FaultText(file, fault);
+    const qsizetype more = faults.size() - MostFaultsShown;
+    if (more > 0)
+        lines << (more == 1 ? QStringLiteral("et une autre erreur") : QStringLiteral("et %1 autres erreurs").arg(more));
     return lines.join(u'\n');
 }
 
-int Refuse(const QString& path, const QList<Fault>& faults)
+struct ReadReport {
+    pages::Template design;
+    pages::Content content;
+    QList<pages::Fault> faults;
+};
+
+ReadReport Read(const QString& file, const pages::Source& source)
 {
-    forms::MsgBox(MessageOf(path, faults), forms::Icon::Critical, "ZEP Lumo");
-    return 1;
+    const forms::Hourglass pointer;
+    const pages::ParsedTemplate parsed = pages::ReadTemplateFile(file, source.textNames);
+    if (!parsed.faults.isEmpty())
+        return {{}, {}, parsed.faults};
+    pages::ReadContentResult read = pages::ReadContent(parsed.design, source);
+    return {parsed.design, std::move(read.content), read.faults};
 }
 
 } // namespace
@@ -47,30 +57,26 @@ int Report::PrintReport()
     if (Destination != 0)
         throw basic::RuntimeError(basic::Error::InvalidProperty);
 
-    TemplateText read;
-    ReadContentResult printed;
-    {
-        const forms::Hourglass pointer;
-        read = ReadTemplateFile(ReportFileName);
-        if (read.faults.isEmpty())
-            printed = ReadContent(read.report, dataFile, SelectionFormula);
+    ReadReport read = Read(ReportFileName, {dataFile, TextSelect, TextNames, SelectionFormula});
+    if (!read.faults.isEmpty()) {
+        forms::MsgBox(MessageOf(ReportFileName, read.faults), forms::Icon::Critical, MessageTitle);
+        return 1;
     }
-    if (!read.faults.isEmpty() || !printed.faults.isEmpty())
-        return Refuse(ReportFileName, read.faults + printed.faults);
-
-    printed.content.printDate = PrintDate.isValid() ? basic::DateText(PrintDate) : QString();
-    PreviewWindow preview(read.report, std::move(printed.content), PdfName(read.report.title));
+    read.content.printDate = PrintDate.isValid() ? basic::DateText(PrintDate) : QString();
+    const QString pdfName = PdfName(read.design.title);
+    PreviewWindow preview(std::make_unique<pages::PageLayout>(std::move(read.design), std::move(read.content)), pdfName,
+                          MessageTitle);
     forms::TheDesk().ShowModal(preview);
     return 0;
 }
 
 QString Report::PdfName(const QString& title) const
 {
-    static const QRegularExpression unfit(R"([\\/:*?"<>|[:cntrl:]])");
+    static const QRegularExpression forbidden(R"([\\/:*?"<>|[:cntrl:]])");
     QString name = ProposedName;
     if (name.isEmpty())
         name = PrintDate.isValid() ? title + " " + PrintDate.toString("dd-MM-yyyy") : title;
-    return name.replace(unfit, "-").trimmed();
+    return name.replace(forbidden, "-").trimmed();
 }
 
 } // namespace report

@@ -2,8 +2,9 @@
 
 #include <QDate>
 #include <QString>
+#include <QStringList>
 
-/// Reports: templates that a user can edit, laid out on pages, shown in a preview from which they are printed or saved.
+/// Reports on the screen: the control that runs a template, its preview, and the ways from there to printer and PDF.
 namespace report {
 
 /// The report control that every printing screen holds under the name Report1.
@@ -24,27 +25,33 @@ public:
     int Destination = 0;
 
     /// A condition on the rows besides the template's own: "{Plani.date} = date(2008,06,17) and {Plani.Num_Presta} =
-    /// 3". Stands in the template's select at {selection}; empty leaves all rows in.
+    /// 3". Replaces {selection} in the template's select; empty selects all rows.
     QString SelectionFormula;
 
-    /// Path of the template as it stands on the disk.
+    /// Path of the template file.
     QString ReportFileName;
 
-    /// The date printed at the foot of each page and proposed in the name of a PDF. The room knows no clock: the caller
-    /// gives it. An invalid date prints none.
+    /// The texts that templates print at {name}: a select that gives them in one row, and its fields in lower case.
+    QString TextSelect;
+    QStringList TextNames;
+
+    /// The date printed at the foot of each page and proposed in the name of a PDF. An invalid date prints none.
     QDate PrintDate;
 
     /// The file name proposed for "save as PDF", without folder and ending; characters that a file name can't have
     /// become dashes. Empty: the template's title and the PrintDate, "Caisse du Jour 17-06-2008".
     QString ProposedName;
 
-    /// Runs the report: reads headings and rows in one read snapshot through a read-only connection of its own, and
-    /// shows the preview (a forms::Form named "Preview") through forms::TheDesk().ShowModal, over the screen that
-    /// asked. Returns when the preview is closed; the rows it shows are those of the moment of the call.
+    /// Title of the message boxes about the template, the PDF and the printer.
+    QString MessageTitle;
+
+    /// Runs the report: reads texts and rows in one read snapshot through a read-only connection of its own, and shows
+    /// the preview (a forms::Form named "Preview") through forms::TheDesk().ShowModal. Returns when the preview is
+    /// closed; it shows the rows of the moment of the call.
     ///
-    /// A template with a mistake, a database that can't be read, a formula that can't: one message through
-    /// forms::MsgBox (critical, title "ZEP Lumo") with file, line and reason, no window, nothing changed. Raises
-    /// nothing for these. Returns 0 when the preview was shown, 1 otherwise; callers needn't look.
+    /// A template with a mistake, a database or formula that can't be read: one critical message through forms::MsgBox
+    /// with file, line and reason, no window, nothing changed; nothing is raised. Returns 0 when the preview was shown,
+    /// 1 otherwise.
     int PrintReport();
 
 private:

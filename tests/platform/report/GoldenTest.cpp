@@ -11,9 +11,9 @@ namespace {
 
 using tests::ReportPractice;
 
-/// Fails with the first line that differs. What was printed stands in the build folder, to be looked at and taken over
+/// Fails with the first line that differs. What was printed is left in the build folder, to be looked at and copied
 /// by hand.
-void ExpectGolden(const report::PageLayout& layout, const QString& name)
+void ExpectGolden(const pages::PageLayout& layout, const QString& name)
 {
     QDir().mkpath(ZEP_PRINTED);
     QFile copy(QStringLiteral(ZEP_PRINTED "/") + name + ".txt");

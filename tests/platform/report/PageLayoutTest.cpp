@@ -1,4 +1,5 @@
-#include "platform/report/PagePainter.h"
+#include "platform/pages/ValueText.h"
+#include "platform/paper/PagePainter.h"
 #include "platform/report/PageText.h"
 #include "platform/report/ReportPractice.h"
 #include "support/Printing.h"
@@ -45,7 +46,7 @@ TEST(PageLayout, RepeatsColumnHeadsAndKeepsTheTotalsUnderARow)
     for (const int rows : {1, 2, 38, 39, 40, 41, 42, 43, 44, 45, 400}) {
         ReportPractice practice;
         practice.AddActs(rows, false);
-        const report::PageLayout layout = practice.LayOut(practice.Template("ZEP_R2.RPT"));
+        const pages::PageLayout layout = practice.LayOut(practice.Template("ZEP_R2.RPT"));
 
         QStringList numbers;
         for (int page = 0; page < layout.PageCount(); ++page) {
@@ -55,7 +56,7 @@ TEST(PageLayout, RepeatsColumnHeadsAndKeepsTheTotalsUnderARow)
             EXPECT_EQ(texts.contains("Cabinet du Docteur Mourad SAÏDI") && head > 4, page == 0);
             EXPECT_EQ(texts.last(), QString("Page %1 / %2").arg(page + 1).arg(layout.PageCount()));
             const qsizetype before = numbers.size();
-            for (const report::Run& run : layout.MakePage(page).runs) {
+            for (const pages::Run& run : layout.MakePage(page).runs) {
                 EXPECT_LE(run.box.bottom(), PageBottom) << qPrintable(run.text);
                 if (run.alignment == Qt::AlignRight && run.box.right() < 30 && run.text != "N°")
                     numbers << run.text;
@@ -72,7 +73,7 @@ TEST(PageLayout, GroupsHaveTheirSubtotalsAndGoOnWithTheirName)
 {
     ReportPractice practice;
     practice.AddActs(150, false);
-    const report::PageLayout layout = practice.LayOut(practice.WriteTemplate(groupedTemplate));
+    const pages::PageLayout layout = practice.LayOut(practice.WriteTemplate(groupedTemplate));
     ASSERT_GT(layout.PageCount(), 2);
 
     QStringList all;
@@ -80,7 +81,7 @@ TEST(PageLayout, GroupsHaveTheirSubtotalsAndGoOnWithTheirName)
         const QStringList texts = TextsOf(layout, page);
         EXPECT_TRUE(page == 0 || texts[2].startsWith("Unité ")) << qPrintable(texts[2]); // behind the two column heads
         EXPECT_FALSE(texts.last().startsWith("Unité ")) << "a heading parted from its rows";
-        for (const report::Run& run : layout.MakePage(page).runs)
+        for (const pages::Run& run : layout.MakePage(page).runs)
             EXPECT_LE(run.box.bottom(), PageBottom) << qPrintable(run.text) << ", page " << page + 1;
         all << texts;
     }
@@ -96,13 +97,13 @@ TEST(PageLayout, GroupsHaveTheirSubtotalsAndGoOnWithTheirName)
 /// A page of one text, painted at ten dots a millimetre: the first and the last column with ink on it.
 std::pair<int, int> InkOf(const QString& text, Qt::Alignment alignment)
 {
-    report::Page page;
+    pages::Page page;
     page.paper = {100, 10};
     page.runs.push_back({{20, 2, 50, 6}, text, alignment, 9, false, false, false});
     QImage sheet(1000, 100, QImage::Format_RGB32);
     sheet.fill(Qt::white);
     QPainter painter(&sheet);
-    report::PagePainter().Paint(painter, page, 10);
+    paper::PagePainter().Paint(painter, page, 10);
     painter.end();
     int first = sheet.width();
     int last = -1;
@@ -152,15 +153,15 @@ TEST(PageLayout, PrintsAmountsOfTheScreenInOneLook)
         {"1,5", "1,5", "1,5"},
     };
     for (const auto& each : cases) {
-        EXPECT_EQ(report::AmountText(each.onScreen), each.plain);
-        EXPECT_EQ(report::AmountText(each.onScreen, mask), each.masked);
+        EXPECT_EQ(pages::AmountText(each.onScreen), each.plain);
+        EXPECT_EQ(pages::AmountText(each.onScreen, mask), each.masked);
     }
 }
 
 TEST(PageLayout, PrintsValuesUnderMasksAndChoices)
 {
-    const auto text = [](report::Column column, const dao::Value& value) { return report::CellText(column, value); };
-    report::Column money;
+    const auto text = [](pages::Column column, const dao::Value& value) { return pages::CellText(column, value); };
+    pages::Column money;
     money.mask = "# ### ##0.00";
     EXPECT_EQ(text(money, 1234.5), "1 234.50");
     EXPECT_EQ(text(money, -12.5), "-12.50");
@@ -173,14 +174,14 @@ TEST(PageLayout, PrintsValuesUnderMasksAndChoices)
     EXPECT_EQ(text(money, 0.0), "");
     EXPECT_EQ(text(money, -12.5), "-12.50");
 
-    report::Column code;
+    pages::Column code;
     code.choices = {"NP", "R-"};
     EXPECT_EQ(text(code, 1), "R-");
     EXPECT_EQ(text(code, 7), "7"); // a code that isn't known is shown and not hidden
     EXPECT_EQ(text(code, -1), "-1");
     EXPECT_EQ(text(code, 0.5), "0.5");
 
-    report::Column date;
+    pages::Column date;
     date.mask = "dd/mm/yyyy";
     EXPECT_EQ(text(date, "2008-06-17"), "17/06/2008");
     EXPECT_EQ(text(date, "17/06/2008"), "17/06/2008");
@@ -191,9 +192,9 @@ TEST(PageLayout, AReportOfColumnsThatMayAllBeLeftOutKeepsThem)
     const QByteArray optional =
         QByteArray(groupedTemplate).replace("width_mm = 60", "width_mm = 60\nhide_empty = true");
     ReportPractice practice;
-    const report::PageLayout layout = practice.LayOut(practice.WriteTemplate(optional));
-    const std::vector<report::Run> runs = layout.MakePage(0).runs;
-    const auto noRows = std::ranges::find(runs, QString("Aucune ligne"), &report::Run::text);
+    const pages::PageLayout layout = practice.LayOut(practice.WriteTemplate(optional));
+    const std::vector<pages::Run> runs = layout.MakePage(0).runs;
+    const auto noRows = std::ranges::find(runs, QString("Aucune ligne"), &pages::Run::text);
     ASSERT_NE(noRows, runs.end());
     EXPECT_NEAR(noRows->box.width(), 120, 0.01);
 }
@@ -217,7 +218,7 @@ TEST(PageLayout, HostileTextsPrintAsOneLineOfText)
         practice.Add("Prov", {{"num", act}});
     }
     practice.SetTexts({{"ch1", hostile[0]}, {"ch4", hostile[1]}});
-    const report::PageLayout layout = practice.LayOut(practice.Template("ZEP_R2.RPT"));
+    const pages::PageLayout layout = practice.LayOut(practice.Template("ZEP_R2.RPT"));
     const QStringList texts = TextsOf(layout, 0);
     EXPECT_EQ(texts[0], hostile[0]);
     EXPECT_EQ(texts.count("{ch4} {page}"), 3); // the heading, name and first name: put in once, never looked at again
@@ -225,13 +226,13 @@ TEST(PageLayout, HostileTextsPrintAsOneLineOfText)
     for (const QString& text : texts)
         EXPECT_LE(text.size(), 400);
 
-    // Painted, a name keeps to its column: what stands right of it is what stands there for a short name.
+    // Painted, a name stays within its column: the gap on its right is white.
     QImage sheet(840, 1188, QImage::Format_RGB32);
     sheet.fill(Qt::white);
     QPainter painter(&sheet);
-    report::PagePainter().Paint(painter, layout.MakePage(0), 4);
+    paper::PagePainter().Paint(painter, layout.MakePage(0), 4);
     painter.end();
-    for (const report::Run& run : layout.MakePage(0).runs) {
+    for (const pages::Run& run : layout.MakePage(0).runs) {
         if (!run.text.startsWith("WWW"))
             continue;
         for (int y = int(run.box.top() * 4) + 1; y < int(run.box.bottom() * 4) - 1; ++y)

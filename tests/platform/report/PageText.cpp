@@ -18,15 +18,15 @@ qint64 Tenths(double millimetres)
 
 } // namespace
 
-QString PagesAsText(const report::PageLayout& layout)
+QString PagesAsText(const pages::PageLayout& layout)
 {
     QString text;
     QTextStream out(&text);
     for (int index = 0; index < layout.PageCount(); ++index) {
-        const report::Page page = layout.MakePage(index);
+        const pages::Page page = layout.MakePage(index);
         out << "=== page " << index + 1 << ", " << page.paper.width() << " x " << page.paper.height() << ", "
             << page.shades.size() << " shades, " << page.rules.size() << " rules\n";
-        for (const report::Run& run : page.runs)
+        for (const pages::Run& run : page.runs)
             out << Tenths(run.box.left()) << " " << Tenths(run.box.top()) << " " << Tenths(run.box.width()) << " "
                 << LetterOf(run.alignment) << " " << run.points << (run.bold ? " bold" : "")
                 << (run.italic ? " italic" : "") << (run.faint ? " faint" : "") << " |" << run.text << "|\n";
@@ -34,10 +34,10 @@ QString PagesAsText(const report::PageLayout& layout)
     return text;
 }
 
-QStringList TextsOf(const report::PageLayout& layout, int page)
+QStringList TextsOf(const pages::PageLayout& layout, int page)
 {
     QStringList texts;
-    for (const report::Run& run : layout.MakePage(page).runs)
+    for (const pages::Run& run : layout.MakePage(page).runs)
         texts << run.text;
     return texts;
 }

@@ -1,15 +1,15 @@
 #pragma once
 
-#include "platform/report/PageLayout.h"
+#include "platform/pages/PageLayout.h"
 
 #include <QString>
 
 namespace tests {
 
-/// All pages of a report as text, one line for each run: place and width in tenths of a millimetre, letters, text.
-QString PagesAsText(const report::PageLayout& layout);
+/// All pages of a report as text, one line for each run: position and width in tenths of a millimetre, alignment and font, text.
+QString PagesAsText(const pages::PageLayout& layout);
 
 /// The texts of one page in the order they are painted.
-QStringList TextsOf(const report::PageLayout& layout, int page);
+QStringList TextsOf(const pages::PageLayout& layout, int page);
 
 } // namespace tests

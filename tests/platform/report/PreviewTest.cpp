@@ -1,5 +1,5 @@
-#include "platform/report/PageOutput.h"
-#include "platform/report/PageText.h"
+#include "data/ReportTemplates.h"
+#include "platform/report/PagesView.h"
 #include "platform/report/PdfText.h"
 #include "platform/report/PreviewWindow.h"
 #include "platform/report/Report.h"
@@ -29,7 +29,10 @@ protected:
     {
         Report1.DataFiles(0) = practice.Path();
         Report1.ReportFileName = practice.Template("ZEP_R2.RPT");
+        Report1.TextSelect = data::ReportTextSelect;
+        Report1.TextNames = data::ReportTextNames;
         Report1.PrintDate = QDate(2008, 6, 17);
+        Report1.MessageTitle = "ZEP Lumo";
     }
 
     void Run(int rows, std::function<void(PreviewWindow&)> script)
@@ -244,8 +247,7 @@ public:
         setrlimit(RLIMIT_FSIZE, &small);
     }
     ~FullDisk() { setrlimit(RLIMIT_FSIZE, &before); }
-    FullDisk(const FullDisk&) = delete;
-    FullDisk& operator=(const FullDisk&) = delete;
+    Q_DISABLE_COPY_MOVE(FullDisk)
 
 private:
     rlimit before{};

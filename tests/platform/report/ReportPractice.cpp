@@ -1,6 +1,7 @@
 #include "platform/report/ReportPractice.h"
 
 #include "data/Practice.h"
+#include "data/ReportTemplates.h"
 
 #include <QFile>
 #include <gtest/gtest.h>
@@ -28,6 +29,11 @@ ReportPractice::ReportPractice()
               {"ch30", "(Alger)"},
               {"ch4", "Mouvements de fonds du  Mar 17/06/2008"}});
     all.Commit();
+}
+
+pages::Source ReportPractice::Source(const QString& selectionFormula) const
+{
+    return {Path(), data::ReportTextSelect, data::ReportTextNames, selectionFormula};
 }
 
 QString ReportPractice::Template(const QString& name)
@@ -107,16 +113,16 @@ void ReportPractice::AddExpenses(int count)
     all.Commit();
 }
 
-report::PageLayout ReportPractice::LayOut(const QString& templatePath)
+pages::PageLayout ReportPractice::LayOut(const QString& templatePath)
 {
-    const report::TemplateText read = report::ReadTemplateFile(templatePath);
-    for (const report::Fault& fault : read.faults)
+    const pages::ParsedTemplate read = pages::ReadTemplateFile(templatePath, data::ReportTextNames);
+    for (const pages::Fault& fault : read.faults)
         ADD_FAILURE() << fault.line << ": " << qPrintable(fault.reason);
-    report::ReadContentResult printed = report::ReadContent(read.report, Path(), "");
-    for (const report::Fault& fault : printed.faults)
+    pages::ReadContentResult printed = pages::ReadContent(read.design, Source());
+    for (const pages::Fault& fault : printed.faults)
         ADD_FAILURE() << fault.line << ": " << qPrintable(fault.reason);
     printed.content.printDate = "17/06/2008";
-    return {read.report, std::move(printed.content)};
+    return {read.design, std::move(printed.content)};
 }
 
 } // namespace tests

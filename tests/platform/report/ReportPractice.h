@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/dao/Engine.h"
-#include "platform/report/PageLayout.h"
+#include "platform/pages/PageLayout.h"
 
 #include <QTemporaryDir>
 #include <initializer_list>
@@ -20,6 +20,7 @@ public:
     QString Path() const { return folder.filePath("ZEP_ONE.MDB"); }
     QString Folder() const { return folder.path(); }
     dao::Database& Database() { return database; }
+    pages::Source Source(const QString& selectionFormula = {}) const;
     /// The path of a template of the program.
     static QString Template(const QString& name);
     /// Writes a template into the folder and gives its path.
@@ -35,7 +36,7 @@ public:
     void AddExpenses(int count);
 
     /// Reads a template and its rows, which must have no fault, and lays them out. The printing date is 17/06/2008.
-    report::PageLayout LayOut(const QString& templatePath);
+    pages::PageLayout LayOut(const QString& templatePath);
 
 private:
     QTemporaryDir folder;

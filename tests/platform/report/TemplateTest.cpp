@@ -1,6 +1,5 @@
-#include "platform/report/Content.h"
+#include "platform/pages/TemplateCheck.h"
 #include "platform/report/ReportPractice.h"
-#include "platform/report/SelectionFormula.h"
 #include "support/Printing.h"
 
 #include <QDir>
@@ -50,23 +49,25 @@ TEST(Template, NamesEachMistakeWithItsLineAndReason)
         {With("from Patients", "from Patients;\ndelete from Patients"), 5, "une seule interrogation est permise"},
         {With("from Patients", "frm Patients"), 5, "erreur de syntaxe près de « Patients »"},
         {With("from Patients", "from Patients where num = ?"), 4, "l'interrogation attend une valeur"},
-        {With("[rows]", "[[heading]]\ntext = \"{ch11}\"\n[rows]"), 3, "place inconnue « {ch11} »"},
+        {With("[rows]", "[[heading]]\ntext = \"{ch11}\"\n[rows]"), 3, "repère inconnu « {ch11} »"},
         {With("[rows]", "[paper]\nsize = \"A9\"\n[rows]"), 3, "papier inconnu « A9 »"},
         {With("[rows]", "[paper]\ntop_mm = \"dix\"\n[rows]"), 3, "« top_mm » doit être un nombre"},
         {With("[[column]]", "[column]"), 7, "« column » doit être un tableau entre doubles crochets"},
         {With("[[column]]", "[group]\nfield = \"ville\"\n[[column]]"), 7, "champ inconnu « ville »"},
+        {With("[[column]]", "[group]\nfield = \"nom\"\nheading = \"{nom} {ville|?}\"\n[[column]]"), 7,
+         "champ inconnu « ville »"},
         {"", 1, "aucune interrogation"},
     };
     ReportPractice practice;
     for (const Case& each : cases) {
-        const QList<report::Fault> faults = report::CheckTemplate(practice.WriteTemplate(each.text), practice.Path());
-        const bool found = std::ranges::any_of(faults, [&](const report::Fault& fault) {
+        const QList<pages::Fault> faults = pages::CheckTemplate(practice.WriteTemplate(each.text), practice.Source());
+        const bool isFound = std::ranges::any_of(faults, [&](const pages::Fault& fault) {
             return fault.line == each.line && fault.reason.startsWith(QString::fromUtf8(each.reason));
         });
-        QString told;
-        for (const report::Fault& fault : faults)
-            told += QString("%1: %2\n").arg(fault.line).arg(fault.reason);
-        EXPECT_TRUE(found) << "expected " << each.line << ": " << each.reason << "\ntold " << qPrintable(told);
+        QString found;
+        for (const pages::Fault& fault : faults)
+            found += QString("%1: %2\n").arg(fault.line).arg(fault.reason);
+        EXPECT_TRUE(isFound) << "expected " << each.line << ": " << each.reason << "\nfound " << qPrintable(found);
     }
     EXPECT_EQ(practice.Database().OpenRecordset("select count(num) as S1 from Patients")["S1"].Long(), 3);
 }
@@ -107,7 +108,7 @@ TEST(Template, ExplainsWhatTheParserRefuses)
         {"a = \"\"\"x\"\"\"\"\nb = '" + deepList, 3, "plus de 8 niveaux"}, // not to be hidden in an open text
     };
     for (const Case& each : cases) {
-        const QList<report::Fault> faults = report::ReadTemplate(each.text).faults;
+        const QList<pages::Fault> faults = pages::ReadTemplate(each.text, {}).faults;
         ASSERT_EQ(faults.size(), 1) << each.reason;
         EXPECT_EQ(faults[0].line, each.line) << each.reason;
         EXPECT_TRUE(faults[0].reason.startsWith(QString::fromUtf8(each.reason))) << qPrintable(faults[0].reason) << "\n"
@@ -119,7 +120,7 @@ TEST(Template, AllMistakesAreToldAtOnce)
 {
     ReportPractice practice;
     const QByteArray text = With("width_mm = 50", "align = 3").replace("from Patients", "from Rien");
-    EXPECT_GE(report::CheckTemplate(practice.WriteTemplate(text), practice.Path()).size(), 3);
+    EXPECT_GE(pages::CheckTemplate(practice.WriteTemplate(text), practice.Source()).size(), 3);
 }
 
 TEST(Template, TemplatesOfTheProgramHaveNoMistake)
@@ -128,7 +129,7 @@ TEST(Template, TemplatesOfTheProgramHaveNoMistake)
     const QStringList names = QDir(ReportPractice::Template("")).entryList({"*.RPT"});
     EXPECT_GE(names.size(), 5);
     for (const QString& name : names)
-        for (const report::Fault& fault : report::CheckTemplate(practice.Template(name), practice.Path()))
+        for (const pages::Fault& fault : pages::CheckTemplate(practice.Template(name), practice.Source()))
             ADD_FAILURE() << qPrintable(name) << ", " << fault.line << ": " << qPrintable(fault.reason);
 }
 
@@ -136,7 +137,7 @@ TEST(Template, UnreadableFilesAreFaultsOfTheWholeFile)
 {
     ReportPractice practice;
     const auto refusal = [](const QString& path) {
-        const QList<report::Fault> faults = report::ReadTemplateFile(path).faults;
+        const QList<pages::Fault> faults = pages::ReadTemplateFile(path, {}).faults;
         return faults.size() == 1 && faults[0].line == 0 ? faults[0].reason : QString();
     };
     EXPECT_EQ(refusal(practice.Folder() + "/RIEN.RPT"), "le fichier n'existe pas");
@@ -145,56 +146,8 @@ TEST(Template, UnreadableFilesAreFaultsOfTheWholeFile)
     constexpr qsizetype largest = 64 * 1024;
     EXPECT_EQ(refusal(practice.WriteTemplate(good + QByteArray(largest + 1 - good.size(), '#'))),
               "le fichier est trop grand pour un modèle d'état (plus de 64 Ko)");
-    EXPECT_EQ(
-        report::ReadTemplateFile(practice.WriteTemplate(good + QByteArray(largest - good.size(), '#'))).faults.size(),
-        0);
-    const report::Template read = report::ReadTemplate(good).report;
-    EXPECT_EQ(report::ReadContent(read, practice.Folder() + "/RIEN.MDB", "").faults.at(0).line, 0);
-    EXPECT_EQ(report::ReadContent(read, practice.WriteTemplate(QByteArray(5'000, 'x'), "FAUX.MDB"), "").faults.size(),
-              1);
-}
-
-TEST(Selection, ReadsComparisonsAndNothingElse)
-{
-    const report::Selection day = report::ReadSelection("{Plani.date} = date(2008,06,17) and {Plani.Num_Presta} = 3");
-    EXPECT_EQ(day.condition, R"("Plani"."date" = ?1 and "Plani"."Num_Presta" = ?2)");
-    EXPECT_EQ(day.values.at(0).Text(), "2008-06-17");
-    EXPECT_EQ(day.values.at(1).Double(), 3);
-    for (const char* bad : {"", "{Plani.date}", "{Plani.date} = date(2008,06)", "{Plani.num} = 1 or 1",
-                            "{Plani.num} = 1; drop table Plani", "{Plani.num\"} = 1", "{Plani.num} = 1 and"})
-        EXPECT_EQ(ErrorOf([&] { report::ReadSelection(bad); }), Error::SyntaxError) << bad;
-}
-
-TEST(Selection, StandsAtItsPlaceInTheSelect)
-{
-    ReportPractice practice;
-    const report::Template without = report::ReadTemplate(good).report;
-    EXPECT_EQ(report::ReadContent(without, practice.Path(), "{Patients.num} = 2").faults.at(0).line, 4);
-    const report::Template with = report::ReadTemplate(With("from Patients", "from Patients where {selection}")).report;
-    EXPECT_EQ(report::ReadContent(with, practice.Path(), "").content.rows.RowCount(), 3);
-    const report::ReadContentResult chosen = report::ReadContent(with, practice.Path(), "{Patients.num} = 2");
-    ASSERT_EQ(chosen.content.rows.RowCount(), 1);
-    EXPECT_EQ(chosen.content.rows.Cell(0, 1).Text(), "O'BRIEN-MARTIN");
-}
-
-TEST(ReadOnlyQuery, ReadsOneMomentWhileAnotherConnectionWrites)
-{
-    ReportPractice practice;
-    const dao::ReadOnlyQuery query(practice.Path());
-    practice.Add("Patients", {{"nom", "NOUVEAU"}});
-    practice.SetTexts({{"ch4", "plus tard"}});
-    EXPECT_EQ(query.Read("select num from Patients", {}, 100).RowCount(), 3);
-    EXPECT_EQ(query.Read("select ch4 from textes", {}, 1).Cell(0, 0).Text(), "Mouvements de fonds du  Mar 17/06/2008");
-    EXPECT_EQ(dao::ReadOnlyQuery(practice.Path()).Read("select num from Patients", {}, 100).RowCount(), 4);
-}
-
-TEST(ReadOnlyQuery, EndsWhatWouldGiveTooManyRows)
-{
-    ReportPractice practice;
-    const dao::ReadOnlyQuery query(practice.Path());
-    const QString endless = "with recursive n(i) as (select 1 union all select i + 1 from n) select i from n";
-    EXPECT_EQ(ErrorOf([&] { query.Read(endless, {}, 1000); }), Error::TooManyRows);
-    EXPECT_EQ(ErrorOf([&] { query.FieldsOf("select load_extension('x')"); }), Error::ReadOnly);
+    const QString allowed = practice.WriteTemplate(good + QByteArray(largest - good.size(), '#'));
+    EXPECT_EQ(pages::ReadTemplateFile(allowed, {}).faults.size(), 0);
 }
 
 } // namespace

@@ -5,7 +5,7 @@
 #include <QString>
 #include <vector>
 
-namespace report {
+namespace pages {
 
 /// A selection formula as a condition of a select, with its values to be bound to ?1, ?2 ... .
 struct Selection {
@@ -14,7 +14,7 @@ struct Selection {
 };
 
 /// Reads "{Plani.date} = date(2008,06,17) and {Plani.Num_Presta} = 3": comparisons (= <> < <= > >=) of a field with a
-/// number, a quoted text or a date, joined by "and". A date stands as ISO text. Raises 3075 for anything else.
+/// number, a quoted text or a date, joined by "and". A date becomes ISO text. Raises 3075 for anything else.
 Selection ReadSelection(const QString& formula);
 
-} // namespace report
+} // namespace pages

@@ -1,4 +1,4 @@
-#include "platform/report/PagesAccessible.h"
+#include "platform/report/PagesAccessibility.h"
 
 #include "platform/report/PagesView.h"
 

@@ -1,35 +1,35 @@
 #pragma once
 
-#include "platform/report/Content.h"
-#include "platform/report/Page.h"
-#include "platform/report/Places.h"
+#include "platform/pages/Content.h"
+#include "platform/pages/Page.h"
+#include "platform/pages/Placeholders.h"
 
-namespace report {
+namespace pages {
 
-/// A report on its pages: which rows stand on which page is settled from their number, and a page is made when it is
-/// asked for.
+/// A report broken into pages. The breaks follow from the number of rows; a page is made when it is asked for.
 ///
-/// Depends on the template and the content alone, neither on a display nor on fonts: the same everywhere, and the same
-/// twice. Column heads stand on every page. A group's heading is never parted from its first row nor a subtotal from
-/// its last, and the totals and the ending stand under at least one row; a group that goes on says so on top of the
-/// next page. A heading or ending line whose places are all empty is left out. A report without rows has one page.
+/// Depends on the template and the content alone, not on a display or fonts, so the same input always gives the same
+/// pages. Column heads are on every page. A group's heading is never separated from its first row, nor a subtotal from
+/// its last, and totals and ending follow at least one row; a group that continues has its heading again, with
+/// "(suite)", at the top of the next page. A heading or ending line whose placeholders are all empty is left out. A
+/// report without rows has one page.
 class PageLayout {
 public:
-    PageLayout(Template printed, Content read);
+    PageLayout(Template layoutDesign, Content read);
 
-    const Template& Printed() const { return report; }
-    const Content& Read() const { return content; }
+    const Template& Design() const { return design; }
+    const Content& Data() const { return content; }
     int PageCount() const { return int(pageStarts.size()); }
     Page MakePage(int index) const;
 
 private:
     enum class Part : quint8 { Row, GroupHead, Subtotal, Totals, Empty, Gap, Ending };
-    /// Something that takes its height and isn't parted by a page's end.
+    /// A part of the body that no page break divides.
     struct Block {
         Part part;
-        bool staysWithPrevious;
-        int index; ///< of the row, of the first row of the group, of the ending line
-        int count; ///< rows of the group
+        bool staysWithPrevious; ///< no page starts with it
+        int index;              ///< of the row, of the first row of the group, of the ending line
+        int count;              ///< rows of the group
     };
     struct Cell {
         double left;
@@ -37,7 +37,7 @@ private:
         bool hidden;
     };
 
-    void PlaceColumns();
+    void SetColumnWidths();
     void AddBlocks();
     void AddGroup(int first, int end);
     void BreakPages();
@@ -49,7 +49,7 @@ private:
     bool HasNoValue(int field) const;
     bool SameGroup(int row, int otherRow) const;
 
-    QString ValueOf(const QString& place, int page) const;
+    QString ValueOf(const QString& name, int page) const;
     FilledText Filled(const QString& text, int page) const;
     FilledText FilledFromRow(const QString& text, int row) const;
 
@@ -67,7 +67,7 @@ private:
     void AddLabel(Page& page, double left, double top, double width, double height, const QString& text,
                   bool bold) const;
 
-    Template report;
+    Template design;
     Content content;
     std::vector<Cell> cells;
     std::vector<Block> blocks;
@@ -75,4 +75,4 @@ private:
     double lineHeight;
 };
 
-} // namespace report
+} // namespace pages

@@ -1,10 +1,10 @@
-#include "platform/report/SelectionFormula.h"
+#include "platform/pages/SelectionFormula.h"
 
 #include "platform/basic/RuntimeError.h"
 
 #include <QRegularExpression>
 
-namespace report {
+namespace pages {
 namespace {
 
 dao::Value ValueOf(const QRegularExpressionMatch& match)
@@ -53,4 +53,4 @@ Selection ReadSelection(const QString& formula)
     }
 }
 
-} // namespace report
+} // namespace pages

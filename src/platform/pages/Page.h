@@ -6,7 +6,7 @@
 #include <QString>
 #include <vector>
 
-namespace report {
+namespace pages {
 
 /// One line of text in a box: never wrapped, cut with an ellipsis where it is wider than the box. Millimetres and
 /// points.
@@ -26,13 +26,13 @@ struct Rule {
     bool faint = false;
 };
 
-/// What stands on one sheet, in millimetres from its upper left corner. Screen, printer and PDF paint this and nothing
+/// The content of one sheet, in millimetres from its upper left corner. Screen, printer and PDF paint this and nothing
 /// else.
 struct Page {
     QSizeF paper;
-    std::vector<QRectF> shades; ///< light grey grounds, under everything
+    std::vector<QRectF> shades; ///< light grey backgrounds, under everything
     std::vector<Rule> rules;
     std::vector<Run> runs;
 };
 
-} // namespace report
+} // namespace pages

@@ -1,8 +1,9 @@
-// The parts of a page, each put where its caller says: how a report looks.
-#include "platform/report/PageLayout.h"
-#include "platform/report/PageMeasures.h"
+// How the parts of a page look, each at the position its caller gives.
+#include "platform/pages/PageLayout.h"
+#include "platform/pages/PageMeasures.h"
+#include "platform/pages/ValueText.h"
 
-namespace report {
+namespace pages {
 namespace {
 
 constexpr double StrongLine = 0.35;
@@ -16,7 +17,7 @@ void AddRule(Page& page, double left, double right, double top, double thickness
 /// Adds text unless there is none.
 void AddRun(Page& page, Run run)
 {
-    run.text = PlainLine(run.text);
+    run.text = SingleLine(run.text);
     if (!run.text.isEmpty())
         page.runs.push_back(std::move(run));
 }
@@ -25,14 +26,14 @@ void AddRun(Page& page, Run run)
 
 double PageLayout::AddHeading(Page& page, int index) const
 {
-    double top = report.top;
-    for (const HeadingLine& line : report.heading) {
+    double top = design.top;
+    for (const HeadingLine& line : design.heading) {
         const FilledText text = Filled(line.text, index);
         const FilledText right = Filled(line.right, index);
         if ((index > 0 && !line.onEveryPage) || (!text.printed && !right.printed))
             continue;
         top += line.spaceBefore;
-        const QRectF box(report.left, top, report.BodyWidth(), measures::LineHeight(line.points));
+        const QRectF box(design.left, top, design.BodyWidth(), measures::LineHeight(line.points));
         if (text.printed)
             AddRun(page, {box, text.text, line.alignment, line.points, line.bold, line.italic, false});
         if (right.printed)
@@ -40,11 +41,11 @@ double PageLayout::AddHeading(Page& page, int index) const
         top = box.bottom();
         if (line.rule) {
             top += 1;
-            AddRule(page, report.left, box.right(), top, StrongLine);
+            AddRule(page, design.left, box.right(), top, StrongLine);
             top += 1;
         }
     }
-    return top > report.top ? top + measures::SpaceBelowHeading : top;
+    return top > design.top ? top + measures::SpaceBelowHeading : top;
 }
 
 void PageLayout::AddCell(Page& page, std::size_t column, double top, double height, const QString& text,
@@ -53,7 +54,7 @@ void PageLayout::AddCell(Page& page, std::size_t column, double top, double heig
     const Cell& cell = cells[column];
     const QRectF box(cell.left + measures::CellPadding, top, cell.width - 2 * measures::CellPadding, height);
     if (!cell.hidden && box.width() > 0)
-        AddRun(page, {box, text, report.columns[qsizetype(column)].alignment, report.points, bold, false, false});
+        AddRun(page, {box, text, design.columns[qsizetype(column)].alignment, design.points, bold, false, false});
 }
 
 void PageLayout::AddLabel(Page& page, double left, double top, double width, double height, const QString& text,
@@ -61,31 +62,31 @@ void PageLayout::AddLabel(Page& page, double left, double top, double width, dou
 {
     const QRectF box(left + measures::CellPadding, top, width - 2 * measures::CellPadding, height);
     if (box.width() > 0)
-        AddRun(page, {box, text, Qt::AlignLeft, report.points, bold, false, false});
+        AddRun(page, {box, text, Qt::AlignLeft, design.points, bold, false, false});
 }
 
 void PageLayout::AddColumnHeads(Page& page, double top) const
 {
     const double height = lineHeight * measures::HeadLines;
-    page.shades.emplace_back(report.left, top, TableRight() - report.left, height);
+    page.shades.emplace_back(design.left, top, TableRight() - design.left, height);
     for (std::size_t column = 0; column < cells.size(); ++column)
-        AddCell(page, column, top, height, report.columns[qsizetype(column)].heading, true);
-    AddRule(page, report.left, TableRight(), top + height, StrongLine);
+        AddCell(page, column, top, height, design.columns[qsizetype(column)].heading, true);
+    AddRule(page, design.left, TableRight(), top + height, StrongLine);
 }
 
 void PageLayout::AddFooter(Page& page, int index) const
 {
-    const double top = report.paper.height() - report.bottom - measures::FooterHeight + 3;
-    const QRectF box(report.left, top, report.BodyWidth(), measures::FooterHeight - 3);
+    const double top = design.paper.height() - design.bottom - measures::FooterHeight + 3;
+    const QRectF box(design.left, top, design.BodyWidth(), measures::FooterHeight - 3);
     AddRule(page, box.left(), box.right(), top, ThinLine, true);
     const auto add = [&](const QString& text, Qt::Alignment alignment) {
         const FilledText filled = Filled(text, index);
         if (filled.printed)
             AddRun(page, {box, filled.text, alignment, measures::FooterPoints, false, false, true});
     };
-    add(report.footer.left, Qt::AlignLeft);
-    add(report.footer.centre, Qt::AlignHCenter);
-    add(report.footer.right, Qt::AlignRight);
+    add(design.footer.left, Qt::AlignLeft);
+    add(design.footer.centre, Qt::AlignHCenter);
+    add(design.footer.right, Qt::AlignRight);
 }
 
 void PageLayout::AddBlock(Page& page, const Block& block, double top, int pageIndex) const
@@ -96,21 +97,21 @@ void PageLayout::AddBlock(Page& page, const Block& block, double top, int pageIn
     case Part::GroupHead:
         return AddGroupHead(page, block.index, top, false);
     case Part::Subtotal:
-        return AddSums(page, FilledFromRow(report.group->subtotal, block.index).text, block, top);
+        return AddSums(page, FilledFromRow(design.group->subtotal, block.index).text, block, top);
     case Part::Totals:
-        return AddSums(page, report.totalLabel, block, top);
+        return AddSums(page, design.totalLabel, block, top);
     case Part::Empty:
-        return AddRun(page, {{report.left, top, TableRight() - report.left, HeightOf(block)},
-                             report.emptyText,
+        return AddRun(page, {{design.left, top, TableRight() - design.left, HeightOf(block)},
+                             design.emptyText,
                              Qt::AlignHCenter,
-                             report.points,
+                             design.points,
                              false,
                              true,
                              true});
     case Part::Gap:
         return;
     case Part::Ending:
-        return AddEnding(page, report.ending[block.index], top, pageIndex);
+        return AddEnding(page, design.ending[block.index], top, pageIndex);
     }
 }
 
@@ -118,23 +119,23 @@ void PageLayout::AddRow(Page& page, int row, double top) const
 {
     for (std::size_t column = 0; column < cells.size(); ++column)
         AddCell(page, column, top, lineHeight,
-                CellText(report.columns[qsizetype(column)], content.rows.Cell(row, content.fieldOf[column])), false);
-    AddRule(page, report.left, TableRight(), top + lineHeight, ThinLine, true);
+                CellText(design.columns[qsizetype(column)], content.rows.Cell(row, content.fieldOf[column])), false);
+    AddRule(page, design.left, TableRight(), top + lineHeight, ThinLine, true);
 }
 
 void PageLayout::AddGroupHead(Page& page, int row, double top, bool continued) const
 {
     const double height = lineHeight * measures::HeadLines;
-    const QString heading = PlainLine(FilledFromRow(report.group->heading, row).text);
-    AddLabel(page, report.left, top, TableRight() - report.left, height, continued ? heading + " (suite)" : heading,
+    const QString heading = SingleLine(FilledFromRow(design.group->heading, row).text);
+    AddLabel(page, design.left, top, TableRight() - design.left, height, continued ? heading + " (suite)" : heading,
              true);
-    AddRule(page, report.left, TableRight(), top + height, ThinLine);
+    AddRule(page, design.left, TableRight(), top + height, ThinLine);
 }
 
 double PageLayout::FirstSumLeft() const
 {
     for (std::size_t column = 0; column < cells.size(); ++column)
-        if (report.columns[qsizetype(column)].total && !cells[column].hidden)
+        if (design.columns[qsizetype(column)].total && !cells[column].hidden)
             return cells[column].left;
     return TableRight();
 }
@@ -151,11 +152,11 @@ void PageLayout::AddSums(Page& page, const QString& label, const Block& block, d
 {
     const double height = HeightOf(block);
     if (block.part == Part::Totals)
-        page.shades.emplace_back(report.left, top, TableRight() - report.left, height);
-    AddRule(page, report.left, TableRight(), top, block.part == Part::Totals ? StrongLine : ThinLine);
-    AddLabel(page, report.left, top, FirstSumLeft() - report.left, height, label, true);
+        page.shades.emplace_back(design.left, top, TableRight() - design.left, height);
+    AddRule(page, design.left, TableRight(), top, block.part == Part::Totals ? StrongLine : ThinLine);
+    AddLabel(page, design.left, top, FirstSumLeft() - design.left, height, label, true);
     for (std::size_t column = 0; column < cells.size(); ++column) {
-        const Column& summed = report.columns[qsizetype(column)];
+        const Column& summed = design.columns[qsizetype(column)];
         if (!summed.total)
             continue;
         const bool isGiven = block.part == Part::Totals && !summed.totalText.isEmpty();
@@ -168,7 +169,7 @@ void PageLayout::AddSums(Page& page, const QString& label, const Block& block, d
 void PageLayout::AddEnding(Page& page, const EndingLine& line, double top, int pageIndex) const
 {
     const double height = lineHeight * measures::EndingLines;
-    const double width = std::min(measures::EndingWidth, TableRight() - report.left);
+    const double width = std::min(measures::EndingWidth, TableRight() - design.left);
     const double left = TableRight() - width;
     if (line.rule)
         AddRule(page, left, TableRight(), top, StrongLine);
@@ -176,10 +177,10 @@ void PageLayout::AddEnding(Page& page, const EndingLine& line, double top, int p
     AddRun(page, {{left + width * 0.6, top, width * 0.4 - measures::CellPadding, height},
                   AmountText(Filled(line.value, pageIndex).text, line.mask),
                   Qt::AlignRight,
-                  report.points,
+                  design.points,
                   line.bold,
                   false,
                   false});
 }
 
-} // namespace report
+} // namespace pages

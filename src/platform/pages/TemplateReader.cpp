@@ -1,16 +1,16 @@
-#include "platform/report/Template.h"
+#include "platform/pages/Template.h"
 
-#include "platform/report/TomlTable.h"
+#include "platform/pages/TomlTable.h"
 
 #include <QFile>
 #include <QFileInfo>
 #include <algorithm>
 
-namespace report {
+namespace pages {
 namespace {
 
 constexpr qint64 LargestFile = 64 * 1024;
-constexpr double SmallestBody = 40; // mm that must be left for the rows of a page
+constexpr double SmallestBody = 40; // mm left for the rows of a page
 
 struct PaperSize {
     const char* name;
@@ -19,10 +19,33 @@ struct PaperSize {
 };
 constexpr PaperSize paperSizes[] = {{"A4", 210, 297}, {"A5", 148, 210}, {"A3", 297, 420}, {"Letter", 215.9, 279.4}};
 
-const QStringList textPlaces = {"ch1", "ch2",  "ch3",  "ch4",  "ch5",  "ch6",   "ch7", "ch8",
-                                "ch9", "ch10", "ch30", "date", "page", "pages", "rows"};
+/// Reads a template from its root table.
+class Reader {
+public:
+    Reader(TomlTable& root, const QStringList& textNames)
+        : file(root), placeholders(textNames + QStringList{"date", "page", "pages", "rows"})
+    {
+    }
 
-void ReadPaper(TomlTable paper, Template& report)
+    Template Read();
+
+private:
+    void ReadPaper(TomlTable paper);
+    HeadingLine ReadHeading(TomlTable line) const;
+    Column ReadColumn(TomlTable column) const;
+    void ReadColumns();
+    void ReadRows(TomlTable rows);
+    void ReadGroup(TomlTable group);
+    void ReadEnding(TomlTable line);
+    void ReadFooter(TomlTable footer);
+    void RefuseFullPages();
+
+    TomlTable& file;
+    QStringList placeholders;
+    Template design;
+};
+
+void Reader::ReadPaper(TomlTable paper)
 {
     const QString size = paper.Text("size", "A4");
     const auto* known = std::ranges::find_if(paperSizes, [&](const PaperSize& each) {
@@ -32,29 +55,29 @@ void ReadPaper(TomlTable paper, Template& report)
         paper.Refuse("size", QStringLiteral("papier inconnu « %1 » (A3, A4, A5 ou Letter)").arg(size));
         known = paperSizes;
     }
-    report.paper = {known->width, known->height};
+    design.paper = {known->width, known->height};
     const QString orientation = paper.Text("orientation", "portrait");
     if (orientation == "landscape")
-        report.paper.transpose();
+        design.paper.transpose();
     else if (orientation != "portrait")
         paper.Refuse("orientation",
                      QStringLiteral("orientation inconnue « %1 » (portrait ou landscape)").arg(orientation));
 
-    report.top = paper.Number("top_mm", report.top, 0, 100);
-    report.right = paper.Number("right_mm", report.right, 0, 100);
-    report.bottom = paper.Number("bottom_mm", report.bottom, 0, 100);
-    report.left = paper.Number("left_mm", report.left, 0, 100);
-    report.points = paper.Number("text_points", report.points, 5, 24);
+    design.top = paper.Number("top_mm", design.top, 0, 100);
+    design.right = paper.Number("right_mm", design.right, 0, 100);
+    design.bottom = paper.Number("bottom_mm", design.bottom, 0, 100);
+    design.left = paper.Number("left_mm", design.left, 0, 100);
+    design.points = paper.Number("text_points", design.points, 5, 24);
     paper.RefuseOtherKeys();
 }
 
-HeadingLine ReadHeading(TomlTable line, double points)
+HeadingLine Reader::ReadHeading(TomlTable line) const
 {
     HeadingLine read;
-    read.text = line.TextWithPlaces("text", textPlaces);
-    read.right = line.TextWithPlaces("right", textPlaces);
+    read.text = line.TextWithPlaceholders("text", placeholders);
+    read.right = line.TextWithPlaceholders("right", placeholders);
     read.alignment = line.Alignment("align", Qt::AlignLeft);
-    read.points = line.Number("points", points, 5, 48);
+    read.points = line.Number("points", design.points, 5, 48);
     read.bold = line.Flag("bold");
     read.italic = line.Flag("italic");
     read.rule = line.Flag("rule");
@@ -64,7 +87,7 @@ HeadingLine ReadHeading(TomlTable line, double points)
     return read;
 }
 
-Column ReadColumn(TomlTable column)
+Column Reader::ReadColumn(TomlTable column) const
 {
     Column read;
     read.line = column.Line();
@@ -81,7 +104,7 @@ Column ReadColumn(TomlTable column)
     read.blankZero = column.Flag("blank_zero");
     read.total = column.Has("total");
     if (read.total && column.IsText("total"))
-        read.totalText = column.TextWithPlaces("total", textPlaces);
+        read.totalText = column.TextWithPlaceholders("total", placeholders);
     else
         read.total = column.Flag("total");
     read.hideEmpty = column.Flag("hide_empty");
@@ -89,34 +112,34 @@ Column ReadColumn(TomlTable column)
     return read;
 }
 
-void ReadColumns(TomlTable& file, Template& report)
+void Reader::ReadColumns()
 {
     for (const TomlTable& column : file.Tables("column"))
-        report.columns << ReadColumn(column);
-    if (report.columns.isEmpty()) {
+        design.columns << ReadColumn(column);
+    if (design.columns.isEmpty()) {
         file.Refuse("column", "aucune colonne ([[column]])");
         return;
     }
     double width = 0;
-    for (const Column& column : std::as_const(report.columns))
+    for (const Column& column : std::as_const(design.columns))
         width += column.width;
-    if (width > report.BodyWidth() + 0.01)
+    if (width > design.BodyWidth() + 0.01)
         file.Refuse("column", QStringLiteral("les colonnes ont ensemble %1 mm ; entre les marges il y en a %2")
                                   .arg(width)
-                                  .arg(report.BodyWidth()));
+                                  .arg(design.BodyWidth()));
 }
 
-void ReadRows(TomlTable rows, Template& report)
+void Reader::ReadRows(TomlTable rows)
 {
-    report.select = rows.RequiredText("select").trimmed();
-    report.selectLine = rows.FirstLineOf("select");
-    report.emptyText = rows.Text("empty", "Aucune ligne");
+    design.select = rows.RequiredText("select").trimmed();
+    design.selectLine = rows.FirstLineOf("select");
+    design.emptyText = rows.Text("empty", "Aucune ligne");
     rows.RefuseOtherKeys();
-    if (report.select.count(SelectionPlace) > 1)
-        rows.Refuse("select", QStringLiteral("%1 ne peut y être qu'une fois").arg(SelectionPlace));
+    if (design.select.count(SelectionPlaceholder) > 1)
+        rows.Refuse("select", QStringLiteral("%1 ne peut y être qu'une fois").arg(SelectionPlaceholder));
 }
 
-void ReadGroup(TomlTable group, Template& report)
+void Reader::ReadGroup(TomlTable group)
 {
     Group read;
     read.line = group.Line();
@@ -124,81 +147,80 @@ void ReadGroup(TomlTable group, Template& report)
     read.heading = group.Text("heading", "{" + read.field + "}");
     read.subtotal = group.Text("subtotal");
     group.RefuseOtherKeys();
-    report.group = read;
+    design.group = read;
 }
 
-void ReadEnding(TomlTable line, Template& report)
+void Reader::ReadEnding(TomlTable line)
 {
     EndingLine read;
-    read.label = line.TextWithPlaces("label", textPlaces);
-    read.value = line.TextWithPlaces("value", textPlaces);
+    read.label = line.TextWithPlaceholders("label", placeholders);
+    read.value = line.TextWithPlaceholders("value", placeholders);
     read.mask = line.Mask("mask");
     read.keepEmpty = line.Flag("keep_empty");
     read.bold = line.Flag("bold");
     read.rule = line.Flag("rule");
     line.RefuseOtherKeys();
-    report.ending << read;
+    design.ending << read;
 }
 
-void ReadFooter(TomlTable footer, Template& report)
+void Reader::ReadFooter(TomlTable footer)
 {
-    report.footer.left = footer.TextWithPlaces("left", textPlaces);
-    report.footer.centre = footer.TextWithPlaces("centre", textPlaces);
-    report.footer.right = footer.TextWithPlaces("right", textPlaces);
+    design.footer.left = footer.TextWithPlaceholders("left", placeholders);
+    design.footer.centre = footer.TextWithPlaceholders("centre", placeholders);
+    design.footer.right = footer.TextWithPlaceholders("right", placeholders);
     footer.RefuseOtherKeys();
 }
 
-/// Rows need room between what stands above and below them.
-void RefuseFullPages(TomlTable& file, const Template& report)
+/// Heading and margins must leave room for rows.
+void Reader::RefuseFullPages()
 {
-    double room = report.paper.height() - report.top - report.bottom;
-    for (const HeadingLine& line : report.heading)
+    double room = design.paper.height() - design.top - design.bottom;
+    for (const HeadingLine& line : design.heading)
         room -= line.spaceBefore + line.points * 0.6;
-    if (room < SmallestBody || report.BodyWidth() < SmallestBody)
+    if (room < SmallestBody || design.BodyWidth() < SmallestBody)
         file.Refuse("paper", "les marges et l'en-tête ne laissent pas de place aux lignes");
 }
 
-Template ReadWhole(TomlTable& file)
+Template Reader::Read()
 {
-    Template report;
-    report.title = file.Text("title", "État");
-    ReadPaper(file.Table("paper"), report);
+    design.title = file.Text("title", "État");
+    ReadPaper(file.Table("paper"));
     for (const TomlTable& line : file.Tables("heading"))
-        report.heading << ReadHeading(line, report.points);
+        design.heading << ReadHeading(line);
     if (file.Has("rows"))
-        ReadRows(file.Table("rows"), report);
+        ReadRows(file.Table("rows"));
     else
         file.Refuse("", "aucune interrogation ([rows] avec select)");
-    ReadColumns(file, report);
+    ReadColumns();
     if (file.Has("group"))
-        ReadGroup(file.Table("group"), report);
+        ReadGroup(file.Table("group"));
     if (file.Has("totals")) {
         TomlTable totals = file.Table("totals");
-        report.totalLabel = totals.RequiredText("label");
+        design.totalLabel = totals.RequiredText("label");
         totals.RefuseOtherKeys();
     }
     for (const TomlTable& line : file.Tables("ending"))
-        ReadEnding(line, report);
+        ReadEnding(line);
     if (file.Has("footer"))
-        ReadFooter(file.Table("footer"), report);
+        ReadFooter(file.Table("footer"));
     file.RefuseOtherKeys();
-    RefuseFullPages(file, report);
-    return report;
+    RefuseFullPages();
+    return design;
 }
 
 } // namespace
 
-TemplateText ReadTemplate(const QByteArray& text)
+ParsedTemplate ReadTemplate(const QByteArray& text, const QStringList& textNames)
 {
-    TemplateText read;
-    ReadToml(text, read.faults, [&read](TomlTable& file) { read.report = ReadWhole(file); });
+    ParsedTemplate read;
+    ReadToml(text, read.faults, [&](TomlTable& file) { read.design = Reader(file, textNames).Read(); });
     std::ranges::stable_sort(read.faults, {}, &Fault::line);
     return read;
 }
 
-TemplateText ReadTemplateFile(const QString& path)
+ParsedTemplate ReadTemplateFile(const QString& path, const QStringList& textNames)
 {
-    const auto refused = [](const QString& reason) { return TemplateText{{}, {{0, reason}}}; };
+    const auto refused = [](const QString& reason) { return ParsedTemplate{{}, {{0, reason}}}; };
     const QFileInfo info(path);
     if (!info.exists())
         return refused(QStringLiteral("le fichier n'existe pas"));
@@ -213,7 +235,7 @@ TemplateText ReadTemplateFile(const QString& path)
     if (text.size() > LargestFile)
         return refused(
             QStringLiteral("le fichier est trop grand pour un modèle d'état (plus de %1 Ko)").arg(LargestFile / 1024));
-    return ReadTemplate(text);
+    return ReadTemplate(text, textNames);
 }
 
-} // namespace report
+} // namespace pages

@@ -1,10 +1,10 @@
-#include "platform/report/TomlSyntax.h"
+#include "platform/pages/TomlSyntax.h"
 
 #include <QRegularExpression>
 #include <QStringDecoder>
 #include <string_view>
 
-namespace report {
+namespace pages {
 namespace {
 
 /// Goes through a text once and notes where quotes and brackets are left open. Lines count from 1, 0 is none.
@@ -93,7 +93,7 @@ private:
             return Advance(3);
         }
         for (int more = 0; more < 2 && end < rest.size() && rest[end] == delimiter; ++more)
-            ++end; // two quotes may stand before the closing ones
+            ++end; // the text itself may end with one or two quotes
         line += int(std::ranges::count(rest.substr(0, end), '\n'));
         Advance(end);
     }
@@ -232,4 +232,4 @@ Fault ExplainSyntaxError(const QByteArray& text, int line)
     return {line, reason.isEmpty() ? QStringLiteral("cette ligne n'est pas écrite comme il faut") : reason};
 }
 
-} // namespace report
+} // namespace pages

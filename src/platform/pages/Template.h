@@ -7,16 +7,18 @@
 #include <Qt>
 #include <optional>
 
-namespace report {
+/// Reports without a display: a template that a user can edit is read, filled with rows of the database and laid out on
+/// pages.
+namespace pages {
 
-/// A mistake in a template. `line` counts from 1; 0 stands for the file as a whole.
+/// A mistake in a template. `line` counts from 1; 0 means the whole file.
 struct Fault {
     int line = 0;
     QString reason;
 };
 
-/// A line above the rows. Its texts have places: {ch1} to {ch10}, {ch30}, {date}, {page}, {pages}, {rows}; {ch7|0.00}
-/// prints 0.00 where ch7 is empty.
+/// A line above the rows. Its texts have placeholders: {date}, {page}, {pages}, {rows} and the texts of the Source;
+/// {ch7|0.00} prints 0.00 where ch7 is empty.
 struct HeadingLine {
     QString text;
     QString right; ///< a second text at the right edge of the same line
@@ -38,13 +40,13 @@ struct Column {
     QStringList choices; ///< the value is the number, from 0, of one of these texts
     bool blankZero = false;
     bool total = false;     ///< summed in subtotals and totals
-    QString totalText;      ///< printed in the totals instead of the sum; has the places of a heading line
+    QString totalText;      ///< printed in the totals instead of the sum; has the placeholders of a heading line
     bool hideEmpty = false; ///< left out when no row has a value; its room goes to the others, if there is one
     int line = 0;
 };
 
-/// Rows that follow each other with the same value in `field` stand under one heading. Its texts have the fields of the
-/// select as places.
+/// Consecutive rows with the same value in `field` have one heading. Its texts have the fields of the select as
+/// placeholders.
 struct Group {
     QString field;
     QString heading;
@@ -52,7 +54,7 @@ struct Group {
     int line = 0;
 };
 
-/// A figure under the totals: a label and, at the right edge, a value. Both have the places of a heading line.
+/// A figure under the totals: a label and, at the right edge, a value. Both have the placeholders of a heading line.
 struct EndingLine {
     QString label;
     QString value;
@@ -68,17 +70,17 @@ struct Footer {
     QString right;
 };
 
-/// What a template file tells: how a report looks and where its rows come from. Measures in millimetres, text in
+/// The content of a template file: how a report looks and where its rows come from. Measures in millimetres, text in
 /// points.
 struct Template {
     QString title;
-    QSizeF paper; ///< as it lies, landscape included
+    QSizeF paper; ///< landscape is wider than high
     double top = 15, right = 15, bottom = 15, left = 15;
     double points = 9;
     QList<HeadingLine> heading;
     QString select;
     int selectLine = 0; ///< of its first line of text
-    QString emptyText;  ///< printed where the rows would be
+    QString emptyText;  ///< printed when there are no rows
     QList<Column> columns;
     std::optional<Group> group;
     QString totalLabel;
@@ -88,18 +90,19 @@ struct Template {
     double BodyWidth() const { return paper.width() - left - right; }
 };
 
-/// Where the conditions of a selection formula stand in a select.
-inline const QString SelectionPlace = QStringLiteral("{selection}");
+/// Where a select takes the conditions of a selection formula.
+inline const QString SelectionPlaceholder = QStringLiteral("{selection}");
 
-struct TemplateText {
-    Template report;
-    QList<Fault> faults; ///< all of them, in the order of their lines; with any, `report` is not to be used
+struct ParsedTemplate {
+    Template design;
+    QList<Fault> faults; ///< all of them, in the order of their lines; with any, `design` is not to be used
 };
 
-/// Reads a template from its text. Raises nothing: what is wrong stands in the faults.
-TemplateText ReadTemplate(const QByteArray& text);
+/// Reads a template from its text; `textNames` are the placeholders besides {date}, {page}, {pages} and {rows}. Raises
+/// nothing: mistakes are in the faults.
+ParsedTemplate ReadTemplate(const QByteArray& text, const QStringList& textNames);
 
 /// Reads a template file; one that can't be read, or that is larger than 64 KB, is a fault of line 0.
-TemplateText ReadTemplateFile(const QString& path);
+ParsedTemplate ReadTemplateFile(const QString& path, const QStringList& textNames);
 
-} // namespace report
+} // namespace pages

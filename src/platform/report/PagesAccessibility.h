@@ -3,7 +3,7 @@
 namespace report {
 
 /// Lets assistive software read the page that a PagesView shows: a document whose text has a line for each line on
-/// paper, its cells two blanks apart. Called by every view that is made; only the first call does something.
+/// paper, its cells two blanks apart. Every view calls it; only the first call has an effect.
 void MakePagesAccessible();
 
 } // namespace report

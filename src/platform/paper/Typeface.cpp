@@ -1,11 +1,11 @@
-#include "platform/report/Typeface.h"
+#include "platform/paper/Typeface.h"
 
-#include "platform/report/PageMeasures.h"
+#include "platform/pages/PageMeasures.h"
 
 #include <QStringList>
 #include <cmath>
 
-namespace report {
+namespace paper {
 namespace {
 
 QFont MakeFont(double points, bool bold, bool italic)
@@ -14,7 +14,7 @@ QFont MakeFont(double points, bool bold, bool italic)
                                   QStringLiteral("DejaVu Sans")};
     QFont font(families);
     font.setStyleHint(QFont::SansSerif);
-    font.setPixelSize(int(std::lround(points * measures::PerPoint * UnitsPerMillimetre)));
+    font.setPixelSize(int(std::lround(points * pages::measures::PerPoint * UnitsPerMillimetre)));
     font.setBold(bold);
     font.setItalic(italic);
     font.setHintingPreference(QFont::PreferNoHinting); // hinted letters have other widths on each device
@@ -25,26 +25,26 @@ QFont MakeFont(double points, bool bold, bool italic)
 } // namespace
 
 Typeface::Typeface(double points, bool bold, bool italic)
-    : font(MakeFont(points, bold, italic)), metrics(font), letters(QRawFont::fromFont(font))
+    : font(MakeFont(points, bold, italic)), metrics(font), rawFont(QRawFont::fromFont(font))
 {
-    for (int code = 0; code < Tabled; ++code)
+    for (int code = 0; code < TableSize; ++code)
         if (const QChar character(static_cast<char16_t>(code)); character.isPrint() && code != 0xAD)
             AddToTable(character);
 }
 
 void Typeface::AddToTable(QChar character)
 {
-    const std::size_t place = character.unicode();
-    advances[place] = metrics.horizontalAdvance(character);
-    const QList<quint32> glyph = letters.glyphIndexesForString(character);
-    glyphs[place] = glyph.size() == 1 ? glyph.front() : 0;
+    const std::size_t code = character.unicode();
+    advances[code] = metrics.horizontalAdvance(character);
+    const QList<quint32> glyph = rawFont.glyphIndexesForString(character);
+    glyphs[code] = glyph.size() == 1 ? glyph.front() : 0;
 }
 
 double Typeface::WidthOf(const QString& text) const
 {
     double width = 0;
     for (const QChar character : text) {
-        const double advance = character.unicode() < Tabled ? advances[character.unicode()] : 0;
+        const double advance = character.unicode() < TableSize ? advances[character.unicode()] : 0;
         if (advance == 0)
             return metrics.horizontalAdvance(text); // letters that join or change with their neighbours
         width += advance;
@@ -52,38 +52,38 @@ double Typeface::WidthOf(const QString& text) const
     return width;
 }
 
-QString Typeface::Fitted(const QString& text, double width) const
+QString Typeface::Elided(const QString& text, double width) const
 {
     return WidthOf(text) <= width ? text : metrics.elidedText(text, Qt::ElideRight, width);
 }
 
-std::optional<QGlyphRun> Typeface::Letters(const QString& text) const
+std::optional<QGlyphRun> Typeface::GlyphsOf(const QString& text) const
 {
     QList<quint32> indexes;
-    QList<QPointF> places;
+    QList<QPointF> positions;
     indexes.reserve(text.size());
-    places.reserve(text.size());
+    positions.reserve(text.size());
     double left = 0;
     for (const QChar character : text) {
-        const std::size_t place = character.unicode();
-        if (place >= Tabled || advances[place] == 0 || glyphs[place] == 0)
+        const std::size_t code = character.unicode();
+        if (code >= TableSize || advances[code] == 0 || glyphs[code] == 0)
             return {};
-        indexes << glyphs[place];
-        places << QPointF(left, 0);
-        left += advances[place];
+        indexes << glyphs[code];
+        positions << QPointF(left, 0);
+        left += advances[code];
     }
     QGlyphRun run;
-    run.setRawFont(letters);
+    run.setRawFont(rawFont);
     run.setGlyphIndexes(indexes);
-    run.setPositions(places);
+    run.setPositions(positions);
     return run;
 }
 
-const Typeface& Typefaces::For(const Run& run)
+const Typeface& Typefaces::For(const pages::Run& run)
 {
     const auto key = std::tuple(run.points, run.bold, run.italic);
     const auto found = made.find(key);
     return found != made.end() ? found->second : made.try_emplace(key, run.points, run.bold, run.italic).first->second;
 }
 
-} // namespace report
+} // namespace paper

@@ -1,11 +1,11 @@
-#include "platform/report/TomlTable.h"
+#include "platform/pages/TomlTable.h"
 
-#include "platform/report/Places.h"
-#include "platform/report/TomlSyntax.h"
+#include "platform/pages/Placeholders.h"
+#include "platform/pages/TomlSyntax.h"
 
 #include <QRegularExpression>
 
-namespace report {
+namespace pages {
 namespace {
 
 int LineOf(const toml::node& node)
@@ -38,7 +38,7 @@ int TomlTable::Line() const
 
 const toml::node* TomlTable::Find(const char* key)
 {
-    known << QString::fromUtf8(key);
+    readKeys << QString::fromUtf8(key);
     return table->get(key);
 }
 
@@ -74,12 +74,12 @@ QString TomlTable::RequiredText(const char* key)
     return text;
 }
 
-QString TomlTable::TextWithPlaces(const char* key, const QStringList& places)
+QString TomlTable::TextWithPlaceholders(const char* key, const QStringList& known)
 {
     const QString text = Text(key);
-    FillPlaces(text, [&](const QString& place) {
-        if (!places.contains(place))
-            Refuse(key, QStringLiteral("place inconnue « {%1} »").arg(place));
+    FillPlaceholders(text, [&](const QString& placeholder) {
+        if (!known.contains(placeholder))
+            Refuse(key, QStringLiteral("repère inconnu « {%1} »").arg(placeholder));
         return QString();
     });
     return text;
@@ -184,14 +184,14 @@ int TomlTable::FirstLineOf(const char* key) const
     const std::string_view text = node->as_string()->get();
     const auto first = text.find_first_not_of(" \t\r\n");
     const auto newlines = [](std::string_view part) { return int(std::ranges::count(part, '\n')); };
-    // A text in three quotes ends as many lines after its first one as it has line breaks.
+    // The parser gives the line of the closing quotes; the text has as many line breaks as it has lines before that.
     return int(node->source().end.line) - newlines(text) + newlines(text.substr(0, first == text.npos ? 0 : first));
 }
 
 void TomlTable::RefuseOtherKeys()
 {
     for (const auto& [key, node] : *table)
-        if (!known.contains(TextOf(key.str())))
+        if (!readKeys.contains(TextOf(key.str())))
             faults->append({int(key.source().begin.line),
                             QStringLiteral("« %1 » est inconnu dans %2").arg(TextOf(key.str()), name)});
 }
@@ -211,4 +211,4 @@ void ReadToml(const QByteArray& text, QList<Fault>& faults, const std::function<
     }
 }
 
-} // namespace report
+} // namespace pages

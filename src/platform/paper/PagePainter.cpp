@@ -1,14 +1,14 @@
-#include "platform/report/PagePainter.h"
+#include "platform/paper/PagePainter.h"
 
 #include <QPainter>
 
-namespace report {
+namespace paper {
 namespace {
 
-const QColor ink(0x1a, 0x1f, 0x24);
-const QColor faintInk(0x5f, 0x6b, 0x73);
-const QColor faintRule(0xd3, 0xd9, 0xdd);
-const QColor shade(0xec, 0xf0, 0xf2);
+const QColor Ink(0x1a, 0x1f, 0x24);
+const QColor FaintInk(0x5f, 0x6b, 0x73);
+const QColor FaintRule(0xd3, 0xd9, 0xdd);
+const QColor Shade(0xec, 0xf0, 0xf2);
 
 QRectF InUnits(const QRectF& box)
 {
@@ -17,25 +17,25 @@ QRectF InUnits(const QRectF& box)
 
 } // namespace
 
-void PagePainter::PaintRun(QPainter& painter, const Run& run)
+void PagePainter::PaintRun(QPainter& painter, const pages::Run& run)
 {
     const Typeface& face = typefaces.For(run);
     const QRectF box = InUnits(run.box);
-    const QString text = face.Fitted(run.text, box.width());
+    const QString text = face.Elided(run.text, box.width());
     double left = box.left();
     if (run.alignment != Qt::AlignLeft) {
         const double room = box.width() - face.WidthOf(text);
         left += run.alignment == Qt::AlignRight ? room : room / 2;
     }
-    painter.setPen(run.faint ? faintInk : ink);
+    painter.setPen(run.faint ? FaintInk : Ink);
     const QPointF start(left, box.top() + (box.height() - face.Height()) / 2 + face.Ascent());
-    if (const auto letters = face.Letters(text))
-        return painter.drawGlyphRun(start, *letters);
+    if (const auto glyphs = face.GlyphsOf(text))
+        return painter.drawGlyphRun(start, *glyphs);
     painter.setFont(face.Font());
     painter.drawText(start, text);
 }
 
-void PagePainter::Paint(QPainter& painter, const Page& page, double dotsPerMillimetre)
+void PagePainter::Paint(QPainter& painter, const pages::Page& page, double dotsPerMillimetre)
 {
     painter.save();
     painter.scale(dotsPerMillimetre / UnitsPerMillimetre, dotsPerMillimetre / UnitsPerMillimetre);
@@ -43,14 +43,14 @@ void PagePainter::Paint(QPainter& painter, const Page& page, double dotsPerMilli
     painter.setRenderHint(QPainter::TextAntialiasing);
     painter.setLayoutDirection(Qt::LayoutDirectionAuto); // each text runs in the direction of its own letters
     for (const QRectF& box : page.shades)
-        painter.fillRect(InUnits(box), shade);
-    for (const Rule& rule : page.rules) {
-        painter.setPen(QPen(rule.faint ? faintRule : ink, rule.thickness * UnitsPerMillimetre));
+        painter.fillRect(InUnits(box), Shade);
+    for (const pages::Rule& rule : page.rules) {
+        painter.setPen(QPen(rule.faint ? FaintRule : Ink, rule.thickness * UnitsPerMillimetre));
         painter.drawLine(rule.line.p1() * UnitsPerMillimetre, rule.line.p2() * UnitsPerMillimetre);
     }
-    for (const Run& run : page.runs)
+    for (const pages::Run& run : page.runs)
         PaintRun(painter, run);
     painter.restore();
 }
 
-} // namespace report
+} // namespace paper

@@ -1,11 +1,11 @@
 #pragma once
 
-#include "platform/report/Template.h"
+#include "platform/pages/Template.h"
 
 #include <QByteArray>
 #include <optional>
 
-namespace report {
+namespace pages {
 
 inline constexpr int DeepestNesting = 8;
 
@@ -17,4 +17,4 @@ std::optional<Fault> FindUnreadableText(const QByteArray& text);
 /// that of an opening quote or bracket whose end is missing comes before the line in which the parser gave up.
 Fault ExplainSyntaxError(const QByteArray& text, int line);
 
-} // namespace report
+} // namespace pages

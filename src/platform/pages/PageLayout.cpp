@@ -1,14 +1,15 @@
-#include "platform/report/PageLayout.h"
+#include "platform/pages/PageLayout.h"
 
-#include "platform/report/PageMeasures.h"
+#include "platform/pages/PageMeasures.h"
+#include "platform/pages/ValueText.h"
 
 #include <algorithm>
 
-namespace report {
-PageLayout::PageLayout(Template printed, Content read)
-    : report(std::move(printed)), content(std::move(read)), lineHeight(measures::LineHeight(report.points))
+namespace pages {
+PageLayout::PageLayout(Template layoutDesign, Content read)
+    : design(std::move(layoutDesign)), content(std::move(read)), lineHeight(measures::LineHeight(design.points))
 {
-    PlaceColumns();
+    SetColumnWidths();
     AddBlocks();
     BreakPages();
 }
@@ -21,22 +22,22 @@ bool PageLayout::HasNoValue(int field) const
     return true;
 }
 
-void PageLayout::PlaceColumns()
+void PageLayout::SetColumnWidths()
 {
     double whole = 0;
     double shown = 0;
     for (std::size_t index = 0; index < content.fieldOf.size(); ++index) {
-        const Column& column = report.columns[qsizetype(index)];
+        const Column& column = design.columns[qsizetype(index)];
         cells.push_back({0, column.width, column.hideEmpty && HasNoValue(content.fieldOf[index])});
         whole += column.width;
         shown += cells.back().hidden ? 0 : column.width;
     }
-    if (shown == 0) { // no column that could take the others' room: the table stands with all of them
+    if (shown == 0) { // no column is left to take the others' room: all of them are shown
         for (Cell& cell : cells)
             cell.hidden = false;
         shown = whole;
     }
-    double left = report.left;
+    double left = design.left;
     for (Cell& cell : cells) {
         cell.left = left;
         cell.width = cell.hidden ? 0 : cell.width * whole / shown;
@@ -54,7 +55,7 @@ void PageLayout::AddGroup(int first, int end)
     blocks.push_back({Part::GroupHead, false, first, end - first});
     for (int row = first; row < end; ++row)
         blocks.push_back({Part::Row, row == first, row, 0});
-    if (!report.group->subtotal.isEmpty())
+    if (!design.group->subtotal.isEmpty())
         blocks.push_back({Part::Subtotal, true, first, end - first});
 }
 
@@ -63,7 +64,7 @@ void PageLayout::AddBlocks()
     const int rows = content.rows.RowCount();
     if (rows == 0)
         blocks.push_back({Part::Empty, false, 0, 0});
-    if (report.group) {
+    if (design.group) {
         for (int first = 0, end = 0; first < rows; first = end) {
             while (end < rows && SameGroup(first, end))
                 ++end;
@@ -73,10 +74,10 @@ void PageLayout::AddBlocks()
         for (int row = 0; row < rows; ++row)
             blocks.push_back({Part::Row, false, row, 0});
     }
-    if (!report.totalLabel.isEmpty() && rows > 0)
+    if (!design.totalLabel.isEmpty() && rows > 0)
         blocks.push_back({Part::Totals, true, 0, rows});
-    for (int line = 0; line < report.ending.size(); ++line) {
-        if (!report.ending[line].keepEmpty && !Filled(report.ending[line].value, 0).printed)
+    for (int line = 0; line < design.ending.size(); ++line) {
+        if (!design.ending[line].keepEmpty && !Filled(design.ending[line].value, 0).printed)
             continue;
         if (blocks.back().part != Part::Ending)
             blocks.push_back({Part::Gap, true, 0, 0});
@@ -111,12 +112,12 @@ double PageLayout::BodyTop(int page) const
 
 double PageLayout::BodyBottom() const
 {
-    return report.paper.height() - report.bottom - measures::FooterHeight;
+    return design.paper.height() - design.bottom - measures::FooterHeight;
 }
 
 bool PageLayout::ContinuesGroup(std::size_t block) const
 {
-    return report.group && (blocks[block].part == Part::Row || blocks[block].part == Part::Subtotal);
+    return design.group && (blocks[block].part == Part::Row || blocks[block].part == Part::Subtotal);
 }
 
 void PageLayout::BreakPages()
@@ -132,7 +133,7 @@ void PageLayout::BreakPages()
             while (blocks[start].staysWithPrevious && start > pageStarts.back())
                 --start;
             if (start > pageStarts.back())
-                block = start; // what may not be parted goes to the next page together
+                block = start; // what must stay together moves to the next page
             pageStarts.push_back(block);
             height = laterTop + (ContinuesGroup(block) ? lineHeight * measures::HeadLines : 0);
         }
@@ -140,29 +141,28 @@ void PageLayout::BreakPages()
     }
 }
 
-QString PageLayout::ValueOf(const QString& place, int page) const
+QString PageLayout::ValueOf(const QString& name, int page) const
 {
-    if (place == "page")
+    if (name == "page")
         return QString::number(page + 1);
-    if (place == "pages")
+    if (name == "pages")
         return QString::number(PageCount());
-    if (place == "rows")
+    if (name == "rows")
         return QString::number(content.rows.RowCount());
-    if (place == "date")
+    if (name == "date")
         return content.printDate;
-    const QString text = content.texts.value(place);
-    return place == "ch30" && text == "()" ? QString() : text; // the parentheses stand there around nothing as well
+    return content.texts.value(name);
 }
 
 FilledText PageLayout::Filled(const QString& text, int page) const
 {
-    return FillPlaces(text, [&](const QString& place) { return ValueOf(place, page); });
+    return FillPlaceholders(text, [&](const QString& name) { return ValueOf(name, page); });
 }
 
 FilledText PageLayout::FilledFromRow(const QString& text, int row) const
 {
-    return FillPlaces(text, [&](const QString& place) {
-        const int field = content.rows.FieldAt(place);
+    return FillPlaceholders(text, [&](const QString& name) {
+        const int field = content.rows.FieldAt(name);
         return field < 0 ? QString() : CellText({}, content.rows.Cell(row, field));
     });
 }
@@ -170,7 +170,7 @@ FilledText PageLayout::FilledFromRow(const QString& text, int row) const
 Page PageLayout::MakePage(int index) const
 {
     Page page;
-    page.paper = report.paper;
+    page.paper = design.paper;
     const double headTop = AddHeading(page, index);
     AddColumnHeads(page, headTop);
     double top = headTop + lineHeight * measures::HeadLines;
@@ -189,4 +189,4 @@ Page PageLayout::MakePage(int index) const
     return page;
 }
 
-} // namespace report
+} // namespace pages

@@ -1,14 +1,14 @@
 #pragma once
 
-/// The measures that all reports share, in millimetres where nothing else is said.
-namespace report::measures {
+/// Measures common to all reports, in millimetres unless noted.
+namespace pages::measures {
 
 inline constexpr double PerInch = 25.4;
 inline constexpr double PerPoint = PerInch / 72;
 inline constexpr double LineSpacing = 1.6; ///< height of a line of text, in heights of its letters
 inline constexpr double HeadLines = 1.35;  ///< height of column heads, group headings and sums, in lines
 inline constexpr double EndingLines = 1.25;
-inline constexpr double EmptyLines = 3; ///< height of the words that stand for no rows, in lines
+inline constexpr double EmptyLines = 3; ///< height of the text printed instead of rows, in lines
 inline constexpr double CellPadding = 1.2;
 inline constexpr double SpaceBelowHeading = 4;
 inline constexpr double SpaceAboveEnding = 6;
@@ -21,4 +21,4 @@ constexpr double LineHeight(double points)
     return points * PerPoint * LineSpacing;
 }
 
-} // namespace report::measures
+} // namespace pages::measures

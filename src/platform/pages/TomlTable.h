@@ -1,18 +1,18 @@
 #pragma once
 
-#include "platform/report/Template.h"
+#include "platform/pages/Template.h"
 
 #include <QSet>
 #include <functional>
 #include <toml++/toml.h>
 
-namespace report {
+namespace pages {
 
-/// One table of a template file. Readers give what stands under a key, or note a fault with the key's line and give
-/// something harmless, so that one reading finds all mistakes.
+/// One table of a template file. Its readers return the value of a key; for a value that isn't right they note a fault
+/// with the key's line and return a default, so that one reading finds all mistakes.
 class TomlTable {
 public:
-    /// `what` names the table in messages ("[[column]]"); `faults` outlives it.
+    /// `tableName` is the table's name in messages ("[[column]]"); `found` receives the faults and outlives the table.
     TomlTable(const toml::table& source, const QString& tableName, QList<Fault>& found);
 
     int Line() const;
@@ -21,8 +21,8 @@ public:
 
     QString Text(const char* key, const QString& otherwise = {});
     QString RequiredText(const char* key);
-    /// Refuses places in braces that are not among `places`.
-    QString TextWithPlaces(const char* key, const QStringList& places);
+    /// Refuses placeholders that are not among `known`.
+    QString TextWithPlaceholders(const char* key, const QStringList& known);
     /// A display mask: "#", "0", point and blanks, or "dd/mm/yyyy".
     QString Mask(const char* key);
     double Number(const char* key, double otherwise, double lowest, double highest);
@@ -32,12 +32,12 @@ public:
     TomlTable Table(const char* key);
     QList<TomlTable> Tables(const char* key);
 
-    /// The line of a text's first character that counts (a text in three quotes may start on the next line).
+    /// The line of a text's first character that isn't blank: a text in three quotes may start on the next line.
     int FirstLineOf(const char* key) const;
 
     /// Notes a fault at the key, or at the table when it has no such key.
     void Refuse(const char* key, const QString& reason);
-    /// Notes every key that nothing has read: a mistyped one must not go unnoticed.
+    /// Notes every key that nothing has read, such as a mistyped one.
     void RefuseOtherKeys();
 
 private:
@@ -47,10 +47,10 @@ private:
     const toml::table* table;
     QString name;
     QList<Fault>* faults;
-    QSet<QString> known;
+    QSet<QString> readKeys;
 };
 
-/// Parses `text` and hands its root to `read`; text that is no TOML is one fault and `read` isn't called.
+/// Parses `text` and calls `read` with its root table; text that can't be parsed is one fault and `read` isn't called.
 void ReadToml(const QByteArray& text, QList<Fault>& faults, const std::function<void(TomlTable&)>& read);
 
-} // namespace report
+} // namespace pages

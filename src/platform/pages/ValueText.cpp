@@ -1,0 +1,79 @@
+#include "platform/pages/ValueText.h"
+
+#include "platform/basic/Numbers.h"
+
+#include <QDate>
+#include <QRegularExpression>
+#include <cmath>
+
+namespace pages {
+namespace {
+
+constexpr int LongestText = 400; // characters, more than the widest sheet holds in the smallest letters
+const QString DateMask = QStringLiteral("dd/mm/yyyy");
+
+bool IsNumber(const dao::Value& value)
+{
+    return std::holds_alternative<qint64>(value.Raw()) || std::holds_alternative<double>(value.Raw());
+}
+
+/// A mask writes the blanks of its empty digits behind the minus sign: "-     12.50".
+QString WithoutMaskBlanks(const QString& number)
+{
+    const QString text = number.trimmed();
+    return text.startsWith('-') ? "-" + text.sliced(1).trimmed() : text;
+}
+
+} // namespace
+
+QString NumberText(double number, const QString& mask)
+{
+    if (!std::isfinite(number))
+        return QStringLiteral("?");
+    if (mask.isEmpty() || mask == DateMask)
+        return basic::PlainText(number);
+    return WithoutMaskBlanks(basic::Format(number, mask));
+}
+
+QString AmountText(const QString& text, const QString& mask)
+{
+    static const QRegularExpression amount(R"(^\s*-?(?=.*\d)[\d ]*\.?\d*\s*$)");
+    if (!amount.match(text).hasMatch())
+        return text;
+    return mask.isEmpty() ? WithoutMaskBlanks(text) : NumberText(basic::Val(text), mask);
+}
+
+double NumberIn(const dao::Value& value)
+{
+    return IsNumber(value) ? value.Double() : 0;
+}
+
+QString SingleLine(const QString& text)
+{
+    QString line = text.left(LongestText);
+    for (QChar& character : line) {
+        const auto category = character.category();
+        if (category == QChar::Other_Control || category == QChar::Separator_Line ||
+            category == QChar::Separator_Paragraph)
+            character = QLatin1Char(' ');
+    }
+    return line.trimmed();
+}
+
+QString CellText(const Column& column, const dao::Value& value)
+{
+    if (value.IsNull())
+        return {};
+    if (!IsNumber(value)) {
+        const QString text = value.Text();
+        const QDate date = column.mask == DateMask ? QDate::fromString(text, Qt::ISODate) : QDate();
+        return date.isValid() ? date.toString("dd/MM/yyyy") : SingleLine(text);
+    }
+    const double number = value.Double();
+    if (column.blankZero && number == 0)
+        return {};
+    const bool isChoice = number >= 0 && number < double(column.choices.size()) && number == std::floor(number);
+    return isChoice ? SingleLine(column.choices[int(number)]) : NumberText(number, column.mask);
+}
+
+} // namespace pages

@@ -1,0 +1,57 @@
+#include "platform/paper/PdfFile.h"
+
+#include "platform/basic/RuntimeError.h"
+#include "platform/dao/OwnerOnly.h"
+#include "platform/pages/PageLayout.h"
+#include "platform/pages/PageMeasures.h"
+#include "platform/paper/PagePainter.h"
+#include "platform/paper/Sheet.h"
+
+#include <QCoreApplication>
+#include <QFileInfo>
+#include <QPainter>
+#include <QPdfWriter>
+#include <QSaveFile>
+
+namespace paper {
+namespace {
+
+constexpr int PdfResolution = 1200; // dots per inch
+
+/// Opens a temporary file beside `file`'s path that only its owner can read; committing renames it to that path.
+void OpenForOwner(QSaveFile& file)
+{
+    const dao::OwnerOnly ownerOnly;
+    if (file.open(QIODevice::WriteOnly) && file.setPermissions(QFile::ReadOwner | QFile::WriteOwner))
+        return;
+    const QFileInfo folder(QFileInfo(file.fileName()).path());
+    if (!folder.isDir())
+        throw basic::RuntimeError(basic::Error::PathNotFound);
+    throw basic::RuntimeError(file.error() == QFileDevice::ResourceError ? basic::Error::DiskFull
+                                                                         : basic::Error::PermissionDenied);
+}
+
+} // namespace
+
+void WritePdf(const pages::PageLayout& layout, PagePainter& painter, const QString& path)
+{
+    QSaveFile file(path);
+    OpenForOwner(file);
+    {
+        QPdfWriter writer(&file);
+        writer.setResolution(PdfResolution);
+        writer.setPageLayout(SheetOf(layout.Design()));
+        writer.setTitle(layout.Design().title);
+        writer.setCreator(QCoreApplication::applicationName());
+        QPainter onPaper(&writer);
+        for (int page = 0; page < layout.PageCount() && file.error() == QFileDevice::NoError; ++page) {
+            if (page > 0)
+                writer.newPage();
+            painter.Paint(onPaper, layout.MakePage(page), PdfResolution / pages::measures::PerInch);
+        }
+    }
+    if (!file.commit()) // opened but not written: the disk or a quota is full
+        throw basic::RuntimeError(basic::Error::DiskFull);
+}
+
+} // namespace paper

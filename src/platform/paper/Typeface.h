@@ -1,0 +1,54 @@
+#pragma once
+
+#include "platform/pages/Page.h"
+
+#include <QFont>
+#include <QFontMetricsF>
+#include <QGlyphRun>
+#include <QRawFont>
+#include <array>
+#include <map>
+#include <optional>
+
+namespace paper {
+
+/// A font of one size and weight, measured in hundredths of a millimetre: the same on every device, so that what fits
+/// on the screen fits on paper.
+class Typeface {
+public:
+    Typeface(double points, bool bold, bool italic);
+
+    const QFont& Font() const { return font; }
+    double Ascent() const { return metrics.ascent(); }
+    double Height() const { return metrics.height(); }
+    double WidthOf(const QString& text) const;
+    /// `text`, cut with an ellipsis when it is wider than `width`.
+    QString Elided(const QString& text, double width) const;
+    /// The glyphs of `text` with their positions, from the left end of its base line. None for text that needs shaping,
+    /// which Qt does but takes longer: letters that join, combine or run from right to left.
+    std::optional<QGlyphRun> GlyphsOf(const QString& text) const;
+
+private:
+    void AddToTable(QChar character);
+
+    static constexpr int TableSize = 256;
+
+    QFont font;
+    QFontMetricsF metrics;
+    std::array<double, TableSize> advances{}; ///< of the printable Latin-1 characters; 0 for others
+    QRawFont rawFont;
+    std::array<quint32, TableSize> glyphs{}; ///< of the same characters; 0 where the font has none
+};
+
+/// The typefaces in use, made once each.
+class Typefaces {
+public:
+    const Typeface& For(const pages::Run& run);
+
+private:
+    std::map<std::tuple<double, bool, bool>, Typeface> made;
+};
+
+inline constexpr double UnitsPerMillimetre = 100;
+
+} // namespace paper

@@ -1,0 +1,85 @@
+#include "platform/pages/Content.h"
+#include "platform/pages/SelectionFormula.h"
+#include "platform/report/ReportPractice.h"
+#include "support/Printing.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using tests::ReportPractice;
+
+constexpr int SelectLine = 4;
+
+pages::Template PatientsTemplate(const QString& select)
+{
+    pages::Template design;
+    design.select = select;
+    design.selectLine = SelectLine;
+    pages::Column name;
+    name.field = "nom";
+    design.columns = {name};
+    return design;
+}
+
+TEST(SelectionFormula, ReadsComparisonsAndNothingElse)
+{
+    const pages::Selection day = pages::ReadSelection("{Plani.date} = date(2008,06,17) and {Plani.Num_Presta} = 3");
+    EXPECT_EQ(day.condition, R"("Plani"."date" = ?1 and "Plani"."Num_Presta" = ?2)");
+    EXPECT_EQ(day.values.at(0).Text(), "2008-06-17");
+    EXPECT_EQ(day.values.at(1).Double(), 3);
+    for (const char* bad : {"", "{Plani.date}", "{Plani.date} = date(2008,06)", "{Plani.num} = 1 or 1",
+                            "{Plani.num} = 1; drop table Plani", "{Plani.num\"} = 1", "{Plani.num} = 1 and"})
+        EXPECT_EQ(ErrorOf([&] { pages::ReadSelection(bad); }), Error::SyntaxError) << bad;
+}
+
+TEST(Content, SelectsRowsByAFormulaWhereTheTemplateLetsIt)
+{
+    ReportPractice practice;
+    const pages::Template without = PatientsTemplate("select num, nom from Patients");
+    EXPECT_EQ(pages::ReadContent(without, practice.Source("{Patients.num} = 2")).faults.at(0).line, SelectLine);
+    EXPECT_EQ(pages::ReadContent(without, practice.Source(" ")).content.rows.RowCount(), 3);
+
+    const pages::Template with = PatientsTemplate("select num, nom from Patients where {selection}");
+    EXPECT_EQ(pages::ReadContent(with, practice.Source()).content.rows.RowCount(), 3);
+    const pages::ReadContentResult chosen = pages::ReadContent(with, practice.Source("{Patients.num} = 2"));
+    ASSERT_EQ(chosen.content.rows.RowCount(), 1);
+    EXPECT_EQ(chosen.content.rows.Cell(0, 1).Text(), "O'BRIEN-MARTIN");
+    EXPECT_EQ(pages::ReadContent(with, practice.Source("{Patients.num}")).faults.at(0).line, 0);
+}
+
+TEST(Content, ADatabaseThatCantBeReadIsAFaultOfTheWholeFile)
+{
+    ReportPractice practice;
+    const pages::Template design = PatientsTemplate("select num, nom from Patients");
+    for (const QString& path :
+         {practice.Folder() + "/RIEN.MDB", practice.WriteTemplate(QByteArray(5'000, 'x'), "FAUX.MDB")}) {
+        pages::Source source = practice.Source();
+        source.database = path;
+        const QList<pages::Fault> faults = pages::ReadContent(design, source).faults;
+        ASSERT_EQ(faults.size(), 1) << qPrintable(path);
+        EXPECT_EQ(faults[0].line, 0);
+    }
+}
+
+TEST(ReadOnlyQuery, ReadsOneMomentWhileAnotherConnectionWrites)
+{
+    ReportPractice practice;
+    const dao::ReadOnlyQuery query(practice.Path());
+    practice.Add("Patients", {{"nom", "NOUVEAU"}});
+    practice.SetTexts({{"ch4", "plus tard"}});
+    EXPECT_EQ(query.Read("select num from Patients", {}, 100).RowCount(), 3);
+    EXPECT_EQ(query.Read("select ch4 from textes", {}, 1).Cell(0, 0).Text(), "Mouvements de fonds du  Mar 17/06/2008");
+    EXPECT_EQ(dao::ReadOnlyQuery(practice.Path()).Read("select num from Patients", {}, 100).RowCount(), 4);
+}
+
+TEST(ReadOnlyQuery, EndsWhatWouldGiveTooManyRows)
+{
+    ReportPractice practice;
+    const dao::ReadOnlyQuery query(practice.Path());
+    const QString endless = "with recursive n(i) as (select 1 union all select i + 1 from n) select i from n";
+    EXPECT_EQ(ErrorOf([&] { query.Read(endless, {}, 1000); }), Error::TooManyRows);
+    EXPECT_EQ(ErrorOf([&] { query.FieldsOf("select load_extension('x')"); }), Error::ReadOnly);
+}
+
+} // namespace
