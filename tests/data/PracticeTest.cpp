@@ -42,8 +42,9 @@ TEST(CreatePractice, MakesAFolderForItsOwnerAlone)
     const QString folder = place.filePath("cabinets/D'Angelo");
     data::CreatePractice(folder, setup);
 
-    EXPECT_EQ(Everything(folder), QStringList({"ARCHIVES", "ZEP_CFIG.CFG", "ZEP_DTAL.RPT", "ZEP_ONE.MDB", "ZEP_R1.RPT",
-                                               "ZEP_R2.RPT", "ZEP_R3.RPT", "ZEP_R4.RPT", "system.mdw"}));
+    EXPECT_EQ(Everything(folder), QStringList({"ARCHIVES", "Planning.RPT", "ZEP_CFIG.CFG", "ZEP_DTAL.RPT",
+                                               "ZEP_ONE.MDB", "ZEP_R1.RPT", "ZEP_R2.RPT", "ZEP_R3.RPT", "ZEP_R4.RPT",
+                                               "ZEP_RCAP.RPT", "ZEP_RCP2.RPT", "ZEP_Rstt.RPT", "system.mdw"}));
     constexpr QFile::Permissions others =
         QFile::ReadGroup | QFile::WriteGroup | QFile::ExeGroup | QFile::ReadOther | QFile::WriteOther | QFile::ExeOther;
     const QStringList names = Everything(folder) + QStringList(".");

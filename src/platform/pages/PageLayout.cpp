@@ -104,10 +104,17 @@ double PageLayout::HeightOf(const Block& block) const
     return 0;
 }
 
+double PageLayout::ColumnHeadsHeight() const
+{
+    const bool hasHeadsAbove =
+        std::ranges::any_of(design.columns, [](const Column& column) { return !column.above.isEmpty(); });
+    return lineHeight * (measures::HeadLines + (hasHeadsAbove ? measures::AboveLines : 0));
+}
+
 double PageLayout::BodyTop(int page) const
 {
     Page unused;
-    return AddHeading(unused, page) + lineHeight * measures::HeadLines;
+    return AddHeading(unused, page) + ColumnHeadsHeight();
 }
 
 double PageLayout::BodyBottom() const
@@ -173,7 +180,7 @@ Page PageLayout::MakePage(int index) const
     page.paper = design.paper;
     const double headTop = AddHeading(page, index);
     AddColumnHeads(page, headTop);
-    double top = headTop + lineHeight * measures::HeadLines;
+    double top = headTop + ColumnHeadsHeight();
 
     const std::size_t first = pageStarts[std::size_t(index)];
     const std::size_t end = index + 1 < PageCount() ? pageStarts[std::size_t(index) + 1] : blocks.size();

@@ -42,6 +42,7 @@ private:
     void AddGroup(int first, int end);
     void BreakPages();
     double HeightOf(const Block& block) const;
+    double ColumnHeadsHeight() const;
     double BodyTop(int page) const;
     double BodyBottom() const;
     double TableRight() const { return cells.back().left + cells.back().width; }
@@ -55,6 +56,7 @@ private:
 
     double AddHeading(Page& page, int index) const;
     void AddColumnHeads(Page& page, double top) const;
+    void AddHeadsAbove(Page& page, double top, double height) const;
     void AddFooter(Page& page, int index) const;
     void AddBlock(Page& page, const Block& block, double top, int pageIndex) const;
     void AddRow(Page& page, int row, double top) const;

@@ -7,6 +7,7 @@ inline constexpr double PerInch = 25.4;
 inline constexpr double PerPoint = PerInch / 72;
 inline constexpr double LineSpacing = 1.6; ///< height of a line of text, in heights of its letters
 inline constexpr double HeadLines = 1.35;  ///< height of column heads, group headings and sums, in lines
+inline constexpr double AboveLines = 1.2;  ///< height of the headings above column heads, in lines
 inline constexpr double EndingLines = 1.25;
 inline constexpr double EmptyLines = 3; ///< height of the text printed instead of rows, in lines
 inline constexpr double CellPadding = 1.2;

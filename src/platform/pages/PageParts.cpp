@@ -67,11 +67,30 @@ void PageLayout::AddLabel(Page& page, double left, double top, double width, dou
 
 void PageLayout::AddColumnHeads(Page& page, double top) const
 {
-    const double height = lineHeight * measures::HeadLines;
+    const double height = ColumnHeadsHeight();
+    const double headHeight = lineHeight * measures::HeadLines;
+    const double headTop = top + height - headHeight;
     page.shades.emplace_back(design.left, top, TableRight() - design.left, height);
+    AddHeadsAbove(page, top, height - headHeight);
     for (std::size_t column = 0; column < cells.size(); ++column)
-        AddCell(page, column, top, height, design.columns[qsizetype(column)].heading, true);
+        AddCell(page, column, headTop, headHeight, design.columns[qsizetype(column)].heading, true);
     AddRule(page, design.left, TableRight(), top + height, StrongLine);
+}
+
+void PageLayout::AddHeadsAbove(Page& page, double top, double height) const
+{
+    std::size_t end = 0;
+    for (std::size_t first = 0; first < cells.size(); first = end) {
+        const QString& text = design.columns[qsizetype(first)].above;
+        for (end = first; end < cells.size() && design.columns[qsizetype(end)].above == text;)
+            ++end;
+        const double left = cells[first].left + measures::CellPadding;
+        const double right = cells[end - 1].left + cells[end - 1].width - measures::CellPadding;
+        if (text.isEmpty() || right <= left)
+            continue;
+        AddRun(page, {{left, top, right - left, height}, text, Qt::AlignHCenter, design.points, true, false, false});
+        AddRule(page, left, right, top + height, ThinLine);
+    }
 }
 
 void PageLayout::AddFooter(Page& page, int index) const

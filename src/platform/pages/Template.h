@@ -33,6 +33,7 @@ struct HeadingLine {
 
 struct Column {
     QString heading;
+    QString above; ///< a second heading above it, in common with the neighbouring columns that have the same
     QString field;
     double width = 0; ///< mm
     Qt::Alignment alignment = Qt::AlignLeft;

@@ -92,6 +92,7 @@ Column Reader::ReadColumn(TomlTable column) const
     Column read;
     read.line = column.Line();
     read.heading = column.Text("heading");
+    read.above = column.Text("above");
     read.field = column.RequiredText("field");
     if (column.Has("width_mm"))
         read.width = column.Number("width_mm", 0, 3, 400);

@@ -86,6 +86,100 @@ TEST(GoldenPages, DetailOfPendingActsHasNoEmptyColumn)
     ExpectGolden(practice.LayOut(practice.Template("ZEP_DTAL.RPT")), "ZEP_DTAL_instance");
 }
 
+TEST(GoldenPages, RecapOfTheJournal)
+{
+    ReportPractice practice;
+    practice.SetTexts({{"ch4", "Journal d'activité de la"},
+                       {"ch5", "Journée du Mar  17/06/2008"},
+                       {"ch6", "5"},
+                       {"ch7", "  1 551 "}});
+    practice.Add("Prov", {{"unite", "Consultation"}, {"Page", 3}, {"Mt", 450.25}, {"Mt2", 1200.0}});
+    practice.Add("Prov", {{"unite", "Radiologie"}, {"Page", 2}, {"Mt", 1100.25}, {"Mt2", -99.5}});
+    practice.Add("Prov", {{"unite", "Échographie"}, {"Page", 0}, {"Mt", 0.0}, {"Mt2", 0.0}});
+    ExpectGolden(practice.LayOut(practice.Template("ZEP_RCAP.RPT")), "ZEP_RCAP");
+}
+
+TEST(GoldenPages, CodesOfTheJournalOnOnePageWithTheirTotals)
+{
+    ReportPractice practice;
+    practice.SetTexts({{"ch4", "Journée du Mar  17/06/2008"}});
+    for (int code = 0; code < 32; ++code) {
+        const double count = code % 5 == 0 ? code + 1 : 0;
+        practice.Add("RCP2", {{"denom", code == 0 ? "C" : "K" + QString::number(code - 1)},
+                              {"C1", count},
+                              {"C3", 2 * count},
+                              {"C2", 0.0},
+                              {"C4", 0.0},
+                              {"C5", 0.0},
+                              {"C6", code == 31 ? 1.0 : 0.0},
+                              {"C7", 3 * count + (code == 31 ? 1 : 0)}});
+    }
+    ExpectGolden(practice.LayOut(practice.Template("ZEP_RCP2.RPT")), "ZEP_RCP2");
+}
+
+TEST(GoldenPages, NetResultAsALossAndWithArabicTitles)
+{
+    ReportPractice practice;
+    practice.SetTexts({{"ch5", "Resultat de l'activité du  17/06/2008"},
+                       {"ch6", "Charges pour une journée"},
+                       {"ch7", "  1 000.00"},
+                       {"ch8", " - 449.50"}});
+    practice.Add("Prov", {{"unite", "Consultation"}, {"Page", 3}, {"Mt", 450.25}});
+    practice.Add("Prov", {{"unite", "Radiologie"}, {"Page", 2}, {"Mt", 100.25}});
+    practice.Add("Prov", {{"unite", "Échographie"}, {"Page", 0}, {"Mt", 0.0}});
+    ExpectGolden(practice.LayOut(practice.Template("ZEP_Rstt.RPT")), "ZEP_Rstt");
+    practice.SetTexts({{"ch5", " نـتـيجة الـنشاط مـن 2008/06/01 إلى 2008/06/30"},
+                       {"ch6", " تـكالـيف 30  يــومـا "},
+                       {"ch7", ""},
+                       {"ch8", ""}});
+    ExpectGolden(practice.LayOut(practice.Template("ZEP_Rstt.RPT")), "ZEP_Rstt_arabe");
+}
+
+TEST(GoldenPages, DeletedActs)
+{
+    ReportPractice practice;
+    practice.SetTexts({{"ch4", "Actes supprimés le 17/06/2008"}});
+    const auto deleted = [&](int patient, int service, int code) {
+        const dao::Key key = practice.Add("Actes_suppr", {{"Date", "16/06/2008"},
+                                                          {"Heure", "08:30"},
+                                                          {"num_patient", patient},
+                                                          {"num_presta", service},
+                                                          {"Type", "K10"},
+                                                          {"flag_R", code},
+                                                          {"Date_Suppr", "17/06/2008"},
+                                                          {"H_Suppr", "11:05"}});
+        practice.Add("Prov", {{"num", key}});
+    };
+    deleted(1, 1, 0);
+    deleted(99, 2, 5);
+    deleted(2, 99, 6);
+    deleted(3, 3, -1);
+    practice.Add("Prov", {{"num", 999}});
+    ExpectGolden(practice.LayOut(practice.Template("ZEP_Supp.RPT")), "ZEP_Supp");
+}
+
+TEST(GoldenPages, AppointmentsOfADay)
+{
+    ReportPractice practice;
+    practice.SetTexts({{"ch4", "Planning de la Journée du Mar  17/06/2008"}});
+    practice.Database().Execute("Update Patients set tel = '021 00 00 00', N_carte = '12/345' where num = 1");
+    practice.Database().Execute("Update Presta set Ordre = 5 where num = 1"); // Consultation comes last
+    const auto appointment = [&](const char* day, int service, int slot, int patient) {
+        practice.Add("Plani", {{"date", day}, {"Num_Presta", service}, {"HH", slot}, {"num_patient", patient}});
+    };
+    appointment("17/06/2008", 1, 9, 1);
+    appointment("17/06/2008", 1, 0, 2);
+    appointment("17/06/2008", 1, 0, 99);
+    appointment("17/06/2008", 2, 10, 3);
+    appointment("17/06/2008", 2, -1, 1);
+    appointment("17/06/2008", 98, 4, 1);
+    appointment("18/06/2008", 2, 4, 1);
+    const QString day = "{Plani.date} = date(2008,06,17)";
+    ExpectGolden(practice.LayOut(practice.Template("Planning.RPT"), day), "Planning");
+    ExpectGolden(practice.LayOut(practice.Template("Planning.RPT"), day + " and {Plani.Num_Presta} = 1"),
+                 "Planning_unite");
+}
+
 TEST(GoldenPages, ListWithoutRows)
 {
     ReportPractice practice;

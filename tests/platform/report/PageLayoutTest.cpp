@@ -187,6 +187,28 @@ TEST(PageLayout, PrintsValuesUnderMasksAndChoices)
     EXPECT_EQ(text(date, "17/06/2008"), "17/06/2008");
 }
 
+TEST(PageLayout, AHeadingAboveCoversTheColumnsThatShareIt)
+{
+    const QByteArray above = QByteArray(groupedTemplate).replace("width_mm = 60", "width_mm = 60\nabove = \"Groupe\"");
+    const QByteArray two = QByteArray(above).replace("above = \"Groupe\"\nalign", "above = \"Somme\"\nalign");
+    ReportPractice practice;
+    practice.AddActs(200, false);
+    const auto boxOf = [&](const QByteArray& text, const QString& heading) {
+        const pages::PageLayout layout = practice.LayOut(practice.WriteTemplate(text));
+        const std::vector<pages::Run> runs = layout.MakePage(1).runs;
+        EXPECT_EQ(std::ranges::count(runs, heading, &pages::Run::text), 1);
+        for (int page = 0; page < layout.PageCount(); ++page)
+            for (const pages::Run& run : layout.MakePage(page).runs)
+                EXPECT_LE(run.box.bottom(), PageBottom) << qPrintable(run.text);
+        const auto found = std::ranges::find(runs, heading, &pages::Run::text);
+        return found == runs.end() ? QRectF() : found->box;
+    };
+    EXPECT_NEAR(boxOf(above, "Groupe").width(), 120, 3);
+    EXPECT_NEAR(boxOf(two, "Groupe").width(), 60, 3);
+    EXPECT_NEAR(boxOf(two, "Somme").left(), 75, 3);
+    EXPECT_LE(boxOf(two, "Somme").bottom(), boxOf(two, "Montant").top() + 0.01);
+}
+
 TEST(PageLayout, AReportOfColumnsThatMayAllBeLeftOutKeepsThem)
 {
     const QByteArray optional =

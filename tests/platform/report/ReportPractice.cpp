@@ -10,7 +10,7 @@ namespace tests {
 
 ReportPractice::ReportPractice()
 {
-    dao::CreateDatabase(Path(), data::Schema());
+    dao::CreateDatabase(Path(), data::Schema() + "\nALTER TABLE Prov ADD COLUMN Mt2 REAL DEFAULT 0;");
     dao::WriteWorkgroup(folder.filePath("system.mdw"), "ADMIN", "secret");
     engine.SystemDB = folder.filePath("system.mdw");
     workspace = engine.CreateWorkspace("", "ADMIN", "secret");
@@ -113,12 +113,12 @@ void ReportPractice::AddExpenses(int count)
     all.Commit();
 }
 
-pages::PageLayout ReportPractice::LayOut(const QString& templatePath)
+pages::PageLayout ReportPractice::LayOut(const QString& templatePath, const QString& selectionFormula)
 {
     const pages::ParsedTemplate read = pages::ReadTemplateFile(templatePath, data::ReportTextNames);
     for (const pages::Fault& fault : read.faults)
         ADD_FAILURE() << fault.line << ": " << qPrintable(fault.reason);
-    pages::ReadContentResult printed = pages::ReadContent(read.design, Source());
+    pages::ReadContentResult printed = pages::ReadContent(read.design, Source(selectionFormula));
     for (const pages::Fault& fault : printed.faults)
         ADD_FAILURE() << fault.line << ": " << qPrintable(fault.reason);
     printed.content.printDate = "17/06/2008";

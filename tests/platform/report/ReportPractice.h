@@ -36,7 +36,7 @@ public:
     void AddExpenses(int count);
 
     /// Reads a template and its rows, which must have no fault, and lays them out. The printing date is 17/06/2008.
-    pages::PageLayout LayOut(const QString& templatePath);
+    pages::PageLayout LayOut(const QString& templatePath, const QString& selectionFormula = {});
 
 private:
     QTemporaryDir folder;
