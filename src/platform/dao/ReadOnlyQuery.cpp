@@ -17,7 +17,8 @@ using Clock = std::chrono::steady_clock;
 
 constexpr auto LongestRun = std::chrono::seconds(30);
 constexpr int StepsBetweenLooks = 100'000;
-constexpr int BusyTimeout = 5000; // ms
+constexpr int BusyTimeout = 5000;   // ms
+constexpr int LargestRow = 1 << 20; // bytes, of a row or a single value
 
 struct Finalize {
     void operator()(sqlite3_stmt* statement) const { sqlite3_finalize(statement); }
@@ -54,10 +55,11 @@ private:
     sqlite3* database;
 };
 
-/// Ends a statement that runs past its time.
+/// Ends a statement that runs past its time or is given up.
 class TimeLimit {
 public:
-    explicit TimeLimit(sqlite3* connection) : database(connection), end(Clock::now() + LongestRun)
+    TimeLimit(sqlite3* connection, const std::function<bool()>& givenUp)
+        : database(connection), end(Clock::now() + LongestRun), isGivenUp(givenUp)
     {
         sqlite3_progress_handler(database, StepsBetweenLooks, IsOver, this);
     }
@@ -66,11 +68,18 @@ public:
     TimeLimit& operator=(const TimeLimit&) = delete;
 
 private:
-    static int IsOver(void* self) { return Clock::now() > static_cast<TimeLimit*>(self)->end ? 1 : 0; }
+    static int IsOver(void* self)
+    {
+        const auto& limit = *static_cast<TimeLimit*>(self);
+        return Clock::now() > limit.end || (limit.isGivenUp && limit.isGivenUp()) ? 1 : 0;
+    }
 
     sqlite3* database;
     Clock::time_point end;
+    const std::function<bool()>& isGivenUp;
 };
+
+const auto TooLargeRow = QStringLiteral("une ligne a plus d'un mégaoctet");
 
 struct Wording {
     const char* message; ///< pattern of the store's message
@@ -87,8 +96,20 @@ constexpr Wording wordings[] = {
     {"^near \"(.*)\": syntax error", Error::SyntaxError, "erreur de syntaxe près de « %1 »"},
     {"^incomplete input", Error::SyntaxError, "interrogation incomplète"},
     {"^unrecognized token: \"?(.*?)\"?$", Error::SyntaxError, "signe inattendu « %1 »"},
-    {"^not authorized|is prohibited", Error::ReadOnly,
-     "seul « select » est permis : un état lit la base et n'y écrit jamais"},
+    {"^not authorized|is prohibited", Error::ReadOnly, "seul « select » est permis"},
+    {"^wrong number of arguments to function (.*)\\(\\)", Error::SyntaxError,
+     "nombre d'arguments incorrect pour la fonction « %1 »"},
+    {"^misuse of .*?(\\w+)\\(\\)", Error::SyntaxError, "la fonction « %1 » ne peut pas être employée ici"},
+    {"^misuse of aggregate: (\\w+)", Error::SyntaxError, "la fonction « %1 » ne peut pas être employée ici"},
+    {"^no such window: (.*)", Error::SyntaxError, "fenêtre inconnue « %1 »"},
+    {"^circular reference: (.*)", Error::SyntaxError, "« %1 » est défini par lui-même"},
+    {"ORDER BY term", Error::SyntaxError, "« order by » nomme un champ que « select » ne donne pas"},
+    {"^SELECTs to the left and right of", Error::SyntaxError,
+     "les « select » réunis n'ont pas le même nombre de champs"},
+    {"^sub-select returns|^row value misused", Error::SyntaxError, "une valeur est attendue et non plusieurs"},
+    {"^no tables specified", Error::SyntaxError, "« select * » sans table"},
+    {"HAVING", Error::SyntaxError, "« having » sans « group by »"},
+    {"too large|too many|stack overflow|^at most", Error::SyntaxError, "l'interrogation est trop compliquée"},
 };
 
 StatementError Refusal(Error error, const QString& reason, int line = 0)
@@ -111,6 +132,8 @@ int LineOfMistake(sqlite3* database, const QByteArray& sql, const QString& name)
     const int primary = code & 0xff;
     if (primary == SQLITE_INTERRUPT)
         throw Refusal(Error::QueryTimeout, "l'interrogation dure plus d'une demi-minute");
+    if (primary == SQLITE_TOOBIG)
+        throw Refusal(Error::TooManyRows, TooLargeRow);
     if (primary != SQLITE_ERROR && primary != SQLITE_AUTH)
         RaiseStoreError(database, code);
 
@@ -121,8 +144,7 @@ int LineOfMistake(sqlite3* database, const QByteArray& sql, const QString& name)
             throw Refusal(wording.error, QString::fromUtf8(wording.reason).replace("%1", match.captured(1)),
                           LineOfMistake(database, sql, match.captured(1)));
     }
-    throw Refusal(Error::SyntaxError, QStringLiteral("interrogation incorrecte (%1)").arg(message),
-                  LineOfMistake(database, sql, {}));
+    throw Refusal(Error::SyntaxError, "SQLite refuse cette interrogation", LineOfMistake(database, sql, {}));
 }
 
 /// Blanks, semicolons and comments may follow a statement; another statement may not.
@@ -149,7 +171,7 @@ Prepared Prepare(sqlite3* database, const QByteArray& sql, std::size_t valueCoun
         throw Refusal(Error::SyntaxError, "une seule interrogation est permise",
                       int(std::count(sql.constData(), tail, '\n')));
     if (sqlite3_stmt_readonly(raw) == 0 || sqlite3_stmt_isexplain(raw) != 0)
-        throw Refusal(Error::ReadOnly, "seul « select » est permis : un état lit la base et n'y écrit jamais");
+        throw Refusal(Error::ReadOnly, "seul « select » est permis");
     if (sqlite3_bind_parameter_count(raw) > int(valueCount))
         throw Refusal(Error::SyntaxError, "l'interrogation attend une valeur (?) que rien ne donne");
     return statement;
@@ -211,6 +233,20 @@ QStringList NamesOf(sqlite3_stmt* statement)
     return names;
 }
 
+/// Appends the statement's current row; returns the memory it takes, in bytes.
+qsizetype AppendRow(sqlite3_stmt* statement, const std::vector<ColumnType>& types, RowTable& table)
+{
+    qsizetype text = 0;
+    for (std::size_t column = 0; column < types.size(); ++column) {
+        const Seen seen = SeenAt(statement, int(column));
+        text += seen.kind == Kind::Text ? seen.length : 0;
+        if (text > LargestRow)
+            throw Refusal(Error::TooManyRows, TooLargeRow);
+        table.cells.push_back(ValueOf(seen, types[column]));
+    }
+    return qsizetype(types.size() * sizeof(Value)) + text * qsizetype(sizeof(QChar));
+}
+
 } // namespace
 
 int RowTable::FieldAt(const QString& name) const
@@ -231,6 +267,7 @@ ReadOnlyQuery::ReadOnlyQuery(const QString& path)
         Check(database, code);
         sqlite3_busy_timeout(database, BusyTimeout);
         sqlite3_db_config(database, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
+        sqlite3_limit(database, SQLITE_LIMIT_LENGTH, LargestRow);
         RunOnce(database, "PRAGMA trusted_schema=OFF");
         RunOnce(database, "PRAGMA cell_size_check=ON");
         RunOnce(database, "BEGIN");
@@ -247,26 +284,29 @@ ReadOnlyQuery::~ReadOnlyQuery()
     sqlite3_close_v2(database);
 }
 
-RowTable ReadOnlyQuery::Read(const QString& select, const std::vector<Value>& parameters, int mostRows) const
+RowTable ReadOnlyQuery::Read(const QString& select, const std::vector<Value>& parameters,
+                             const QueryLimits& limits) const
 {
     const QByteArray sql = select.toUtf8();
     const Prepared statement = Prepare(database, sql, parameters.size());
     Bind(database, statement.get(), parameters);
 
-    const TimeLimit limit(database);
+    const TimeLimit limit(database, limits.isGivenUp);
     const std::vector<ColumnType> types = TypesOf(statement.get());
     RowTable table;
     table.fields = NamesOf(statement.get());
+    qsizetype bytes = 0;
     for (int rows = 0;; ++rows) {
         const int code = sqlite3_step(statement.get());
         if (code == SQLITE_DONE)
             return table;
         if (code != SQLITE_ROW)
             RaiseRefusal(database, code, sql);
-        if (rows == mostRows)
-            throw Refusal(Error::TooManyRows, QStringLiteral("plus de %1 lignes").arg(mostRows));
-        for (std::size_t column = 0; column < types.size(); ++column)
-            table.cells.push_back(ValueOf(SeenAt(statement.get(), int(column)), types[column]));
+        if (rows == limits.rows)
+            throw Refusal(Error::TooManyRows, QStringLiteral("plus de %1 lignes").arg(limits.rows));
+        bytes += AppendRow(statement.get(), types, table);
+        if (bytes > limits.bytes)
+            throw Refusal(Error::TooManyRows, QStringLiteral("plus de %1 Mo de données").arg(limits.bytes >> 20));
     }
 }
 

@@ -4,6 +4,7 @@
 #include "platform/dao/Value.h"
 
 #include <QStringList>
+#include <functional>
 #include <vector>
 
 struct sqlite3;
@@ -34,6 +35,13 @@ private:
     int line;
 };
 
+/// How much one select may give, and who may give it up.
+struct QueryLimits {
+    int rows = 0;
+    qsizetype bytes = qsizetype{128} << 20; ///< of memory, for all rows together
+    std::function<bool()> isGivenUp = {};   ///< asked now and then while the select runs; raises nothing
+};
+
 /// Reads a database through a connection of its own that can't write, and at one moment: everything that one object
 /// reads is what stood there at the first reading, whatever is written meanwhile.
 ///
@@ -49,9 +57,10 @@ public:
     /// Runs one select with its parameters ?1, ?2 ... . A field of a date column reads as dd/mm/yyyy.
     ///
     /// Raises a StatementError: 3078 for an unknown table, 3061 for an unknown field, 3027 for a statement that isn't a
-    /// select, 3075 for one that can't be read or that others follow, 3035 for more rows than `mostRows`, 3059 for one
-    /// that runs longer than half a minute. Its description tells the reason in words for whoever wrote the statement.
-    RowTable Read(const QString& select, const std::vector<Value>& parameters, int mostRows) const;
+    /// select, 3075 for one that can't be read or that others follow, 3035 for more than the limits or a row of more
+    /// than a megabyte, 3059 for one that is given up or runs longer than half a minute. Its description gives the
+    /// reason in words for whoever wrote the statement.
+    RowTable Read(const QString& select, const std::vector<Value>& parameters, const QueryLimits& limits) const;
 
     /// The fields that a select would give; raises what Read raises before it runs.
     QStringList FieldsOf(const QString& select) const;

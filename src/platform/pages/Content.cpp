@@ -12,16 +12,17 @@ constexpr int MostRows = 200'000;
 
 void ReadTexts(const dao::ReadOnlyQuery& query, const QString& select, Content& content)
 {
-    const dao::RowTable row = query.Read(select, {}, 1);
+    const dao::RowTable row = query.Read(select, {}, {.rows = 1});
     for (int field = 0; field < row.fields.size() && row.RowCount() == 1; ++field)
         content.texts.insert(row.fields[field].toLower(), AmountText(CellText({}, row.Cell(0, field))));
 }
 
-void ReadRows(const dao::ReadOnlyQuery& query, const Template& design, const QString& formula, Content& content)
+void ReadRows(const dao::ReadOnlyQuery& query, const Template& design, const QString& formula,
+              const std::function<bool()>& isGivenUp, Content& content)
 {
     const Selection selection = formula.trimmed().isEmpty() ? Selection{"1", {}} : ReadSelection(formula);
     const QString select = QString(design.select).replace(SelectionPlaceholder, "(" + selection.condition + ")");
-    content.rows = query.Read(select, selection.values, MostRows);
+    content.rows = query.Read(select, selection.values, {.rows = MostRows, .isGivenUp = isGivenUp});
 }
 
 /// Finds fields by name and notes those that the rows don't have.
@@ -66,7 +67,7 @@ QList<Fault> FindFields(const Template& design, Content& content)
     return fields.faults;
 }
 
-ReadContentResult ReadContent(const Template& design, const Source& source)
+ReadContentResult ReadContent(const Template& design, const Source& source, const std::function<bool()>& isGivenUp)
 {
     ReadContentResult result;
     if (!source.selectionFormula.trimmed().isEmpty() && !design.select.contains(SelectionPlaceholder)) {
@@ -74,12 +75,15 @@ ReadContentResult ReadContent(const Template& design, const Source& source)
             {design.selectLine, QStringLiteral("« select » n'a pas de repère %1").arg(SelectionPlaceholder)});
         return result;
     }
+    const auto remember = [&] { return result.isGivenUp = result.isGivenUp || (isGivenUp && isGivenUp()); };
     CollectStatementFaults(result.faults, design.selectLine, [&] {
         const dao::ReadOnlyQuery query(source.database);
         ReadTexts(query, source.textSelect, result.content);
-        ReadRows(query, design, source.selectionFormula, result.content);
+        ReadRows(query, design, source.selectionFormula, remember, result.content);
         result.faults = FindFields(design, result.content);
     });
+    if (result.isGivenUp)
+        result.faults.clear();
     return result;
 }
 

@@ -27,12 +27,17 @@ struct Content {
 struct ReadContentResult {
     Content content;
     QList<Fault> faults;
+    bool isGivenUp = false; ///< neither content nor faults then
 };
 
 /// Reads what a report prints, in one read snapshot. Mistakes of the select and the selection formula, and fields that
 /// the select doesn't give, are faults with their line of the template; a database that can't be read is a fault of
 /// line 0. Raises nothing.
-ReadContentResult ReadContent(const Template& design, const Source& source);
+///
+/// While the rows are read, `isGivenUp` is asked now and then; true ends the reading. It may handle events and raises
+/// nothing.
+ReadContentResult ReadContent(const Template& design, const Source& source,
+                              const std::function<bool()>& isGivenUp = {});
 
 /// Finds the template's fields in the rows; those that aren't there are faults. ReadContent calls it.
 QList<Fault> FindFields(const Template& design, Content& content);

@@ -6,6 +6,7 @@
 #include "platform/forms/Form.h"
 #include "platform/pages/PageLayout.h"
 #include "platform/pages/TemplateCheck.h"
+#include "platform/report/LongReading.h"
 #include "platform/report/PreviewWindow.h"
 
 #include <QRegularExpression>
@@ -31,16 +32,18 @@ struct ReadReport {
     pages::Template design;
     pages::Content content;
     QList<pages::Fault> faults;
+    bool isGivenUp = false;
 };
 
-ReadReport Read(const QString& file, const pages::Source& source)
+ReadReport Read(const QString& file, const pages::Source& source, std::chrono::milliseconds patience)
 {
     const forms::Hourglass pointer;
     const pages::ParsedTemplate parsed = pages::ReadTemplateFile(file, source.textNames);
     if (!parsed.faults.isEmpty())
         return {{}, {}, parsed.faults};
-    pages::ReadContentResult read = pages::ReadContent(parsed.design, source);
-    return {parsed.design, std::move(read.content), read.faults};
+    LongReading reading(patience);
+    pages::ReadContentResult read = pages::ReadContent(parsed.design, source, [&] { return reading.IsGivenUp(); });
+    return {parsed.design, std::move(read.content), read.faults, read.isGivenUp};
 }
 
 } // namespace
@@ -57,7 +60,9 @@ int Report::PrintReport()
     if (Destination != 0)
         throw basic::RuntimeError(basic::Error::InvalidProperty);
 
-    ReadReport read = Read(ReportFileName, {dataFile, TextSelect, TextNames, SelectionFormula});
+    ReadReport read = Read(ReportFileName, {dataFile, TextSelect, TextNames, SelectionFormula}, Patience);
+    if (read.isGivenUp)
+        return 1;
     if (!read.faults.isEmpty()) {
         forms::MsgBox(MessageOf(ReportFileName, read.faults), forms::Icon::Critical, MessageTitle);
         return 1;

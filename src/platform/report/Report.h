@@ -3,6 +3,7 @@
 #include <QDate>
 #include <QString>
 #include <QStringList>
+#include <chrono>
 
 /// Reports on the screen: the control that runs a template, its preview, and the ways from there to printer and PDF.
 namespace report {
@@ -42,6 +43,9 @@ public:
     /// become dashes. Empty: the template's title and the PrintDate, "Caisse du Jour 17-06-2008".
     QString ProposedName;
 
+    /// How long reading the rows may take before the user is offered to give it up.
+    std::chrono::milliseconds Patience{5000};
+
     /// Title of the message boxes about the template, the PDF and the printer.
     QString MessageTitle;
 
@@ -50,8 +54,8 @@ public:
     /// closed; it shows the rows of the moment of the call.
     ///
     /// A template with a mistake, a database or formula that can't be read: one critical message through forms::MsgBox
-    /// with file, line and reason, no window, nothing changed; nothing is raised. Returns 0 when the preview was shown,
-    /// 1 otherwise.
+    /// with file, line and reason, no window, nothing changed; nothing is raised. The user may give up a long reading
+    /// by Esc: no message, no preview. Returns 0 when the preview was shown, 1 otherwise.
     int PrintReport();
 
 private:

@@ -68,18 +68,60 @@ TEST(ReadOnlyQuery, ReadsOneMomentWhileAnotherConnectionWrites)
     const dao::ReadOnlyQuery query(practice.Path());
     practice.Add("Patients", {{"nom", "NOUVEAU"}});
     practice.SetTexts({{"ch4", "plus tard"}});
-    EXPECT_EQ(query.Read("select num from Patients", {}, 100).RowCount(), 3);
-    EXPECT_EQ(query.Read("select ch4 from textes", {}, 1).Cell(0, 0).Text(), "Mouvements de fonds du  Mar 17/06/2008");
-    EXPECT_EQ(dao::ReadOnlyQuery(practice.Path()).Read("select num from Patients", {}, 100).RowCount(), 4);
+    EXPECT_EQ(query.Read("select num from Patients", {}, {.rows = 100}).RowCount(), 3);
+    EXPECT_EQ(query.Read("select ch4 from textes", {}, {.rows = 1}).Cell(0, 0).Text(),
+              "Mouvements de fonds du  Mar 17/06/2008");
+    EXPECT_EQ(dao::ReadOnlyQuery(practice.Path()).Read("select num from Patients", {}, {.rows = 100}).RowCount(), 4);
 }
 
-TEST(ReadOnlyQuery, EndsWhatWouldGiveTooManyRows)
+TEST(ReadOnlyQuery, EndsWhatWouldGiveTooMuch)
 {
     ReportPractice practice;
     const dao::ReadOnlyQuery query(practice.Path());
-    const QString endless = "with recursive n(i) as (select 1 union all select i + 1 from n) select i from n";
-    EXPECT_EQ(ErrorOf([&] { query.Read(endless, {}, 1000); }), Error::TooManyRows);
+    const QString endless = "with recursive n(i) as (select 1 union all select i + 1 from n) select %1 from n";
+    const auto refusal = [&](const QString& select, const dao::QueryLimits& limits) {
+        return ErrorOf([&] { query.Read(select, {}, limits); });
+    };
+    EXPECT_EQ(refusal(endless.arg("i"), {.rows = 1000}), Error::TooManyRows);
+    EXPECT_EQ(refusal(endless.arg("'un texte'"), {.rows = 1'000'000, .bytes = 1 << 20}), Error::TooManyRows);
+    EXPECT_EQ(refusal("select hex(zeroblob(600000))", {.rows = 1}), Error::TooManyRows);
+    EXPECT_EQ(refusal("select hex(zeroblob(500000))", {.rows = 1}), std::nullopt);
+    EXPECT_EQ(refusal("select hex(zeroblob(300000)), hex(zeroblob(300000))", {.rows = 1}), Error::TooManyRows);
+    int asked = 0;
+    EXPECT_EQ(refusal(endless.arg("count(*)"), {.rows = 1, .isGivenUp = [&] { return ++asked == 3; }}),
+              Error::QueryTimeout);
     EXPECT_EQ(ErrorOf([&] { query.FieldsOf("select load_extension('x')"); }), Error::ReadOnly);
+    EXPECT_EQ(query.Read("select 1", {}, {.rows = 1}).RowCount(), 1); // still of use after each refusal
+}
+
+TEST(ReadOnlyQuery, GivesItsReasonsInFrench)
+{
+    ReportPractice practice;
+    const dao::ReadOnlyQuery query(practice.Path());
+    const struct {
+        const char* select;
+        const char* reason;
+    } cases[] = {
+        {"select substr(nom) from Patients", "nombre d'arguments incorrect pour la fonction « substr »"},
+        {"select nom from Patients where count(*) > 1", "la fonction « count » ne peut pas être employée ici"},
+        {"select nom from Patients where sum(num) > 1", "la fonction « sum » ne peut pas être employée ici"},
+        {"select row_number() over w from Patients", "fenêtre inconnue « w »"},
+        {"select nom from Patients order by 2", "« order by » nomme un champ que « select » ne donne pas"},
+        {"select nom from Patients union select num, nom from Patients",
+         "les « select » réunis n'ont pas le même nombre de champs"},
+        {"select (select num, nom from Patients)", "une valeur est attendue et non plusieurs"},
+        {"select *", "« select * » sans table"},
+        {"with a as (select * from a) select * from a", "« a » est défini par lui-même"},
+        {"select nom from Patients indexed by x", "SQLite refuse cette interrogation"},
+    };
+    for (const auto& each : cases) {
+        try {
+            query.FieldsOf(each.select);
+            ADD_FAILURE() << each.select;
+        } catch (const dao::StatementError& error) {
+            EXPECT_EQ(error.Description(), each.reason) << each.select;
+        }
+    }
 }
 
 } // namespace

@@ -13,6 +13,8 @@
 #include <QFile>
 #include <QPrinter>
 #include <QScrollBar>
+#include <QTest>
+#include <QTimer>
 #include <csignal>
 #include <gtest/gtest.h>
 #include <sys/resource.h>
@@ -302,6 +304,28 @@ TEST_F(Preview, PrintsTheChosenPagesOnTheTemplatesPaper)
             EXPECT_EQ(printed, range.pages) << range.from << " to " << range.to;
         }
     });
+}
+
+TEST_F(Preview, ALongReadingIsGivenUpByEsc)
+{
+    const QByteArray endless =
+        "title = \"Essai\"\n[rows]\nselect = \"with recursive n(i) as (select 1 union all select "
+        "i + 1 from n) select count(*) as num from n\"\n"
+        "[[column]]\nheading = \"N°\"\nfield = \"num\"\nwidth_mm = 20\n";
+    Report1.ReportFileName = practice.WriteTemplate(endless);
+    Report1.Patience = std::chrono::milliseconds(0);
+    bool wasOffered = false;
+    QTimer::singleShot(0, qApp, [&] {
+        for (QWidget* window : QApplication::topLevelWidgets()) {
+            if (window->objectName() != "LongReading")
+                continue;
+            wasOffered = window->isVisible() && window->isModal();
+            EXPECT_EQ(AccessibilityFaults(*window), QStringList());
+            QTest::keyClick(window, Qt::Key_Escape);
+        }
+    });
+    EXPECT_EQ(Report1.PrintReport(), 1); // without a message
+    EXPECT_TRUE(wasOffered);
 }
 
 TEST_F(Preview, ATemplateWithAMistakeIsAMessageAndNoWindow)
