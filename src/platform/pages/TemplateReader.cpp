@@ -225,8 +225,8 @@ ParsedTemplate ReadTemplateFile(const QString& path, const QStringList& textName
     const QFileInfo info(path);
     if (!info.exists())
         return refused(QStringLiteral("le fichier n'existe pas"));
-    if (info.isDir())
-        return refused(QStringLiteral("c'est un dossier et non un fichier"));
+    if (!info.isFile()) // a folder, or a pipe whose reading would wait
+        return refused(QStringLiteral("ce n'est pas un fichier"));
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         return refused(QStringLiteral("le fichier ne peut pas être lu : l'accès est refusé"));

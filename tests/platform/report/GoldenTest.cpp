@@ -35,10 +35,10 @@ TEST(GoldenPages, CashOfTheDay)
     practice.SetTexts({{"ch5", "Mouvements de fonds du  Mar 17/06/2008"},
                        {"ch6", "5"},
                        {"ch7", "- 883 348.15"},
-                       {"ch8", "   550.50 "},
+                       {"ch8", "1234 567.50 "},
                        {"ch9", "  100.00"},
-                       {"ch10", "- 882 897.65"}});
-    practice.Add("Prov", {{"unite", "Consultation"}, {"Page", 3}, {"Mt", 450.25}});
+                       {"ch10", "  351 119.35"}});
+    practice.Add("Prov", {{"unite", "Consultation"}, {"Page", 3}, {"Mt", 1234467.25}});
     practice.Add("Prov", {{"unite", "Radiologie"}, {"Page", 2}, {"Mt", 100.25}});
     practice.Add("Prov", {{"unite", "Échographie"}, {"Page", 0}, {"Mt", 0.0}});
     ExpectGolden(practice.LayOut(practice.Template("ZEP_R1.RPT")), "ZEP_R1");
@@ -122,8 +122,8 @@ TEST(GoldenPages, NetResultAsALossAndWithArabicTitles)
     ReportPractice practice;
     practice.SetTexts({{"ch5", "Resultat de l'activité du  17/06/2008"},
                        {"ch6", "Charges pour une journée"},
-                       {"ch7", "  1 000.00"},
-                       {"ch8", " - 449.50"}});
+                       {"ch7", "  551.00"},
+                       {"ch8", " - .50"}});
     practice.Add("Prov", {{"unite", "Consultation"}, {"Page", 3}, {"Mt", 450.25}});
     practice.Add("Prov", {{"unite", "Radiologie"}, {"Page", 2}, {"Mt", 100.25}});
     practice.Add("Prov", {{"unite", "Échographie"}, {"Page", 0}, {"Mt", 0.0}});

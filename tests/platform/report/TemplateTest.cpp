@@ -103,6 +103,7 @@ TEST(Template, ExplainsWhatTheParserRefuses)
         {With("[[column]]", "[@]\n[[column]]"), 7, "titre mal écrit « [@] »"},
         {With("\"Nom\"", "\"Pr\xe9nom\""), 8, "cette ligne n'est pas en UTF-8"},
         {"\xff\xfet\0", 1, "le fichier est en UTF-16"},
+        {"a = \"\"\"un \"mot\"\"\"\"\nb =\n", 2, "la valeur manque"}, // the text ends with a quote of its own
         {deepName, 1, "plus de 8 niveaux"},
         {deepList, 2, "plus de 8 niveaux"},
         {"a = \"\"\"x\"\"\"\"\nb = '" + deepList, 3, "plus de 8 niveaux"}, // not to be hidden in an open text
@@ -114,6 +115,19 @@ TEST(Template, ExplainsWhatTheParserRefuses)
         EXPECT_TRUE(faults[0].reason.startsWith(QString::fromUtf8(each.reason))) << qPrintable(faults[0].reason) << "\n"
                                                                                  << each.reason;
     }
+}
+
+TEST(Template, NestsEightLevelsAndNoMore)
+{
+    const auto isTooDeep = [](const QByteArray& text) {
+        const QList<pages::Fault> faults = pages::ReadTemplate(text, {}).faults;
+        return std::ranges::any_of(faults, [](const auto& fault) { return fault.reason.startsWith("plus de 8"); });
+    };
+    EXPECT_FALSE(isTooDeep("[a" + QByteArray(".a").repeated(7) + "]\n"));
+    EXPECT_TRUE(isTooDeep("[a" + QByteArray(".a").repeated(8) + "]\n"));
+    EXPECT_FALSE(isTooDeep("a = " + QByteArray("[").repeated(8) + QByteArray("]").repeated(8) + "\n"));
+    EXPECT_TRUE(isTooDeep("a = " + QByteArray("[").repeated(9) + QByteArray("]").repeated(9) + "\n"));
+    EXPECT_FALSE(isTooDeep("# " + QByteArray(".").repeated(99) + "\na = '" + QByteArray("[").repeated(99) + "'\n"));
 }
 
 TEST(Template, AllMistakesAreToldAtOnce)
@@ -142,7 +156,7 @@ TEST(Template, UnreadableFilesAreFaultsOfTheWholeFile)
         return faults.size() == 1 && faults[0].line == 0 ? faults[0].reason : QString();
     };
     EXPECT_EQ(refusal(practice.Folder() + "/RIEN.RPT"), "le fichier n'existe pas");
-    EXPECT_EQ(refusal(practice.Folder()), "c'est un dossier et non un fichier");
+    EXPECT_EQ(refusal(practice.Folder()), "ce n'est pas un fichier");
     EXPECT_EQ(refusal("/proc/self/mem"), "le fichier ne peut pas être lu : le disque répond par une erreur");
     constexpr qsizetype largest = 64 * 1024;
     EXPECT_EQ(refusal(practice.WriteTemplate(good + QByteArray(largest + 1 - good.size(), '#'))),
