@@ -22,8 +22,8 @@ NamesOfActs::NamesOfActs(const dao::Recordset& patientLookup, const dao::Records
 
 void NamesOfActs::Show(forms::Grid& grid, int row, const dao::Recordset& act)
 {
-    ShowCells(patients, act["num_patient"], grid, row, 1);
-    ShowCells(services, act["num_presta"], grid, row, 3);
+    ShowCells(patients, act["num_patient"], grid, row, ActColumn::LastName);
+    ShowCells(services, act["num_presta"], grid, row, ActColumn::Service);
 }
 
 void NamesOfActs::ShowCells(Lookup& lookup, const dao::Field& key, forms::Grid& grid, int row, int firstColumn) const

@@ -27,8 +27,10 @@ public:
     forms::Label DayLabel{"Label4(0)", " Du"};
     forms::Label FirstLabel{"Label4(3)", " Du"};
     forms::Label LastLabel{"Label3(5)", " Au"};
-    forms::ControlArray<forms::DateField, 3> Text1{"Text1"};    ///< 0 the day; 1 and 2 the bounds
-    forms::ControlArray<forms::Picture, 4, 2> Image2{"Image2"}; ///< 2 accepts, 3 cancels the day; 4 and 5 the period
+    enum Field { Day, First, Last };
+    forms::ControlArray<forms::DateField, 3> Text1{"Text1"};
+    enum Choice { AcceptDay = 2, CancelDay, AcceptPeriod, CancelPeriod };
+    forms::ControlArray<forms::Picture, 4, 2> Image2{"Image2"};
 
     /// Puts the current date into all fields.
     void SetToday();

@@ -1,10 +1,43 @@
 #include "core/lists.h"
 
+#include "data/PaymentCode.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/forms/Controls.h"
 #include "platform/forms/Grid.h"
 
+namespace PaymentCode = data::PaymentCode;
+
 namespace core {
+
+namespace {
+
+QString PayCodeTip(int code)
+{
+    switch (code) {
+    case PaymentCode::NP:
+        return "NP : en instance, valeur théorique 0";
+    case PaymentCode::RMinus:
+        return "R- : en instance, valeur théorique : le tarif moins le montant reçu";
+    case PaymentCode::P:
+        return "P : réglé, valeur théorique : le tarif";
+    case PaymentCode::RPlus:
+        return "R+ : réglé, valeur théorique : le montant reçu";
+    case PaymentCode::Gr:
+        return "Gr : réglé, valeur théorique 0";
+    default:
+        return "AB : réglé, valeur théorique 0";
+    }
+}
+
+} // namespace
+
+QString PayCodeTips()
+{
+    QStringList tips;
+    for (int code = PaymentCode::NP; code <= PaymentCode::AB; ++code)
+        tips << PayCodeTip(code);
+    return tips.join('\n');
+}
 
 void FillPayLists(QStringList& List_R, QStringList& List_HH, forms::ComboBox* codes)
 {
@@ -15,6 +48,8 @@ void FillPayLists(QStringList& List_R, QStringList& List_HH, forms::ComboBox* co
     if (codes != nullptr) {
         codes->clear();
         codes->addItems(List_R);
+        for (int code = 0; code < codes->count(); ++code)
+            codes->setItemData(code, PayCodeTip(code), Qt::ToolTipRole);
         codes->SetListIndex(0);
     }
 }

@@ -17,6 +17,10 @@ namespace core {
 /// be null.
 void FillPayLists(QStringList& List_R, QStringList& List_HH, forms::ComboBox* codes = nullptr);
 
+/// What the rules say of the codes, a line each: pending or settled, and how an act is valued. The heading "R" of a
+/// list of acts shows it; each line of the payment codes shows its own.
+QString PayCodeTips();
+
 /// A line of a list; raises 9 outside it, as a code that no list knows is an error of the data.
 QString ListLine(const QStringList& list, int line);
 

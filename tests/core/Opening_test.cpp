@@ -7,12 +7,14 @@
 #include "platform/host/Files.h"
 #include "platform/host/Host.h"
 #include "support/Accessibility.h"
+#include "support/Globals.h"
 #include "support/MainWindow.h"
 #include "support/Practice.h"
 #include "support/ScriptedDesk.h"
 
 #include <QDir>
 #include <QFile>
+#include <QTest>
 #include <gtest/gtest.h>
 
 using core::Auteur;
@@ -86,6 +88,58 @@ TEST_F(Opening, StaysSilentOnAWrongCode)
     EXPECT_FALSE(QFile::exists(practice.File("ARCHIVES/ZEP_ONE.MDB")));
 }
 
+TEST_F(Opening, ReplacesAWrongCodeByTheNextOneTyped)
+{
+    auto& main = Start();
+    desk.WhenModal<Auteur>([this](Auteur& dialog) {
+        dialog.Dir1.SetPath(practice.Folder());
+        Type(dialog.Text1, "7");
+        Press(dialog.Text1, Qt::Key_Return);
+        EXPECT_TRUE(dialog.Text1.hasFocus());
+        QTest::keyClicks(&dialog.Text1, "6");
+        QTest::keyClick(&dialog.Text1, Qt::Key_Return);
+    });
+    main.Entry("mnu_aprpos")->trigger();
+    EXPECT_TRUE(core::TheDatabase.IsOpen());
+}
+
+TEST_F(Opening, StartsInTheCodeWhereAPracticeIsAlreadyThere)
+{
+    const QString before = QDir::currentPath();
+    QDir::setCurrent(practice.Folder());
+    auto& dialog = desk.Open<Auteur>();
+    EXPECT_TRUE(dialog.Text1.hasFocus());
+    QDir::setCurrent(practice.File("ARCHIVES"));
+    auto& elsewhere = desk.Open<Auteur>();
+    EXPECT_TRUE(elsewhere.Dir1.hasFocus());
+    QDir::setCurrent(before);
+
+    desk.ExpectMessage("Indiquez un lecteur ou le chemin d'un dossier.", Icon::Critical, "ATTENTION");
+    Click(elsewhere.Image1); // nothing typed
+    elsewhere.Dir1.SetPath("/usr");
+    Type(elsewhere.Dir1, "sh"); // /usr/share, or whatever begins so
+    EXPECT_TRUE(elsewhere.Dir1.currentItem()->text().trimmed().startsWith("sh"));
+}
+
+TEST_F(Opening, GivesTheFirstFocusToTheMenuAndKeysToItsMostUsedEntries)
+{
+    auto& main = Start();
+    EXPECT_TRUE(main.focusWidget()->inherits("QMenuBar"));
+    Press(*main.focusWidget(), Qt::Key_Return);
+    Press(*main.focusWidget(), Qt::Key_Escape);
+    EXPECT_FALSE(desk.EndCode().has_value());
+    TypeCode(main, "6");
+    practice.Act({});
+    practice.Appointment("17/06/2008");
+    Press(main, Qt::Key_F6);
+    desk.WhenModal<core::Q_Date_2>([](core::Q_Date_2& picker) { Click(picker.Image2[0]); });
+    Press(main, Qt::Key_F7);
+    Press(main, Qt::Key_F8);
+    EXPECT_EQ(actsOpened, 1);
+    EXPECT_EQ(cashOpened, 1);
+    EXPECT_EQ(pendingOpened, 1);
+}
+
 TEST_F(Opening, NamesTheMissingFile)
 {
     auto& main = Start();
@@ -101,7 +155,7 @@ TEST_F(Opening, NamesTheMissingFile)
 TEST_F(Opening, TakesACodeOnlyWhereTheDatabaseIs)
 {
     practice.Open();
-    core::ResetGlobals();
+    tests::ResetGlobals();
     auto& dialog = desk.Open<Auteur>();
     EXPECT_FALSE(dialog.Text1.isVisible());
     dialog.Dir1.SetPath(practice.Folder());

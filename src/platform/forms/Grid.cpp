@@ -1,6 +1,7 @@
 #include "platform/forms/Grid.h"
 
 #include "platform/basic/RuntimeError.h"
+#include "platform/forms/FittingFont.h"
 #include "platform/forms/Form.h"
 #include "platform/forms/GridHeader.h"
 #include "platform/forms/GridModel.h"
@@ -18,11 +19,13 @@ namespace forms {
 
 namespace {
 
-constexpr int RowHeight = 24;
-constexpr int UsualRows = 12;
+constexpr int RowPadding = 8; // above and below a line of text together
+constexpr int CellMargin = 3; // beside a text; Qt's own
 constexpr int FewestRows = 3;
+constexpr int MostRowsAtOpening = 60;
 
-/// Paints cells; a centred text that just fits its column is written whole and not cut for the sake of a margin.
+/// Paints cells. A centred text that just fits its column is written whole and not cut for the sake of a margin; a
+/// figure is written smaller where its column is too narrow.
 class CellPainter : public QStyledItemDelegate {
 public:
     using QStyledItemDelegate::QStyledItemDelegate;
@@ -31,11 +34,16 @@ protected:
     void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override
     {
         QStyledItemDelegate::initStyleOption(option, index);
-        if ((option->displayAlignment & Qt::AlignHCenter) == 0)
+        if ((option->displayAlignment & Qt::AlignHCenter) != 0) {
+            option->text = option->text.trimmed();
+            option->font = FittingFont(option->font, option->text, option->rect.width());
+        } else if ((option->displayAlignment & Qt::AlignRight) != 0) {
+            option->font = FittingFont(option->font, option->text, option->rect.width() - 2 * CellMargin);
+        } else {
             return;
-        option->text = option->text.trimmed();
-        if (option->fontMetrics.horizontalAdvance(option->text) <= option->rect.width())
-            option->textElideMode = Qt::ElideNone;
+        }
+        option->fontMetrics = QFontMetrics(option->font);
+        option->textElideMode = Qt::ElideNone;
     }
 };
 
@@ -47,7 +55,6 @@ Grid::Grid(const QString& name, const QList<Column>& columns)
     setObjectName(name);
     setHorizontalHeader(header);
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-    verticalHeader()->setDefaultSectionSize(RowHeight);
     verticalHeader()->hide();
     if (auto* corner = findChild<QAbstractButton*>(QString(), Qt::FindDirectChildrenOnly))
         corner->setAccessibleName(QStringLiteral("Coin du tableau"));
@@ -60,8 +67,7 @@ Grid::Grid(const QString& name, const QList<Column>& columns)
     setSelectionMode(SingleSelection);
     setSelectionBehavior(SelectRows);
     setHorizontalScrollMode(ScrollPerPixel);
-    // No empty stripe beside the last column, however many rows there are.
-    setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Expanding);
+    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Expanding);
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
     connect(verticalScrollBar(), &QScrollBar::rangeChanged, verticalScrollBar(),
             [bar = verticalScrollBar()](int first, int last) { bar->setEnabled(last > first); });
@@ -69,8 +75,9 @@ Grid::Grid(const QString& name, const QList<Column>& columns)
     cells->SetRows(1);
     cells->Tell();
     setModel(cells);
-    for (int column = 0; column < columns.size(); ++column)
-        setColumnWidth(column, PixelsOf(columns[column].widthTwips));
+    for (const Column& column : columns)
+        columnTwips << column.widthTwips;
+    ScaleToFont();
 
     connect(cells, &GridModel::Changed, this, &Grid::BeginChange);
     connect(selectionModel(), &QItemSelectionModel::currentChanged, this, &Grid::Follow);
@@ -191,6 +198,7 @@ void Grid::ShowChanges()
     cells->Tell();
     if (!rowsChanged)
         return;
+    updateGeometry();
     MarkCurrent();
     if (rowSelected && currentRow < Rows())
         selectRow(currentRow);
@@ -223,10 +231,10 @@ void Grid::Follow(const QModelIndex& index)
 void Grid::keyPressEvent(QKeyEvent* event)
 {
     ShowChanges();
-    if (event->matches(QKeySequence::Copy)) {
-        CopyRow();
-        return;
-    }
+    if (event->matches(QKeySequence::Copy))
+        return CopyChosenRows();
+    if (event->matches(QKeySequence::SelectAll))
+        return ChooseAllRows();
     switch (event->key()) {
     case Qt::Key_Return:
     case Qt::Key_Enter:
@@ -267,23 +275,104 @@ bool Grid::viewportEvent(QEvent* event)
     return QTableView::viewportEvent(event);
 }
 
-void Grid::CopyRow() const
+void Grid::keyboardSearch(const QString& search)
 {
-    QStringList texts;
-    for (int column = 0; column < Columns() && currentRow < Rows(); ++column)
-        texts << Text(currentRow, column);
-    QApplication::clipboard()->setText(texts.join('\t'));
+    int column = nameColumn;
+    for (int each = 0; column < 0 && each < Columns(); ++each)
+        if ((cells->Alignment(each) & Qt::AlignLeft) != 0)
+            column = each;
+    if (column < 0)
+        return;
+    const auto row = typeAhead.Find(search, Rows(), currentRow, [&](int each) { return Text(each, column); });
+    if (row)
+        setCurrentIndex(cells->index(*row, currentColumn));
+}
+
+void Grid::ChooseAllRows()
+{
+    if (Rows() == 0)
+        return;
+    const QItemSelection all(cells->index(0, 0), cells->index(Rows() - 1, Columns() - 1));
+    selectionModel()->select(all, QItemSelectionModel::ClearAndSelect);
+}
+
+void Grid::CopyChosenRows() const
+{
+    QStringList lines;
+    const auto addLine = [&](const auto& textOf) {
+        QStringList texts;
+        for (int column = 0; column < Columns(); ++column)
+            texts << textOf(column).trimmed();
+        lines << texts.join('\t');
+    };
+    addLine([&](int column) { return cells->headerData(column, Qt::Horizontal, Qt::DisplayRole).toString(); });
+    for (int row = 0; row < Rows(); ++row)
+        if (selectionModel()->isRowSelected(row))
+            addLine([&](int column) { return Text(row, column); });
+    if (lines.size() > 1)
+        QApplication::clipboard()->setText(lines.join('\n') + '\n');
+}
+
+void Grid::ScaleToFont()
+{
+    verticalHeader()->setDefaultSectionSize(fontMetrics().height() + RowPadding);
+    ShareWidth();
+    updateGeometry();
+}
+
+int Grid::NaturalWidth() const
+{
+    int width = 0;
+    for (const int twips : columnTwips)
+        width += ScaledPixelsOf(twips);
+    return width;
+}
+
+void Grid::ShareWidth()
+{
+    int sharing = 0; // pixels of the columns that take more where there is more
+    for (int column = 0; column < columnTwips.size(); ++column)
+        if ((cells->Alignment(column) & Qt::AlignLeft) != 0)
+            sharing += ScaledPixelsOf(columnTwips[column]);
+    int room = sharing > 0 ? qMax(0, viewport()->width() - NaturalWidth()) : 0;
+    for (int column = 0; column < columnTwips.size(); ++column) {
+        const int natural = ScaledPixelsOf(columnTwips[column]);
+        const bool shares = room > 0 && (cells->Alignment(column) & Qt::AlignLeft) != 0;
+        const int more = shares ? room * natural / sharing : 0;
+        setColumnWidth(column, natural + more);
+        room -= more;
+        sharing -= shares ? natural : 0;
+    }
+}
+
+void Grid::resizeEvent(QResizeEvent* event)
+{
+    QTableView::resizeEvent(event);
+    ShareWidth();
+}
+
+void Grid::changeEvent(QEvent* event)
+{
+    QTableView::changeEvent(event);
+    if (event->type() == QEvent::FontChange)
+        ScaleToFont();
+}
+
+void Grid::SetUsualRows(int rows)
+{
+    usualRows = rows;
+    updateGeometry();
 }
 
 int Grid::HeightOfRows(int rows) const
 {
-    return header->sizeHint().height() + rows * RowHeight + 2 * frameWidth();
+    return header->sizeHint().height() + rows * verticalHeader()->defaultSectionSize() + 2 * frameWidth();
 }
 
 QSize Grid::sizeHint() const
 {
-    const int width = header->length() + verticalScrollBar()->sizeHint().width() + 2 * frameWidth();
-    return {width, HeightOfRows(UsualRows)};
+    const int width = NaturalWidth() + verticalScrollBar()->sizeHint().width() + 2 * frameWidth();
+    return {width, HeightOfRows(qBound(usualRows, Rows(), MostRowsAtOpening))};
 }
 
 QSize Grid::minimumSizeHint() const

@@ -36,6 +36,8 @@ QVariant GridModel::headerData(int section, Qt::Orientation orientation, int rol
         return {};
     if (role == Qt::DisplayRole)
         return columns[section].heading;
+    if (role == Qt::ToolTipRole && !columns[section].tip.isEmpty())
+        return columns[section].tip;
     if (role == Qt::TextAlignmentRole)
         return QVariant::fromValue(columns[section].alignment | Qt::AlignVCenter);
     return {};
