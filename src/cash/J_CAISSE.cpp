@@ -53,6 +53,7 @@ void J_CAISSE::Form_Load()
     PatientLookup = TheDatabase.OpenRecordset("select * from Patients order by num");
     ServiceLookup = TheDatabase.OpenRecordset("select * from Presta order by num");
     ShowCashDay();
+    SSTab1.setFocus();
 }
 
 void J_CAISSE::Image1_Click(int index)

@@ -66,7 +66,10 @@ void J_CAISSE::BuildForm()
 
 void J_CAISSE::BuildPages()
 {
+    constexpr int balanceWidth = 168;
     RCP[NewBalance].setProperty("role", "balance");
+    for (const int figure : {DaySpent, NewBalance})
+        RCP[figure].setMinimumWidth(balanceWidth);
     AddPage(SSTab1, "Récap",
             Row{
                 Column{

@@ -65,6 +65,7 @@ void Form1::BuildForm()
 {
     setWindowFlags(Qt::Window);
     menu.setObjectName("MainMenu");
+    setAccessibleName("ZEP Lumo");
     if (auto* more = menu.findChild<QToolButton*>())
         more->setAccessibleName("Suite du menu");
 

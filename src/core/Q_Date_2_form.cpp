@@ -1,6 +1,7 @@
 #include "core/Q_Date_2.h"
 
 #include "platform/forms/Layout.h"
+#include "platform/forms/Readers.h"
 
 #include <QGridLayout>
 #include <QStyle>
@@ -55,6 +56,7 @@ Layout Q_Date_2::DaysOfMonth()
     for (int cell = 1; cell <= Cells; ++cell) {
         const int row = 2 + (cell - 1) / Columns;
         const int column = (cell - 1) % Columns;
+        HideFromReaders(Text2[cell]); // the button reads the day
         Lend(Text2[cell]);
         Lend(SSCommand1[cell]);
         Text2[cell].setFixedSize(CellWidth, CellHeight);

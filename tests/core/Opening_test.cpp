@@ -171,9 +171,16 @@ TEST_F(Opening, TakesACodeOnlyWhereTheDatabaseIs)
 
     dialog.Dir1.SetPath(practice.File("ARCHIVES"));
     EXPECT_FALSE(dialog.Text1.isVisible());
+    Press(dialog.Dir1, Qt::Key_Up); // the folder above, by Enter
+    Press(dialog.Dir1, Qt::Key_Return);
+    EXPECT_EQ(dialog.Dir1.Path(), practice.Folder());
     Type(dialog.Text2, "/");
     Press(dialog.Text2, Qt::Key_Return);
     EXPECT_EQ(dialog.Dir1.Path(), "/");
+    desk.ExpectMessage("Lecteur 'Z:' introuvable", Icon::Critical, "ATTENTION");
+    dialog.Text2.clear();
+    Type(dialog.Text2, "Z"); // a letter alone is a drive
+    Press(dialog.Text2, Qt::Key_Return);
     dialog.Text2.setText("Q:");
     desk.ExpectMessage("Lecteur 'Q:' introuvable", Icon::Critical, "ATTENTION");
     Click(dialog.Image1);
@@ -188,7 +195,10 @@ TEST_F(Opening, ChecksEachEntryAgainstItsTable)
     main.Entry("NActes")->trigger();
     desk.ExpectMessage("Aucun règlement en instance", Icon::Information, "ATTENTION");
     main.Entry("mnu_Inst")->trigger();
-    desk.ExpectMessage("Aucun mouvement de fonds enregistré", Icon::Information, "Lumo ZEP");
+    const auto expectNoCash = [this] {
+        desk.ExpectMessage("Aucun mouvement de fonds enregistré", Icon::Information, "Lumo ZEP");
+    };
+    expectNoCash();
     main.Entry("mnu_Caisse")->trigger();
     EXPECT_EQ(cashOpened + actsOpened + pendingOpened, 0);
 
@@ -197,8 +207,14 @@ TEST_F(Opening, ChecksEachEntryAgainstItsTable)
     EXPECT_EQ(actsOpened, 1);
     desk.ExpectMessage("Aucun règlement en instance", Icon::Information, "ATTENTION");
     main.Entry("mnu_Inst")->trigger();
+    expectNoCash(); // an act is no sign of cash activity
+    main.Entry("mnu_Caisse")->trigger();
 
-    practice.Appointment("17/06/2008"); // an act is no sign of cash activity, an appointment is
+    const dao::Key expense = practice.Expense({.montant = 5}); // an expense alone is one, and so is an appointment
+    desk.WhenModal<core::Q_Date_2>([](core::Q_Date_2& picker) { Click(picker.Image2[1]); });
+    main.Entry("mnu_Caisse")->trigger();
+    practice.Remove("Recettes", expense);
+    practice.Appointment("17/06/2008");
     desk.WhenModal<core::Q_Date_2>([](core::Q_Date_2& picker) { Click(picker.Image2[1]); });
     main.Entry("mnu_Caisse")->trigger();
     EXPECT_EQ(cashOpened, 0);
@@ -229,7 +245,9 @@ TEST_F(Opening, ReplacesAWriteProtectedArchive)
     auto& main = Start();
     TypeCode(main, "6");
     Quit(main);
-    EXPECT_GT(QFile(old.fileName()).size(), 4096);
+    EXPECT_EQ(host::FileAttributes(old.fileName()), 0);
+    ASSERT_TRUE(old.open(QIODevice::ReadOnly));
+    EXPECT_TRUE(old.readAll().startsWith("SQLite format 3"));
 }
 
 TEST_F(Opening, TellsAFailedArchiveCopyAndEndsAllTheSame)

@@ -5,6 +5,7 @@
 #include "support/Accessibility.h"
 #include "support/ScriptedDesk.h"
 
+#include <QAccessible>
 #include <QTest>
 #include <gtest/gtest.h>
 
@@ -92,6 +93,9 @@ TEST_F(DatePicker, GivesTheDateOnAcceptAndNothingOnCancel)
 {
     auto& chosen = Show(17, 6, 2008);
     EXPECT_EQ(AccessibilityFaults(chosen), QStringList());
+    const int cell = FirstCell(chosen) + 16;
+    EXPECT_EQ(chosen.SSCommand1[cell].accessibleName(), "Mar  17/06/2008");
+    EXPECT_TRUE(QAccessible::queryAccessibleInterface(&chosen.Text2[cell])->state().invisible); // read once
     Press(chosen.SSCommand1[20], Qt::Key_Down);
     Press(chosen.SSCommand1[20], Qt::Key_Right);
     Press(chosen.SSCommand1[20], Qt::Key_Return);

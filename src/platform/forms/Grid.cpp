@@ -279,7 +279,7 @@ void Grid::keyboardSearch(const QString& search)
 {
     int column = nameColumn;
     for (int each = 0; column < 0 && each < Columns(); ++each)
-        if ((cells->Alignment(each) & Qt::AlignLeft) != 0)
+        if (cells->IsLeftAligned(each))
             column = each;
     if (column < 0)
         return;
@@ -330,14 +330,14 @@ int Grid::NaturalWidth() const
 
 void Grid::ShareWidth()
 {
-    int sharing = 0; // pixels of the columns that take more where there is more
+    int sharing = 0; // pixels of the columns that take more where there is more, and give way where there is less
     for (int column = 0; column < columnTwips.size(); ++column)
-        if ((cells->Alignment(column) & Qt::AlignLeft) != 0)
+        if (cells->IsLeftAligned(column))
             sharing += ScaledPixelsOf(columnTwips[column]);
-    int room = sharing > 0 ? qMax(0, viewport()->width() - NaturalWidth()) : 0;
+    int room = qMax(-sharing / 2, viewport()->width() - NaturalWidth());
     for (int column = 0; column < columnTwips.size(); ++column) {
         const int natural = ScaledPixelsOf(columnTwips[column]);
-        const bool shares = room > 0 && (cells->Alignment(column) & Qt::AlignLeft) != 0;
+        const bool shares = cells->IsLeftAligned(column);
         const int more = shares ? room * natural / sharing : 0;
         setColumnWidth(column, natural + more);
         room -= more;

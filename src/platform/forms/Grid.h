@@ -13,7 +13,7 @@ class GridModel;
 /// A table of texts with a current row and column, as the screens use it. Cells are held by the model as text; filling
 /// sends no signal per cell (the view is told once, when control returns to it; the model itself always answers with
 /// the present texts). Widths are in twips, 1440 to the inch, at the usual font size. It starts with one empty row.
-/// Where it is given more room than its columns take, the left-aligned ones share it.
+/// Where it has more or less room than its columns take, the left-aligned ones share it or give way, by half at most.
 ///
 /// Keys: arrows, Home and End (first and last row), pages; Enter; letters go to the next row whose name begins with
 /// them; Ctrl+A chooses all rows, Ctrl+C copies the chosen ones with the headings, trimmed, cells between tabs. A

@@ -24,7 +24,7 @@ public:
     QString Text(int row, int column) const;
     void SetText(int row, int column, const QString& text);
     void SetHeading(int column, const QString& text);
-    Qt::Alignment Alignment(int column) const { return columns[column].alignment; }
+    bool IsLeftAligned(int column) const { return columns[column].alignment.testFlag(Qt::AlignLeft); }
 
     bool HasUntoldRows() const { return resetting; }
     void Tell();
