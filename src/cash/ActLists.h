@@ -1,10 +1,7 @@
 #pragma once
 
+#include "core/NameLookup.h"
 #include "platform/dao/Recordset.h"
-
-#include <QHash>
-#include <QStringList>
-#include <vector>
 
 /// What the lists of acts have in common.
 namespace forms {
@@ -38,17 +35,10 @@ public:
     void Show(forms::Grid& grid, int row, const dao::Recordset& act);
 
 private:
-    struct Lookup {
-        dao::Recordset rows;
-        std::vector<const char*> fields;
-        QHash<dao::Key, QStringList> known = {}; ///< cells by key; none where there is no such row
-    };
+    void ShowCells(core::NameLookup& lookup, const dao::Field& key, forms::Grid& grid, int row, int firstColumn) const;
 
-    const QStringList& CellsOf(Lookup& lookup, dao::Key key) const;
-    void ShowCells(Lookup& lookup, const dao::Field& key, forms::Grid& grid, int row, int firstColumn) const;
-
-    Lookup patients;
-    Lookup services;
+    core::NameLookup patients;
+    core::NameLookup services;
     NullName asNull;
 };
 

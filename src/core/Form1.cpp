@@ -142,6 +142,7 @@ void Form1::ShutDown()
         if (DisplayChanged)
             host::ChangeWorkingArea(InitialScreen);
         if (Label1[0].isVisibleTo(this)) {
+            const auto notice = TheDesk().Wait("Archivage ...");
             CloseDataFiles();
             CopyToArchives();
         }

@@ -116,6 +116,12 @@ void ScriptedDesk::ShowModal(forms::Form& form)
     support::Settle();
 }
 
+std::unique_ptr<forms::WaitNotice> ScriptedDesk::Wait(const QString& text)
+{
+    notices << text;
+    return Desk::Wait(text);
+}
+
 void ScriptedDesk::EndProgram(int code)
 {
     if (!endCode)
