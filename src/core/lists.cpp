@@ -3,6 +3,7 @@
 #include "data/PaymentCode.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/forms/Controls.h"
+#include "platform/forms/Desk.h"
 #include "platform/forms/Grid.h"
 
 namespace PaymentCode = data::PaymentCode;
@@ -76,6 +77,17 @@ bool FindKey(dao::Recordset& lookup, dao::Key key)
         return false;
     lookup.FindFirst("num = " + QString::number(key));
     return !lookup.NoMatch();
+}
+
+bool ConfirmsDeletion(const QString& number)
+{
+    return forms::MsgBox("Confirmer supression de ligne N° " + number, forms::Icon::Question, "Confirmation",
+                         forms::Buttons::YesNo) == forms::Answer::Yes;
+}
+
+void TellLineIsGone()
+{
+    forms::MsgBox("Cette ligne n'existe plus : elle a été supprimée entre-temps.", forms::Icon::Critical, "ATTENTION");
 }
 
 QString TextOrNothing(const dao::Field& field)

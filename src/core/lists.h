@@ -31,6 +31,12 @@ int TakeRow(forms::Grid& grid, basic::Int16& nextRow);
 /// was; the set may be empty.
 bool FindKey(dao::Recordset& lookup, dao::Key key);
 
+/// Asks whether a line of a list is to be deleted; `number` is the line's number as the screen writes it.
+bool ConfirmsDeletion(const QString& number);
+
+/// Says that the line in hand was deleted meanwhile by another program: nothing was written.
+void TellLineIsGone();
+
 /// The text of a field for a list: empty for Null.
 QString TextOrNothing(const dao::Field& field);
 
