@@ -52,8 +52,8 @@ QClipboard::Mode PasteSource(const QKeyEvent& event)
 TextBox::TextBox(const QString& name)
 {
     setObjectName(name);
-    // A field can lose its place as the window's focused control while the window is in the background: no focus event
-    // tells.
+    // A field can lose its place as the window's focused control while the window is in the background, without a focus
+    // event.
     connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) {
         if (entered && now && now != this && now->window() == window())
             FocusLeaves();
