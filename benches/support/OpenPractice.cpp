@@ -8,7 +8,7 @@ namespace bench {
 
 OpenPractice::OpenPractice(const QString& folder)
 {
-    core::ResetGlobals();
+    core::CloseDataFiles();
     core::FillCalendarNames();
     core::DataFolder = folder;
     core::LoadConfiguration();
@@ -18,7 +18,7 @@ OpenPractice::OpenPractice(const QString& folder)
 
 OpenPractice::~OpenPractice()
 {
-    core::ResetGlobals();
+    core::CloseDataFiles();
 }
 
 QString OpenPractice::LastDay()

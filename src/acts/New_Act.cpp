@@ -8,6 +8,7 @@
 #include "platform/basic/Dates.h"
 #include "platform/basic/Numbers.h"
 #include "platform/forms/Desk.h"
+#include "platform/forms/Guard.h"
 #include "platform/host/Host.h"
 
 using namespace basic;
@@ -29,7 +30,37 @@ Int16 CountIn(const Grid& grid, int row, int column)
     return RoundToInt(Val(grid.Text(row, column)));
 }
 
+constexpr int UnitTwips = 1780;
+constexpr int CountTwips = 840;
+constexpr int StandingTwips = 580;
+
 } // namespace
+
+New_Act::New_Act()
+    : Form("New_Act"), Grid1("Grid1", {{"Unité", UnitTwips},
+                                       {"Réc.", CountTwips, Qt::AlignCenter},
+                                       {"Arch.", CountTwips, Qt::AlignCenter},
+                                       {"Total", CountTwips, Qt::AlignCenter}}),
+      Grid2("Grid2", {{"Unité", UnitTwips},
+                      {"Patient", 3390},
+                      {"Date", 1180, Qt::AlignCenter},
+                      {"Heure", 590, Qt::AlignCenter},
+                      {"Type", 570, Qt::AlignCenter},
+                      {"Règl", StandingTwips, Qt::AlignCenter, PayCodeTips()},
+                      {"Réc.", StandingTwips, Qt::AlignCenter},
+                      {"Arch.", StandingTwips, Qt::AlignCenter}})
+{
+    BuildForm();
+    On(Grid1, &Grid::Click, *this, &New_Act::Grid1_Click);
+    On(Grid2, &Grid::Click, *this, &New_Act::Grid2_Click);
+    On(Grid2, &Grid::DblClick, *this, &New_Act::Grid2_DblClick);
+    On(Grid2, &Grid::Entered, *this, &New_Act::Grid2_DblClick);
+    OnEach(Image1, &Picture::clicked, *this, &New_Act::Image1_Click);
+    OnEach(Option1, &OptionButton::Chosen, *this, &New_Act::Option1_Click);
+    On(Image2, &Picture::clicked, *this, &New_Act::Image2_Click);
+    On(Text1, &DateField::Entered, *this, [this] { Image1[LeaveDisplay].setFocus(); });
+    On(Text1, &DateField::DateRefused, *this, [this] { Text1.setFocus(); });
+}
 
 void New_Act::Form_Load()
 {
@@ -37,8 +68,6 @@ void New_Act::Form_Load()
     setWindowTitle(" ");
     SSTab1.setCurrentIndex(0);
     LoadLookupLists();
-    PatientsRS = TheDatabase.OpenRecordset("select * from Patients order by num");
-    ActesRS = TheDatabase.OpenRecordset("select * from Actes order by num");
     DayLabel.setText(DateText(host::Today()));
     Text1.setText(DateText(host::Today()));
     ShowDay();
@@ -51,7 +80,7 @@ void New_Act::LoadLookupLists()
     FillPayLists(List_R, List_HH);
     PermnTable.MoveFirst();
     CardDisplay = TextOrNothing(PermnTable["RC"]).trimmed();
-    SSOption2[CardDisplay == "OUI" ? 1 : 0].setChecked(true);
+    SSOption2[CardDisplay == "OUI" ? LimitedDisplay : FullDisplay].setChecked(true);
 }
 
 void New_Act::LoadOption()
@@ -67,13 +96,13 @@ void New_Act::LoadOption()
 void New_Act::Image1_Click(int index)
 {
     switch (index) {
-    case 0:
+    case DayBefore:
         return MoveDay(-1);
-    case 1:
+    case DayAfter:
         return MoveDay(1);
-    case 4:
+    case Toggle:
         return ToggleActArchive();
-    case 5:
+    case PickDay:
         if (PickDateFromToday()) {
             const QString chosen = PickedDate;
             SaveActToggles();
@@ -139,7 +168,7 @@ void New_Act::Grid2_Click()
 void New_Act::Grid2_DblClick()
 {
     Grid2_Click();
-    Image1_Click(4);
+    Image1_Click(Toggle);
 }
 
 void New_Act::ShowDay()
@@ -166,7 +195,7 @@ void New_Act::ClearDaySheet()
 {
     Grid1.ClearToOneRow();
     Grid2.ClearToOneRow();
-    for (int total = 1; total <= LT.Size(); ++total) {
+    for (int total = RecentSum; total <= WholeSum; ++total) {
         LT[total].setText("");
         Label4[total].setText("");
     }
@@ -175,9 +204,17 @@ void New_Act::ClearDaySheet()
     TogglesPending = false;
 }
 
+/// An act that arrives later is listed at the next fill, and must be among the acts that can be written by then.
+void New_Act::OpenRecords()
+{
+    PatientsRS = TheDatabase.OpenRecordset("select * from Patients order by num");
+    ActesRS = TheDatabase.OpenRecordset("select * from Actes order by num");
+}
+
 void New_Act::FillDaySheet()
 {
     ClearDaySheet();
+    OpenRecords();
     ServiceRow = 0;
     ActRow = 0;
     List1.clear();
@@ -253,11 +290,11 @@ void New_Act::ShowServiceTotals()
     }
     SheetArchived = SheetTotal - SheetRecent;
     if (SheetRecent > 0)
-        Label4[1].setText(Str(SheetRecent));
+        Label4[RecentSum].setText(Str(SheetRecent));
     if (SheetArchived > 0)
-        Label4[2].setText(Str(SheetArchived));
+        Label4[ArchivedSum].setText(Str(SheetArchived));
     if (SheetTotal >= 1)
-        Label4[3].setText(Str(SheetTotal));
+        Label4[WholeSum].setText(Str(SheetTotal));
 }
 
 } // namespace acts

@@ -25,19 +25,20 @@ public:
     forms::TabStrip SSTab1{"SSTab1"};
     forms::Label DayLabel{
         "Label1(3)"}; ///< the shown day as dd/mm/yyyy; every move of the day writes it, ShowDay reads it
-    /// 0 the day before, 1 the day after, 2 and 3 leave, 4 toggles the current act, 5 a day from the calendar.
+    enum Action { DayBefore, DayAfter, LeaveSheet, LeaveDisplay, Toggle, PickDay };
     forms::ControlArray<forms::Picture, 6> Image1{"Image1"};
-    forms::Grid Grid1;                                              ///< the services
-    forms::Grid Grid2;                                              ///< the acts
-    forms::ControlArray<forms::FigureLabel, 3, 1> Label4{"Label4"}; ///< under Grid1: récents, archived, all
-    forms::ControlArray<forms::FigureLabel, 3, 1> LT{"LT"};         ///< under Grid2: récents, archived, all
+    forms::Grid Grid1; ///< the services
+    forms::Grid Grid2; ///< the acts
+    enum CountOf { RecentSum = 1, ArchivedSum, WholeSum };
+    forms::ControlArray<forms::FigureLabel, 3, 1> Label4{"Label4"}; ///< under Grid1
+    forms::ControlArray<forms::FigureLabel, 3, 1> LT{"LT"};         ///< under Grid2
 
     forms::ControlArray<forms::OptionButton, 5> Option1{"Option1"}; ///< index: acts skipped between two visible ones
     forms::Label OptionLabel{"Label1(13)", "//"};                   ///< caption of the chosen option
     forms::Picture Image2{"Image2"};                                ///< starts the actualisation
     forms::Panel SSPanel1{"SSPanel1", "Actes sur fiche patient"};
-    forms::ControlArray<forms::OptionButton, 2> SSOption2{
-        "SSOption2"};                ///< 0 full, 1 limited display on patients' cards
+    enum CardDisplayOption { FullDisplay, LimitedDisplay };
+    forms::ControlArray<forms::OptionButton, 2> SSOption2{"SSOption2"};
     forms::DateField Text1{"Text1"}; ///< takes a date that nothing reads
 
     void LoadLookupLists();
@@ -75,7 +76,7 @@ private:
     void NamePictures();
     void BuildSheetPage();
     void BuildDisplayPage();
-    void AddShortcuts();
+    void OpenRecords();
     void LoadOption();
     void MoveDay(int days);
     void AddServiceRow();
@@ -97,8 +98,8 @@ private:
     dao::Recordset PrestaList;
     dao::Recordset DayCount;
     dao::Recordset ServiceActs;
-    dao::Recordset PatientsRS; ///< open for the life of the screen, to look names up
-    dao::Recordset ActesRS;    ///< open for the life of the screen, to write the standings
+    dao::Recordset PatientsRS; ///< to look names up; opened anew at each fill, as is ActesRS
+    dao::Recordset ActesRS;    ///< to write the standings: knows every act that the sheet lists
 
     dao::KeyList List1; ///< act on each row of Grid2
     QStringList List_HH, List_R;

@@ -10,99 +10,38 @@ using namespace forms;
 
 namespace acts {
 
-namespace {
-
-constexpr int UnitTwips = 1780;
-constexpr int CountTwips = 840;
-constexpr int StandingTwips = 580;
-constexpr int SheetHeight = 512; // pixels
-
-} // namespace
-
-New_Act::New_Act()
-    : Form("New_Act"), Grid1("Grid1", {{"Unité", UnitTwips},
-                                       {"Réc.", CountTwips, Qt::AlignCenter},
-                                       {"Arch.", CountTwips, Qt::AlignCenter},
-                                       {"Total", CountTwips, Qt::AlignCenter}}),
-      Grid2("Grid2", {{"Unité", UnitTwips},
-                      {"Patient", 3390},
-                      {"Date", 1180, Qt::AlignCenter},
-                      {"Heure", 590, Qt::AlignCenter},
-                      {"Type", 570, Qt::AlignCenter},
-                      {"Règl", StandingTwips, Qt::AlignCenter},
-                      {"Réc.", StandingTwips, Qt::AlignCenter},
-                      {"Arch.", StandingTwips, Qt::AlignCenter}})
-{
-    BuildForm();
-    AddShortcuts();
-    On(Grid1, &Grid::Click, *this, [this] { Grid1_Click(); });
-    On(Grid2, &Grid::Click, *this, [this] { Grid2_Click(); });
-    On(Grid2, &Grid::DblClick, *this, [this] { Grid2_DblClick(); });
-    On(Grid2, &Grid::Entered, *this, [this] { Grid2_DblClick(); });
-    for (int index = 0; index < Image1.Size(); ++index)
-        On(Image1[index], &Picture::clicked, *this, [this, index] { Image1_Click(index); });
-    for (int index = 0; index < Option1.Size(); ++index)
-        On(Option1[index], &OptionButton::toggled, *this, [this, index](bool chosen) {
-            if (chosen)
-                Option1_Click(index);
-        });
-    On(Image2, &Picture::clicked, *this, [this] { Image2_Click(); });
-    On(Text1, &DateField::Entered, *this, [this] { Image1[3].setFocus(); });
-    On(Text1, &DateField::DateRefused, *this, [this] { Text1.setFocus(); });
-}
-
-void New_Act::AddShortcuts()
-{
-    struct {
-        QKeySequence keys;
-        int picture;
-    } const moves[] = {
-        {Qt::ALT | Qt::Key_Left, 0},
-        {Qt::ALT | Qt::Key_Right, 1},
-        {Qt::Key_F4, 5},
-        {Qt::CTRL | Qt::Key_W, 2},
-    };
-    for (const auto& move : moves) {
-        auto* shortcut = new QShortcut(move.keys, this);
-        On(*shortcut, &QShortcut::activated, *this, [this, picture = move.picture] { Image1_Click(picture); });
-    }
-    auto* toggle = new QShortcut(Qt::Key_Space, &Grid2);
-    toggle->setContext(Qt::WidgetShortcut);
-    On(*toggle, &QShortcut::activated, *this, [this] { Grid2_DblClick(); });
-}
-
 void New_Act::NamePictures()
 {
-    struct {
-        int index;
-        const char* icon;
-        const char* action;
-    } const pictures[] = {
-        {0, "previous", "Jour précédent (Alt+Gauche)"},
-        {1, "next", "Jour suivant (Alt+Droite)"},
-        {2, "quit", "Quitter (Ctrl+W)"},
-        {3, "quit", "Quitter (Ctrl+W)"},
-        {4, "archive", "Archiver ou remettre l'acte choisi (Entrée)"},
-        {5, "calendar", "Choisir une date (F4)"},
-    };
-    for (const auto& picture : pictures) {
-        Image1[picture.index].SetIcon(picture.icon);
-        Image1[picture.index].SetAction(QString::fromUtf8(picture.action));
-    }
-    Image1[4].SetCaption("Acte");
-    Image1[5].SetCaption("Date");
-    Image2.SetIcon("refresh");
+    Dress(Image1[DayBefore], "previous", "Jour précédent", Command::Previous);
+    Dress(Image1[DayAfter], "next", "Jour suivant", Command::Next);
+    Dress(Image1[LeaveSheet], "quit", "Quitter", Command::Leave);
+    Dress(Image1[LeaveDisplay], "quit", "Quitter", Command::Leave);
+    Dress(Image1[Toggle], "archive", "Archiver ou remettre l'acte choisi (Entrée)");
+    Dress(Image1[PickDay], "calendar", "Choisir une date", Command::ChooseDate);
+    Image1[Toggle].SetCaption("Acte");
+    Image1[PickDay].SetCaption("Date");
+    Dress(Image2, "refresh", "Actualiser la visibilité des actes");
     Image2.SetCaption("Actualiser");
-    Image2.SetAction("Actualiser la visibilité des actes");
+    auto* toggle = new QShortcut(Qt::Key_Space, &Grid2);
+    toggle->setContext(Qt::WidgetShortcut);
+    On(*toggle, &QShortcut::activated, *this, &New_Act::Grid2_DblClick);
 }
 
 void New_Act::BuildForm()
 {
     NamePictures();
+    setAccessibleName("Actes du jour");
     Grid1.setAccessibleName("Actes par unité");
     Grid2.setAccessibleName("Actes du jour");
     Grid1.SetGroupHeading(Recent, Total, "Actes");
     Grid2.SetGroupHeading(IsRecent, IsArchived, "Statut");
+    Grid2.SetNameColumn(Patient);
+    Grid2.SetUsualRows(20);
+    const char* const sums[] = {"Récents", "Archivés", "Total"};
+    for (int sum = RecentSum; sum <= WholeSum; ++sum) {
+        Label4[sum].setAccessibleName(QStringLiteral("%1, toutes les unités").arg(sums[sum - RecentSum]));
+        LT[sum].setAccessibleName(QStringLiteral("%1, actes affichés").arg(sums[sum - RecentSum]));
+    }
     Text1.setAccessibleName("Date");
     QFont bold = DayLabel.font();
     bold.setBold(true);
@@ -112,9 +51,9 @@ void New_Act::BuildForm()
     for (int option = 0; option < Option1.Size(); ++option)
         Option1[option].setText(shares[option]);
     Option1[1].setChecked(true);
-    SSOption2[0].setText("Affichage intégral");
-    SSOption2[1].setText("Affichage limité");
-    SSOption2[0].setChecked(true);
+    SSOption2[FullDisplay].setText("Affichage intégral");
+    SSOption2[LimitedDisplay].setText("Affichage limité");
+    SSOption2[FullDisplay].setChecked(true);
     BuildSheetPage();
     BuildDisplayPage();
     SetContent(Column{Item::Growing(SSTab1)});
@@ -122,36 +61,30 @@ void New_Act::BuildForm()
 
 void New_Act::BuildSheetPage()
 {
-    // Wide enough for all columns: a grid that scrolls sideways would move away from its totals.
-    Grid1.setFixedWidth(Grid1.sizeHint().width());
-    Grid2.setMinimumWidth(Grid2.sizeHint().width());
-    Grid2.setMinimumHeight(SheetHeight);
-    AddPage(SSTab1, "Actes du jour",
-            Column{
-                Row{Image1[0], Image1[1], Item::Gap(), NewLabel("Label1(2)", "Journée du :"), DayLabel, Item::Gap(),
-                    Image1[5], Image1[4], Item::Stretch(), Image1[2]},
-                Item::Growing(Row{
-                    Column{
-                        Item::Growing(Grid1),
-                        Row{Before(Grid1, Unit, Unit, "LTotal1", "Total"), Under(Grid1, Recent, Recent, Label4[1]),
-                            Under(Grid1, Archived, Archived, Label4[2]), Under(Grid1, Total, Total, Label4[3]),
-                            Item::Stretch()}
-                            .Spacing(0),
-                    },
-                    Item::Growing(Column{
-                        Item::Growing(Grid2),
-                        Row{Before(Grid2, ActUnit, ServiceDate, "LTotal2", "Total"), Under(Grid2, Hour, Hour, LT[3]),
-                            Before(Grid2, Type, PayCode, "LTotal3", "dont"), Under(Grid2, IsRecent, IsRecent, LT[1]),
-                            Under(Grid2, IsArchived, IsArchived, LT[2]), Item::Stretch()}
-                            .Spacing(0),
-                    }),
+    AddPage(
+        SSTab1, "Actes du jour",
+        Column{
+            Row{Image1[DayBefore], Image1[DayAfter], Item::Gap(), NewLabel("Label1(2)", "Journée du :"), DayLabel,
+                Item::Gap(), Image1[PickDay], Image1[Toggle], Item::Stretch(), Image1[LeaveSheet]},
+            Item::Growing(Row{
+                Column{
+                    Item::Growing(Grid1),
+                    Totals(Grid1, {Caption("LTotal1", "Total"), Under(Grid1, Recent, Label4[RecentSum]),
+                                   Under(Grid1, Archived, Label4[ArchivedSum]), Under(Grid1, Total, Label4[WholeSum])}),
+                },
+                Item::Growing(Column{
+                    Item::Growing(Grid2),
+                    Totals(Grid2, {Caption("LTotal2", "Total"), Under(Grid2, Hour, LT[WholeSum]),
+                                   Caption("LTotal3", "dont", Type), Under(Grid2, IsRecent, LT[RecentSum]),
+                                   Under(Grid2, IsArchived, LT[ArchivedSum])}),
                 }),
-            });
+            }),
+        });
 }
 
 void New_Act::BuildDisplayPage()
 {
-    Inside(SSPanel1, Column{SSOption2[0], SSOption2[1]});
+    Inside(SSPanel1, Column{SSOption2[FullDisplay], SSOption2[LimitedDisplay]});
     AddPage(SSTab1, "Affichage",
             Column{
                 Titled("Paramètres d'affichage",
@@ -161,7 +94,7 @@ void New_Act::BuildDisplayPage()
                        }),
                 SSPanel1,
                 Item::Stretch(),
-                Row{NewLabel("Label1(4)", "Date"), Text1, Item::Stretch(), Image1[3]},
+                Row{NewLabel("Label1(4)", "Date"), Text1, Item::Stretch(), Image1[LeaveDisplay]},
             });
 }
 

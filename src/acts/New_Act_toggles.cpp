@@ -47,9 +47,9 @@ void New_Act::ToggleActArchive()
 void New_Act::ShowActTotals()
 {
     ListedCount = Sum(RecentCount, ArchivedCount);
-    LT[1].setText(CountOrNothing(RecentCount));
-    LT[2].setText(CountOrNothing(ArchivedCount));
-    LT[3].setText(CountOrNothing(ListedCount));
+    LT[RecentSum].setText(CountOrNothing(RecentCount));
+    LT[ArchivedSum].setText(CountOrNothing(ArchivedCount));
+    LT[WholeSum].setText(CountOrNothing(ListedCount));
 }
 
 void New_Act::SaveActToggles()
@@ -72,7 +72,7 @@ void New_Act::SaveActToggles()
 
 void New_Act::SaveCardDisplay()
 {
-    const QString wanted = SSOption2[1].isChecked() ? Yes : "";
+    const QString wanted = SSOption2[LimitedDisplay].isChecked() ? Yes : "";
     if (wanted == CardDisplay)
         return;
     PermnTable.MoveFirst();

@@ -11,6 +11,7 @@
 #include "platform/basic/RuntimeError.h"
 #include "platform/forms/Desk.h"
 #include "platform/forms/Guard.h"
+#include "platform/forms/KeyFilters.h"
 #include "platform/host/Host.h"
 
 #include <QKeyEvent>
@@ -28,19 +29,16 @@ constexpr int DateLength = 10;
 constexpr int SecondsPerDay = 22;
 constexpr auto Unknown = "-?-";
 
-bool HoldsDate(const QString& text)
+bool IsDate(const QString& text)
 {
+    if (text.size() != DateLength || DateIsInvalid(text) != 0)
+        return false;
     try {
         DateValue(text);
         return true;
     } catch (const RuntimeError&) {
         return false;
     }
-}
-
-void RefuseDates()
-{
-    MsgBox("Saisie incorrecte", Icon::Critical, "ATTENTION");
 }
 
 QString DaysCaption(int days)
@@ -60,6 +58,17 @@ QString DateOfFirst(const QString& statement)
 
 } // namespace
 
+New_Mecano::New_Mecano() : Form("New_Mecano")
+{
+    BuildForm();
+    OnEach(Image1, &Picture::clicked, *this, &New_Mecano::Image1_Click);
+    OnEach(Image2, &Picture::clicked, *this, &New_Mecano::Image2_Click);
+    On(SSCommand1, &Button::clicked, *this, &New_Mecano::SSCommand1_Click);
+    On(SSCommand2, &Button::clicked, *this, &New_Mecano::SSCommand2_Click);
+    On(Text1[FirstDay], &DateField::Entered, *this, [this] { Text1[LastDay].setFocus(); });
+    On(Text1[LastDay], &DateField::Entered, *this, [this] { Image1_Click(Run); });
+}
+
 void New_Mecano::Form_Load()
 {
     CenterForm(*this);
@@ -68,25 +77,25 @@ void New_Mecano::Form_Load()
     SkipCount = DialogResult;
 
     // What is loaded into the dates isn't typed: their filters keep out of it.
-    const QSignalBlocker unfilteredStart(Text1[1]);
-    const QSignalBlocker unfilteredEnd(Text1[2]);
+    const QSignalBlocker unfilteredStart(Text1[FirstDay]);
+    const QSignalBlocker unfilteredEnd(Text1[LastDay]);
     FirstActDate.setText(DateOfFirst("Select * from Actes order by date"));
     // The last row of that order is the first of the opposite one, which needs no walk over all acts.
     LastActDate.setText(DateOfFirst("Select * from Actes order by date desc, num desc"));
     PermnTable.MoveFirst();
-    Text1[1].setText(PermnTable["Date"].IsNull() ? FirstActDate.text() : PermnTable["Date"].Text());
-    Text1[2].setText(DateText(host::Today()));
+    Text1[FirstDay].setText(PermnTable["Date"].IsNull() ? FirstActDate.text() : PermnTable["Date"].Text());
+    Text1[LastDay].setText(DateText(host::Today()));
 }
 
 void New_Mecano::Image1_Click(int index)
 {
     switch (index) {
-    case 0:
+    case Run:
         return Confirm();
-    case 1:
+    case Cancel:
         GiveBackLastDate();
         return Unload();
-    case 2:
+    case CloseReminder:
         return ShowMainPanel(SSCommand1);
     default:
         return ShowMainPanel(SSCommand2);
@@ -95,24 +104,31 @@ void New_Mecano::Image1_Click(int index)
 
 void New_Mecano::Confirm()
 {
-    StartDate = Text1[1].text().trimmed();
-    EndDate = Text1[2].text().trimmed();
-    if (StartDate.size() != DateLength || EndDate.size() != DateLength || !HoldDates())
-        return RefuseDates();
-    if (DaysBetween(DateValue(Text1[1].text()), DateValue(Text1[2].text())) < 0) {
+    StartDate = Text1[FirstDay].text().trimmed();
+    EndDate = Text1[LastDay].text().trimmed();
+    if (!HoldsDates())
+        return;
+    if (DaysBetween(DateValue(Text1[FirstDay].text()), DateValue(Text1[LastDay].text())) < 0) {
         MsgBox("Dates inversées", Icon::Critical, "ATTENTION");
         return;
     }
     RunActualisation();
     DialogResult = ResultDone;
-    PickedDate = Text1[2].text();
+    PickedDate = Text1[LastDay].text();
     answered = true;
     Unload();
 }
 
-bool New_Mecano::HoldDates()
+bool New_Mecano::HoldsDates()
 {
-    return HoldsDate(Text1[1].text()) && HoldsDate(Text1[2].text());
+    for (const int bound : {FirstDay, LastDay}) {
+        if (IsDate(Text1[bound].text().trimmed()))
+            continue;
+        MsgBox("Saisie incorrecte", Icon::Critical, "ATTENTION");
+        Text1[bound].setFocus();
+        return false;
+    }
+    return true;
 }
 
 void New_Mecano::GiveBackLastDate()
@@ -134,17 +150,17 @@ void New_Mecano::EscapePressed()
 {
     // Not a way out of the period itself: the day sheet closes after this screen, with what was toggled there.
     if (SSPanel2.isVisibleTo(this))
-        Image1_Click(2);
+        Image1_Click(CloseReminder);
     else if (SSPanel3.isVisibleTo(this))
-        Image1_Click(3);
+        Image1_Click(CloseEstimate);
 }
 
 void New_Mecano::RunActualisation()
 {
     QString message = "Actualisation terminée ! ! !";
     try {
-        StartDate = Text1[1].text();
-        EndDate = Text1[2].text();
+        StartDate = Text1[FirstDay].text();
+        EndDate = Text1[LastDay].text();
         Actualisation run(StartDate, EndDate, SkipCount);
         if (SkipCount == 0) {
             run.ShowAllInPeriod();
@@ -163,7 +179,7 @@ void New_Mecano::RunActualisation()
 
 void New_Mecano::ShowDuration()
 {
-    DayTotal = DaysBetween(DateValue(Text1[1].text()), DateValue(Text1[2].text())) + 1;
+    DayTotal = DaysBetween(DateValue(Text1[FirstDay].text()), DateValue(Text1[LastDay].text())) + 1;
     EstimatedDays.setText(DaysCaption(DayTotal));
     if (DayTotal < 0) {
         EstimatedDuration.setText(Unknown);
@@ -181,15 +197,15 @@ void New_Mecano::ShowDuration()
 
 void New_Mecano::SSCommand2_Click()
 {
-    if (!HoldDates())
-        return RefuseDates();
+    if (!HoldsDates())
+        return;
     ShowDuration();
-    ShowPanel(SSPanel3, Image1[3]);
+    ShowPanel(SSPanel3, Image1[CloseEstimate]);
 }
 
 void New_Mecano::SSCommand1_Click()
 {
-    ShowPanel(SSPanel2, Image1[2]);
+    ShowPanel(SSPanel2, Image1[CloseReminder]);
 }
 
 void New_Mecano::ShowPanel(Panel& panel, QWidget& focus)
@@ -209,9 +225,9 @@ void New_Mecano::ShowMainPanel(QWidget& focus)
 
 void New_Mecano::Image2_Click(int index)
 {
-    for (int field = 1; field <= Text1.Size(); ++field)
-        if (Text1[field].text().trimmed().size() != DateLength)
-            Text1[field].setText(DateText(host::Today()));
+    for (const int bound : {FirstDay, LastDay})
+        if (!IsDate(Text1[bound].text().trimmed()))
+            Text1[bound].setText(DateText(host::Today()));
     if (PickDateFrom(Text1[index].text()))
         Text1[index].setText(PickedDate);
 }
@@ -219,9 +235,9 @@ void New_Mecano::Image2_Click(int index)
 bool New_Mecano::MoveBetweenDates(int key, const QObject* field)
 {
     if (key == Qt::Key_Down)
-        return Text1[field == &Text1[1] ? 2 : 1].setFocus(), true;
-    if (key == Qt::Key_Up && field == &Text1[2])
-        return Text1[1].setFocus(), true;
+        return Text1[field == &Text1[FirstDay] ? LastDay : FirstDay].setFocus(), true;
+    if (key == Qt::Key_Up && field == &Text1[LastDay])
+        return Text1[FirstDay].setFocus(), true;
     return false;
 }
 

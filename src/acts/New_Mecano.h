@@ -18,13 +18,14 @@ class New_Mecano : public forms::Form {
 public:
     New_Mecano();
 
-    forms::Panel SSPanel1{"SSPanel1"};                          ///< the period
-    forms::Label VisibleShare{"Label4(20)"};                    ///< caption of the chosen option
-    forms::ControlArray<forms::DateField, 2, 1> Text1{"Text1"}; ///< 1 first day, 2 last day of the period
+    forms::Panel SSPanel1{"SSPanel1"};       ///< the period
+    forms::Label VisibleShare{"Label4(20)"}; ///< caption of the chosen option
+    enum Bound { FirstDay = 1, LastDay };
+    forms::ControlArray<forms::DateField, 2, 1> Text1{"Text1"};
     forms::ControlArray<forms::Picture, 2, 1> Image2{"Image2"}; ///< the calendars beside them
     forms::Button SSCommand1{"SSCommand1", "Rappel  des  dates"};
     forms::Button SSCommand2{"SSCommand2", "Durée approximative"};
-    /// 0 runs, 1 cancels, 2 and 3 go back from the reminder and from the estimate.
+    enum Action { Run, Cancel, CloseReminder, CloseEstimate };
     forms::ControlArray<forms::Picture, 4> Image1{"Image1"};
 
     forms::Panel SSPanel2{"SSPanel2", "Ensemble  des  actes  effectués"}; ///< the reminder
@@ -35,8 +36,8 @@ public:
     forms::Label EstimatedDays{"Label4(26)"};
     forms::Label EstimatedDuration{"Label4(27)"};
 
-    /// Runs over the period and tells the end of it. An error other than one of "5 sur 5" ends the program at once,
-    /// with no message; the days treated so far stay treated.
+    /// Runs over the period and shows a message at the end. An error other than one of "5 sur 5" ends the program at
+    /// once, with no message; the days treated so far stay treated.
     void RunActualisation();
     /// Shows the estimate, 22 seconds for a day. Raises 6 past 1489 days.
     void ShowDuration();
@@ -59,7 +60,8 @@ private:
     void ShowMainPanel(QWidget& focus);
     void Confirm();
     void GiveBackLastDate();
-    bool HoldDates();
+    /// Whether both fields hold dates that exist; says so and goes to the wrong one otherwise.
+    bool HoldsDates();
     bool MoveBetweenDates(int key, const QObject* field);
 
     basic::Int16 SkipCount; ///< index of the chosen option: acts skipped between two kept ones

@@ -1,6 +1,5 @@
 #include "cash/ActLists.h"
 
-#include "core/lists.h"
 #include "platform/forms/Controls.h"
 #include "platform/forms/Grid.h"
 
@@ -16,39 +15,27 @@ void ClearList(forms::Grid& grid, forms::FigureLabel& total, dao::KeyList& keys)
 }
 
 NamesOfActs::NamesOfActs(const dao::Recordset& patientLookup, const dao::Recordset& serviceLookup, NullName nullName)
-    : patients{patientLookup, {"nom", "Prenom"}}, services{serviceLookup, {"denom"}}, asNull(nullName)
+    : patients(patientLookup, {"nom", "Prenom"}), services(serviceLookup, {"denom"}), asNull(nullName)
 {
 }
 
 void NamesOfActs::Show(forms::Grid& grid, int row, const dao::Recordset& act)
 {
-    ShowCells(patients, act["num_patient"], grid, row, 1);
-    ShowCells(services, act["num_presta"], grid, row, 3);
+    ShowCells(patients, act["num_patient"], grid, row, ActColumn::LastName);
+    ShowCells(services, act["num_presta"], grid, row, ActColumn::Service);
 }
 
-void NamesOfActs::ShowCells(Lookup& lookup, const dao::Field& key, forms::Grid& grid, int row, int firstColumn) const
+void NamesOfActs::ShowCells(NameLookup& lookup, const dao::Field& key, forms::Grid& grid, int row,
+                            int firstColumn) const
 {
-    if (key.IsNull())
+    const auto& names = lookup.Find(key);
+    if (!names)
         return;
     int column = firstColumn;
-    for (const QString& cell : CellsOf(lookup, key.Key()))
-        grid.SetText(row, column++, cell);
-}
-
-const QStringList& NamesOfActs::CellsOf(Lookup& lookup, dao::Key key) const
-{
-    const auto known = lookup.known.constFind(key);
-    if (known != lookup.known.constEnd())
-        return *known;
-    QStringList& cells = lookup.known[key];
-    if (!FindKey(lookup.rows, key))
-        return cells;
-    for (const char* name : lookup.fields) {
-        const dao::Field field = lookup.rows[name];
-        const bool isNothing = field.IsNull() && asNull == NullName::AsNothing;
-        cells << (isNothing ? QString() : " " + TextOrNothing(field));
+    for (const QString& name : *names) {
+        const bool isNothing = name.isNull() && asNull == NullName::AsNothing;
+        grid.SetText(row, column++, isNothing ? QString() : " " + name);
     }
-    return cells;
 }
 
 } // namespace cash

@@ -1,27 +1,44 @@
 #include "cash/CorrectionPanel.h"
 
+#include "cash/ActLists.h"
+#include "core/lists.h"
 #include "core/windows.h"
 #include "platform/basic/Numbers.h"
+#include "platform/basic/RuntimeError.h"
 #include "platform/dao/Engine.h"
+#include "platform/forms/Desk.h"
+#include "platform/forms/Guard.h"
 #include "platform/forms/Layout.h"
 
 using namespace forms;
 
 namespace cash {
 
+namespace {
+
+void TellActIsGone()
+{
+    MsgBox("Cet acte n'existe plus : il a été supprimé entre-temps.", Icon::Critical, "ATTENTION");
+}
+
+} // namespace
+
 CorrectionPanel::CorrectionPanel(const QString& name, const QString& amountName)
     : Panel(name, "Correction"), Amount(amountName)
 {
-    setAutoFillBackground(true);
+    BuildPanel();
+    OnEach(Image3, &Picture::clicked, *this, &CorrectionPanel::Image3_Click);
+    On(Amount, &TextBox::Entered, *this, [this] { Image3[Accept].setFocus(); });
+}
+
+void CorrectionPanel::BuildPanel()
+{
     setProperty("floating", true);
     Code.setAccessibleName("Règlement");
     Amount.setAccessibleName("Montant");
-    Amount.setAlignment(Qt::AlignRight);
     Amount.setPlaceholderText("0");
-    Image3[0].SetIcon("accept");
-    Image3[0].SetAction("Enregistrer la correction");
-    Image3[1].SetIcon("cancel");
-    Image3[1].SetAction("Annuler");
+    Dress(Image3[Accept], "accept", "Enregistrer la correction");
+    Dress(Image3[Cancel], "cancel", "Annuler");
 
     Inside(*this, Column{
                       Pairs{
@@ -31,41 +48,69 @@ CorrectionPanel::CorrectionPanel(const QString& name, const QString& amountName)
                           {&NewLabel("LRegl", "Règl."), &Code},
                           {&NewLabel("LMontant", "Montant"), &Amount},
                       },
-                      Row{Item::Stretch(), Image3[0], Image3[1]},
+                      Row{Item::Stretch(), Image3[Accept], Image3[Cancel]},
                   });
     setMinimumWidth(320);
     hide();
-
-    connect(&Amount, &TextBox::Entered, this, [this] { Image3[0].setFocus(); });
 }
 
-void CorrectionPanel::LoadAct(const Grid& list, int row, dao::Recordset& acts, dao::Key act)
+bool CorrectionPanel::FindAct()
 {
-    LastName.setText(list.Text(row, 1));
-    FirstName.setText(list.Text(row, 2));
-    Service.setText(list.Text(row, 3));
-    acts.MoveFirst();
-    acts.FindFirst("num = " + QString::number(act));
-    Code.SetListIndex(acts["flag_R"].Long());
-    const dao::Field amount = acts["montant"];
+    if (core::FindKey(actsInHand, actInHand))
+        return true;
+    TellActIsGone();
+    return false;
+}
+
+bool CorrectionPanel::LoadAct(const Grid& list, int row, const dao::Recordset& acts, dao::Key act)
+{
+    actsInHand = acts;
+    actInHand = act;
+    if (!FindAct())
+        return false;
+    LastName.setText(list.Text(row, ActColumn::LastName));
+    FirstName.setText(list.Text(row, ActColumn::FirstName));
+    Service.setText(list.Text(row, ActColumn::Service));
+    Code.SetListIndex(actsInHand["flag_R"].Long());
+    const dao::Field amount = actsInHand["montant"];
     const bool paid = !amount.IsNull() && amount.Double() != 0;
     Amount.setText(paid ? basic::PlainText(amount.Double()) : QString());
+    return true;
 }
 
-void CorrectionPanel::SaveAct(dao::Recordset& acts)
+bool CorrectionPanel::SaveAct()
 {
-    acts.LockEdits(true);
-    acts.Edit();
-    acts["flag_R"] = Code.currentIndex();
-    acts["montant"] = basic::Val(Amount.text());
-    acts.Update();
+    // The list may have moved since: the act is the one with the key that was loaded.
+    if (!FindAct())
+        return false;
+    try {
+        actsInHand.LockEdits(true);
+        actsInHand.Edit();
+        actsInHand["flag_R"] = Code.currentIndex();
+        actsInHand["montant"] = basic::Val(Amount.text());
+        actsInHand.Update();
+    } catch (const basic::RuntimeError& error) {
+        if (error.Code() != basic::Error::RecordDeleted)
+            throw;
+        TellActIsGone();
+        return false;
+    }
     dao::DBEngine.Idle(1);
+    return true;
 }
 
 void CorrectionPanel::ShowOver(QWidget& area)
 {
     core::FloatOver(*this, area);
     Code.setFocus();
+}
+
+void CorrectionPanel::Image3_Click(int index)
+{
+    if (index == Accept && Save())
+        MsgBox("Correction enregistrée", Icon::Information, "ZEP Lumo");
+    hide();
+    Left();
 }
 
 } // namespace cash

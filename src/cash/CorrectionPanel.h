@@ -5,11 +5,14 @@
 #include "platform/forms/Controls.h"
 #include "platform/forms/Grid.h"
 
+#include <functional>
+
 namespace cash {
 
-/// The panel "Correction": payment code and amount of one pending act. Shared by the screens that settle acts.
+/// The panel "Correction" and its mode: payment code and amount of one pending act are shown, changed, and written or
+/// dropped. Shared by the screens that settle acts; it is in front of its screen and hidden otherwise.
 ///
-/// It stands over its screen, hidden until Show. Accepting and cancelling are the screen's, since what follows differs.
+/// An act that another program has deleted gives a message; nothing is shown or written then.
 class CorrectionPanel : public forms::Panel {
     Q_OBJECT
 public:
@@ -21,18 +24,35 @@ public:
     forms::Label Service{"Label1(32)"};
     forms::ComboBox Code{"Combo1"};
     forms::AmountField Amount;
-    forms::ControlArray<forms::Picture, 2> Image3{"Image3"}; ///< 0 accepts, 1 cancels
+    enum Choice { Accept, Cancel };
+    forms::ControlArray<forms::Picture, 2> Image3{"Image3"};
 
-    /// Makes the act with this key current in `acts` and shows it: patient and service as `row` of the list has them in
-    /// columns 1 to 3, its code, and its amount in dinars (nothing for 0 or Null). Raises 94 when the code is Null, 380
-    /// when it is none of the six.
-    void LoadAct(const forms::Grid& list, int row, dao::Recordset& acts, dao::Key act);
+    /// What the screen does when the correction is accepted: calls SaveAct and shows the result. Returns what SaveAct
+    /// has returned.
+    std::function<bool()> Save;
+    /// What the screen does when the panel has closed, saved or not.
+    std::function<void()> Left;
 
-    /// Writes the chosen code and the typed amount (0 for none) to the current act, at once and under its lock.
-    void SaveAct(dao::Recordset& acts);
+    /// Shows the act with this key of `acts`: patient and service as `row` of the list has them, its code, and its
+    /// amount in dinars (nothing for 0 or Null). False when the act is gone. Raises InvalidNull when the code is Null,
+    /// InvalidProperty when it is none of the six.
+    bool LoadAct(const forms::Grid& list, int row, const dao::Recordset& acts, dao::Key act);
+
+    /// Writes the chosen code and the typed amount (0 for none) to the act, at once and under its lock. False when the
+    /// act is gone.
+    bool SaveAct();
 
     /// Shows the panel in the middle of `area`, in front, with the code ready to be chosen.
     void ShowOver(QWidget& area);
+
+    void Image3_Click(int index);
+
+private:
+    void BuildPanel();
+    bool FindAct();
+
+    dao::Recordset actsInHand;
+    dao::Key actInHand = 0;
 };
 
 } // namespace cash

@@ -7,7 +7,7 @@
 #include "core/windows.h"
 #include "platform/basic/Dates.h"
 #include "platform/basic/Numbers.h"
-#include "platform/forms/Desk.h"
+#include "platform/forms/Guard.h"
 
 using namespace basic;
 using namespace core;
@@ -15,10 +15,29 @@ using namespace forms;
 
 namespace cash {
 
+F_Inst::F_Inst()
+    : Form("F_Inst", "   Règlements en instance"), Grid3("Grid3", {{"N°", 600, Qt::AlignCenter},
+                                                                   {"Nom", 1890},
+                                                                   {"Prénom", 1890},
+                                                                   {"Unité", 1780},
+                                                                   {"Date", 1100, Qt::AlignCenter},
+                                                                   {"Heure", 590, Qt::AlignCenter},
+                                                                   {"R", 460, Qt::AlignCenter, PayCodeTips()},
+                                                                   {"Montant", 1100, Qt::AlignRight}})
+{
+    BuildForm();
+    On(Grid3, &Grid::Click, *this, &F_Inst::Grid3_Click);
+    On(Grid3, &Grid::DblClick, *this, &F_Inst::Grid3_DblClick);
+    On(Grid3, &Grid::Entered, *this, &F_Inst::OpenCorrection); // the act that is highlighted
+    OnEach(Image1, &Picture::clicked, *this, &F_Inst::Image1_Click);
+    OnEach(Dates.Image2, &Picture::clicked, *this, &F_Inst::Image2_Click);
+    SSPanel2.Save = [this] { return SaveCorrection(); };
+    SSPanel2.Left = [this] { Browse(); };
+}
+
 void F_Inst::Form_Load()
 {
     CenterForm(*this);
-    setMaximumWidth(width()); // the columns of the list have their widths
     FillPayLists(List_R, List_HH, &SSPanel2.Code);
     PatientLookup = TheDatabase.OpenRecordset("select * from Patients order by num");
     ServiceLookup = TheDatabase.OpenRecordset("select * from Presta order by num");
@@ -29,11 +48,11 @@ void F_Inst::Form_Load()
 void F_Inst::Image1_Click(int index)
 {
     switch (index) {
-    case 0:
+    case OtherDate:
         return ChooseDates();
-    case 1:
-        return Correct();
-    case 2:
+    case Correct:
+        return OpenCorrection();
+    case Print:
         return PrintPendingList();
     default:
         Unload();
@@ -43,30 +62,21 @@ void F_Inst::Image1_Click(int index)
 void F_Inst::Image2_Click(int index)
 {
     switch (index) {
-    case 2:
+    case PeriodChooser::AcceptDay:
         return ChooseDay();
-    case 4:
+    case PeriodChooser::AcceptPeriod:
         return ChoosePeriod();
     default:
         Browse();
     }
 }
 
-void F_Inst::Image3_Click(int index)
-{
-    if (index == 0) {
-        SaveCorrection();
-        MsgBox("Correction enregistrée", Icon::Information, "ZEP Lumo");
-    }
-    Browse();
-}
-
 void F_Inst::EscapePressed()
 {
     if (SSPanel2.isVisibleTo(this))
-        Image3_Click(1);
+        SSPanel2.Image3_Click(CorrectionPanel::Cancel);
     else if (Dates.isVisibleTo(this))
-        Image2_Click(3);
+        Image2_Click(PeriodChooser::CancelDay);
 }
 
 void F_Inst::Grid3_Click()
@@ -78,7 +88,7 @@ void F_Inst::Grid3_Click()
 void F_Inst::Grid3_DblClick()
 {
     Grid3_Click();
-    Image1_Click(1);
+    OpenCorrection();
 }
 
 void F_Inst::ChooseDates()
@@ -105,7 +115,7 @@ void F_Inst::ChoosePeriod()
         return;
     FromDateUS = QueryDate(period->first);
     ToDateUS = QueryDate(period->last);
-    // The heading tells the period that was asked for, also when it is refused next.
+    // The heading shows the period that was asked for, also when it is refused next.
     SSPanel1.SetCaption("Période du  " + DayCaption(period->first).trimmed() + " au " +
                         DayCaption(period->last).trimmed());
     if (!PeriodChooser::IsInOrder(*period))
@@ -114,11 +124,10 @@ void F_Inst::ChoosePeriod()
     Browse();
 }
 
-void F_Inst::Correct()
+void F_Inst::OpenCorrection()
 {
-    if (List3.isEmpty())
+    if (List3.isEmpty() || !LoadCorrection())
         return;
-    LoadCorrection();
     Dates.hide();
     ShowPictures(false);
     SSPanel2.ShowOver(Grid3);
@@ -135,7 +144,7 @@ void F_Inst::Browse()
 
 void F_Inst::ShowPictures(bool shown)
 {
-    for (int picture = 0; picture <= 2; ++picture)
+    for (const int picture : {OtherDate, Correct, Print})
         Image1[picture].setVisible(shown);
 }
 
@@ -164,33 +173,34 @@ void F_Inst::FillPendingList()
 void F_Inst::ListAct(NamesOfActs& names)
 {
     const int row = TakeRow(Grid3, ListRow);
-    Grid3.SetText(row, 0, PlainText(ListRow));
+    Grid3.SetText(row, ActColumn::Number, PlainText(ListRow));
     names.Show(Grid3, row, PendingActs);
-    Grid3.SetText(row, 4, TextOrNothing(PendingActs["date_Presta"]));
-    Grid3.SetText(row, 5, TextOrNothing(PendingActs["Heure"]));
-    Grid3.SetText(row, 6, ListLine(List_R, PendingActs["flag_R"].Long()));
+    Grid3.SetText(row, Date, TextOrNothing(PendingActs["date_Presta"]));
+    Grid3.SetText(row, Time, TextOrNothing(PendingActs["Heure"]));
+    Grid3.SetText(row, Code, ListLine(List_R, PendingActs["flag_R"].Long()));
     if (!PendingActs["montant"].IsNull()) {
         const double amount = PendingActs["montant"].Double();
         if (amount != 0)
-            Grid3.SetText(row, 7, PlainText(amount) + " ");
+            Grid3.SetText(row, Amount, PlainText(amount) + " ");
         RunningAmount += amount;
     }
     List3 << PendingActs["num"].Key();
 }
 
-void F_Inst::LoadCorrection()
+bool F_Inst::LoadCorrection()
 {
-    Grid3.SelectRow(PendingRow); // where a totalling has left another row current
     CorrectedRow = PendingRow;
-    SSPanel2.LoadAct(Grid3, CorrectedRow, PendingActs, List3[CorrectedRow]);
+    return SSPanel2.LoadAct(Grid3, CorrectedRow, PendingActs, List3[CorrectedRow]);
 }
 
-void F_Inst::SaveCorrection()
+bool F_Inst::SaveCorrection()
 {
-    SSPanel2.SaveAct(PendingActs);
-    Grid3.SetText(CorrectedRow, 6, ListLine(List_R, SSPanel2.Code.currentIndex()));
-    Grid3.SetText(CorrectedRow, 7, SSPanel2.Amount.text().trimmed() + " ");
+    if (!SSPanel2.SaveAct())
+        return false;
+    Grid3.SetText(CorrectedRow, Code, ListLine(List_R, SSPanel2.Code.currentIndex()));
+    Grid3.SetText(CorrectedRow, Amount, SSPanel2.Amount.text().trimmed() + " ");
     ShowPlainTotal();
+    return true;
 }
 
 void F_Inst::ShowPlainTotal()
@@ -198,11 +208,9 @@ void F_Inst::ShowPlainTotal()
     RCP.setText("");
     RunningAmount = 0;
     for (int row = 0; row < Grid3.Rows(); ++row)
-        RunningAmount += Val(Grid3.Text(row, 7));
+        RunningAmount += Val(Grid3.Text(row, Amount));
     if (RunningAmount != 0)
         RCP.setText(PlainText(RunningAmount));
-    // The totalling walks the grid down to its last row; the act in hand stays PendingRow's.
-    Grid3.SetRow(Grid3.Rows() - 1);
 }
 
 void F_Inst::PrintPendingList()

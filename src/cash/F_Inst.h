@@ -23,25 +23,28 @@ public:
 
     forms::Panel SSPanel1{"SSPanel1"}; ///< caption: what is listed
     core::PeriodChooser Dates;         ///< SSTab2: the day or period to list
+    enum ListColumn { Date = ActColumn::Service + 1, Time, Code, Amount };
     forms::Grid Grid3;
     forms::FigureLabel RCP{"RCP"}; ///< money already received on the acts listed
     CorrectionPanel SSPanel2{"SSPanel2", "Text2"};
-    forms::ControlArray<forms::Picture, 4> Image1{"Image1"}; ///< 0 other date, 1 correct, 2 print, 3 quit
+    enum Action { OtherDate, Correct, Print, Quit };
+    forms::ControlArray<forms::Picture, 4> Image1{"Image1"};
     forms::Bulle Bulle;
 
-    /// Lists the pending acts of the chosen days; finding none is not told.
+    /// Lists the pending acts of the chosen days; no message when there are none.
     void FillPendingList();
-    void LoadCorrection();
-    /// Writes code and amount of the act in hand, and shows them in its row. The total turns into plain text.
-    void SaveCorrection();
-    /// Prints the list as it stands, an empty one too.
+    /// Shows the current act in the correction panel; false when it is gone.
+    bool LoadCorrection();
+    /// Writes code and amount of the act in hand, and shows them in its row. The total turns into plain text. False
+    /// when the act is gone.
+    bool SaveCorrection();
+    /// Prints the list as shown, also an empty one.
     void PrintPendingList();
 
     void Grid3_Click();
     void Grid3_DblClick();
     void Image1_Click(int index);
     void Image2_Click(int index);
-    void Image3_Click(int index);
 
 protected:
     void Form_Load() override;
@@ -52,7 +55,7 @@ private:
     void ChooseDates();
     void ChooseDay();
     void ChoosePeriod();
-    void Correct();
+    void OpenCorrection();
     /// Back to browsing: chooser and correction panel go, the pictures come back.
     void Browse();
     void ShowPictures(bool shown);

@@ -15,6 +15,37 @@ using namespace forms;
 
 namespace cash {
 
+namespace {
+
+QList<Grid::Column> ActColumns()
+{
+    return {{"N°", 600, Qt::AlignCenter},
+            {"Nom", 1890},
+            {"Prénom", 1890},
+            {"Unité", 1780},
+            {"Heure", 590, Qt::AlignCenter},
+            {"R", 460, Qt::AlignCenter, PayCodeTips()},
+            {"Montant", 1100, Qt::AlignRight}};
+}
+
+} // namespace
+
+J_CAISSE::J_CAISSE()
+    : Form("J_CAISSE", "Caisse du Jour"),
+      Grid1("Grid1", {{"Unité", 1780}, {"Nbre", 840, Qt::AlignCenter}, {"Montant", 1280, Qt::AlignRight}}),
+      Grid2("Grid2", ActColumns()), Grid3("Grid3", ActColumns()),
+      Grid4("Grid4", {{"N°", 600, Qt::AlignCenter}, {"Objet de la dépense", 5270}, {"Montant", 1300, Qt::AlignRight}})
+{
+    BuildForm();
+    On(Grid3, &Grid::Click, *this, &J_CAISSE::Grid3_Click);
+    On(Grid3, &Grid::DblClick, *this, &J_CAISSE::Grid3_DblClick);
+    On(Grid3, &Grid::Entered, *this, &J_CAISSE::Grid3_DblClick);
+    OnEach(Image1, &Picture::clicked, *this, &J_CAISSE::Image1_Click);
+    OnEach(Image2, &Picture::clicked, *this, &J_CAISSE::Image2_Click);
+    SSPanel2.Save = [this] { return SaveCorrection(); };
+    SSPanel2.Left = [this] { CloseCorrection(); };
+}
+
 void J_CAISSE::Form_Load()
 {
     CenterForm(*this);
@@ -22,26 +53,30 @@ void J_CAISSE::Form_Load()
     PatientLookup = TheDatabase.OpenRecordset("select * from Patients order by num");
     ServiceLookup = TheDatabase.OpenRecordset("select * from Presta order by num");
     ShowCashDay();
+    SSTab1.setFocus();
 }
 
 void J_CAISSE::Image1_Click(int index)
 {
-    if (index == 2)
+    if (index == Quit)
         return Unload();
-    if (PickDateFromToday())
-        ShowCashDay();
+    if (!PickDateFromToday())
+        return;
+    if (SSPanel2.isVisibleTo(this)) // the act in hand is of the day that goes
+        SSPanel2.Image3_Click(CorrectionPanel::Cancel);
+    ShowCashDay();
 }
 
 void J_CAISSE::Image2_Click(int index)
 {
     switch (index) {
-    case 0:
+    case PrintSettled:
         return PrintOrRefuse(List2, "ZEP_R2.RPT");
-    case 1:
+    case PrintPending:
         return PrintOrRefuse(List3, "ZEP_R3.RPT");
-    case 2:
+    case PrintExpenses:
         return PrintOrRefuse(List4, "ZEP_R4.RPT");
-    case 3:
+    case PrintRecap:
         return PrintCashRecap();
     default:
         OpenCorrection();
@@ -50,25 +85,14 @@ void J_CAISSE::Image2_Click(int index)
 
 void J_CAISSE::OpenCorrection()
 {
-    if (List3.isEmpty())
+    if (List3.isEmpty() || !LoadCorrection())
         return;
-    LoadCorrection();
     SSTab1.setEnabled(false);
     SSPanel2.ShowOver(SSTab1);
 }
 
-void J_CAISSE::Image3_Click(int index)
-{
-    if (index == 0) {
-        SaveCorrection();
-        MsgBox("Correction enregistrée", Icon::Information, "ZEP Lumo");
-    }
-    CloseCorrection();
-}
-
 void J_CAISSE::CloseCorrection()
 {
-    SSPanel2.hide();
     SSTab1.setEnabled(true);
     Grid3.setFocus();
 }
@@ -76,7 +100,7 @@ void J_CAISSE::CloseCorrection()
 void J_CAISSE::EscapePressed()
 {
     if (SSPanel2.isVisibleTo(this))
-        Image3_Click(1);
+        SSPanel2.Image3_Click(CorrectionPanel::Cancel);
 }
 
 void J_CAISSE::Grid3_Click()
@@ -88,7 +112,7 @@ void J_CAISSE::Grid3_Click()
 void J_CAISSE::Grid3_DblClick()
 {
     Grid3_Click();
-    Image2_Click(4);
+    OpenCorrection();
 }
 
 void J_CAISSE::ShowCashDay()
@@ -112,29 +136,29 @@ QString J_CAISSE::CutCashDay()
 void J_CAISSE::FillCashRecap()
 {
     CashDayUS = CutCashDay();
-    for (int figure = 0; figure <= 4; ++figure)
+    for (int figure = DayActs; figure <= NewBalance; ++figure)
         RCP[figure].setText("");
     Grid1.ClearToOneRow();
     SumServices();
 
     if (ActsTotal >= 1)
-        RCP[0].setText(PlainText(ActsTotal));
+        RCP[DayActs].setText(PlainText(ActsTotal));
     if (ReceivedTotal > 0)
-        RCP[2].setText(Format(ReceivedTotal, "### ###.00") + " ");
+        RCP[DayReceived].setText(Format(ReceivedTotal, "### ###.00") + " ");
 
     RunningAmount = BalanceBefore();
     if (RunningAmount != 0)
-        RCP[1].setText(Format(RunningAmount, AmountMask));
+        RCP[OpeningBalance].setText(Format(RunningAmount, AmountMask));
 
     QueryText = "select sum(montant) as S1 from Recettes where date =#" + CashDayUS + "#";
     const dao::Recordset expenses = TheDatabase.OpenRecordset(QueryText);
     if (!expenses["S1"].IsNull())
-        RCP[3].setText(Format(expenses["S1"].Double(), AmountMask));
+        RCP[DaySpent].setText(Format(expenses["S1"].Double(), AmountMask));
 
     // The captions are read back on purpose: the new balance is the sum of the figures on the screen, already rounded.
-    RunningAmount = Val(RCP[1].text()) + Val(RCP[2].text()) - Val(RCP[3].text());
+    RunningAmount = Val(RCP[OpeningBalance].text()) + Val(RCP[DayReceived].text()) - Val(RCP[DaySpent].text());
     if (RunningAmount != 0)
-        RCP[4].setText(Format(RunningAmount, AmountMask));
+        RCP[NewBalance].setText(Format(RunningAmount, AmountMask));
 }
 
 void J_CAISSE::SumServices()
@@ -160,11 +184,11 @@ void J_CAISSE::SumServices()
 void J_CAISSE::AddRecapRow()
 {
     const int row = TakeRow(Grid1, RecapRow);
-    Grid1.SetText(row, 0, " " + TextOrNothing(ServiceRecords["denom"]));
+    Grid1.SetText(row, Unit, " " + TextOrNothing(ServiceRecords["denom"]));
     if (ServiceTotals["S1"].Long() > 0)
-        Grid1.SetText(row, 1, PlainText(ServiceTotals["S1"].Long()));
+        Grid1.SetText(row, Count, PlainText(ServiceTotals["S1"].Long()));
     if (!ServiceTotals["S2"].IsNull() && ServiceTotals["S2"].Double() > 0)
-        Grid1.SetText(row, 2, PlainText(ServiceTotals["S2"].Double()) + " ");
+        Grid1.SetText(row, Received, PlainText(ServiceTotals["S2"].Double()) + " ");
 }
 
 double J_CAISSE::BalanceBefore()
@@ -183,22 +207,22 @@ double J_CAISSE::BalanceBefore()
 
 void J_CAISSE::FillSettledActs()
 {
-    ClearList(Grid2, RCP[5], List2);
+    ClearList(Grid2, RCP[SettledTotal], List2);
     CashDayUS = CutCashDay();
     QueryText = "Select * from Actes where date =#" + CashDayUS + "# and Flag_R > 1 order by num";
     SettledActs = TheDatabase.OpenRecordset(QueryText);
-    ListActs(SettledActs, Grid2, RCP[5], List2, true);
+    ListActs(SettledActs, Grid2, RCP[SettledTotal], List2, true);
 }
 
 void J_CAISSE::FillPendingActs()
 {
-    ClearList(Grid3, RCP[6], List3);
+    ClearList(Grid3, RCP[PendingTotal], List3);
     CashDayUS = CutCashDay();
     QueryText = "Select * from Actes where date =#" + CashDayUS + "# and Flag_R < 2 order by num";
     PendingActs = TheDatabase.OpenRecordset(QueryText);
     if (PendingActs.RecordCount() == 0)
         return;
-    ListActs(PendingActs, Grid3, RCP[6], List3, false);
+    ListActs(PendingActs, Grid3, RCP[PendingTotal], List3, false);
     Grid3.SetRow(0);
     Grid3_Click();
 }
@@ -220,18 +244,18 @@ void J_CAISSE::ListActs(dao::Recordset& acts, Grid& grid, FigureLabel& total, da
 void J_CAISSE::ListAct(const dao::Recordset& act, NamesOfActs& names, Grid& grid, bool showsZeroAmounts)
 {
     const int row = TakeRow(grid, ListRow);
-    grid.SetText(row, 0, PlainText(ListRow));
+    grid.SetText(row, ActColumn::Number, PlainText(ListRow));
     names.Show(grid, row, act);
-    grid.SetText(row, 4, ListLine(List_HH, act["HH"].Long()));
-    grid.SetText(row, 5, ListLine(List_R, act["flag_R"].Long()));
+    grid.SetText(row, Hour, ListLine(List_HH, act["HH"].Long()));
+    grid.SetText(row, Code, ListLine(List_R, act["flag_R"].Long()));
     const double amount = act["montant"].Double();
     if (amount != 0 || showsZeroAmounts)
-        grid.SetText(row, 6, PlainText(amount) + " ");
+        grid.SetText(row, Amount, PlainText(amount) + " ");
 }
 
 void J_CAISSE::FillDayExpenses()
 {
-    ClearList(Grid4, RCP[7], List4);
+    ClearList(Grid4, RCP[ExpensesTotal], List4);
     CashDayUS = CutCashDay();
     QueryText = "Select * from Recettes where date =#" + CashDayUS + "# order by num";
     DayExpenses = TheDatabase.OpenRecordset(QueryText);
@@ -240,27 +264,28 @@ void J_CAISSE::FillDayExpenses()
     RunningAmount = 0;
     for (; !DayExpenses.IsEOF(); DayExpenses.MoveNext()) {
         const int row = TakeRow(Grid4, ListRow);
-        Grid4.SetText(row, 0, PlainText(ListRow));
-        Grid4.SetText(row, 1, " " + TextOrNothing(DayExpenses["objet"]).trimmed());
-        Grid4.SetText(row, 2, PlainText(DayExpenses["montant"].Double()) + " ");
+        Grid4.SetText(row, ExpenseNumber, PlainText(ListRow));
+        Grid4.SetText(row, Object, " " + TextOrNothing(DayExpenses["objet"]).trimmed());
+        Grid4.SetText(row, Spent, PlainText(DayExpenses["montant"].Double()) + " ");
         RunningAmount += DayExpenses["montant"].Double();
         List4 << DayExpenses["num"].Key();
     }
     if (RunningAmount != 0)
-        RCP[7].setText(Format(RunningAmount, AmountMask));
+        RCP[ExpensesTotal].setText(Format(RunningAmount, AmountMask));
 }
 
-void J_CAISSE::LoadCorrection()
+bool J_CAISSE::LoadCorrection()
 {
-    SSPanel2.LoadAct(Grid3, PendingRow, PendingActs, List3[PendingRow]);
+    return SSPanel2.LoadAct(Grid3, PendingRow, PendingActs, List3[PendingRow]);
 }
 
-void J_CAISSE::SaveCorrection()
+bool J_CAISSE::SaveCorrection()
 {
-    SSPanel2.SaveAct(PendingActs);
+    const bool saved = SSPanel2.SaveAct();
     FillSettledActs();
     FillPendingActs();
     FillCashRecap();
+    return saved;
 }
 
 } // namespace cash

@@ -21,17 +21,31 @@ public:
     J_CAISSE();
 
     forms::Panel SSPanel1{"SSPanel1"}; ///< caption: the heading; Tag: the shown day as dd/mm/yyyy
+    enum Tab { RecapTab, SettledTab, PendingTab, ExpensesTab };
     forms::TabStrip SSTab1{"SSTab1"};
+    enum RecapColumn { Unit, Count, Received };
     forms::Grid Grid1; ///< "Récap": the services
+    enum ListColumn { Hour = ActColumn::Service + 1, Code, Amount };
     forms::Grid Grid2; ///< "Actes Réglés"
     forms::Grid Grid3; ///< "Instances"
+    enum ExpenseColumn { ExpenseNumber, Object, Spent };
     forms::Grid Grid4; ///< "Dépenses"
-    /// 0 acts, 1 balance of the evening before, 2 received, 3 expenses, 4 new balance, 5 to 7 totals of the lists.
+    enum Figure {
+        DayActs,
+        OpeningBalance,
+        DayReceived,
+        DaySpent,
+        NewBalance,
+        SettledTotal,
+        PendingTotal,
+        ExpensesTotal
+    };
     forms::ControlArray<forms::FigureLabel, 8> RCP{"RCP"};
-    /// 0 to 3 print "Actes Réglés", "Instances", "Dépenses", "Récap"; 4 opens the correction panel.
+    enum PageAction { PrintSettled, PrintPending, PrintExpenses, PrintRecap, Correct };
     forms::ControlArray<forms::Picture, 5> Image2{"Image2"};
     CorrectionPanel SSPanel2{"SSPanel2", "Text1"};
-    forms::ControlArray<forms::Picture, 2, 1> Image1{"Image1"}; ///< 1 another date, 2 quit
+    enum Action { OtherDate = 1, Quit };
+    forms::ControlArray<forms::Picture, 2, 1> Image1{"Image1"};
     forms::Bulle Bulle;
 
     /// Shows the day that the picker left in PickedDate.
@@ -40,9 +54,11 @@ public:
     void FillPendingActs();
     void FillDayExpenses();
     void FillCashRecap();
-    void LoadCorrection();
-    void SaveCorrection();
-    /// Prints the statement of the day as it stands on the screen.
+    /// Shows the current pending act in the correction panel; false when it is gone.
+    bool LoadCorrection();
+    /// Writes the act in the correction panel and shows the day anew; false when the act is gone.
+    bool SaveCorrection();
+    /// Prints the statement of the day as shown.
     void PrintCashRecap();
     /// Prints a list of the day by its keys through the template of that name.
     void PrintDayList(const dao::KeyList& list, const QString& templateName);
@@ -51,7 +67,6 @@ public:
     void Grid3_DblClick();
     void Image1_Click(int index);
     void Image2_Click(int index);
-    void Image3_Click(int index);
 
 protected:
     void Form_Load() override;

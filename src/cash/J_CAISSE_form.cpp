@@ -2,7 +2,6 @@
 
 #include "core/globals.h"
 #include "platform/forms/GridTotals.h"
-#include "platform/forms/Guard.h"
 #include "platform/forms/Layout.h"
 
 #include <QHeaderView>
@@ -13,83 +12,50 @@ namespace cash {
 
 namespace {
 
-QList<Grid::Column> ActColumns()
-{
-    return {{"N°", 600, Qt::AlignCenter},
-            {"Nom", 1890},
-            {"Prénom", 1890},
-            {"Unité", 1780},
-            {"Heure", 590, Qt::AlignCenter},
-            {"R", 460, Qt::AlignCenter},
-            {"Montant", 1100, Qt::AlignRight}};
-}
-
 Label& Heading(const char* name, const char* text, int widthTwips, Qt::Alignment alignment)
 {
     Label& heading = NewLabel(QLatin1String(name), QString::fromUtf8(text));
     heading.setProperty("heading", true);
     heading.setAlignment(alignment | Qt::AlignVCenter);
-    heading.setFixedWidth(PixelsOf(widthTwips));
+    heading.setFixedWidth(ScaledPixelsOf(widthTwips));
     return heading;
 }
 
 /// A list's total under its last columns, from `firstColumn` on.
-Layout TotalLine(const Grid& grid, int firstColumn, FigureLabel& total)
+Layout TotalLine(Grid& grid, int firstColumn, FigureLabel& total)
 {
-    return Row{Before(grid, 0, firstColumn - 1, total.objectName() + "-caption", "Total"),
-               Under(grid, firstColumn, grid.Columns() - 1, total), Item::Stretch()}
-        .Spacing(0);
+    return Totals(
+        grid, {Caption(total.objectName() + "-caption", "Total"), Under(grid, firstColumn, grid.Columns() - 1, total)});
 }
 
 } // namespace
 
-J_CAISSE::J_CAISSE()
-    : Form("J_CAISSE", "Caisse du Jour"),
-      Grid1("Grid1", {{"Unité", 1780}, {"Nbre", 840, Qt::AlignCenter}, {"Montant", 1280, Qt::AlignRight}}),
-      Grid2("Grid2", ActColumns()), Grid3("Grid3", ActColumns()),
-      Grid4("Grid4", {{"N°", 600, Qt::AlignCenter}, {"Objet de la dépense", 5270}, {"Montant", 1300, Qt::AlignRight}})
-{
-    BuildForm();
-    On(Grid3, &Grid::Click, *this, [this] { Grid3_Click(); });
-    On(Grid3, &Grid::DblClick, *this, [this] { Grid3_DblClick(); });
-    On(Grid3, &Grid::Entered, *this, [this] { Grid3_DblClick(); });
-    for (int index = 1; index <= Image1.Size(); ++index)
-        On(Image1[index], &Picture::clicked, *this, [this, index] { Image1_Click(index); });
-    for (int index = 0; index < Image2.Size(); ++index)
-        On(Image2[index], &Picture::clicked, *this, [this, index] { Image2_Click(index); });
-    for (int index = 0; index < SSPanel2.Image3.Size(); ++index)
-        On(SSPanel2.Image3[index], &Picture::clicked, *this, [this, index] { Image3_Click(index); });
-}
-
 void J_CAISSE::BuildForm()
 {
-    struct {
-        int index;
-        const char* icon;
-        const char* action;
-    } const pictures[] = {
-        {0, "print", "Imprimer les actes réglés"}, {1, "print", "Imprimer les instances"},
-        {2, "print", "Imprimer les dépenses"},     {3, "print", "Imprimer le récapitulatif"},
-        {4, "edit", "Corriger l'acte choisi"},
-    };
-    for (const auto& picture : pictures) {
-        Image2[picture.index].SetIcon(picture.icon);
-        Image2[picture.index].SetAction(QString::fromUtf8(picture.action));
-    }
-    Image1[1].SetIcon("calendar");
-    Image1[2].SetIcon("quit");
-    Bulle.Serve(Image1[1], [] { return QString(core::SpeaksFrench() ? " Autre date " : "تـغـيير"); });
-    Bulle.Serve(Image1[2], [] { return QString(core::SpeaksFrench() ? " Quitter " : "مـغادرة"); });
+    Dress(Image2[PrintSettled], "print", "Imprimer les actes réglés", Command::Print);
+    Dress(Image2[PrintPending], "print", "Imprimer les instances", Command::Print);
+    Dress(Image2[PrintExpenses], "print", "Imprimer les dépenses", Command::Print);
+    Dress(Image2[PrintRecap], "print", "Imprimer le récapitulatif", Command::Print);
+    Dress(Image2[Correct], "edit", "Corriger l'acte choisi", Command::Modify);
+    Dress(Image1[OtherDate], "calendar", " Autre date ", Command::ChooseDate);
+    Dress(Image1[Quit], "quit", " Quitter ", Command::Leave);
+    Bulle.Serve(Image1[OtherDate], [] { return QString(core::SpeaksFrench() ? " Autre date " : "تـغـيير"); });
+    Bulle.Serve(Image1[Quit], [] { return QString(core::SpeaksFrench() ? " Quitter " : "مـغادرة"); });
     Grid1.setAccessibleName("Récapitulatif par unité");
     Grid2.setAccessibleName("Actes réglés");
     Grid3.setAccessibleName("Actes en instance");
     Grid4.setAccessibleName("Dépenses");
     Grid1.horizontalHeader()->hide();
-    Grid2.SetGroupHeading(5, 6, "Reçu");
-    Grid3.SetGroupHeading(5, 6, "Reçu");
+    Grid2.SetGroupHeading(Code, Amount, "Reçu");
+    Grid3.SetGroupHeading(Code, Amount, "Reçu");
+    const char* const figures[] = {"Nombre d'actes",    "Solde de la veille", "Montant reçu",
+                                   "Dépenses du jour",  "Nouveau solde",      "Total des actes réglés",
+                                   "Total en instance", "Total des dépenses"};
+    for (int figure = 0; figure < RCP.Size(); ++figure)
+        RCP[figure].setAccessibleName(QString::fromUtf8(figures[figure]));
 
     SetContent(Column{
-        Row{Item::Growing(SSPanel1), Image1[1], Image1[2]},
+        Row{Item::Growing(SSPanel1), Image1[OtherDate], Image1[Quit]},
         Item::Growing(SSTab1),
     });
     BuildPages();
@@ -100,11 +66,14 @@ void J_CAISSE::BuildForm()
 
 void J_CAISSE::BuildPages()
 {
-    RCP[4].setProperty("role", "balance");
+    constexpr int balanceWidth = 168;
+    RCP[NewBalance].setProperty("role", "balance");
+    for (const int figure : {DaySpent, NewBalance})
+        RCP[figure].setMinimumWidth(balanceWidth);
     AddPage(SSTab1, "Récap",
             Row{
                 Column{
-                    Row{NewLabel("Label1(6)", "Solde de la veille"), Item::Growing(RCP[1])},
+                    Row{NewLabel("Label1(6)", "Solde de la veille"), Item::Stretch(), RCP[OpeningBalance]},
                     Item::Growing(Column{
                         Row{Heading("Label1(9)", "Unité", 1780, Qt::AlignLeft),
                             Heading("Label1(8)", "Nbre", 840, Qt::AlignCenter),
@@ -113,24 +82,27 @@ void J_CAISSE::BuildPages()
                         Item::Growing(Grid1),
                     }
                                       .Spacing(0)),
-                    Row{Before(Grid1, 0, 0, "LTotal", "Total"), Under(Grid1, 1, 1, RCP[0]), Under(Grid1, 2, 2, RCP[2]),
-                        Item::Stretch()}
-                        .Spacing(0),
+                    Totals(Grid1, {Caption("LTotal", "Total"), Under(Grid1, Count, RCP[DayActs]),
+                                   Under(Grid1, Received, RCP[DayReceived])}),
                 },
                 Item::Gap(3),
                 Column{
-                    Pairs{{&NewLabel("Label1(7)", "Dépenses"), &RCP[3]},
-                          {&NewLabel("Label1(10)", "Nouveau solde"), &RCP[4]}},
+                    Pairs{{&NewLabel("Label1(7)", "Dépenses"), &RCP[DaySpent]},
+                          {&NewLabel("Label1(10)", "Nouveau solde"), &RCP[NewBalance]}},
                     Item::Stretch(),
-                    Row{Item::Stretch(), Image2[3]},
+                    Row{Item::Stretch(), Image2[PrintRecap]},
                 },
+                Item::Stretch(),
             });
     AddPage(SSTab1, "Actes Réglés",
-            Column{Item::Growing(Grid2), TotalLine(Grid2, 5, RCP[5]), Row{Image2[0], Item::Stretch()}});
+            Column{Item::Growing(Grid2), TotalLine(Grid2, Code, RCP[SettledTotal]),
+                   Row{Image2[PrintSettled], Item::Stretch()}});
     AddPage(SSTab1, "Instances",
-            Column{Item::Growing(Grid3), TotalLine(Grid3, 5, RCP[6]), Row{Image2[4], Image2[1], Item::Stretch()}});
+            Column{Item::Growing(Grid3), TotalLine(Grid3, Code, RCP[PendingTotal]),
+                   Row{Image2[Correct], Image2[PrintPending], Item::Stretch()}});
     AddPage(SSTab1, "Dépenses",
-            Column{Item::Growing(Grid4), TotalLine(Grid4, 2, RCP[7]), Row{Image2[2], Item::Stretch()}});
+            Column{Item::Growing(Grid4), TotalLine(Grid4, Spent, RCP[ExpensesTotal]),
+                   Row{Image2[PrintExpenses], Item::Stretch()}});
 }
 
 } // namespace cash

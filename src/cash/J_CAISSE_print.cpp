@@ -20,18 +20,18 @@ void J_CAISSE::PrintCashRecap()
 {
     core::RunPrintStep(Report1, {.reportName = "ZEP_R1.RPT",
                                  .headings = {{"ch5", SSPanel1.Caption()},
-                                              {"ch6", RCP[0].text()},
-                                              {"ch7", RCP[1].text()},
-                                              {"ch8", RCP[2].text()},
-                                              {"ch9", RCP[3].text()},
-                                              {"ch10", RCP[4].text()}},
+                                              {"ch6", RCP[DayActs].text()},
+                                              {"ch7", RCP[OpeningBalance].text()},
+                                              {"ch8", RCP[DayReceived].text()},
+                                              {"ch9", RCP[DaySpent].text()},
+                                              {"ch10", RCP[NewBalance].text()}},
                                  .scratchTable = "Prov",
                                  .fillRows =
                                      [this](core::ScratchRows& rows) {
                                          for (int row = 0; row < Grid1.Rows(); ++row)
-                                             rows.Add({{"unite", Grid1.Text(row, 0).trimmed()},
-                                                       {"Page", Val(Grid1.Text(row, 1))},
-                                                       {"Mt", Val(Grid1.Text(row, 2))}});
+                                             rows.Add({{"unite", Grid1.Text(row, Unit).trimmed()},
+                                                       {"Page", Val(Grid1.Text(row, Count))},
+                                                       {"Mt", Val(Grid1.Text(row, Received))}});
                                          // The reading leads the grid to the last cell and leaves it there.
                                          Grid1.SetRow(Grid1.Rows() - 1);
                                          Grid1.SetCol(Grid1.Columns() - 1);

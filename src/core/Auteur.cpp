@@ -22,32 +22,39 @@ Auteur::Auteur() : Form("Auteur", "     Explorer .....")
         if (!Text2.text().trimmed().isEmpty())
             Image1_Click();
     });
-    On(Image1, &Picture::clicked, *this, [this] { Image1_Click(); });
-    On(Dir1, &FolderList::Change, *this, [this] { Dir1_Change(); });
+    On(Image1, &Picture::clicked, *this, &Auteur::Image1_Click);
+    On(Dir1, &FolderList::Change, *this, &Auteur::Dir1_Change);
     On(Text1, &TextBox::Entered, *this, [this] {
         if (!Text1.text().trimmed().isEmpty())
-            Image2_Click(0);
+            Image2_Click(Accept);
     });
-    for (int index = 0; index < Image2.Size(); ++index)
-        On(Image2[index], &Picture::clicked, *this, [this, index] { Image2_Click(index); });
+    OnEach(Image2, &Picture::clicked, *this, &Auteur::Image2_Click);
 }
 
 void Auteur::Form_Load()
 {
-    setWindowIcon(QIcon());
     DialogResult = 0;
     Dir1.SetPath(QDir::currentPath());
     CenterForm(*this);
+    if (File1.count() > 0)
+        Text1.setFocus();
+    else
+        Dir1.setFocus();
 }
 
 void Auteur::EscapePressed()
 {
-    Image2_Click(1);
+    Image2_Click(Cancel);
 }
 
 void Auteur::Image1_Click()
 {
     QString drive = Text2.text().trimmed();
+    if (drive.isEmpty()) {
+        MsgBox("Indiquez un lecteur ou le chemin d'un dossier.", Icon::Critical, "ATTENTION");
+        Text2.setFocus();
+        return;
+    }
     if (drive.size() == 1)
         drive += ":";
     const QString folder = host::DriveFolder(drive);
@@ -62,17 +69,16 @@ void Auteur::Dir1_Change()
 {
     File1.SetPath(Dir1.Path());
     Label1.setText(QDir::toNativeSeparators(Dir1.Path()));
-    Label1.setToolTip(Label1.text());
 
     const bool holdsDatabase = File1.count() > 0;
-    Image2[0].setVisible(holdsDatabase);
+    Image2[Accept].setVisible(holdsDatabase);
     Text1.setVisible(holdsDatabase);
     hint.setVisible(!holdsDatabase);
 }
 
 void Auteur::Image2_Click(int index)
 {
-    if (index == 1) {
+    if (index == Cancel) {
         DialogResult = 0;
         Unload();
         return;
@@ -80,8 +86,12 @@ void Auteur::Image2_Click(int index)
     if (!CheckFolderFiles())
         return;
     LoadConfiguration();
-    if (!CheckAccessCode())
-        return; // a wrong code is silent: nothing tells a stranger how near he was
+    if (!CheckAccessCode()) {
+        // A wrong code is silent: a stranger learns nothing from it. The next try replaces it.
+        Text1.setFocus();
+        Text1.selectAll();
+        return;
+    }
     DialogResult = ResultAccepted;
     Unload();
 }

@@ -18,9 +18,10 @@ public:
     forms::Picture Image1{"Image1"}; ///< goes to the drive of Text2
     FolderList Dir1{"Dir1"};
     FileList File1{"File1", "ZEP_ONE.MDB"};
-    forms::Label Label1{"Label1"};                           ///< path of the chosen folder
-    forms::TextBox Text1{"Text1"};                           ///< access code
-    forms::ControlArray<forms::Picture, 2> Image2{"Image2"}; ///< 0 accepts, 1 cancels
+    PathLabel Label1{"Label1"};    ///< path of the chosen folder
+    forms::TextBox Text1{"Text1"}; ///< access code
+    enum Choice { Accept, Cancel };
+    forms::ControlArray<forms::Picture, 2> Image2{"Image2"};
 
     void Image1_Click();
     void Image2_Click(int index);

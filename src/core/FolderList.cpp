@@ -1,7 +1,10 @@
 #include "core/FolderList.h"
 
+#include "platform/forms/Icons.h"
+
 #include <QDir>
 #include <QKeyEvent>
+#include <QPainter>
 
 namespace core {
 
@@ -48,7 +51,7 @@ void FolderList::Fill()
 
 void FolderList::AddLine(const QString& caption, const QString& folder, int depth, bool chosen)
 {
-    auto* line = new QListWidgetItem(QIcon(":/icons/folder.svg"), QString(depth * IndentWidth, ' ') + caption, this);
+    auto* line = new QListWidgetItem(forms::NamedIcon("folder"), QString(depth * IndentWidth, ' ') + caption, this);
     line->setData(FolderRole, folder);
     line->setToolTip(QDir::toNativeSeparators(folder));
     if (!chosen)
@@ -81,6 +84,13 @@ void FolderList::keyPressEvent(QKeyEvent* event)
     }
 }
 
+void FolderList::keyboardSearch(const QString& search)
+{
+    const auto row = typeAhead.Find(search, count(), currentRow(), [this](int line) { return item(line)->text(); });
+    if (row)
+        setCurrentRow(*row);
+}
+
 FileList::FileList(const QString& name, const QString& filePattern) : pattern(filePattern)
 {
     setObjectName(name);
@@ -93,6 +103,26 @@ void FileList::SetPath(const QString& folder)
 {
     clear();
     addItems(QDir(folder).entryList({pattern}, QDir::Files | QDir::Hidden, QDir::Name));
+}
+
+PathLabel::PathLabel(const QString& name) : Label(name)
+{
+    setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+}
+
+void PathLabel::paintEvent(QPaintEvent*)
+{
+    QPainter painter(this);
+    painter.setPen(palette().color(foregroundRole()));
+    painter.drawText(rect(), Qt::AlignLeft | Qt::AlignVCenter,
+                     fontMetrics().elidedText(text(), Qt::ElideMiddle, width()));
+}
+
+bool PathLabel::event(QEvent* event)
+{
+    if (event->type() == QEvent::ToolTip)
+        setToolTip(fontMetrics().horizontalAdvance(text()) > width() ? text() : QString());
+    return Label::event(event);
 }
 
 } // namespace core

@@ -1,11 +1,14 @@
 #pragma once
 
+#include "platform/forms/Controls.h"
+#include "platform/forms/TypeAhead.h"
+
 #include <QListWidget>
 
 namespace core {
 
 /// A folder list: the folders above the chosen one, the chosen one, and the folders in it. Double click or Enter on a
-/// line chooses that folder, Backspace the one above.
+/// line chooses that folder, Backspace the one above; letters go to the next folder whose name begins with them.
 class FolderList : public QListWidget {
     Q_OBJECT
     Q_PROPERTY(QString path READ Path WRITE SetPath NOTIFY Change)
@@ -22,6 +25,7 @@ Q_SIGNALS:
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
+    void keyboardSearch(const QString& search) override;
 
 private:
     void Fill();
@@ -29,6 +33,7 @@ private:
     void AddLine(const QString& caption, const QString& folder, int depth, bool chosen);
 
     QString path;
+    forms::TypeAhead typeAhead;
 };
 
 /// A file list with a fixed pattern: the names in a folder that match it, case ignored.
@@ -40,6 +45,17 @@ public:
 
 private:
     QString pattern;
+};
+
+/// Shows a path whole where there is room, and else shortened in its middle, with a tooltip that has all of it.
+class PathLabel : public forms::Label {
+    Q_OBJECT
+public:
+    explicit PathLabel(const QString& name);
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    bool event(QEvent* event) override;
 };
 
 } // namespace core

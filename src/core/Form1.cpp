@@ -5,7 +5,6 @@
 #include "core/configuration.h"
 #include "core/globals.h"
 #include "core/opening.h"
-#include "core/regional.h"
 #include "platform/forms/Desk.h"
 #include "platform/forms/Guard.h"
 #include "platform/host/Host.h"
@@ -35,17 +34,15 @@ Form1::Form1(ScreenOpeners screens) : Form("Form1"), openers(std::move(screens))
 {
     BuildMenu();
     BuildForm();
-    On(Image1, &Picture::clicked, *this, [this] { mnuQ_Click(); });
-    On(Image2, &Picture::clicked, *this, [this] { mnuQ_Click(); });
+    On(Image1, &Picture::clicked, *this, &Form1::mnuQ_Click);
+    On(Image2, &Picture::clicked, *this, &Form1::mnuQ_Click);
     On(Image1, &Picture::MouseOver, *this, [this] { Image2.show(); });
     OnFatalError(CloseDataFiles);
 }
 
 void Form1::Form_Load()
 {
-    setWindowIcon(QIcon());
     setWindowTitle(" ");
-    SetRegionalFormats();
     FillCalendarNames();
     LanguageMode = True;
     ShowMenuState(false);
@@ -57,10 +54,10 @@ void Form1::FitDisplay()
     InitialScreen = host::DisplaySize();
     DisplayChanged = false;
     if (InitialScreen != DesignedDisplay) {
-        ChangeResolution(DesignedDisplay.width(), DesignedDisplay.height());
+        host::ChangeWorkingArea(DesignedDisplay);
         DisplayChanged = true;
     }
-    setFixedSize(host::WorkingArea());
+    setFixedSize(host::WorkingArea().boundedTo(RoomOnScreen()));
 }
 
 void Form1::mnu_aprpos_Click()
@@ -143,8 +140,9 @@ void Form1::ShutDown()
 {
     try {
         if (DisplayChanged)
-            ChangeResolution(InitialScreen.width(), InitialScreen.height());
+            host::ChangeWorkingArea(InitialScreen);
         if (Label1[0].isVisibleTo(this)) {
+            const auto notice = TheDesk().Wait("Archivage ...");
             CloseDataFiles();
             CopyToArchives();
         }

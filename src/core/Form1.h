@@ -35,6 +35,7 @@ protected:
     void Form_Load() override;
     bool Form_QueryUnload() override;
     bool eventFilter(QObject* watched, QEvent* event) override;
+    void changeEvent(QEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
 
@@ -44,9 +45,10 @@ private:
     void ShowMenuState(bool opened);
     void ChooseEntry(const MenuEntry& entry);
     void OpenScreen(std::string_view control);
+    void ShowBackdrop();
     void FitDisplay();
     void ShowLetterhead();
-    /// Puts the display back, closes and archives an open practice. An error is told and ends the steps.
+    /// Puts the display back, closes and archives an open practice. An error is shown and ends the steps.
     void ShutDown();
 
     ScreenOpeners openers;

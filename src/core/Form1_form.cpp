@@ -1,6 +1,7 @@
 #include "core/Form1.h"
 
 #include "platform/forms/Guard.h"
+#include "platform/forms/Icons.h"
 #include "platform/forms/Layout.h"
 
 #include <QEvent>
@@ -36,6 +37,10 @@ void Form1::BuildMenu()
     }
     Entry("mnu_aprpos")->setShortcut(QKeySequence::Open);
     Entry("mnuQ")->setShortcut(QKeySequence("Ctrl+Q"));
+    Entry("NActes")->setShortcut(KeysOf(Command::OpenActs));
+    Entry("mnu_Caisse")->setShortcut(KeysOf(Command::OpenCash));
+    Entry("mnu_Inst")->setShortcut(KeysOf(Command::OpenPending));
+    menu.setFocusPolicy(Qt::StrongFocus);
     menu.setAccessibleName("Menu");
     auto* reachMenu = new QShortcut(QKeySequence(Qt::Key_F10), this);
     connect(reachMenu, &QShortcut::activated, this, [this] {
@@ -60,15 +65,14 @@ void Form1::BuildForm()
 {
     setWindowFlags(Qt::Window);
     menu.setObjectName("MainMenu");
+    setAccessibleName("ZEP Lumo");
     if (auto* more = menu.findChild<QToolButton*>())
         more->setAccessibleName("Suite du menu");
 
-    Image3.setPixmap(QIcon(":/icons/backdrop.svg").pixmap(QSize(480, 480)));
+    ShowBackdrop();
     Image3.setAlignment(Qt::AlignCenter);
-    Image1.SetIcon("quit");
-    Image1.SetAction("Quitter");
-    Image2.SetIcon("quit-hover");
-    Image2.SetAction("Quitter");
+    Dress(Image1, "quit", "Quitter");
+    Dress(Image2, "quit-hover", "Quitter");
     Image2.setFocusPolicy(Qt::NoFocus);
 
     const int letterheadSizes[] = {20, 13, 11};
@@ -97,12 +101,26 @@ void Form1::BuildForm()
         Row{Label4[0], Item::Stretch(), Image1},
     });
     layout()->setMenuBar(&menu);
+    menu.setFocus(); // and not the quit picture, on which Enter ends the day
 
     Image2.setParent(this);
     Image2.hide();
     Label4[0].installEventFilter(this);
     Image3.setMouseTracking(true);
     setMouseTracking(true);
+}
+
+void Form1::ShowBackdrop()
+{
+    constexpr int side = 480;
+    Image3.setPixmap(IconPixmap("backdrop", side, devicePixelRatioF()));
+}
+
+void Form1::changeEvent(QEvent* event)
+{
+    Form::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange)
+        ShowBackdrop();
 }
 
 bool Form1::eventFilter(QObject* watched, QEvent* event)

@@ -24,25 +24,24 @@ int PeriodChooser::Period::Days() const
 PeriodChooser::PeriodChooser() : Panel("Dates", "Choix des dates")
 {
     BuildForm();
-    connect(&Text1[0], &TextBox::Entered, this, [this] { Image2[2].click(); });
-    connect(&Text1[1], &TextBox::Entered, this, [this] { Text1[2].setFocus(); });
-    connect(&Text1[2], &TextBox::Entered, this, [this] { Image2[4].click(); });
+    connect(&Text1[Day], &TextBox::Entered, this, [this] { Image2[AcceptDay].click(); });
+    connect(&Text1[First], &TextBox::Entered, this, [this] { Text1[Last].setFocus(); });
+    connect(&Text1[Last], &TextBox::Entered, this, [this] { Image2[AcceptPeriod].click(); });
 }
 
 void PeriodChooser::BuildForm()
 {
     setProperty("floating", true);
-    for (int accept = 2; accept <= 4; accept += 2) {
-        Image2[accept].SetIcon("accept");
-        Image2[accept].SetAction("Valider");
-        Image2[accept + 1].SetIcon("cancel");
-        Image2[accept + 1].SetAction("Annuler");
+    for (const int accept : {AcceptDay, AcceptPeriod}) {
+        Dress(Image2[accept], "accept", "Valider");
+        Dress(Image2[accept + 1], "cancel", "Annuler");
     }
     AddPage(SSTab2, "Journée",
-            Column{Pairs{{&DayLabel, &Text1[0]}}, Item::Stretch(), Row{Item::Stretch(), Image2[2], Image2[3]}});
-    AddPage(
-        SSTab2, "Période",
-        Column{Pairs{{&FirstLabel, &Text1[1]}, {&LastLabel, &Text1[2]}}, Row{Item::Stretch(), Image2[4], Image2[5]}});
+            Column{Pairs{{&DayLabel, &Text1[Day]}}, Item::Stretch(),
+                   Row{Item::Stretch(), Image2[AcceptDay], Image2[CancelDay]}});
+    AddPage(SSTab2, "Période",
+            Column{Pairs{{&FirstLabel, &Text1[First]}, {&LastLabel, &Text1[Last]}},
+                   Row{Item::Stretch(), Image2[AcceptPeriod], Image2[CancelPeriod]}});
     Inside(*this, Column{SSTab2});
     hide();
 }
@@ -56,26 +55,26 @@ void PeriodChooser::SetToday()
 void PeriodChooser::ShowOver(QWidget& area)
 {
     FloatOver(*this, area);
-    Text1[SSTab2.currentIndex() == 0 ? 0 : 1].setFocus();
+    Text1[SSTab2.currentIndex() == 0 ? Day : First].setFocus();
 }
 
 std::optional<QString> PeriodChooser::ReadDay()
 {
-    Image2[2].setFocus(); // a date that is still being typed is checked now, as the user left it
-    const QString day = Text1[0].text().trimmed();
+    Image2[AcceptDay].setFocus(); // a date that is still being typed is checked now, as the user left it
+    const QString day = Text1[Day].text().trimmed();
     if (day.size() >= DateLength)
         return day;
-    Refuse("Date incorrecte", 0);
+    Refuse("Date incorrecte", Day);
     return std::nullopt;
 }
 
 std::optional<PeriodChooser::Period> PeriodChooser::ReadPeriod()
 {
-    Image2[4].setFocus();
-    const Period period{Text1[1].text().trimmed(), Text1[2].text().trimmed()};
+    Image2[AcceptPeriod].setFocus();
+    const Period period{Text1[First].text().trimmed(), Text1[Last].text().trimmed()};
     if (period.first.size() >= DateLength && period.last.size() >= DateLength)
         return period;
-    Refuse("Saisie incomplète", period.first.size() < DateLength ? 1 : 2);
+    Refuse("Saisie incomplète", period.first.size() < DateLength ? First : Last);
     return std::nullopt;
 }
 

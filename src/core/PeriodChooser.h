@@ -7,8 +7,8 @@
 
 namespace core {
 
-/// The choice of dates, "Journée" or "Période": one day on the first page, two bounds on the second. It stands over the
-/// list of its screen while dates are being chosen. Enter in the last field of a page accepts, as its picture does;
+/// The choice of dates, "Journée" or "Période": one day on the first page, two bounds on the second. It is in front
+/// of its screen's list while dates are being chosen. Enter in the last field of a page accepts, as its picture does;
 /// what accepting and cancelling mean is the screen's.
 class PeriodChooser : public forms::Panel {
     Q_OBJECT
@@ -27,8 +27,10 @@ public:
     forms::Label DayLabel{"Label4(0)", " Du"};
     forms::Label FirstLabel{"Label4(3)", " Du"};
     forms::Label LastLabel{"Label3(5)", " Au"};
-    forms::ControlArray<forms::DateField, 3> Text1{"Text1"};    ///< 0 the day; 1 and 2 the bounds
-    forms::ControlArray<forms::Picture, 4, 2> Image2{"Image2"}; ///< 2 accepts, 3 cancels the day; 4 and 5 the period
+    enum Field { Day, First, Last };
+    forms::ControlArray<forms::DateField, 3> Text1{"Text1"};
+    enum Choice { AcceptDay = 2, CancelDay, AcceptPeriod, CancelPeriod };
+    forms::ControlArray<forms::Picture, 4, 2> Image2{"Image2"};
 
     /// Puts the current date into all fields.
     void SetToday();
@@ -36,11 +38,11 @@ public:
     void ShowOver(QWidget& area);
 
     /// The typed day or period, after the field that was being typed in has been checked as on leaving it. Nothing when
-    /// a date is missing or bad: the user has then been told ("Date incorrecte", "Saisie incomplète").
+    /// a date is missing or bad: a message has been shown then ("Date incorrecte", "Saisie incomplète").
     std::optional<QString> ReadDay();
     std::optional<Period> ReadPeriod();
 
-    /// Whether the bounds stand in their order; tells "Dates inversées" otherwise. An end one day before the start
+    /// Whether the bounds are in order; shows "Dates inversées" otherwise. An end one day before the start
     /// passes, on purpose: it is the empty period.
     static bool IsInOrder(const Period& period);
 

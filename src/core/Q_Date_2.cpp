@@ -19,7 +19,6 @@ namespace {
 
 constexpr int FirstYear = 2001;
 constexpr int LastYear = 2099;
-constexpr int NoSuchYear = 102;
 constexpr int DaysInWeek = 7;
 constexpr int Saturday = 7;
 
@@ -33,36 +32,36 @@ QString TwoDigits(int number)
 Q_Date_2::Q_Date_2() : Form("Q_Date_2", " ")
 {
     BuildForm();
-    On(Combo1, &QComboBox::currentIndexChanged, *this, [this] { Combo1_Click(); });
-    On(Combo2, &QComboBox::currentIndexChanged, *this, [this] { Combo2_Click(); });
-    for (int cell = 1; cell <= Cells; ++cell)
-        On(SSCommand1[cell], &Button::clicked, *this, [this, cell] { SSCommand1_Click(cell); });
-    for (int index = 0; index < Image2.Size(); ++index)
-        On(Image2[index], &Picture::clicked, *this, [this, index] { Image2_Click(index); });
+    On(Combo1, &QComboBox::currentIndexChanged, *this, &Q_Date_2::Combo1_Click);
+    On(Combo2, &QComboBox::currentIndexChanged, *this, &Q_Date_2::Combo2_Click);
+    OnEach(SSCommand1, &Button::clicked, *this, &Q_Date_2::ChooseByHand);
+    OnEach(Image2, &Picture::clicked, *this, &Q_Date_2::Image2_Click);
 }
 
 void Q_Date_2::Form_Load()
 {
     setWindowTitle(" ");
     CenterForm(*this);
-    {
-        const QSignalBlocker quietMonths(Combo1);
-        const QSignalBlocker quietYears(Combo2);
-        for (const QString& name : MonthNames)
-            Combo1.addItem(name.trimmed());
-        for (int year = FirstYear; year <= LastYear; ++year)
-            Combo2.addItem(QString::number(year));
-        Combo1.setCurrentIndex(-1);
-        Combo2.setCurrentIndex(-1);
-    }
-    int yearLine = NoSuchYear; // a year that the list lacks makes the selection fail
-    for (int line = 0; line < Combo2.count(); ++line)
-        if (Val(Combo2.itemText(line)) == PickedYear)
-            yearLine = line;
-    Combo2.SetListIndex(yearLine);
+    FillLists();
+    PickedYear = qBound(FirstYear, int{PickedYear}, LastYear);
+    PickedMonth = qBound(1, int{PickedMonth}, Combo1.count());
+    Combo2.SetListIndex(PickedYear - FirstYear);
     Combo1.SetListIndex(PickedMonth - 1);
     loadedOnce = true;
     ShowArrows();
+    SSCommand1[FirstDayColumn + PickedDay].setFocus();
+}
+
+void Q_Date_2::FillLists()
+{
+    const QSignalBlocker quietMonths(Combo1);
+    const QSignalBlocker quietYears(Combo2);
+    for (const QString& name : MonthNames)
+        Combo1.addItem(name.trimmed());
+    for (int year = FirstYear; year <= LastYear; ++year)
+        Combo2.addItem(QString::number(year));
+    Combo1.setCurrentIndex(-1);
+    Combo2.setCurrentIndex(-1);
 }
 
 void Q_Date_2::Combo1_Click()
@@ -91,8 +90,15 @@ void Q_Date_2::EmptyCells()
     }
 }
 
+bool Q_Date_2::DaysHaveFocus() const
+{
+    const QWidget* focused = focusWidget();
+    return focused != nullptr && focused->property("day").toBool();
+}
+
 void Q_Date_2::LayMonthOut()
 {
+    const bool focusStays = DaysHaveFocus(); // the emptied cell would hand it on
     EmptyCells();
     PickedMonth = Combo1.currentIndex() + 1;
     const QDate first = DateValue(QStringLiteral("%1/%2/01").arg(PickedYear).arg(TwoDigits(PickedMonth)));
@@ -100,18 +106,22 @@ void Q_Date_2::LayMonthOut()
     MonthLength = DaysInMonth(PickedMonth, PickedYear);
     if (PickedDay > MonthLength)
         PickedDay = MonthLength;
+    if (PickedDay < 1)
+        PickedDay = 1;
 
     for (int day = 1; day <= MonthLength; ++day) {
         const int cell = FirstDayColumn + day;
         Text2[cell].setText(" " + QString::number(day));
         Text2[cell].setEnabled(true);
         SSCommand1[cell].setText(QString::number(day));
-        SSCommand1[cell].setAccessibleName(QStringLiteral("Jour %1").arg(day));
+        SSCommand1[cell].setAccessibleName(
+            DayCaption(QStringLiteral("%1/%2/%3").arg(TwoDigits(day), TwoDigits(PickedMonth)).arg(PickedYear)));
         SSCommand1[cell].setEnabled(true);
     }
-    for (int cell = 1; cell <= Cells; ++cell)
-        if (SSCommand1[cell].isEnabled() && Val(SSCommand1[cell].text()) == PickedDay)
-            SSCommand1_Click(cell);
+    const int chosen = FirstDayColumn + PickedDay;
+    SSCommand1_Click(chosen);
+    if (focusStays)
+        SSCommand1[chosen].setFocus();
     ShowArrows();
 }
 
@@ -130,24 +140,24 @@ void Q_Date_2::StepList(ComboBox& list, int step)
 
 void Q_Date_2::ShowArrows()
 {
-    Image2[2].setVisible(Combo1.currentIndex() > 0);
-    Image2[3].setVisible(Combo1.currentIndex() < Combo1.count() - 1);
-    Image2[4].setVisible(Combo2.currentIndex() > 0);
-    Image2[5].setVisible(Combo2.currentIndex() < Combo2.count() - 1);
+    Image2[PreviousMonth].setVisible(Combo1.currentIndex() > 0);
+    Image2[NextMonth].setVisible(Combo1.currentIndex() < Combo1.count() - 1);
+    Image2[PreviousYear].setVisible(Combo2.currentIndex() > 0);
+    Image2[NextYear].setVisible(Combo2.currentIndex() < Combo2.count() - 1);
 }
 
 void Q_Date_2::Image2_Click(int index)
 {
     switch (index) {
-    case 0:
+    case AcceptDay:
         return Accept();
-    case 1:
+    case CancelDay:
         return Cancel();
-    case 2:
+    case PreviousMonth:
         return StepList(Combo1, -1);
-    case 3:
+    case NextMonth:
         return StepList(Combo1, 1);
-    case 4:
+    case PreviousYear:
         return StepList(Combo2, -1);
     default:
         return StepList(Combo2, 1);
@@ -187,7 +197,7 @@ bool Q_Date_2::MoveChoice(int key)
 {
     const auto toDay = [this](int day) {
         if (day >= 1 && day <= MonthLength)
-            SSCommand1_Click(FirstDayColumn + day);
+            ChooseByHand(FirstDayColumn + day);
     };
     switch (key) {
     case Qt::Key_Left:
@@ -213,14 +223,21 @@ bool Q_Date_2::MoveChoice(int key)
 bool Q_Date_2::eventFilter(QObject* watched, QEvent* event)
 {
     bool taken = false;
-    if (event->type() == QEvent::KeyPress)
+    if (event->type() == QEvent::KeyPress) {
         Guarded([&] { taken = MoveChoice(static_cast<QKeyEvent*>(event)->key()); });
-    else if (event->type() == QEvent::MouseButtonDblClick)
+    } else if (event->type() == QEvent::MouseButtonDblClick && static_cast<QWidget*>(watched)->isEnabled()) {
         Guarded([&] {
             Accept();
             taken = true;
         });
+    }
     return taken || Form::eventFilter(watched, event);
+}
+
+void Q_Date_2::ChooseByHand(int cell)
+{
+    SSCommand1_Click(cell);
+    SSCommand1[cell].setFocus();
 }
 
 } // namespace core

@@ -4,11 +4,15 @@
 #include "platform/forms/ControlArray.h"
 #include "platform/forms/Controls.h"
 #include "platform/forms/Form.h"
+#include "platform/forms/Layout.h"
 
 namespace core {
 
 /// The date picker: one month on view, Saturday to Friday. It takes PickedDay, PickedMonth and PickedYear, and leaves
-/// the chosen date there and in PickedDate, or -1 in PickedDay on cancel.
+/// the chosen date there and in PickedDate, or -1 in PickedDay on cancel. A year or month that its lists lack becomes
+/// the nearest one.
+///
+/// The days are one stop of Tab: arrows move the chosen day, Page Up and Page Down the month, Enter accepts.
 class Q_Date_2 : public forms::Form {
     Q_OBJECT
 public:
@@ -21,8 +25,8 @@ public:
     forms::ComboBox Combo2{"Combo2"}; ///< years 2001 to 2099
     forms::ControlArray<forms::TextBox, Cells, 1> Text2{"Text2"};
     forms::ControlArray<forms::Button, Cells, 1> SSCommand1{"SSCommand1"};
-    forms::ControlArray<forms::Picture, 6> Image2{
-        "Image2"}; ///< accept, cancel, previous and next month, previous and next year
+    enum Action { AcceptDay, CancelDay, PreviousMonth, NextMonth, PreviousYear, NextYear };
+    forms::ControlArray<forms::Picture, 6> Image2{"Image2"};
 
     void Combo1_Click();
     void Combo2_Click();
@@ -38,7 +42,11 @@ protected:
 
 private:
     void BuildForm();
+    forms::Layout DaysOfMonth();
     void EmptyCells();
+    void FillLists();
+    void ChooseByHand(int cell);
+    bool DaysHaveFocus() const;
     void LayMonthOut();
     void ShowArrows();
     void Accept();

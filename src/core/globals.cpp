@@ -59,21 +59,4 @@ bool SpeaksFrench()
     return LanguageMode == True;
 }
 
-void ResetGlobals()
-{
-    PatientsTable = PrestaTable = TextesTable = PermnTable = dao::Recordset();
-    TheDatabase.Close();
-    TheDatabase = dao::Database();
-    TheWorkspace.Close();
-    TheWorkspace = dao::Workspace();
-    for (QString* text : {&DataFolder, &DatabasePath, &ConfigPath, &WorkspacePassword, &QueryText, &ReportName,
-                          &PickedDate, &ScratchText})
-        text->clear();
-    InitialScreen = QSize();
-    DisplayChanged = false;
-    LanguageMode = True;
-    DialogResult = PickedDay = PickedMonth = PickedYear = 0;
-    ConfigLines.fill(QString());
-}
-
 } // namespace core

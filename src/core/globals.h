@@ -57,7 +57,4 @@ void FillCalendarNames();
 /// Whether hover captions are French; the alternative is Arabic.
 bool SpeaksFrench();
 
-/// Puts every global back to its state before the start, closing what is open. A run of the program does this once.
-void ResetGlobals();
-
 } // namespace core

@@ -1,10 +1,44 @@
 #include "core/lists.h"
 
+#include "data/PaymentCode.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/forms/Controls.h"
+#include "platform/forms/Desk.h"
 #include "platform/forms/Grid.h"
 
+namespace PaymentCode = data::PaymentCode;
+
 namespace core {
+
+namespace {
+
+QString PayCodeTip(int code)
+{
+    switch (code) {
+    case PaymentCode::NP:
+        return "NP : en instance, valeur théorique 0";
+    case PaymentCode::RMinus:
+        return "R- : en instance, valeur théorique : le tarif moins le montant reçu";
+    case PaymentCode::P:
+        return "P : réglé, valeur théorique : le tarif";
+    case PaymentCode::RPlus:
+        return "R+ : réglé, valeur théorique : le montant reçu";
+    case PaymentCode::Gr:
+        return "Gr : réglé, valeur théorique 0";
+    default:
+        return "AB : réglé, valeur théorique 0";
+    }
+}
+
+} // namespace
+
+QString PayCodeTips()
+{
+    QStringList tips;
+    for (int code = PaymentCode::NP; code <= PaymentCode::AB; ++code)
+        tips << PayCodeTip(code);
+    return tips.join('\n');
+}
 
 void FillPayLists(QStringList& List_R, QStringList& List_HH, forms::ComboBox* codes)
 {
@@ -15,6 +49,8 @@ void FillPayLists(QStringList& List_R, QStringList& List_HH, forms::ComboBox* co
     if (codes != nullptr) {
         codes->clear();
         codes->addItems(List_R);
+        for (int code = 0; code < codes->count(); ++code)
+            codes->setItemData(code, PayCodeTip(code), Qt::ToolTipRole);
         codes->SetListIndex(0);
     }
 }
@@ -41,6 +77,17 @@ bool FindKey(dao::Recordset& lookup, dao::Key key)
         return false;
     lookup.FindFirst("num = " + QString::number(key));
     return !lookup.NoMatch();
+}
+
+bool ConfirmsDeletion(const QString& number)
+{
+    return forms::MsgBox("Confirmer supression de ligne N° " + number, forms::Icon::Question, "Confirmation",
+                         forms::Buttons::YesNo) == forms::Answer::Yes;
+}
+
+void TellLineIsGone()
+{
+    forms::MsgBox("Cette ligne n'existe plus : elle a été supprimée entre-temps.", forms::Icon::Critical, "ATTENTION");
 }
 
 QString TextOrNothing(const dao::Field& field)

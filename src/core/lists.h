@@ -17,6 +17,10 @@ namespace core {
 /// be null.
 void FillPayLists(QStringList& List_R, QStringList& List_HH, forms::ComboBox* codes = nullptr);
 
+/// What the rules say of the codes, a line each: pending or settled, and how an act is valued. The heading "R" of a
+/// list of acts shows it; each line of the payment codes shows its own.
+QString PayCodeTips();
+
 /// A line of a list; raises 9 outside it, as a code that no list knows is an error of the data.
 QString ListLine(const QStringList& list, int line);
 
@@ -26,6 +30,12 @@ int TakeRow(forms::Grid& grid, basic::Int16& nextRow);
 /// Makes the row with this key current, by one look-up. False when there is none, and the current row stays where it
 /// was; the set may be empty.
 bool FindKey(dao::Recordset& lookup, dao::Key key);
+
+/// Asks whether a line of a list is to be deleted; `number` is the line's number as the screen writes it.
+bool ConfirmsDeletion(const QString& number);
+
+/// Says that the line in hand was deleted meanwhile by another program: nothing was written.
+void TellLineIsGone();
 
 /// The text of a field for a list: empty for Null.
 QString TextOrNothing(const dao::Field& field);

@@ -1,7 +1,6 @@
 #include "core/windows.h"
 
 #include "platform/forms/Form.h"
-#include "platform/host/Host.h"
 
 #include <QEvent>
 #include <QPointer>
@@ -51,9 +50,7 @@ Centring& CentringOf(QWidget& panel)
 
 void CenterForm(forms::Form& window)
 {
-    const QSize screen = host::DisplaySize();
-    window.MoveTwips(forms::TwipsOf(screen.width()) / 2 - window.WidthTwips() / 2,
-                     forms::TwipsOf(screen.height()) / 2 - window.HeightTwips() / 2);
+    window.Centre();
 }
 
 void FloatOver(QWidget& panel, QWidget& area)

@@ -4,6 +4,7 @@
 #include "core/Q_Date_2.h"
 #include "core/globals.h"
 #include "support/Accessibility.h"
+#include "support/OtherProgram.h"
 #include "support/Practice.h"
 #include "support/ScriptedDesk.h"
 
@@ -183,6 +184,64 @@ TEST_F(DaySheet, PassesOverAnActDeletedMeanwhile)
     EXPECT_EQ(Standing(kept), 1);
 }
 
+TEST_F(DaySheet, KeepsTheToggleOfAnActThatArrivedWhileItWasOpen)
+{
+    practice.Act({.day = "16/06/2008"});
+    practice.Act({});
+    auto& sheet = ShowSheet();
+    const dao::Key patient = practice.Patient("Haddad", "Ali");
+    const dao::Key arrived = practice.Act({.num_patient = patient});
+    Click(sheet.Image1[New_Act::DayBefore]);
+    Click(sheet.Image1[New_Act::DayAfter]);
+    ASSERT_EQ(sheet.Grid2.Rows(), 2);
+    EXPECT_EQ(sheet.Grid2.Text(1, 1), " Haddad Ali");
+
+    DoubleClick(sheet.Grid2, 1);
+    Click(sheet.Image1[New_Act::LeaveSheet]);
+    EXPECT_EQ(Standing(arrived), 1);
+}
+
+TEST_F(DaySheet, SavesAToggleThatIsFollowedByAnEmptyDayOnce)
+{
+    const dao::Key act = practice.Act({});
+    ExpectEmptyDay("18/06/2008");
+    auto& sheet = ShowSheet();
+    Press(sheet.Grid2, Qt::Key_Return);
+    Click(sheet.Image1[New_Act::DayAfter]);
+    EXPECT_EQ(Standing(act), 1);
+    practice.Write("Update Actes set Flag_H = 0 where num = " + QString::number(act)); // by another program
+    Click(sheet.Image1[New_Act::Toggle]);                                              // nothing is listed
+    Click(sheet.Image1[New_Act::LeaveSheet]);
+    EXPECT_EQ(Standing(act), 0);
+}
+
+TEST_F(DaySheet, SavesTheTogglesOfADayTogetherOrNotAtAll)
+{
+    const dao::Key first = practice.Act({});
+    practice.Act({});
+    auto& sheet = ShowSheet();
+    DoubleClick(sheet.Grid2, 0);
+    DoubleClick(sheet.Grid2, 1);
+    {
+        tests::OtherProgram other(practice.File("ZEP_ONE.MDB")); // the second act can't be written from now on
+        ASSERT_EQ(other.Run("create unique index Fault on Actes (Flag_H) where Flag_H = 1"), SQLITE_OK);
+    }
+    const basic::RuntimeError refusal(Error::DuplicateKey);
+    desk.ExpectMessage("Erreur d'exécution '3022' :\n" + refusal.Description(), Icon::Critical, "ZEP Lumo");
+    Click(sheet.Image1[New_Act::LeaveSheet]);
+    EXPECT_EQ(Standing(first), 0);
+}
+
+TEST_F(DaySheet, WritesTheCaptionOfAnOptionThatIsOnAlready)
+{
+    practice.Act({});
+    auto& sheet = ShowSheet();
+    sheet.SSTab1.setCurrentIndex(1);
+    sheet.OptionLabel.setText("//");
+    Click(sheet.Option1[0]); // on since the opening
+    EXPECT_EQ(sheet.OptionLabel.text(), "5 sur 5");
+}
+
 TEST_F(DaySheet, StaysOnAnEmptyDayWithNothingToToggle)
 {
     practice.Act({.day = "28/02/2008"});
@@ -268,7 +327,7 @@ TEST_F(DaySheet, TakesUpTheOptionOfTheLastRun)
         {0, 0, "5 sur 5"},
         {1, 1, "1 sur 2"},
         {4, 4, "1 sur 5"},
-        {5, 1, "//"}, // no option of ours: the preset stands
+        {5, 1, "//"}, // no option of ours: the preset stays
         {-1, 1, "//"},
     };
     for (const auto& [nbre, chosen, caption] : cases) {

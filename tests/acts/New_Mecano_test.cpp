@@ -95,6 +95,21 @@ TEST_F(ActualisationDialog, RefusesPeriodsThatAreNone)
         Click(dialog.Image1[0]);
         EXPECT_TRUE(dialog.isVisible()) << refusal.from;
     }
+    for (const char* impossible : {"31/02/2008", "31/04/2008", "00/06/2008"}) {
+        SetPeriod(dialog, "01/02/2008", impossible);
+        dialog.Text1[New_Mecano::LastDay].setFocus();
+        for (const auto& accept : {std::function([&] { Press(dialog.Text1[New_Mecano::LastDay], Qt::Key_Return); }),
+                                   std::function([&] { Click(dialog.Image1[New_Mecano::Run]); }),
+                                   std::function([&] { Click(dialog.SSCommand2); })}) {
+            SetPeriod(dialog, "01/02/2008", impossible);
+            desk.ExpectMessage("Saisie incorrecte", Icon::Critical, "ATTENTION");
+            accept();
+            EXPECT_TRUE(dialog.SSPanel1.isVisible()) << impossible;
+        }
+        desk.WhenModal<core::Q_Date_2>([](core::Q_Date_2& picker) { picker.close(); });
+        Click(dialog.Image2[New_Mecano::LastDay]);
+        EXPECT_EQ(dialog.Text1[New_Mecano::LastDay].text(), "17/06/2008"); // today, and not a day of the next month
+    }
     EXPECT_EQ(Standing(act), 7);
     dialog.close();
     EXPECT_EQ(core::DialogResult, core::ResultCancelled);

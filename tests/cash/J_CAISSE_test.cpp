@@ -9,6 +9,7 @@
 
 #include <gtest/gtest.h>
 
+using cash::CorrectionPanel;
 using cash::J_CAISSE;
 using forms::Icon;
 using tests::RowOf;
@@ -169,6 +170,76 @@ TEST_F(CashStatement, LeavesEverythingWhenTheCorrectionIsCancelled)
     EXPECT_EQ(practice.Stored("Actes", act, "montant").Double(), 15);
 }
 
+TEST_F(CashStatement, WritesToNoOtherActWhenOneIsGone)
+{
+    const dao::Key first = practice.Act({.montant = 1, .flag_R = PaymentCode::RMinus});
+    const dao::Key second = practice.Act({.montant = 2, .flag_R = PaymentCode::RMinus});
+    practice.Act({.montant = 3, .flag_R = PaymentCode::RMinus});
+    auto& screen = ShowDay("17/06/2008");
+    screen.SSTab1.setCurrentIndex(J_CAISSE::PendingTab);
+    const auto expectGone = [this] {
+        desk.ExpectMessage("Cet acte n'existe plus : il a été supprimé entre-temps.", Icon::Critical, "ATTENTION");
+    };
+
+    Click(screen.Grid3, 2);
+    Press(screen.Grid3, Qt::Key_F2);
+    practice.Remove("Actes", practice.Ask("select max(num) as S1 from Actes").Long());
+    expectGone();
+    Click(screen.SSPanel2.Image3[CorrectionPanel::Accept]);
+    EXPECT_FALSE(screen.SSPanel2.isVisible());
+    EXPECT_EQ(screen.Grid3.Rows(), 2); // what the day holds now
+
+    practice.Remove("Actes", second);
+    Click(screen.Grid3, 1);
+    expectGone();
+    Click(screen.Image2[J_CAISSE::Correct]);
+    EXPECT_FALSE(screen.SSPanel2.isVisible());
+    EXPECT_TRUE(screen.SSTab1.isEnabled());
+    EXPECT_EQ(practice.Stored("Actes", first, "montant").Double(), 1);
+    EXPECT_FALSE(desk.EndCode().has_value());
+}
+
+TEST_F(CashStatement, DropsACorrectionWhenItsDayGoes)
+{
+    const dao::Key act = practice.Act({.day = "16/06/2008", .montant = 9, .flag_R = PaymentCode::RMinus});
+    auto& screen = ShowDay("16/06/2008");
+    screen.SSTab1.setCurrentIndex(J_CAISSE::PendingTab);
+    DoubleClick(screen.Grid3, 0);
+    screen.SSPanel2.Amount.setText("-50");
+
+    desk.WhenModal<core::Q_Date_2>([](core::Q_Date_2& picker) { Click(picker.Image2[core::Q_Date_2::CancelDay]); });
+    Click(screen.Image1[J_CAISSE::OtherDate]);
+    EXPECT_TRUE(screen.SSPanel2.isVisible()); // no other day, nothing dropped
+
+    desk.WhenModal<core::Q_Date_2>([](core::Q_Date_2& picker) { Click(picker.Image2[core::Q_Date_2::AcceptDay]); });
+    Press(screen.SSPanel2.Amount, Qt::Key_F4);
+    EXPECT_FALSE(screen.SSPanel2.isVisible());
+    EXPECT_TRUE(screen.SSTab1.isEnabled());
+    EXPECT_EQ(screen.SSPanel1.Tag, "17/06/2008");
+    EXPECT_EQ(practice.Stored("Actes", act, "montant").Double(), 9);
+}
+
+TEST_F(CashStatement, TakesANegativeAmountAndEverySecondDigitOfALargeOne)
+{
+    const dao::Key act = practice.Act({});
+    auto& screen = ShowDay("17/06/2008");
+    const auto correct = [&](const char* amount) {
+        screen.SSTab1.setCurrentIndex(J_CAISSE::PendingTab);
+        Click(screen.Image2[J_CAISSE::Correct]);
+        screen.SSPanel2.Amount.setText("");
+        Type(screen.SSPanel2.Amount, amount);
+        desk.ExpectMessage("Correction enregistrée", Icon::Information, "ZEP Lumo");
+        Click(screen.SSPanel2.Image3[CorrectionPanel::Accept]);
+    };
+    correct("-123456789.5");
+    EXPECT_EQ(practice.Stored("Actes", act, "montant").Double(), -123456789.5);
+    EXPECT_EQ(screen.RCP[J_CAISSE::PendingTotal].text(), "-123 456 789.50");
+    EXPECT_EQ(screen.RCP[J_CAISSE::DayReceived].text(), "");
+    correct("123456789.5");
+    EXPECT_EQ(screen.RCP[J_CAISSE::DayReceived].text(), "123456 789.50 ");
+    EXPECT_EQ(screen.RCP[J_CAISSE::NewBalance].text(), "123 456 789.50");
+}
+
 TEST_F(CashStatement, DoesNothingWhereThereIsNothingToCorrect)
 {
     auto& screen = ShowDay("17/06/2008");
@@ -212,7 +283,7 @@ TEST_F(CashStatement, EndsOnCodesThatNoListKnows)
     practice.Act({.montant = 1, .flag_R = 6});
     practice.Open();
     core::PickedDate = "17/06/2008";
-    EXPECT_THROW(J_CAISSE().Load(), basic::RuntimeError);
+    EXPECT_EQ(ErrorOf([] { J_CAISSE().Load(); }), Error::IndexOutOfRange);
 }
 
 TEST_F(CashStatement, SpeaksBothLanguagesAndNamesEveryControl)

@@ -1,7 +1,6 @@
 #include "core/configuration.h"
 
 #include "core/globals.h"
-#include "core/regional.h"
 #include "data/ConfigurationFile.h"
 #include "platform/host/Host.h"
 #include "support/Practice.h"
@@ -131,21 +130,4 @@ TEST_F(Configuration, BringsTheLetterheadIntoTheTexts)
     core::TheDatabase.Execute("Delete * from textes");
     core::TextesTable = core::TheDatabase.OpenRecordset("textes");
     EXPECT_THROW(core::WriteTextesFromConfig(), basic::RuntimeError);
-}
-
-TEST_F(Configuration, BendsTheRegionalFormatsOnce)
-{
-    using host::LocaleSetting;
-    host::SetLocaleInfo(LocaleSetting::DecimalMark, ",");
-    host::SetLocaleInfo(LocaleSetting::ShortDate, "M/d/yy");
-    core::SetRegionalFormats();
-    EXPECT_EQ(host::LocaleInfo(LocaleSetting::ShortDate), "dd/MM/yyyy");
-    EXPECT_EQ(host::LocaleInfo(LocaleSetting::DecimalMark), ".");
-
-    host::RefuseLocaleChanges(true);
-    EXPECT_EQ(core::SetDecimalMark(".", 0), core::True); // nothing to change, nothing refused
-    EXPECT_EQ(core::SetDecimalMark(",", 0), 0);
-    desk.ExpectMessage("Failed", forms::Icon::None, "");
-    core::SetRegionalFormats();
-    host::RefuseLocaleChanges(false);
 }

@@ -7,12 +7,14 @@
 #include "platform/host/Files.h"
 #include "platform/host/Host.h"
 #include "support/Accessibility.h"
+#include "support/Globals.h"
 #include "support/MainWindow.h"
 #include "support/Practice.h"
 #include "support/ScriptedDesk.h"
 
 #include <QDir>
 #include <QFile>
+#include <QTest>
 #include <gtest/gtest.h>
 
 using core::Auteur;
@@ -59,7 +61,7 @@ TEST_F(Opening, ShowsLetterheadAndMenusOnceTheCodeIsRight)
 
     EXPECT_FALSE(main.Entry("mnu_aprpos")->isVisible());
     EXPECT_TRUE(main.Entry("mnu_13")->isVisible());
-    EXPECT_FALSE(main.Entry("mnu_tarif")->isEnabled()); // no screen stands behind it here
+    EXPECT_FALSE(main.Entry("mnu_tarif")->isEnabled()); // no screen belongs to it here
     EXPECT_EQ(main.Label1[0].text(), "Cabinet d'Été");
     EXPECT_TRUE(main.Label1[2].isVisible());
     EXPECT_TRUE(main.Label4[0].isVisible());
@@ -86,6 +88,58 @@ TEST_F(Opening, StaysSilentOnAWrongCode)
     EXPECT_FALSE(QFile::exists(practice.File("ARCHIVES/ZEP_ONE.MDB")));
 }
 
+TEST_F(Opening, ReplacesAWrongCodeByTheNextOneTyped)
+{
+    auto& main = Start();
+    desk.WhenModal<Auteur>([this](Auteur& dialog) {
+        dialog.Dir1.SetPath(practice.Folder());
+        Type(dialog.Text1, "7");
+        Press(dialog.Text1, Qt::Key_Return);
+        EXPECT_TRUE(dialog.Text1.hasFocus());
+        QTest::keyClicks(&dialog.Text1, "6");
+        QTest::keyClick(&dialog.Text1, Qt::Key_Return);
+    });
+    main.Entry("mnu_aprpos")->trigger();
+    EXPECT_TRUE(core::TheDatabase.IsOpen());
+}
+
+TEST_F(Opening, StartsInTheCodeWhereAPracticeIsAlreadyThere)
+{
+    const QString before = QDir::currentPath();
+    QDir::setCurrent(practice.Folder());
+    auto& dialog = desk.Open<Auteur>();
+    EXPECT_TRUE(dialog.Text1.hasFocus());
+    QDir::setCurrent(practice.File("ARCHIVES"));
+    auto& elsewhere = desk.Open<Auteur>();
+    EXPECT_TRUE(elsewhere.Dir1.hasFocus());
+    QDir::setCurrent(before);
+
+    desk.ExpectMessage("Indiquez un lecteur ou le chemin d'un dossier.", Icon::Critical, "ATTENTION");
+    Click(elsewhere.Image1); // nothing typed
+    elsewhere.Dir1.SetPath("/usr");
+    Type(elsewhere.Dir1, "sh"); // /usr/share, or whatever begins so
+    EXPECT_TRUE(elsewhere.Dir1.currentItem()->text().trimmed().startsWith("sh"));
+}
+
+TEST_F(Opening, GivesTheFirstFocusToTheMenuAndKeysToItsMostUsedEntries)
+{
+    auto& main = Start();
+    EXPECT_TRUE(main.focusWidget()->inherits("QMenuBar"));
+    Press(*main.focusWidget(), Qt::Key_Return);
+    Press(*main.focusWidget(), Qt::Key_Escape);
+    EXPECT_FALSE(desk.EndCode().has_value());
+    TypeCode(main, "6");
+    practice.Act({});
+    practice.Appointment("17/06/2008");
+    Press(main, Qt::Key_F6);
+    desk.WhenModal<core::Q_Date_2>([](core::Q_Date_2& picker) { Click(picker.Image2[0]); });
+    Press(main, Qt::Key_F7);
+    Press(main, Qt::Key_F8);
+    EXPECT_EQ(actsOpened, 1);
+    EXPECT_EQ(cashOpened, 1);
+    EXPECT_EQ(pendingOpened, 1);
+}
+
 TEST_F(Opening, NamesTheMissingFile)
 {
     auto& main = Start();
@@ -101,7 +155,7 @@ TEST_F(Opening, NamesTheMissingFile)
 TEST_F(Opening, TakesACodeOnlyWhereTheDatabaseIs)
 {
     practice.Open();
-    core::ResetGlobals();
+    tests::ResetGlobals();
     auto& dialog = desk.Open<Auteur>();
     EXPECT_FALSE(dialog.Text1.isVisible());
     dialog.Dir1.SetPath(practice.Folder());
@@ -117,9 +171,16 @@ TEST_F(Opening, TakesACodeOnlyWhereTheDatabaseIs)
 
     dialog.Dir1.SetPath(practice.File("ARCHIVES"));
     EXPECT_FALSE(dialog.Text1.isVisible());
+    Press(dialog.Dir1, Qt::Key_Up); // the folder above, by Enter
+    Press(dialog.Dir1, Qt::Key_Return);
+    EXPECT_EQ(dialog.Dir1.Path(), practice.Folder());
     Type(dialog.Text2, "/");
     Press(dialog.Text2, Qt::Key_Return);
     EXPECT_EQ(dialog.Dir1.Path(), "/");
+    desk.ExpectMessage("Lecteur 'Z:' introuvable", Icon::Critical, "ATTENTION");
+    dialog.Text2.clear();
+    Type(dialog.Text2, "Z"); // a letter alone is a drive
+    Press(dialog.Text2, Qt::Key_Return);
     dialog.Text2.setText("Q:");
     desk.ExpectMessage("Lecteur 'Q:' introuvable", Icon::Critical, "ATTENTION");
     Click(dialog.Image1);
@@ -134,7 +195,10 @@ TEST_F(Opening, ChecksEachEntryAgainstItsTable)
     main.Entry("NActes")->trigger();
     desk.ExpectMessage("Aucun règlement en instance", Icon::Information, "ATTENTION");
     main.Entry("mnu_Inst")->trigger();
-    desk.ExpectMessage("Aucun mouvement de fonds enregistré", Icon::Information, "Lumo ZEP");
+    const auto expectNoCash = [this] {
+        desk.ExpectMessage("Aucun mouvement de fonds enregistré", Icon::Information, "Lumo ZEP");
+    };
+    expectNoCash();
     main.Entry("mnu_Caisse")->trigger();
     EXPECT_EQ(cashOpened + actsOpened + pendingOpened, 0);
 
@@ -143,8 +207,14 @@ TEST_F(Opening, ChecksEachEntryAgainstItsTable)
     EXPECT_EQ(actsOpened, 1);
     desk.ExpectMessage("Aucun règlement en instance", Icon::Information, "ATTENTION");
     main.Entry("mnu_Inst")->trigger();
+    expectNoCash(); // an act is no sign of cash activity
+    main.Entry("mnu_Caisse")->trigger();
 
-    practice.Appointment("17/06/2008"); // an act is no sign of cash activity, an appointment is
+    const dao::Key expense = practice.Expense({.montant = 5}); // an expense alone is one, and so is an appointment
+    desk.WhenModal<core::Q_Date_2>([](core::Q_Date_2& picker) { Click(picker.Image2[1]); });
+    main.Entry("mnu_Caisse")->trigger();
+    practice.Remove("Recettes", expense);
+    practice.Appointment("17/06/2008");
     desk.WhenModal<core::Q_Date_2>([](core::Q_Date_2& picker) { Click(picker.Image2[1]); });
     main.Entry("mnu_Caisse")->trigger();
     EXPECT_EQ(cashOpened, 0);
@@ -175,7 +245,9 @@ TEST_F(Opening, ReplacesAWriteProtectedArchive)
     auto& main = Start();
     TypeCode(main, "6");
     Quit(main);
-    EXPECT_GT(QFile(old.fileName()).size(), 4096);
+    EXPECT_EQ(host::FileAttributes(old.fileName()), 0);
+    ASSERT_TRUE(old.open(QIODevice::ReadOnly));
+    EXPECT_TRUE(old.readAll().startsWith("SQLite format 3"));
 }
 
 TEST_F(Opening, TellsAFailedArchiveCopyAndEndsAllTheSame)

@@ -5,6 +5,8 @@
 #include "support/Accessibility.h"
 #include "support/ScriptedDesk.h"
 
+#include <QAccessible>
+#include <QTest>
 #include <gtest/gtest.h>
 
 using core::PickedDay;
@@ -91,6 +93,9 @@ TEST_F(DatePicker, GivesTheDateOnAcceptAndNothingOnCancel)
 {
     auto& chosen = Show(17, 6, 2008);
     EXPECT_EQ(AccessibilityFaults(chosen), QStringList());
+    const int cell = FirstCell(chosen) + 16;
+    EXPECT_EQ(chosen.SSCommand1[cell].accessibleName(), "Mar  17/06/2008");
+    EXPECT_TRUE(QAccessible::queryAccessibleInterface(&chosen.Text2[cell])->state().invisible); // read once
     Press(chosen.SSCommand1[20], Qt::Key_Down);
     Press(chosen.SSCommand1[20], Qt::Key_Right);
     Press(chosen.SSCommand1[20], Qt::Key_Return);
@@ -113,15 +118,67 @@ TEST_F(DatePicker, GivesTheDateOnAcceptAndNothingOnCancel)
     }
 }
 
-TEST_F(DatePicker, RefusesAYearThatItsListLacks)
+TEST_F(DatePicker, TakesTheNearestYearAndMonthThatItsListsHold)
 {
-    for (const int year : {2000, 2100}) {
-        PickedDay = 1;
-        PickedMonth = 1;
-        PickedYear = year;
-        Q_Date_2 picker;
-        EXPECT_THROW(picker.Load(), basic::RuntimeError) << year;
+    struct {
+        int day, month, year;
+        const char* accepted;
+    } const presets[] = {{4, 3, 1999, "04/03/2001"},
+                         {31, 13, 2100, "31/12/2099"},
+                         {31, 0, 2008, "31/01/2008"},
+                         {0, 2, 2008, "01/02/2008"}};
+    for (const auto& preset : presets) {
+        auto& picker = Show(preset.day, preset.month, preset.year);
+        Click(picker.Image2[Q_Date_2::AcceptDay]);
+        EXPECT_EQ(core::PickedDate, preset.accepted);
     }
+}
+
+TEST_F(DatePicker, KeepsTheKeyboardWhereItIs)
+{
+    auto& picker = Show(17, 6, 2008);
+    const int chosen = FirstCell(picker) + 16;
+    EXPECT_TRUE(picker.SSCommand1[chosen].hasFocus());
+    for (int step = 0; step < 3; ++step) // June, July, August: no day is reached on the way
+        Press(picker.Combo1, Qt::Key_Down);
+    EXPECT_EQ(PickedMonth, 9);
+    EXPECT_EQ(PickedDay, 17);
+    EXPECT_TRUE(picker.Combo1.hasFocus());
+    Press(picker.Image2[Q_Date_2::NextMonth], Qt::Key_Return);
+    Press(picker.Image2[Q_Date_2::NextMonth], Qt::Key_Return);
+    EXPECT_EQ(PickedMonth, 11);
+    EXPECT_TRUE(picker.isVisible());
+
+    // One stop of Tab, which Enter takes.
+    QWidget* days = &picker.SSCommand1[FirstCell(picker) + 16];
+    Press(picker.Combo2, Qt::Key_Tab);
+    int stops = 0;
+    for (int press = 0; press < 12; ++press) {
+        stops += picker.focusWidget()->property("day").toBool() ? 1 : 0;
+        if (picker.focusWidget() == days && stops == 1)
+            Press(*days, Qt::Key_Up);
+        Press(*picker.focusWidget(), Qt::Key_Tab);
+    }
+    EXPECT_EQ(PickedDay, 10);
+    EXPECT_LE(stops, 2); // once a round
+    picker.SSCommand1[FirstCell(picker) + 9].setFocus();
+    Press(*picker.focusWidget(), Qt::Key_PageDown);
+    EXPECT_EQ(PickedMonth, 12);
+    EXPECT_TRUE(picker.focusWidget()->property("day").toBool());
+    Press(*picker.focusWidget(), Qt::Key_Return);
+    EXPECT_EQ(core::PickedDate, "10/12/2008");
+}
+
+TEST_F(DatePicker, TakesADoubleClickOnADayAndNotBesideIt)
+{
+    auto& picker = Show(17, 6, 2008);
+    const int last = FirstCell(picker) + 29;
+    QTest::mouseDClick(&picker.SSCommand1[last + 1], Qt::LeftButton);
+    EXPECT_TRUE(picker.isVisible());
+    Click(picker.SSCommand1[last]);
+    QTest::mouseDClick(&picker.SSCommand1[last], Qt::LeftButton);
+    EXPECT_FALSE(picker.isVisible());
+    EXPECT_EQ(core::PickedDate, "30/06/2008");
 }
 
 TEST_F(DatePicker, NamesDaysAndCountsThem)

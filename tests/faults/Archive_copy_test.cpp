@@ -3,6 +3,7 @@
 #include "faults/Rounds.h"
 #include "faults/SmallDisk.h"
 #include "support/ChildProcess.h"
+#include "support/Globals.h"
 #include "support/MainWindow.h"
 #include "support/OtherProgram.h"
 #include "support/Practice.h"
@@ -59,7 +60,7 @@ protected:
             acts.Update();
         }
         filling.Commit();
-        core::ResetGlobals();
+        tests::ResetGlobals();
         WorkAndQuit();
         yesterday = BytesOf(archive);
     }

@@ -6,6 +6,7 @@
 #include "platform/basic/RuntimeError.h"
 #include "platform/dao/Connection.h"
 #include "support/ChildProcess.h"
+#include "support/Globals.h"
 #include "support/MainWindow.h"
 #include "support/OtherProgram.h"
 #include "support/Practice.h"
@@ -38,7 +39,7 @@ protected:
     {
         practice.Act({});
         practice.Open(); // a first time, so that the file has its last form
-        core::ResetGlobals();
+        tests::ResetGlobals();
         if (!tests::IsLongForm())
             dao::busyMilliseconds = 300;
     }
@@ -121,7 +122,7 @@ TEST_F(LockedDatabase, IsWaitedForAndThenRefusedAtTheStart)
             ScriptedDesk desk;
             tests::StartProgram(desk, practice.Folder());
             EXPECT_TRUE(core::TheDatabase.IsOpen());
-            core::ResetGlobals();
+            tests::ResetGlobals();
         });
     }
 }

@@ -5,6 +5,7 @@
 #include "faults/SmallDisk.h"
 #include "platform/basic/RuntimeError.h"
 #include "support/FolderInMemory.h"
+#include "support/Globals.h"
 #include "support/MainWindow.h"
 #include "support/Practice.h"
 
@@ -30,7 +31,7 @@ protected:
         for (int act = 0; act < 150; ++act)
             practice.Act({.montant = double(act)});
         practice.Open(); // which leaves the file to the program alone
-        core::ResetGlobals();
+        tests::ResetGlobals();
         ScriptedDesk desk;
         tests::Quit(desk, tests::StartProgram(desk, practice.Folder()));
         sound = tests::BytesOf(database);
@@ -70,7 +71,7 @@ protected:
         ScriptedDesk desk;
         tests::StartProgram(desk, practice.Folder());
         EXPECT_EQ(core::TheDatabase.OpenRecordset("select count(num) as S1 from Actes")["S1"].Long(), 150);
-        core::ResetGlobals();
+        tests::ResetGlobals();
     }
 
     tests::FolderInMemory memory;

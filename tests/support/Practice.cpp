@@ -1,4 +1,5 @@
 #include "support/Practice.h"
+#include "support/Globals.h"
 
 #include "core/configuration.h"
 #include "core/globals.h"
@@ -12,7 +13,7 @@ namespace tests {
 Practice::Practice()
 {
     host::FixToday(QDate(2008, 6, 17));
-    core::ResetGlobals();
+    tests::ResetGlobals();
     core::FillCalendarNames();
     data::PracticeSetup setup;
     setup.accessCode = 6;
@@ -25,7 +26,7 @@ Practice::Practice()
 
 Practice::~Practice()
 {
-    core::ResetGlobals();
+    tests::ResetGlobals();
     ownDatabase.Close();
     host::FixToday(QDate());
 }
@@ -106,6 +107,16 @@ dao::Key Practice::Service(const QString& denom, int ordre)
 dao::Key Practice::Appointment(const QString& day)
 {
     return Add("Plani", {{"date", day}, {"Num_Presta", 1}, {"HH", 2}, {"num_patient", 1}});
+}
+
+void Practice::Write(const QString& statement)
+{
+    Database().Execute(statement, dao::FailOnError);
+}
+
+void Practice::Remove(const QString& table, dao::Key key)
+{
+    Write("Delete * from " + table + " where num = " + QString::number(key));
 }
 
 dao::Value Practice::Stored(const QString& table, dao::Key key, const char* field)

@@ -47,6 +47,10 @@ public:
 
     using Row = std::vector<std::pair<const char*, dao::Value>>;
     dao::Key Add(const QString& table, const Row& row);
+    /// Runs a statement as another program does.
+    void Write(const QString& statement);
+    /// Deletes a row as another program does.
+    void Remove(const QString& table, dao::Key key);
     /// A field of the row with this key, read through a connection of its own.
     dao::Value Stored(const QString& table, dao::Key key, const char* field);
     /// The first field of the first row that a statement gives.

@@ -45,7 +45,7 @@ ScriptedDesk::ScriptedDesk()
 ScriptedDesk::~ScriptedDesk()
 {
     Verify();
-    while (!screens.empty()) // the last opened goes first, and hidden, so that it tells nobody of its end
+    while (!screens.empty()) // the last opened goes first, and hidden, so that its end sends no event
     {
         screens.back()->hide();
         screens.pop_back();
@@ -114,6 +114,12 @@ void ScriptedDesk::ShowModal(forms::Form& form)
         form.hide(); // where the screen refuses to close
     }
     support::Settle();
+}
+
+std::unique_ptr<forms::WaitNotice> ScriptedDesk::Wait(const QString& text)
+{
+    notices << text;
+    return Desk::Wait(text);
 }
 
 void ScriptedDesk::EndProgram(int code)

@@ -61,6 +61,9 @@ public:
     forms::Answer Message(const QString& text, forms::Icon icon, const QString& title, forms::Buttons buttons) override;
     void ShowModal(forms::Form& form) override;
     void Beep() override { ++beeps; }
+    std::unique_ptr<forms::WaitNotice> Wait(const QString& text) override;
+    /// The notices that came so far, in their order.
+    const QStringList& Notices() const { return notices; }
     /// Remembers the code and throws ProgramEnded; so does everything that is asked of the desk later.
     [[noreturn]] void EndProgram(int code) override;
 
@@ -79,5 +82,6 @@ private:
     std::deque<std::function<void(forms::Form&)>> modals;
     std::vector<std::unique_ptr<forms::Form>> screens;
     int beeps = 0;
+    QStringList notices;
     std::optional<int> endCode;
 };

@@ -67,7 +67,7 @@ forms::Answer TourDesk::Message(const QString& text, forms::Icon icon, const QSt
         Require(box != nullptr, "le message ne s'affiche pas");
         TakePicture(*box, "message");
         for (QAbstractButton* choice : box->buttons())
-            if (choice->text() == button)
+            if (choice->text().remove(QLatin1Char(38)) == button)
                 return choice->click();
         Require(false, "pas de bouton " + button);
     });

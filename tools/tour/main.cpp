@@ -208,17 +208,30 @@ private:
     QString pictures;
 };
 
+/// The palette of a dark desktop.
+QPalette DarkDesktop()
+{
+    QPalette palette(QColor(0x3a, 0x3f, 0x44), QColor(0x2a, 0x2e, 0x32));
+    palette.setColor(QPalette::Base, QColor(0x1b, 0x1e, 0x20));
+    palette.setColor(QPalette::Highlight, QColor(0x3d, 0xae, 0xe9));
+    palette.setColor(QPalette::HighlightedText, QColor(0x1b, 0x1e, 0x20));
+    return palette;
+}
+
 } // namespace
 
 int main(int argc, char* argv[])
 {
     QApplication application(argc, argv);
     const QStringList arguments = QApplication::arguments();
-    TourDesk::Require(arguments.size() == 3, "usage : tour CABINET IMAGES");
+    const bool dark = arguments.value(3) == "dark";
+    TourDesk::Require(arguments.size() == 3 || (arguments.size() == 4 && dark), "usage : tour CABINET IMAGES [dark]");
     const QString pictures = QDir(arguments[2]).absolutePath();
     const QString practice = pictures + "/cabinet";
     CopyPractice(arguments[1], practice);
 
+    if (dark)
+        QApplication::setPalette(DarkDesktop());
     forms::ApplyStyle(application);
     TourDesk desk(pictures);
     forms::SetDesk(&desk);

@@ -24,6 +24,8 @@ public:
     }
 
     static constexpr int Size() { return Count; }
+    static constexpr int FirstIndex() { return First; }
+    static constexpr int LastIndex() { return First + Count - 1; }
 
 private:
     template <std::size_t... Index>

@@ -1,9 +1,13 @@
 #include "platform/forms/Controls.h"
 
 #include "platform/basic/RuntimeError.h"
+#include "platform/forms/Colours.h"
+#include "platform/forms/FittingFont.h"
 #include "platform/forms/Layout.h"
 
 #include <QKeyEvent>
+#include <QPainter>
+#include <QStyleOption>
 #include <QStyledItemDelegate>
 #include <QVBoxLayout>
 #include <QWheelEvent>
@@ -19,7 +23,50 @@ Label::Label(const QString& name, const QString& caption) : QLabel(caption)
 FigureLabel::FigureLabel(const QString& name) : Label(name)
 {
     setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    setMinimumWidth(112);
+    setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Fixed);
+}
+
+void FigureLabel::StandUnderColumns(bool centred)
+{
+    underColumns = true;
+    setAlignment((centred ? Qt::AlignHCenter : Qt::AlignRight) | Qt::AlignVCenter);
+}
+
+int FigureLabel::Inset() const
+{
+    constexpr int besideColumns = 6; // where the figures of a right-aligned column end
+    constexpr int inBox = 9;
+    return underColumns ? ((alignment() & Qt::AlignHCenter) != 0 ? 2 : besideColumns) : inBox;
+}
+
+int FigureLabel::NeededWidth() const
+{
+    ensurePolished();
+    return fontMetrics().horizontalAdvance(text()) + 2 * Inset();
+}
+
+QSize FigureLabel::sizeHint() const
+{
+    constexpr int usualWidth = 112;
+    constexpr int verticalRoom = 10;
+    return {qMax(usualWidth, NeededWidth()), fontMetrics().height() + verticalRoom};
+}
+
+QSize FigureLabel::minimumSizeHint() const
+{
+    return underColumns ? QSize(0, sizeHint().height()) : sizeHint();
+}
+
+void FigureLabel::paintEvent(QPaintEvent*)
+{
+    QPainter painter(this);
+    QStyleOption ground;
+    ground.initFrom(this);
+    style()->drawPrimitive(QStyle::PE_Widget, &ground, &painter, this);
+    painter.setFont(FittingFont(font(), text(), width() - 2 * Inset()));
+    painter.setPen(palette().color(foregroundRole()));
+    painter.drawText(rect().adjusted(Inset(), 0, -Inset(), 0), static_cast<int>(alignment()) | Qt::TextSingleLine,
+                     text());
 }
 
 Button::Button(const QString& name, const QString& caption) : QPushButton(caption)
@@ -41,6 +88,14 @@ void Button::keyPressEvent(QKeyEvent* event)
 OptionButton::OptionButton(const QString& name, const QString& caption) : QRadioButton(caption)
 {
     setObjectName(name);
+    connect(this, &QRadioButton::toggled, this, [this](bool on) {
+        if (on)
+            Q_EMIT Chosen();
+    });
+    connect(this, &QRadioButton::pressed, this, [this] {
+        if (isChecked())
+            Q_EMIT Chosen();
+    });
 }
 
 Panel::Panel(const QString& name, const QString& caption)
@@ -71,6 +126,19 @@ void Panel::SetCaption(const QString& caption)
     captionLabel->setText(caption);
     captionLabel->setVisible(!caption.trimmed().isEmpty());
     setAccessibleName(caption.trimmed());
+}
+
+void ComboBox::paintEvent(QPaintEvent* event)
+{
+    QComboBox::paintEvent(event);
+    constexpr double half = 4;
+    constexpr double fromRight = 12;
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(isEnabled() ? TheColours().text : TheColours().disabled, 1.6, Qt::SolidLine, Qt::RoundCap));
+    const QPointF tip(width() - fromRight, height() / 2.0 + half / 2);
+    painter.drawLine(tip, tip + QPointF(-half, -half));
+    painter.drawLine(tip, tip + QPointF(half, -half));
 }
 
 ComboBox::ComboBox(const QString& name)

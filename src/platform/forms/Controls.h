@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/forms/Commands.h"
 #include "platform/forms/TextBox.h"
 
 #include <QAbstractButton>
@@ -25,15 +26,30 @@ public:
     QString Tag;
 };
 
-/// A figure in a sunken box, right-aligned: totals and balances.
+/// A figure in a sunken box, right-aligned: totals and balances. A figure is never cut: where its box is too narrow, it
+/// is written smaller.
 class FigureLabel : public Label {
     Q_OBJECT
 public:
     explicit FigureLabel(const QString& name);
+
+    /// The width in pixels that the figure takes with its box, at its usual size.
+    int NeededWidth() const;
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
+    /// A figure under the columns of a grid has no padding: columns are narrow.
+    void StandUnderColumns(bool centred);
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    int Inset() const;
+    bool underColumns = false;
 };
 
 /// A picture that is a button: an icon, a hover and focus border, an action text that is its tooltip and accessible
-/// name.
+/// name, and a command whose keys click it.
 ///
 /// Reached by Tab; a click leaves the keyboard focus where it is, so that an entry field isn't left by it.
 class Picture : public QAbstractButton {
@@ -46,8 +62,15 @@ public:
     void SetIcon(const QString& icon);
     /// A word beside the icon; it is the accessible name too until SetAction gives one.
     void SetCaption(const QString& caption);
-    /// The action in the user's words: accessible name, and tooltip unless the screen shows a Bulle for it.
-    void SetAction(const QString& action, bool withToolTip = true);
+    /// The action in the user's words: accessible name, and with the command's keys the tooltip, unless the screen
+    /// shows a Bulle for it.
+    void SetAction(const QString& action);
+    /// As it was set, blanks around kept.
+    const QString& Action() const { return action; }
+    void SetCommand(Command command);
+    forms::Command BoundCommand() const { return command; }
+    /// The screen shows the action in its Bulle instead of a tooltip.
+    void LeaveToolTipToBulle();
     void SetBorder(bool single);
     bool HasBorder() const { return border; }
     QSize sizeHint() const override;
@@ -70,11 +93,22 @@ protected:
 private:
     void Attract();
     void Release();
+    void DescribeAction();
+    void LoadDrawing();
+    void PaintGround(QPainter& painter) const;
 
     QSvgRenderer* drawing;
+    QString iconName;
+    QString action;
+    int drawnGeneration = -1; ///< of the colours that the drawing has
+    forms::Command command = forms::Command::None;
+    bool hasToolTip = true;
     bool border = false;
     bool attracted = false;
 };
+
+/// Gives a picture its icon, its action in the user's words, and the command whose keys click it.
+void Dress(Picture& picture, const char* icon, const QString& action, Command command = Command::None);
 
 /// A push button that Enter presses when it has the focus, and never otherwise.
 class Button : public QPushButton {
@@ -90,9 +124,13 @@ class OptionButton : public QRadioButton {
     Q_OBJECT
 public:
     explicit OptionButton(const QString& name, const QString& caption = {});
+
+Q_SIGNALS:
+    /// The option was set on, or clicked while it was on.
+    void Chosen();
 };
 
-/// A framed area with a caption. Controls that stand in it outlive it where their owner destroys it first.
+/// A framed area with a caption. Its controls may outlive it: they belong to the screen.
 class Panel : public QFrame {
     Q_OBJECT
     Q_PROPERTY(QString caption READ Caption WRITE SetCaption)
@@ -119,6 +157,7 @@ public:
     QString Tag;
 
 protected:
+    void paintEvent(QPaintEvent* event) override;
     void wheelEvent(QWheelEvent* event) override; ///< turns the lines only while the list has the focus
 };
 

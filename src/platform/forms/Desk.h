@@ -1,14 +1,27 @@
 #pragma once
 
 #include <QString>
+#include <QtGlobal>
+#include <memory>
 
 namespace forms {
 
 class Form;
 
+/// Says that something long is under way, for as long as it lives.
+class WaitNotice {
+public:
+    WaitNotice() = default;
+    virtual ~WaitNotice() = default;
+    Q_DISABLE_COPY_MOVE(WaitNotice)
+
+    /// How much is done, of `total`; past a second a bar shows it.
+    virtual void Advance(int done, int total) = 0;
+};
+
 enum class Icon { None, Critical, Question, Exclamation, Information };
 enum class Buttons { Ok, YesNo };
-enum class Answer { Ok, Yes, No, Cancel };
+enum class Answer { Ok, Yes, No };
 
 /// Everything that reaches the user outside a control goes through here, so that tests sit where the user sits.
 class Desk {
@@ -23,6 +36,9 @@ public:
     virtual void ShowModal(Form& form) = 0;
 
     virtual void Beep() = 0;
+
+    /// Shows `text` at once, without a button, until the notice goes. A desk without a display shows nothing.
+    virtual std::unique_ptr<WaitNotice> Wait(const QString& text);
 
     /// Ends the program at once: nothing after the call runs.
     [[noreturn]] virtual void EndProgram(int code) = 0;

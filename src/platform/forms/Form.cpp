@@ -1,14 +1,18 @@
 #include "platform/forms/Form.h"
 
+#include "platform/forms/Controls.h"
 #include "platform/forms/Guard.h"
 #include "platform/forms/Layout.h"
+#include "platform/forms/Style.h"
 
+#include <QApplication>
 #include <QCloseEvent>
-#include <QGuiApplication>
 #include <QKeyEvent>
-#include <QLayout>
 #include <QScreen>
+#include <QShortcut>
+#include <QWindow>
 #include <cmath>
+#include <set>
 
 namespace forms {
 
@@ -20,11 +24,31 @@ double DotsPerInch()
     return screen ? screen->logicalDotsPerInch() : 96;
 }
 
+/// The first control that `suits` from the focused one on, in the order of Tab, itself last.
+template <class Control, class Condition>
+Control* NextInWindow(QWidget& window, Condition suits)
+{
+    QWidget* const start = window.focusWidget() != nullptr ? window.focusWidget() : &window;
+    QWidget* each = start;
+    do {
+        each = each->nextInFocusChain();
+        auto* control = qobject_cast<Control*>(each);
+        if (control != nullptr && control->isVisible() && control->isEnabled() && suits(*control))
+            return control;
+    } while (each != start);
+    return nullptr;
+}
+
 } // namespace
 
 int PixelsOf(double twips)
 {
     return static_cast<int>(std::lround(twips * DotsPerInch() / TwipsPerInch));
+}
+
+int ScaledPixelsOf(double twips)
+{
+    return PixelsOf(twips * FontScale());
 }
 
 double TwipsOf(int pixels)
@@ -43,7 +67,8 @@ void Form::Load()
     if (loaded)
         return;
     loaded = true;
-    if (!testAttribute(Qt::WA_Resized)) {
+    hasOwnSize = testAttribute(Qt::WA_Resized);
+    if (!hasOwnSize) {
         ensurePolished();
         resize(sizeHint());
     }
@@ -91,24 +116,121 @@ void Form::keyPressEvent(QKeyEvent* event)
     }
 }
 
-void Form::MoveTwips(double left, double top)
+QScreen* Form::OpeningScreen()
 {
-    move(PixelsOf(left), PixelsOf(top));
+    const QWidget* inUse = QApplication::activeWindow();
+    for (const QWidget* window : QApplication::topLevelWidgets())
+        if (inUse == nullptr && window->isVisible())
+            inUse = window;
+    return inUse != nullptr ? inUse->screen() : QGuiApplication::primaryScreen();
 }
 
-double Form::WidthTwips() const
+QPoint Form::CentredPlace() const
 {
-    return TwipsOf(width());
+    const QRect screen = OpeningScreen()->geometry();
+    const double left = TwipsOf(screen.width()) / 2 - TwipsOf(width()) / 2;
+    const double top = TwipsOf(screen.height()) / 2 - TwipsOf(height()) / 2;
+    return {screen.left() + PixelsOf(left), screen.top() + PixelsOf(top)};
 }
 
-double Form::HeightTwips() const
+void Form::Centre()
 {
-    return TwipsOf(height());
+    centred = true;
+    MoveFrame(CentredPlace());
+}
+
+void Form::MoveFrame(const QPoint& upperLeft)
+{
+    move(upperLeft);
+    if (windowHandle() != nullptr) // a window that the desktop knows, perhaps without its frame yet
+        windowHandle()->setFramePosition(upperLeft);
+}
+
+QMargins Form::Frame() const
+{
+    constexpr int titleBar = 32; // until the window manager has put its frame around the window
+    constexpr int edge = 2;
+    const QRect outer = frameGeometry();
+    const QRect inner = geometry();
+    if (outer.height() <= inner.height())
+        return {edge, titleBar, edge, edge};
+    return {inner.left() - outer.left(), inner.top() - outer.top(), outer.right() - inner.right(),
+            outer.bottom() - inner.bottom()};
+}
+
+QSize Form::RoomOnScreen() const
+{
+    return OpeningScreen()->availableGeometry().marginsRemoved(Frame()).size();
+}
+
+void Form::FitScreen()
+{
+    resize(size().boundedTo(RoomOnScreen()));
+    const QRect area = OpeningScreen()->availableGeometry();
+    const QSize framed = size().grownBy(Frame());
+    const QPoint wanted = centred || !testAttribute(Qt::WA_Moved) ? CentredPlace() : pos();
+    MoveFrame({qBound(area.left(), wanted.x(), qMax(area.left(), area.right() + 1 - framed.width())),
+               qBound(area.top(), wanted.y(), qMax(area.top(), area.bottom() + 1 - framed.height()))});
+}
+
+void Form::setVisible(bool visible)
+{
+    if (visible && !isVisible() && !isMaximized()) {
+        // Lists are filled by now and know their length.
+        if (!hasOwnSize && layout() != nullptr) {
+            layout()->activate();
+            resize(size().expandedTo(sizeHint()));
+        }
+        FitScreen();
+        AddCommandKeys();
+    }
+    QDialog::setVisible(visible);
 }
 
 void Form::SetContent(Layout content)
 {
-    setLayout(std::move(content).Margin(16).Build());
+    setLayout(std::move(content).Margin(16).Take().release());
+}
+
+/// The keys of the commands that the screen's pictures have, and of its pages.
+void Form::AddCommandKeys()
+{
+    if (hasCommandKeys)
+        return;
+    hasCommandKeys = true;
+    const auto addKeys = [this](Command command, auto run) {
+        auto* keys = new QShortcut(KeysOf(command), this);
+        connect(keys, &QShortcut::activated, this, run);
+    };
+    std::set<Command> offered;
+    for (const Picture* picture : findChildren<Picture*>())
+        offered.insert(picture->BoundCommand());
+    offered.erase(Command::None);
+    for (const Command command : offered)
+        addKeys(command, [this, command] { RunCommand(command); });
+    if (findChild<TabStrip*>() == nullptr)
+        return;
+    addKeys(Command::PreviousPage, [this] { TurnPage(-1); });
+    addKeys(Command::NextPage, [this] { TurnPage(1); });
+}
+
+void Form::RunCommand(Command command)
+{
+    auto* picture = NextInWindow<Picture>(*this, [&](const Picture& each) { return each.BoundCommand() == command; });
+    if (picture != nullptr)
+        picture->click();
+}
+
+void Form::TurnPage(int step)
+{
+    auto* tabs = NextInWindow<TabStrip>(*this, [](const TabStrip&) { return true; });
+    if (tabs == nullptr)
+        return;
+    const int page = tabs->currentIndex() + step;
+    if (page < 0 || page >= tabs->count())
+        return;
+    tabs->setCurrentIndex(page);
+    tabs->setFocus();
 }
 
 Hourglass::Hourglass()

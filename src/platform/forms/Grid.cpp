@@ -1,6 +1,7 @@
 #include "platform/forms/Grid.h"
 
 #include "platform/basic/RuntimeError.h"
+#include "platform/forms/FittingFont.h"
 #include "platform/forms/Form.h"
 #include "platform/forms/GridHeader.h"
 #include "platform/forms/GridModel.h"
@@ -18,11 +19,13 @@ namespace forms {
 
 namespace {
 
-constexpr int RowHeight = 24;
-constexpr int UsualRows = 12;
+constexpr int RowPadding = 8; // above and below a line of text together
+constexpr int CellMargin = 3; // beside a text; Qt's own
 constexpr int FewestRows = 3;
+constexpr int MostRowsAtOpening = 60;
 
-/// Paints cells; a centred text that just fits its column is written whole and not cut for the sake of a margin.
+/// Paints cells. A centred text that just fits its column is written whole and not cut for the sake of a margin; a
+/// figure is written smaller where its column is too narrow.
 class CellPainter : public QStyledItemDelegate {
 public:
     using QStyledItemDelegate::QStyledItemDelegate;
@@ -31,11 +34,16 @@ protected:
     void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override
     {
         QStyledItemDelegate::initStyleOption(option, index);
-        if ((option->displayAlignment & Qt::AlignHCenter) == 0)
+        if ((option->displayAlignment & Qt::AlignHCenter) != 0) {
+            option->text = option->text.trimmed();
+            option->font = FittingFont(option->font, option->text, option->rect.width());
+        } else if ((option->displayAlignment & Qt::AlignRight) != 0) {
+            option->font = FittingFont(option->font, option->text, option->rect.width() - 2 * CellMargin);
+        } else {
             return;
-        option->text = option->text.trimmed();
-        if (option->fontMetrics.horizontalAdvance(option->text) <= option->rect.width())
-            option->textElideMode = Qt::ElideNone;
+        }
+        option->fontMetrics = QFontMetrics(option->font);
+        option->textElideMode = Qt::ElideNone;
     }
 };
 
@@ -47,7 +55,6 @@ Grid::Grid(const QString& name, const QList<Column>& columns)
     setObjectName(name);
     setHorizontalHeader(header);
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-    verticalHeader()->setDefaultSectionSize(RowHeight);
     verticalHeader()->hide();
     if (auto* corner = findChild<QAbstractButton*>(QString(), Qt::FindDirectChildrenOnly))
         corner->setAccessibleName(QStringLiteral("Coin du tableau"));
@@ -60,22 +67,22 @@ Grid::Grid(const QString& name, const QList<Column>& columns)
     setSelectionMode(SingleSelection);
     setSelectionBehavior(SelectRows);
     setHorizontalScrollMode(ScrollPerPixel);
-    // No empty stripe beside the last column, however many rows there are.
-    setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Expanding);
+    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Expanding);
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
     connect(verticalScrollBar(), &QScrollBar::rangeChanged, verticalScrollBar(),
             [bar = verticalScrollBar()](int first, int last) { bar->setEnabled(last > first); });
 
     cells->SetRows(1);
-    cells->Tell();
+    cells->UpdateViews();
     setModel(cells);
-    for (int column = 0; column < columns.size(); ++column)
-        setColumnWidth(column, PixelsOf(columns[column].widthTwips));
+    for (const Column& column : columns)
+        columnTwips << column.widthTwips;
+    ScaleToFont();
 
     connect(cells, &GridModel::Changed, this, &Grid::BeginChange);
     connect(selectionModel(), &QItemSelectionModel::currentChanged, this, &Grid::Follow);
     connect(this, &QTableView::clicked, this, [this] {
-        if (!std::exchange(toldByPress, false))
+        if (!std::exchange(clickedByPress, false))
             Q_EMIT Click();
     });
     connect(this, &QTableView::doubleClicked, this, [this] { Q_EMIT DblClick(); });
@@ -177,7 +184,7 @@ void Grid::SelectRow(int row)
     scrollTo(index);
 }
 
-/// The model is about to tell of changes: once, as soon as the work in hand is done.
+/// Called at the first change: the view is updated as soon as the current work is done.
 void Grid::BeginChange()
 {
     rowSelected = selectionModel()->hasSelection();
@@ -186,11 +193,12 @@ void Grid::BeginChange()
 
 void Grid::ShowChanges()
 {
-    const bool rowsChanged = cells->HasUntoldRows();
+    const bool rowsChanged = cells->HasPendingRows();
     const QScopedValueRollback<bool> settle(settling, true);
-    cells->Tell();
+    cells->UpdateViews();
     if (!rowsChanged)
         return;
+    updateGeometry();
     MarkCurrent();
     if (rowSelected && currentRow < Rows())
         selectRow(currentRow);
@@ -199,7 +207,7 @@ void Grid::ShowChanges()
 /// Brings the view's current cell to the grid's, unless the view is still to learn of the rows.
 void Grid::MarkCurrent()
 {
-    if (cells->HasUntoldRows() || currentRow >= Rows())
+    if (cells->HasPendingRows() || currentRow >= Rows())
         return;
     const QScopedValueRollback<bool> settle(settling, true);
     setAutoScroll(false);
@@ -215,7 +223,7 @@ void Grid::Follow(const QModelIndex& index)
     currentRow = index.row();
     currentColumn = index.column();
     if (pressing)
-        toldByPress = true; // told when the view has done with the press
+        clickedByPress = true; // sent when the view has handled the press
     else
         Q_EMIT Click();
 }
@@ -223,10 +231,10 @@ void Grid::Follow(const QModelIndex& index)
 void Grid::keyPressEvent(QKeyEvent* event)
 {
     ShowChanges();
-    if (event->matches(QKeySequence::Copy)) {
-        CopyRow();
-        return;
-    }
+    if (event->matches(QKeySequence::Copy))
+        return CopyChosenRows();
+    if (event->matches(QKeySequence::SelectAll))
+        return ChooseAllRows();
     switch (event->key()) {
     case Qt::Key_Return:
     case Qt::Key_Enter:
@@ -244,13 +252,13 @@ void Grid::keyPressEvent(QKeyEvent* event)
 
 void Grid::mousePressEvent(QMouseEvent* event)
 {
-    toldByPress = false;
+    clickedByPress = false;
     {
         const QScopedValueRollback<bool> press(pressing, true);
         QTableView::mousePressEvent(event);
     }
     // Not left to the release: where the button is let go elsewhere, the row is current all the same.
-    if (toldByPress)
+    if (clickedByPress)
         Q_EMIT Click();
 }
 
@@ -267,23 +275,104 @@ bool Grid::viewportEvent(QEvent* event)
     return QTableView::viewportEvent(event);
 }
 
-void Grid::CopyRow() const
+void Grid::keyboardSearch(const QString& search)
 {
-    QStringList texts;
-    for (int column = 0; column < Columns() && currentRow < Rows(); ++column)
-        texts << Text(currentRow, column);
-    QApplication::clipboard()->setText(texts.join('\t'));
+    int column = nameColumn;
+    for (int each = 0; column < 0 && each < Columns(); ++each)
+        if (cells->IsLeftAligned(each))
+            column = each;
+    if (column < 0)
+        return;
+    const auto row = typeAhead.Find(search, Rows(), currentRow, [&](int each) { return Text(each, column); });
+    if (row)
+        setCurrentIndex(cells->index(*row, currentColumn));
+}
+
+void Grid::ChooseAllRows()
+{
+    if (Rows() == 0)
+        return;
+    const QItemSelection all(cells->index(0, 0), cells->index(Rows() - 1, Columns() - 1));
+    selectionModel()->select(all, QItemSelectionModel::ClearAndSelect);
+}
+
+void Grid::CopyChosenRows() const
+{
+    QStringList lines;
+    const auto addLine = [&](const auto& textOf) {
+        QStringList texts;
+        for (int column = 0; column < Columns(); ++column)
+            texts << textOf(column).trimmed();
+        lines << texts.join('\t');
+    };
+    addLine([&](int column) { return cells->headerData(column, Qt::Horizontal, Qt::DisplayRole).toString(); });
+    for (int row = 0; row < Rows(); ++row)
+        if (selectionModel()->isRowSelected(row))
+            addLine([&](int column) { return Text(row, column); });
+    if (lines.size() > 1)
+        QApplication::clipboard()->setText(lines.join('\n') + '\n');
+}
+
+void Grid::ScaleToFont()
+{
+    verticalHeader()->setDefaultSectionSize(fontMetrics().height() + RowPadding);
+    ShareWidth();
+    updateGeometry();
+}
+
+int Grid::NaturalWidth() const
+{
+    int width = 0;
+    for (const int twips : columnTwips)
+        width += ScaledPixelsOf(twips);
+    return width;
+}
+
+void Grid::ShareWidth()
+{
+    int sharing = 0; // pixels of the columns that take more where there is more, and give way where there is less
+    for (int column = 0; column < columnTwips.size(); ++column)
+        if (cells->IsLeftAligned(column))
+            sharing += ScaledPixelsOf(columnTwips[column]);
+    int room = qMax(-sharing / 2, viewport()->width() - NaturalWidth());
+    for (int column = 0; column < columnTwips.size(); ++column) {
+        const int natural = ScaledPixelsOf(columnTwips[column]);
+        const bool shares = cells->IsLeftAligned(column);
+        const int more = shares ? room * natural / sharing : 0;
+        setColumnWidth(column, natural + more);
+        room -= more;
+        sharing -= shares ? natural : 0;
+    }
+}
+
+void Grid::resizeEvent(QResizeEvent* event)
+{
+    QTableView::resizeEvent(event);
+    ShareWidth();
+}
+
+void Grid::changeEvent(QEvent* event)
+{
+    QTableView::changeEvent(event);
+    if (event->type() == QEvent::FontChange)
+        ScaleToFont();
+}
+
+void Grid::SetUsualRows(int rows)
+{
+    usualRows = rows;
+    updateGeometry();
 }
 
 int Grid::HeightOfRows(int rows) const
 {
-    return header->sizeHint().height() + rows * RowHeight + 2 * frameWidth();
+    return header->sizeHint().height() + rows * verticalHeader()->defaultSectionSize() + 2 * frameWidth();
 }
 
 QSize Grid::sizeHint() const
 {
-    const int width = header->length() + verticalScrollBar()->sizeHint().width() + 2 * frameWidth();
-    return {width, HeightOfRows(UsualRows)};
+    const int width = NaturalWidth() + verticalScrollBar()->sizeHint().width() + 2 * frameWidth();
+    return {width, HeightOfRows(qBound(usualRows, Rows(), MostRowsAtOpening))};
 }
 
 QSize Grid::minimumSizeHint() const

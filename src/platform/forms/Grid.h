@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/forms/TypeAhead.h"
+
 #include <QString>
 #include <QTableView>
 
@@ -9,11 +11,13 @@ class GridHeader;
 class GridModel;
 
 /// A table of texts with a current row and column, as the screens use it. Cells are held by the model as text; filling
-/// sends no signal per cell (the view is told once, when control returns to it; the model itself always answers with
-/// the present texts). Widths are in twips, 1440 to the inch. It starts with one empty row. It is never wider than its
-/// columns.
+/// sends no signal per cell: the view is updated once, when control returns to it, while the model itself always has
+/// the present texts. Widths are in twips, 1440 to the inch, at the usual font size. It starts with one empty row.
+/// Where it has more or less room than its columns take, the left-aligned ones share it or give way, by half at most.
 ///
-/// Keys: arrows, Home and End (first and last row), pages; Enter; Ctrl+C copies the current row, cells between tabs.
+/// Keys: arrows, Home and End (first and last row), pages; Enter; letters go to the next row whose name begins with
+/// them; Ctrl+A chooses all rows, Ctrl+C copies the chosen ones with the headings, trimmed, cells between tabs. A
+/// figure that is wider than its column is written smaller and never cut.
 class Grid : public QTableView {
     Q_OBJECT
     Q_PROPERTY(QString Tag MEMBER Tag)
@@ -22,6 +26,7 @@ public:
         QString heading;
         int widthTwips;
         Qt::Alignment alignment = Qt::AlignLeft;
+        QString tip = {}; ///< tooltip of the heading
     };
 
     Grid(const QString& name, const QList<Column>& columns);
@@ -55,6 +60,11 @@ public:
     void SetRow(int row);
     void SetCol(int column);
 
+    /// The column that typed letters are looked for in; the first left-aligned one where none is set.
+    void SetNameColumn(int column) { nameColumn = column; }
+    /// Rows that the grid asks room for at its window's opening, besides those it has then.
+    void SetUsualRows(int rows);
+
     /// Highlights the whole row, makes it current and brings it into view. Raises 9 outside the grid.
     void SelectRow(int row);
 
@@ -72,6 +82,9 @@ Q_SIGNALS:
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
+    void keyboardSearch(const QString& search) override;
+    void changeEvent(QEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     bool viewportEvent(QEvent* event) override;
@@ -81,17 +94,25 @@ private:
     void ShowChanges();
     void MarkCurrent();
     void Follow(const QModelIndex& index);
-    void CopyRow() const;
+    void ChooseAllRows();
+    void CopyChosenRows() const;
+    void ScaleToFont();
+    void ShareWidth();
+    int NaturalWidth() const;
     int HeightOfRows(int rows) const;
 
     GridModel* cells;
     GridHeader* header;
+    QList<int> columnTwips;
+    TypeAhead typeAhead;
+    int nameColumn = -1;
+    int usualRows = 12;
     int currentRow = 0;
     int currentColumn = 0;
-    bool rowSelected = false; // to be restored when the view is told of changed rows
-    bool settling = false;    // the view follows the grid, and not the other way round
-    bool pressing = false;    // Qt is at work on a mouse press
-    bool toldByPress = false; // the press has sent its Click, the release must not repeat it
+    bool rowSelected = false;    // restored when the view is reset
+    bool settling = false;       // the view follows the grid, and not the other way round
+    bool pressing = false;       // Qt is at work on a mouse press
+    bool clickedByPress = false; // the press has sent its Click; the release must not repeat it
 };
 
 } // namespace forms

@@ -1,5 +1,7 @@
 #include "platform/forms/GridHeader.h"
 
+#include "platform/forms/Colours.h"
+
 #include <QPainter>
 
 namespace forms {
@@ -46,10 +48,10 @@ void GridHeader::paintSection(QPainter* painter, const QRect& rect, int column) 
 
     painter->save();
     painter->setClipRect(rect);
-    painter->setPen(palette().color(QPalette::ButtonText));
+    painter->setPen(TheColours().text);
     painter->drawText(place, static_cast<int>(alignment),
                       fontMetrics().elidedText(text, Qt::ElideRight, place.width()));
-    painter->setPen(palette().color(QPalette::Mid));
+    painter->setPen(TheColours().border);
     painter->drawLine(lower.right(), lower.top() + 4, lower.right(), lower.bottom() - 4);
     for (const Group& group : groups) {
         if (column >= group.firstColumn && column <= group.lastColumn)
@@ -64,9 +66,9 @@ void GridHeader::PaintGroup(QPainter& painter, const Group& group, const QRect& 
     const int right = sectionViewportPosition(group.lastColumn) + sectionSize(group.lastColumn);
     const QRect whole(left, part.top(), right - left, part.height());
 
-    painter.setPen(palette().color(QPalette::ButtonText));
+    painter.setPen(TheColours().text);
     painter.drawText(whole, Qt::AlignCenter, group.text);
-    painter.setPen(palette().color(QPalette::Mid));
+    painter.setPen(TheColours().border);
     painter.drawLine(whole.left() + TextInset, whole.bottom(), whole.right() - TextInset, whole.bottom());
 }
 

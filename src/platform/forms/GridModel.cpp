@@ -36,6 +36,8 @@ QVariant GridModel::headerData(int section, Qt::Orientation orientation, int rol
         return {};
     if (role == Qt::DisplayRole)
         return columns[section].heading;
+    if (role == Qt::ToolTipRole && !columns[section].tip.isEmpty())
+        return columns[section].tip;
     if (role == Qt::TextAlignmentRole)
         return QVariant::fromValue(columns[section].alignment | Qt::AlignVCenter);
     return {};
@@ -105,7 +107,7 @@ void GridModel::SetHeading(int column, const QString& text)
     Q_EMIT headerDataChanged(Qt::Horizontal, column, column);
 }
 
-void GridModel::Tell()
+void GridModel::UpdateViews()
 {
     const QRect changed = std::exchange(changedCells, QRect());
     if (std::exchange(resetting, false)) {

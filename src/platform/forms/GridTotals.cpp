@@ -3,20 +3,117 @@
 #include "platform/forms/Controls.h"
 #include "platform/forms/Grid.h"
 
+#include <QHeaderView>
+#include <QLayout>
+#include <QPointer>
+#include <QScrollBar>
+#include <memory>
+#include <vector>
+
 namespace forms {
 
 namespace {
 
-constexpr int CellMargin = 6; // pixels between a figure and the end of its cell
+constexpr int CaptionGap = 8; // pixels before the total that follows
 
-/// The pixels that columns of a grid take, from first to last.
-int WidthOf(const Grid& grid, int first, int last)
-{
-    int width = 0;
-    for (int column = first; column <= last; ++column)
-        width += grid.columnWidth(column);
-    return width;
-}
+/// Places the controls of a line of totals by the columns of its grid.
+class TotalsLayout : public QLayout {
+public:
+    explicit TotalsLayout(Grid& gridAbove) : grid(&gridAbove)
+    {
+        const auto follow = [this] { invalidate(); };
+        connect(gridAbove.horizontalScrollBar(), &QScrollBar::valueChanged, this, follow);
+        connect(gridAbove.horizontalHeader(), &QHeaderView::sectionResized, this, follow);
+    }
+    ~TotalsLayout() override
+    {
+        while (QLayoutItem* item = TotalsLayout::takeAt(0))
+            delete item;
+    }
+    Q_DISABLE_COPY_MOVE(TotalsLayout)
+
+    void Add(const GridTotal& total)
+    {
+        addChildWidget(total.control);
+        entries.push_back({new QWidgetItem(total.control), total});
+    }
+
+    void addItem(QLayoutItem* item) override { delete item; } // Add is the only way in
+    int count() const override { return static_cast<int>(entries.size()); }
+    QLayoutItem* itemAt(int index) const override
+    {
+        return index >= 0 && index < count() ? entries[static_cast<std::size_t>(index)].item : nullptr;
+    }
+    QLayoutItem* takeAt(int index) override
+    {
+        QLayoutItem* const item = itemAt(index);
+        if (item != nullptr)
+            entries.erase(entries.begin() + index);
+        return item;
+    }
+    QSize sizeHint() const override { return {grid ? grid->sizeHint().width() : 0, Height()}; }
+    QSize minimumSize() const override { return {0, Height()}; }
+    Qt::Orientations expandingDirections() const override { return {}; }
+    void setGeometry(const QRect& rect) override
+    {
+        QLayout::setGeometry(rect);
+        if (grid)
+            Place(rect);
+    }
+
+private:
+    struct Entry {
+        QLayoutItem* item;
+        GridTotal total;
+    };
+
+    int Height() const
+    {
+        int height = 0;
+        for (const Entry& entry : entries)
+            height = qMax(height, entry.total.control->sizeHint().height());
+        return height;
+    }
+
+    int LeftOf(int column) const { return grid->x() + grid->frameWidth() + grid->columnViewportPosition(column); }
+
+    void Place(const QRect& rect)
+    {
+        const int gridRight = grid->x() + grid->frameWidth() + grid->viewport()->width();
+        int limit = qMin(rect.right() + 1, gridRight);
+        for (auto entry = entries.rbegin(); entry != entries.rend(); ++entry) {
+            const GridTotal& total = entry->total;
+            const int left = qMax(rect.left(), LeftOf(total.firstColumn));
+            auto* figure = qobject_cast<FigureLabel*>(total.control);
+            if (figure == nullptr) {
+                const int begin = qMin(left, limit);
+                total.control->setGeometry(begin, rect.top(), limit - CaptionGap - begin, rect.height());
+                limit = begin;
+                continue;
+            }
+            const int columnsRight = LeftOf(total.lastColumn) + grid->columnWidth(total.lastColumn);
+            const int right = qMin(columnsRight, limit);
+            const int width = qMax(right - qMin(left, right), figure->NeededWidth());
+            const int begin = qMax(qMin(right - width, left), LeastLeft(entry, rect));
+            figure->setGeometry(begin, rect.top(), right - begin, rect.height());
+            limit = begin;
+        }
+    }
+
+    /// Where a figure may begin at most: behind the room that the figures before it need.
+    int LeastLeft(std::vector<Entry>::reverse_iterator entry, const QRect& rect) const
+    {
+        int least = rect.left();
+        for (auto before = entry + 1; before != entries.rend(); ++before) {
+            if (const auto* figure = qobject_cast<FigureLabel*>(before->total.control))
+                least += qMin(figure->NeededWidth(), grid->columnWidth(before->total.lastColumn));
+        }
+        return least;
+    }
+
+    QPointer<Grid> grid;
+    std::vector<Entry> entries;
+};
 
 bool IsCentred(const Grid& grid, int column)
 {
@@ -26,24 +123,32 @@ bool IsCentred(const Grid& grid, int column)
 
 } // namespace
 
-Item Under(const Grid& grid, int firstColumn, int lastColumn, FigureLabel& total)
+GridTotal Under(const Grid& grid, int firstColumn, int lastColumn, FigureLabel& total)
 {
-    total.setFixedWidth(WidthOf(grid, firstColumn, lastColumn));
-    total.setProperty("underColumns", true); // columns are narrow: no padding
-    const bool centred = IsCentred(grid, lastColumn);
-    total.setAlignment((centred ? Qt::AlignHCenter : Qt::AlignRight) | Qt::AlignVCenter);
-    total.setIndent(centred ? 0 : CellMargin);
-    return total;
+    total.StandUnderColumns(IsCentred(grid, lastColumn));
+    return {&total, firstColumn, lastColumn};
 }
 
-Item Before(const Grid& grid, int firstColumn, int lastColumn, const QString& name, const QString& text)
+GridTotal Under(const Grid& grid, int column, FigureLabel& total)
 {
-    constexpr int captionGap = 8; // pixels
+    return Under(grid, column, column, total);
+}
+
+GridTotal Caption(const QString& name, const QString& text, int firstColumn)
+{
     Label& caption = NewLabel(name, text);
     caption.setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    caption.setContentsMargins(0, 0, captionGap, 0);
-    caption.setFixedWidth(WidthOf(grid, firstColumn, lastColumn) + (firstColumn == 0 ? grid.frameWidth() : 0));
-    return caption;
+    return {&caption, firstColumn, firstColumn};
+}
+
+Layout Totals(Grid& grid, std::initializer_list<GridTotal> totals)
+{
+    auto line = std::make_unique<TotalsLayout>(grid);
+    for (const GridTotal& total : totals) {
+        Lend(*total.control);
+        line->Add(total);
+    }
+    return Layout(std::move(line));
 }
 
 } // namespace forms

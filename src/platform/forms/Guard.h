@@ -49,4 +49,12 @@ void On(Sender& sender, Signal signal, Receiver& receiver, Handler handler)
                      });
 }
 
+/// Connects a signal of each control of an array to a member function of `receiver` that is given the control's index.
+template <class Array, class Signal, class Receiver>
+void OnEach(Array& controls, Signal signal, Receiver& receiver, void (Receiver::*handler)(int))
+{
+    for (int index = Array::FirstIndex(); index <= Array::LastIndex(); ++index)
+        On(controls[index], signal, receiver, [&receiver, handler, index] { (receiver.*handler)(index); });
+}
+
 } // namespace forms

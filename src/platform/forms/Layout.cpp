@@ -5,7 +5,6 @@
 #include <QBoxLayout>
 #include <QGridLayout>
 #include <QGroupBox>
-#include <vector>
 
 namespace forms {
 
@@ -13,47 +12,34 @@ namespace {
 
 constexpr int Rhythm = 8;
 constexpr int WindowMargin = 2 * Rhythm;
-constexpr auto Lent = "lentByOwner";
-constexpr auto Owned = "ownedByContainer";
+constexpr auto LentByOwner = "lentByOwner";
+constexpr auto OwnedByContainer = "ownedByContainer";
 
-QWidget* Borrow(QWidget& control)
+QWidget* Lent(QWidget& control)
 {
-    if (!control.property(Owned).toBool())
-        control.setProperty(Lent, true);
+    Lend(control);
     return &control;
 }
 
-void AddTo(QBoxLayout& box, QWidget& control, int share, Qt::Alignment alignment = {})
+void AddControl(QBoxLayout& box, QWidget& control, int share)
 {
     const bool down = box.direction() == QBoxLayout::TopToBottom;
-    // What doesn't grow would stand in the middle of a column.
-    if (down && !alignment && !(control.sizePolicy().horizontalPolicy() & QSizePolicy::GrowFlag))
-        alignment = Qt::AlignLeft;
-    box.addWidget(Borrow(control), share, alignment);
+    // What doesn't grow would be centred in a column.
+    const bool grows = (control.sizePolicy().horizontalPolicy() & QSizePolicy::GrowFlag) != 0;
+    box.addWidget(Lent(control), share, down && !grows ? Qt::AlignLeft : Qt::Alignment());
 }
 
-QLayout* BuildBox(Layout::Direction direction, const std::vector<std::function<void(QBoxLayout&)>>& adders)
+std::unique_ptr<QLayout> PairsGrid(std::initializer_list<std::pair<QWidget*, QWidget*>> lines)
 {
-    const bool down = direction == Layout::Direction::Down;
-    auto* box = new QBoxLayout(down ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight);
-    box->setContentsMargins(0, 0, 0, 0);
-    box->setSpacing(Rhythm);
-    for (const auto& add : adders)
-        add(*box);
-    return box;
-}
-
-QLayout* BuildPairs(const std::vector<std::pair<QWidget*, QWidget*>>& lines)
-{
-    auto* grid = new QGridLayout;
+    auto grid = std::make_unique<QGridLayout>();
     grid->setContentsMargins(0, 0, 0, 0);
     grid->setHorizontalSpacing(Rhythm);
     grid->setVerticalSpacing(Rhythm);
     int row = 0;
     for (const auto& [caption, field] : lines) {
         const bool narrow = field->sizePolicy().horizontalPolicy() == QSizePolicy::Fixed;
-        grid->addWidget(Borrow(*caption), row, 0);
-        grid->addWidget(Borrow(*field), row, 1, narrow ? Qt::AlignLeft : Qt::Alignment());
+        grid->addWidget(Lent(*caption), row, 0);
+        grid->addWidget(Lent(*field), row, 1, narrow ? Qt::AlignLeft : Qt::Alignment());
         if (auto* label = qobject_cast<QLabel*>(caption); label && field->focusPolicy() != Qt::NoFocus)
             label->setBuddy(field);
         ++row;
@@ -64,75 +50,82 @@ QLayout* BuildPairs(const std::vector<std::pair<QWidget*, QWidget*>>& lines)
 
 } // namespace
 
-Item::Item(QWidget& control) : add([&control](QBoxLayout& box) { AddTo(box, control, 0); }) {}
+Item::Item(QWidget& placed) : control(&placed) {}
 
-Item::Item(const Layout& nested) : add([nested](QBoxLayout& box) { box.addLayout(nested.Build()); }) {}
-
-Item::Item(std::function<void(QBoxLayout&)> adder) : add(std::move(adder)) {}
+Item::Item(Layout&& inner) : nested(std::move(inner).Take()) {}
 
 Item Item::Stretch(int share)
 {
-    return Item([share](QBoxLayout& box) { box.addStretch(share); });
+    Item item;
+    item.share = share;
+    return item;
 }
 
 Item Item::Gap(int eights)
 {
-    return Item([eights](QBoxLayout& box) { box.addSpacing(eights * Rhythm); });
+    Item item;
+    item.gap = eights * Rhythm;
+    return item;
 }
 
 Item Item::Growing(QWidget& control, int share)
 {
-    return Item([&control, share](QBoxLayout& box) { AddTo(box, control, share); });
+    Item item(control);
+    item.share = share;
+    return item;
 }
 
-Item Item::Growing(const Layout& nested, int share)
+Item Item::Growing(Layout&& nested, int share)
 {
-    return Item([nested, share](QBoxLayout& box) { box.addLayout(nested.Build(), share); });
+    Item item(std::move(nested));
+    item.share = share;
+    return item;
 }
 
 Layout::Layout(Direction direction, std::initializer_list<Item> items)
 {
-    std::vector<std::function<void(QBoxLayout&)>> adders;
-    for (const Item& item : items)
-        adders.push_back(item.add);
-    build = [direction, adders = std::move(adders)] { return BuildBox(direction, adders); };
+    auto box =
+        std::make_unique<QBoxLayout>(direction == Direction::Down ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight);
+    box->setContentsMargins(0, 0, 0, 0);
+    box->setSpacing(Rhythm);
+    for (const Item& item : items) {
+        if (item.control != nullptr)
+            AddControl(*box, *item.control, item.share);
+        else if (item.nested)
+            box->addLayout(item.nested.release(), item.share);
+        else if (item.gap > 0)
+            box->addSpacing(item.gap);
+        else
+            box->addStretch(item.share);
+    }
+    layout = std::move(box);
 }
-
-Layout::Layout(std::function<QLayout*()> builder) : build(std::move(builder)) {}
 
 Layout Layout::Margin(int pixels) &&
 {
-    return Layout([inner = std::move(build), pixels] {
-        QLayout* layout = inner();
-        layout->setContentsMargins(pixels, pixels, pixels, pixels);
-        return layout;
-    });
+    layout->setContentsMargins(pixels, pixels, pixels, pixels);
+    return std::move(*this);
 }
 
 Layout Layout::Spacing(int pixels) &&
 {
-    return Layout([inner = std::move(build), pixels] {
-        QLayout* layout = inner();
-        layout->setSpacing(pixels);
-        return layout;
-    });
+    layout->setSpacing(pixels);
+    return std::move(*this);
 }
 
-QLayout* Layout::Build() const
-{
-    return build();
-}
-
-Pairs::Pairs(std::initializer_list<std::pair<QWidget*, QWidget*>> lines)
-    : Layout([kept = std::vector(lines)] { return BuildPairs(kept); })
-{
-}
+Pairs::Pairs(std::initializer_list<std::pair<QWidget*, QWidget*>> lines) : Layout(PairsGrid(lines)) {}
 
 Label& NewLabel(const QString& name, const QString& text)
 {
     auto* label = new Label(name, text);
-    label->setProperty(Owned, true);
+    label->setProperty(OwnedByContainer, true);
     return *label;
+}
+
+void Lend(QWidget& control)
+{
+    if (!control.property(OwnedByContainer).toBool())
+        control.setProperty(LentByOwner, true);
 }
 
 void KeepPlace(QWidget& control)
@@ -145,19 +138,18 @@ void KeepPlace(QWidget& control)
 Item Inside(QWidget& container, Layout content)
 {
     if (auto* panel = qobject_cast<Panel*>(&container))
-        static_cast<QBoxLayout*>(panel->layout())->addLayout(content.Build(), 1);
+        static_cast<QBoxLayout*>(panel->layout())->addLayout(std::move(content).Take().release(), 1);
     else
-        container.setLayout(std::move(content).Margin(Rhythm).Build());
-    return Item(container);
+        container.setLayout(std::move(content).Margin(Rhythm).Take().release());
+    return {container};
 }
 
-Item Titled(const QString& title, const Layout& content)
+Item Titled(const QString& title, Layout content)
 {
-    return Item([title, content](QBoxLayout& box) {
-        auto* frame = new QGroupBox(title);
-        frame->setLayout(Layout(content).Margin(Rhythm).Build());
-        box.addWidget(frame);
-    });
+    auto* frame = new QGroupBox(title); // owned by the container that the item goes to
+    frame->setProperty(OwnedByContainer, true);
+    frame->setLayout(std::move(content).Margin(Rhythm).Take().release());
+    return {*frame};
 }
 
 void AddPage(TabStrip& tabs, const QString& title, Layout content)
@@ -165,14 +157,14 @@ void AddPage(TabStrip& tabs, const QString& title, Layout content)
     // The page takes its place first: each step up that a filled page takes styles all of its controls anew.
     auto* page = new QWidget;
     tabs.addTab(page, title);
-    page->setLayout(std::move(content).Margin(WindowMargin).Build());
+    page->setLayout(std::move(content).Margin(WindowMargin).Take().release());
 }
 
 void ReleaseControls(QWidget& container)
 {
     for (QWidget* control : container.findChildren<QWidget*>()) {
-        // What stands in a lent container leaves with it.
-        if (control->property(Lent).toBool() && container.isAncestorOf(control))
+        // The contents of a lent container leave with it.
+        if (control->property(LentByOwner).toBool() && container.isAncestorOf(control))
             control->setParent(nullptr);
     }
 }

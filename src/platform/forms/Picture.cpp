@@ -1,4 +1,6 @@
+#include "platform/forms/Colours.h"
 #include "platform/forms/Controls.h"
+#include "platform/forms/Icons.h"
 
 #include <QFocusEvent>
 #include <QKeyEvent>
@@ -26,10 +28,16 @@ Picture::Picture(const QString& name) : drawing(new QSvgRenderer(this))
 
 void Picture::SetIcon(const QString& icon)
 {
-    const QString file = QStringLiteral(":/icons/%1.svg").arg(icon);
-    if (!drawing->load(file))
-        qFatal("There is no icon %s.", qPrintable(file));
+    iconName = icon;
+    LoadDrawing();
     update();
+}
+
+void Picture::LoadDrawing()
+{
+    drawnGeneration = ColourGeneration();
+    if (!iconName.isEmpty())
+        drawing->load(IconText(iconName));
 }
 
 void Picture::SetCaption(const QString& caption)
@@ -39,10 +47,32 @@ void Picture::SetCaption(const QString& caption)
     update();
 }
 
-void Picture::SetAction(const QString& action, bool withToolTip)
+void Picture::SetAction(const QString& words)
 {
+    action = words;
     setAccessibleName(action.trimmed());
-    setToolTip(withToolTip ? action.trimmed() : QString());
+    DescribeAction();
+}
+
+void Picture::SetCommand(forms::Command newCommand)
+{
+    command = newCommand;
+    DescribeAction();
+}
+
+void Picture::LeaveToolTipToBulle()
+{
+    hasToolTip = false;
+    DescribeAction();
+}
+
+void Picture::DescribeAction()
+{
+    const QString keys = KeyTextOf(command);
+    setAccessibleDescription(keys);
+    setToolTip(!hasToolTip      ? QString()
+               : keys.isEmpty() ? accessibleName()
+                                : QStringLiteral("%1 (%2)").arg(accessibleName(), keys));
 }
 
 void Picture::SetBorder(bool single)
@@ -62,30 +92,38 @@ QSize Picture::sizeHint() const
     return {Padding + IconSize + CaptionGap + caption + CaptionMargin, side};
 }
 
-void Picture::paintEvent(QPaintEvent*)
+void Picture::PaintGround(QPainter& painter) const
 {
-    QPainter painter(this);
-    painter.setRenderHint(QPainter::Antialiasing);
-    const QColor accent = palette().color(QPalette::Highlight);
-    const bool lively = isEnabled() && (border || hasFocus() || isDown());
-    if (lively) {
-        QColor ground = accent;
-        ground.setAlphaF(isDown() ? 0.26F : 0.10F);
-        painter.setPen(QPen(accent, hasFocus() ? 2 : 1));
-        painter.setBrush(ground);
+    const Colours& colours = TheColours();
+    const bool isLively = isEnabled() && (border || hasFocus() || isDown());
+    const bool hasCaption = !text().isEmpty();
+    if (isLively) {
+        painter.setPen(QPen(colours.accent, hasFocus() ? 2 : 1));
+        painter.setBrush(isDown() ? colours.selection : colours.hover);
     } else {
-        painter.setPen(text().isEmpty() ? QPen(Qt::NoPen) : QPen(palette().color(QPalette::Mid)));
-        painter.setBrush(text().isEmpty() ? QBrush(Qt::NoBrush) : palette().brush(QPalette::Base));
+        painter.setPen(hasCaption ? QPen(colours.fieldBorder) : QPen(Qt::NoPen));
+        painter.setBrush(hasCaption ? QBrush(colours.field) : QBrush(Qt::NoBrush));
     }
     painter.drawRoundedRect(QRectF(rect()).adjusted(1, 1, -1, -1), CornerRadius, CornerRadius);
+}
 
-    painter.setOpacity(isEnabled() ? 1.0 : 0.32);
+void Picture::paintEvent(QPaintEvent*)
+{
+    if (drawnGeneration != ColourGeneration())
+        LoadDrawing();
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    PaintGround(painter);
+
+    constexpr double fadedOpacity = 0.4;
+    painter.setOpacity(isEnabled() ? 1.0 : fadedOpacity);
     const bool iconOnly = text().isEmpty();
     const double left = iconOnly ? (width() - IconSize) / 2.0 : Padding;
     drawing->render(&painter, QRectF(left, (height() - IconSize) / 2.0, IconSize, IconSize));
     if (iconOnly)
         return;
-    painter.setPen(palette().color(QPalette::Active, QPalette::ButtonText));
+    painter.setOpacity(1);
+    painter.setPen(isEnabled() ? TheColours().text : TheColours().disabled);
     painter.drawText(rect().adjusted(Padding + IconSize + CaptionGap, 0, 0, 0),
                      Qt::AlignLeft | Qt::AlignVCenter | Qt::TextShowMnemonic, text());
 }
@@ -157,6 +195,13 @@ void Picture::keyPressEvent(QKeyEvent* event)
         return;
     }
     QAbstractButton::keyPressEvent(event);
+}
+
+void Dress(Picture& picture, const char* icon, const QString& action, Command command)
+{
+    picture.SetIcon(QLatin1String(icon));
+    picture.SetAction(action);
+    picture.SetCommand(command);
 }
 
 } // namespace forms

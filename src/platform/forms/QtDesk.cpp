@@ -3,8 +3,12 @@
 #include "platform/forms/Form.h"
 
 #include <QApplication>
+#include <QElapsedTimer>
+#include <QLabel>
 #include <QMessageBox>
+#include <QProgressBar>
 #include <QPushButton>
+#include <QVBoxLayout>
 #include <QWindow>
 #include <cstdio>
 #include <cstdlib>
@@ -30,6 +34,55 @@ QMessageBox::Icon BoxIcon(Icon icon)
     return QMessageBox::NoIcon;
 }
 
+class WaitWindow : public WaitNotice {
+public:
+    explicit WaitWindow(const QString& text)
+    {
+        window.setObjectName(QStringLiteral("WaitNotice"));
+        window.setWindowTitle(text);
+        window.setWindowModality(Qt::ApplicationModal);
+        auto* column = new QVBoxLayout(&window);
+        column->addWidget(new QLabel(text));
+        bar = new QProgressBar;
+        bar->setAccessibleName(text);
+        QSizePolicy keepsPlace = bar->sizePolicy();
+        keepsPlace.setRetainSizeWhenHidden(true);
+        bar->setSizePolicy(keepsPlace);
+        bar->hide();
+        column->addWidget(bar);
+        constexpr int width = 280;
+        window.setFixedWidth(width);
+        elapsed.start();
+        window.show();
+        Repaint();
+    }
+
+    void Advance(int done, int total) override
+    {
+        constexpr int quietMilliseconds = 1000;
+        constexpr int betweenRepaints = 40;
+        if (lastPaint.isValid() && !lastPaint.hasExpired(betweenRepaints))
+            return;
+        bar->setMaximum(total);
+        bar->setValue(done);
+        if (elapsed.hasExpired(quietMilliseconds))
+            bar->show();
+        Repaint();
+    }
+
+private:
+    void Repaint()
+    {
+        lastPaint.start();
+        QApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+    }
+
+    QDialog window{nullptr, Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint};
+    QProgressBar* bar;
+    QElapsedTimer elapsed;
+    QElapsedTimer lastPaint;
+};
+
 /// Keeps the form in front of the window it was called from, also on desktops that let windows change places.
 void StandBefore(Form& form, const QWidget* caller)
 {
@@ -44,7 +97,7 @@ Answer QtDesk::Message(const QString& text, Icon icon, const QString& title, But
 {
     QMessageBox box(QApplication::activeWindow());
     box.setObjectName(QStringLiteral("MessageBox"));
-    box.setTextFormat(Qt::PlainText); // names of patients and files stand in messages
+    box.setTextFormat(Qt::PlainText); // messages contain names of patients and files
     box.setIcon(BoxIcon(icon));
     box.setWindowTitle(title);
     box.setText(text);
@@ -53,8 +106,8 @@ Answer QtDesk::Message(const QString& text, Icon icon, const QString& title, But
         box.exec();
         return Answer::Ok;
     }
-    QPushButton* yes = box.addButton(QStringLiteral("Oui"), QMessageBox::YesRole);
-    QPushButton* no = box.addButton(QStringLiteral("Non"), QMessageBox::NoRole);
+    QPushButton* yes = box.addButton(QStringLiteral("&Oui"), QMessageBox::YesRole);
+    QPushButton* no = box.addButton(QStringLiteral("&Non"), QMessageBox::NoRole);
     box.setDefaultButton(yes);
     box.setEscapeButton(no);
     box.exec();
@@ -73,6 +126,11 @@ void QtDesk::ShowModal(Form& form)
 void QtDesk::Beep()
 {
     QApplication::beep();
+}
+
+std::unique_ptr<WaitNotice> QtDesk::Wait(const QString& text)
+{
+    return std::make_unique<WaitWindow>(text);
 }
 
 void QtDesk::EndProgram(int code)

@@ -10,6 +10,7 @@ public:
     Answer Message(const QString& text, Icon icon, const QString& title, Buttons buttons) override;
     void ShowModal(Form& form) override;
     void Beep() override;
+    std::unique_ptr<WaitNotice> Wait(const QString& text) override;
     [[noreturn]] void EndProgram(int code) override;
 };
 

@@ -1,13 +1,19 @@
 #include "platform/forms/Style.h"
 
+#include "platform/forms/Colours.h"
+#include "platform/forms/Icons.h"
+
 #include <QApplication>
+#include <QEvent>
 #include <QFile>
 #include <QFont>
 #include <QIcon>
-#include <QPalette>
+#include <QLibraryInfo>
+#include <QLocale>
+#include <QProxyStyle>
+#include <QTranslator>
 
-// A static library's resources are linked in only where something asks for them; the macro must stand outside
-// namespaces.
+// A static library's resources are linked in only where something asks for them; the macro must be outside namespaces.
 static void LinkResources()
 {
     Q_INIT_RESOURCE(resources);
@@ -17,47 +23,116 @@ namespace forms {
 
 namespace {
 
-QPalette Colours()
-{
-    const QColor ink(0x26, 0x32, 0x38);
-    const QColor accent(0x1f, 0x6f, 0x8b);
-    const QColor faded(0x9a, 0xa5, 0xab);
+constexpr double UsualPoints = 10; // columns are laid out for it
 
-    QPalette palette(QColor(0xe9, 0xee, 0xf0), QColor(0xf5, 0xf7, 0xf8));
-    palette.setColor(QPalette::WindowText, ink);
-    palette.setColor(QPalette::Text, ink);
-    palette.setColor(QPalette::ButtonText, ink);
-    palette.setColor(QPalette::Base, Qt::white);
-    palette.setColor(QPalette::AlternateBase, QColor(0xf3, 0xf7, 0xf8));
-    palette.setColor(QPalette::Mid, QColor(0xc3, 0xcd, 0xd2));
-    palette.setColor(QPalette::Highlight, accent);
-    palette.setColor(QPalette::HighlightedText, Qt::white);
-    palette.setColor(QPalette::PlaceholderText, faded);
-    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
-        palette.setColor(QPalette::Disabled, role, faded);
-    palette.setColor(QPalette::Disabled, QPalette::Base, QColor(0xee, 0xf1, 0xf3));
-    palette.setColor(QPalette::Disabled, QPalette::Highlight, QColor(0xc3, 0xcd, 0xd2));
-    return palette;
-}
-
+/// The style sheet with its "@role@" places filled.
 QString StyleSheet()
 {
     QFile file(QStringLiteral(":/style.qss"));
     if (!file.open(QIODevice::ReadOnly))
         qFatal("The program was built without its style sheet.");
-    return QString::fromUtf8(file.readAll());
+    QString sheet = QString::fromUtf8(file.readAll());
+    const Colours& colours = TheColours();
+    const struct {
+        const char* place;
+        const QColor& colour;
+    } roles[] = {
+        {"@window@", colours.window},
+        {"@raised@", colours.raised},
+        {"@field@", colours.field},
+        {"@alternate@", colours.alternate},
+        {"@header@", colours.header},
+        {"@hover@", colours.hover},
+        {"@selection@", colours.selection},
+        {"@border@", colours.border},
+        {"@field-border@", colours.fieldBorder},
+        {"@text@", colours.text},
+        {"@quiet@", colours.quiet},
+        {"@disabled@", colours.disabled},
+        {"@accent@", colours.accent},
+        {"@accent-ground@", colours.accentGround},
+        {"@on-accent@", colours.onAccent},
+        {"@alarm@", colours.alarm},
+        {"@tip@", colours.tip},
+        {"@on-tip@", colours.onTip},
+    };
+    for (const auto& role : roles)
+        sheet.replace(QLatin1String(role.place), role.colour.name());
+    return sheet.replace("@large-points@", QString::number(1.5 * QApplication::font().pointSizeF()));
+}
+
+/// Fusion, with the program's own icons in message boxes.
+class ProgramStyle : public QProxyStyle {
+public:
+    ProgramStyle() : QProxyStyle(QStringLiteral("Fusion")) {}
+
+    QIcon standardIcon(StandardPixmap icon, const QStyleOption* option, const QWidget* widget) const override
+    {
+        switch (icon) {
+        case SP_MessageBoxInformation:
+            return NamedIcon("message-information");
+        case SP_MessageBoxQuestion:
+            return NamedIcon("message-question");
+        case SP_MessageBoxWarning:
+            return NamedIcon("message-warning");
+        case SP_MessageBoxCritical:
+            return NamedIcon("message-critical");
+        default:
+            return QProxyStyle::standardIcon(icon, option, widget);
+        }
+    }
+};
+
+/// Takes the colours anew when the desktop changes its own.
+class PaletteWatch : public QObject {
+public:
+    explicit PaletteWatch(QApplication& watched) : QObject(&watched), application(watched) {}
+
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        if (watched == &application && event->type() == QEvent::ApplicationPaletteChange && !refreshing) {
+            refreshing = true; // a style sheet changes palettes as well
+            RefreshColours();
+            application.setStyleSheet(StyleSheet());
+            refreshing = false;
+        }
+        return false;
+    }
+
+private:
+    QApplication& application;
+    bool refreshing = false;
+};
+
+void LoadFrenchTexts(QApplication& application)
+{
+    QLocale::setDefault(QLocale::French);
+    auto* translator = new QTranslator(&application);
+    if (translator->load(QStringLiteral("qtbase_fr"), QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+        QCoreApplication::installTranslator(translator);
 }
 
 } // namespace
 
+double FontScale()
+{
+    return QApplication::font().pointSizeF() / UsualPoints;
+}
+
 void ApplyStyle(QApplication& application)
 {
     LinkResources();
-    QApplication::setStyle(QStringLiteral("Fusion"));
-    QApplication::setPalette(Colours());
-    QApplication::setFont(QFont(QStringLiteral("Liberation Sans"), 10));
+    LoadFrenchTexts(application);
+    const double desktopPoints = QApplication::font().pointSizeF();
+    QFont font(QStringList{QStringLiteral("Liberation Sans"), QStringLiteral("Arial"), QStringLiteral("DejaVu Sans")});
+    font.setPointSizeF(qMax(UsualPoints, desktopPoints));
+
+    QApplication::setStyle(new ProgramStyle); // the application owns it
+    QApplication::setFont(font);
     QApplication::setWindowIcon(QIcon(QStringLiteral(":/icons/app.svg")));
+    RefreshColours();
     application.setStyleSheet(StyleSheet());
+    application.installEventFilter(new PaletteWatch(application));
 }
 
 } // namespace forms

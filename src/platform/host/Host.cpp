@@ -1,26 +1,10 @@
 #include "platform/host/Host.h"
 
 #include <QGuiApplication>
-#include <QLocale>
-#include <QMap>
 #include <QScreen>
 
 namespace host {
 namespace {
-
-struct RegionalValues {
-    QMap<LocaleSetting, QString> values{
-        {LocaleSetting::DecimalMark, QLocale::system().decimalPoint()},
-        {LocaleSetting::ShortDate, QLocale::system().dateFormat(QLocale::ShortFormat)},
-    };
-    bool changesRefused = false;
-};
-
-RegionalValues& Regional()
-{
-    static RegionalValues regional;
-    return regional;
-}
 
 QSize& ChosenWorkingArea()
 {
@@ -35,24 +19,6 @@ QDate& FixedToday()
 }
 
 } // namespace
-
-QString LocaleInfo(LocaleSetting setting)
-{
-    return Regional().values.value(setting);
-}
-
-bool SetLocaleInfo(LocaleSetting setting, const QString& value)
-{
-    if (Regional().changesRefused)
-        return false;
-    Regional().values[setting] = value;
-    return true;
-}
-
-void RefuseLocaleChanges(bool refuse)
-{
-    Regional().changesRefused = refuse;
-}
 
 QSize DisplaySize()
 {

@@ -4,17 +4,9 @@
 #include <QSize>
 #include <QString>
 
-/// What the machine would give: regional values, display size, clock. On this platform the regional values are settings
-/// of the program's own conversions, and a display mode is the working area that the main window keeps to.
+/// What the machine gives: display size, clock. Number and date conversions are the program's own and depend on no
+/// setting of the machine; instead of a display mode there is a working area that the main window keeps to.
 namespace host {
-
-enum class LocaleSetting { DecimalMark = 14, ShortDate = 31 };
-
-QString LocaleInfo(LocaleSetting setting);
-/// False when the host refuses the change.
-bool SetLocaleInfo(LocaleSetting setting, const QString& value);
-/// Makes the next changes of regional values fail, as a host without the right to change them does.
-void RefuseLocaleChanges(bool refuse);
 
 /// The size of the display in pixels.
 QSize DisplaySize();

@@ -46,7 +46,7 @@ TEST_F(Screen, IsLoadedOnceForEachShowing)
     sheet.Load();
     sheet.Load();
     EXPECT_EQ(loads, 1);
-    EXPECT_GT(sheet.WidthTwips(), 3600); // its natural size is known before it shows
+    EXPECT_GT(sheet.width(), 200); // its natural size is known before it shows
     sheet.Unload();
     sheet.loading = [] { throw basic::RuntimeError(basic::Error::UnknownColumn); };
     EXPECT_THROW(sheet.Load(), basic::RuntimeError);
@@ -75,6 +75,43 @@ TEST_F(Screen, EnterPressesTheFocusedButtonOnly)
     Press(sheet.picture, Qt::Key_Enter, Qt::KeypadModifier);
     Press(sheet.picture, Qt::Key_Space);
     EXPECT_EQ(clicked.count(), 2);
+}
+
+TEST_F(Screen, ClicksThePictureOfACommandFromAnyControl)
+{
+    auto& sheet =
+        desk.Open<Sheet>([](Sheet& made) { Dress(made.picture, "print", " Imprimer ", forms::Command::Print); });
+    QSignalSpy clicks(&sheet.picture, &QAbstractButton::clicked);
+    EXPECT_EQ(sheet.picture.toolTip(), "Imprimer (Ctrl+P)");
+    EXPECT_EQ(sheet.picture.accessibleName(), "Imprimer");
+    Press(sheet.text, Qt::Key_P, Qt::ControlModifier);
+    Press(sheet.grid, Qt::Key_P, Qt::ControlModifier);
+    EXPECT_EQ(clicks.count(), 2);
+    sheet.picture.setEnabled(false);
+    Press(sheet.grid, Qt::Key_P, Qt::ControlModifier);
+    sheet.picture.setEnabled(true);
+    sheet.picture.hide();
+    Press(sheet.grid, Qt::Key_P, Qt::ControlModifier);
+    EXPECT_EQ(clicks.count(), 2);
+}
+
+TEST_F(Screen, OpensWholeInsideTheFreeAreaOfItsScreen)
+{
+    const QRect area = forms::Form::OpeningScreen()->availableGeometry();
+    auto& sheet = desk.Open<Sheet>([](Sheet& made) {
+        made.grid.SetUsualRows(500);
+        made.loading = [&made] { made.Centre(); };
+    });
+    EXPECT_TRUE(area.contains(sheet.frameGeometry())) << sheet.frameGeometry().height();
+    EXPECT_GT(sheet.height(), area.height() - 40); // as tall as the screen allows
+    EXPECT_TRUE(sheet.button.isVisible());
+    EXPECT_LE(sheet.button.geometry().bottom(), sheet.height());
+    sheet.Unload();
+
+    auto& oblong = desk.Open<Sheet>([](Sheet& made) { made.loading = [&made] { made.Centre(); }; });
+    EXPECT_NEAR(oblong.geometry().center().x(), area.center().x(), 3);
+    EXPECT_NEAR(oblong.geometry().center().y(), area.center().y(), 18);
+    EXPECT_NE(area.width(), area.height()); // or the two could be mixed up unseen
 }
 
 TEST_F(Screen, TabFollowsTheEye)

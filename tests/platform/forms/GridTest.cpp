@@ -5,6 +5,7 @@
 #include <QClipboard>
 #include <QHeaderView>
 #include <QSignalSpy>
+#include <QTest>
 #include <gtest/gtest.h>
 
 namespace {
@@ -176,11 +177,50 @@ TEST_F(GridOnSheet, ShowsHeadingsAlignedLikeTheirColumnsAndWidthsInTwips)
     EXPECT_GT(grid.horizontalHeader()->sizeHint().height(), oneLine + 8);
 }
 
-TEST_F(GridOnSheet, CopiesTheCurrentRowBetweenTabs)
+TEST_F(GridOnSheet, CopiesTheChosenRowsWithHeadingsBetweenTabs)
 {
     Fill(3);
     grid.SetText(1, 0, "2");
+    grid.SetText(1, 2, "1 250.50 ");
     grid.SelectRow(1);
     Press(grid, Qt::Key_C, Qt::ControlModifier);
-    EXPECT_EQ(QApplication::clipboard()->text(), "2\t ligne 1\t");
+    EXPECT_EQ(QApplication::clipboard()->text(), "N°\tNom\tMontant\n2\tligne 1\t1 250.50\n");
+    Press(grid, Qt::Key_A, Qt::ControlModifier);
+    Press(grid, Qt::Key_C, Qt::ControlModifier);
+    EXPECT_EQ(QApplication::clipboard()->text(), "N°\tNom\tMontant\n\tligne 0\t\n2\tligne 1\t1 250.50\n\tligne 2\t\n");
+    EXPECT_EQ(grid.Row(), 1); // the row in hand stays
+    Press(grid, Qt::Key_Down);
+    EXPECT_EQ(SelectedRows(), QList<int>{2});
+}
+
+TEST_F(GridOnSheet, GoesToTheNextNameThatBeginsWithTheTypedLetters)
+{
+    grid.SetRows(5);
+    const char* names[] = {" Élie", " benali", " Bensaïd", "  Çelik", " Ben Ali"};
+    for (int row = 0; row < 5; ++row)
+        grid.SetText(row, 1, names[row]);
+    grid.SelectRow(0);
+    const auto pause = [] { QTest::qWait(QApplication::keyboardInputInterval() + 50); };
+    const struct {
+        const char* typed;
+        int row;
+    } searches[] = {{"b", 1}, {"bens", 2}, {"c", 3}, {"e", 0}, {"bb", 2}, {"ben a", 4}, {"x", 4}};
+    for (const auto& search : searches) {
+        pause();
+        Type(grid, search.typed);
+        EXPECT_EQ(grid.Row(), search.row) << search.typed;
+    }
+    EXPECT_GE(clicks.count(), 6); // tells of each move, as arrows do
+}
+
+TEST_F(GridOnSheet, SharesMoreWidthAmongItsNamesAlone)
+{
+    const int number = grid.columnWidth(0);
+    const int name = grid.columnWidth(1);
+    const int amount = grid.columnWidth(2);
+    grid.resize(grid.width() + 200, grid.height());
+    support::Settle();
+    EXPECT_EQ(grid.columnWidth(0), number);
+    EXPECT_EQ(grid.columnWidth(2), amount);
+    EXPECT_GT(grid.columnWidth(1), name + 150);
 }

@@ -67,8 +67,8 @@ TEST_F(RealDesk, AnswersAYesNoBoxByButtonEnterAndEscape)
         OnNextWindow(std::move(play));
         return forms::MsgBox("Supprimer ?", Icon::Question, "ZEP Lumo", Buttons::YesNo);
     };
-    EXPECT_EQ(ask([](QWidget& box) { PressButton(box, "Oui"); }), Answer::Yes);
-    EXPECT_EQ(ask([](QWidget& box) { PressButton(box, "Non"); }), Answer::No);
+    EXPECT_EQ(ask([](QWidget& box) { PressButton(box, "&Oui"); }), Answer::Yes);
+    EXPECT_EQ(ask([](QWidget& box) { PressButton(box, "&Non"); }), Answer::No);
     EXPECT_EQ(ask([](QWidget& box) { QTest::keyClick(&box, Qt::Key_Escape); }), Answer::No);
     EXPECT_EQ(ask([](QWidget& box) { box.close(); }), Answer::No);
     EXPECT_EQ(ask([](QWidget& box) { QTest::keyClick(&box, Qt::Key_Return); }), Answer::Yes);

@@ -8,8 +8,10 @@
 /// A small screen with one control of each kind that is typed in or clicked.
 class Sheet : public forms::Form {
 public:
-    Sheet() : Form("Sheet", "Essai")
+    /// `prepare` runs before the sheet shows.
+    explicit Sheet(const std::function<void(Sheet& made)>& prepare = [](Sheet&) {}) : Form("Sheet", "Essai")
     {
+        prepare(*this);
         SetContent(forms::Column{text, date, amount, picture, forms::Item::Growing(grid), button});
     }
 

@@ -77,15 +77,6 @@ TEST(Files, DriveTextsNameFolders)
 #endif
 }
 
-TEST(Host, RefusedRegionalChangesLeaveTheValue)
-{
-    EXPECT_TRUE(host::SetLocaleInfo(host::LocaleSetting::DecimalMark, ","));
-    host::RefuseLocaleChanges(true);
-    EXPECT_FALSE(host::SetLocaleInfo(host::LocaleSetting::DecimalMark, "."));
-    host::RefuseLocaleChanges(false);
-    EXPECT_EQ(host::LocaleInfo(host::LocaleSetting::DecimalMark), ",");
-}
-
 TEST(Host, WorkingAreaNeverExceedsTheDisplay)
 {
     EXPECT_EQ(host::WorkingArea(), host::DisplaySize());
