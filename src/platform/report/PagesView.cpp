@@ -1,5 +1,6 @@
 #include "platform/report/PagesView.h"
 
+#include "platform/forms/Colours.h"
 #include "platform/pages/PageLayout.h"
 #include "platform/pages/PageMeasures.h"
 #include "platform/report/PagesAccessibility.h"
@@ -18,9 +19,6 @@ namespace {
 constexpr double Gap = 16; // around the sheets
 constexpr double WheelZoom = 1.1;
 constexpr int LineStep = 48;
-
-const QColor Desktop(0xd5, 0xdc, 0xe0);
-const QColor SheetEdge(0xb3, 0xbf, 0xc5);
 
 } // namespace
 
@@ -134,7 +132,7 @@ void PagesView::PaintSheet(QPainter& painter, int page, double left, double top)
 {
     const QSizeF size(SheetWidth(), SheetStep() - Gap);
     painter.fillRect(QRectF(QPointF(left, top), size), Qt::white);
-    painter.setPen(SheetEdge);
+    painter.setPen(forms::TheColours().border);
     painter.drawRect(QRectF(QPointF(left - 0.5, top - 0.5), size + QSizeF(1, 1)));
     painter.save();
     painter.translate(left, top);
@@ -145,7 +143,7 @@ void PagesView::PaintSheet(QPainter& painter, int page, double left, double top)
 void PagesView::paintEvent(QPaintEvent* event)
 {
     QPainter painter(viewport());
-    painter.fillRect(event->rect(), Desktop);
+    painter.fillRect(event->rect(), forms::TheColours().header);
     const double scrolled = verticalScrollBar()->value();
     const double left = horizontalScrollBar()->maximum() > 0 ? Gap - horizontalScrollBar()->value()
                                                              : std::round((viewport()->width() - SheetWidth()) / 2);

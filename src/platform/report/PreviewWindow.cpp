@@ -143,16 +143,8 @@ void PreviewWindow::ZoomBy(int steps)
 bool PreviewWindow::RunCommand(int key)
 {
     switch (key) {
-    case Qt::Key_P:
-        return AskAndPrint(), true;
     case Qt::Key_S:
         return AskAndSave(), true;
-    case Qt::Key_PageUp:
-        return MoveBy(-1), true;
-    case Qt::Key_PageDown:
-        return MoveBy(1), true;
-    case Qt::Key_W:
-        return Unload(), true;
     case Qt::Key_Plus:
     case Qt::Key_Equal:
         return ZoomBy(1), true;

@@ -70,7 +70,6 @@ protected:
 private:
     void BuildForm();
     void ConnectHandlers();
-    void SetUpPicture(forms::Picture& picture, const QString& icon, const QString& action);
     void AskAndSave();
     void AskAndPrint();
     void ShowState();

@@ -12,26 +12,23 @@ constexpr int ZoomTextWidth = 48;
 
 } // namespace
 
-void PreviewWindow::SetUpPicture(forms::Picture& picture, const QString& icon, const QString& action)
-{
-    picture.SetIcon(icon);
-    picture.SetAction(action);
-}
-
 void PreviewWindow::BuildForm()
 {
-    SetUpPicture(PrintButton, "print", "Imprimer (Ctrl+P)");
+    using forms::Command;
+    using forms::Dress;
+    Dress(PrintButton, "print", "Imprimer", Command::Print);
     PrintButton.SetCaption("Imprimer");
-    SetUpPicture(SaveButton, "save", "Enregistrer en PDF (Ctrl+S)");
+    Dress(SaveButton, "save", "Enregistrer en PDF (Ctrl+S)");
     SaveButton.SetCaption("PDF");
-    SetUpPicture(FirstButton, "first", "Première page (Début)");
-    SetUpPicture(PreviousButton, "previous", "Page précédente (Page préc. ou Ctrl+Page préc.)");
-    SetUpPicture(NextButton, "next", "Page suivante (Page suiv. ou Ctrl+Page suiv.)");
-    SetUpPicture(LastButton, "last", "Dernière page (Fin)");
-    SetUpPicture(ZoomOutButton, "zoom-out", "Réduire (Ctrl+moins)");
-    SetUpPicture(ZoomInButton, "zoom-in", "Agrandir (Ctrl+plus)");
-    SetUpPicture(FitWidthButton, "fit-width", "Toute la largeur (Ctrl+2)");
-    SetUpPicture(CloseButton, "quit", "Fermer (Échap ou Ctrl+W)");
+    Dress(FirstButton, "first", "Première page (Début)");
+    Dress(PreviousButton, "previous", "Page précédente", Command::PreviousPage);
+    Dress(NextButton, "next", "Page suivante", Command::NextPage);
+    Dress(LastButton, "last", "Dernière page (Fin)");
+    Dress(ZoomOutButton, "zoom-out", "Réduire (Ctrl+moins)");
+    Dress(ZoomInButton, "zoom-in", "Agrandir (Ctrl+plus)");
+    Dress(FitWidthButton, "fit-width", "Toute la largeur (Ctrl+2)");
+    Dress(CloseButton, "quit", "Fermer", Command::Leave);
+    CloseButton.setToolTip("Fermer (Échap ou Ctrl+W)");
 
     PageNumber.setFixedWidth(PageNumberWidth);
     PageNumber.setAlignment(Qt::AlignRight);
