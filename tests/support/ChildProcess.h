@@ -46,6 +46,8 @@ public:
 
     /// Kills it as a power cut would: it gets no chance to tidy up. False when it had ended by itself before.
     bool Kill();
+    /// Sends it a signal, as the system does.
+    void Signal(int signal) const;
     /// Waits until it has done its work.
     void Wait();
 
