@@ -6,8 +6,8 @@
 #include "core/globals.h"
 #include "core/opening.h"
 #include "platform/forms/Desk.h"
+#include "platform/forms/Display.h"
 #include "platform/forms/Guard.h"
-#include "platform/host/Host.h"
 
 #include <QApplication>
 #include <QTimer>
@@ -54,13 +54,13 @@ void Form1::Form_Load()
 
 void Form1::FitDisplay()
 {
-    InitialScreen = host::DisplaySize();
+    InitialScreen = DisplaySize();
     DisplayChanged = false;
     if (InitialScreen != DesignedDisplay) {
-        host::ChangeWorkingArea(DesignedDisplay);
+        ChangeWorkingArea(DesignedDisplay);
         DisplayChanged = true;
     }
-    setFixedSize(host::WorkingArea().boundedTo(RoomOnScreen()));
+    setFixedSize(WorkingArea().boundedTo(RoomOnScreen()));
 }
 
 void Form1::mnu_aprpos_Click()
@@ -165,7 +165,7 @@ void Form1::ShutDown()
 {
     try {
         if (DisplayChanged)
-            host::ChangeWorkingArea(InitialScreen);
+            ChangeWorkingArea(InitialScreen);
         if (Label1[0].isVisibleTo(this)) {
             const auto notice = TheDesk().Wait("Archivage ...");
             CloseDataFiles();

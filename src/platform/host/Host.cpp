@@ -1,16 +1,7 @@
 #include "platform/host/Host.h"
 
-#include <QGuiApplication>
-#include <QScreen>
-
 namespace host {
 namespace {
-
-QSize& ChosenWorkingArea()
-{
-    static QSize area; // invalid until a screen mode is asked for
-    return area;
-}
 
 QDate& FixedToday()
 {
@@ -19,22 +10,6 @@ QDate& FixedToday()
 }
 
 } // namespace
-
-QSize DisplaySize()
-{
-    const QScreen* const screen = qGuiApp ? QGuiApplication::primaryScreen() : nullptr;
-    return screen ? screen->size() : QSize(1024, 768);
-}
-
-QSize WorkingArea()
-{
-    return ChosenWorkingArea().isValid() ? ChosenWorkingArea().boundedTo(DisplaySize()) : DisplaySize();
-}
-
-void ChangeWorkingArea(const QSize& pixels)
-{
-    ChosenWorkingArea() = pixels;
-}
 
 QDate Today()
 {

@@ -76,12 +76,3 @@ TEST(Files, DriveTextsNameFolders)
     EXPECT_EQ(host::DriveFolder("Q:"), "");
 #endif
 }
-
-TEST(Host, WorkingAreaNeverExceedsTheDisplay)
-{
-    EXPECT_EQ(host::WorkingArea(), host::DisplaySize());
-    host::ChangeWorkingArea({800, 20000});
-    EXPECT_EQ(host::WorkingArea(), QSize(800, host::DisplaySize().height()));
-    host::ChangeWorkingArea({});
-    EXPECT_EQ(host::WorkingArea(), host::DisplaySize());
-}
