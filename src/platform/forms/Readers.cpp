@@ -1,6 +1,7 @@
 #include "platform/forms/Readers.h"
 
 #include <QAccessibleWidget>
+#include <QWidget>
 
 namespace forms {
 
