@@ -6,7 +6,8 @@
 
 namespace tests {
 
-/// All pages of a report as text, one line for each run: position and width in tenths of a millimetre, alignment and font, text.
+/// All pages of a report as text, one line for each run: position and width in tenths of a millimetre, alignment and
+/// font, text.
 QString PagesAsText(const pages::PageLayout& layout);
 
 /// The texts of one page in the order they are painted.
