@@ -133,6 +133,12 @@ private:
 
 } // namespace
 
+QList<dao::KeyedTable> KeyedTables()
+{
+    return {{"Presta", {{"Actes", "num_presta"}, {"Plani", "Num_Presta"}, {"Actes_suppr", "num_presta"}}},
+            {"Recettes", {}}};
+}
+
 QString BuildWorkspacePassword()
 {
     static const QString digits = QStringLiteral("42269110117371963075814952182103");

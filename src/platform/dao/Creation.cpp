@@ -30,11 +30,6 @@ private:
     bool kept = false;
 };
 
-void RunAll(sqlite3* database, const std::string& statements)
-{
-    Check(database, sqlite3_exec(database, statements.c_str(), nullptr, nullptr, nullptr));
-}
-
 } // namespace
 
 void CreateDatabase(const QString& path, const QString& schema)
@@ -52,11 +47,11 @@ void CreateDatabase(const QString& path, const QString& schema)
                                      SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_NOMUTEX, nullptr);
     StoreHandle handle(opened);
     Check(opened, code);
-    RunAll(opened, "begin immediate");
-    RunAll(opened, schema.toStdString());
-    RunAll(opened, "pragma application_id=" + std::to_string(applicationMark) +
-                       "; pragma user_version=" + std::to_string(formVersion) + "; commit");
-    RunAll(opened, "pragma journal_mode=wal");
+    RunScript(opened, "begin immediate");
+    RunScript(opened, schema.toStdString());
+    RunScript(opened, "pragma application_id=" + std::to_string(applicationMark) +
+                          "; pragma user_version=" + std::to_string(SchemaVersion) + "; commit");
+    RunScript(opened, "pragma journal_mode=wal");
     handle.reset();
     made.Keep();
 }

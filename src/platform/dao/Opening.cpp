@@ -2,6 +2,7 @@
 
 #include "platform/basic/RuntimeError.h"
 #include "platform/dao/Connection.h"
+#include "platform/dao/Upgrade.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -73,7 +74,7 @@ void CheckHead(const Head& head, const QString& name)
         std::memcmp(head.data(), magic.data(), magic.size()) == 0 && NumberAt(head, markPlace) == applicationMark;
     if (!ours)
         throw basic::RuntimeError(basic::Error::UnrecognizedFormat, name);
-    if (NumberAt(head, versionPlace) > formVersion)
+    if (NumberAt(head, versionPlace) > SchemaVersion)
         RaiseNewer(name);
 }
 
@@ -266,12 +267,13 @@ StoreHandle OpenForWork(const QString& path)
         if (!isChecked && !FirstDamage(database).isEmpty())
             throw basic::RuntimeError(basic::Error::DamagedDatabase, name);
         // A change of form may still stand in the log alone.
-        if (WholeAnswer(database, "pragma user_version") > formVersion)
+        if (WholeAnswer(database, "pragma user_version") > SchemaVersion)
             RaiseNewer(name);
         if (TextAnswer(database, "pragma journal_mode=wal") != "wal")
             throw basic::RuntimeError(basic::Error::ReadOnly);
         RunOnce(database, "pragma synchronous=full");
         RunOnce(database, cacheOfBalances);
+        BringUpToDate(database, DBEngine.KeyedTables);
     });
     KeepLogAtClose(database, false);
     return handle;

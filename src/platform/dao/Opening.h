@@ -8,7 +8,7 @@ namespace dao {
 
 /// What marks a database as this program's, and the newest form of it that this program knows.
 inline constexpr int applicationMark = 0x5A455031;
-inline constexpr int formVersion = 1;
+inline constexpr int SchemaVersion = 2;
 
 /// Opens a database for reading and writing after all the checks that Workspace::OpenDatabase tells of. A file that is
 /// refused is left as it was, and nothing is made beside it as far as the checks can do without.

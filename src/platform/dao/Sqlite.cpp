@@ -180,6 +180,11 @@ void RunOnce(sqlite3* database, std::string_view sql)
     Statement(database, sql).Run();
 }
 
+void RunScript(sqlite3* database, const std::string& statements)
+{
+    Check(database, sqlite3_exec(database, statements.c_str(), nullptr, nullptr, nullptr));
+}
+
 qint64 WholeAnswer(sqlite3* database, std::string_view sql)
 {
     Statement statement(database, sql);

@@ -69,6 +69,8 @@ private:
 
 /// Prepares and runs a statement once.
 void RunOnce(sqlite3* database, std::string_view sql);
+/// Runs statements one after the other, up to the first that fails.
+void RunScript(sqlite3* database, const std::string& statements);
 /// The first column of the first row; 0 when there is no row.
 qint64 WholeAnswer(sqlite3* database, std::string_view sql);
 std::string TextAnswer(sqlite3* database, std::string_view sql);
