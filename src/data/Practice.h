@@ -18,7 +18,7 @@ inline const QString workspaceUser = QStringLiteral("ADMIN");
 /// The statements that make the tables of a practice, its indexes and the rows that must exist.
 QString Schema();
 
-/// The tables whose rows the program adds, with the columns that hold their keys. To be told to the engine before a
+/// The tables whose rows the program adds, with the columns that hold their keys. To be given to the engine before a
 /// practice is opened, so that an older one is brought up to date.
 QList<dao::KeyedTable> KeyedTables();
 

@@ -17,7 +17,7 @@ CREATE TABLE Patients (
 );
 
 -- Serves card numbers without letters, which are equal to themselves alone. Names are compared without regard to case and
--- accents, by rules that no index of the store's own knows.
+-- accents, by rules that no index of SQLite knows.
 CREATE INDEX Patients_Carte ON Patients (N_carte);
 
 CREATE TABLE Actes (

@@ -44,7 +44,7 @@ public:
     QString DefaultPassword;
     QString SystemDB; ///< path of the workgroup file
     /// Tables that must never give a key twice. At the opening of a database of an older version they are changed so:
-    /// the next key lies above every key that the table or a reference to it holds.
+    /// the next key is above every key that the table or a reference to it holds.
     QList<KeyedTable> KeyedTables;
 
     /// Opens a session for `user`. Raises 3028 when the workgroup file is missing or can't be read, 3029 when user or

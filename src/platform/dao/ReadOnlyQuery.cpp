@@ -1,12 +1,12 @@
 #include "platform/dao/ReadOnlyQuery.h"
 
-#include "platform/dao/Sqlite.h"
+#include "platform/dao/Catalog.h"
+#include "platform/dao/Opening.h"
 
-#include <QFileInfo>
 #include <QRegularExpression>
+#include <QScopeGuard>
 #include <algorithm>
 #include <chrono>
-#include <memory>
 #include <sqlite3.h>
 
 namespace dao {
@@ -17,12 +17,6 @@ using Clock = std::chrono::steady_clock;
 
 constexpr auto LongestRun = std::chrono::seconds(30);
 constexpr int StepsBetweenLooks = 100'000;
-constexpr int BusyTimeout = 5000; // ms
-
-struct Finalize {
-    void operator()(sqlite3_stmt* statement) const { sqlite3_finalize(statement); }
-};
-using Prepared = std::unique_ptr<sqlite3_stmt, Finalize>;
 
 /// Lets a statement read tables and call functions, and nothing else.
 int AllowReading(void*, int action, const char*, const char* function, const char*, const char*)
@@ -39,46 +33,18 @@ int AllowReading(void*, int action, const char*, const char* function, const cha
     }
 }
 
-/// Holds the authorizer in force for the preparing of one statement.
-class ReadingOnly {
-public:
-    explicit ReadingOnly(sqlite3* connection) : database(connection)
-    {
-        sqlite3_set_authorizer(database, AllowReading, nullptr);
-    }
-    ~ReadingOnly() { sqlite3_set_authorizer(database, nullptr, nullptr); }
-    ReadingOnly(const ReadingOnly&) = delete;
-    ReadingOnly& operator=(const ReadingOnly&) = delete;
-
-private:
-    sqlite3* database;
-};
-
-/// Ends a statement that runs past its time.
-class TimeLimit {
-public:
-    explicit TimeLimit(sqlite3* connection) : database(connection), end(Clock::now() + LongestRun)
-    {
-        sqlite3_progress_handler(database, StepsBetweenLooks, IsOver, this);
-    }
-    ~TimeLimit() { sqlite3_progress_handler(database, 0, nullptr, nullptr); }
-    TimeLimit(const TimeLimit&) = delete;
-    TimeLimit& operator=(const TimeLimit&) = delete;
-
-private:
-    static int IsOver(void* self) { return Clock::now() > static_cast<TimeLimit*>(self)->end ? 1 : 0; }
-
-    sqlite3* database;
-    Clock::time_point end;
-};
+int IsOver(void* end)
+{
+    return Clock::now() > *static_cast<Clock::time_point*>(end) ? 1 : 0;
+}
 
 struct Wording {
-    const char* message; ///< pattern of the store's message
+    const char* message; ///< pattern of SQLite's message
     Error error;
     const char* reason; ///< with %1 for what the pattern captures
 };
 
-constexpr Wording wordings[] = {
+constexpr Wording Wordings[] = {
     {"^no such table: (.*)", Error::UnknownTable, "table inconnue « %1 »"},
     {"^no such column: (.*)", Error::UnknownColumn, "champ inconnu « %1 »"},
     {"^ambiguous column name: (.*)", Error::AmbiguousColumn,
@@ -96,7 +62,7 @@ StatementError Refusal(Error error, const QString& reason, int line = 0)
     return {basic::RuntimeError::Described(error, reason), line};
 }
 
-/// The line, from 0, of the mistake that the store has just told; `name` is looked for where it tells no place.
+/// The line, from 0, of the mistake that SQLite has just reported; `name` is looked for where it gives no place.
 int LineOfMistake(sqlite3* database, const QByteArray& sql, const QString& name)
 {
     qsizetype offset = sqlite3_error_offset(database);
@@ -112,10 +78,10 @@ int LineOfMistake(sqlite3* database, const QByteArray& sql, const QString& name)
     if (primary == SQLITE_INTERRUPT)
         throw Refusal(Error::QueryTimeout, "l'interrogation dure plus d'une demi-minute");
     if (primary != SQLITE_ERROR && primary != SQLITE_AUTH)
-        RaiseStoreError(database, code);
+        RaiseSqliteError(database, code);
 
     const QString message = QString::fromUtf8(sqlite3_errmsg(database));
-    for (const Wording& wording : wordings) {
+    for (const Wording& wording : Wordings) {
         const auto match = QRegularExpression(QString::fromUtf8(wording.message)).match(message);
         if (match.hasMatch())
             throw Refusal(wording.error, QString::fromUtf8(wording.reason).replace("%1", match.captured(1)),
@@ -130,17 +96,16 @@ bool HasStatement(sqlite3* database, const char* text)
 {
     sqlite3_stmt* raw = nullptr;
     const int code = sqlite3_prepare_v2(database, text, -1, &raw, nullptr);
-    const Prepared following(raw);
-    return code != SQLITE_OK || following != nullptr;
+    const Statement following(raw);
+    return code != SQLITE_OK || following;
 }
 
-Prepared Prepare(sqlite3* database, const QByteArray& sql, std::size_t valueCount)
+Statement Prepare(sqlite3* database, const QByteArray& sql, std::size_t valueCount)
 {
-    const ReadingOnly reading(database);
     sqlite3_stmt* raw = nullptr;
     const char* tail = nullptr;
     const int code = sqlite3_prepare_v2(database, sql.constData(), -1, &raw, &tail);
-    Prepared statement(raw);
+    Statement statement(raw);
     if (code != SQLITE_OK)
         RaiseRefusal(database, code, sql);
     if (!statement)
@@ -155,59 +120,11 @@ Prepared Prepare(sqlite3* database, const QByteArray& sql, std::size_t valueCoun
     return statement;
 }
 
-void Bind(sqlite3* database, sqlite3_stmt* statement, const std::vector<Value>& parameters)
-{
-    for (int place = 0; place < sqlite3_bind_parameter_count(statement); ++place) {
-        const Value::Held& held = parameters[std::size_t(place)].Raw();
-        int code = SQLITE_OK;
-        if (const auto* whole = std::get_if<qint64>(&held))
-            code = sqlite3_bind_int64(statement, place + 1, *whole);
-        else if (const auto* real = std::get_if<double>(&held))
-            code = sqlite3_bind_double(statement, place + 1, *real);
-        else if (const auto* text = std::get_if<QString>(&held))
-            code = sqlite3_bind_text(statement, place + 1, text->toUtf8().constData(), -1, SQLITE_TRANSIENT);
-        Check(database, code);
-    }
-}
-
-Seen SeenAt(sqlite3_stmt* statement, int column)
-{
-    Seen seen;
-    switch (sqlite3_column_type(statement, column)) {
-    case SQLITE_NULL:
-        break;
-    case SQLITE_INTEGER:
-        seen.kind = Kind::Whole;
-        seen.whole = sqlite3_column_int64(statement, column);
-        break;
-    case SQLITE_FLOAT:
-        seen.kind = Kind::Real;
-        seen.real = sqlite3_column_double(statement, column);
-        break;
-    default:
-        seen.kind = Kind::Text;
-        seen.text = reinterpret_cast<const char*>(sqlite3_column_text(statement, column));
-        seen.length = sqlite3_column_bytes(statement, column);
-    }
-    return seen;
-}
-
-std::vector<ColumnType> TypesOf(sqlite3_stmt* statement)
-{
-    std::vector<ColumnType> types;
-    for (int column = 0; column < sqlite3_column_count(statement); ++column) {
-        const char* declared = sqlite3_column_decltype(statement, column);
-        const bool isDate = declared != nullptr && sqlite3_stricmp(declared, "DATE") == 0;
-        types.push_back(isDate ? ColumnType::Date : ColumnType::Any);
-    }
-    return types;
-}
-
-QStringList NamesOf(sqlite3_stmt* statement)
+QStringList NamesOf(const Columns& columns)
 {
     QStringList names;
-    for (int column = 0; column < sqlite3_column_count(statement); ++column)
-        names << QString::fromUtf8(sqlite3_column_name(statement, column));
+    for (int column = 0; column < columns.Count(); ++column)
+        names << QString::fromStdString(columns[column].name);
     return names;
 }
 
@@ -223,56 +140,43 @@ int RowTable::FieldAt(const QString& name) const
 
 ReadOnlyQuery::ReadOnlyQuery(const QString& path)
 {
-    if (!QFileInfo(path).isFile())
-        throw basic::RuntimeError(basic::Error::DatabaseNotFound, path);
-    const int code =
-        sqlite3_open_v2(path.toUtf8().constData(), &database, SQLITE_OPEN_READONLY | SQLITE_OPEN_NOMUTEX, nullptr);
-    try {
-        Check(database, code);
-        sqlite3_busy_timeout(database, BusyTimeout);
-        sqlite3_db_config(database, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
-        RunOnce(database, "PRAGMA trusted_schema=OFF");
-        RunOnce(database, "PRAGMA cell_size_check=ON");
-        RunOnce(database, "BEGIN");
-        RunOnce(database,
-                "SELECT count(*) FROM sqlite_schema"); // the moment that is read starts with the first reading
-    } catch (...) {
-        sqlite3_close_v2(database);
-        throw;
-    }
-}
-
-ReadOnlyQuery::~ReadOnlyQuery()
-{
-    sqlite3_close_v2(database);
+    RequireFile(path);
+    database = OpenHardened(path, SQLITE_OPEN_READONLY);
+    RunOnce(database.get(), "begin");
+    RunOnce(database.get(),
+            "select count(*) from sqlite_schema"); // the snapshot starts with the first reading
+    sqlite3_set_authorizer(database.get(), AllowReading, nullptr);
 }
 
 RowTable ReadOnlyQuery::Read(const QString& select, const std::vector<Value>& parameters, int mostRows) const
 {
     const QByteArray sql = select.toUtf8();
-    const Prepared statement = Prepare(database, sql, parameters.size());
-    Bind(database, statement.get(), parameters);
+    Statement statement = Prepare(database.get(), sql, parameters.size());
+    for (int parameter = 0; parameter < sqlite3_bind_parameter_count(statement.Raw()); ++parameter)
+        statement.Bind(parameter + 1, parameters[std::size_t(parameter)]);
 
-    const TimeLimit limit(database);
-    const std::vector<ColumnType> types = TypesOf(statement.get());
+    Clock::time_point end = Clock::now() + LongestRun;
+    sqlite3_progress_handler(database.get(), StepsBetweenLooks, IsOver, &end);
+    const auto stopLooking = qScopeGuard([this] { sqlite3_progress_handler(database.get(), 0, nullptr, nullptr); });
+    const Columns columns = AnswerColumns(statement);
     RowTable table;
-    table.fields = NamesOf(statement.get());
+    table.fields = NamesOf(columns);
     for (int rows = 0;; ++rows) {
-        const int code = sqlite3_step(statement.get());
+        const int code = sqlite3_step(statement.Raw());
         if (code == SQLITE_DONE)
             return table;
         if (code != SQLITE_ROW)
-            RaiseRefusal(database, code, sql);
+            RaiseRefusal(database.get(), code, sql);
         if (rows == mostRows)
             throw Refusal(Error::TooManyRows, QStringLiteral("plus de %1 lignes").arg(mostRows));
-        for (std::size_t column = 0; column < types.size(); ++column)
-            table.cells.push_back(ValueOf(SeenAt(statement.get(), int(column)), types[column]));
+        for (int column = 0; column < columns.Count(); ++column)
+            table.cells.push_back(ValueOf(statement.At(column), columns[column].type));
     }
 }
 
 QStringList ReadOnlyQuery::FieldsOf(const QString& select) const
 {
-    return NamesOf(Prepare(database, select.toUtf8(), 0).get());
+    return NamesOf(AnswerColumns(Prepare(database.get(), select.toUtf8(), 0)));
 }
 
 } // namespace dao

@@ -1,12 +1,10 @@
 #pragma once
 
 #include "platform/basic/RuntimeError.h"
-#include "platform/dao/Value.h"
+#include "platform/dao/Sqlite.h"
 
 #include <QStringList>
 #include <vector>
-
-struct sqlite3;
 
 namespace dao {
 
@@ -37,27 +35,24 @@ private:
 /// Reads a database through a connection of its own that can't write, and at one moment: everything that one object
 /// reads is what stood there at the first reading, whatever is written meanwhile.
 ///
-/// Statements are in the store's own SQL, from people who write report templates: they may select and nothing else.
+/// Statements are in SQLite's language, from people who write report templates: they may select and nothing else.
 class ReadOnlyQuery {
 public:
     /// Raises 3024 when the file is missing, 3343 when it is no database, 3049 when it is damaged.
     explicit ReadOnlyQuery(const QString& path);
-    ~ReadOnlyQuery();
-    ReadOnlyQuery(const ReadOnlyQuery&) = delete;
-    ReadOnlyQuery& operator=(const ReadOnlyQuery&) = delete;
 
     /// Runs one select with its parameters ?1, ?2 ... . A field of a date column reads as dd/mm/yyyy.
     ///
     /// Raises a StatementError: 3078 for an unknown table, 3061 for an unknown field, 3027 for a statement that isn't a
     /// select, 3075 for one that can't be read or that others follow, 3035 for more rows than `mostRows`, 3059 for one
-    /// that runs longer than half a minute. Its description tells the reason in words for whoever wrote the statement.
+    /// that runs longer than half a minute. Its description gives the reason in words for whoever wrote the statement.
     RowTable Read(const QString& select, const std::vector<Value>& parameters, int mostRows) const;
 
     /// The fields that a select would give; raises what Read raises before it runs.
     QStringList FieldsOf(const QString& select) const;
 
 private:
-    sqlite3* database = nullptr;
+    SqliteHandle database;
 };
 
 } // namespace dao

@@ -1,6 +1,6 @@
 #include "platform/dao/Upgrade.h"
 
-#include "platform/basic/RuntimeError.h"
+#include "platform/dao/Errors.h"
 #include "platform/dao/Opening.h"
 
 #include <QRegularExpression>
@@ -13,49 +13,30 @@
 namespace dao {
 namespace {
 
-std::string Text(const QString& text)
+/// The text that a select gives; empty when it gives no row.
+QString Ask(sqlite3* database, std::string_view select, const std::vector<Value>& parameters)
 {
-    return text.toStdString();
+    Statement statement(database, select);
+    statement.Bind(parameters);
+    return statement.Step() ? QString::fromStdString(statement.TextAt(0)) : QString();
 }
 
 /// The statement that made a table; empty when there is no such table.
 QString DefinitionOf(sqlite3* database, const QString& table)
 {
-    Statement definition(database, "select sql from sqlite_schema where type='table' and name=? collate nocase");
-    const Datum name = Datum::Of(Text(table));
-    definition.Bind(1, name);
-    return definition.Step() ? QString::fromStdString(definition.TextAt(0)) : QString();
-}
-
-/// The statements that made the indexes and triggers of a table.
-std::string DefinitionsOn(sqlite3* database, const QString& table)
-{
-    Statement each(database, "select sql from sqlite_schema where type in ('index','trigger') and sql is not null and "
-                             "tbl_name=? collate nocase");
-    const Datum name = Datum::Of(Text(table));
-    each.Bind(1, name);
-    std::string all;
-    while (each.Step())
-        all += each.TextAt(0) + ";";
-    return all;
+    return Ask(database, "select sql from sqlite_schema where type='table' and name=? collate nocase", {table});
 }
 
 /// The highest key that a column holds, 0 for none. What is no 32-bit number is no key.
-qint64 HighestKey(sqlite3* database, const QString& table, const QString& column)
+qint64 HighestKey(sqlite3* database, const KeyedTable::Column& column)
 {
-    if (DefinitionOf(database, table).isEmpty())
+    constexpr auto isThere = "select 1 from pragma_table_info(?) where name=? collate nocase";
+    if (Ask(database, isThere, {column.table, column.name}).isEmpty())
         return 0;
-    Statement columns(database, "select 1 from pragma_table_info(?) where name=? collate nocase");
-    const Datum tableName = Datum::Of(Text(table));
-    const Datum columnName = Datum::Of(Text(column));
-    columns.Bind(1, tableName);
-    columns.Bind(2, columnName);
-    if (!columns.Step())
-        return 0;
-    const std::string key = Quoted(Text(column));
-    return WholeAnswer(database, "select " + key + " from " + Quoted(Text(table)) + " where " + key + ">0 and " + key +
-                                     "<=" + std::to_string(std::numeric_limits<qint32>::max()) + " order by " + key +
-                                     " desc limit 1");
+    const std::string key = Quoted(column.name.toStdString());
+    return WholeAnswer(database, "select " + key + " from " + Quoted(column.table.toStdString()) + " where " + key +
+                                     ">0 and " + key + "<=" + std::to_string(std::numeric_limits<qint32>::max()) +
+                                     " order by " + key + " desc limit 1");
 }
 
 /// Makes the table anew with the same columns, rows, indexes and triggers.
@@ -68,31 +49,34 @@ void KeepKeysForGood(sqlite3* database, const KeyedTable& keyed)
     QString definition = DefinitionOf(database, keyed.table);
     if (!key.match(definition).hasMatch() || !head.match(definition).hasMatch())
         return;
-    const std::string table = Quoted(Text(keyed.table));
-    const std::string copy = Quoted(Text(keyed.table) + "_new");
-    const std::string others = DefinitionsOn(database, keyed.table);
+    const std::string table = Quoted(keyed.table.toStdString());
+    const std::string copy = Quoted(keyed.table.toStdString() + "_new");
+    const QString others = Ask(database,
+                               "select group_concat(sql, ';') from sqlite_schema where type in ('index','trigger') and "
+                               "sql is not null and tbl_name=? collate nocase",
+                               {keyed.table});
     definition.replace(key, "INTEGER PRIMARY KEY AUTOINCREMENT");
     definition.replace(head, "CREATE TABLE " + QString::fromStdString(copy));
 
-    RunScript(database, Text(definition) + "; insert into " + copy + " select * from " + table + "; drop table " +
-                            table + "; alter table " + copy + " rename to " + table + ";" + others);
+    RunScript(database, definition.toStdString() + "; insert into " + copy + " select * from " + table +
+                            "; drop table " + table + "; alter table " + copy + " rename to " + table + ";" +
+                            others.toStdString());
 }
 
-/// Has the next key lie above those that are held elsewhere.
+/// Makes the next key higher than those that are held elsewhere.
 void KeepAboveReferences(sqlite3* database, const KeyedTable& keyed)
 {
     if (!DefinitionOf(database, keyed.table).contains("autoincrement", Qt::CaseInsensitive))
         return;
     qint64 highest = 0;
     for (const KeyedTable::Column& reference : keyed.references)
-        highest = std::max(highest, HighestKey(database, reference.table, reference.name));
+        highest = std::max(highest, HighestKey(database, reference));
     Statement raise(database, "update sqlite_sequence set seq=max(seq,?2) where name=?1 collate nocase");
     Statement add(database, "insert into sqlite_sequence (name, seq) select name, ?2 from sqlite_schema where "
                             "type='table' and name=?1 collate nocase and name not in (select name from "
                             "sqlite_sequence)"); // a table without rows
-    const Datum name = Datum::Of(Text(keyed.table));
     for (Statement* const statement : {&raise, &add}) {
-        statement->Bind(1, name);
+        statement->Bind(1, keyed.table);
         statement->Bind(2, highest);
         statement->Run();
     }
@@ -127,8 +111,8 @@ void BringUpToDate(sqlite3* database, const QList<KeyedTable>& tables)
         qScopeGuard([database] { sqlite3_db_config(database, SQLITE_DBCONFIG_LEGACY_ALTER_TABLE, 0, nullptr); });
     try {
         ChangeTables(database, tables);
-    } catch (const basic::RuntimeError& error) {
-        if (error.Code() == basic::Error::DamagedDatabase)
+    } catch (const RuntimeError& error) {
+        if (error.Code() == Error::DamagedDatabase)
             throw;
     }
 }
