@@ -8,12 +8,15 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QUrl>
+#include <QtEndian>
 #include <sqlite3.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <array>
 #include <map>
+#include <span>
 #include <tuple>
 
 namespace dao {
@@ -39,33 +42,33 @@ SqliteHandle OpenImmutable(const QString& path)
                                       "' non reconnu : le fichier vient d'une version plus récente du programme.");
 }
 
-/// Does the work; a file that turns out to be damaged is refused by its name, and with `noDatabase` one that SQLite
-/// doesn't recognise.
-template <class Work>
-void NamingTheFile(const QString& name, Error noDatabase, Work work)
-{
-    try {
-        work();
-    } catch (const RuntimeError& error) {
-        if (error.Code() == Error::DamagedDatabase)
-            throw RuntimeError(Error::DamagedDatabase, name);
-        if (error.Code() == Error::UnrecognizedFormat)
-            throw RuntimeError(noDatabase, name);
-        throw;
-    }
-}
+/// The file's header as it is on the disk. A checkpoint that was cut off leaves a header that SQLite takes only
+/// together with the log, so no pragma reads it from the file alone.
+struct Header {
+    std::array<unsigned char, 100> bytes{};
+
+    quint32 NumberAt(std::size_t offset) const { return qFromBigEndian<quint32>(bytes.data() + offset); }
+    qint64 PageSize() const { return bytes[16] == 0 && bytes[17] == 1 ? 65536 : bytes[16] << 8 | bytes[17]; }
+    bool IsInRollbackMode() const { return bytes[18] == 1; }
+};
 
 /// Raises 3343 unless the file is a database of this program, and not of a newer one.
-void RequireOurs(sqlite3* database, const QString& name)
+Header HeaderOf(sqlite3* immutable, const QString& name)
 {
-    qint64 version = 0;
-    NamingTheFile(name, Error::UnrecognizedFormat, [&] {
-        if (WholeAnswer(database, "pragma application_id") != ApplicationId)
-            throw RuntimeError(Error::UnrecognizedFormat);
-        version = WholeAnswer(database, "pragma user_version");
-    });
-    if (version > SchemaVersion)
+    constexpr std::string_view magic("SQLite format 3\0", 16);
+    Header header;
+    sqlite3_file* file = nullptr;
+    sqlite3_file_control(immutable, "main", SQLITE_FCNTL_FILE_POINTER, &file);
+    const bool isOurs = file != nullptr && file->pMethods != nullptr &&
+                        file->pMethods->xRead(file, header.bytes.data(), int(header.bytes.size()), 0) == SQLITE_OK &&
+                        std::ranges::equal(magic, std::span(header.bytes).first(magic.size()),
+                                           [](char left, unsigned char right) { return left == char(right); }) &&
+                        header.NumberAt(68) == ApplicationId;
+    if (!isOurs)
+        throw RuntimeError(Error::UnrecognizedFormat, name);
+    if (header.NumberAt(60) > SchemaVersion)
         RaiseNewer(name);
+    return header;
 }
 
 /// A log or journal beside the file holds pages that the file alone doesn't show.
@@ -74,24 +77,12 @@ bool StandsAlone(const QString& path)
     return QFileInfo(path + "-wal").size() == 0 && QFileInfo(path + "-journal").size() == 0;
 }
 
-/// Whether the file's header says that it has no log. No pragma gives this for a file that isn't locked.
-bool IsInRollbackMode(sqlite3* database)
-{
-    constexpr int writeVersionOffset = 18;
-    constexpr unsigned char rollbackVersion = 1;
-    unsigned char version = 0;
-    sqlite3_file* file = nullptr;
-    Check(database, sqlite3_file_control(database, "main", SQLITE_FCNTL_FILE_POINTER, &file));
-    Check(database, file->pMethods->xRead(file, &version, 1, writeVersionOffset));
-    return version == rollbackVersion;
-}
-
 /// A log beside a file in rollback mode was left by another file that had this name, before an archive copy was put
 /// back: its pages must not get into this one. It is kept under a name that SQLite doesn't look for.
-void SetForeignLogAside(const QString& path, sqlite3* immutable)
+void SetForeignLogAside(const QString& path, const Header& header)
 {
     const QString log = path + "-wal";
-    if (QFileInfo(log).size() == 0 || !IsInRollbackMode(immutable))
+    if (QFileInfo(log).size() == 0 || !header.IsInRollbackMode())
         return;
     QString aside = log + ".set-aside";
     for (int i = 2; QFileInfo::exists(aside); ++i)
@@ -129,19 +120,19 @@ bool IsKnownSound(const QString& path)
 
 /// Raises 3049 when the file ends within a page. Pages are written whole; SQLite would take what is missing of the last
 /// one for zeros, be it amounts that are lost.
-void RequireWholePages(sqlite3* database, const QString& path)
+void RequireWholePages(const Header& header, const QString& path)
 {
-    if (QFileInfo(path).size() % WholeAnswer(database, "pragma page_size") != 0)
+    if (header.PageSize() == 0 || QFileInfo(path).size() % header.PageSize() != 0)
         throw RuntimeError(Error::DamagedDatabase, QFileInfo(path).fileName());
 }
 
 /// Checks all pages of a file that nobody has open, without making anything beside it. False when another program came
 /// in meanwhile, so that the check must be made through its log.
-bool IsSoundAlone(sqlite3* immutable, const QString& path)
+bool IsSoundAlone(sqlite3* immutable, const Header& header, const QString& path)
 {
     if (!StandsAlone(path))
         return false;
-    RequireWholePages(immutable, path);
+    RequireWholePages(header, path);
     if (FirstDamage(immutable).isEmpty())
         return true;
     if (StandsAlone(path))
@@ -155,16 +146,21 @@ void KeepLogAtClose(sqlite3* database, bool keeps)
     sqlite3_db_config(database, SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, keeps ? 1 : 0, nullptr);
 }
 
-void PrepareForWork(sqlite3* database, bool isChecked)
+/// Checks and prepares what was opened. Returns the version of its tables: a change of it may be in the log alone.
+qint64 PrepareForWork(sqlite3* database, bool isChecked)
 {
     if (!isChecked && !FirstDamage(database).isEmpty())
         throw RuntimeError(Error::DamagedDatabase);
+    const qint64 version = WholeAnswer(database, "pragma user_version");
+    if (version > SchemaVersion)
+        return version;
     if (TextAnswer(database, "pragma journal_mode=wal") != "wal")
         throw RuntimeError(Error::ReadOnly);
     RunOnce(database, "pragma synchronous=full");
     RunOnce(database, CacheOfBalances);
     DefineTextComparison(database);
     BringUpToDate(database, DBEngine.KeyedTables);
+    return version;
 }
 
 } // namespace
@@ -189,9 +185,6 @@ void RequireFile(const QString& path)
         throw RuntimeError(Error::DatabaseNotFound, path);
     if (!file.isReadable())
         throw RuntimeError(Error::PermissionDenied);
-    constexpr qint64 headerSize = 100;
-    if (file.size() < headerSize)
-        throw RuntimeError(Error::UnrecognizedFormat, file.fileName());
 }
 
 SqliteHandle OpenHardened(const QString& path, int flags)
@@ -230,16 +223,24 @@ SqliteHandle OpenForWork(const QString& path)
     bool isChecked = IsKnownSound(path);
     {
         const SqliteHandle immutable = OpenImmutable(path);
-        RequireOurs(immutable.get(), name);
+        const Header header = HeaderOf(immutable.get(), name);
         if (!IsWritable(path) || !IsWritable(QFileInfo(path).absolutePath()))
             throw RuntimeError(Error::ReadOnly);
-        SetForeignLogAside(path, immutable.get());
-        isChecked = isChecked || IsSoundAlone(immutable.get(), path);
+        SetForeignLogAside(path, header);
+        isChecked = isChecked || IsSoundAlone(immutable.get(), header, path);
     }
     SqliteHandle handle = OpenHardened(path, SQLITE_OPEN_READWRITE);
     KeepLogAtClose(handle.get(), true);
-    RequireOurs(handle.get(), name); // again: a change of version may be in the log alone
-    NamingTheFile(name, Error::DamagedDatabase, [&] { PrepareForWork(handle.get(), isChecked); });
+    qint64 version = 0;
+    try {
+        version = PrepareForWork(handle.get(), isChecked);
+    } catch (const RuntimeError& error) {
+        if (error.Code() == Error::DamagedDatabase || error.Code() == Error::UnrecognizedFormat)
+            throw RuntimeError(Error::DamagedDatabase, name);
+        throw;
+    }
+    if (version > SchemaVersion)
+        RaiseNewer(name);
     KeepLogAtClose(handle.get(), false);
     return handle;
 }
@@ -253,10 +254,10 @@ SqliteHandle OpenForReading(const QString& path)
 {
     RequireFile(path);
     SqliteHandle immutable = OpenImmutable(path);
-    RequireOurs(immutable.get(), QFileInfo(path).fileName());
+    const Header header = HeaderOf(immutable.get(), QFileInfo(path).fileName());
     if (!StandsAlone(path))
         return OpenHardened(path, SQLITE_OPEN_READONLY);
-    RequireWholePages(immutable.get(), path);
+    RequireWholePages(header, path);
     return immutable;
 }
 

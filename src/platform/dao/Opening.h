@@ -31,7 +31,7 @@ SqliteHandle OpenForReading(const QString& path);
 /// The first damage that a quick check of all pages finds; empty for a sound file.
 QString FirstDamage(sqlite3* database);
 
-/// Raises 3024 when there is no such file, 70 when it may not be read, 3343 when it is too short to be a database.
+/// Raises 3024 when there is no such file, 70 when it may not be read.
 void RequireFile(const QString& path);
 
 /// Whether the file or folder may be written, by its mode as well as by our rights (an administrator's rights go past a

@@ -1,6 +1,6 @@
 #include "platform/dao/TextCompare.h"
 
-#include <QString>
+#include <QStringList>
 #include <gtest/gtest.h>
 #include <sqlite3.h>
 
