@@ -19,7 +19,7 @@ constexpr int PagesBeforeIdleCheckpoint = 256; // at an idle moment
 
 std::vector<Connection*>& OpenConnections()
 {
-    static std::vector<Connection*> open;
+    static auto& open = *new std::vector<Connection*>; // never destroyed: a global handle may close later
     return open;
 }
 

@@ -104,7 +104,7 @@ FileIdentity IdentityOf(const QString& path)
 /// The files that this program has worked with and closed, as they were then.
 std::map<QString, FileIdentity>& ClosedSound()
 {
-    static std::map<QString, FileIdentity> files;
+    static auto& files = *new std::map<QString, FileIdentity>; // never destroyed: a global handle may close later
     return files;
 }
 

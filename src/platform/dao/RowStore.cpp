@@ -12,11 +12,8 @@ constexpr std::size_t LargestSpare = std::size_t(1) << 20; // bytes
 
 std::vector<RowStore::Memory>& RowStore::Spare()
 {
-    static std::vector<Memory> spare = [] {
-        std::vector<Memory> none;
-        none.reserve(MostSpare); // a destructor gives memory back and asks for none
-        return none;
-    }();
+    static auto& spare = *new std::vector<Memory>; // never destroyed: a global record set may go later
+    spare.reserve(MostSpare);                      // so that a destructor, which gives memory back, asks for none
     return spare;
 }
 
