@@ -178,7 +178,7 @@ int main(int argc, char* argv[])
         MeasureYear(figures, plain);
         MeasureDialog(figures, plain);
         if (small > 0)
-            figures.Tell("    growth of the day on ten times the acts", fill / small, "x", GrowthLimit);
+            figures.Print("    growth of the day on ten times the acts", fill / small, "x", GrowthLimit);
         small = fill;
     }
     return figures.ExitCode();

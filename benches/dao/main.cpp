@@ -213,7 +213,7 @@ int main(int argc, char** argv)
 
     const double onTenth = MeasureOpening(figures, "open all acts, on a tenth of them", tenth);
     const double onLarge = MeasureOpening(figures, "open all acts and test for rows", large);
-    figures.Tell("    growth on ten times the acts", onLarge / onTenth, "x", GrowthLimit);
+    figures.Print("    growth on ten times the acts", onLarge / onTenth, "x", GrowthLimit);
     {
         const OpenPractice practice(large);
         const PlainDatabase plain(FileOf(large));

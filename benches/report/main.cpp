@@ -141,18 +141,18 @@ int main(int argc, char** argv)
     };
 
     FillProv(core::TheDatabase, DayRows);
-    figures.Tell("a day's list, click to visible page", visibleAfter("ZEP_R2.RPT"), "ms", 100);
+    figures.Print("a day's list, click to visible page", visibleAfter("ZEP_R2.RPT"), "ms", 100);
     FillProv(core::TheDatabase, DetailRows);
     const double idle = ResidentMegabytes();
-    figures.Tell("detail of 16,352 rows, click to visible page", visibleAfter("ZEP_DTAL.RPT"), "ms", 500);
+    figures.Print("detail of 16,352 rows, click to visible page", visibleAfter("ZEP_DTAL.RPT"), "ms", 500);
     desk.pdfPath = folder.filePath("detail.pdf");
     std::vector<double> pdfs;
     for (int run = 0; run < Runs; ++run) {
         Report1.PrintReport();
         pdfs.push_back(desk.pdf);
     }
-    figures.Tell("detail of 16,352 rows, whole PDF", Median(pdfs), "ms", 2500);
-    figures.Tell("memory above idle, with PDFs written", desk.megabytes - idle, "MB", 100);
+    figures.Print("detail of 16,352 rows, whole PDF", Median(pdfs), "ms", 2500);
+    figures.Print("memory above idle, with PDFs written", desk.megabytes - idle, "MB", 100);
     std::printf("%d pages, PDF of %.1f MB\n", desk.pages, double(QFileInfo(desk.pdfPath).size()) / 1e6);
     return figures.ExitCode();
 }

@@ -114,11 +114,11 @@ int main(int argc, char** argv)
         Start(program, {});
         program.waitForFinished();
     });
-    figures.Tell("start to a main window that can be used", start, "ms", 400);
+    figures.Print("start to a main window that can be used", start, "ms", 400);
 
     QProcess program;
     Start(program, {QString::fromLocal8Bit(argv[1])});
     Require(program.waitForFinished(60000) && program.exitCode() == 0, "the visit to the till failed");
-    figures.Tell("peak memory, practice open and till shown", program.readAll().trimmed().toDouble(), "MB", 120);
+    figures.Print("peak memory, practice open and till shown", program.readAll().trimmed().toDouble(), "MB", 120);
     return figures.ExitCode();
 }

@@ -56,22 +56,22 @@ PlainStatement::~PlainStatement()
     sqlite3_finalize(statement);
 }
 
-PlainStatement& PlainStatement::Bind(int place, qint64 number)
+PlainStatement& PlainStatement::Bind(int parameter, qint64 number)
 {
-    sqlite3_bind_int64(statement, place, number);
+    sqlite3_bind_int64(statement, parameter, number);
     return *this;
 }
 
-PlainStatement& PlainStatement::Bind(int place, double number)
+PlainStatement& PlainStatement::Bind(int parameter, double number)
 {
-    sqlite3_bind_double(statement, place, number);
+    sqlite3_bind_double(statement, parameter, number);
     return *this;
 }
 
-PlainStatement& PlainStatement::Bind(int place, const QString& text)
+PlainStatement& PlainStatement::Bind(int parameter, const QString& text)
 {
     const QByteArray utf8 = text.toUtf8();
-    sqlite3_bind_text(statement, place, utf8.constData(), static_cast<int>(utf8.size()), SQLITE_TRANSIENT);
+    sqlite3_bind_text(statement, parameter, utf8.constData(), static_cast<int>(utf8.size()), SQLITE_TRANSIENT);
     return *this;
 }
 

@@ -29,7 +29,7 @@ private:
     sqlite3* handle = nullptr;
 };
 
-/// One prepared statement. Places and columns are counted as SQLite counts them: parameters from 1, columns from 0.
+/// One prepared statement. Parameters are numbered from 1, columns from 0.
 class PlainStatement {
 public:
     PlainStatement(const PlainDatabase& database, const QString& text);
@@ -37,10 +37,10 @@ public:
     PlainStatement(const PlainStatement&) = delete;
     PlainStatement& operator=(const PlainStatement&) = delete;
 
-    PlainStatement& Bind(int place, qint64 number);
-    PlainStatement& Bind(int place, int number) { return Bind(place, qint64(number)); }
-    PlainStatement& Bind(int place, double number);
-    PlainStatement& Bind(int place, const QString& text);
+    PlainStatement& Bind(int parameter, qint64 number);
+    PlainStatement& Bind(int parameter, int number) { return Bind(parameter, qint64(number)); }
+    PlainStatement& Bind(int parameter, double number);
+    PlainStatement& Bind(int parameter, const QString& text);
     /// Whether there is a row.
     bool Step();
     void Reset();

@@ -51,7 +51,7 @@ Times Figures::Compare(const char* path, Rounds rounds, const std::function<void
     return times;
 }
 
-void Figures::Tell(const char* path, double figure, const char* unit, double limit)
+void Figures::Print(const char* path, double figure, const char* unit, double limit)
 {
     std::printf("%-50s %9.1f %s  under %.0f %s", path, figure, unit, limit, unit);
     EndLine(figure < limit);

@@ -6,7 +6,7 @@
 
 namespace bench {
 
-/// What a path may take at most; a limit that isn't given isn't tested.
+/// What a path may take at most; what isn't given isn't tested.
 struct Limits {
     double ratio = std::numeric_limits<double>::infinity();        ///< to the floor
     double milliseconds = std::numeric_limits<double>::infinity(); ///< on the clock
@@ -32,7 +32,7 @@ public:
     Times Compare(const char* path, Rounds rounds, const std::function<void()>& floor,
                   const std::function<void()>& ours, Limits limits);
     /// A figure that has no floor.
-    void Tell(const char* path, double figure, const char* unit, double limit);
+    void Print(const char* path, double figure, const char* unit, double limit);
     /// 0, or 1 once a figure was past its limit.
     int ExitCode() const { return exitCode; }
 

@@ -26,6 +26,7 @@ void CreateTheWorkspace()
     dao::DBEngine.DefaultUser = data::workspaceUser;
     dao::DBEngine.DefaultPassword = WorkspacePassword;
     dao::DBEngine.SystemDB = host::PathIn(DataFolder, data::workgroupFile);
+    dao::DBEngine.KeyedTables = data::KeyedTables();
 
     TheWorkspace = dao::DBEngine.CreateWorkspace("Special", data::workspaceUser, WorkspacePassword);
 }

@@ -10,13 +10,13 @@
 namespace data {
 namespace {
 
-/// The characters of codes 128 to 159. Five codes have none and stand for the control character of the same number.
-constexpr std::array<char16_t, 32> upperControls{
+/// The characters of codes 128 to 159. Five codes have none: they are the control character of the same number.
+constexpr std::array<char16_t, 32> UpperControls{
     u'\u20AC', 0x81,      u'\u201A', u'\u0192', u'\u201E', u'\u2026', u'\u2020', u'\u2021',
     u'\u02C6', u'\u2030', u'\u0160', u'\u2039', u'\u0152', 0x8D,      u'\u017D', 0x8F,
     0x90,      u'\u2018', u'\u2019', u'\u201C', u'\u201D', u'\u2022', u'\u2013', u'\u2014',
     u'\u02DC', u'\u2122', u'\u0161', u'\u203A', u'\u0153', 0x9D,      u'\u017E', u'\u0178'};
-constexpr int firstUpperControl = 128;
+constexpr int FirstUpperControl = 128;
 
 void SetWord(QByteArray& record, int number, qint16 word)
 {
@@ -26,12 +26,12 @@ void SetWord(QByteArray& record, int number, qint16 word)
 /// The code under which a character is stored; none when it has no code that fits a word.
 std::optional<int> ConfigCode(QChar character)
 {
-    const auto* const upper = std::ranges::find(upperControls, character.unicode());
-    if (upper != upperControls.end())
-        return firstUpperControl + static_cast<int>(upper - upperControls.begin());
+    const auto* const upper = std::ranges::find(UpperControls, character.unicode());
+    if (upper != UpperControls.end())
+        return FirstUpperControl + static_cast<int>(upper - UpperControls.begin());
     const int code = character.unicode();
     const bool takenByAnother =
-        code >= firstUpperControl && code < firstUpperControl + static_cast<int>(upperControls.size());
+        code >= FirstUpperControl && code < FirstUpperControl + static_cast<int>(UpperControls.size());
     const bool fits = code * configCodeFactor <= std::numeric_limits<qint16>::max();
     return fits && !takenByAnother ? std::optional(code) : std::nullopt;
 }
@@ -51,9 +51,9 @@ QChar ConfigCharacter(int code)
 {
     if (code < 0)
         throw basic::RuntimeError(basic::Error::BadArgument);
-    const std::size_t upper = static_cast<std::size_t>(code) - firstUpperControl;
-    if (code >= firstUpperControl && upper < upperControls.size())
-        return upperControls[upper];
+    const std::size_t upper = static_cast<std::size_t>(code) - FirstUpperControl;
+    if (code >= FirstUpperControl && upper < UpperControls.size())
+        return UpperControls[upper];
     return static_cast<char16_t>(code);
 }
 

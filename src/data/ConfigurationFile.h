@@ -18,7 +18,7 @@ inline constexpr int configHeaderRecord = 4;
 inline constexpr int configLanguageWord = 5;
 inline constexpr int configAccessWord = 12; ///< half of the access code
 
-/// The letterhead: 16 fields, one record each, of which the block in use is the third; word 42 tells the length.
+/// The letterhead: 16 fields, one record each, of which the block in use is the third; word 42 is the length.
 inline constexpr int letterheadFields = 16;
 inline constexpr int configLengthWord = 42;
 inline constexpr int longestConfigText = 41;
@@ -46,7 +46,7 @@ QString DecodeConfigRecord(const QByteArray& record);
 /// characters or holds one whose code times 7 doesn't fit a word.
 QByteArray EncodeConfigRecord(const QString& text);
 
-/// What the file of a practice tells.
+/// What the configuration file of a practice holds.
 struct Configuration {
     qint16 language = -1;   ///< -1 for French tooltips, 1 for Arabic ones
     qint16 accessValue = 0; ///< half of the access code

@@ -15,8 +15,8 @@ namespace {
 
 using basic::RuntimeError;
 
-constexpr QFile::Permissions ownerFile = QFile::ReadOwner | QFile::WriteOwner;
-constexpr QFile::Permissions ownerFolder = ownerFile | QFile::ExeOwner;
+constexpr QFile::Permissions OwnerFile = QFile::ReadOwner | QFile::WriteOwner;
+constexpr QFile::Permissions OwnerFolder = OwnerFile | QFile::ExeOwner;
 
 qint16 AccessValue(int accessCode)
 {
@@ -92,13 +92,13 @@ public:
             throw basic::RuntimeError::Described(basic::Error::PathAccess,
                                                  QString("« %1 » n'est pas un dossier.").arg(folder));
         } else if (QDir(folder).isEmpty(QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden | QDir::System)) {
-            QFile::setPermissions(folder, ownerFolder);
+            QFile::setPermissions(folder, OwnerFolder);
         }
     }
 
     void MakeFolder(const QString& path)
     {
-        if (!QDir().mkdir(path, ownerFolder))
+        if (!QDir().mkdir(path, OwnerFolder))
             throw basic::RuntimeError::Described(basic::Error::PathNotFound,
                                                  QString("Le dossier « %1 » ne peut pas être créé.").arg(path));
         folders.prepend(path);
@@ -114,7 +114,7 @@ public:
     void Write(const QString& name, const QByteArray& content)
     {
         QFile file(Expect(name));
-        const bool written = file.open(QIODevice::WriteOnly | QIODevice::NewOnly, ownerFile) &&
+        const bool written = file.open(QIODevice::WriteOnly | QIODevice::NewOnly, OwnerFile) &&
                              file.write(content) == content.size() && file.flush();
         if (!written)
             throw basic::RuntimeError::Described(
@@ -132,6 +132,12 @@ private:
 };
 
 } // namespace
+
+QList<dao::KeyedTable> KeyedTables()
+{
+    return {{"Presta", {{"Actes", "num_presta"}, {"Plani", "Num_Presta"}, {"Actes_suppr", "num_presta"}}},
+            {"Recettes", {}}};
+}
 
 QString BuildWorkspacePassword()
 {
@@ -156,7 +162,7 @@ void CreatePractice(const QString& folder, const PracticeSetup& setup)
     dao::CreateDatabase(made.Expect(databaseFile), Schema());
     const QString workgroup = made.Expect(workgroupFile);
     dao::WriteWorkgroup(workgroup, workspaceUser, BuildWorkspacePassword());
-    QFile::setPermissions(workgroup, ownerFile);
+    QFile::setPermissions(workgroup, OwnerFile);
     made.Write(configurationFile, configuration);
     for (const ReportTemplate& report : ReportTemplates())
         if (!HasReportTemplate(folder, report.name))

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "data/ConfigurationFile.h"
+#include "platform/dao/Engine.h"
 
 #include <QString>
 #include <QStringList>
@@ -16,6 +17,10 @@ inline const QString workspaceUser = QStringLiteral("ADMIN");
 
 /// The statements that make the tables of a practice, its indexes and the rows that must exist.
 QString Schema();
+
+/// The tables whose rows the program adds, with the columns that hold their keys. To be given to the engine before a
+/// practice is opened, so that an older one is brought up to date.
+QList<dao::KeyedTable> KeyedTables();
 
 /// The eight characters that open the workgroup. Built when asked for and written nowhere.
 QString BuildWorkspacePassword();

@@ -17,7 +17,7 @@ CREATE TABLE Patients (
 );
 
 -- Serves card numbers without letters, which are equal to themselves alone. Names are compared without regard to case and
--- accents, by rules that no index of the store's own knows.
+-- accents, by rules that no index of SQLite knows.
 CREATE INDEX Patients_Carte ON Patients (N_carte);
 
 CREATE TABLE Actes (
@@ -69,8 +69,9 @@ CREATE INDEX Plani_Date ON Plani (date, Num_Presta, HH);
 
 -- What the program itself keeps.
 
+-- A key that was given once is never given again: appointments and deleted acts may still hold that of a deleted service.
 CREATE TABLE Presta (
-    num   INTEGER PRIMARY KEY,
+    num   INTEGER PRIMARY KEY AUTOINCREMENT,
     denom TEXT,
     prix  REAL,
     Ordre SMALLINT
@@ -86,7 +87,7 @@ CREATE TABLE Tarif (
 
 -- In spite of its name: the expenses.
 CREATE TABLE Recettes (
-    num     INTEGER PRIMARY KEY,
+    num     INTEGER PRIMARY KEY AUTOINCREMENT,
     Date    DATE,
     MM      REAL,
     objet   TEXT,
@@ -105,25 +106,26 @@ INSERT INTO textes DEFAULT VALUES;
 
 -- One row: the permanent data of the practice. The first eight fields are reached by position.
 CREATE TABLE Permn (
-    Registre   TEXT DEFAULT ' ',
-    Id_Fiscale TEXT DEFAULT ' ',
-    Article    TEXT DEFAULT ' ',
-    Telephone  TEXT DEFAULT ' ',
-    Fax        TEXT DEFAULT ' ',
-    Compte     TEXT DEFAULT ' ',
-    Agence     TEXT DEFAULT ' ',
-    RIB        TEXT DEFAULT ' ',
+    Registre   TEXT,
+    Id_Fiscale TEXT,
+    Article    TEXT,
+    Telephone  TEXT,
+    Fax        TEXT,
+    Compte     TEXT,
+    Agence     TEXT,
+    RIB        TEXT,
     Charge1    REAL, Charge2 REAL, Charge3 REAL, Charge4 REAL, Charge5 REAL, Charge6 REAL, Charge7 REAL,
     Charge8    REAL,
     Charge9    REAL,
-    Taux_CNAS  REAL DEFAULT 9,
-    Taux_PP    REAL DEFAULT 25.5,
-    Taux_VF    REAL DEFAULT 6,
+    Taux_CNAS  REAL,
+    Taux_PP    REAL,
+    Taux_VF    REAL,
     Date       TEXT,             -- dd/mm/yyyy, end of the last actualisation
     nbre       SMALLINT,         -- option chosen with it
     RC         TEXT              -- "OUI" for the limited display of acts
 );
-INSERT INTO Permn DEFAULT VALUES;
+INSERT INTO Permn (Registre, Id_Fiscale, Article, Telephone, Fax, Compte, Agence, RIB, Taux_CNAS, Taux_PP, Taux_VF)
+VALUES (' ', ' ', ' ', ' ', ' ', ' ', ' ', ' ', 9, 25.5, 6);
 
 -- Scratch tables of the reports. Prov gets its sixth field, Mt2, when the practice is first opened.
 

@@ -20,7 +20,9 @@ protected:
         practice.Open();
         core::TheDatabase.Execute(
             "Update textes set ch1 = 'vieux', ch4 = 'titre 4', ch5 = 'titre 5', ch10 = 'titre 10'");
-        core::TheDatabase.Execute("Insert into Prov (num, unite) values (7, 'ancienne ligne')");
+        core::RefillScratchTable("Prov", [](core::ScratchRows& rows) {
+            rows.Add({{"num", 7}, {"unite", "ancienne ligne"}});
+        });
     }
 
     J_CAISSE& ShowDay(const QString& day = "17/06/2008")

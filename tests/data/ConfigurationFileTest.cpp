@@ -65,6 +65,6 @@ TEST(ConfigurationFile, PutsEveryFieldInTheBlockInUse)
     EXPECT_EQ(DecodeConfigRecord(file.mid(36 * 84, 84)), "champ 1");
     EXPECT_EQ(DecodeConfigRecord(file.mid(51 * 84, 84)), "champ 16");
     EXPECT_EQ(ConfigWord(file.mid(3 * 84, 84), 5), 1);
-    EXPECT_EQ(static_cast<qint8>(file[3 * 84 + 22]), -3); // word 12 lies at byte 22
+    EXPECT_EQ(static_cast<qint8>(file[3 * 84 + 22]), -3); // word 12 is at byte 22
     EXPECT_EQ(ConfigWord(file.mid(3 * 84, 84), 12), -3);
 }

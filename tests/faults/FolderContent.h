@@ -12,7 +12,7 @@ using FolderContent = std::map<QString, QByteArray>;
 
 FolderContent ContentOf(const QString& folder);
 
-/// Makes these files in a folder, and the folders they lie in.
+/// Makes these files in a folder, and the folders they are in.
 void WriteContent(const QString& folder, const FolderContent& content);
 
 /// How many bytes they are.

@@ -7,13 +7,12 @@
 #include "platform/dao/Database.h"
 #include "platform/dao/Engine.h"
 #include "platform/dao/Opening.h"
-#include "platform/dao/TextCompare.h"
 
+#include <QRegularExpression>
 #include <QTemporaryDir>
 #include <sqlite3.h>
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <optional>
 #include <set>
@@ -26,34 +25,28 @@ using basic::Error;
 
 namespace {
 
-constexpr const char* Rows[] = {
-    "insert into Patients (num, nom, Prenom, N_carte, tel) values (1, 'Évrard', 'Zoé', '0012', '0550')",
-    "insert into Patients (num, nom, Prenom, N_carte) values (2, 'evrard', 'Ali', '12')",
-    "insert into Patients (num, nom, Prenom, tel) values (7, 'D''Artagnan', 'Luc', '')",
-    "insert into Actes (num, Date, num_presta, montant, Type, flag_R) values (1, #03/01/2008#, 1, 100.5, 'C', 2)",
-    "insert into Actes (num, Date, num_presta, montant, Type) values (2, #03/02/2008#, 1, 50, 'K5')",
-    "insert into Actes (num, num_patient) values (5, 2)",
-    "insert into Presta (num, denom, Ordre) values (1, 'Radio', 1)",
-    "insert into Recettes (num, Date, objet, montant) values (1, #03/02/2008#, 'Coton', 20)",
-    "insert into Prov (num, unite, Mt) values (3, 'L''Écho', 1.5)",
-};
+constexpr const char* Rows = R"(
+    insert into Patients (num, nom, Prenom, N_carte, tel) values
+        (1, 'Évrard', 'Zoé', '0012', '0550'), (2, 'evrard', 'Ali', '12', null), (7, 'D''Artagnan', 'Luc', null, '');
+    insert into Actes (num, Date, num_presta, montant, Type, flag_R, num_patient) values
+        (1, '2008-03-01', 1, 100.5, 'C', 2, null), (2, '2008-03-02', 1, 50, 'K5', null, null),
+        (5, null, null, 0, null, 0, 2);
+    insert into Presta (num, denom, Ordre) values (1, 'Radio', 1);
+    insert into Recettes (num, Date, objet, montant) values (1, '2008-03-02', 'Coton', 20);
+    insert into Prov (num, unite, Mt) values (3, 'L''Écho', 1.5);
+)";
 
 /// A practice that is made once for all inputs.
 class Practice {
 public:
     Practice()
     {
-        data::CreatePractice(folder.path(), {});
-        dao::DBEngine.SystemDB = folder.filePath(data::workgroupFile);
-        workspace = dao::DBEngine.CreateWorkspace("Fuzz", data::workspaceUser, data::BuildWorkspacePassword());
-        dao::Database database = workspace.OpenDatabase(Path());
-        for (const char* const row : Rows)
-            database.Execute(row, dao::FailOnError);
-        database.Close();
-        const dao::StoreHandle store = dao::OpenForReading(Path());
-        dao::Statement names(store.get(), "select name from sqlite_schema where type = 'table'");
+        dao::CreateDatabase(Path(), data::Schema() + QString::fromUtf8(Rows));
+        const dao::SqliteHandle database = dao::OpenForReading(Path());
+        dao::Statement names(database.get(), "select name from sqlite_schema where type = 'table'");
         while (names.Step())
             tables.insert(names.TextAt(0));
+        tables.erase("sqlite_sequence");
     }
 
     QString Path() const { return folder.filePath(data::databaseFile); }
@@ -62,7 +55,6 @@ public:
 private:
     QTemporaryDir folder;
     std::set<std::string> tables;
-    dao::Workspace workspace;
 };
 
 const Practice& ThePractice()
@@ -94,9 +86,7 @@ public:
 private:
     static std::shared_ptr<dao::Connection> Opened(const QString& path)
     {
-        dao::StoreHandle handle = dao::OpenForWork(path);
-        dao::TeachTextComparison(handle.get());
-        return std::make_shared<dao::Connection>(handle.release(), path);
+        return std::make_shared<dao::Connection>(dao::OpenForWork(path).release(), path);
     }
 
     int stops = 0;
@@ -119,15 +109,15 @@ bool Succeeds(Session& session, std::initializer_list<Error> refusals, const QSt
     }
 }
 
-/// A literal of the same sort and with another value.
+/// A literal of the same kind and with another value.
 QString OtherLiteral(const Token& token)
 {
-    switch (token.sort) {
-    case Token::Sort::Number:
+    switch (token.kind) {
+    case Token::Kind::Number:
         return "987";
-    case Token::Sort::Date:
+    case Token::Kind::Date:
         return "#12/30/1999#";
-    case Token::Sort::PlainText:
+    case Token::Kind::PlainText:
         return "'?'";
     default:
         return "'zz'";
@@ -139,57 +129,52 @@ QString WithOtherValues(const QString& statement)
 {
     QString other;
     for (const Token& token : dao::Tokens(statement)) {
-        if (token.IsLiteral())
-            other += OtherLiteral(token);
-        else
-            other += token.sort == Token::Sort::Name ? "[" + token.text.toString() + "]" : token.text.toString();
+        other += token.IsLiteral() ? OtherLiteral(token) : token.text.toString();
         other += ' ';
     }
     return other;
 }
 
-void CheckLiteral(const Token& token, const dao::Datum& datum)
+void CheckLiteral(const Token& token, const dao::Value& value)
 {
     const QString written = token.text.toString();
-    if (token.sort == Token::Sort::Number) {
-        const double number = datum.kind == dao::Kind::Whole ? double(datum.whole) : datum.real;
+    if (token.kind == Token::Kind::Number) {
+        const double number = value.Double();
         Require(std::isfinite(number) && number == std::strtod(qPrintable(written), nullptr),
                 "a number is the one written", written);
-    } else if (token.sort == Token::Sort::Date) {
-        const bool iso = datum.text.size() == 10 && datum.text[4] == '-' && datum.text[7] == '-';
-        Require(datum.kind == dao::Kind::Null || iso, "a date is an ISO text or Null", written);
+    } else if (token.kind == Token::Kind::Date) {
+        static const QRegularExpression iso("^\\d{4}-\\d\\d-\\d\\d$");
+        Require(value.IsNull() || iso.match(value.Text()).hasMatch(), "a date is an ISO text or Null", written);
     } else {
         const QString quote(*(token.text.data() - 1));
-        const QString value = QString::fromStdString(datum.text);
-        Require(QString(value).replace(quote, quote + quote) == written, "a text is the one written", written);
+        Require(value.Text().replace(quote, quote + quote) == written, "a text is the one written", written);
     }
 }
 
-/// The statement taken apart, with all its literals right; none when it can't be read.
-std::optional<dao::Phrase> TakenApart(Session& session, const QString& statement)
+/// The statement's shape, with all its literals right; none when it can't be read.
+std::optional<dao::StatementShape> ShapeOf(Session& session, const QString& statement)
 {
-    dao::Phrase phrase;
-    if (!Succeeds(session, {Error::SyntaxError}, statement, [&] { phrase = dao::TakeApart(statement); }))
+    dao::StatementShape split;
+    if (!Succeeds(session, {Error::SyntaxError}, statement, [&] { split = dao::ShapeOf(statement); }))
         return {};
     std::size_t literal = 0;
     for (const Token& token : dao::Tokens(statement)) {
         if (!token.IsLiteral())
             continue;
-        Require(literal < phrase.literals.size(), "each literal has its value", statement);
-        CheckLiteral(token, phrase.literals[literal++]);
+        Require(literal < split.literals.size(), "each literal has its value", statement);
+        CheckLiteral(token, split.literals[literal++]);
     }
-    Require(literal == phrase.literals.size(), "each value is that of a literal", statement);
+    Require(literal == split.literals.size(), "each value is that of a literal", statement);
     const QString other = WithOtherValues(statement);
-    Require(dao::TakeApart(other).shape == phrase.shape, "the shape tells nothing of the values", statement);
-    return phrase;
+    Require(dao::ShapeOf(other).shape == split.shape, "the shape is the same for all values", statement);
+    return split;
 }
 
-/// Whether a plan may do this to the database, asked by the store itself while it reads the plan's statement.
-int Permit(void* asked, int action, const char* first, const char* second, const char*, const char*)
+/// Whether a plan may do this to the database, asked by SQLite while it reads the plan's statement.
+int Permit(void* asked, int action, const char* first, const char*, const char*, const char*)
 {
-    static constexpr std::array functions = {"count", "sum", "avg", "min", "max", "abs", "round", "length", "like"};
     const Plan& plan = *static_cast<const Plan*>(asked);
-    const auto changes = [&](Plan::Sort sort) { return plan.sort == sort && plan.table->name == first; };
+    const bool changes = plan.kind == Plan::Kind::Change && plan.table->name == first;
     switch (action) {
     case SQLITE_SELECT:
         break;
@@ -197,17 +182,10 @@ int Permit(void* asked, int action, const char* first, const char* second, const
         Require(ThePractice().HasTable(first), "a statement reads tables of the practice alone", first);
         break;
     case SQLITE_FUNCTION:
-        Require(std::ranges::any_of(functions, [&](const char* name) { return qstricmp(name, second) == 0; }),
-                "a statement uses the functions of the dialect alone", second);
-        break;
-    case SQLITE_INSERT:
-        Require(changes(Plan::Sort::Growth), "only an insert adds rows, to its table", first);
         break;
     case SQLITE_UPDATE:
-        Require(changes(Plan::Sort::Change), "only an update changes rows, of its table", first);
-        break;
     case SQLITE_DELETE:
-        Require(changes(Plan::Sort::Removal), "only a delete takes rows, from its table", first);
+        Require(changes, "only an update or delete changes rows, of its table", first);
         break;
     default:
         Require(false, "a statement does nothing else", QString::number(action));
@@ -215,40 +193,39 @@ int Permit(void* asked, int action, const char* first, const char* second, const
     return SQLITE_OK;
 }
 
-/// Has the store read a plan's text: exactly one statement with a place for each literal, or one it can't read.
-void CheckText(Session& session, const Plan& plan, const std::string& sql, std::size_t literals)
+/// Has SQLite read a plan's text: exactly one statement with a parameter for each literal, or one it can't read.
+void CheckText(Session& session, const Plan& plan, std::size_t literals)
 {
-    sqlite3* const store = session.connection->Handle();
-    const QString shown = QString::fromStdString(sql);
+    sqlite3* const database = session.connection->Handle();
+    const QString shown = QString::fromStdString(plan.sql);
     sqlite3_stmt* prepared = nullptr;
     const char* rest = nullptr;
-    sqlite3_set_authorizer(store, Permit, const_cast<Plan*>(&plan));
-    const int code = sqlite3_prepare_v2(store, sql.data(), int(sql.size()), &prepared, &rest);
-    sqlite3_set_authorizer(store, nullptr, nullptr);
+    sqlite3_set_authorizer(database, Permit, const_cast<Plan*>(&plan));
+    const int code = sqlite3_prepare_v2(database, plan.sql.data(), int(plan.sql.size()), &prepared, &rest);
+    sqlite3_set_authorizer(database, nullptr, nullptr);
     if (code != SQLITE_OK) {
         Require((code & 0xff) == SQLITE_ERROR, "a statement fails by its syntax or a name", shown);
         return;
     }
     Require(prepared != nullptr, "a plan is a statement", shown);
-    Require(rest == sql.data() + sql.size(), "a plan is one statement", shown);
-    Require(sqlite3_bind_parameter_count(prepared) == int(literals), "each literal has its place", shown);
-    const bool reads = plan.sort == Plan::Sort::Rows || plan.sort == Plan::Sort::Answer;
+    Require(rest == plan.sql.data() + plan.sql.size(), "a plan is one statement", shown);
+    Require(sqlite3_bind_parameter_count(prepared) == int(literals), "each literal has its parameter", shown);
+    const bool reads = plan.kind != Plan::Kind::Change;
     Require((sqlite3_stmt_readonly(prepared) != 0) == reads, "selects read, the others write", shown);
     sqlite3_finalize(prepared);
 }
 
-void CheckPlan(Session& session, const QString& statement, const dao::Phrase& phrase, bool skipsFailures)
+void CheckPlan(Session& session, const QString& statement, const dao::StatementShape& split, bool skipsFailures)
 {
     const auto find = [&](std::string_view name) { return session.connection->FindTable(name); };
     Plan plan;
     const auto translate = [&] { plan = dao::Translate(statement, find, skipsFailures); };
-    if (!Succeeds(session, {Error::SyntaxError, Error::UnknownTable, Error::UnknownFunction}, statement, translate))
+    if (!Succeeds(session, {Error::SyntaxError, Error::UnknownTable, Error::UnknownColumn}, statement, translate))
         return;
     const Plan other = dao::Translate(WithOtherValues(statement), find, skipsFailures);
-    Require(plan.sql == other.sql && plan.keysSql == other.keysSql, "values are no part of a plan", statement);
-    CheckText(session, plan, plan.sql, phrase.literals.size());
-    if (plan.sort == Plan::Sort::Rows)
-        CheckText(session, plan, plan.keysSql, phrase.literals.size());
+    Require(plan.sql == other.sql, "values are no part of a plan", statement);
+    if (!plan.sql.empty())
+        CheckText(session, plan, split.literals.size());
 }
 
 /// Goes through all rows and reads all their fields; the number of rows.
@@ -321,7 +298,7 @@ void CheckSearch(Session& session, const QString& condition)
     }
 }
 
-/// A session that serves many inputs, as one serves a day's work; a new one now and then bounds what it has kept.
+/// A session that serves many inputs, as one serves a day's work; a new one now and then bounds its memory.
 Session& TheSession()
 {
     constexpr int inputsOfASession = 200;
@@ -343,9 +320,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
     CheckRunning(session, statement, 0);
     CheckRunning(session, statement, dao::FailOnError);
     CheckSearch(session, statement);
-    if (const std::optional<dao::Phrase> phrase = TakenApart(session, statement)) {
-        CheckPlan(session, statement, *phrase, false);
-        CheckPlan(session, statement, *phrase, true);
+    if (const std::optional<dao::StatementShape> split = ShapeOf(session, statement)) {
+        CheckPlan(session, statement, *split, false);
+        CheckPlan(session, statement, *split, true);
     }
     return 0;
 }

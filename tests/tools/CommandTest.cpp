@@ -83,6 +83,46 @@ TEST(PracticeCommand, CheckTellsWhatIsWrong)
         EXPECT_TRUE(bad.output.contains(part)) << part << "\n" << bad.output.toStdString();
 }
 
+TEST(PracticeCommand, CheckLooksForEachKeyInItsOwnTable)
+{
+    const NewPractice practice;
+    ASSERT_EQ(practice.Import("Patients", "num,nom\n1,Haddad\n").code, 0);
+    {
+        const practice::PracticeData data(practice.Folder());
+        dao::Recordset services = data.Database().OpenRecordset("Presta");
+        services.AddNew();
+        services["num"] = 2;
+        services.Update();
+    }
+    ASSERT_EQ(practice
+                  .Import("Actes", "num,Date,HH,montant,flag_R,num_patient,num_presta\n"
+                                   "5,17/06/2008,0,0,0,1,2\n6,17/06/2008,0,0,0,2,1\n")
+                  .code,
+              0);
+    const CommandRun run({"check", practice.Folder()});
+    EXPECT_EQ(run.code, 0) << "remarks alone";
+    for (const char* part : {"Actes : num_patient sans ligne dans Patients (1 ligne, num 6)",
+                             "Actes : num_presta sans ligne dans Presta (1 ligne, num 6)"})
+        EXPECT_TRUE(run.output.contains(part)) << part << "\n" << run.output.toStdString();
+}
+
+TEST(PracticeCommand, CheckCountsTheRowsOfTablesThatHoldOne)
+{
+    const NewPractice practice;
+    {
+        const practice::PracticeData data(practice.Folder());
+        for (const char* table : {"Permn", "Tarif", "Tarif"}) {
+            dao::Recordset rows = data.Database().OpenRecordset(table);
+            rows.AddNew();
+            rows.Update();
+        }
+    }
+    const CommandRun run({"check", practice.Folder()});
+    EXPECT_EQ(run.code, 1);
+    for (const char* part : {"ERREUR : Permn : 2 lignes au lieu d'une.", "ERREUR : Tarif : 2 lignes au lieu d'une."})
+        EXPECT_TRUE(run.output.contains(part)) << part << "\n" << run.output.toStdString();
+}
+
 TEST(PracticeCommand, CheckNamesMissingAndDamagedFiles)
 {
     const NewPractice practice;

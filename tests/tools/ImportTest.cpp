@@ -12,7 +12,7 @@ TEST(Import, TakesEitherDelimiterAnyOrderAndEmptyAsNull)
     EXPECT_TRUE(patients.output.startsWith("2 ligne(s)")) << patients.output.toStdString();
     const CommandRun acts = practice.Import("Actes", "Date,num,HH,montant,flag_R,type,num_patient\n"
                                                      "17/06/2008,10,3,\"1250,50\",1,k12,1\n"
-                                                     "2008-06-18,11,0,100.25,0,,2");
+                                                     "2008-06-18,11,9,100.25,0,,2");
     EXPECT_EQ(acts.code, 0) << acts.errors.toStdString();
 
     const practice::PracticeData data(practice.Folder());
@@ -28,6 +28,8 @@ TEST(Import, TakesEitherDelimiterAnyOrderAndEmptyAsNull)
     EXPECT_EQ(rows["Type"].Text(), "K12");
     EXPECT_EQ(rows["MM"].Integer(), 6);
     EXPECT_EQ(rows["AA"].Integer(), 2008);
+    EXPECT_EQ(data.Database().OpenRecordset("select * from Actes where num = 11")["HH"].Integer(), 9)
+        << "the last slot";
 }
 
 TEST(Import, NamesEveryBadLineAndAddsNothing)

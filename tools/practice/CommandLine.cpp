@@ -83,7 +83,7 @@ int RunDemo(const DemoArguments& arguments, QTextStream& output)
         options.until = basic::DateValue(QString::fromStdString(arguments.until));
     const QString folder = QString::fromStdString(arguments.folder);
     MakeDemo(folder, options);
-    output << "Cabinet de démonstration : " << folder << "\nCode d'accès : " << demoAccessCode << "\n";
+    output << "Cabinet de démonstration : " << folder << "\nCode d'accès : " << DemoAccessCode << "\n";
     return done;
 }
 

@@ -11,7 +11,7 @@ namespace {
 
 using basic::RuntimeError;
 
-/// The parser of the kept library, with the line count that it lacks.
+/// libcsv's parser, with the line count that it lacks.
 class RowReader {
 public:
     RowReader(const std::function<void(const CsvRow&)>& receiver, char delimiter) : take(receiver)

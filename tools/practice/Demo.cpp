@@ -16,7 +16,7 @@ namespace {
 
 data::PracticeSetup DemoSetup()
 {
-    return {.accessCode = demoAccessCode,
+    return {.accessCode = DemoAccessCode,
             .letterhead = {"Cabinet du Dr Nadia BENMANSOUR", "Spécialiste en cardiologie", "Alger Centre",
                            "Tél. 021 63 00 00", "12, rue des Frères Bouadou", "Consultations sur rendez-vous",
                            "Du samedi au jeudi", "", "عيادة الدكتورة نادية بن منصور", "أمراض القلب والشرايين",

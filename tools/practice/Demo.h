@@ -7,9 +7,9 @@
 namespace practice {
 
 /// The access code of every demo practice.
-inline constexpr int demoAccessCode = 2468;
+inline constexpr int DemoAccessCode = 2468;
 
-/// How large a demo is wished for; what isn't told follows from the number of acts.
+/// How large a demo is to be; what isn't given follows from the number of acts.
 struct DemoOptions {
     std::optional<int> acts; ///< none: 20 to 60 acts a working day for 18 months
     std::optional<int> patients;

@@ -13,17 +13,17 @@ namespace {
 
 namespace PaymentCode = data::PaymentCode;
 
-constexpr int minutesStep = 5;
-constexpr int stepsOfHour = 60 / minutesStep;
-constexpr int firstHour = 8;
-constexpr int slotsOfDay = 10;
-constexpr int slotsOfHalfDay = 5;
+constexpr int MinutesStep = 5;
+constexpr int StepsOfHour = 60 / MinutesStep;
+constexpr int FirstHour = 8;
+constexpr int SlotsOfDay = 10;
+constexpr int SlotsOfHalfDay = 5;
 
 QString TimeText(int step)
 {
     return QString("%1:%2")
-        .arg(firstHour + step / stepsOfHour, 2, 10, QChar('0'))
-        .arg(step % stepsOfHour * minutesStep, 2, 10, QChar('0'));
+        .arg(FirstHour + step / StepsOfHour, 2, 10, QChar('0'))
+        .arg(step % StepsOfHour * MinutesStep, 2, 10, QChar('0'));
 }
 
 /// How acts are settled, in parts of a hundred, by the order of the codes. What is recent is more often still pending.
@@ -58,7 +58,7 @@ int CodeOf(int service, Dice& dice)
     if (lot < 3)
         return -1;
     if (lot < 12)
-        return dice.Below(tariffPositions);
+        return dice.Below(TariffPositions);
     return Services()[static_cast<std::size_t>(service) % Services().size()].code;
 }
 
@@ -69,9 +69,9 @@ public:
         : plan(demo), dice(generator), batches(database), acts(database.OpenRecordset("Actes")),
           expenses(database.OpenRecordset("Recettes"))
     {
-        for (int step = 0; step < slotsOfDay * stepsOfHour; ++step)
+        for (int step = 0; step < SlotsOfDay * StepsOfHour; ++step)
             times << TimeText(step);
-        for (int position = 0; position < tariffPositions; ++position)
+        for (int position = 0; position < TariffPositions; ++position)
             codes << TariffCode(position);
         for (int service = 0; service < plan.services; ++service)
             weights.push_back(Services()[static_cast<std::size_t>(service) % Services().size()].weight);
@@ -91,7 +91,7 @@ private:
         std::vector<int> steps;
         steps.reserve(static_cast<std::size_t>(day.acts));
         for (int act = 0; act < day.acts; ++act)
-            steps.push_back(dice.Below((day.IsHalfDay() ? slotsOfHalfDay : slotsOfDay) * stepsOfHour));
+            steps.push_back(dice.Below((day.IsHalfDay() ? SlotsOfHalfDay : SlotsOfDay) * StepsOfHour));
         std::ranges::sort(steps);
         std::vector<int> ofService(static_cast<std::size_t>(plan.services), 0);
         const QString date = basic::DateText(day.date);
@@ -109,7 +109,7 @@ private:
             acts["AA"] = day.date.year();
             acts["date_Presta"] = dice.OneIn(12) ? basic::DateText(day.date.addDays(-dice.Between(1, 15))) : date;
             FillAct(steps[static_cast<std::size_t>(act)], service, settlement);
-            acts["Flag_H"] = daysAgo > daysKeptWhole && !keptVisible ? 1 : 0;
+            acts["Flag_H"] = daysAgo > DaysKeptWhole && !keptVisible ? 1 : 0;
             acts.Update();
             batches.Count();
         }
@@ -120,7 +120,7 @@ private:
         const int code = CodeOf(service, dice);
         const int usual = Services()[static_cast<std::size_t>(service) % Services().size()].code;
         const double amount = AmountOf(settlement, TariffRate(code < 0 ? usual : code), dice);
-        acts["HH"] = step / stepsOfHour;
+        acts["HH"] = step / StepsOfHour;
         acts["Heure"] = times[step];
         acts["num_patient"] = dice.OneIn(2500) ? plan.patients + dice.Between(1, 50) : dice.Between(1, plan.patients);
         acts["num_presta"] = dice.OneIn(4000) ? plan.services + 1 : service + 1;
@@ -202,13 +202,13 @@ void WriteDeletedActs(const dao::Database& database, const DemoPlan& plan, Dice&
         journal.AddNew();
         journal["num"] = ++key;
         journal["Date"] = basic::DateText(deletion.addDays(-dice.Below(12)));
-        journal["Heure"] = TimeText(dice.Below(slotsOfDay * stepsOfHour));
+        journal["Heure"] = TimeText(dice.Below(SlotsOfDay * StepsOfHour));
         journal["num_patient"] = dice.Between(1, plan.patients);
         journal["num_presta"] = dice.Between(1, plan.services);
         journal["Type"] = code < 0 ? dao::Value() : dao::Value(TariffCode(code));
         journal["flag_R"] = dice.Below(6);
         journal["Date_Suppr"] = basic::DateText(deletion);
-        journal["H_Suppr"] = TimeText(dice.Below(slotsOfDay * stepsOfHour));
+        journal["H_Suppr"] = TimeText(dice.Below(SlotsOfDay * StepsOfHour));
         journal.Update();
         batches.Count();
     }

@@ -31,7 +31,7 @@ void WriteTariffs(const dao::Database& database)
 {
     dao::Recordset tariffs = database.OpenRecordset("Tarif");
     tariffs.AddNew();
-    for (int position = 0; position < tariffPositions; ++position)
+    for (int position = 0; position < TariffPositions; ++position)
         tariffs.Fields(position) = TariffRate(position);
     tariffs.Update();
 }
@@ -56,7 +56,7 @@ void WriteCharges(const dao::Database& database, const DemoPlan& plan)
     constexpr int daysOfMonth = 30;
     permanent["Charge8"] = total;
     permanent["Charge9"] = basic::Val(basic::Format(total / daysOfMonth, "#########.00"));
-    permanent["Date"] = basic::DateText(plan.until.addDays(-daysKeptWhole));
+    permanent["Date"] = basic::DateText(plan.until.addDays(-DaysKeptWhole));
     constexpr int oneInThree = 2; // the option "1 sur 3" of the day sheet
     permanent["nbre"] = oneInThree;
     permanent["RC"] = "";

@@ -31,7 +31,7 @@ struct DemoPlan {
 int TariffRate(int position);
 /// "C" for position 0, "K" and position - 1 otherwise.
 QString TariffCode(int position);
-inline constexpr int tariffPositions = 32;
+inline constexpr int TariffPositions = 32;
 
 // One writer for each part of the practice; each adds its rows through the record sets that the program uses.
 void WriteServices(const dao::Database& database, const DemoPlan& plan);
@@ -44,7 +44,7 @@ void WriteAppointments(const dao::Database& database, const DemoPlan& plan, Dice
 void WriteDeletedActs(const dao::Database& database, const DemoPlan& plan, Dice& dice);
 
 /// Days older than this many days have been through an actualisation that keeps one act in three.
-inline constexpr int daysKeptWhole = 60;
+inline constexpr int DaysKeptWhole = 60;
 
 /// The friday is the day of rest.
 bool IsWorkingDay(const QDate& date);

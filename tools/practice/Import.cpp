@@ -80,7 +80,7 @@ private:
             AddRow();
     }
 
-    /// Fills what follows from other fields; tells what contradicts them.
+    /// Fills what follows from other fields; returns what contradicts them.
     QStringList CompleteRow()
     {
         QStringList reasons;

@@ -14,6 +14,7 @@ PracticeData::PracticeData(const QString& folder)
         throw basic::RuntimeError::Described(basic::Error::PathNotFound,
                                              QString("Le dossier « %1 » n'existe pas.").arg(folder));
     dao::DBEngine.SystemDB = host::PathIn(folder, data::workgroupFile);
+    dao::DBEngine.KeyedTables = data::KeyedTables();
     workspace = dao::DBEngine.CreateWorkspace("Special", data::workspaceUser, data::BuildWorkspacePassword());
     database = workspace.OpenDatabase(host::PathIn(folder, data::databaseFile));
 }

@@ -1,5 +1,7 @@
 #include "platform/dao/Catalog.h"
 
+#include "platform/dao/Tokenizer.h"
+
 #include <sqlite3.h>
 
 #include <algorithm>
@@ -7,52 +9,38 @@
 namespace dao {
 namespace {
 
-char Small(char character)
-{
-    return character >= 'A' && character <= 'Z' ? char(character + ('a' - 'A')) : character;
-}
-
 std::string SmallLetters(std::string_view name)
 {
     std::string small(name);
-    std::ranges::transform(small, small.begin(), Small);
+    std::ranges::transform(small, small.begin(),
+                           [](char each) { return each >= 'A' && each <= 'Z' ? char(each + ('a' - 'A')) : each; });
     return small;
 }
 
-/// The value of a column's default, which the store keeps as the text of an expression.
-Datum DefaultValue(sqlite3* database, const std::string& expression, ColumnType type)
+ColumnType TypeOfDeclaration(const char* declared)
 {
-    if (expression.empty())
-        return {};
-    Statement statement(database, "select typeof(v), v from (select " + expression + " as v)");
-    if (!statement.Step() || statement.TextAt(0) == "null")
-        return {};
-    if (statement.TextAt(0) == "text")
-        return Datum::Of(statement.TextAt(1));
-    if (type == ColumnType::Real || statement.TextAt(0) == "real")
-        return Datum::Of(std::stod(statement.TextAt(1)));
-    return Datum::Of(statement.WholeAt(1));
+    const std::string type = SmallLetters(declared != nullptr ? declared : "");
+    constexpr std::pair<const char*, ColumnType> parts[] = {
+        {"date", ColumnType::Date},   {"smallint", ColumnType::Small}, {"int", ColumnType::Whole},
+        {"text", ColumnType::Text},   {"char", ColumnType::Text},      {"real", ColumnType::Real},
+        {"double", ColumnType::Real}, {"num", ColumnType::Real},
+    };
+    for (const auto& [part, meaning] : parts) {
+        if (type.find(part) != std::string::npos)
+            return meaning;
+    }
+    return ColumnType::Any;
 }
 
 } // namespace
 
-void Columns::Add(Column column)
-{
-    columns.push_back(std::move(column));
-}
-
 int Columns::PositionOf(std::string_view name) const
 {
-    // A walk through few names beats any index over them, and the length tells most of them apart.
+    // A walk through few names beats any index over them, and most of them differ in length.
     constexpr int otherCase = 'a' ^ 'A';
+    const auto same = [](char left, char right) { return (left | otherCase) == (right | otherCase); };
     for (std::size_t i = 0; i < columns.size(); ++i) {
-        const std::string& each = columns[i].name;
-        if (each.size() != name.size())
-            continue;
-        std::size_t same = 0;
-        while (same < name.size() && (each[same] | otherCase) == (name[same] | otherCase))
-            ++same;
-        if (same == name.size())
+        if (columns[i].name.size() == name.size() && std::ranges::equal(columns[i].name, name, same))
             return int(i);
     }
     return -1;
@@ -61,79 +49,41 @@ int Columns::PositionOf(std::string_view name) const
 Columns AnswerColumns(const Statement& statement)
 {
     Columns answer;
-    for (int i = 0; i < sqlite3_column_count(statement.Raw()); ++i) {
-        const char* const name = sqlite3_column_name(statement.Raw(), i);
-        const char* const declared = sqlite3_column_decltype(statement.Raw(), i);
-        answer.Add({name != nullptr ? name : "", TypeOfDeclaration(declared != nullptr ? declared : ""), {}});
-    }
+    for (int i = 0; i < sqlite3_column_count(statement.Raw()); ++i)
+        answer.Add(
+            {sqlite3_column_name(statement.Raw(), i), TypeOfDeclaration(sqlite3_column_decltype(statement.Raw(), i))});
     return answer;
-}
-
-ColumnType TypeOfDeclaration(std::string_view declared)
-{
-    const std::string type = SmallLetters(declared);
-    const auto has = [&](const char* part) { return type.find(part) != std::string::npos; };
-    if (type.empty())
-        return ColumnType::Any;
-    if (has("date"))
-        return ColumnType::Date;
-    if (has("smallint"))
-        return ColumnType::Small;
-    if (has("int") || has("long"))
-        return ColumnType::Whole;
-    if (has("char") || has("text") || has("clob"))
-        return ColumnType::Text;
-    if (has("real") || has("doub") || has("floa") || has("num") || has("dec"))
-        return ColumnType::Real;
-    return ColumnType::Any;
 }
 
 Table::Table(sqlite3* database, std::string_view storedName) : name(storedName)
 {
     ReadColumns(database);
+    key = keyColumn >= 0 ? Quoted(columns[keyColumn].name) : "rowid";
     if (keyColumn >= 0)
-        key = Quoted(columns[keyColumn].name);
-    else
-        key = "rowid";
+        keyTest = ShapeOf(QString::fromStdString(columns[keyColumn].name + " = 1")).shape;
     rowParts = key;
     for (int i = 0; i < columns.Count(); ++i)
         rowParts += "," + Quoted(columns[i].name);
+
+    const std::string from = " from " + Quoted(name);
+    first = "select " + rowParts + ",(select max(" + key + ")" + from + ")" + from + " order by " + key + " limit 1";
+    following = "select " + rowParts + from + " where " + key + ">? and " + key + "<=? order by " + key + " limit ?";
+    byKey = "select " + rowParts + from + " where " + key + "=?";
+    last = "select " + rowParts + from + " where " + key + "<=? order by " + key + " desc limit 1";
+    // Counting all is far quicker than counting up to a key.
+    count = "select (select count(*)" + from + ")-(select count(*)" + from + " where " + key + ">?)";
 }
 
 void Table::ReadColumns(sqlite3* database)
 {
-    Statement statement(database, "select name, type, dflt_value, pk from pragma_table_info(?)");
-    const Datum wanted = Datum::Of(name);
-    statement.Bind(1, wanted);
+    Statement statement(database, "select name, type, pk from pragma_table_info(?)");
+    statement.Bind(1, QString::fromStdString(name));
     while (statement.Step()) {
-        Column column;
-        column.name = statement.TextAt(0);
-        column.type = TypeOfDeclaration(statement.TextAt(1));
-        column.initially = DefaultValue(database, statement.TextAt(2), column.type);
-        if (statement.WholeAt(3) == 1 && SmallLetters(statement.TextAt(1)) == "integer")
+        const std::string declared = statement.TextAt(1);
+        if (statement.WholeAt(2) == 1 && SmallLetters(declared) == "integer")
             keyColumn = columns.Count();
-        columns.Add(std::move(column));
+        columns.Add({statement.TextAt(0), TypeOfDeclaration(declared.c_str())});
     }
-}
-
-Statement& Table::RowByKey(sqlite3* database)
-{
-    if (!rowByKey)
-        rowByKey = Statement(database, "select " + rowParts + " from " + Quoted(name) + " where " + key + "=?");
-    return rowByKey;
-}
-
-Statement& Table::KeyExists(sqlite3* database)
-{
-    if (!keyExists)
-        keyExists = Statement(database, "select 1 from " + Quoted(name) + " where " + key + "=?");
-    return keyExists;
-}
-
-void Table::ReleaseStatements()
-{
-    rowByKey = Statement();
-    keyExists = Statement();
 }
 
 Table* Catalog::Find(sqlite3* database, std::string_view name)
@@ -143,9 +93,8 @@ Table* Catalog::Find(sqlite3* database, std::string_view name)
         return known->second;
 
     Statement statement(database, "select name from sqlite_schema where type='table' and name=? collate nocase "
-                                  "and name not like 'sqlite*'");
-    const Datum wanted = Datum::Of(asked);
-    statement.Bind(1, wanted);
+                                  "and substr(name,1,7)<>'sqlite_'");
+    statement.Bind(1, QString::fromStdString(asked));
     if (!statement.Step())
         return nullptr;
     Table& table = tables.emplace_back(database, statement.TextAt(0));
@@ -156,12 +105,6 @@ Table* Catalog::Find(sqlite3* database, std::string_view name)
 void Catalog::Forget(std::string_view name)
 {
     byName.erase(SmallLetters(name));
-}
-
-void Catalog::ReleaseStatements()
-{
-    for (Table& table : tables)
-        table.ReleaseStatements();
 }
 
 } // namespace dao

@@ -1,38 +1,31 @@
 #include "platform/dao/Connection.h"
 
-#include "platform/basic/RuntimeError.h"
+#include "platform/dao/ListedSet.h"
 #include "platform/dao/Opening.h"
-#include "platform/dao/TableSet.h"
-#include "platform/dao/TextCompare.h"
 
 #include <sqlite3.h>
 
 #include <algorithm>
-#include <cstring>
+#include <utility>
 
 namespace dao {
 namespace {
 
-constexpr std::size_t plansKept = 1000;
-constexpr int pagesBeforeCheckpoint = 1000;    // of the log, by themselves
-constexpr int pagesBeforeIdleCheckpoint = 256; // at an idle moment
-
-std::vector<Connection*>& Registry()
-{
-    static std::vector<Connection*> open;
-    return open;
-}
+constexpr std::size_t StatementsKept = 1000;
+constexpr int PagesBeforeCheckpoint = 1000;    // of the log, by themselves
+constexpr int PagesBeforeIdleCheckpoint = 256; // at an idle moment
 
 } // namespace
 
-const std::vector<Connection*>& OpenConnections()
+std::vector<Connection*>& OpenConnections()
 {
-    return Registry();
+    static auto& open = *new std::vector<Connection*>; // never destroyed: a global handle may close later
+    return open;
 }
 
 Connection::Connection(sqlite3* opened, QString file) : database(opened), path(std::move(file))
 {
-    Registry().push_back(this);
+    OpenConnections().push_back(this);
     sqlite3_wal_hook(
         database,
         [](void* self, sqlite3*, const char*, int pages) {
@@ -50,7 +43,7 @@ Connection::~Connection()
 sqlite3* Connection::Handle() const
 {
     if (database == nullptr)
-        throw basic::RuntimeError(basic::Error::ObjectClosed);
+        throw RuntimeError(Error::ObjectClosed);
     return database;
 }
 
@@ -58,13 +51,14 @@ void Connection::Close() noexcept
 {
     if (database == nullptr)
         return;
-    std::erase(Registry(), this);
+    std::erase(OpenConnections(), this);
+    for (ListedSet* const set : std::exchange(reading, {}))
+        set->Close();
     for (const auto& [shape, plan] : plans)
-        plan->ReleaseStatements();
-    for (const auto& plan : retired)
-        plan->ReleaseStatements();
-    kept.clear();
-    catalog.ReleaseStatements();
+        plan->statement = {};
+    plans.clear();
+    prepared.clear();
+    holder = Statement();
     // The last one out of a file moves its log into it and removes the log; that another one is still in is no failure.
     sqlite3_busy_timeout(database, 0);
     sqlite3_close_v2(database);
@@ -72,40 +66,41 @@ void Connection::Close() noexcept
     RememberSound(path);
 }
 
-Plan& Connection::PlanOf(QStringView statement, const std::u16string& shape, bool skipsFailures)
+const std::shared_ptr<Plan>& Connection::PlanOf(QStringView statement, const std::u16string& shape, bool skipsFailures)
 {
     auto known = plans.find(shape);
     if (known == plans.end()) {
-        Settle();
+        if (plans.size() >= StatementsKept)
+            DropPlans();
+        FinishReading();
         const auto find = [this](std::string_view name) { return FindTable(name); };
-        auto plan = std::make_unique<Plan>(Translate(statement, find, skipsFailures));
+        auto plan = std::make_shared<Plan>(Translate(statement, find, skipsFailures));
+        if (!plan->sql.empty())
+            plan->statement = Statement(Handle(), plan->sql);
+        if (plan->kind == Plan::Kind::Answer)
+            plan->answer = AnswerColumns(plan->statement);
         known = plans.emplace(shape, std::move(plan)).first;
-        if (plans.size() > plansKept) {
-            for (const auto& [text, old] : plans)
-                old->ReleaseStatements();
-        }
     }
-    Plan& plan = *known->second;
-    if (!plan.statement) {
-        Settle();
-        plan.statement = Statement(Handle(), plan.sql);
-        plan.answer = plan.sort == Plan::Sort::Answer ? AnswerColumns(plan.statement) : Columns();
-    }
-    return plan;
+    return known->second;
 }
 
-Statement& Connection::Kept(const std::string& sql)
+/// Sets that are open keep their plans; they have no further use for the statements.
+void Connection::DropPlans()
 {
-    Statement& statement = kept[sql];
+    FinishAllReading();
+    for (const auto& [shape, plan] : plans)
+        plan->statement = {};
+    plans.clear();
+}
+
+Statement& Connection::Prepared(const std::string& sql)
+{
+    if (prepared.size() >= StatementsKept)
+        prepared.clear();
+    Statement& statement = prepared[sql];
     if (!statement)
         statement = Statement(Handle(), sql);
     return statement;
-}
-
-void Connection::BoundKept()
-{
-    if (kept.size() > plansKept)
-        kept.clear();
 }
 
 Table* Connection::FindTable(std::string_view name)
@@ -115,210 +110,169 @@ Table* Connection::FindTable(std::string_view name)
 
 void Connection::ForgetTable(std::string_view name)
 {
-    Settle();
+    DropPlans();
     catalog.Forget(name);
-    for (auto& [shape, plan] : plans) {
-        plan->ReleaseStatements();
-        retired.push_back(std::move(plan));
-    }
-    plans.clear();
 }
 
-void Connection::BeginReading(TableSet& set)
+// -- reading
+
+void Connection::FinishReading(const Plan* used)
 {
-    reading = &set;
+    const bool isUsed = std::ranges::any_of(reading, [used](const ListedSet* set) { return set->Uses(used); });
+    if (readTransactions == 0 || isUsed)
+        FinishAllReading();
+    if (readTransactions == 0 || holder || sqlite3_get_autocommit(Handle()) == 0)
+        return;
+    holder = Statement(database, "select 1 from sqlite_schema");
+    holder.Step();
 }
 
-void Connection::WatchGrowth(TableSet& set)
-{
-    watching.push_back(&set);
-}
-
-void Connection::Leave(TableSet& set) noexcept
-{
-    if (reading == &set)
-        reading = nullptr;
-    std::erase(watching, &set);
-}
-
-void Connection::Settle()
+void Connection::FinishAllReading()
 {
     Handle();
-    if (reading != nullptr)
-        std::exchange(reading, nullptr)->Settle();
+    for (ListedSet* const set : std::exchange(reading, {}))
+        set->FinishReading();
 }
 
-void Connection::SettleWhole(const Table& table)
+void Connection::BeginReadTransaction()
 {
-    Settle();
-    const std::vector<TableSet*> watchers = watching; // each one leaves as it settles
-    for (TableSet* const set : watchers)
-        set->SettleWhole(table);
+    FinishReading();
+    ++readTransactions;
 }
 
-int Connection::Change(Plan& plan, const std::vector<Datum>& literals)
+void Connection::EndReadTransaction() noexcept
 {
-    if (plan.sort == Plan::Sort::Growth || plan.sort == Plan::Sort::Removal)
-        SettleWhole(*plan.table);
-    else
-        Settle();
-    for (std::size_t i = 0; i < literals.size(); ++i)
-        plan.statement.Bind(int(i) + 1, literals[i]);
+    if (--readTransactions == 0)
+        holder = Statement();
+}
+
+DataVersion Connection::Version()
+{
+    sqlite3_file_control(database, "main", SQLITE_FCNTL_DATA_VERSION, &commitsSeen);
+    return {sqlite3_total_changes64(database) + rollbacks, commitsSeen};
+}
+
+bool Connection::IsCurrent(const DataVersion& version) const
+{
+    return version.commits == commitsSeen && version.ownChanges == sqlite3_total_changes64(database) + rollbacks;
+}
+
+void Connection::LookForChanges()
+{
+    if (sqlite3_txn_state(Handle(), "main") != SQLITE_TXN_NONE)
+        return; // as long as this connection reads, it sees no change of others
+    Statement& look = Prepared("pragma data_version");
+    const ResetAtEnd reset(look);
+    look.Step();
+    Version();
+}
+
+// -- writing
+
+int Connection::Change(Plan& plan, const std::vector<Value>& literals)
+{
+    plan.statement.Bind(literals);
     RunChange(plan.statement);
     return sqlite3_changes(database);
 }
 
-void Connection::RunChange(Statement& change, bool endsEdit)
+void Connection::RunChange(Statement& change)
 {
+    FinishAllReading();
+    holder = Statement(); // a change starts from what the file holds now
     change.Run();
     if (inTransaction || sqlite3_get_autocommit(database) != 0)
         return;
-    // The lock of a pending edit must not hold back what is reported as done: the change is committed, and the edits
-    // that are still pending take their lock anew.
+    // The lock of a pending edit must not hold back what is reported as done.
+    editing = nullptr;
     Commit();
-    if (editLocks > (endsEdit ? 1 : 0))
-        BeginAgain();
-}
-
-void Connection::BeginAgain() noexcept
-{
-    try {
-        Begin();
-    } catch (const basic::RuntimeError&) {
-        // Another one was quicker: the edits go on without the lock, and each takes it for its own moment of writing.
-    }
 }
 
 void Connection::Begin()
 {
-    Kept("begin immediate").Run();
+    FinishAllReading();
+    holder = Statement();
+    Prepared("begin immediate").Run();
 }
 
 void Connection::Commit()
 {
     try {
-        Kept("commit").Run();
+        Prepared("commit").Run();
     } catch (...) {
-        if (sqlite3_get_autocommit(database) == 0)
-            Kept("rollback").Run();
-        ++rollbacks;
+        Rollback();
         throw;
     }
 }
 
+void Connection::Rollback()
+{
+    ++rollbacks;
+    if (sqlite3_get_autocommit(database) == 0) // SQLite may have rolled it back by itself, on a full disk for instance
+        Prepared("rollback").Run();
+}
+
 void Connection::BeginTransaction()
 {
-    Settle();
+    FinishAllReading();
     if (inTransaction)
-        throw basic::RuntimeError(basic::Error::NestedTransaction);
-    if (editLocks == 0)
+        throw RuntimeError(Error::NestedTransaction);
+    if (std::exchange(editing, nullptr) == nullptr)
         Begin();
     inTransaction = true;
 }
 
-void Connection::RequireTransaction() const
+void Connection::EndTransaction(bool commits)
 {
-    Handle();
-    if (!inTransaction)
-        throw basic::RuntimeError(basic::Error::NoTransaction);
+    FinishAllReading();
+    if (!std::exchange(inTransaction, false))
+        throw RuntimeError(Error::NoTransaction);
+    if (commits)
+        Commit();
+    else
+        Rollback();
 }
 
-void Connection::CommitTransaction()
+void Connection::LockForEdit(const TableSet& set)
 {
-    RequireTransaction();
-    Settle();
-    inTransaction = false;
-    Commit(); // raises as well when the store has rolled it back by itself, on a full disk for instance
-    if (editLocks > 0)
-        BeginAgain();
-}
-
-void Connection::RollbackTransaction()
-{
-    RequireTransaction();
-    Settle();
-    inTransaction = false;
-    ++rollbacks;
-    if (sqlite3_get_autocommit(database) == 0)
-        Kept("rollback").Run();
-    if (editLocks > 0)
-        BeginAgain();
-}
-
-void Connection::LockForEdit()
-{
-    Settle();
-    if (editLocks == 0 && !inTransaction)
+    if (inTransaction)
+        return;
+    if (editing == nullptr)
         Begin();
-    ++editLocks;
+    editing = &set;
 }
 
-void Connection::UnlockEdit() noexcept
+void Connection::UnlockEdit(const TableSet& set) noexcept
 {
-    if (database == nullptr)
+    if (editing != &set)
         return;
-    --editLocks;
-    if (editLocks > 0 || inTransaction || sqlite3_get_autocommit(database) != 0)
-        return;
-    // Whatever was written has been committed by RunChange: there is nothing left in this transaction but its lock.
+    editing = nullptr;
+    // Whatever was written has been committed by RunChange: there is nothing in this transaction but its lock.
     try {
-        Settle();
-        Kept("rollback").Run();
-    } catch (const basic::RuntimeError&) {
-        // The store ends a transaction it can't roll back when the file is closed.
+        FinishAllReading();
+        if (sqlite3_get_autocommit(database) == 0)
+            Prepared("rollback").Run();
+    } catch (const RuntimeError&) {
+        // SQLite ends a transaction that it can't roll back when the file is closed.
     }
-}
-
-const void* Connection::LogHead()
-{
-    if (logHead != nullptr)
-        return logHead;
-    // The first bytes of the log's index are shared by all who have the file open and change with every commit. To look
-    // there costs nothing, the pragma that asks for the same costs as much as reading a row.
-    constexpr int regionSize = 32768;
-    sqlite3_file* file = nullptr;
-    if (sqlite3_file_control(database, "main", SQLITE_FCNTL_FILE_POINTER, &file) != SQLITE_OK ||
-        file->pMethods == nullptr || file->pMethods->iVersion < 2)
-        return nullptr;
-    void volatile* region = nullptr;
-    if (file->pMethods->xShmMap(file, 0, regionSize, 0, &region) != SQLITE_OK)
-        return nullptr;
-    logHead = const_cast<const void*>(region);
-    return logHead;
-}
-
-Moment Connection::Now()
-{
-    Moment moment;
-    moment.ownChanges = sqlite3_total_changes64(database) + rollbacks;
-    if (const void* const head = LogHead()) {
-        std::memcpy(moment.logHead.data(), head, sizeof moment.logHead);
-        moment.known = true;
-    }
-    return moment;
-}
-
-bool Connection::IsStill(const Moment& moment) const
-{
-    return moment.known && moment.ownChanges == sqlite3_total_changes64(database) + rollbacks &&
-           std::memcmp(moment.logHead.data(), logHead, sizeof moment.logHead) == 0;
 }
 
 void Connection::Checkpoint(int pages)
 {
     logPages = pages;
-    if (pages < pagesBeforeCheckpoint)
-        return;
-    sqlite3_wal_checkpoint_v2(database, "main", SQLITE_CHECKPOINT_PASSIVE, nullptr, nullptr);
+    if (pages >= PagesBeforeCheckpoint)
+        sqlite3_wal_checkpoint_v2(database, "main", SQLITE_CHECKPOINT_PASSIVE, nullptr, nullptr);
 }
 
 void Connection::Idle()
 {
-    Settle();
-    if (logPages < pagesBeforeIdleCheckpoint || inTransaction || editLocks > 0)
-        return;
-    logPages = 0;
-    sqlite3_wal_checkpoint_v2(database, "main", SQLITE_CHECKPOINT_PASSIVE, nullptr, nullptr);
+    FinishAllReading();
+    holder = Statement();
+    if (logPages >= PagesBeforeIdleCheckpoint && sqlite3_get_autocommit(database) != 0) {
+        logPages = 0;
+        sqlite3_wal_checkpoint_v2(database, "main", SQLITE_CHECKPOINT_PASSIVE, nullptr, nullptr);
+    }
+    LookForChanges();
 }
 
 } // namespace dao

@@ -1,37 +1,37 @@
 #pragma once
 
 #include "platform/dao/Dialect.h"
+#include "platform/dao/Errors.h"
 #include "platform/dao/Tokenizer.h"
 
 #include <QString>
-#include <array>
 #include <memory>
 
 namespace dao {
 
+class ListedSet;
 class TableSet;
 
 /// How long a lock of another process is waited for before error 3187.
 inline int busyMilliseconds = 5000;
 
-/// A moment in the life of a database file: two equal ones have no write between them, whoever wrote.
-struct Moment {
-    qint64 ownChanges = 0;
-    std::array<quint64, 6> logHead{};
-    bool known = false; ///< an unknown moment is equal to none
+/// What was written to a database file up to a moment: by this connection, and by any as far as this one has read.
+struct DataVersion {
+    qint64 ownChanges = -1;
+    quint32 commits = 0;
+    bool operator==(const DataVersion&) const = default;
 };
 
-/// One open database file: the store's handle, the plans of the statements seen so far, the tables, the transaction.
+/// One open database file: SQLite's handle, the plans of the statements seen so far, the tables, the transaction.
 ///
-/// At most one record set may still be reading (its statement open, which holds the file as it was at the set's
-/// opening); whoever runs a statement calls Settle() first. Everything raises 3420 once it is closed.
+/// A record set that has read its first row keeps its statement open, which holds the file as it was at the set's
+/// opening. Whoever runs another statement calls FinishReading() first. Everything raises 3420 once it is closed.
 class Connection {
 public:
     /// Takes over an opened handle.
     explicit Connection(sqlite3* opened, QString file);
     ~Connection();
-    Connection(const Connection&) = delete;
-    Connection& operator=(const Connection&) = delete;
+    Q_DISABLE_COPY_MOVE(Connection)
 
     sqlite3* Handle() const;
     bool IsOpen() const { return database != nullptr; }
@@ -40,79 +40,70 @@ public:
 
     /// The plan of a statement's shape, with its statement prepared. `skipsFailures` as for Translate; the caller makes
     /// it a part of the shape.
-    Plan& PlanOf(QStringView statement, const std::u16string& shape, bool skipsFailures = false);
-    /// A statement kept by its text; it must have been reset when it is asked for again.
-    Statement& Kept(const std::string& sql);
-    /// Lets go of the kept statements when they have become many; none may be in use.
-    void BoundKept();
+    const std::shared_ptr<Plan>& PlanOf(QStringView statement, const std::u16string& shape, bool skipsFailures = false);
+    /// A statement that is prepared once for its text, valid until the next call.
+    Statement& Prepared(const std::string& sql);
     Table* FindTable(std::string_view name);
     void ForgetTable(std::string_view name);
 
-    /// The set that begins reading; it is told to settle before any other statement runs.
-    void BeginReading(TableSet& set);
-    /// A set over a whole table, which is settled to its last key before rows are added to that table or taken from it.
-    void WatchGrowth(TableSet& set);
-    void Leave(TableSet& set) noexcept;
-    void Settle();
-    /// To be called before rows of this table are added or taken away other than at its end.
-    void SettleWhole(const Table& table);
+    /// The set keeps its statement open; the connection has it finish before others run.
+    void BeginReading(ListedSet& set) { reading.push_back(&set); }
+    void EndReading(ListedSet& set) noexcept { std::erase(reading, &set); }
+    /// To be called before a statement reads. Within a read transaction the others stay open, unless it is the one of
+    /// the plan `used` that is to run.
+    void FinishReading(const Plan* used = nullptr);
 
     /// Runs a plan that changes rows; returns how many.
-    int Change(Plan& plan, const std::vector<Datum>& literals);
-    /// Runs a change so that it is durable at return, unless a transaction of the caller is open. The lock of an edit
-    /// is given up with the change that `endsEdit`.
-    void RunChange(Statement& change, bool endsEdit = false);
+    int Change(Plan& plan, const std::vector<Value>& literals);
+    /// Runs a change so that it is durable at return, unless a transaction of the caller is open. It ends the lock of
+    /// an edit.
+    void RunChange(Statement& change);
 
     void BeginTransaction();
-    void CommitTransaction();
-    void RollbackTransaction();
+    void EndTransaction(bool commits);
 
-    /// The write lock of an edit, several of which may be held at a time.
-    void LockForEdit();
-    void UnlockEdit() noexcept;
+    /// Read transactions, which may be nested: see ReadTransaction.
+    void BeginReadTransaction();
+    void EndReadTransaction() noexcept;
 
-    Moment Now();
-    bool IsStill(const Moment& moment) const;
+    /// The write lock of an edit. One set has it at a time: the last that asked.
+    void LockForEdit(const TableSet& set);
+    void UnlockEdit(const TableSet& set) noexcept;
 
-    /// Brings changes that wait in the log into the file, once there are enough of them.
+    /// To be called after a statement has read: the version that it read.
+    DataVersion Version();
+    /// Whether nothing was written since: nothing by this connection, and nothing by another that it has noticed.
+    bool IsCurrent(const DataVersion& version) const;
+    /// Notices what others have written.
+    void LookForChanges();
+
+    /// Lets go of the file and moves changes from the log into it, once there are enough of them.
     void Idle();
 
 private:
-    void RequireTransaction() const;
+    void DropPlans();
+    void FinishAllReading();
     void Begin();
-    void BeginAgain() noexcept;
     void Commit();
-    const void* LogHead();
+    void Rollback();
     void Checkpoint(int pages);
 
     sqlite3* database = nullptr;
     QString path;
-    std::unordered_map<std::u16string, std::unique_ptr<Plan>> plans;
-    std::vector<std::unique_ptr<Plan>> retired; // of tables that were changed: sets may still point at them
-    std::unordered_map<std::string, Statement> kept;
+    std::unordered_map<std::u16string, std::shared_ptr<Plan>> plans;
+    std::unordered_map<std::string, Statement> prepared;
+    Statement holder; // while it is open the file is seen as it was
     Catalog catalog;
-    TableSet* reading = nullptr;
-    std::vector<TableSet*> watching;
+    std::vector<ListedSet*> reading;
     bool inTransaction = false;
-    int editLocks = 0;
+    int readTransactions = 0;
+    const TableSet* editing = nullptr; // the set whose edit has the write lock
     qint64 rollbacks = 0;
+    quint32 commitsSeen = 0;
     int logPages = 0;
-    const void* logHead = nullptr;
-};
-
-/// The write lock of one edit, given back on every way out.
-class EditLock {
-public:
-    explicit EditLock(Connection& locked) : connection(locked) { connection.LockForEdit(); }
-    ~EditLock() { connection.UnlockEdit(); }
-    EditLock(const EditLock&) = delete;
-    EditLock& operator=(const EditLock&) = delete;
-
-private:
-    Connection& connection;
 };
 
 /// Every connection of the program that is open now.
-const std::vector<Connection*>& OpenConnections();
+std::vector<Connection*>& OpenConnections();
 
 } // namespace dao

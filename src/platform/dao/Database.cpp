@@ -1,42 +1,56 @@
 #include "platform/dao/Database.h"
 
-#include "platform/basic/RuntimeError.h"
-#include "platform/dao/AnswerSet.h"
-#include "platform/dao/TableSet.h"
+#include "platform/dao/Errors.h"
+#include "platform/dao/ListedSet.h"
+#include "platform/dao/WholeSet.h"
 
 namespace dao {
+namespace {
+
+Table& Known(Connection& connection, const QString& name)
+{
+    Table* const table = connection.FindTable(name.toStdString());
+    if (table == nullptr)
+        throw RuntimeError(Error::UnknownField);
+    return *table;
+}
+
+} // namespace
 
 Connection& Database::Open() const
 {
     if (connection == nullptr || !connection->IsOpen())
-        throw basic::RuntimeError(basic::Error::ObjectClosed);
+        throw RuntimeError(Error::ObjectClosed);
     return *connection;
 }
 
 Recordset Database::OpenRecordset(const QString& statementOrTable) const
 {
-    Phrase phrase = TakeApart(statementOrTable);
-    Plan& plan = Open().PlanOf(statementOrTable, phrase.shape);
-    switch (plan.sort) {
-    case Plan::Sort::Rows:
-        return Recordset(std::make_shared<TableSet>(connection, plan, std::move(phrase.literals)));
-    case Plan::Sort::Answer:
-        return Recordset(std::make_shared<AnswerSet>(connection, plan, phrase.literals));
-    default:
-        throw basic::RuntimeError(basic::Error::InvalidOperation);
+    StatementShape split = ShapeOf(statementOrTable);
+    const std::shared_ptr<Plan> plan = Open().PlanOf(statementOrTable, split.shape);
+    switch (plan->kind) {
+    case Plan::Kind::Table:
+        return Recordset(std::make_shared<WholeSet>(connection, *plan->table));
+    case Plan::Kind::Rows:
+        return Recordset(std::make_shared<ListedSet>(connection, plan, std::move(split.literals)));
+    case Plan::Kind::Answer:
+        return Recordset(std::make_shared<AnswerSet>(connection, plan, split.literals));
+    case Plan::Kind::Change:
+        break;
     }
+    throw RuntimeError(Error::InvalidOperation);
 }
 
 int Database::Execute(const QString& statement, int options) const
 {
-    Phrase phrase = TakeApart(statement);
+    StatementShape split = ShapeOf(statement);
     const bool skipsFailures = (options & FailOnError) == 0;
     if (skipsFailures)
-        phrase.shape += u'!';
-    Plan& plan = Open().PlanOf(statement, phrase.shape, skipsFailures);
-    if (plan.sort == Plan::Sort::Rows || plan.sort == Plan::Sort::Answer)
-        throw basic::RuntimeError(basic::Error::NotAnAction);
-    return connection->Change(plan, phrase.literals);
+        split.shape += u'!';
+    const std::shared_ptr<Plan> plan = Open().PlanOf(statement, split.shape, skipsFailures);
+    if (plan->kind != Plan::Kind::Change)
+        throw RuntimeError(Error::NotAnAction);
+    return connection->Change(*plan, split.literals);
 }
 
 dao::TableDef Database::TableDef(const QString& table) const
@@ -52,12 +66,12 @@ void Database::BeginTrans() const
 
 void Database::CommitTrans() const
 {
-    Open().CommitTransaction();
+    Open().EndTransaction(true);
 }
 
 void Database::Rollback() const
 {
-    Open().RollbackTransaction();
+    Open().EndTransaction(false);
 }
 
 void Database::Close()
@@ -65,6 +79,16 @@ void Database::Close()
     if (connection != nullptr)
         connection->Close();
     connection.reset();
+}
+
+ReadTransaction::ReadTransaction(const Database& database) : connection(database.connection)
+{
+    database.Open().BeginReadTransaction();
+}
+
+ReadTransaction::~ReadTransaction()
+{
+    connection->EndReadTransaction();
 }
 
 Transaction::Transaction(Database database) : target(std::move(database))
@@ -78,7 +102,7 @@ Transaction::~Transaction()
         return;
     try {
         target.Rollback();
-    } catch (const basic::RuntimeError&) {
+    } catch (const RuntimeError&) {
         // The file was closed meanwhile, which has rolled it back.
     }
 }
@@ -87,6 +111,40 @@ void Transaction::Commit()
 {
     open = false;
     target.CommitTrans();
+}
+
+TableDef::TableDef(std::shared_ptr<Connection> database, const QString& table)
+    : connection(std::move(database)), tableName(table)
+{
+    Known(*connection, tableName);
+}
+
+int TableDef::FieldCount() const
+{
+    return Known(*connection, tableName).columns.Count();
+}
+
+QStringList TableDef::FieldNames() const
+{
+    const Columns& columns = Known(*connection, tableName).columns;
+    QStringList names;
+    for (int i = 0; i < columns.Count(); ++i)
+        names << QString::fromStdString(columns[i].name);
+    return names;
+}
+
+void TableDef::AppendField(const QString& name, FieldType, const Value& initially)
+{
+    const Table& table = Known(*connection, tableName);
+    const std::string field = name.toStdString();
+    if (table.columns.PositionOf(field) >= 0)
+        throw RuntimeError(Error::FieldExists);
+    const std::string constant =
+        initially.IsNull() ? "null" : QString::number(initially.Double(), 'g', 17).toStdString();
+    Statement alteration(connection->Handle(), "alter table " + Quoted(table.name) + " add column " + Quoted(field) +
+                                                   " REAL default " + constant);
+    connection->RunChange(alteration);
+    connection->ForgetTable(tableName.toStdString());
 }
 
 } // namespace dao

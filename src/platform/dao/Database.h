@@ -12,7 +12,7 @@ class Connection;
 /// Fails the whole statement on an error; the only option of Execute that the screens use.
 inline constexpr int FailOnError = 128;
 
-enum class FieldType { Integer = 3, Long = 4, Double = 7, Date = 8, Text = 10 };
+enum class FieldType { Double = 7 };
 
 /// A table's fields, for looking and for adding one.
 class TableDef {
@@ -41,8 +41,8 @@ public:
     bool IsOpen() const { return connection != nullptr; }
 
     /// Opens the rows of a select statement, or of a table by its name. Raises 3078 for an unknown table, 3061 for an
-    /// unknown field in a statement, 3075 for a statement that can't be read, 3085 for an unknown function, 3219 for a
-    /// statement that gives no rows.
+    /// unknown field in a statement, 3075 for a statement that can't be read (platform/dao/Dialect.h lists those that
+    /// can), 3085 for an unknown function, 3219 for a statement that gives no rows.
     Recordset OpenRecordset(const QString& statementOrTable) const;
 
     /// Runs a statement that gives no rows; returns the number of rows changed. Without FailOnError the rows that can
@@ -61,7 +61,22 @@ public:
     void Close();
 
 private:
+    friend class ReadTransaction;
     Connection& Open() const;
+    std::shared_ptr<Connection> connection;
+};
+
+/// While it lives, everything that is read shows the file as it was at the first reading, own changes included,
+/// whatever other programs write meanwhile. The file is locked once and not for each row: a screen's fill that looks up
+/// a row for each of its rows takes half the time. A change ends the transaction; what is read after it begins
+/// a new one.
+class ReadTransaction {
+public:
+    explicit ReadTransaction(const Database& database);
+    ~ReadTransaction();
+    Q_DISABLE_COPY_MOVE(ReadTransaction)
+
+private:
     std::shared_ptr<Connection> connection;
 };
 
@@ -70,8 +85,7 @@ class Transaction {
 public:
     explicit Transaction(Database database);
     ~Transaction();
-    Transaction(const Transaction&) = delete;
-    Transaction& operator=(const Transaction&) = delete;
+    Q_DISABLE_COPY_MOVE(Transaction)
     void Commit();
 
 private:

@@ -1,358 +1,249 @@
 #include "platform/dao/Dialect.h"
 
-#include "platform/basic/RuntimeError.h"
+#include "platform/dao/Errors.h"
 #include "platform/dao/TextCompare.h"
 #include "platform/dao/Tokenizer.h"
 
 #include <algorithm>
-#include <array>
 
 namespace dao {
 namespace {
 
-constexpr std::array keywords = {"select", "distinct", "all",    "from",    "where",  "and",    "or",   "not",
-                                 "is",     "null",     "in",     "between", "like",   "order",  "by",   "asc",
-                                 "desc",   "group",    "having", "as",      "join",   "inner",  "left", "outer",
-                                 "on",     "union",    "insert", "into",    "values", "update", "set",  "delete",
-                                 "exists", "case",     "when",   "then",    "else",   "end"};
-constexpr std::array functions = {"count", "sum", "avg", "min", "max", "abs", "round", "length"};
+constexpr const char* Keywords[] = {"select", "from", "where", "and",    "like", "order", "by",
+                                    "asc",    "desc", "as",    "update", "set",  "delete"};
 
-bool IsKeyword(const Token& token)
-{
-    return std::ranges::any_of(keywords, [&](const char* word) { return token.Is(word); });
-}
-
-/// Writes the tokens of a statement in the store's language, one blank between any two: so nothing that isn't a token
-/// here can come together to one there, a comment for instance.
-class Writer {
+/// Reads the tokens of one statement and writes them in SQLite's language, a blank between any two: so nothing that
+/// isn't a token here can come together to one there, a comment for instance.
+class Parser {
 public:
-    Writer(QStringView whole, const TableFinder& tableFinder)
-        : statement(whole), tokens(Tokens(whole)), find(tableFinder)
-    {
-    }
+    explicit Parser(QStringView text) : statement(text), tokens(Tokens(text)) { tokens.emplace_back(); }
 
-    std::size_t Count() const { return tokens.size(); }
-    /// The token at a place; an empty one behind the end.
-    Token At(std::size_t place) const { return place < tokens.size() ? tokens[place] : Token{}; }
-
-    Table& TableAt(std::size_t place);
-    /// Reads which tables the statement names, so that text columns are known wherever they stand.
-    void NoteTables();
-    void NoteTable(Table& table) { tables.push_back(&table); }
-
-    /// Raises 3070 for a name that isn't a column of the table.
-    void RequireColumns(const Table& table) const;
-
-    std::string Write(std::size_t from, std::size_t to);
-    [[noreturn]] void Refuse(std::size_t place) const;
+    Plan ReadStatement(const TableFinder& find, bool skipsFailures);
+    std::string ReadCondition(Table& over);
 
 private:
-    enum class Clause : quint8 { Names, Tables, Conditions, Order };
+    const Token& Next() const { return tokens[at]; }
+    bool Accept(const char* word);
+    bool Accept(QStringView symbol);
+    void Require(bool isThere) const;
 
-    void FollowClause(std::size_t place);
-    void Enter(const Token& token);
-    bool ExpectsTable(std::size_t place) const;
-    bool StandsForTable(std::size_t place) const;
-    void WriteToken(std::size_t place);
-    void WriteName(std::size_t place);
-    void WriteColumn(std::size_t place);
-    bool IsTextColumn(const std::string& name) const;
-    void Put(std::string_view piece);
+    std::string ReadName();
+    void ReadTable(const TableFinder& find);
+    void ReadSelect(Plan& plan, const TableFinder& find);
+    std::string ReadItems();
+    std::string ReadAssignments();
+    std::string ReadWhere();
+    /// `order by` as the statement has it, then by key; whether that is by key alone.
+    std::pair<std::string, bool> ReadOrder();
+    std::string ReadTests();
+    std::string ReadLiteral();
+    int ReadColumn();
+    std::string Compared(int position) const;
 
     QStringView statement;
     std::vector<Token> tokens;
-    const TableFinder& find;
-    std::vector<Table*> tables;
-    std::string written;
-    Clause clause = Clause::Names;
-    std::vector<Clause> outerClauses; // of the parentheses that are open
+    std::size_t at = 0;
+    Table* table = nullptr;
+    Error unknownColumn = Error::UnknownColumn;
 };
 
-void Writer::Refuse(std::size_t place) const
+/// Raises 3075, with the statement from the next token on, unless what is expected is there.
+void Parser::Require(bool isThere) const
 {
-    if (place >= tokens.size())
+    if (isThere)
+        return;
+    if (Next().kind == Token::Kind::End)
         RaiseSyntaxError(statement);
-    RaiseSyntaxError(statement.sliced(tokens[place].text.data() - statement.data()));
+    RaiseSyntaxError(statement.sliced(Next().text.data() - statement.data()));
 }
 
-Table& Writer::TableAt(std::size_t place)
+bool Parser::Accept(const char* word)
 {
-    const Token token = At(place);
-    if (!token.IsName() || IsKeyword(token))
-        Refuse(place);
-    Table* const table = find(token.text.toUtf8().toStdString());
+    const bool is = Next().Is(word);
+    at += is ? 1 : 0;
+    return is;
+}
+
+bool Parser::Accept(QStringView symbol)
+{
+    const bool is = Next().IsSymbol(symbol);
+    at += is ? 1 : 0;
+    return is;
+}
+
+std::string Parser::ReadName()
+{
+    const bool isKeyword = std::ranges::any_of(Keywords, [this](const char* word) { return Next().Is(word); });
+    Require(Next().kind == Token::Kind::Word && !isKeyword);
+    return tokens[at++].text.toUtf8().toStdString();
+}
+
+void Parser::ReadTable(const TableFinder& find)
+{
+    const std::string name = ReadName();
+    table = find(name);
     if (table == nullptr)
-        throw basic::RuntimeError(basic::Error::UnknownTable, token.text.toString());
-    return *table;
+        throw RuntimeError(Error::UnknownTable, QString::fromStdString(name));
 }
 
-/// Goes on to this token: a word may open a clause, and parentheses end with the clause they began in.
-void Writer::FollowClause(std::size_t place)
+int Parser::ReadColumn()
 {
-    const Token& token = tokens[place];
-    if (token.IsSymbol(u'(')) {
-        outerClauses.push_back(clause);
-        if (clause == Clause::Tables && !ExpectsTable(place))
-            clause = Clause::Names; // the columns of an insert are no tables
-    } else if (token.IsSymbol(u')')) {
-        if (outerClauses.empty())
-            Refuse(place);
-        clause = outerClauses.back();
-        outerClauses.pop_back();
-    } else {
-        Enter(token);
-    }
+    const std::string name = ReadName();
+    const int position = table->columns.PositionOf(name);
+    if (position < 0)
+        throw RuntimeError(unknownColumn, QString::fromStdString(name));
+    return position;
 }
 
-void Writer::Enter(const Token& token)
+/// A column that was just read; its text is compared as the screens compare it.
+std::string Parser::Compared(int position) const
 {
-    if (token.Is("from") || token.Is("join") || token.Is("into") || token.Is("update"))
-        clause = Clause::Tables;
-    else if (token.Is("where") || token.Is("on") || token.Is("having"))
-        clause = Clause::Conditions;
-    else if (token.Is("order") || token.Is("group"))
-        clause = Clause::Order;
-    else if (token.Is("select") || token.Is("set") || token.Is("values"))
-        clause = Clause::Names;
-}
-
-/// In the clause of tables: right behind the word that opens it, or behind a comma, in parentheses or not. What else
-/// stands there is an alias.
-bool Writer::ExpectsTable(std::size_t place) const
-{
-    while (place > 0 && At(place - 1).IsSymbol(u'('))
-        --place;
-    if (clause != Clause::Tables || place == 0)
-        return false;
-    const Token before = At(place - 1);
-    return before.IsSymbol(u',') || before.Is("from") || before.Is("join") || before.Is("into") || before.Is("update");
-}
-
-/// A table stands in the clause of tables, or behind "in" for the values of its one column.
-bool Writer::StandsForTable(std::size_t place) const
-{
-    const bool name = At(place).IsName() && !IsKeyword(At(place));
-    return name && (ExpectsTable(place) || (place > 0 && At(place - 1).Is("in")));
-}
-
-void Writer::NoteTables()
-{
-    for (std::size_t i = 0; i < tokens.size(); ++i) {
-        FollowClause(i);
-        if (StandsForTable(i))
-            NoteTable(TableAt(i));
-    }
-    clause = Clause::Names;
-    outerClauses.clear();
-}
-
-void Writer::RequireColumns(const Table& table) const
-{
-    for (std::size_t i = 0; i < tokens.size(); ++i) {
-        const bool column =
-            tokens[i].IsName() && !IsKeyword(tokens[i]) && !At(i + 1).IsSymbol(u'(') && !At(i + 1).IsSymbol(u'.');
-        if (column && table.columns.PositionOf(tokens[i].text.toUtf8().toStdString()) < 0)
-            throw basic::RuntimeError(basic::Error::UnknownExpression, tokens[i].text.toString());
-    }
-}
-
-void Writer::Put(std::string_view piece)
-{
-    if (!written.empty())
-        written += ' ';
-    written += piece;
-}
-
-bool Writer::IsTextColumn(const std::string& name) const
-{
-    return std::ranges::any_of(tables, [&](const Table* table) {
-        const int position = table->columns.PositionOf(name);
-        return position >= 0 && table->columns[position].type == ColumnType::Text;
-    });
-}
-
-void Writer::WriteColumn(std::size_t place)
-{
-    const std::string name = tokens[place].text.toUtf8().toStdString();
-    Put(Quoted(name));
-    const bool compares = clause == Clause::Conditions || clause == Clause::Order;
-    if (!compares || At(place + 1).IsSymbol(u'.') || !IsTextColumn(name))
-        return;
+    const Column& column = table->columns[position];
     // A text without letters is equal to itself alone, so an index of the column may serve.
-    const bool plainEquality = At(place + 1).IsSymbol(u'=') && At(place + 2).sort == Token::Sort::PlainText;
-    if (!plainEquality)
-        Put(std::string("collate ") + textCollation);
+    const bool plainEquality = Next().IsSymbol(u"=") && tokens[at + 1].kind == Token::Kind::PlainText;
+    const bool collates = column.type == ColumnType::Text && !plainEquality;
+    return " " + Quoted(column.name) + (collates ? std::string(" collate ") + TextCollation : "");
 }
 
-void Writer::WriteName(std::size_t place)
+std::string Parser::ReadLiteral()
 {
-    const Token& token = tokens[place];
-    if (StandsForTable(place)) {
-        Put(Quoted(TableAt(place).name));
-        return;
+    const bool isNegative = Accept(u"-");
+    Require(Next().IsLiteral());
+    ++at;
+    return isNegative ? " - ?" : " ?";
+}
+
+std::string Parser::ReadTests()
+{
+    std::string tests;
+    do {
+        tests += (tests.empty() ? "" : " and") + Compared(ReadColumn());
+        constexpr QStringView comparisons[] = {u"=", u"<", u">", u"<=", u">=", u"<>"};
+        const bool compares =
+            std::ranges::any_of(comparisons, [this](QStringView each) { return Next().IsSymbol(each); });
+        Require(compares || Next().Is("like"));
+        tests += " " + tokens[at++].text.toUtf8().toStdString();
+        tests += ReadLiteral();
+    } while (Accept("and"));
+    return tests;
+}
+
+std::string Parser::ReadWhere()
+{
+    return Accept("where") ? " where" + ReadTests() : std::string();
+}
+
+std::pair<std::string, bool> Parser::ReadOrder()
+{
+    std::string order;
+    bool isByKey = true;
+    if (Accept("order")) {
+        Require(Accept("by"));
+        do {
+            const int column = ReadColumn();
+            const bool isFirst = order.empty();
+            order += Compared(column);
+            const bool descends = Accept("desc");
+            if (!descends)
+                Accept("asc");
+            order += descends ? " desc," : ",";
+            isByKey = isFirst && column == table->keyColumn && !descends;
+        } while (Accept(u","));
     }
-    if (token.sort == Token::Sort::Word && At(place + 1).IsSymbol(u'(')) {
-        const bool known = std::ranges::any_of(functions, [&](const char* name) { return token.Is(name); });
-        if (!known)
-            throw basic::RuntimeError(basic::Error::UnknownFunction, token.text.toString());
-        Put(token.text.toUtf8().toStdString());
-        return;
-    }
-    WriteColumn(place);
+    return {" order by" + order + " " + table->key, isByKey};
 }
 
-void Writer::WriteToken(std::size_t place)
+/// What a select gives when it isn't whole rows; the fields are SQLite's to look for.
+std::string Parser::ReadItems()
 {
-    const Token& token = tokens[place];
-    FollowClause(place);
-    if (token.IsLiteral()) {
-        if (clause == Clause::Order || clause == Clause::Tables)
-            Refuse(place);
-        Put("?");
-    } else if (token.sort == Token::Sort::Symbol) {
-        Put(token.IsSymbol(u'&') ? "||" : token.text.toUtf8().toStdString());
-    } else if (IsKeyword(token)) {
-        Put(token.text.toUtf8().toStdString());
-    } else {
-        WriteName(place);
-    }
+    std::string items;
+    do {
+        items += items.empty() ? " " : ", ";
+        const std::string name = ReadName();
+        if (Accept(u"(")) {
+            items += name + "(" + (Accept(u"*") ? "*" : Quoted(ReadName())) + ")";
+            Require(Accept(u")"));
+        } else {
+            items += Quoted(name);
+        }
+        if (Accept("as"))
+            items += " as " + Quoted(ReadName());
+    } while (Accept(u","));
+    return items;
 }
 
-std::string Writer::Write(std::size_t from, std::size_t to)
+std::string Parser::ReadAssignments()
 {
-    written.clear();
-    for (std::size_t i = from; i < to; ++i)
-        WriteToken(i);
-    if (!outerClauses.empty())
-        Refuse(tokens.size());
-    return std::move(written);
+    std::string assignments;
+    do {
+        assignments += (assignments.empty() ? " " : ", ") + Quoted(table->columns[ReadColumn()].name);
+        Require(Accept(u"="));
+        assignments += " =" + ReadLiteral();
+    } while (Accept(u","));
+    return assignments;
 }
 
-/// Whether the statement is `select * from TABLE [where ..] [order by ..]`, or a table's name alone.
-bool ReadsOneTable(const Writer& writer)
+void Parser::ReadSelect(Plan& plan, const TableFinder& find)
 {
-    if (writer.Count() == 1)
-        return writer.At(0).IsName();
-    const bool starts =
-        writer.At(0).Is("select") && writer.At(1).IsSymbol(u'*') && writer.At(2).Is("from") && writer.At(3).IsName();
-    const Token next = writer.At(4);
-    if (!starts || !(next.sort == Token::Sort::End || next.Is("where") || next.Is("order")))
-        return false;
-    for (std::size_t i = 4; i < writer.Count(); ++i) {
-        const Token token = writer.At(i);
-        if (token.Is("union") || token.Is("group") || token.Is("having"))
-            return false;
-    }
-    return true;
+    const bool isRows = Accept(u"*");
+    const std::string items = isRows ? std::string() : ReadItems();
+    Require(Accept("from"));
+    ReadTable(find);
+    const std::string where = ReadWhere();
+    const bool isOrdered = isRows || Next().Is("order");
+    const auto [order, isByKey] = ReadOrder();
+    plan.kind = !isRows ? Plan::Kind::Answer : isByKey && where.empty() ? Plan::Kind::Table : Plan::Kind::Rows;
+    if (plan.kind != Plan::Kind::Table)
+        plan.sql = "select " + (isRows ? table->rowParts : items) + " from " + Quoted(table->name) + where +
+                   (isOrdered ? order : std::string());
 }
 
-/// The place of the statement's own "order", not of one in parentheses; Count() when it has none.
-std::size_t PlaceOfOrder(const Writer& writer)
-{
-    int depth = 0;
-    for (std::size_t i = 0; i < writer.Count(); ++i) {
-        const Token token = writer.At(i);
-        depth += token.IsSymbol(u'(') ? 1 : token.IsSymbol(u')') ? -1 : 0;
-        if (depth == 0 && token.Is("order"))
-            return i;
-    }
-    return writer.Count();
-}
-
-bool OrdersByKeyAlone(const Writer& writer, std::size_t order, const Table& table)
-{
-    const bool one = writer.At(order + 1).Is("by") && writer.At(order + 2).IsName() &&
-                     (order + 3 == writer.Count() || (order + 4 == writer.Count() && writer.At(order + 3).Is("asc")));
-    return one && table.keyColumn >= 0 &&
-           table.columns.PositionOf(writer.At(order + 2).text.toUtf8().toStdString()) == table.keyColumn;
-}
-
-Plan RowsPlan(Writer& writer)
+Plan Parser::ReadStatement(const TableFinder& find, bool skipsFailures)
 {
     Plan plan;
-    plan.sort = Plan::Sort::Rows;
-    const bool nameAlone = writer.Count() == 1;
-    plan.table = &writer.TableAt(nameAlone ? 0 : 3);
-    writer.NoteTables();
-
-    const std::size_t order = PlaceOfOrder(writer);
-    std::string tail = " from " + Quoted(plan.table->name);
-    plan.isConditional = !nameAlone && order > 4;
-    if (plan.isConditional)
-        tail += " " + writer.Write(4, order);
-    const bool ordered = order < writer.Count();
-    if (ordered && (!writer.At(order + 1).Is("by") || order + 2 == writer.Count()))
-        writer.Refuse(order);
-    tail += ordered ? " " + writer.Write(order, writer.Count()) + "," : " order by ";
-    tail += plan.table->key;
-    plan.sql = "select " + plan.table->rowParts + tail;
-    plan.keysSql = "select " + plan.table->key + tail;
-    plan.whole = !plan.isConditional && (!ordered || OrdersByKeyAlone(writer, order, *plan.table));
+    if (Accept("select")) {
+        ReadSelect(plan, find);
+    } else if (Accept("update")) {
+        plan.kind = Plan::Kind::Change;
+        ReadTable(find);
+        Require(Accept("set"));
+        plan.sql = (skipsFailures ? "update or ignore " : "update ") + Quoted(table->name) + " set" + ReadAssignments();
+        plan.sql += ReadWhere();
+    } else if (Accept("delete")) {
+        plan.kind = Plan::Kind::Change;
+        Accept(u"*");
+        Require(Accept("from"));
+        ReadTable(find);
+        plan.sql = "delete from " + Quoted(table->name) + ReadWhere();
+    } else {
+        plan.kind = Plan::Kind::Table;
+        Require(tokens.size() == 2); // a name and the end
+        ReadTable(find);
+    }
+    Require(Next().kind == Token::Kind::End);
+    plan.table = table;
     return plan;
+}
+
+std::string Parser::ReadCondition(Table& over)
+{
+    table = &over;
+    unknownColumn = Error::UnknownExpression;
+    std::string tests = ReadTests();
+    Require(Next().kind == Token::Kind::End);
+    return tests;
 }
 
 } // namespace
 
-void Plan::ReleaseStatements()
-{
-    statement = Statement();
-    keysStatement = Statement();
-}
-
 Plan Translate(QStringView statement, const TableFinder& find, bool skipsFailures)
 {
-    Writer writer(statement, find);
-    if (writer.Count() == 0)
-        RaiseSyntaxError(statement);
-    if (ReadsOneTable(writer))
-        return RowsPlan(writer);
-
-    const Token verb = writer.At(0);
-    if (!(verb.Is("select") || verb.Is("delete") || verb.Is("update") || verb.Is("insert")))
-        writer.Refuse(0);
-    Plan plan;
-    writer.NoteTables();
-    if (verb.Is("select")) {
-        plan.sql = writer.Write(0, writer.Count());
-    } else if (verb.Is("delete")) {
-        plan.sort = Plan::Sort::Removal;
-        const std::size_t from = writer.At(1).IsSymbol(u'*') ? 2 : 1;
-        if (!writer.At(from).Is("from"))
-            writer.Refuse(from);
-        plan.table = &writer.TableAt(from + 1);
-        plan.sql = "delete " + writer.Write(from, writer.Count());
-    } else if (verb.Is("update")) {
-        plan.sort = Plan::Sort::Change;
-        plan.table = &writer.TableAt(1);
-        plan.sql = writer.Write(0, writer.Count());
-    } else {
-        plan.sort = Plan::Sort::Growth;
-        if (!writer.At(1).Is("into"))
-            writer.Refuse(1);
-        plan.table = &writer.TableAt(2);
-        plan.sql = writer.Write(0, writer.Count());
-    }
-    const bool mayPassOver = plan.sort == Plan::Sort::Change || plan.sort == Plan::Sort::Growth;
-    if (skipsFailures && mayPassOver)
-        plan.sql.insert(plan.sql.find(' '), " or ignore");
-    return plan;
+    return Parser(statement).ReadStatement(find, skipsFailures);
 }
 
-Criteria TranslateCriteria(QStringView condition, Table& table)
+std::string TranslateCondition(QStringView condition, Table& table)
 {
-    const TableFinder onlyThis = [](std::string_view) -> Table* { return nullptr; };
-    // The condition stands as it would behind "where", so that its columns are read as conditions are.
-    const QString whole = "where " + condition.toString();
-    Writer writer(whole, onlyThis);
-    // The parentheses that are put around it would make a condition of a bare statement.
-    if (writer.Count() < 2 || writer.At(1).Is("select") || writer.At(1).Is("values"))
-        RaiseSyntaxError(condition);
-    writer.NoteTable(table);
-    writer.RequireColumns(table);
-    const std::string text = writer.Write(0, writer.Count()).substr(std::string_view("where ").size());
-    const std::string lead = " from " + Quoted(table.name) + " where (" + text + ") and ";
-    return {"select 1" + lead + table.key + "=?",
-            "select " + table.key + lead + table.key + ">? and " + table.key + "<=? order by " + table.key};
+    return Parser(condition).ReadCondition(table);
 }
 
 } // namespace dao

@@ -7,38 +7,38 @@
 
 namespace dao {
 
-/// What a statement of the screens comes to in the store's own language.
+/// What a statement of the screens comes to in SQLite's language.
 struct Plan {
-    enum class Sort : quint8 {
-        Rows,   ///< rows of one table: a list of keys with live rows
-        Answer, ///< anything else that is read
-        Change, ///< update
-        Growth, ///< insert
-        Removal ///< delete
+    enum class Kind : quint8 {
+        Table,  ///< all rows of a table in the order of their keys: `sql` is empty
+        Rows,   ///< rows of one table: the key, then all columns
+        Answer, ///< single columns, counts and sums
+        Change  ///< an update or delete
     };
-    Sort sort = Sort::Answer;
-    Table* table = nullptr;     ///< the table of the rows, or the one that is changed
-    std::string sql;            ///< Rows: the key, then all columns
-    std::string keysSql;        ///< Rows: the same without the columns
-    bool isConditional = false; ///< Rows: a part of the table
-    bool whole = false;         ///< Rows: all of the table, in key order
-
-    Columns answer; ///< Answer: names and types, known once it is prepared
+    Kind kind = Kind::Answer;
+    Table* table = nullptr;
+    std::string sql;
     Statement statement;
-    Statement keysStatement;
-
-    void ReleaseStatements();
+    Columns answer; ///< Answer: names and types, known once it is prepared
 };
 
 /// Finds a table by name; null when there is none.
 using TableFinder = std::function<Table*(std::string_view)>;
 
-/// Translates a statement, or a table's name alone. With `skipsFailures` a change passes over the rows that can't be
-/// changed. Raises 3075 for what can't be read or isn't a select, insert, update or delete, 3078 for an unknown table,
-/// 3085 for an unknown function.
+/// Translates one statement:
+///
+///     TABLE
+///     select * from TABLE [where CONDITION] [order by FIELD [asc | desc], ..]
+///     select FIELD | FUNCTION(FIELD | *) [as NAME], .. from TABLE [where CONDITION] [order by ..]
+///     update TABLE set FIELD = LITERAL, .. [where CONDITION]
+///     delete [*] from TABLE [where CONDITION]
+///
+/// A condition compares fields with literals (= < > <= >= <> like), joined by "and". With `skipsFailures` an update
+/// passes over the rows that can't be changed. Raises 3075 for what can't be read, 3078 for an unknown table, 3061 for
+/// an unknown field.
 Plan Translate(QStringView statement, const TableFinder& find, bool skipsFailures);
 
-/// Translates a search condition over a table.
-Criteria TranslateCriteria(QStringView condition, Table& table);
+/// Translates a search condition over a table. Raises 3070 for an unknown field.
+std::string TranslateCondition(QStringView condition, Table& table);
 
 } // namespace dao

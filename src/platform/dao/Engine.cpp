@@ -3,7 +3,6 @@
 #include "platform/basic/RuntimeError.h"
 #include "platform/dao/Connection.h"
 #include "platform/dao/Opening.h"
-#include "platform/dao/TextCompare.h"
 #include "platform/dao/Workgroup.h"
 
 namespace dao {
@@ -12,9 +11,8 @@ struct Workspace::Session {
     std::vector<std::weak_ptr<Connection>> opened;
 
     Session() = default;
-    Session(const Session&) = delete;
-    Session& operator=(const Session&) = delete;
     ~Session() { Close(); }
+    Q_DISABLE_COPY_MOVE(Session)
 
     void Close()
     {
@@ -30,9 +28,7 @@ Database Workspace::OpenDatabase(const QString& path) const
 {
     if (session == nullptr)
         throw basic::RuntimeError(basic::Error::ObjectClosed);
-    StoreHandle handle = OpenForWork(path);
-    TeachTextComparison(handle.get());
-    const auto connection = std::make_shared<Connection>(handle.release(), path);
+    const auto connection = std::make_shared<Connection>(OpenForWork(path).release(), path);
     session->opened.push_back(connection);
     return Database(connection);
 }

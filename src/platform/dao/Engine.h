@@ -26,6 +26,16 @@ private:
     std::shared_ptr<Session> session;
 };
 
+/// A table whose rows the program adds, and where else the keys of its rows are held.
+struct KeyedTable {
+    struct Column {
+        QString table;
+        QString name;
+    };
+    QString table;
+    QList<Column> references;
+};
+
 /// The database engine: how workspaces are made, and the flush that every update ends with.
 class Engine {
 public:
@@ -33,6 +43,9 @@ public:
     QString DefaultUser;
     QString DefaultPassword;
     QString SystemDB; ///< path of the workgroup file
+    /// Tables that must never give a key twice. At the opening of a database of an older version they are changed so:
+    /// the next key is above every key that the table or a reference to it holds.
+    QList<KeyedTable> KeyedTables;
 
     /// Opens a session for `user`. Raises 3028 when the workgroup file is missing or can't be read, 3029 when user or
     /// password are not those it holds.

@@ -1,89 +1,74 @@
 #include "platform/dao/Opening.h"
 
-#include "platform/basic/RuntimeError.h"
 #include "platform/dao/Connection.h"
+#include "platform/dao/Errors.h"
+#include "platform/dao/TextCompare.h"
+#include "platform/dao/Upgrade.h"
 
 #include <QFile>
 #include <QFileInfo>
 #include <QUrl>
+#include <QtEndian>
 #include <sqlite3.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <array>
-#include <cstring>
 #include <map>
+#include <span>
+#include <tuple>
 
 namespace dao {
 namespace {
 
-constexpr int headSize = 100;
-/// Balances are sums over the index of days and amounts: 25 MB of it for a million acts. What holds it whole spares the
-/// next balance all its reading, whatever was read in between.
-constexpr auto cacheOfBalances = "pragma cache_size=-49152"; // in KiB
-constexpr std::string_view magic("SQLite format 3\0", 16);
+/// Balances are sums over the index of days and amounts: 25 MB of it for a million acts. A cache that holds it whole
+/// spares the next balance all its reading, whatever was read in between.
+constexpr auto CacheOfBalances = "pragma cache_size=-49152"; // in KiB
 
-using Head = std::array<unsigned char, headSize>;
-
-int NumberAt(const Head& head, std::size_t place)
-{
-    return int(quint32(head[place]) << 24 | quint32(head[place + 1]) << 16 | quint32(head[place + 2]) << 8 |
-               quint32(head[place + 3]));
-}
-
-/// Opens the file itself, without a lock and without its log. Not by a file of our own: closing one would take away the
+/// Opens the file alone, without a lock and without its log. Not by a file of our own: closing one would release the
 /// locks that this process holds on the same file through another connection.
-StoreHandle OpenStill(const QString& path)
+SqliteHandle OpenImmutable(const QString& path)
 {
-    const QByteArray uri = "file:" + QUrl::toPercentEncoding(QFileInfo(path).absoluteFilePath(), "/") + "?immutable=1";
-    sqlite3* opened = nullptr;
-    const int code = sqlite3_open_v2(uri.constData(), &opened,
-                                     SQLITE_OPEN_READONLY | SQLITE_OPEN_URI | SQLITE_OPEN_NOMUTEX, nullptr);
-    StoreHandle handle(opened);
-    Check(opened, code);
-    return handle;
-}
-
-/// The first bytes of the file; raises 3343 when it is shorter.
-Head HeadOf(sqlite3* database, const QString& name)
-{
-    Head head{};
-    sqlite3_file* file = nullptr;
-    sqlite3_file_control(database, "main", SQLITE_FCNTL_FILE_POINTER, &file);
-    if (file == nullptr || file->pMethods == nullptr ||
-        file->pMethods->xRead(file, head.data(), headSize, 0) != SQLITE_OK)
-        throw basic::RuntimeError(basic::Error::UnrecognizedFormat, name);
-    return head;
+    const QByteArray address = QUrl::toPercentEncoding(QFileInfo(path).absoluteFilePath(), "/");
+    return OpenHardened("file:" + QString::fromLatin1(address) + "?immutable=1",
+                        SQLITE_OPEN_READONLY | SQLITE_OPEN_URI);
 }
 
 [[noreturn]] void RaiseNewer(const QString& name)
 {
-    throw basic::RuntimeError::Described(
-        basic::Error::UnrecognizedFormat,
-        "Format de base de données '" + name +
-            "' non reconnu : le fichier vient d'une version plus récente du programme.");
+    throw RuntimeError::Described(Error::UnrecognizedFormat,
+                                  "Format de base de données '" + name +
+                                      "' non reconnu : le fichier vient d'une version plus récente du programme.");
 }
 
-void CheckHead(const Head& head, const QString& name)
+/// The file's header as it is on the disk. A checkpoint that was cut off leaves a header that SQLite takes only
+/// together with the log, so no pragma reads it from the file alone.
+struct Header {
+    std::array<unsigned char, 100> bytes{};
+
+    quint32 NumberAt(std::size_t offset) const { return qFromBigEndian<quint32>(bytes.data() + offset); }
+    qint64 PageSize() const { return bytes[16] == 0 && bytes[17] == 1 ? 65536 : bytes[16] << 8 | bytes[17]; }
+    bool IsInRollbackMode() const { return bytes[18] == 1; }
+};
+
+/// Raises 3343 unless the file is a database of this program, and not of a newer one.
+Header HeaderOf(sqlite3* immutable, const QString& name)
 {
-    constexpr std::size_t versionPlace = 60;
-    constexpr std::size_t markPlace = 68;
-    const bool ours =
-        std::memcmp(head.data(), magic.data(), magic.size()) == 0 && NumberAt(head, markPlace) == applicationMark;
-    if (!ours)
-        throw basic::RuntimeError(basic::Error::UnrecognizedFormat, name);
-    if (NumberAt(head, versionPlace) > formVersion)
+    constexpr std::string_view magic("SQLite format 3\0", 16);
+    Header header;
+    sqlite3_file* file = nullptr;
+    sqlite3_file_control(immutable, "main", SQLITE_FCNTL_FILE_POINTER, &file);
+    const bool isOurs = file != nullptr && file->pMethods != nullptr &&
+                        file->pMethods->xRead(file, header.bytes.data(), int(header.bytes.size()), 0) == SQLITE_OK &&
+                        std::ranges::equal(magic, std::span(header.bytes).first(magic.size()),
+                                           [](char left, unsigned char right) { return left == char(right); }) &&
+                        header.NumberAt(68) == ApplicationId;
+    if (!isOurs)
+        throw RuntimeError(Error::UnrecognizedFormat, name);
+    if (header.NumberAt(60) > SchemaVersion)
         RaiseNewer(name);
-}
-
-void RequireFile(const QString& path)
-{
-    const QFileInfo file(path);
-    if (!file.isFile())
-        throw basic::RuntimeError(basic::Error::DatabaseNotFound, path);
-    if (!file.isReadable())
-        throw basic::RuntimeError(basic::Error::PermissionDenied);
+    return header;
 }
 
 /// A log or journal beside the file holds pages that the file alone doesn't show.
@@ -92,56 +77,34 @@ bool StandsAlone(const QString& path)
     return QFileInfo(path + "-wal").size() == 0 && QFileInfo(path + "-journal").size() == 0;
 }
 
-/// Nothing that a file holds may make the store do more than keep rows.
-void Harden(sqlite3* database)
+/// A log beside a file in rollback mode was left by another file that had this name, before an archive copy was put
+/// back: its pages must not get into this one. It is kept under a name that SQLite doesn't look for.
+void SetForeignLogAside(const QString& path, const Header& header)
 {
-    sqlite3_extended_result_codes(database, 1);
-    sqlite3_busy_timeout(database, busyMilliseconds);
-    sqlite3_db_config(database, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
-    sqlite3_db_config(database, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
-    // Words between double quotes are names or errors, never text by mistake.
-    sqlite3_db_config(database, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
-    sqlite3_db_config(database, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
-    RunOnce(database, "pragma cell_size_check=on");
-}
-
-/// A log beside a file in rollback form was left by another file that stood under this name, before an archive copy was
-/// put back: its pages must not get into this one. It is kept under a name that the store doesn't look for.
-void SetForeignLogAside(const QString& path, const Head& head)
-{
-    constexpr std::size_t formPlace = 18;
-    constexpr unsigned char rollbackForm = 1;
     const QString log = path + "-wal";
-    if (head[formPlace] != rollbackForm || QFileInfo(log).size() == 0)
+    if (QFileInfo(log).size() == 0 || !header.IsInRollbackMode())
         return;
     QString aside = log + ".set-aside";
     for (int i = 2; QFileInfo::exists(aside); ++i)
         aside = log + ".set-aside-" + QString::number(i);
     if (!QFile::rename(log, aside))
-        throw basic::RuntimeError(basic::Error::PathAccess);
+        throw RuntimeError(Error::PathAccess);
 }
 
-/// What tells that nobody has written to a file since: which one it is, its size and the moment of its last change.
-struct FileState {
-    ino_t number = 0;
-    off_t size = 0;
-    qint64 changedSeconds = 0;
-    qint64 changedNanoseconds = 0;
-    bool operator==(const FileState&) const = default;
-};
+/// File identity: inode, size, mtime.
+using FileIdentity = std::tuple<ino_t, off_t, time_t, long>;
 
-FileState StateOf(const QString& path)
+FileIdentity IdentityOf(const QString& path)
 {
     struct stat state = {};
-    if (::stat(SystemPath(path).c_str(), &state) != 0)
-        return {};
+    ::stat(SystemPath(path).c_str(), &state);
     return {state.st_ino, state.st_size, state.st_mtim.tv_sec, state.st_mtim.tv_nsec};
 }
 
 /// The files that this program has worked with and closed, as they were then.
-std::map<QString, FileState>& ClosedSound()
+std::map<QString, FileIdentity>& ClosedSound()
 {
-    static std::map<QString, FileState> files;
+    static auto& files = *new std::map<QString, FileIdentity>; // never destroyed: a global handle may close later
     return files;
 }
 
@@ -152,61 +115,28 @@ bool IsKnownSound(const QString& path)
     if (std::ranges::any_of(OpenConnections(), hasOpen))
         return true;
     const auto closed = ClosedSound().find(path);
-    return closed != ClosedSound().end() && closed->second == StateOf(path) && StandsAlone(path);
+    return closed != ClosedSound().end() && closed->second == IdentityOf(path) && StandsAlone(path);
 }
 
-StoreHandle OpenReally(const QString& path, int flags)
+/// Raises 3049 when the file ends within a page. Pages are written whole; SQLite would take what is missing of the last
+/// one for zeros, be it amounts that are lost.
+void RequireWholePages(const Header& header, const QString& path)
 {
-    sqlite3* opened = nullptr;
-    const int code = sqlite3_open_v2(SystemPath(path).c_str(), &opened, flags | SQLITE_OPEN_NOMUTEX, nullptr);
-    StoreHandle handle(opened);
-    Check(opened, code);
-    Harden(opened);
-    return handle;
+    if (header.PageSize() == 0 || QFileInfo(path).size() % header.PageSize() != 0)
+        throw RuntimeError(Error::DamagedDatabase, QFileInfo(path).fileName());
 }
 
-/// Errors by which the store says that a file with our mark is no file of the store are damage.
-template <class Work>
-void NamingDamage(const QString& name, Work work)
-{
-    try {
-        work();
-    } catch (const basic::RuntimeError& error) {
-        if (error.Code() == basic::Error::DamagedDatabase ||
-            (error.Code() == basic::Error::UnrecognizedFormat &&
-             error.Description() == basic::RuntimeError(basic::Error::UnrecognizedFormat).Description()))
-            throw basic::RuntimeError(basic::Error::DamagedDatabase, name);
-        throw;
-    }
-}
-
-/// Raises 3049 when the file ends within a page. Pages are written whole; the store would take what is missing of the
-/// last one for zeros and say nothing, be it amounts that are lost.
-void RequireWholePages(sqlite3* database, const Head& head, const QString& name)
-{
-    constexpr std::size_t pageSizePlace = 16;
-    constexpr int largestPage = 65536; // the only size that two bytes can't hold; they say 1 for it
-    const int told = head[pageSizePlace] << 8 | head[pageSizePlace + 1];
-    const int pageSize = told == 1 ? largestPage : told;
-    sqlite3_file* file = nullptr;
-    sqlite3_file_control(database, "main", SQLITE_FCNTL_FILE_POINTER, &file);
-    sqlite3_int64 size = 0;
-    Check(database, file->pMethods->xFileSize(file, &size));
-    if (pageSize == 0 || size % pageSize != 0)
-        throw basic::RuntimeError(basic::Error::DamagedDatabase, name);
-}
-
-/// Looks over all pages of a file that nobody has open, without making anything beside it. False when another program
-/// came in meanwhile, so that the look must be taken through its log.
-bool IsSoundAlone(sqlite3* still, const Head& head, const QString& path, const QString& name)
+/// Checks all pages of a file that nobody has open, without making anything beside it. False when another program came
+/// in meanwhile, so that the check must be made through its log.
+bool IsSoundAlone(sqlite3* immutable, const Header& header, const QString& path)
 {
     if (!StandsAlone(path))
         return false;
-    RequireWholePages(still, head, name);
-    if (FirstDamage(still).isEmpty())
+    RequireWholePages(header, path);
+    if (FirstDamage(immutable).isEmpty())
         return true;
     if (StandsAlone(path))
-        throw basic::RuntimeError(basic::Error::DamagedDatabase, name);
+        throw RuntimeError(Error::DamagedDatabase, QFileInfo(path).fileName());
     return false;
 }
 
@@ -214,6 +144,23 @@ bool IsSoundAlone(sqlite3* still, const Head& head, const QString& path, const Q
 void KeepLogAtClose(sqlite3* database, bool keeps)
 {
     sqlite3_db_config(database, SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, keeps ? 1 : 0, nullptr);
+}
+
+/// Checks and prepares what was opened. Returns the version of its tables: a change of it may be in the log alone.
+qint64 PrepareForWork(sqlite3* database, bool isChecked)
+{
+    if (!isChecked && !FirstDamage(database).isEmpty())
+        throw RuntimeError(Error::DamagedDatabase);
+    const qint64 version = WholeAnswer(database, "pragma user_version");
+    if (version > SchemaVersion)
+        return version;
+    if (TextAnswer(database, "pragma journal_mode=wal") != "wal")
+        throw RuntimeError(Error::ReadOnly);
+    RunOnce(database, "pragma synchronous=full");
+    RunOnce(database, CacheOfBalances);
+    DefineTextComparison(database);
+    BringUpToDate(database, DBEngine.KeyedTables);
+    return version;
 }
 
 } // namespace
@@ -231,69 +178,87 @@ bool IsWritable(const QString& path)
     return ::stat(name.c_str(), &state) == 0 && (state.st_mode & anyWrite) != 0 && ::access(name.c_str(), W_OK) == 0;
 }
 
+void RequireFile(const QString& path)
+{
+    const QFileInfo file(path);
+    if (!file.isFile())
+        throw RuntimeError(Error::DatabaseNotFound, path);
+    if (!file.isReadable())
+        throw RuntimeError(Error::PermissionDenied);
+}
+
+SqliteHandle OpenHardened(const QString& path, int flags)
+{
+    sqlite3* opened = nullptr;
+    const int code = sqlite3_open_v2(SystemPath(path).c_str(), &opened, flags | SQLITE_OPEN_NOMUTEX, nullptr);
+    SqliteHandle handle(opened);
+    Check(opened, code);
+    sqlite3_extended_result_codes(opened, 1);
+    sqlite3_busy_timeout(opened, busyMilliseconds);
+    sqlite3_db_config(opened, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
+    // Words between double quotes are names or errors, never text by mistake.
+    for (const int option : {SQLITE_DBCONFIG_TRUSTED_SCHEMA, SQLITE_DBCONFIG_DQS_DML, SQLITE_DBCONFIG_DQS_DDL,
+                             SQLITE_DBCONFIG_ENABLE_LOAD_EXTENSION, SQLITE_DBCONFIG_ENABLE_FTS3_TOKENIZER})
+        sqlite3_db_config(opened, option, 0, nullptr);
+    RunOnce(opened, "pragma cell_size_check=on");
+    return handle;
+}
+
 QString FirstDamage(sqlite3* database)
 {
     try {
         const std::string answer = TextAnswer(database, "pragma quick_check(1)");
         return answer == "ok" ? QString() : QString::fromStdString(answer);
-    } catch (const basic::RuntimeError& error) {
-        if (error.Code() == basic::Error::DamagedDatabase || error.Code() == basic::Error::UnrecognizedFormat)
+    } catch (const RuntimeError& error) {
+        if (error.Code() == Error::DamagedDatabase || error.Code() == Error::UnrecognizedFormat)
             return error.Description();
         throw;
     }
 }
 
-StoreHandle OpenForWork(const QString& path)
+SqliteHandle OpenForWork(const QString& path)
 {
     RequireFile(path);
     const QString name = QFileInfo(path).fileName();
     bool isChecked = IsKnownSound(path);
     {
-        const StoreHandle still = OpenStill(path);
-        const Head head = HeadOf(still.get(), name);
-        CheckHead(head, name);
+        const SqliteHandle immutable = OpenImmutable(path);
+        const Header header = HeaderOf(immutable.get(), name);
         if (!IsWritable(path) || !IsWritable(QFileInfo(path).absolutePath()))
-            throw basic::RuntimeError(basic::Error::ReadOnly);
-        SetForeignLogAside(path, head);
-        Harden(still.get());
-        isChecked = isChecked || IsSoundAlone(still.get(), head, path, name);
+            throw RuntimeError(Error::ReadOnly);
+        SetForeignLogAside(path, header);
+        isChecked = isChecked || IsSoundAlone(immutable.get(), header, path);
     }
-
-    StoreHandle handle = OpenReally(path, SQLITE_OPEN_READWRITE);
-    sqlite3* const database = handle.get();
-    KeepLogAtClose(database, true);
-    NamingDamage(name, [&] {
-        if (!isChecked && !FirstDamage(database).isEmpty())
-            throw basic::RuntimeError(basic::Error::DamagedDatabase, name);
-        // A change of form may still stand in the log alone.
-        if (WholeAnswer(database, "pragma user_version") > formVersion)
-            RaiseNewer(name);
-        if (TextAnswer(database, "pragma journal_mode=wal") != "wal")
-            throw basic::RuntimeError(basic::Error::ReadOnly);
-        RunOnce(database, "pragma synchronous=full");
-        RunOnce(database, cacheOfBalances);
-    });
-    KeepLogAtClose(database, false);
+    SqliteHandle handle = OpenHardened(path, SQLITE_OPEN_READWRITE);
+    KeepLogAtClose(handle.get(), true);
+    qint64 version = 0;
+    try {
+        version = PrepareForWork(handle.get(), isChecked);
+    } catch (const RuntimeError& error) {
+        if (error.Code() == Error::DamagedDatabase || error.Code() == Error::UnrecognizedFormat)
+            throw RuntimeError(Error::DamagedDatabase, name);
+        throw;
+    }
+    if (version > SchemaVersion)
+        RaiseNewer(name);
+    KeepLogAtClose(handle.get(), false);
     return handle;
 }
 
 void RememberSound(const QString& path)
 {
-    ClosedSound()[path] = StateOf(path);
+    ClosedSound()[path] = IdentityOf(path);
 }
 
-StoreHandle OpenForReading(const QString& path)
+SqliteHandle OpenForReading(const QString& path)
 {
     RequireFile(path);
-    const QString name = QFileInfo(path).fileName();
-    StoreHandle still = OpenStill(path);
-    const Head head = HeadOf(still.get(), name);
-    CheckHead(head, name);
+    SqliteHandle immutable = OpenImmutable(path);
+    const Header header = HeaderOf(immutable.get(), QFileInfo(path).fileName());
     if (!StandsAlone(path))
-        return OpenReally(path, SQLITE_OPEN_READONLY);
-    RequireWholePages(still.get(), head, name);
-    Harden(still.get());
-    return still;
+        return OpenHardened(path, SQLITE_OPEN_READONLY);
+    RequireWholePages(header, path);
+    return immutable;
 }
 
 } // namespace dao

@@ -2,34 +2,49 @@
 
 #include "platform/dao/Sqlite.h"
 
+#include <QScopeGuard>
 #include <QString>
+#include <sys/stat.h>
 
 namespace dao {
 
-/// What marks a database as this program's, and the newest form of it that this program knows.
-inline constexpr int applicationMark = 0x5A455031;
-inline constexpr int formVersion = 1;
+/// What marks a database as this program's, and the newest version of its tables that this program knows.
+inline constexpr int ApplicationId = 0x5A455031;
+inline constexpr int SchemaVersion = 2;
 
-/// Opens a database for reading and writing after all the checks that Workspace::OpenDatabase tells of. A file that is
+/// Opens a connection in which nothing that the file holds may make SQLite do more than keep rows. `flags` are those of
+/// sqlite3_open_v2.
+SqliteHandle OpenHardened(const QString& path, int flags);
+
+/// Opens a database for reading and writing after all the checks that Workspace::OpenDatabase lists. A file that is
 /// refused is left as it was, and nothing is made beside it as far as the checks can do without.
-StoreHandle OpenForWork(const QString& path);
+SqliteHandle OpenForWork(const QString& path);
 
 /// To be called when this program has closed a database: as long as nobody else changes the file, opening it again
-/// doesn't look over all its pages again.
+/// doesn't check all its pages again.
 void RememberSound(const QString& path);
 
 /// Opens a database for looking at it only, whatever its state but with this program's mark: 3024, 3343. Makes no file
 /// beside it unless a log is there.
-StoreHandle OpenForReading(const QString& path);
+SqliteHandle OpenForReading(const QString& path);
 
-/// The first damage that a quick look over all pages finds; empty for a sound file.
+/// The first damage that a quick check of all pages finds; empty for a sound file.
 QString FirstDamage(sqlite3* database);
+
+/// Raises 3024 when there is no such file, 70 when it may not be read.
+void RequireFile(const QString& path);
 
 /// Whether the file or folder may be written, by its mode as well as by our rights (an administrator's rights go past a
 /// mode that was meant to protect it).
 bool IsWritable(const QString& path);
 
-/// The path as the system's calls take it.
+/// Files that are made while what it returns lives are readable by their owner alone.
+[[nodiscard]] inline auto ForOwnerOnly()
+{
+    return qScopeGuard([before = ::umask(S_IRWXG | S_IRWXO)] { ::umask(before); });
+}
+
+/// The path as system calls take it.
 std::string SystemPath(const QString& path);
 
 } // namespace dao

@@ -1,13 +1,11 @@
 #pragma once
 
 #include "platform/basic/RuntimeError.h"
-#include "platform/dao/Value.h"
+#include "platform/dao/Sqlite.h"
 
 #include <QStringList>
 #include <functional>
 #include <vector>
-
-struct sqlite3;
 
 namespace dao {
 
@@ -45,14 +43,11 @@ struct QueryLimits {
 /// Reads a database through a connection of its own that can't write, and at one moment: everything that one object
 /// reads is what stood there at the first reading, whatever is written meanwhile.
 ///
-/// Statements are in the store's own SQL, from people who write report templates: they may select and nothing else.
+/// Statements are in SQLite's language, from people who write report templates: they may select and nothing else.
 class ReadOnlyQuery {
 public:
     /// Raises 3024 when the file is missing, 3343 when it is no database, 3049 when it is damaged.
     explicit ReadOnlyQuery(const QString& path);
-    ~ReadOnlyQuery();
-    ReadOnlyQuery(const ReadOnlyQuery&) = delete;
-    ReadOnlyQuery& operator=(const ReadOnlyQuery&) = delete;
 
     /// Runs one select with its parameters ?1, ?2 ... . A field of a date column reads as dd/mm/yyyy.
     ///
@@ -66,7 +61,7 @@ public:
     QStringList FieldsOf(const QString& select) const;
 
 private:
-    sqlite3* database = nullptr;
+    SqliteHandle database;
 };
 
 } // namespace dao

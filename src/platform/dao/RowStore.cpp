@@ -1,48 +1,66 @@
 #include "platform/dao/RowStore.h"
 
-#include <sqlite3.h>
+#include "platform/dao/Sqlite.h"
 
 namespace dao {
+namespace {
 
-void RowStore::Append(sqlite3_stmt* statement, int first, int columns)
+constexpr std::size_t MostSpare = 8;
+constexpr std::size_t LargestSpare = std::size_t(1) << 20; // bytes
+
+} // namespace
+
+std::vector<RowStore::Memory>& RowStore::Spare()
 {
-    width = std::size_t(columns);
-    const std::size_t start = cells.size();
-    cells.resize(start + width);
-    for (int i = 0; i < columns; ++i)
-        Take(sqlite3_column_value(statement, first + i), cells[start + std::size_t(i)]);
-    ++count;
+    static auto& spare = *new std::vector<Memory>; // never destroyed: a global record set may go later
+    spare.reserve(MostSpare);                      // so that a destructor, which gives memory back, asks for none
+    return spare;
 }
 
-void RowStore::Take(sqlite3_value* value, Cell& cell)
+RowStore::RowStore()
 {
-    switch (sqlite3_value_type(value)) {
-    case SQLITE_INTEGER:
-        cell.kind = Kind::Whole;
-        cell.whole = sqlite3_value_int64(value);
+    if (Spare().empty())
         return;
-    case SQLITE_FLOAT:
-        cell.kind = Kind::Real;
-        cell.real = sqlite3_value_double(value);
-        return;
-    case SQLITE_NULL:
-        cell.kind = Kind::Null;
-        return;
-    default:
-        break;
+    memory = std::move(Spare().back());
+    Spare().pop_back();
+}
+
+RowStore::~RowStore()
+{
+    Clear();
+    const std::size_t size = memory.values.capacity() * sizeof(StoredValue) + memory.texts.capacity();
+    if (size <= LargestSpare && Spare().size() < MostSpare)
+        Spare().push_back(std::move(memory));
+}
+
+void RowStore::Append(const Statement& statement, int first, int columns)
+{
+    width = std::size_t(columns);
+    memory.values.resize(++count * width);
+    StoredValue* const row = &memory.values[(count - 1) * width];
+    for (int column = 0; column < columns; ++column) {
+        row[column] = statement.At(first + column);
+        if (row[column].kind == StoredValue::Kind::Text) {
+            const char* const text = row[column].text;
+            row[column].whole = qint64(memory.texts.size());
+            memory.texts.insert(memory.texts.end(), text, text + row[column].length);
+        }
     }
-    const auto* const text = reinterpret_cast<const char*>(sqlite3_value_text(value));
-    cell.kind = Kind::Text;
-    cell.length = text != nullptr ? quint32(sqlite3_value_bytes(value)) : 0;
-    cell.offset = arena.size();
-    arena.insert(arena.end(), text, text + cell.length);
 }
 
 void RowStore::Clear()
 {
-    cells.clear();
-    arena.clear();
+    memory.values.clear();
+    memory.texts.clear();
     count = 0;
+}
+
+StoredValue RowStore::At(std::size_t row, int column) const
+{
+    StoredValue value = memory.values[row * width + std::size_t(column)];
+    if (value.kind == StoredValue::Kind::Text)
+        value.text = memory.texts.data() + value.whole;
+    return value;
 }
 
 } // namespace dao

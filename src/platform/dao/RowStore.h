@@ -1,38 +1,37 @@
 #pragma once
 
-#include "platform/dao/Datum.h"
+#include "platform/dao/StoredValue.h"
 
+#include <QtGlobal>
 #include <vector>
-
-struct sqlite3_stmt;
-struct sqlite3_value;
 
 namespace dao {
 
-/// One row among many: its cells, and the arena their text lies in.
-struct Row {
-    const Cell* cells = nullptr;
-    const char* arena = nullptr;
+class Statement;
 
-    explicit operator bool() const { return cells != nullptr; }
-    Seen At(int column) const { return {cells[column], arena}; }
-};
-
-/// Rows that were read, held compactly: 16 bytes a cell and one arena for all texts.
+/// Rows that were read, 16 bytes a value and their texts one behind the other. Its memory goes to the next store:
+/// record sets come and go by the hundred while a screen is filled.
 class RowStore {
 public:
+    RowStore();
+    ~RowStore();
+    Q_DISABLE_COPY_MOVE(RowStore)
+
     /// Takes `columns` columns of the statement's current row, from column `first` on.
-    void Append(sqlite3_stmt* statement, int first, int columns);
+    void Append(const Statement& statement, int first, int columns);
     void Clear();
     std::size_t Count() const { return count; }
-    /// Valid until the next Append or Clear.
-    Row At(std::size_t index) const { return {cells.data() + index * width, arena.data()}; }
+    /// A text is valid until the next Append or Clear.
+    StoredValue At(std::size_t row, int column) const;
 
 private:
-    void Take(sqlite3_value* value, Cell& cell);
+    struct Memory {
+        std::vector<StoredValue> values; // in place of its text a value has where in `texts` that begins
+        std::vector<char> texts;
+    };
+    static std::vector<Memory>& Spare();
 
-    std::vector<Cell> cells;
-    std::vector<char> arena;
+    Memory memory;
     std::size_t width = 0;
     std::size_t count = 0;
 };

@@ -1,160 +1,135 @@
 #include "platform/dao/Sqlite.h"
 
-#include "platform/basic/RuntimeError.h"
+#include "platform/dao/Errors.h"
 
 #include <sqlite3.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <utility>
 
 namespace dao {
 namespace {
 
-/// What stands behind `lead` in the store's message; empty when the message starts otherwise.
-QString DetailAfter(const QString& message, const char* lead)
-{
-    return message.startsWith(lead) ? message.mid(QString(lead).size()).trimmed() : QString();
-}
-
 [[noreturn]] void RaiseUnreadable(const QString& message)
 {
-    if (const QString table = DetailAfter(message, "no such table:"); !table.isEmpty())
-        throw basic::RuntimeError(basic::Error::UnknownTable, table);
-    if (const QString field = DetailAfter(message, "no such column:"); !field.isEmpty())
-        throw basic::RuntimeError(basic::Error::UnknownColumn, field);
-    if (message.contains("has no column named"))
-        throw basic::RuntimeError(basic::Error::UnknownColumn, message.section(' ', -1));
-    if (const QString name = DetailAfter(message, "no such function:"); !name.isEmpty())
-        throw basic::RuntimeError(basic::Error::UnknownFunction, name);
-    throw basic::RuntimeError(basic::Error::SyntaxError, message);
+    constexpr std::pair<const char*, Error> names[] = {{"no such table:", Error::UnknownTable},
+                                                       {"no such column:", Error::UnknownColumn},
+                                                       {"no such function:", Error::UnknownFunction}};
+    for (const auto& [lead, error] : names) {
+        if (message.startsWith(lead))
+            throw RuntimeError(error, message.section(':', 1).trimmed());
+    }
+    throw RuntimeError(Error::SyntaxError, message);
 }
 
-basic::Error ErrorOfConstraint(int extendedCode)
+/// The errors of result codes that need no further detail.
+constexpr std::pair<int, Error> ErrorsOfCodes[] = {
+    {SQLITE_BUSY, Error::Locked},
+    {SQLITE_LOCKED, Error::Locked},
+    {SQLITE_PROTOCOL, Error::Locked},
+    {SQLITE_READONLY, Error::ReadOnly},
+    {SQLITE_PERM, Error::ReadOnly},
+    {SQLITE_CORRUPT, Error::DamagedDatabase},
+    {SQLITE_NOTADB, Error::UnrecognizedFormat},
+    {SQLITE_FULL, Error::DiskFull},
+    {SQLITE_CANTOPEN, Error::FileNotOpened},
+    {SQLITE_NOMEM, Error::OutOfMemory},
+    {SQLITE_TOOBIG, Error::FieldTooSmall},
+    {SQLITE_MISMATCH, Error::ConversionFailed},
+    {SQLITE_CONSTRAINT, Error::DuplicateKey},
+};
+
+Error ErrorOfCode(sqlite3* database, int code)
 {
-    if (extendedCode == SQLITE_CONSTRAINT_NOTNULL)
-        return basic::Error::NullNotAllowed;
-    if (extendedCode == SQLITE_CONSTRAINT_CHECK)
-        return basic::Error::ValidationFailed;
-    return basic::Error::DuplicateKey;
+    // So SQLite reports a full disk when -shm can't grow, and a quota that is used up.
+    if (code == SQLITE_IOERR && database != nullptr && IsDiskFull(sqlite3_system_errno(database)))
+        return Error::DiskFull;
+    const auto* const known = std::ranges::find(ErrorsOfCodes, code, &std::pair<int, Error>::first);
+    return known != std::end(ErrorsOfCodes) ? known->second : Error::DiskOrNetwork;
 }
 
 } // namespace
 
-bool SaysDiskFull(int systemError)
+bool IsDiskFull(int systemError)
 {
     return systemError == ENOSPC || systemError == EDQUOT || systemError == EFBIG;
 }
 
-void CloseStore::operator()(sqlite3* database) const noexcept
+void CloseSqlite::operator()(sqlite3* database) const noexcept
 {
     sqlite3_close_v2(database);
 }
 
-void RaiseStoreError(sqlite3* database, int code)
+void CloseSqlite::operator()(sqlite3_stmt* statement) const noexcept
 {
-    const QString message = QString::fromUtf8(database != nullptr ? sqlite3_errmsg(database) : sqlite3_errstr(code));
-    const int extended = database != nullptr ? sqlite3_extended_errcode(database) : code;
-    switch (code & 0xff) {
-    case SQLITE_ERROR:
-        RaiseUnreadable(message);
-    case SQLITE_BUSY:
-    case SQLITE_LOCKED:
-    case SQLITE_PROTOCOL:
-        throw basic::RuntimeError(basic::Error::Locked);
-    case SQLITE_READONLY:
-    case SQLITE_PERM:
-        throw basic::RuntimeError(basic::Error::ReadOnly);
-    case SQLITE_CORRUPT:
-        throw basic::RuntimeError(basic::Error::DamagedDatabase);
-    case SQLITE_NOTADB:
-        throw basic::RuntimeError(basic::Error::UnrecognizedFormat);
-    case SQLITE_FULL:
-        throw basic::RuntimeError(basic::Error::DiskFull);
-    case SQLITE_CANTOPEN:
-        throw basic::RuntimeError(basic::Error::FileNotOpened);
-    case SQLITE_NOMEM:
-        throw basic::RuntimeError(basic::Error::OutOfMemory);
-    case SQLITE_IOERR: // by this the store tells that there is no room for the log's index, or that a quota is used up
-        throw basic::RuntimeError(database != nullptr && SaysDiskFull(sqlite3_system_errno(database))
-                                      ? basic::Error::DiskFull
-                                      : basic::Error::DiskOrNetwork);
-    case SQLITE_TOOBIG:
-        throw basic::RuntimeError(basic::Error::FieldTooSmall);
-    case SQLITE_MISMATCH:
-        throw basic::RuntimeError(basic::Error::ConversionFailed);
-    case SQLITE_CONSTRAINT:
-        throw basic::RuntimeError(ErrorOfConstraint(extended));
-    default:
-        throw basic::RuntimeError(basic::Error::DiskOrNetwork);
-    }
+    sqlite3_finalize(statement);
+}
+
+void RaiseSqliteError(sqlite3* database, int code)
+{
+    if ((code & 0xff) == SQLITE_ERROR)
+        RaiseUnreadable(QString::fromUtf8(sqlite3_errmsg(database)));
+    throw RuntimeError(ErrorOfCode(database, code & 0xff));
 }
 
 void Check(sqlite3* database, int code)
 {
     if (code != SQLITE_OK && code != SQLITE_ROW && code != SQLITE_DONE)
-        RaiseStoreError(database, code);
+        RaiseSqliteError(database, code);
 }
 
 Statement::Statement(sqlite3* database, std::string_view sql)
 {
+    sqlite3_stmt* statement = nullptr;
     Check(database,
-          sqlite3_prepare_v3(database, sql.data(), int(sql.size()), SQLITE_PREPARE_PERSISTENT, &prepared, nullptr));
+          sqlite3_prepare_v3(database, sql.data(), int(sql.size()), SQLITE_PREPARE_PERSISTENT, &statement, nullptr));
+    prepared.reset(statement);
 }
 
-Statement::~Statement()
-{
-    sqlite3_finalize(prepared);
-}
-
-Statement::Statement(Statement&& other) noexcept : prepared(std::exchange(other.prepared, nullptr)) {}
-
-Statement& Statement::operator=(Statement&& other) noexcept
-{
-    std::swap(prepared, other.prepared);
-    return *this;
-}
-
-void Statement::Bind(int place, const Datum& datum)
+void Statement::Bind(int parameter, const Value& value)
 {
     int code = SQLITE_OK;
-    switch (datum.kind) {
-    case Kind::Null:
-        code = sqlite3_bind_null(prepared, place);
-        break;
-    case Kind::Whole:
-        code = sqlite3_bind_int64(prepared, place, datum.whole);
-        break;
-    case Kind::Real:
-        code = sqlite3_bind_double(prepared, place, datum.real);
-        break;
-    case Kind::Text:
-        code = sqlite3_bind_text(prepared, place, datum.text.data(), int(datum.text.size()), SQLITE_STATIC);
-        break;
+    if (const auto* const whole = std::get_if<qint64>(&value.Raw())) {
+        code = sqlite3_bind_int64(Raw(), parameter, *whole);
+    } else if (const auto* const real = std::get_if<double>(&value.Raw())) {
+        code = sqlite3_bind_double(Raw(), parameter, *real);
+    } else if (const auto* const text = std::get_if<QString>(&value.Raw())) {
+        const QByteArray utf8 = text->toUtf8();
+        code = sqlite3_bind_text(Raw(), parameter, utf8.constData(), int(utf8.size()), SQLITE_TRANSIENT);
+    } else {
+        code = sqlite3_bind_null(Raw(), parameter);
     }
-    if (code != SQLITE_OK)
-        RaiseStoreError(sqlite3_db_handle(prepared), code);
+    Check(sqlite3_db_handle(Raw()), code);
 }
 
-void Statement::Bind(int place, qint64 number)
+void Statement::Bind(int parameter, qint64 number)
 {
-    Check(sqlite3_db_handle(prepared), sqlite3_bind_int64(prepared, place, number));
+    Check(sqlite3_db_handle(Raw()), sqlite3_bind_int64(Raw(), parameter, number));
+}
+
+void Statement::Bind(const std::vector<Value>& values)
+{
+    int parameter = 0;
+    for (const Value& value : values)
+        Bind(++parameter, value);
 }
 
 bool Statement::Step()
 {
-    const int code = sqlite3_step(prepared);
+    const int code = sqlite3_step(Raw());
     if (code == SQLITE_ROW)
         return true;
     if (code == SQLITE_DONE)
         return false;
-    sqlite3* const database = sqlite3_db_handle(prepared);
-    sqlite3_reset(prepared); // gives the code again, so that the message stays
-    RaiseStoreError(database, code);
+    sqlite3* const database = sqlite3_db_handle(Raw());
+    sqlite3_reset(Raw()); // gives the code again, so that the message stays
+    RaiseSqliteError(database, code);
 }
 
 void Statement::Reset() noexcept
 {
-    sqlite3_reset(prepared);
+    sqlite3_reset(Raw());
 }
 
 void Statement::Run()
@@ -164,20 +139,48 @@ void Statement::Run()
     }
 }
 
+StoredValue Statement::At(int column) const
+{
+    sqlite3_value* const value = sqlite3_column_value(Raw(), column);
+    StoredValue stored;
+    switch (sqlite3_value_type(value)) {
+    case SQLITE_NULL:
+        break;
+    case SQLITE_INTEGER:
+        stored.kind = StoredValue::Kind::Whole;
+        stored.whole = sqlite3_value_int64(value);
+        break;
+    case SQLITE_FLOAT:
+        stored.kind = StoredValue::Kind::Real;
+        stored.real = sqlite3_value_double(value);
+        break;
+    default:
+        stored.kind = StoredValue::Kind::Text;
+        stored.text = reinterpret_cast<const char*>(sqlite3_value_text(value));
+        stored.length = stored.text != nullptr ? sqlite3_value_bytes(value) : 0;
+    }
+    return stored;
+}
+
 qint64 Statement::WholeAt(int column) const
 {
-    return sqlite3_column_int64(prepared, column);
+    return sqlite3_column_int64(Raw(), column);
 }
 
 std::string Statement::TextAt(int column) const
 {
-    const auto* const text = reinterpret_cast<const char*>(sqlite3_column_text(prepared, column));
-    return text != nullptr ? std::string(text, std::size_t(sqlite3_column_bytes(prepared, column))) : std::string();
+    const auto* const text = reinterpret_cast<const char*>(sqlite3_column_text(Raw(), column));
+    return text != nullptr ? std::string(text, std::size_t(sqlite3_column_bytes(Raw(), column))) : std::string();
 }
 
 void RunOnce(sqlite3* database, std::string_view sql)
 {
     Statement(database, sql).Run();
+}
+
+void RunScript(sqlite3* database, const std::string& statements)
+{
+    Check(database, sqlite3_exec(database, statements.c_str(), nullptr, nullptr, nullptr));
 }
 
 qint64 WholeAnswer(sqlite3* database, std::string_view sql)

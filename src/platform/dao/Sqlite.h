@@ -1,46 +1,49 @@
 #pragma once
 
-#include "platform/dao/Datum.h"
+#include "platform/dao/StoredValue.h"
 
 #include <memory>
+#include <string>
 #include <string_view>
+#include <vector>
 
 struct sqlite3;
 struct sqlite3_stmt;
 
 namespace dao {
 
-struct CloseStore {
+struct CloseSqlite {
     void operator()(sqlite3* database) const noexcept;
+    void operator()(sqlite3_stmt* statement) const noexcept;
 };
-/// A store's handle that closes itself.
-using StoreHandle = std::unique_ptr<sqlite3, CloseStore>;
+/// A connection that closes itself.
+using SqliteHandle = std::unique_ptr<sqlite3, CloseSqlite>;
 
-/// Whether the system's answer `systemError` says that there is no more room, on the disk or for this user.
-bool SaysDiskFull(int systemError);
+/// Whether the system error means that there is no more room, on the disk or for this user.
+bool IsDiskFull(int systemError);
 
-/// Raises the run-time error that stands for the store's answer `code`; its message gives the detail.
-[[noreturn]] void RaiseStoreError(sqlite3* database, int code);
+/// Raises the run-time error of SQLite's result code; its message gives the detail.
+[[noreturn]] void RaiseSqliteError(sqlite3* database, int code);
 
-/// The one gate that every answer of the store passes: does nothing for success, raises otherwise.
+/// Every result code of SQLite passes here: does nothing for success, raises otherwise.
 void Check(sqlite3* database, int code);
 
-/// A prepared statement. Numbering of places starts at 1, of columns at 0.
+/// A prepared statement. Parameters are numbered from 1, columns from 0.
 class Statement {
 public:
     Statement() = default;
     /// Raises 3078 for an unknown table, 3061 for an unknown field, 3075 for what can't be read.
     Statement(sqlite3* database, std::string_view sql);
-    ~Statement();
-    Statement(Statement&& other) noexcept;
-    Statement& operator=(Statement&& other) noexcept;
+    /// Takes over a statement that was prepared.
+    explicit Statement(sqlite3_stmt* statement) : prepared(statement) {}
 
     explicit operator bool() const { return prepared != nullptr; }
-    sqlite3_stmt* Raw() const { return prepared; }
+    sqlite3_stmt* Raw() const { return prepared.get(); }
 
-    /// The datum's text is not copied: it must stand still until Reset.
-    void Bind(int place, const Datum& datum);
-    void Bind(int place, qint64 number);
+    void Bind(int parameter, const Value& value);
+    void Bind(int parameter, qint64 number);
+    /// Binds the first parameters.
+    void Bind(const std::vector<Value>& values);
 
     /// Goes to the next row; false at the end. An error resets the statement before it is raised.
     bool Step();
@@ -48,11 +51,13 @@ public:
     /// Runs a statement that gives no rows, and resets it.
     void Run();
 
+    /// A value of the current row; its text is valid until the next Step or Reset.
+    StoredValue At(int column) const;
     qint64 WholeAt(int column) const;
     std::string TextAt(int column) const;
 
 private:
-    sqlite3_stmt* prepared = nullptr;
+    std::unique_ptr<sqlite3_stmt, CloseSqlite> prepared;
 };
 
 /// Resets a statement on every way out of a scope.
@@ -60,8 +65,7 @@ class ResetAtEnd {
 public:
     explicit ResetAtEnd(Statement& running) : statement(running) {}
     ~ResetAtEnd() { statement.Reset(); }
-    ResetAtEnd(const ResetAtEnd&) = delete;
-    ResetAtEnd& operator=(const ResetAtEnd&) = delete;
+    Q_DISABLE_COPY_MOVE(ResetAtEnd)
 
 private:
     Statement& statement;
@@ -69,11 +73,13 @@ private:
 
 /// Prepares and runs a statement once.
 void RunOnce(sqlite3* database, std::string_view sql);
+/// Runs statements one after the other, up to the first that fails.
+void RunScript(sqlite3* database, const std::string& statements);
 /// The first column of the first row; 0 when there is no row.
 qint64 WholeAnswer(sqlite3* database, std::string_view sql);
 std::string TextAnswer(sqlite3* database, std::string_view sql);
 
-/// The name between double quotes, as the store reads it whatever its characters.
+/// The name between double quotes, as SQLite reads it whatever its characters.
 std::string Quoted(std::string_view name);
 
 } // namespace dao

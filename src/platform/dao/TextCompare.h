@@ -1,23 +1,21 @@
 #pragma once
 
-#include <string_view>
+#include <QStringView>
 
 struct sqlite3;
 
 namespace dao {
 
-/// The collation under which the store compares the text of the screens.
-inline constexpr const char* textCollation = "PRACTICE_TEXT";
+/// The collation under which SQLite compares the text of the screens.
+inline constexpr const char* TextCollation = "PRACTICE_TEXT";
 
-/// Compares two UTF-8 texts: negative, 0 or positive. Case counts for nothing, in accented letters neither; texts that
-/// differ by accents alone are different and stand side by side ("eve", "Ève", "evelyne").
-int CompareTexts(std::string_view left, std::string_view right);
+/// Compares two texts: negative, 0 or positive. Case counts for nothing, in accented letters neither; texts that
+/// differ by accents alone are different and come side by side ("eve", "Ève", "evelyne").
+int CompareTexts(QStringView left, QStringView right);
 
-/// Whether the text meets the pattern: * any run, ? any one character, # any one digit, [a-z] and [!a-z] one of a list.
-/// Case counts for nothing, in accented letters neither. A bracket that isn't closed stands for itself.
-bool IsLike(std::string_view text, std::string_view pattern);
-
-/// Teaches a connection the collation and the `like` of the screens.
-void TeachTextComparison(sqlite3* database);
+/// Gives a connection the collation and the `like` of the screens: * any run, ? any one character, # any one digit,
+/// [a-z] and [!a-z] one of a list; a bracket that isn't closed is itself. Case counts for nothing, in accented
+/// letters neither.
+void DefineTextComparison(sqlite3* database);
 
 } // namespace dao

@@ -1,281 +1,202 @@
 #include "platform/dao/Tokenizer.h"
 
 #include "platform/basic/Numbers.h"
-#include "platform/basic/RuntimeError.h"
+#include "platform/dao/Errors.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 
 namespace dao {
 namespace {
 
-constexpr qsizetype shownOfAnError = 60;
+using basic::IsDigit;
 
-enum class Class : quint8 { Other, Blank, Letter, Digit };
+constexpr qsizetype ShownOfAnError = 60; // characters
 
-constexpr std::array<Class, 128> MakeClasses()
+constexpr bool IsLetter(char16_t character)
 {
-    std::array<Class, 128> classes{};
-    for (const char16_t blank : {u' ', u'\t', u'\n', u'\r'})
-        classes[blank] = Class::Blank;
-    for (char16_t digit = u'0'; digit <= u'9'; ++digit)
-        classes[digit] = Class::Digit;
-    for (char16_t letter = u'a'; letter <= u'z'; ++letter)
-        classes[letter] = Class::Letter;
-    for (char16_t letter = u'A'; letter <= u'Z'; ++letter)
-        classes[letter] = Class::Letter;
-    classes['_'] = Class::Letter;
-    return classes;
+    return (character >= u'a' && character <= u'z') || (character >= u'A' && character <= u'Z') || character == u'_';
 }
 
-constexpr std::array<Class, 128> classes = MakeClasses();
-
-Class ClassOf(char16_t character)
+constexpr bool IsBlank(char16_t character)
 {
-    return character < classes.size() ? classes[character] : Class::Other;
+    return character == u' ' || character == u'\t' || character == u'\n' || character == u'\r';
 }
 
 bool IsPlain(QStringView text)
 {
-    for (const QChar character : text) {
-        if (character.unicode() >= classes.size() || ClassOf(character.unicode()) == Class::Letter)
-            return false;
-    }
-    return true;
+    return std::ranges::none_of(text, [](QChar each) { return each > u'\x7f' || IsLetter(each.unicode()); });
 }
 
-std::string TextValue(QStringView text)
-{
-    QByteArray bytes = text.toUtf8();
-    // The token carries its quotes doubled; which quote it was tells the character before it.
-    const char quote = char((text.data() - 1)->unicode());
-    if (bytes.contains(quote))
-        bytes.replace(QByteArray(2, quote), QByteArray(1, quote));
-    return bytes.toStdString();
-}
-
-Datum NumberValue(QStringView text)
+Value NumberValue(QStringView text)
 {
     constexpr qsizetype surelyWhole = 18;
-    qint64 whole = 0;
-    bool isWhole = text.size() <= surelyWhole;
-    for (qsizetype i = 0; i < text.size() && isWhole; ++i) {
-        isWhole = basic::IsDigit(text[i].unicode());
-        whole = whole * 10 + (text[i].unicode() - u'0');
-    }
-    if (isWhole)
-        return Datum::Of(whole);
+    if (text.size() <= surelyWhole && std::ranges::all_of(text, [](QChar each) { return IsDigit(each); }))
+        return text.toLongLong();
     const double real = text.toDouble();
     if (std::isinf(real))
         RaiseSyntaxError(text);
-    return Datum::Of(real);
+    return real;
 }
 
-Datum DateValue(QStringView text)
+Value DateValue(QStringView text)
 {
-    struct Group {
-        qsizetype start = 0;
-        qsizetype length = 0;
-    };
-    std::array<Group, 3> groups;
-    std::size_t count = 0;
+    const qsizetype first = text.indexOf(u'/');
+    const qsizetype second = text.indexOf(u'/', first + 1);
+    if (first < 1 || first > 2 || second < first + 2 || second > first + 3 || text.size() != second + 5)
+        return {};
     for (qsizetype i = 0; i < text.size(); ++i) {
-        if (!basic::IsDigit(text[i].unicode()))
-            continue;
-        if (i == 0 || !basic::IsDigit(text[i - 1].unicode())) {
-            if (count == groups.size())
-                return {};
-            groups[count++].start = i;
-        }
-        ++groups[count - 1].length;
+        if (i != first && i != second && !IsDigit(text[i]))
+            return {};
     }
-    if (count != groups.size())
-        return {};
-
-    const bool yearFirst = groups[0].length == 4;
-    const Group year = groups[yearFirst ? 0 : 2];
-    const Group month = groups[yearFirst ? 1 : 0];
-    const Group day = groups[yearFirst ? 2 : 1];
-    if (year.length != 4 || month.length > 2 || day.length > 2)
-        return {};
-
-    std::string iso = "0000-00-00";
-    const auto write = [&](const Group& group, std::size_t end) {
-        for (qsizetype i = 1; i <= group.length; ++i)
-            iso[end - std::size_t(i)] = char(text[group.start + group.length - i].unicode());
+    QString iso = QStringLiteral("0000-00-00");
+    const auto write = [&](qsizetype from, qsizetype size, qsizetype end) {
+        iso.replace(end - size, size, text.data() + from, size);
     };
-    write(year, 4);
-    write(month, 7);
-    write(day, 10);
-    return Datum::Of(std::move(iso));
+    write(second + 1, 4, 4);
+    write(0, first, 7);
+    write(first + 1, second - first - 1, 10);
+    return iso;
 }
 
-constexpr char16_t MarkOf(Token::Sort sort)
+constexpr char16_t MarkOf(Token::Kind kind)
 {
-    return char16_t(1 + int(sort)); // a control character, which no statement holds outside its literals
+    return char16_t(1 + int(kind)); // a control character, which no statement holds outside of its literals
 }
 
 } // namespace
 
-bool Token::IsSymbol(char16_t symbol) const
-{
-    return sort == Sort::Symbol && text.size() == 1 && text[0] == QChar(symbol);
-}
-
 bool Token::Is(const char* word) const
 {
-    return sort == Sort::Word && text.compare(QLatin1StringView(word), Qt::CaseInsensitive) == 0;
+    return kind == Kind::Word && text.compare(QLatin1StringView(word), Qt::CaseInsensitive) == 0;
 }
 
 void RaiseSyntaxError(QStringView from)
 {
-    throw basic::RuntimeError(basic::Error::SyntaxError, from.left(shownOfAnError).toString());
+    throw RuntimeError(Error::SyntaxError, from.left(ShownOfAnError).toString());
 }
 
-Token Tokenizer::Taken(Token::Sort sort, qsizetype start, qsizetype end, qsizetype next)
+void Tokenizer::Refuse() const
 {
-    place = next;
-    return {sort, statement.sliced(start, end - start)};
+    RaiseSyntaxError(statement.sliced(position));
 }
 
 Token Tokenizer::Next()
 {
-    while (place < statement.size() && ClassOf(statement[place].unicode()) == Class::Blank)
-        ++place;
-    if (place == statement.size())
+    const Token token = NextToken();
+    if (!token.IsSymbol(u";"))
+        return token;
+    const qsizetype behind = position;
+    if (NextToken().kind != Token::Kind::End)
+        RaiseSyntaxError(statement.sliced(behind).trimmed());
+    return {};
+}
+
+Token Tokenizer::NextToken()
+{
+    while (IsBlank(CharacterAt(position)))
+        ++position;
+    if (position == statement.size())
         return {};
 
-    const char16_t first = statement[place].unicode();
-    if (ClassOf(first) == Class::Letter) {
-        qsizetype end = place + 1;
-        while (end < statement.size() && ClassOf(statement[end].unicode()) >= Class::Letter)
+    const char16_t first = CharacterAt(position);
+    if (IsLetter(first)) {
+        qsizetype end = position + 1;
+        while (IsLetter(CharacterAt(end)) || IsDigit(CharacterAt(end)))
             ++end;
-        return Taken(Token::Sort::Word, place, end, end);
+        return Take(Token::Kind::Word, position, end, end);
     }
-    const bool startsFraction =
-        first == u'.' && place + 1 < statement.size() && basic::IsDigit(statement[place + 1].unicode());
-    if (basic::IsDigit(first) || startsFraction)
-        return NumberToken();
-    if (first == u'\'' || first == u'"')
-        return TextUpTo(first);
-    if (first == u'#' || first == u'[') {
-        const qsizetype end = statement.indexOf(QChar(first == u'#' ? u'#' : u']'), place + 1);
-        if (end < 0 || (first == u'[' && end == place + 1))
-            RaiseSyntaxError(statement.sliced(place));
-        return Taken(first == u'#' ? Token::Sort::Date : Token::Sort::Name, place + 1, end, end + 1);
-    }
-    return SymbolToken();
+    if (IsDigit(first) || (first == u'.' && IsDigit(CharacterAt(position + 1))))
+        return TakeNumber();
+    if (first == u'\'')
+        return TakeText();
+    if (first != u'#')
+        return TakeSymbol();
+    const qsizetype end = statement.indexOf(u'#', position + 1);
+    if (end < 0)
+        Refuse();
+    return Take(Token::Kind::Date, position + 1, end, end + 1);
 }
 
-Token Tokenizer::TextUpTo(char16_t quote)
+Token Tokenizer::Take(Token::Kind kind, qsizetype start, qsizetype end, qsizetype next)
 {
-    qsizetype end = place + 1;
-    while (true) {
-        end = statement.indexOf(QChar(quote), end);
-        if (end < 0)
-            RaiseSyntaxError(statement.sliced(place));
-        const bool doubled = end + 1 < statement.size() && statement[end + 1] == QChar(quote);
-        if (!doubled)
-            break;
-        end += 2;
-    }
-    const bool plain = IsPlain(statement.sliced(place + 1, end - place - 1));
-    return Taken(plain ? Token::Sort::PlainText : Token::Sort::Text, place + 1, end, end + 1);
+    position = next;
+    return {kind, statement.sliced(start, end - start)};
 }
 
-Token Tokenizer::NumberToken()
+/// A quote within the text is doubled.
+Token Tokenizer::TakeText()
 {
-    const auto at = [&](qsizetype i) { return i < statement.size() ? statement[i].unicode() : u'\0'; };
-    qsizetype end = place;
-    while (basic::IsDigit(at(end)))
+    const qsizetype start = position + 1;
+    qsizetype end = statement.indexOf(u'\'', start);
+    while (end >= 0 && statement.sliced(end + 1).startsWith(u'\''))
+        end = statement.indexOf(u'\'', end + 2);
+    if (end < 0)
+        Refuse();
+    const bool plain = IsPlain(statement.sliced(start, end - start));
+    return Take(plain ? Token::Kind::PlainText : Token::Kind::Text, start, end, end + 1);
+}
+
+Token Tokenizer::TakeNumber()
+{
+    qsizetype end = position;
+    while (IsDigit(CharacterAt(end)))
         ++end;
-    if (at(end) == u'.') {
+    if (CharacterAt(end) == u'.')
         ++end;
-        while (basic::IsDigit(at(end)))
-            ++end;
-    }
-    if (at(end) == u'e' || at(end) == u'E') {
+    while (IsDigit(CharacterAt(end)))
         ++end;
-        if (at(end) == u'+' || at(end) == u'-')
-            ++end;
-        if (!basic::IsDigit(at(end)))
-            RaiseSyntaxError(statement.sliced(place));
-        while (basic::IsDigit(at(end)))
-            ++end;
-    }
-    if (ClassOf(at(end)) == Class::Letter || at(end) == u'.')
-        RaiseSyntaxError(statement.sliced(place));
-    return Taken(Token::Sort::Number, place, end, end);
+    if (IsLetter(CharacterAt(end)) || CharacterAt(end) == u'.')
+        Refuse();
+    return Take(Token::Kind::Number, position, end, end);
 }
 
-Token Tokenizer::SymbolToken()
+Token Tokenizer::TakeSymbol()
 {
-    const char16_t first = statement[place].unicode();
-    const char16_t second = place + 1 < statement.size() ? statement[place + 1].unicode() : u'\0';
-    const bool compares = (first == u'<' && (second == u'=' || second == u'>')) || (first == u'>' && second == u'=');
-    if (compares)
-        return Taken(Token::Sort::Symbol, place, place + 2, place + 2);
-    if (!QStringView(u"=<>()*,.;+-/&").contains(QChar(first)))
-        RaiseSyntaxError(statement.sliced(place));
-    return Taken(Token::Sort::Symbol, place, place + 1, place + 1);
+    const char16_t first = CharacterAt(position);
+    const char16_t second = CharacterAt(position + 1);
+    const bool isPair = (first == u'<' && (second == u'=' || second == u'>')) || (first == u'>' && second == u'=');
+    if (!QStringView(u"=<>()*,;-").contains(QChar(first)))
+        Refuse();
+    const qsizetype end = position + (isPair ? 2 : 1);
+    return Take(Token::Kind::Symbol, position, end, end);
 }
 
-Datum LiteralValue(const Token& token)
+Value LiteralValue(const Token& token)
 {
-    switch (token.sort) {
-    case Token::Sort::Number:
+    switch (token.kind) {
+    case Token::Kind::Number:
         return NumberValue(token.text);
-    case Token::Sort::Date:
+    case Token::Kind::Date:
         return DateValue(token.text);
     default:
-        return Datum::Of(TextValue(token.text));
+        return token.text.toString().replace("''", "'");
     }
 }
 
-namespace {
-
-/// Goes through the tokens of one statement; a semicolon may only end it.
-template <class Visit>
-void ForEachToken(QStringView statement, Visit visit)
+StatementShape ShapeOf(QStringView statement)
 {
+    StatementShape split;
+    split.shape.reserve(std::size_t(statement.size()) + 16);
     Tokenizer tokenizer(statement);
-    for (Token token = tokenizer.Next(); token.sort != Token::Sort::End; token = tokenizer.Next()) {
-        if (token.IsSymbol(u';')) {
-            if (const Token behind = tokenizer.Next(); behind.sort != Token::Sort::End)
-                RaiseSyntaxError(statement.sliced(behind.text.data() - statement.data()));
-            return;
-        }
-        visit(token);
-    }
-}
-
-} // namespace
-
-Phrase TakeApart(QStringView statement)
-{
-    Phrase phrase;
-    constexpr std::size_t usualLiterals = 4;
-    phrase.shape.reserve(std::size_t(statement.size()) + 16);
-    phrase.literals.reserve(usualLiterals);
-    ForEachToken(statement, [&](const Token& token) {
+    for (Token token = tokenizer.Next(); token.kind != Token::Kind::End; token = tokenizer.Next()) {
         if (token.IsLiteral()) {
-            phrase.shape += MarkOf(token.sort);
-            phrase.literals.push_back(LiteralValue(token));
-            return;
+            split.shape += MarkOf(token.kind);
+            split.literals.push_back(LiteralValue(token));
+        } else {
+            split.shape.append(token.text.utf16(), std::size_t(token.text.size())) += u' ';
         }
-        const bool bracketed = token.sort == Token::Sort::Name;
-        if (bracketed)
-            phrase.shape += u'[';
-        phrase.shape.append(token.text.utf16(), std::size_t(token.text.size()));
-        phrase.shape += bracketed ? u']' : u' '; // so that a name with a blank in it isn't taken for two
-    });
-    return phrase;
+    }
+    return split;
 }
 
 std::vector<Token> Tokens(QStringView statement)
 {
     std::vector<Token> tokens;
-    ForEachToken(statement, [&](const Token& token) { tokens.push_back(token); });
+    Tokenizer tokenizer(statement);
+    for (Token token = tokenizer.Next(); token.kind != Token::Kind::End; token = tokenizer.Next())
+        tokens.push_back(token);
     return tokens;
 }
 

@@ -1,59 +1,64 @@
 #pragma once
 
-#include "platform/dao/Datum.h"
+#include "platform/dao/Value.h"
 
 #include <QStringView>
+#include <string>
 #include <vector>
 
 namespace dao {
 
-/// One piece of a statement. `Name` is a bracketed name; `PlainText` a text without letters, for which case is no
-/// question.
+/// One piece of a statement. `PlainText` is a text without letters, which no rule of case concerns.
 struct Token {
-    enum class Sort : quint8 { Word, Name, Number, Date, Text, PlainText, Symbol, End };
-    Sort sort = Sort::End;
-    QStringView text; ///< a name without its brackets, a literal without its quotes
+    enum class Kind : quint8 { Word, Number, Date, Text, PlainText, Symbol, End };
+    Kind kind = Kind::End;
+    QStringView text; ///< of a literal without its quotes
 
-    bool IsLiteral() const { return sort >= Sort::Number && sort <= Sort::PlainText; }
-    bool IsName() const { return sort == Sort::Word || sort == Sort::Name; }
-    bool IsSymbol(char16_t symbol) const;
+    bool IsLiteral() const { return kind >= Kind::Number && kind <= Kind::PlainText; }
+    bool IsSymbol(QStringView symbol) const { return kind == Kind::Symbol && text == symbol; }
     /// Whether it is this word, written in small letters here, in any case there.
     bool Is(const char* word) const;
 };
 
-/// Cuts a statement of the screens into tokens, one after the other. Raises 3075 with the rest of the statement from
-/// the place that can't be read.
+/// Cuts one statement of the screens into tokens. A semicolon may end it; anything after it raises 3075, as does what
+/// is no token.
 class Tokenizer {
 public:
-    explicit Tokenizer(QStringView whole) : statement(whole) {}
+    explicit Tokenizer(QStringView text) : statement(text) {}
     Token Next();
 
 private:
-    Token Taken(Token::Sort sort, qsizetype start, qsizetype end, qsizetype next);
-    Token TextUpTo(char16_t quote);
-    Token NumberToken();
-    Token SymbolToken();
+    Token NextToken();
+    Token Take(Token::Kind kind, qsizetype start, qsizetype end, qsizetype next);
+    Token TakeText();
+    Token TakeNumber();
+    Token TakeSymbol();
+    [[noreturn]] void Refuse() const;
+    char16_t CharacterAt(qsizetype place) const
+    {
+        return place < statement.size() ? statement[place].unicode() : u'\0';
+    }
 
     QStringView statement;
-    qsizetype place = 0;
+    qsizetype position = 0;
 };
 
 /// Raises 3075 for the statement from this piece on.
 [[noreturn]] void RaiseSyntaxError(QStringView from);
 
-/// The value of a literal. A number too large for any raises 3075. A date becomes the ISO text of its groups, cut and not validated; one without three groups
-/// of digits becomes Null, which equals nothing.
-Datum LiteralValue(const Token& token);
+/// The value of a literal. A number too large for any raises 3075. A date (mm/dd/yyyy) becomes its ISO text, cut
+/// and not validated; one without such groups of digits becomes Null, which equals nothing.
+Value LiteralValue(const Token& token);
 
-/// A statement taken apart: its text with a mark in the place of each literal, and the literals. Statements of one
-/// shape are one statement with other values.
-struct Phrase {
+/// A statement's text with a mark in the place of each literal, and the literals' values. Statements of one shape are
+/// one statement with other values.
+struct StatementShape {
     std::u16string shape;
-    std::vector<Datum> literals;
+    std::vector<Value> literals;
 };
 
-/// Takes one statement apart; raises 3075 when it can't be read or something stands behind its end.
-Phrase TakeApart(QStringView statement);
+/// Raises 3075 when the statement can't be read.
+StatementShape ShapeOf(QStringView statement);
 
 /// The tokens of one statement, up to its end.
 std::vector<Token> Tokens(QStringView statement);

@@ -12,21 +12,21 @@
 namespace dao {
 namespace {
 
-constexpr const char* mark = "practice workgroup 1";
-constexpr int rounds = 20000;
-constexpr int mostRounds = 1000000;
-constexpr int saltSize = 16;
-constexpr int hashSize = 32;
-constexpr qint64 mostBytes = 4096;
+constexpr const char* FileMark = "practice workgroup 1";
+constexpr int HashRounds = 20000;
+constexpr int MostRounds = 1000000;
+constexpr int SaltSize = 16;
+constexpr int HashSize = 32;
+constexpr qint64 MostBytes = 4096;
 
 QByteArray Hash(const QString& password, const QByteArray& salt, int times)
 {
-    return QPasswordDigestor::deriveKeyPbkdf2(QCryptographicHash::Sha256, password.toUtf8(), salt, times, hashSize);
+    return QPasswordDigestor::deriveKeyPbkdf2(QCryptographicHash::Sha256, password.toUtf8(), salt, times, HashSize);
 }
 
 QByteArray NewSalt()
 {
-    QByteArray salt(saltSize, '\0');
+    QByteArray salt(SaltSize, '\0');
     for (char& byte : salt)
         byte = char(QRandomGenerator::system()->bounded(256));
     return salt;
@@ -42,8 +42,8 @@ void WriteWorkgroup(const QString& path, const QString& user, const QString& pas
     if (!file.open(QIODevice::WriteOnly))
         throw basic::RuntimeError(basic::Error::PathAccess);
     file.setPermissions(QFile::ReadOwner | QFile::WriteOwner);
-    const QByteArrayList lines = {mark, user.toUtf8(), QByteArray::number(rounds), salt.toHex(),
-                                  Hash(password, salt, rounds).toHex()};
+    const QByteArrayList lines = {FileMark, user.toUtf8(), QByteArray::number(HashRounds), salt.toHex(),
+                                  Hash(password, salt, HashRounds).toHex()};
     file.write(lines.join('\n') + '\n');
     if (!file.commit())
         throw basic::RuntimeError(basic::Error::PathAccess);
@@ -54,14 +54,14 @@ void RequireAccount(const QString& path, const QString& user, const QString& pas
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         throw basic::RuntimeError(basic::Error::UnreadableWorkgroup);
-    const QByteArrayList lines = file.read(mostBytes).split('\n');
+    const QByteArrayList lines = file.read(MostBytes).split('\n');
     constexpr int lineCount = 6; // the last one is empty
-    if (lines.size() != lineCount || lines[0] != mark)
+    if (lines.size() != lineCount || lines[0] != FileMark)
         throw basic::RuntimeError(basic::Error::UnreadableWorkgroup);
     const int times = lines[2].toInt();
     const QByteArray salt = QByteArray::fromHex(lines[3]);
     const QByteArray hash = QByteArray::fromHex(lines[4]);
-    if (times < 1 || times > mostRounds || salt.isEmpty() || hash.size() != hashSize)
+    if (times < 1 || times > MostRounds || salt.isEmpty() || hash.size() != HashSize)
         throw basic::RuntimeError(basic::Error::UnreadableWorkgroup);
 
     const bool sameUser = QString::fromUtf8(lines[1]).compare(user, Qt::CaseInsensitive) == 0;

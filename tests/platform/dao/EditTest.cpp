@@ -45,15 +45,16 @@ TEST_F(EditedRows, AddedStandAtTheEnd)
     Recordset rows = Open("select * from Actes where flag_R = 3");
     EXPECT_EQ(ErrorOf([&] { rows.LastKey(); }), Error::NoCurrentRecord);
     rows.AddNew();
-    EXPECT_EQ(rows["montant"].Double(), 0) << "the table's default";
     EXPECT_TRUE(rows["Type"].IsNull());
     rows["Date"] = "29/02/2008";
+    EXPECT_EQ(rows["Date"].Text(), "29/02/2008");
     rows.Update();
     EXPECT_EQ(rows["num"].Key(), 4) << "the row from before";
     EXPECT_EQ(rows.LastKey(), 7);
     rows.MoveLast();
     EXPECT_EQ(rows["num"].Key(), 7);
     EXPECT_EQ(rows["Date"].Text(), "29/02/2008");
+    EXPECT_EQ(rows["montant"].Double(), 0) << "the table's default";
     EXPECT_EQ(rows.RecordCount(), 2);
     rows.FindFirst("num = 7");
     EXPECT_FALSE(rows.NoMatch());
@@ -147,18 +148,45 @@ TEST_F(EditedRows, AskForTheirStepsInOrder)
     EXPECT_EQ(Open("Actes")["montant"].Double(), 100.5);
 }
 
-TEST_F(EditedRows, RefusedByTheTableAreNotHalfWritten)
+TEST_F(EditedRows, RefusedByTheTableAreNotWritten)
 {
     Recordset rows = Open("select * from Presta order by ordre");
     rows.AddNew();
-    rows["Ordre"] = 9;
-    EXPECT_EQ(ErrorOf([&] { rows.Update(); }), Error::NullNotAllowed);
-    rows.Edit();
+    rows["num"] = 12;
     rows["denom"] = "Laser";
-    rows["Ordre"] = 2;
     EXPECT_EQ(ErrorOf([&] { rows.Update(); }), Error::DuplicateKey);
+    EXPECT_EQ(ErrorOf([&] { rows.Update(); }), Error::NoPendingEdit);
     EXPECT_EQ(rows["denom"].Text(), "Écho");
     EXPECT_EQ(Walk(rows), "11 12 10");
+}
+
+TEST_F(EditedRows, AreNeverThoseThatASearchHasMissed)
+{
+    for (const char* const statement : {"Actes", "select * from Actes where num > 0"}) {
+        Recordset rows = Open(statement);
+        for (const char* const miss : {"num = 99", "montant = 77"}) {
+            rows.FindFirst("num = 2");
+            rows.FindFirst(miss);
+            ASSERT_TRUE(rows.NoMatch());
+            EXPECT_EQ(ErrorOf([&] { rows.Edit(); }), Error::NoCurrentRecord) << statement;
+            EXPECT_EQ(ErrorOf([&] { rows.Delete(); }), Error::NoCurrentRecord) << statement;
+            EXPECT_EQ(rows["num"].Key(), 2) << "reading stays on the row from before";
+        }
+        rows.MoveNext();
+        rows.Edit();
+        EXPECT_EQ(rows["num"].Key(), 3);
+        rows.FindFirst("num = 99");
+        rows.FindFirst("num = 4");
+        rows.Edit();
+        rows.FindFirst("num = 99");
+        rows.MoveFirst();
+        rows.Edit();
+        rows.FindFirst("num = 99");
+        rows.MoveLast();
+        rows.Edit();
+        rows.CancelUpdate();
+    }
+    EXPECT_EQ(Keys("Actes"), "1 2 3 4 5 6");
 }
 
 TEST_F(EditedRows, TakeAFieldThatWasAppendedToTheirTable)
@@ -166,7 +194,9 @@ TEST_F(EditedRows, TakeAFieldThatWasAppendedToTheirTable)
     Recordset before = Open("Prov");
     TableDef table = database.TableDef("PROV");
     EXPECT_EQ(table.FieldCount(), 5);
-    database.Execute("insert into Prov (num) values (1)");
+    Recordset filled = Open("Prov");
+    filled.AddNew();
+    filled.Update();
     table.AppendField("Mt2", FieldType::Double, 0);
     EXPECT_EQ(table.FieldCount(), 6);
     EXPECT_EQ(table.FieldNames().last(), "Mt2");
@@ -175,7 +205,6 @@ TEST_F(EditedRows, TakeAFieldThatWasAppendedToTheirTable)
     EXPECT_EQ(Open("Prov")["Mt2"].Double(), 0);
     Recordset rows = Open("select * from Prov where Mt2 = 0");
     rows.AddNew();
-    EXPECT_EQ(rows["Mt2"].Double(), 0);
     rows["Mt2"] = 2.5;
     rows.Update();
     EXPECT_EQ(Open("select sum(Mt2) as S1 from Prov")["S1"].Double(), 2.5);

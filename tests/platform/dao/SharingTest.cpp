@@ -59,12 +59,13 @@ TEST_F(SharedFile, IsFreedOnEveryWayOutOfAnEdit)
     }
     EXPECT_TRUE(OtherCanWrite());
 
-    Recordset refused = Open("select * from Presta where num = 10");
-    refused.LockEdits(true);
+    ASSERT_EQ(other.Run("create trigger Refusal before update on Actes begin select raise(abort, ''); end"), SQLITE_OK);
+    Recordset refused = LockedAct();
     refused.Edit();
-    refused["Ordre"] = 0;
+    refused["montant"] = 5;
     EXPECT_EQ(ErrorOf([&] { refused.Update(); }), Error::DuplicateKey);
     EXPECT_TRUE(OtherCanWrite());
+    ASSERT_EQ(other.Run("drop trigger Refusal"), SQLITE_OK);
 
     Recordset dropped = LockedAct();
     dropped.Edit();
@@ -79,15 +80,56 @@ TEST_F(SharedFile, KeepsWhatAnotherSetWroteDuringALockedEdit)
     Recordset second = Open("select * from Actes where num = 2");
     second.LockEdits(true);
     first.Edit();
+    first["montant"] = 1;
     second.Edit();
     second["montant"] = 2;
     second.Update();
+    EXPECT_EQ(other.Answer("select montant from Actes where num = 2"), "2.0");
+    EXPECT_TRUE(OtherCanWrite()) << "one edit at a time has the lock, up to the next change";
+    first.Update();
+    EXPECT_EQ(other.Answer("select montant from Actes where num = 1"), "1.0");
+
+    first.Edit();
     database.Execute("update Actes set montant = 3 where num = 3");
-    EXPECT_EQ(other.Answer("select group_concat(montant) from Actes where num in (2, 3)"), "2.0,3.0");
-    EXPECT_FALSE(OtherCanWrite()) << "the first edit still holds the lock";
     first.CancelUpdate();
+    EXPECT_EQ(other.Answer("select group_concat(montant) from Actes where num < 4"), "1.0,2.0,3.0");
     EXPECT_TRUE(OtherCanWrite());
-    EXPECT_EQ(other.Answer("select group_concat(montant) from Actes where num in (2, 3)"), "2.0,3.0");
+}
+
+TEST_F(SharedFile, IsSeenAsItWasWithinAReadTransaction)
+{
+    Recordset acts = Open("Actes");
+    {
+        const ReadTransaction reading(database);
+        Recordset day = Open("select * from Actes where num < 4");
+        Recordset again = Open("select * from Actes where num < 4");
+        ASSERT_EQ(other.Run("update Actes set montant = 99; delete from Actes where num = 3"), SQLITE_OK)
+            << "others aren't kept from writing";
+        EXPECT_EQ(Walk(day), "1 2 3");
+        EXPECT_EQ(Walk(again), "1 2 3");
+        acts.FindFirst("num = 2");
+        EXPECT_EQ(acts["montant"].Double(), 50);
+        acts.Edit();
+        EXPECT_EQ(acts["montant"].Double(), 50);
+        acts["flag_R"] = 5;
+        acts.Update();
+        EXPECT_EQ(acts["montant"].Double(), 99) << "a change starts from what is there now";
+        EXPECT_EQ(Keys("Actes"), "1 2 4 5 6");
+        ASSERT_EQ(other.Run("update Actes set montant = 100"), SQLITE_OK);
+        EXPECT_EQ(Open("Actes")["montant"].Double(), 99);
+        DBEngine.Idle(1);
+        EXPECT_EQ(Open("Actes")["montant"].Double(), 100);
+        Transaction bundle(database);
+        database.Execute("update Actes set montant = 101");
+        EXPECT_EQ(Open("Actes")["montant"].Double(), 101);
+    }
+    EXPECT_EQ(Open("Actes")["montant"].Double(), 100);
+    EXPECT_EQ(other.Answer("select flag_R from Actes where num = 2"), "5");
+    DBEngine.Idle(1);
+    EXPECT_EQ(other.Answer("pragma wal_checkpoint(truncate)"), "0") << "nothing holds the file any more";
+
+    const ReadTransaction outlives(database);
+    database.Close();
 }
 
 TEST_F(SharedFile, TakesATransactionWholeOrNotAtAll)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "data/Practice.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/dao/Engine.h"
 #include "support/OtherProgram.h"
@@ -19,7 +20,7 @@ protected:
     SmallPractice()
     {
         WriteWorkgroup(folder.filePath("system.mdw"), "ADMIN", "secret");
-        CreateDatabase(path, QString::fromUtf8(schema));
+        CreateDatabase(path, data::Schema() + QString::fromUtf8(Rows));
         Engine engine;
         engine.SystemDB = folder.filePath("system.mdw");
         workspace = engine.CreateWorkspace("Special", "ADMIN", "secret");
@@ -38,24 +39,27 @@ protected:
             keys << rows["num"].Text();
         return keys.join(' ');
     }
+    /// The keys of `count` rows, from the current one or the next one on.
+    static QString Walk(Recordset rows, int count, bool fromNext = false)
+    {
+        QStringList keys;
+        for (int row = 0; row < count; ++row) {
+            if (row > 0 || fromNext)
+                rows.MoveNext();
+            keys << rows["num"].Text();
+        }
+        return keys.join(' ');
+    }
 
-    static constexpr const char* schema = R"(
-        create table Patients (num INTEGER PRIMARY KEY, nom TEXT, Prenom TEXT, N_carte TEXT, tel TEXT,
-                               Flag_H SMALLINT default 0);
-        create index Patients_N_carte on Patients (N_carte);
-        create table Actes (num INTEGER PRIMARY KEY, Date DATE, num_presta INTEGER, montant REAL default 0, Type TEXT,
-                            flag_R SMALLINT default 0, Flag_H SMALLINT);
-        create index Actes_Date on Actes (Date, num_presta);
-        create table Prov (num INTEGER, unite TEXT, Page INTEGER, Mt REAL, Obs TEXT);
-        create table Presta (num INTEGER PRIMARY KEY, denom TEXT NOT NULL, Ordre SMALLINT);
-        create unique index Presta_Ordre on Presta (Ordre);
+    static constexpr const char* Rows = R"(
         insert into Patients (num, nom, Prenom, N_carte, tel) values
             (1, 'Évrard', 'Zoé', '0012', '0550'), (2, 'evrard', 'Ali', '12', null), (3, 'D''Artagnan', 'Luc', 'A1', null),
             (4, 'ÉVRARD', 'Max', '0', ''), (5, 'Zidane', 'Éric', null, '0661');
-        insert into Actes (num, Date, num_presta, montant, Type, flag_R) values
-            (1, '2008-03-01', 7, 100.5, 'C', 2), (2, '2008-03-02', 7, 50, null, 0), (3, '2008-03-02', 8, 25, 'K5', 1),
-            (4, '2008-03-02', 7, 10, 'C', 3), (5, '2008-03-03', 9, 0, 'C', 0), (6, null, 9, null, null, null);
-        insert into Presta values (10, 'Radio', 2), (11, 'Écho', 0), (12, 'Soins', 1);
+        insert into Actes (num, Date, num_presta, montant, Type, flag_R, Flag_H) values
+            (1, '2008-03-01', 7, 100.5, 'C', 2, null), (2, '2008-03-02', 7, 50, null, 0, null),
+            (3, '2008-03-02', 8, 25, 'K5', 1, null), (4, '2008-03-02', 7, 10, 'C', 3, null),
+            (5, '2008-03-03', 9, 0, 'C', 0, null), (6, null, 9, null, null, null, null);
+        insert into Presta (num, denom, Ordre) values (10, 'Radio', 2), (11, 'Écho', 0), (12, 'Soins', 1);
     )";
 
     QTemporaryDir folder;

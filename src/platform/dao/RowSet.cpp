@@ -1,0 +1,58 @@
+#include "platform/dao/RowSet.h"
+
+namespace dao {
+
+void RowSet::RequireOpen() const
+{
+    if (!IsOpen())
+        Refuse(Error::ObjectClosed);
+}
+
+bool RowSet::IsNull(int column)
+{
+    RequireOpen();
+    const Value* const pending = PendingValue(column);
+    return pending != nullptr ? pending->IsNull() : Current(column).kind == StoredValue::Kind::Null;
+}
+
+Value RowSet::Get(int column)
+{
+    RequireOpen();
+    const Value* const pending = PendingValue(column);
+    const ColumnType type = columns[column].type;
+    return pending != nullptr ? ValueOf(*pending, type) : ValueOf(Current(column), type);
+}
+
+AnswerSet::AnswerSet(std::shared_ptr<Connection> opened, std::shared_ptr<Plan> select,
+                     const std::vector<Value>& literals)
+    : RowSet(std::move(opened), select->answer), plan(std::move(select))
+{
+    connection->FinishReading();
+    const ResetAtEnd reset(plan->statement);
+    plan->statement.Bind(literals);
+    while (plan->statement.Step())
+        rows.Append(plan->statement, 0, columns.Count());
+}
+
+void AnswerSet::GoTo(std::size_t row)
+{
+    if (rows.Count() == 0)
+        Refuse(Error::NoCurrentRecord);
+    position = row;
+}
+
+void AnswerSet::MoveNext()
+{
+    if (IsEOF())
+        Refuse(Error::NoCurrentRecord);
+    GoTo(position + 1);
+}
+
+StoredValue AnswerSet::Current(int column)
+{
+    if (IsEOF())
+        Refuse(Error::NoCurrentRecord);
+    return rows.At(position, column);
+}
+
+} // namespace dao

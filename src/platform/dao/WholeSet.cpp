@@ -1,0 +1,162 @@
+#include "platform/dao/WholeSet.h"
+
+#include <algorithm>
+#include <limits>
+
+namespace dao {
+namespace {
+
+constexpr int MostAhead = 512;                   // rows read at a time
+constexpr std::size_t InTable = std::size_t(-1); // the place of a row that isn't an added one
+constexpr qint64 LowestKey = std::numeric_limits<qint64>::min();
+
+} // namespace
+
+WholeSet::WholeSet(std::shared_ptr<Connection> opened, Table& over)
+    : TableSet(std::move(opened), over), inAdded(InTable)
+{
+    connection->FinishReading();
+    Statement& first = connection->Prepared(table.first);
+    const ResetAtEnd reset(first);
+    hadRows = first.Step();
+    if (!hadRows)
+        return;
+    upTo = first.WholeAt(columns.Count() + 1);
+    TakeRow(first);
+}
+
+// -- members
+
+void WholeSet::NoteAdded(qint64 newKey)
+{
+    if (!hadRows || newKey > upTo) // a lower one is met on the way
+        added.push_back(newKey);
+}
+
+int WholeSet::RecordCount()
+{
+    if (hadRows && !reachedAll)
+        return 1;
+    connection->FinishReading();
+    qint64 count = 0;
+    if (hadRows) {
+        Statement& all = connection->Prepared(table.count);
+        const ResetAtEnd reset(all);
+        all.Bind(1, upTo);
+        all.Step();
+        count = all.WholeAt(0);
+    }
+    Statement& row = connection->Prepared(table.byKey);
+    for (const qint64 each : added) {
+        const ResetAtEnd reset(row);
+        row.Bind(1, each);
+        count += row.Step() ? 1 : 0;
+    }
+    return int(count);
+}
+
+// -- moving
+
+void WholeSet::Jump(std::size_t addedIndex)
+{
+    inAdded = addedIndex;
+    aheadKeys.clear();
+    aheadSize = 1;
+}
+
+void WholeSet::GoToFirst()
+{
+    Jump(InTable);
+    if (!(hadRows && GoToFollowing(LowestKey)) && !GoToAdded(0)) {
+        SetEnd();
+        Refuse(Error::NoCurrentRecord); // all were deleted
+    }
+}
+
+void WholeSet::GoToNext()
+{
+    const bool isFound = (inAdded == InTable && hadRows && GoToFollowing(CurrentKey())) || GoToAdded(inAdded + 1);
+    if (isFound)
+        return;
+    SetEnd();
+    reachedAll = true;
+}
+
+void WholeSet::GoToLast()
+{
+    reachedAll = true;
+    Jump(InTable);
+    for (std::size_t i = added.size(); i-- > 0;) {
+        if (ReadRow(added[i])) {
+            inAdded = i;
+            return;
+        }
+    }
+    connection->FinishReading();
+    Statement& last = connection->Prepared(table.last);
+    const ResetAtEnd reset(last);
+    last.Bind(1, upTo);
+    if (hadRows && last.Step())
+        return TakeRow(last);
+    SetEnd();
+    Refuse(Error::NoCurrentRecord); // all were deleted
+}
+
+bool WholeSet::GoToAdded(std::size_t from)
+{
+    for (std::size_t i = from; i < added.size(); ++i) {
+        if (ReadRow(added[i])) {
+            inAdded = i;
+            return true;
+        }
+    }
+    return false;
+}
+
+/// Rows come in growing bundles as long as nobody writes, one by one otherwise.
+bool WholeSet::GoToFollowing(qint64 after)
+{
+    const bool isAhead = aheadNext < aheadKeys.size() && connection->IsCurrent(aheadVersion);
+    if (!isAhead)
+        ReadAhead(after);
+    if (aheadNext == aheadKeys.size())
+        return false;
+    SetCurrent(aheadKeys[aheadNext], ahead, aheadNext, aheadVersion);
+    ++aheadNext;
+    return true;
+}
+
+void WholeSet::ReadAhead(qint64 after)
+{
+    aheadSize = !aheadKeys.empty() && connection->IsCurrent(aheadVersion) ? std::min(aheadSize * 2, MostAhead) : 1;
+    connection->FinishReading();
+    Statement& some = connection->Prepared(table.following);
+    const ResetAtEnd reset(some);
+    some.Bind(1, after);
+    some.Bind(2, upTo);
+    some.Bind(3, qint64(aheadSize));
+    SetDeleted(after); // the current row may be one of those that go away now
+    ahead.Clear();
+    aheadKeys.clear();
+    aheadNext = 0;
+    while (some.Step()) {
+        aheadKeys.push_back(some.WholeAt(0));
+        ahead.Append(some, 1, columns.Count());
+    }
+    aheadVersion = connection->Version();
+}
+
+bool WholeSet::GoToAny(const std::vector<qint64>& sought)
+{
+    for (const qint64 each : sought) {
+        const bool isInTable = hadRows && each <= upTo;
+        const auto place = std::ranges::find(added, each);
+        if ((!isInTable && place == added.end()) || !ReadRow(each))
+            continue;
+        Jump(isInTable ? InTable : std::size_t(place - added.begin()));
+        return true;
+    }
+    return false;
+}
+
+} // namespace dao

@@ -1,0 +1,153 @@
+#include "data/Practice.h"
+#include "platform/dao/ArchiveCopy.h"
+#include "platform/dao/Connection.h"
+#include "platform/dao/Engine.h"
+#include "support/OtherProgram.h"
+#include "support/Printing.h"
+
+#include <QFile>
+#include <QScopedValueRollback>
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+namespace {
+
+/// A practice of the first version, whose keys could come back.
+class OlderPractice : public testing::Test {
+protected:
+    OlderPractice()
+    {
+        dao::WriteWorkgroup(folder.filePath("system.mdw"), data::workspaceUser, "secret");
+        dao::DBEngine.SystemDB = folder.filePath("system.mdw");
+        dao::DBEngine.KeyedTables = data::KeyedTables();
+        workspace = dao::DBEngine.CreateWorkspace("Special", data::workspaceUser, "secret");
+        Make(data::Schema().remove(" AUTOINCREMENT"));
+    }
+
+    void Make(const QString& schema) const
+    {
+        QFile::remove(path);
+        dao::CreateDatabase(path, schema);
+        Run("pragma user_version=1");
+    }
+    void Run(const char* sql) const { EXPECT_EQ(tests::OtherProgram(path).Run(sql), SQLITE_OK) << sql; }
+    QString Answer(const char* sql) const { return tests::OtherProgram(path).Answer(sql); }
+    QString Version() const { return Answer("pragma user_version"); }
+
+    /// Opens the practice as the program does and adds a row.
+    dao::Key AddTo(const char* table) const
+    {
+        dao::Database database = workspace.OpenDatabase(path);
+        dao::Recordset rows = database.OpenRecordset(table);
+        rows.AddNew();
+        rows.Update();
+        const dao::Key key = rows.LastKey();
+        database.Close();
+        return key;
+    }
+
+    QTemporaryDir folder;
+    const QString path = folder.filePath("ZEP_ONE.MDB");
+    dao::Workspace workspace;
+};
+
+} // namespace
+
+TEST_F(OlderPractice, GivesNoKeyThatWasEverHeld)
+{
+    Run("insert into Presta values (1, 'Radio', 800, 0), (2, 'Écho', 950.5, 1);"
+        "insert into Recettes (num, objet, montant) values (4, 'Coton', 20), (6, 'Gants', 12);"
+        "insert into Actes (num, num_presta) values (1, 2), (2, 7), (3, 'sept'), (4, -1), (5, 99999999999);"
+        "insert into Plani (num, Num_Presta) values (1, 9); insert into Actes_suppr (num, num_presta) values (1, 12)");
+
+    EXPECT_EQ(AddTo("Presta"), 13);
+    EXPECT_EQ(Version(), "2");
+    EXPECT_EQ(Answer("select group_concat(num || denom || prix || Ordre, ' ') from Presta where num < 3"),
+              "1Radio800.00 2Écho950.51");
+    EXPECT_EQ(Answer("select count(*) from sqlite_schema where name = 'Recettes_Date'"), "1");
+
+    Run("delete from Presta; delete from Recettes where num = 6");
+    EXPECT_EQ(AddTo("Presta"), 14);
+    EXPECT_EQ(AddTo("Recettes"), 7);
+    EXPECT_EQ(Answer("pragma integrity_check"), "ok");
+}
+
+TEST_F(OlderPractice, WithoutAServiceStartsAboveThoseThatActsHold)
+{
+    Run("insert into Actes (num, num_presta) values (1, 5)");
+    EXPECT_EQ(AddTo("Presta"), 6);
+    EXPECT_EQ(AddTo("Recettes"), 1);
+}
+
+TEST_F(OlderPractice, OpensWhenItCantBeChanged)
+{
+    {
+        const QScopedValueRollback<int> impatient(dao::busyMilliseconds, 0);
+        tests::OtherProgram other(path);
+        ASSERT_EQ(other.Run("begin immediate"), SQLITE_OK);
+        EXPECT_TRUE(workspace.OpenDatabase(path).OpenRecordset("Presta").IsEOF());
+    }
+    EXPECT_EQ(Version(), "1");
+    workspace.OpenDatabase(path);
+    EXPECT_EQ(Version(), "2") << "at the next opening";
+
+    Make("create table Presta (num integer, denom text, primary key (num)); create table Recettes (a); "
+         "create table Actes (num integer primary key)");
+    Run("insert into Presta values (3, 'Radio')");
+    EXPECT_EQ(AddTo("Presta"), 4) << "tables and fields may be missing or other than expected";
+}
+
+TEST_F(OlderPractice, IsNeitherChangedByACopyNorWhereNothingMayBeWritten)
+{
+    Run("insert into Presta (num) values (1)");
+    const QString copy = folder.filePath("copy.MDB");
+    dao::CopyDatabase(path, copy);
+    EXPECT_EQ(tests::OtherProgram(copy).Answer("pragma user_version"), "1");
+    EXPECT_TRUE(dao::CheckDatabase(path).isEmpty());
+    ASSERT_EQ(::chmod(path.toUtf8().constData(), 0444), 0);
+    EXPECT_EQ(ErrorOf([&] { workspace.OpenDatabase(path); }), Error::ReadOnly);
+    ASSERT_EQ(::chmod(path.toUtf8().constData(), 0600), 0);
+    EXPECT_EQ(Version(), "1");
+}
+
+TEST(NewPractice, NeverGivesAKeyTwice)
+{
+    const QTemporaryDir place;
+    data::CreatePractice(place.path(), {});
+    dao::DBEngine.SystemDB = place.filePath("system.mdw");
+    const dao::Workspace workspace =
+        dao::DBEngine.CreateWorkspace("Special", data::workspaceUser, data::BuildWorkspacePassword());
+    for (const char* table : {"Presta", "Recettes"}) {
+        for (const dao::Key expected : {1, 2, 3}) {
+            dao::Database database = workspace.OpenDatabase(place.filePath("ZEP_ONE.MDB"));
+            dao::Recordset rows = database.OpenRecordset(table);
+            rows.AddNew();
+            rows.Update();
+            EXPECT_EQ(rows.LastKey(), expected);
+            rows.MoveLast();
+            rows.Delete();
+            database.Close();
+        }
+    }
+}
+
+TEST(NewPractice, WritesWhatTheOneRowHoldsItself)
+{
+    const QTemporaryDir place;
+    data::CreatePractice(place.path(), {});
+    dao::DBEngine.SystemDB = place.filePath("system.mdw");
+    const dao::Workspace workspace =
+        dao::DBEngine.CreateWorkspace("Special", data::workspaceUser, data::BuildWorkspacePassword());
+    const dao::Database database = workspace.OpenDatabase(place.filePath("ZEP_ONE.MDB"));
+    dao::Recordset permanent = database.OpenRecordset("Permn");
+    EXPECT_EQ(permanent["RIB"].Text(), " ");
+    EXPECT_EQ(permanent["Taux_CNAS"].Double(), 9);
+
+    permanent.AddNew();
+    for (const char* field : {"Registre", "RIB", "Taux_CNAS", "Taux_PP", "Taux_VF"})
+        EXPECT_TRUE(permanent[field].IsNull()) << field;
+    permanent.Update();
+    permanent.MoveLast();
+    EXPECT_TRUE(permanent["Taux_VF"].IsNull());
+}
