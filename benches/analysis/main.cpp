@@ -68,19 +68,23 @@ void MeasureMonth(Figures& figures, const PlainDatabase& database)
     screen.show();
     QApplication::processEvents();
     PlainMonth plain(database);
-    figures.Compare(
-        "a month back and forth, each painted", {.measured = 15},
-        [&] {
-            plain.Count(before.month(), before.year());
-            plain.Count(month.month(), month.year());
-        },
-        [&] {
-            for (const int step : {Mens_Act::Previous, Mens_Act::Next}) {
-                screen.Image3_Click(step);
-                QApplication::processEvents();
-            }
-        },
-        {.ratio = 2, .milliseconds = 30});
+    bool isBefore = false;
+    const auto stepPlainly = [&] {
+        isBefore = !isBefore;
+        const QDate& shown = isBefore ? before : month;
+        plain.Count(shown.month(), shown.year());
+    };
+    const auto step = [&] {
+        screen.Image3_Click(screen.Combo1.currentIndex() + 1 == month.month() ? Mens_Act::Previous : Mens_Act::Next);
+    };
+    constexpr Rounds backAndForth{.measured = 15, .repeats = 2};
+    figures.Compare("a month stepped", backAndForth, stepPlainly, step, {.ratio = 2, .milliseconds = 15});
+    figures.Compare("a month stepped and painted", backAndForth, stepPlainly,
+                    [&] {
+                        step();
+                        QApplication::processEvents();
+                    },
+                    {.milliseconds = 15});
     Require(screen.Label4[Mens_Act::All].text() == QString::number(plain.acts), "the screen counts other acts");
     std::printf("    (%lld acts, %d services)\n", plain.acts, screen.Grid1.Rows());
 }
@@ -127,13 +131,15 @@ void MeasureScreen(Figures& figures, PlainResult& plain, const QDate& last)
     screen.Dates.Text1[PeriodChooser::First].setText(basic::DateText(last.addDays(-days)));
     screen.Dates.Text1[PeriodChooser::Last].setText(basic::DateText(last));
     QApplication::processEvents();
-    figures.Compare(
-        "the result of a period, painted", {.measured = 15}, [&] { plain.Count(last.addDays(-days), last); },
-        [&] {
-            screen.Image2_Click(PeriodChooser::AcceptPeriod);
-            QApplication::processEvents();
-        },
-        {.ratio = 1.3, .milliseconds = 60});
+    const auto countPlainly = [&] { plain.Count(last.addDays(-days), last); };
+    const auto show = [&] { screen.Image2_Click(PeriodChooser::AcceptPeriod); };
+    figures.Compare("the result of a period", {.measured = 15}, countPlainly, show, {.ratio = 1.3, .milliseconds = 60});
+    figures.Compare("the result of a period, painted", {.measured = 15}, countPlainly,
+                    [&] {
+                        show();
+                        QApplication::processEvents();
+                    },
+                    {.milliseconds = 60});
     Require(screen.ActsSum.text() == QString::number(plain.acts), "the screen counts other acts");
     std::printf("    (%lld acts of %d days, %d services)\n", plain.acts, days + 1, screen.Grid1.Rows());
 }

@@ -11,7 +11,6 @@ namespace analysis {
 void Result::BuildForm()
 {
     constexpr int titleTwips = 6300; // the title of a period
-    constexpr int figureTwips = 2500;
     setAccessibleName("Résultat");
     Dress(Image1[OtherDate], "calendar", " Autre date ", Command::ChooseDate);
     Dress(Image1[Print], "print", " Imprimer ", Command::Print);
@@ -34,14 +33,17 @@ void Result::BuildForm()
     Net.setAccessibleName("Résultat net");
     Net.setProperty("role", "balance");
     SSPanel1.setMinimumWidth(ScaledPixelsOf(titleTwips));
-    Charges.setMinimumWidth(ScaledPixelsOf(figureTwips));
-    Net.setMinimumWidth(ScaledPixelsOf(figureTwips));
+
+    // Whatever the direction of its text, a caption ends where its figure begins.
+    for (Label* caption : {&ChargesCaption, &NetCaption})
+        caption->setAlignment(Qt::AlignRight | Qt::AlignAbsolute | Qt::AlignVCenter);
 
     SetContent(Column{
         Row{Item::Growing(SSPanel1), Image1[OtherDate], Image1[Print], Image1[Quit]},
         Item::Growing(Grid1),
         Totals(Grid1, {Caption("LTotal", "Total"), Under(Grid1, Acts, ActsSum), Under(Grid1, Amount, AmountSum)}),
-        Row{Item::Stretch(), Pairs{{&ChargesCaption, &Charges}, {&NetCaption, &Net}}},
+        Totals(Grid1, {{&ChargesCaption, Unit, Unit}, Under(Grid1, Acts, Amount, Charges)}),
+        Totals(Grid1, {{&NetCaption, Unit, Unit}, Under(Grid1, Acts, Amount, Net)}),
     });
     Dates.setParent(this);
     Bulle.setParent(this);

@@ -38,7 +38,7 @@ int StoredCharges()
         EXPECT_EQ(core::PermnTable.Collect(QString("Charge%1").arg(charge)).Double(), dinars) << charge;
     EXPECT_EQ(core::PermnTable["Charge8"].Double(), total);
     EXPECT_EQ(core::PermnTable["Charge9"].Double(), basic::Val(basic::Format(total / 30, "0.00")));
-    core::CloseDataFiles();
+    core::TheDatabase.Close();
     return dinars;
 }
 
@@ -48,8 +48,6 @@ TEST(KilledCharges, AreAllOfOneSave)
 {
     const tests::FolderInMemory memory;
     tests::Practice practice;
-    practice.Open();
-    core::CloseDataFiles();
     std::mt19937 random{20080617};
     std::uniform_int_distribution<int> saves(1, 4);
     std::uniform_int_distribution<long> pause(0, 6000);
@@ -61,7 +59,7 @@ TEST(KilledCharges, AreAllOfOneSave)
         ScriptedDesk desk;
         practice.Open();
         StoreCharges(desk, dinars++);
-        core::CloseDataFiles();
+        core::TheDatabase.Close();
     }
     for (int round = 0; round < rounds && !testing::Test::HasFailure(); ++round) {
         SCOPED_TRACE(round);

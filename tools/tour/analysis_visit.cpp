@@ -44,9 +44,10 @@ void EnterCharges(TourDesk& desk, core::Form1& main, const char* rent)
 {
     desk.Visit([&desk, rent](forms::Form& form) {
         auto& charges = dynamic_cast<Chrges&>(form);
+        desk.TakePicture(charges, "Chrges");
         charges.Text1[Chrges::Rent].setFocus();
         QTest::keyClicks(&charges.Text1[Chrges::Rent], rent);
-        desk.TakePicture(charges, "Chrges");
+        desk.TakePicture(charges, "Chrges-saisie");
         desk.Answer("Sauvegarde en cours", "OK");
         charges.Image1[Chrges::Store].click();
     });
