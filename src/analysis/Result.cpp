@@ -24,13 +24,12 @@ QString Shown(double dinars)
     return " " + Format(dinars, "### ###.00");
 }
 
-/// The daily charges; 0 where none were entered.
+/// The charges of a day as they are now; 0 where none were entered.
 double ReadDayCharge()
 {
-    if (PermnTable.RecordCount() == 0)
-        return 0;
-    PermnTable.MoveFirst();
-    return PermnTable["Charge9"].IsNull() ? 0 : PermnTable["Charge9"].Double();
+    const dao::Recordset permanentData = TheDatabase.OpenRecordset("Permn");
+    const bool isCharged = permanentData.RecordCount() != 0 && !permanentData["Charge9"].IsNull();
+    return isCharged ? permanentData["Charge9"].Double() : 0;
 }
 
 } // namespace

@@ -105,6 +105,8 @@ TEST_F(MonthlySituation, ChangesTheMonthOnlyWhenAChoiceOfFourCharactersIsApplied
     ActOf(2, 1987, 1);
     auto& screen = OpenScreen();
     ASSERT_TRUE(IsLocked(screen));
+    Press(screen.Grid1, Qt::Key_Escape);
+    EXPECT_EQ(MonthShown(screen), "Juin 2008");
 
     Press(screen.Grid1, Qt::Key_F4);
     ASSERT_FALSE(IsLocked(screen));

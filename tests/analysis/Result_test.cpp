@@ -160,6 +160,8 @@ TEST_F(NetResult, TakesTheFiguresShownAndTellsALossBySignAndColour)
     EXPECT_EQ(InkOf(screen.Net), forms::TheColours().alarm);
     ShowDay(screen, "03/06/2008");
     EXPECT_EQ(Figures(screen), QStringList({"1", " 123456 789.50", "  100.00", " 123456 689.50"}));
+    for (const auto* figure : {&screen.AmountSum, &screen.Net}) // wider than their columns, and written in full
+        EXPECT_GE(figure->width(), figure->NeededWidth());
     EXPECT_EQ(InkOf(screen.Net), forms::TheColours().accent);
     ShowDay(screen, "04/06/2008");
     EXPECT_EQ(screen.Net.text(), "  .01");
@@ -174,8 +176,9 @@ TEST_F(NetResult, TakesMissingOrNegativeChargesAsNone)
     practice.Act({.montant = 70});
     for (const char* change :
          {"Update Permn set Charge9 = null", "Update Permn set Charge9 = -5", "Delete * from Permn"}) {
-        practice.Write(change);
-        auto& screen = OpenScreen();
+        practice.Open();
+        practice.Write(change); // behind the handle that was opened at the start
+        auto& screen = desk.Open<Result>();
         ShowDay(screen, "17/06/2008");
         EXPECT_EQ(Figures(screen), QStringList({"1", "  70.00", "", "  70.00"})) << change;
     }
