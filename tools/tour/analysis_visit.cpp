@@ -5,6 +5,7 @@
 #include "analysis/Result.h"
 #include "core/globals.h"
 #include "platform/basic/Dates.h"
+#include "platform/host/Files.h"
 #include "platform/host/Host.h"
 #include "platform/report/PreviewWindow.h"
 
@@ -54,8 +55,14 @@ void EnterCharges(TourDesk& desk, core::Form1& main, const char* rent)
     main.Entry("mnu_Charges")->trigger();
 }
 
+/// Prints the result, unless the practice is older than the report and has no template for it.
 void PrintResult(TourDesk& desk, Result& result, const QString& pdf)
 {
+    const QString name = "ZEP_Rstt.RPT";
+    if (!host::FileExists(host::PathIn(core::DataFolder, name), 0)) {
+        desk.Answer("Fichier " + name + " absent", "OK");
+        return result.Image1[Result::Print].click();
+    }
     desk.Visit([&desk, pdf](forms::Form& form) {
         auto& preview = dynamic_cast<report::PreviewWindow&>(form);
         desk.TakePicture(preview, "Preview-Resultat");
