@@ -1,6 +1,9 @@
 #include "menu.h"
 
 #include "acts/New_Act.h"
+#include "analysis/Chrges.h"
+#include "analysis/Mens_Act.h"
+#include "analysis/Result.h"
 #include "cash/F_Inst.h"
 #include "cash/J_CAISSE.h"
 #include "platform/forms/Desk.h"
@@ -21,6 +24,9 @@ core::ScreenOpeners MenuScreens()
     return {
         {"NActes", Show<acts::New_Act>},
         {"mnu_Caisse", Show<cash::J_CAISSE>},
+        {"mnu_Charges", Show<analysis::Chrges>},
         {"mnu_Inst", Show<cash::F_Inst>},
+        {"mnu_mens", Show<analysis::Mens_Act>},
+        {"mnu_resultat", Show<analysis::Result>},
     };
 }

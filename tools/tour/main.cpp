@@ -1,6 +1,7 @@
 // Plays the road of one act through the real screens on a copy of a practice, and saves a picture of each screen.
 
 #include "TourDesk.h"
+#include "analysis_visit.h"
 
 #include "acts/New_Act.h"
 #include "acts/New_Mecano.h"
@@ -65,6 +66,7 @@ public:
         ChooseToday();
         KeepTheCash();
         SettleOfAPeriod();
+        tour::VisitAnalysis(desk, main, pictures);
         ThinTheActs();
         Quit();
     }

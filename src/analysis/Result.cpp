@@ -1,0 +1,213 @@
+#include "analysis/Result.h"
+
+#include "core/globals.h"
+#include "core/lists.h"
+#include "core/printing.h"
+#include "core/windows.h"
+#include "platform/basic/Dates.h"
+#include "platform/basic/Numbers.h"
+#include "platform/forms/Guard.h"
+
+#include <QStyle>
+
+using namespace basic;
+using namespace core;
+using namespace forms;
+
+namespace analysis {
+
+namespace {
+
+/// An amount as totals and results show it.
+QString Shown(double dinars)
+{
+    return " " + Format(dinars, "### ###.00");
+}
+
+/// The charges of a day as they are now; 0 where none were entered.
+double ReadDayCharge()
+{
+    const dao::Recordset permanentData = TheDatabase.OpenRecordset("Permn");
+    const bool isCharged = permanentData.RecordCount() != 0 && !permanentData["Charge9"].IsNull();
+    return isCharged ? permanentData["Charge9"].Double() : 0;
+}
+
+} // namespace
+
+Result::Result()
+    : Form("Result", "Résultat"),
+      Grid1("Grid1", {{"Unité", 1780}, {"Actes", 840, Qt::AlignCenter}, {"Montant", 1150, Qt::AlignRight}})
+{
+    BuildForm();
+    OnEach(Image1, &Picture::clicked, *this, &Result::Image1_Click);
+    OnEach(Dates.Image2, &Picture::clicked, *this, &Result::Image2_Click);
+    OnEach(Dates.Text1, &DateField::DateRefused, *this, &Result::ReturnFocus);
+}
+
+void Result::Form_Load()
+{
+    setWindowTitle(" ");
+    CenterForm(*this);
+    DayCharge = ReadDayCharge();
+    Dates.SetToday();
+    SSPanel1.SetCaption("");
+    ApplyArabicCaptions();
+    ChooseDates();
+}
+
+void Result::Image1_Click(int index)
+{
+    switch (index) {
+    case OtherDate:
+        return ChooseDates();
+    case Print:
+        return PrintResult();
+    default:
+        Unload();
+    }
+}
+
+void Result::Image2_Click(int index)
+{
+    switch (index) {
+    case PeriodChooser::AcceptDay:
+        return ChooseDay();
+    case PeriodChooser::AcceptPeriod:
+        return ChoosePeriod();
+    default:
+        Unload();
+    }
+}
+
+/// A bad date was emptied as the focus left it; on a page that is turned away there is no going back to it.
+void Result::ReturnFocus(int field)
+{
+    if (Dates.Text1[field].isVisible())
+        Dates.Text1[field].setFocus();
+}
+
+void Result::ChooseDates()
+{
+    ShowPictures(false);
+    Dates.ShowOver(Grid1);
+}
+
+void Result::ChooseDay()
+{
+    const auto day = Dates.ReadDay();
+    if (!day)
+        return;
+    DateFromUS = DateToUS = QueryDate(*day);
+    SSPanel1.SetCaption(SpeaksFrench() ? "Resultat de l'activité du  " + *day
+                                       : " نـتـيـجـة  الـنـشاط  الـمـسـجلة  لـيـوم " + DateToQueryText(*day));
+    ShowCharges(DayCharge, SpeaksFrench() ? "Charges pour une journée" : "تـكالـيف  يـوم  واحـد");
+    ShowResult();
+}
+
+void Result::ChoosePeriod()
+{
+    const auto period = Dates.ReadPeriod();
+    if (!period)
+        return;
+    DateFromUS = QueryDate(period->first);
+    DateToUS = QueryDate(period->last);
+    // The title is that of the period that was asked for, also when it is refused next.
+    SSPanel1.SetCaption(SpeaksFrench() ? "Resultat de l'activité du  " + period->first + " au " + period->last
+                                       : " نـتـيجة الـنشاط مـن " + DateToQueryText(period->first) + " إلى " +
+                                             DateToQueryText(period->last));
+    PeriodDays = period->Days();
+    if (!PeriodChooser::IsInOrder(*period))
+        return;
+    const QString days = QString::number(PeriodDays);
+    ShowCharges(PeriodDays * DayCharge,
+                SpeaksFrench() ? "Charges pour " + days + " jours" : " تـكالـيف " + days + "  يــومـا ");
+    ShowResult();
+}
+
+void Result::ShowCharges(double dinars, const QString& caption)
+{
+    Charges.setText(dinars > 0 ? Shown(dinars) : QString());
+    ChargesCaption.setText(caption);
+}
+
+void Result::ShowResult()
+{
+    ComputeResult();
+    Dates.hide();
+    ShowPictures(true);
+    Grid1.setFocus();
+}
+
+void Result::ShowPictures(bool shown)
+{
+    for (int action = OtherDate; action <= Quit; ++action)
+        Image1[action].setVisible(shown);
+}
+
+void Result::ComputeResult()
+{
+    Grid1.ClearToOneRow();
+    for (FigureLabel* figure : {&Net, &AmountSum, &ActsSum})
+        figure->setText("");
+    TotalActs = 0;
+    TotalAmount = 0;
+    ResultRow = 0;
+    QueryText = "Select * from Presta order by ordre";
+    UnitRecords = TheDatabase.OpenRecordset(QueryText);
+    const Hourglass pointer;
+    for (; !UnitRecords.IsEOF(); UnitRecords.MoveNext()) {
+        QueryText = "select count(num) as S1, sum(montant) as S2 from Actes where date >=#" + DateFromUS +
+                    "# and date <=#" + DateToUS + "# and num_presta = " + QString::number(UnitRecords["num"].Key());
+        CountRecords = TheDatabase.OpenRecordset(QueryText);
+        TotalActs += CountRecords["S1"].Long();
+        if (!CountRecords["S2"].IsNull())
+            TotalAmount += CountRecords["S2"].Double();
+        FillResultRow();
+    }
+    if (TotalActs >= 1)
+        ActsSum.setText(PlainText(TotalActs));
+    if (TotalAmount > 0)
+        AmountSum.setText(Shown(TotalAmount));
+    ShowNet();
+}
+
+void Result::FillResultRow()
+{
+    const int row = TakeRow(Grid1, ResultRow);
+    Grid1.SetText(row, Unit, " " + TextOrNothing(UnitRecords["denom"]));
+    if (CountRecords["S1"].Long() > 0)
+        Grid1.SetText(row, Acts, PlainText(CountRecords["S1"].Long()));
+    if (!CountRecords["S2"].IsNull() && CountRecords["S2"].Double() > 0)
+        Grid1.SetText(row, Amount, PlainText(CountRecords["S2"].Double()) + " ");
+}
+
+void Result::ShowNet()
+{
+    // The figures are read back on purpose: the result is the difference of what is shown, already rounded.
+    const double net = Val(AmountSum.text()) - Val(Charges.text());
+    if (net != 0)
+        Net.setText(Shown(net));
+    Net.setProperty("loss", net < 0);
+    Net.style()->unpolish(&Net);
+    Net.style()->polish(&Net);
+}
+
+void Result::PrintResult()
+{
+    RunPrintStep(Report1, {.reportName = "ZEP_Rstt.RPT",
+                           .headings = {{"ch5", SSPanel1.Caption()},
+                                        {"ch6", ChargesCaption.text()},
+                                        {"ch7", Charges.text()},
+                                        {"ch8", Net.text()}},
+                           .scratchTable = "Prov",
+                           .fillRows =
+                               [this](ScratchRows& rows) {
+                                   for (int row = 0; row < Grid1.Rows(); ++row)
+                                       rows.Add({{"unite", Grid1.Text(row, Unit).trimmed()},
+                                                 {"Page", Val(Grid1.Text(row, Acts))},
+                                                 {"Mt", Val(Grid1.Text(row, Amount))}});
+                               },
+                           .proposedName = SSPanel1.Caption().simplified()});
+}
+
+} // namespace analysis

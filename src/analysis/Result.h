@@ -1,0 +1,74 @@
+#pragma once
+
+#include "core/PeriodChooser.h"
+#include "platform/basic/Int16.h"
+#include "platform/dao/Recordset.h"
+#include "platform/forms/Bulle.h"
+#include "platform/forms/ControlArray.h"
+#include "platform/forms/Controls.h"
+#include "platform/forms/Form.h"
+#include "platform/forms/Grid.h"
+#include "platform/report/Report.h"
+
+namespace analysis {
+
+/// "Résultat": what a day or a period has brought in, service by service, and what is left of it once the running
+/// charges are taken off. Amounts count whatever the state of the acts. Choosing dates and showing a result are its two
+/// modes; from the choice one goes on to a result or leaves the screen.
+class Result : public forms::Form {
+    Q_OBJECT
+public:
+    Result();
+
+    forms::Panel SSPanel1{"SSPanel1"}; ///< caption: the day or period asked for
+    core::PeriodChooser Dates;         ///< SSTab2; its cancel pictures leave the screen
+    enum ResultColumn { Unit, Acts, Amount };
+    forms::Grid Grid1;
+    forms::FigureLabel ActsSum{"Label1(7)"};
+    forms::FigureLabel AmountSum{"Label1(6)"};
+    forms::Label ChargesCaption{"Label1(2)", "Charges"};
+    forms::FigureLabel Charges{"Label1(4)"};
+    forms::Label NetCaption{"Label1(3)", "Résultat Net"};
+    forms::FigureLabel Net{"Label1(5)"};
+    enum Action { OtherDate, Print, Quit };
+    forms::ControlArray<forms::Picture, 3> Image1{"Image1"};
+    forms::Bulle Bulle{"Bulle(1)"};
+
+    /// Counts and sums the acts of the chosen days and takes the charges shown off the amount shown. Raises 6 past
+    /// 32,767 acts.
+    void ComputeResult();
+    /// Prints the result as it stands on the screen.
+    void PrintResult();
+
+    void Image1_Click(int index);
+    void Image2_Click(int index);
+
+protected:
+    void Form_Load() override;
+
+private:
+    void BuildForm();
+    void ApplyArabicCaptions();
+    void ReturnFocus(int field);
+    void ChooseDates();
+    void ChooseDay();
+    void ChoosePeriod();
+    void ShowCharges(double dinars, const QString& caption);
+    void ShowResult();
+    void ShowPictures(bool shown);
+    void FillResultRow();
+    void ShowNet();
+
+    QString DateFromUS; ///< chosen bounds as mm/dd/yyyy
+    QString DateToUS;
+    double DayCharge = 0;    ///< dinars, as they were when the screen opened
+    basic::Int16 PeriodDays; ///< both ends counted
+    basic::Int16 TotalActs;
+    double TotalAmount = 0; ///< dinars
+    basic::Int16 ResultRow; ///< next free row of Grid1
+
+    dao::Recordset UnitRecords, CountRecords;
+    report::Report Report1;
+};
+
+} // namespace analysis

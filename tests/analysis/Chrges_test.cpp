@@ -1,0 +1,222 @@
+#include "analysis/Chrges.h"
+#include "core/globals.h"
+#include "platform/basic/RuntimeError.h"
+#include "platform/dao/Connection.h"
+#include "support/Accessibility.h"
+#include "support/OtherProgram.h"
+#include "support/Reports.h"
+
+#include <QScopedValueRollback>
+
+using analysis::Chrges;
+using forms::Icon;
+
+namespace {
+
+constexpr const char* AllCharges =
+    "select Charge1, Charge2, Charge3, Charge4, Charge5, Charge6, Charge7, Charge8, Charge9 from Permn";
+
+/// Looks into the file while a message stands before the user.
+class LookingDesk : public ScriptedDesk {
+public:
+    std::function<void()> look = [] {};
+
+    forms::Answer Message(const QString& text, Icon icon, const QString& title, forms::Buttons buttons) override
+    {
+        look();
+        return ScriptedDesk::Message(text, icon, title, buttons);
+    }
+};
+
+class RunningCharges : public testing::Test {
+protected:
+    Chrges& OpenScreen()
+    {
+        practice.Open();
+        return desk.Open<Chrges>();
+    }
+
+    static QStringList Texts(Chrges& screen)
+    {
+        QStringList texts;
+        for (int charge = Chrges::Salaries; charge <= Chrges::DailyTotal; ++charge)
+            texts << screen.Text1[charge].text();
+        return texts;
+    }
+
+    void Store(Chrges& screen)
+    {
+        desk.ExpectMessage("Sauvegarde en cours", Icon::None, "");
+        Click(screen.Image1[Chrges::Store]);
+    }
+
+    QString Stored() { return tests::RowsOf(practice, AllCharges).join('\n'); }
+
+    tests::Practice practice;
+    LookingDesk desk;
+};
+
+} // namespace
+
+TEST_F(RunningCharges, MakesTheMissingRowWithItsRatesOnceAndForAllToSee)
+{
+    practice.Write("Delete * from Permn");
+    auto& screen = OpenScreen();
+
+    EXPECT_EQ(Texts(screen).join(""), "");
+    EXPECT_EQ(tests::RowsOf(practice, "select Registre, Id_Fiscale, Article, Telephone, Fax, Compte, Charge1, Charge9, "
+                                      "Taux_CNAS, Taux_PP, Taux_VF from Permn"),
+              QStringList(" | | | | | |-|-|9|25.5|6"));
+    core::PermnTable.MoveFirst(); // the handle that every screen shares
+    EXPECT_EQ(core::PermnTable["Taux_PP"].Double(), 25.5);
+
+    screen.Unload();
+    desk.Open<Chrges>();
+    EXPECT_EQ(practice.Ask("select count(Taux_PP) from Permn").Long(), 1);
+}
+
+TEST_F(RunningCharges, ShowsTheStoredChargesWithTheSumOfTheSevenAndNotTheStoredOne)
+{
+    practice.Write("Update Permn set Charge1 = 123456789.5, Charge2 = 0, Charge3 = -6789.125, Charge4 = 12, "
+                   "Charge8 = 77, Charge9 = 4.5");
+    auto& screen = OpenScreen();
+
+    EXPECT_EQ(Texts(screen),
+              QStringList({"123456789.50", ".00", "-6789.13", "12.00", "", "", "", "123 450 012.37", "4.50"}));
+    EXPECT_TRUE(screen.Text1[Chrges::MonthlyTotal].isReadOnly());
+    EXPECT_TRUE(screen.Text1[Chrges::DailyTotal].isReadOnly());
+    EXPECT_TRUE(screen.Text1[Chrges::Salaries].hasFocus());
+    EXPECT_EQ(AccessibilityFaults(screen), QStringList());
+
+    const QString before = Stored();
+    Click(screen.Image1[Chrges::Store]); // no message: nothing was changed, and the stale total stays
+    EXPECT_FALSE(screen.isVisible());
+    EXPECT_EQ(Stored(), before);
+}
+
+TEST_F(RunningCharges, SumsWhatTheFieldsReadAndShowsNoTotalThatIsNotAboveZero)
+{
+    auto& screen = OpenScreen();
+    const struct {
+        const char* typed[2];
+        const char* total;
+    } rows[] = {
+        {{"30000", ""}, " 30 000.00"},
+        {{"12 000.50", "0.25"}, " 12 000.75"},
+        {{"1.5.5", "2-"}, "  3.50"},
+        {{"100", "-100"}, ""},
+        {{"-100", "40"}, ""},
+        {{"0", "0"}, ""},
+        {{"-", "."}, ""},
+        {{".004", ""}, "  .00"},
+        {{"--5", "7"}, "  7.00"},
+        {{"123456789", ".5"}, "123 456 789.50"},
+    };
+    for (const auto& row : rows) {
+        screen.Text1[Chrges::Rent].setText(row.typed[0]);
+        screen.Text1[Chrges::Others].setText(row.typed[1]);
+        EXPECT_EQ(screen.Text1[Chrges::MonthlyTotal].text(), row.total) << row.typed[0] << ' ' << row.typed[1];
+        EXPECT_EQ(screen.Text1[Chrges::DailyTotal].text(), ""); // until it is stored
+    }
+}
+
+TEST_F(RunningCharges, StoresAllNineAsTheFieldsShowThemAfterTheUserHasSeenTheBox)
+{
+    practice.Write("Update Permn set Charge3 = 10, Charge8 = 10, Charge9 = 10, Compte = '0040'");
+    auto& screen = OpenScreen();
+    Type(screen.Text1[Chrges::Salaries], "30000,5x");
+    Press(screen.Text1[Chrges::Salaries], Qt::Key_Return);
+    Type(screen.Text1[Chrges::Rent], "-0.125");
+    QString duringTheBox;
+    desk.look = [&] { duringTheBox = Stored(); };
+    Store(screen);
+
+    EXPECT_EQ(duringTheBox, "-|-|10|-|-|-|-|10|10");
+    EXPECT_FALSE(screen.isVisible());
+    // 30010.375 is shown as 30 010.38, and a thirtieth of that as 1000.35
+    EXPECT_EQ(Stored(), "30000.5|-0.125|10|0|0|0|0|30010.38|1000.35");
+    EXPECT_EQ(practice.Ask("select Compte from Permn").Text(), "0040");
+
+    auto& again = desk.Open<Chrges>();
+    EXPECT_EQ(Texts(again),
+              QStringList({"30000.50", "-.13", "10.00", ".00", ".00", ".00", ".00", " 30 010.37", "1000.35"}));
+    again.Text1[Chrges::Salaries].setText("-1");
+    again.Text1[Chrges::Depreciation].setText("");
+    Store(again);
+    EXPECT_EQ(Stored(), "-1|-0.13|0|0|0|0|0|0|0");
+}
+
+TEST_F(RunningCharges, MovesBetweenTheEntriesByEnterAndArrows)
+{
+    auto& screen = OpenScreen();
+    for (int charge = Chrges::Salaries; charge <= Chrges::Others; ++charge) {
+        ASSERT_TRUE(screen.Text1[charge].hasFocus());
+        Press(screen.Text1[charge], Qt::Key_Return);
+    }
+    EXPECT_TRUE(screen.Text1[Chrges::Salaries].hasFocus());
+    Press(screen.Text1[Chrges::Salaries], Qt::Key_Up);
+    EXPECT_TRUE(screen.Text1[Chrges::Salaries].hasFocus());
+    for (int charge = Chrges::Salaries; charge <= Chrges::Others; ++charge) {
+        ASSERT_TRUE(screen.Text1[charge].hasFocus());
+        Press(screen.Text1[charge], Qt::Key_Down);
+    }
+    EXPECT_TRUE(screen.Text1[Chrges::Others].hasFocus());
+    Press(screen.Text1[Chrges::Others], Qt::Key_Up);
+    EXPECT_TRUE(screen.Text1[Chrges::Taxes].hasFocus());
+    Type(screen.Text1[Chrges::Taxes], "1,2.3-a4");
+    EXPECT_EQ(screen.Text1[Chrges::Taxes].text(), "1.23-4");
+    Press(screen.Text1[Chrges::Others], Qt::Key_Tab);
+    EXPECT_TRUE(screen.Image1[Chrges::Store].hasFocus()); // the totals are passed over
+}
+
+TEST_F(RunningCharges, LeavesWithoutStoring)
+{
+    for (const bool byCloseBox : {false, true}) {
+        auto& screen = OpenScreen();
+        screen.Text1[Chrges::Rent].setText("5");
+        Press(screen.Text1[Chrges::Rent], Qt::Key_Escape);
+        EXPECT_TRUE(screen.isVisible());
+        if (byCloseBox)
+            screen.close();
+        else
+            Press(screen.Text1[Chrges::Rent], Qt::Key_W, Qt::ControlModifier);
+        EXPECT_FALSE(screen.isVisible());
+    }
+    EXPECT_EQ(Stored(), "-|-|-|-|-|-|-|-|-");
+}
+
+TEST_F(RunningCharges, WritesNothingWhenAnotherWritesForTooLong)
+{
+    practice.Write("Update Permn set Charge2 = 1");
+    const QScopedValueRollback<int> impatient(dao::busyMilliseconds, 100);
+    auto& screen = OpenScreen();
+    screen.Text1[Chrges::Rent].setText("5");
+    tests::OtherProgram other(practice.File("ZEP_ONE.MDB"));
+    ASSERT_EQ(other.Run("begin immediate"), SQLITE_OK);
+
+    desk.ExpectMessage("Sauvegarde en cours", Icon::None, "");
+    desk.ExpectMessage("Erreur d'exécution '3187' :\n" + basic::RuntimeError(Error::Locked).Description(),
+                       Icon::Critical, "ZEP Lumo");
+    Click(screen.Image1[Chrges::Store]);
+
+    EXPECT_EQ(desk.EndCode(), 1);
+    ASSERT_EQ(other.Run("rollback"), SQLITE_OK);
+    EXPECT_EQ(Stored(), "-|1|-|-|-|-|-|-|-");
+}
+
+TEST_F(RunningCharges, StoresIntoTheRowAsItIsNow)
+{
+    auto& screen = OpenScreen();
+    screen.Text1[Chrges::Rent].setText("60");
+    practice.Write("Update Permn set RC = 'OUI', Charge1 = 9"); // by another program, meanwhile
+    Store(screen);
+    EXPECT_EQ(Stored(), "0|60|0|0|0|0|0|60|2");
+    EXPECT_EQ(practice.Ask("select RC from Permn").Text(), "OUI");
+
+    auto& again = desk.Open<Chrges>();
+    again.Text1[Chrges::Rent].setText("90");
+    practice.Write("Delete * from Permn");
+    Store(again); // nothing that was typed is lost
+    EXPECT_EQ(Stored(), "0|90|0|0|0|0|0|90|3");
+    EXPECT_EQ(practice.Ask("select Taux_CNAS from Permn").Long(), 9);
+}
