@@ -3,6 +3,7 @@
 #include "acts/New_Act.h"
 #include "cash/F_Inst.h"
 #include "cash/J_CAISSE.h"
+#include "cash/Recettes.h"
 #include "platform/forms/Desk.h"
 
 namespace {
@@ -22,5 +23,6 @@ core::ScreenOpeners MenuScreens()
         {"NActes", Show<acts::New_Act>},
         {"mnu_Caisse", Show<cash::J_CAISSE>},
         {"mnu_Inst", Show<cash::F_Inst>},
+        {"mnu_recette", Show<cash::Recettes>},
     };
 }
