@@ -113,6 +113,8 @@ private:
     void ClearJournal();
     void AddService(core::NameLookup& patients);
     void AddJournalDetail(core::NameLookup& patients);
+    /// Whether Grid2 takes so many more acts; says so when it doesn't.
+    bool FitsDetail(int acts) const;
     void AddDetailRow(const QString& unit, core::NameLookup& patients);
     void AddJournalRow();
     void ShowTotals();

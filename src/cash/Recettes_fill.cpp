@@ -90,21 +90,27 @@ QString Recettes::ActsOfUnit(dao::Key unit) const
 void Recettes::AddJournalDetail(NameLookup& patients)
 {
     ServiceReceived = ServiceTheoretical = 0;
+    if (!FitsDetail(ServiceTotals["S1"].Long())) // so many acts are not read just to be refused
+        return;
     QueryText = ActsOfUnit(ServiceRecords["num"].Key());
     DetailActs = TheDatabase.OpenRecordset(QueryText);
     if (DetailActs.RecordCount() == 0)
         return;
     DetailActs.MoveLast(); // the count is true from here on
-    const int rows = DetailRow + DetailActs.RecordCount();
-    if (rows > MostDetailRows) {
-        MsgBox("Plage de dates trop grande ! ! !", Icon::Critical, "ATTENTION");
-        DetailActs.Close();
-        return;
-    }
-    Grid2.SetRows(rows);
+    if (!FitsDetail(DetailActs.RecordCount()))
+        return DetailActs.Close();
+    Grid2.SetRows(DetailRow + DetailActs.RecordCount());
     const QString unit = " " + TextOrNothing(ServiceRecords["denom"]);
     for (DetailActs.MoveFirst(); !DetailActs.IsEOF(); DetailActs.MoveNext())
         AddDetailRow(unit, patients);
+}
+
+bool Recettes::FitsDetail(int acts) const
+{
+    if (DetailRow + acts <= MostDetailRows)
+        return true;
+    MsgBox("Plage de dates trop grande ! ! !", Icon::Critical, "ATTENTION");
+    return false;
 }
 
 void Recettes::AddDetailRow(const QString& unit, NameLookup& patients)

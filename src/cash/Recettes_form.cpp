@@ -40,6 +40,8 @@ void Recettes::BuildForm()
 
 void Recettes::BuildPages()
 {
+    for (Grid* grid : {&Grid1, &Grid2, &Grid3})
+        grid->SetUsualRows(20);
     Grid1.setAccessibleName("Récapitulatif par unité");
     Grid1.SetGroupHeading(Received, Theoretical, "Montant");
     Grid3.setAccessibleName("Nombre d'actes par code et par règlement");

@@ -1,5 +1,6 @@
 // Plays the road of one act through the real screens on a copy of a practice, and saves a picture of each screen.
 
+#include "Recettes_visit.h"
 #include "TourDesk.h"
 
 #include "acts/New_Act.h"
@@ -65,6 +66,7 @@ public:
         ChooseToday();
         KeepTheCash();
         SettleOfAPeriod();
+        tour::VisitJournal(desk, main);
         ThinTheActs();
         Quit();
     }
