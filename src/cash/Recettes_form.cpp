@@ -60,17 +60,21 @@ void Recettes::BuildPages()
     for (int total = 0; total < LT.Size(); ++total)
         LT[total].setAccessibleName(total < LT.LastIndex() ? QString("Total ") + states[total] : "Total des actes");
 
-    AddPage(
-        SSTab1, "Récap 1",
-        Row{
-            Column{
-                Item::Growing(Grid1),
-                Totals(Grid1, {Caption("LTotal1", "Total"), Under(Grid1, Count, ActsTotal),
-                               Under(Grid1, Received, ReceivedTotal), Under(Grid1, Theoretical, TheoreticalTotal)}),
-                Row{Image3[PrintRecap], Label5[PrintRecap], Image3[PrintDetail], Label5[PrintDetail], Item::Stretch()},
-            },
-            Item::Stretch(),
-        });
+    AddPage(SSTab1, "Récap 1",
+            Row{
+                Column{
+                    Item::Growing(Grid1),
+                    Totals(Grid1, {Caption("LTotal1", "Total"), Under(Grid1, Count, ActsTotal),
+                                   Under(Grid1, Received, ReceivedTotal), Under(Grid1, Theoretical, TheoreticalTotal)}),
+                },
+                Item::Gap(),
+                Column{
+                    Row{Image3[PrintRecap], Label5[PrintRecap]},
+                    Row{Image3[PrintDetail], Label5[PrintDetail]},
+                    Item::Stretch(),
+                },
+                Item::Stretch(),
+            });
     AddPage(SSTab1, "Récap 2",
             Row{
                 Column{
@@ -78,8 +82,9 @@ void Recettes::BuildPages()
                     Totals(Grid3, {Caption("LTotal2", "Total"), Under(Grid3, 1, LT[0]), Under(Grid3, 2, LT[1]),
                                    Under(Grid3, 3, LT[2]), Under(Grid3, 4, LT[3]), Under(Grid3, 5, LT[4]),
                                    Under(Grid3, 6, LT[5]), Under(Grid3, 7, LT[6])}),
-                    Row{Image3[PrintCodes], Label5[PrintCodes], Item::Stretch()},
                 },
+                Item::Gap(),
+                Column{Row{Image3[PrintCodes], Label5[PrintCodes]}, Item::Stretch()},
                 Item::Stretch(),
             });
     AddPage(SSTab1, "Détail",
