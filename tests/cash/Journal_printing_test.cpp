@@ -195,6 +195,28 @@ TEST_F(JournalPrinting, PrintsTheListedActsAsTheyAreAtThePrint)
     EXPECT_EQ(Scratch(), rows);
 }
 
+TEST_F(JournalPrinting, PrintsWhatTheLastFillHasRead)
+{
+    auto& screen = OpenOnPeriod();
+    practice.Write("Update Presta set Ordre = 9 where num = 1");
+    const auto showDay = [&](const QString& day) {
+        Click(screen.Image1[Recettes::OtherDates]);
+        screen.Dates.SSTab2.setCurrentIndex(0);
+        screen.Dates.Text1[PeriodChooser::Day].setText(day);
+        Click(screen.Dates.Image2[PeriodChooser::AcceptDay]);
+    };
+    showDay("17/06/2008");
+    tests::ExpectPreview(desk, "Détail Journée du Mar 17-06-2008");
+    PrintScope(screen, Recettes::AllUnits);
+    EXPECT_EQ(Scratch(), QStringList(Row(second, "100")));
+
+    showDay("16/06/2008");
+    Click(screen.Grid1, 0); // the other service is the first one now
+    tests::ExpectPreview(desk, "Détail ECG Journée du Lun 16-06-2008");
+    PrintScope(screen, Recettes::CurrentUnit);
+    EXPECT_EQ(Scratch(), QStringList({Row(first, "199.75"), Row(third, "500")}));
+}
+
 TEST_F(JournalPrinting, PrintsBeforeAnythingWasRead)
 {
     auto& screen = Open();

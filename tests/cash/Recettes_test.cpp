@@ -330,6 +330,7 @@ TEST_F(ActivityJournal, RefusesADayWithoutActsAndTakesAPeriodWithout)
     EXPECT_EQ(screen.Grid2.Text(0, Recettes::ActUnit), "");
     EXPECT_EQ(Totals(screen), QStringList({"", "", "", "", ""}));
     EXPECT_EQ(StateTotals(screen), QStringList({"", "", "", "", "", "", ""}));
+    EXPECT_EQ(RowOf(screen.Grid3, 0), QStringList({"C", "", "", "", "", "", "", ""}));
 }
 
 TEST_F(ActivityJournal, RefusesDatesThatAreMissingOrBad)
