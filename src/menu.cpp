@@ -6,6 +6,7 @@
 #include "analysis/Result.h"
 #include "cash/F_Inst.h"
 #include "cash/J_CAISSE.h"
+#include "cash/Recettes.h"
 #include "platform/forms/Desk.h"
 
 namespace {
@@ -28,5 +29,6 @@ core::ScreenOpeners MenuScreens()
         {"mnu_Inst", Show<cash::F_Inst>},
         {"mnu_mens", Show<analysis::Mens_Act>},
         {"mnu_resultat", Show<analysis::Result>},
+        {"mnu_recette", Show<cash::Recettes>},
     };
 }

@@ -1,5 +1,6 @@
 // Plays the road of one act through the real screens on a copy of a practice, and saves a picture of each screen.
 
+#include "Recettes_visit.h"
 #include "TourDesk.h"
 #include "analysis_visit.h"
 
@@ -67,6 +68,7 @@ public:
         KeepTheCash();
         SettleOfAPeriod();
         tour::VisitAnalysis(desk, main, pictures);
+        tour::VisitJournal(desk, main);
         ThinTheActs();
         Quit();
     }

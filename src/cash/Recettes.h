@@ -1,0 +1,153 @@
+#pragma once
+
+#include "cash/CodeTally.h"
+#include "cash/Valuation.h"
+#include "core/NameLookup.h"
+#include "core/PeriodChooser.h"
+#include "core/printing.h"
+#include "platform/basic/Int16.h"
+#include "platform/dao/Recordset.h"
+#include "platform/forms/Bulle.h"
+#include "platform/forms/ControlArray.h"
+#include "platform/forms/Form.h"
+#include "platform/forms/Grid.h"
+#include "platform/report/Report.h"
+
+#include <optional>
+
+namespace cash {
+
+/// "Journal d'activité": the acts of a day or a period by service, by tariff code and payment state, and one by one.
+/// Beside what was received it gives each act its value at the practice's reference rates. It reads the acts and writes
+/// none.
+///
+/// Choosing dates, reading, and choosing what to print are its three modes. A day without acts is refused; a period
+/// without acts shows empty figures.
+class Recettes : public forms::Form {
+    Q_OBJECT
+public:
+    Recettes();
+
+    forms::Panel SSPanel2{"SSPanel2", "Journal d'activité de la"};
+    forms::Panel SSPanel1{"SSPanel1"}; ///< caption: the day or period, read after SSPanel2
+    core::PeriodChooser Dates;         ///< SSTab2: the day or period to analyse
+    enum Tab { RecapTab, CodesTab, DetailTab };
+    forms::TabStrip SSTab1{"SSTab1"};
+    enum RecapColumn { Unit, Count, Received, Theoretical };
+    forms::Grid Grid1; ///< "Récap 1": the services
+    forms::FigureLabel ActsTotal{"Label1(3)"};
+    forms::FigureLabel ReceivedTotal{"Label1(2)"};     ///< of all acts, those that have no row in Grid2 too
+    forms::FigureLabel TheoreticalTotal{"Label1(29)"}; ///< of the acts in Grid2
+    enum CodeColumn { Code, FirstCount, LastCount = FirstCount + 6 };
+    forms::Grid Grid3; ///< "Récap 2": counts of acts by code and payment state
+    forms::ControlArray<forms::FigureLabel, 7> LT{"LT"};
+    enum DetailColumn {
+        ActUnit,
+        ReceptionDate,
+        ReceptionTime,
+        Patient,
+        ServiceDate,
+        ServiceHour,
+        Type,
+        Payment,
+        Amount,
+        Value
+    };
+    forms::Grid Grid2; ///< "Détail": the acts
+    forms::FigureLabel DetailReceivedTotal{"Label1(22)"};
+    forms::FigureLabel DetailTheoreticalTotal{"Label1(25)"};
+    enum PrintButton { PrintRecap, PrintDetail, PrintCodes };
+    forms::ControlArray<forms::Picture, 3> Image3{"Image3"};
+    forms::ControlArray<forms::Label, 3> Label5{"Label5"}; ///< hover legends of Image3
+    forms::Panel SSPanel3{"SSPanel3", "Imprimer . . . "};
+    enum Scope { AllUnits, CurrentUnit, Nothing };
+    forms::ControlArray<forms::OptionButton, 3> SSOption1{"SSOption1"};
+    enum ScopeChoice { Cancel, Accept };
+    forms::ControlArray<forms::Picture, 2> Image4{"Image4"};
+    enum Action { OtherDates, Quit };
+    forms::ControlArray<forms::Picture, 2> Image1{"Image1"};
+    forms::Bulle Bulle;
+
+    /// Whether the chosen days hold an act; says so when they don't.
+    bool CheckDayActivity();
+    /// Fills the three tabs for the chosen days. What isn't filled stays emptied, but for the last column of Grid1 and
+    /// of Grid2 on their first row: there, what an earlier fill has left stays until it is overwritten.
+    void FillJournal();
+    /// Prints the services as Grid1 shows them.
+    void PrintJournalRecap();
+    /// Prints the counts as Grid3 shows them; this leads the grid to its last row.
+    void PrintCodeMatrix();
+    /// Prints the acts of the current service, with the totals of all; refused for a service without acts.
+    void PrintUnitDetail();
+    /// Prints the acts of Grid2 in its order. An act deleted since keeps its row, with no value.
+    void PrintAllDetail();
+
+    void Grid1_Click();
+    void Grid2_Click();
+    void Grid3_Click();
+    void Image1_Click(int index);
+    void Image2_Click(int index);
+    void Image3_Click(int index);
+    void Image4_Click(int index);
+
+protected:
+    void Form_Load() override;
+    void EscapePressed() override;
+    void keyPressEvent(QKeyEvent* event) override; ///< Enter on an option of the scope panel accepts
+
+private:
+    void BuildForm();
+    void BuildPages();
+    void BuildScopePanel();
+    void SetupJournalGrids();
+
+    void ChooseDates();
+    void ChooseDay();
+    void ChoosePeriod();
+    /// Back to reading, on the grid of the page on view.
+    void Browse();
+    void OpenScopePanel();
+    void CloseScopePanel();
+
+    QString ActsOfUnit(dao::Key unit) const;
+    void ClearJournal();
+    void AddService(core::NameLookup& patients);
+    void AddJournalDetail(core::NameLookup& patients);
+    /// Whether Grid2 takes so many more acts; says so when it doesn't.
+    bool FitsDetail(int acts) const;
+    void AddDetailRow(const QString& unit, core::NameLookup& patients);
+    void AddJournalRow();
+    void ShowTotals();
+    void ShowCodeCounts();
+    void Print(core::PrintStep step);
+    void PrintActs(const QString& what, std::function<QList<ValuedAct>()> acts);
+
+    core::TariffRates Rates{}; ///< read once, as the screen opens
+    CodeTally CodeCounts;
+    Valuation Values;   ///< of the acts in Grid2, one going on where the one before has left off
+    QString FromDateUS; ///< chosen bounds as mm/dd/yyyy
+    QString ToDateUS;
+    basic::Int16 JournalRow; ///< current row of Grid1, index into LRecap
+    basic::Int16 RecapRow;   ///< next free row of Grid1
+    int DetailRow = 0;       ///< next free row of Grid2
+    int PeriodActs = 0;
+    double PeriodReceived = 0; ///< dinars, as all below
+    double PeriodTheoretical = 0;
+    double ServiceReceived = 0;
+    double ServiceTheoretical = 0;
+    double DetailReceived = 0;
+    double DetailTheoretical = 0;
+
+    dao::Recordset PatientLookup, ActsByNum, TariffRecord;
+    dao::Recordset ServiceRecords, ServiceTotals, DetailActs;
+
+    dao::KeyList LRecap; ///< service on each row of Grid1
+    dao::KeyList List1;  ///< act on each row of Grid2
+    QStringList List_R, List_HH;
+    /// While it holds one, the pointer is the hourglass. A period refused for its order leaves it, until the next fill
+    /// or print, or the end of the screen.
+    std::optional<forms::Hourglass> Pointer;
+    report::Report Report1;
+};
+
+} // namespace cash

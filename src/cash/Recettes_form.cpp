@@ -1,0 +1,116 @@
+#include "cash/Recettes.h"
+
+#include "platform/forms/GridTotals.h"
+#include "platform/forms/Guard.h"
+#include "platform/forms/Layout.h"
+
+using namespace forms;
+
+namespace cash {
+
+void Recettes::BuildForm()
+{
+    Dress(Image1[OtherDates], "calendar", " Autres dates ", Command::ChooseDate);
+    Dress(Image1[Quit], "quit", " Quitter ", Command::Leave);
+    Dress(Image3[PrintRecap], "print", "Imprimer le récapitulatif par unité", Command::Print);
+    Dress(Image3[PrintDetail], "list", "Imprimer le détail des actes");
+    Dress(Image3[PrintCodes], "print", "Imprimer le récapitulatif par code", Command::Print);
+    for (const int action : {OtherDates, Quit}) {
+        Bulle.Serve(Image1[action]);
+        KeepPlace(Image1[action]);
+    }
+    const char* const legends[] = {"Récap", "Détail", "Récap"};
+    for (int button = PrintRecap; button <= PrintCodes; ++button) {
+        Label& legend = Label5[button];
+        legend.setText(QString::fromUtf8(legends[button]));
+        KeepPlace(legend);
+        legend.hide();
+        On(Image3[button], &Picture::MouseOver, legend, &Label::show);
+        On(Image3[button], &Picture::MouseLeft, legend, &Label::hide);
+    }
+    SetContent(Column{
+        Row{SSPanel2, Item::Growing(SSPanel1), Image1[OtherDates], Image1[Quit]},
+        Item::Growing(SSTab1),
+    });
+    BuildPages();
+    BuildScopePanel();
+    Dates.setParent(this);
+    Bulle.setParent(this);
+}
+
+void Recettes::BuildPages()
+{
+    for (Grid* grid : {&Grid1, &Grid2, &Grid3})
+        grid->SetUsualRows(20);
+    Grid1.setAccessibleName("Récapitulatif par unité");
+    Grid1.SetGroupHeading(Received, Theoretical, "Montant");
+    Grid3.setAccessibleName("Nombre d'actes par code et par règlement");
+    Grid3.SetNameColumn(Code);
+    Grid2.setAccessibleName("Détail des actes");
+    Grid2.SetGroupHeading(ReceptionDate, Patient, "Reçu");
+    Grid2.SetGroupHeading(ServiceDate, ServiceHour, "Acte");
+    Grid2.SetGroupHeading(Amount, Value, "Montant");
+    Grid2.SetNameColumn(Patient);
+    ActsTotal.setAccessibleName("Nombre d'actes");
+    ReceivedTotal.setAccessibleName("Total perçu");
+    TheoreticalTotal.setAccessibleName("Total théorique");
+    DetailReceivedTotal.setAccessibleName("Total perçu des actes listés");
+    DetailTheoreticalTotal.setAccessibleName("Total théorique des actes listés");
+    const char* const states[] = {"NP", "R-", "P", "R+", "Gr", "AB"};
+    for (int total = 0; total < LT.Size(); ++total)
+        LT[total].setAccessibleName(total < LT.LastIndex() ? QString("Total ") + states[total] : "Total des actes");
+
+    AddPage(SSTab1, "Récap 1",
+            Row{
+                Column{
+                    Item::Growing(Grid1),
+                    Totals(Grid1, {Caption("LTotal1", "Total"), Under(Grid1, Count, ActsTotal),
+                                   Under(Grid1, Received, ReceivedTotal), Under(Grid1, Theoretical, TheoreticalTotal)}),
+                },
+                Item::Gap(),
+                Column{
+                    Row{Image3[PrintRecap], Label5[PrintRecap]},
+                    Row{Image3[PrintDetail], Label5[PrintDetail]},
+                    Item::Stretch(),
+                },
+                Item::Stretch(),
+            });
+    AddPage(SSTab1, "Récap 2",
+            Row{
+                Column{
+                    Item::Growing(Grid3),
+                    Totals(Grid3, {Caption("LTotal2", "Total"), Under(Grid3, 1, LT[0]), Under(Grid3, 2, LT[1]),
+                                   Under(Grid3, 3, LT[2]), Under(Grid3, 4, LT[3]), Under(Grid3, 5, LT[4]),
+                                   Under(Grid3, 6, LT[5]), Under(Grid3, 7, LT[6])}),
+                },
+                Item::Gap(),
+                Column{Row{Image3[PrintCodes], Label5[PrintCodes]}, Item::Stretch()},
+                Item::Stretch(),
+            });
+    AddPage(SSTab1, "Détail",
+            Column{Item::Growing(Grid2),
+                   Totals(Grid2, {Caption("LTotal3", "Total"), Under(Grid2, Amount, DetailReceivedTotal),
+                                  Under(Grid2, Value, DetailTheoreticalTotal)})});
+}
+
+void Recettes::BuildScopePanel()
+{
+    SSPanel3.setProperty("floating", true);
+    SSOption1[AllUnits].setText("Ensemble des unités");
+    SSOption1[CurrentUnit].setText("unité actuelle");
+    SSOption1[CurrentUnit].setAccessibleDescription("Unité actuelle");
+    SSOption1[Nothing].setText("Rien");
+    Dress(Image4[Cancel], "cancel", "Annuler");
+    Dress(Image4[Accept], "accept", "Imprimer");
+    Inside(SSPanel3, Column{
+                         SSOption1[AllUnits],
+                         SSOption1[CurrentUnit],
+                         SSOption1[Nothing],
+                         Row{Item::Stretch(), Image4[Accept], Image4[Cancel]},
+                     });
+    SSPanel3.setMinimumWidth(280);
+    SSPanel3.setParent(this);
+    SSPanel3.hide();
+}
+
+} // namespace cash

@@ -1,0 +1,99 @@
+#include "cash/Recettes.h"
+
+#include "core/globals.h"
+#include "platform/basic/Numbers.h"
+#include "platform/forms/Desk.h"
+
+using namespace basic;
+using namespace core;
+using namespace forms;
+
+namespace cash {
+
+void Recettes::PrintJournalRecap()
+{
+    // Grid1 stays on its row: the scope panel offers the service that the user sees chosen.
+    Print({.reportName = "ZEP_RCAP.RPT",
+           .headings = {{"ch4", SSPanel2.Caption()},
+                        {"ch5", SSPanel1.Caption()},
+                        {"ch6", ActsTotal.text()},
+                        {"ch7", ReceivedTotal.text()}},
+           .scratchTable = "Prov",
+           .fillRows =
+               [this](ScratchRows& rows) {
+                   for (int row = 0; row < Grid1.Rows(); ++row)
+                       rows.Add({{"unite", Grid1.Text(row, Unit).trimmed()},
+                                 {"Page", Val(Grid1.Text(row, Count))},
+                                 {"Mt", Val(Grid1.Text(row, Received))},
+                                 {"Mt2", Val(Grid1.Text(row, Theoretical))}});
+               },
+           .proposedName = windowTitle() + " " + SSPanel1.Caption().simplified()});
+}
+
+void Recettes::PrintCodeMatrix()
+{
+    Print({.reportName = "ZEP_RCP2.RPT",
+           .headings = {{"ch4", SSPanel1.Caption()}},
+           .scratchTable = "RCP2",
+           .fillRows =
+               [this](ScratchRows& rows) {
+                   for (int row = 0; row < TariffCount; ++row) {
+                       Grid3.SetRow(row);
+                       const auto count = [&](int column) { return Val(Grid3.Text(row, column)); };
+                       rows.Add({{"denom", Grid3.Text(row, Code).trimmed()},
+                                 {"C1", count(1)},
+                                 {"C2", count(2)},
+                                 {"C3", count(3)},
+                                 {"C4", count(4)},
+                                 {"C5", count(5)},
+                                 {"C6", count(6)},
+                                 {"C7", count(7)}});
+                   }
+               },
+           .proposedName = windowTitle() + " par code " + SSPanel1.Caption().simplified()});
+}
+
+void Recettes::PrintUnitDetail()
+{
+    Grid1.SetCol(Count);
+    if (Val(Grid1.Text(Grid1.Row(), Count).trimmed()) < 1) {
+        MsgBox("Aucune activité dans cette unité", Icon::Critical, "ATTENTION");
+        Pointer.reset();
+        return;
+    }
+    PrintActs(" " + Grid1.Text(Grid1.Row(), Unit).trimmed(), [this] {
+        QueryText = ActsOfUnit(LRecap[JournalRow]);
+        return ValueActs(TheDatabase.OpenRecordset(QueryText), Rates);
+    });
+}
+
+void Recettes::PrintAllDetail()
+{
+    PrintActs({}, [this] { return ValueActs(List1, ActsByNum, Rates); });
+}
+
+/// Prints acts with their values. They are all read before the first row is written: after each write, reading would
+/// look every row up anew.
+void Recettes::PrintActs(const QString& what, std::function<QList<ValuedAct>()> acts)
+{
+    Print({.reportName = "ZEP_DTAL.RPT",
+           .headings = {{"ch4", SSPanel2.Caption()},
+                        {"ch5", SSPanel1.Caption()},
+                        {"ch6", ActsTotal.text()},
+                        {"ch7", ReceivedTotal.text()}},
+           .scratchTable = "Prov",
+           .fillRows = [acts = std::move(acts)](ScratchRows& rows) { AddRows(rows, acts()); },
+           .proposedName = "Détail" + what + " " + SSPanel1.Caption().simplified()});
+}
+
+/// Runs a printing step. Its own hourglass ends the one that a refused period has left.
+void Recettes::Print(PrintStep step)
+{
+    step.fillRows = [this, fill = std::move(step.fillRows)](ScratchRows& rows) {
+        fill(rows);
+        Pointer.reset();
+    };
+    RunPrintStep(Report1, step);
+}
+
+} // namespace cash
