@@ -9,6 +9,8 @@
 #include "platform/forms/Guard.h"
 #include "platform/host/Host.h"
 
+#include <QCoreApplication>
+
 using namespace forms;
 
 namespace core {
@@ -43,6 +45,7 @@ Form1::Form1(ScreenOpeners screens) : Form("Form1"), openers(std::move(screens))
 void Form1::Form_Load()
 {
     setWindowTitle(" ");
+    ProgramFolder = QCoreApplication::applicationDirPath();
     FillCalendarNames();
     LanguageMode = True;
     ShowMenuState(false);
