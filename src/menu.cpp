@@ -3,6 +3,7 @@
 #include "acts/New_Act.h"
 #include "cash/F_Inst.h"
 #include "cash/J_CAISSE.h"
+#include "expenses/F_Dep.h"
 #include "platform/forms/Desk.h"
 
 namespace {
@@ -21,6 +22,7 @@ core::ScreenOpeners MenuScreens()
     return {
         {"NActes", Show<acts::New_Act>},
         {"mnu_Caisse", Show<cash::J_CAISSE>},
+        {"mnu_Deep", Show<expenses::F_Dep>},
         {"mnu_Inst", Show<cash::F_Inst>},
     };
 }

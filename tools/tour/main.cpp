@@ -1,5 +1,6 @@
 // Plays the road of one act through the real screens on a copy of a practice, and saves a picture of each screen.
 
+#include "F_Dep_visit.h"
 #include "TourDesk.h"
 
 #include "acts/New_Act.h"
@@ -65,6 +66,7 @@ public:
         ChooseToday();
         KeepTheCash();
         SettleOfAPeriod();
+        tour::VisitExpenses(desk, main);
         ThinTheActs();
         Quit();
     }
