@@ -1,6 +1,8 @@
 #include "menu.h"
 
+#include "acts/F_Sppr.h"
 #include "acts/New_Act.h"
+#include "acts/j_Client.h"
 #include "cash/F_Inst.h"
 #include "cash/J_CAISSE.h"
 #include "expenses/F_Dep.h"
@@ -20,9 +22,7 @@ void Show()
 core::ScreenOpeners MenuScreens()
 {
     return {
-        {"NActes", Show<acts::New_Act>},
-        {"mnu_Caisse", Show<cash::J_CAISSE>},
-        {"mnu_Deep", Show<expenses::F_Dep>},
-        {"mnu_Inst", Show<cash::F_Inst>},
+        {"NActes", Show<acts::New_Act>},     {"NPatients", Show<acts::j_Client>}, {"mnu_Caisse", Show<cash::J_CAISSE>},
+        {"mnu_Deep", Show<expenses::F_Dep>}, {"mnu_Inst", Show<cash::F_Inst>},    {"mnu_asuppr", Show<acts::F_Sppr>},
     };
 }

@@ -1,7 +1,9 @@
 // Plays the road of one act through the real screens on a copy of a practice, and saves a picture of each screen.
 
 #include "F_Dep_visit.h"
+#include "F_Sppr_visit.h"
 #include "TourDesk.h"
+#include "j_Client_visit.h"
 
 #include "acts/New_Act.h"
 #include "acts/New_Mecano.h"
@@ -67,6 +69,8 @@ public:
         KeepTheCash();
         SettleOfAPeriod();
         tour::VisitExpenses(desk, main);
+        tour::VisitPatients(desk, main);
+        tour::VisitDeletedActs(desk, main);
         ThinTheActs();
         Quit();
     }
