@@ -3,14 +3,17 @@
 #include "platform/forms/Guard.h"
 #include "platform/forms/QtDesk.h"
 #include "platform/forms/Style.h"
+#include "platform/host/EndSignals.h"
 
 #include <QApplication>
+#include <QEventLoop>
+#include <QSessionManager>
 
 int main(int argc, char* argv[])
 {
     QApplication application(argc, argv);
     QApplication::setApplicationName("ZEP Lumo");
-    // The end of the program is the main window's to say, also when a dialog stands alone for a moment.
+    // Only the main window ends the program, also when a dialog is the last visible window for a moment.
     QApplication::setQuitOnLastWindowClosed(false);
     forms::ApplyStyle(application);
 
@@ -20,5 +23,14 @@ int main(int argc, char* argv[])
     core::Form1 mainWindow(MenuScreens());
     forms::Guarded([&] { mainWindow.Load(); });
     mainWindow.show();
-    return QApplication::exec();
+    const host::EndSignals endSignals([&] { mainWindow.EndForSystem(); });
+    // The end of the desktop's session waits until this has returned.
+    QObject::connect(&application, &QGuiApplication::commitDataRequest, &mainWindow, [&](QSessionManager& session) {
+        session.setRestartHint(QSessionManager::RestartNever);
+        mainWindow.EndForSystem();
+        QEventLoop().exec(); // the program ends in it
+    });
+    QApplication::exec(); // returns where the desktop quits the program without asking
+    forms::Guarded([&] { mainWindow.EndNow(); });
+    return 0;
 }

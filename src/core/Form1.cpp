@@ -9,7 +9,8 @@
 #include "platform/forms/Guard.h"
 #include "platform/host/Host.h"
 
-#include <QCoreApplication>
+#include <QApplication>
+#include <QTimer>
 
 using namespace forms;
 
@@ -132,11 +133,33 @@ void Form1::mnuQ_Click()
 bool Form1::Form_QueryUnload()
 {
     constexpr bool staysOpen = true;
-    if (MsgBox("Veuiller Confirmer Fin de Travail !!", Icon::Question, "ZEP Lumo", Buttons::YesNo) == Answer::Yes) {
-        ShutDown();
-        TheDesk().EndProgram(0);
-    }
+    if (MsgBox("Veuiller Confirmer Fin de Travail !!", Icon::Question, "ZEP Lumo", Buttons::YesNo) == Answer::Yes)
+        EndNow();
     return staysOpen;
+}
+
+void Form1::EndForSystem()
+{
+    QTimer::singleShot(0, this, &Form1::CloseTopScreen);
+}
+
+void Form1::EndNow()
+{
+    ShutDown();
+    TheDesk().EndProgram(0);
+}
+
+/// Closes the window in front and comes back for the next one when its caller has returned.
+void Form1::CloseTopScreen()
+{
+    QWidget* const front = QApplication::activeModalWidget();
+    if (front == nullptr) {
+        Guarded([this] { EndNow(); });
+        return;
+    }
+    constexpr int millisecondsBetween = 10;
+    QTimer::singleShot(millisecondsBetween, this, &Form1::CloseTopScreen);
+    front->close();
 }
 
 void Form1::ShutDown()

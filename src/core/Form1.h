@@ -28,6 +28,12 @@ public:
     void mnu_Caisse_Click();
     void mnuQ_Click();
 
+    /// Ends the program without asking, as the system wants it: closes the screens that are open as their close boxes
+    /// do, archives and ends. Returns before it has happened; the screens close one after the other.
+    void EndForSystem();
+    /// Archives an open practice and ends the program.
+    void EndNow();
+
     /// The menu entry of a control name; null when there is none.
     QAction* Entry(std::string_view control) const;
 
@@ -48,8 +54,10 @@ private:
     void ShowBackdrop();
     void FitDisplay();
     void ShowLetterhead();
-    /// Puts the display back, closes and archives an open practice. An error is told and ends the steps.
+    /// Puts the display back, closes and archives an open practice. An error is shown and ends the steps.
     void ShutDown();
+
+    void CloseTopScreen();
 
     ScreenOpeners openers;
     QMenuBar menu;

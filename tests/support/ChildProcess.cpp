@@ -51,6 +51,12 @@ bool ChildProcess::Kill()
     return Reap();
 }
 
+void ChildProcess::Signal(int signal) const
+{
+    if (process != 0)
+        kill(process, signal);
+}
+
 void ChildProcess::Wait()
 {
     if (process != 0)

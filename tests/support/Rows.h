@@ -6,7 +6,7 @@
 
 namespace tests {
 
-/// The rows of a statement, each as its fields with "|" between; "-" stands for Null. Read through a connection of its
+/// The rows of a statement, each as its fields with "|" between; "-" for Null. Read through a connection of its
 /// own.
 inline QStringList RowsOf(Practice& practice, const QString& statement)
 {

@@ -1,0 +1,51 @@
+#include "platform/host/EndSignals.h"
+
+#include <QSocketNotifier>
+#include <array>
+#include <csignal>
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace host {
+
+namespace {
+
+constexpr std::array signals{SIGTERM, SIGHUP, SIGINT};
+
+int signalPipe[2] = {-1, -1};
+
+/// Runs in the signal's context: writes to the pipe and nothing else. A second signal finds the default handling.
+extern "C" void NoteSignal(int signal)
+{
+    const char byte = 0;
+    [[maybe_unused]] const auto written = ::write(signalPipe[1], &byte, 1);
+    std::signal(signal, SIG_DFL);
+}
+
+} // namespace
+
+EndSignals::EndSignals(std::function<void()> handler)
+{
+    if (::pipe2(signalPipe, O_CLOEXEC | O_NONBLOCK) != 0)
+        return;
+    notifier = new QSocketNotifier(signalPipe[0], QSocketNotifier::Read, this);
+    connect(notifier, &QSocketNotifier::activated, this, [this, handler = std::move(handler)] {
+        notifier->setEnabled(false);
+        handler();
+    });
+    for (const int signal : signals)
+        std::signal(signal, NoteSignal);
+}
+
+EndSignals::~EndSignals()
+{
+    for (const int signal : signals)
+        std::signal(signal, SIG_DFL);
+    delete notifier;
+    for (int& end : signalPipe) {
+        ::close(end);
+        end = -1;
+    }
+}
+
+} // namespace host

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QObject>
+#include <functional>
+
+class QSocketNotifier;
+
+namespace host {
+
+/// Calls `handler` from the event loop, once, when the system asks the program to end: SIGTERM, SIGHUP or SIGINT. A
+/// second signal ends it at once. One object at a time; the former handling comes back with its end.
+class EndSignals : public QObject {
+public:
+    explicit EndSignals(std::function<void()> handler);
+    ~EndSignals() override;
+    Q_DISABLE_COPY_MOVE(EndSignals)
+
+private:
+    QSocketNotifier* notifier = nullptr;
+};
+
+} // namespace host
