@@ -41,8 +41,8 @@ function(zep_room name path)
     target_link_libraries(${name} PUBLIC house ${ROOM_LINKS} PRIVATE ${ROOM_USES} ${ROOM_PRIVATE_LINKS})
 endfunction()
 
-# zep_own_template(): puts the one template that belongs to the program, and not to a practice, beside the program that
-# is built in this folder.
+# zep_own_template(): copies the template that comes with the program, rather than with a practice, beside the program
+# built in this folder.
 function(zep_own_template)
     configure_file(${CMAKE_SOURCE_DIR}/reports/ZEP_Supp.RPT ${CMAKE_CURRENT_BINARY_DIR}/ZEP_Supp.RPT COPYONLY)
 endfunction()

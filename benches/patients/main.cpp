@@ -58,7 +58,7 @@ std::vector<PlainRow> ListPlainly(PlainStatement& patients)
     return rows;
 }
 
-/// `names` is the plain search: the store's own like, which knows the case of ASCII letters alone, and its own order.
+/// The floor uses SQLite's own like and order, which fold the case of ASCII letters only.
 void MeasureNames(Figures& figures, const PlainDatabase& plain)
 {
     PlainStatement names(plain,

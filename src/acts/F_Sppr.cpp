@@ -19,7 +19,7 @@ namespace {
 
 constexpr auto Template = "ZEP_Supp.RPT";
 
-/// The name of a service or patient that was looked up, after a blank; nothing where there is none any more.
+/// A name that was looked up, after a blank; empty when it is Null or its row is gone.
 QString FoundName(const std::optional<QStringList>& names, qsizetype field)
 {
     return names && !names->at(field).isNull() ? " " + names->at(field) : QString();

@@ -13,7 +13,7 @@
 namespace acts {
 
 /// The journal of deleted acts, whole or for one day of deletion. Its lines can be removed for good and printed; the
-/// acts themselves don't come back. Browsing and choosing a day are its two modes.
+/// acts themselves aren't restored. Browsing and choosing a day are its two modes.
 class F_Sppr : public forms::Form {
     Q_OBJECT
 public:
@@ -35,13 +35,13 @@ public:
     void FillCodeList();
     /// Lists the lines of JournalSet. Raises 6 past 32,767 lines.
     void FillDeletedGrid();
-    /// Selects the lines that were deleted on the typed day. False when the text is no date or the day has none: the
-    /// user has been told, and the list stays.
+    /// Selects the lines that were deleted on the typed day. When the text isn't a date, or the day has no line, shows
+    /// a message, keeps the list and returns false.
     bool SelectDeletedDate();
-    /// Removes the current line from the journal when the user confirms it. One that is gone already leaves the list as
-    /// well.
+    /// Asks, then deletes the current line from the journal. A line that another program has deleted gives a message
+    /// and is removed from the list as well.
     void DeleteJournalLine();
-    /// Prints what is listed; nothing happens on an empty list.
+    /// Prints what is listed; does nothing on an empty list.
     void PrintJournal();
 
     void Image1_Click(int index);

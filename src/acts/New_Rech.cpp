@@ -172,7 +172,7 @@ void New_Rech::FillResultGrid()
     const Hourglass pointer;
     Grid2.ClearToOneRow();
     List1.clear();
-    ResultSet.Close(); // else it would read all it found, in vain
+    ResultSet.Close(); // or opening the ordered set would make it read all of its rows
     ResultSet = TheDatabase.OpenRecordset(QueryText);
     NextRow = 0;
     for (; !ResultSet.IsEOF(); ResultSet.MoveNext())
@@ -215,7 +215,7 @@ void New_Rech::ShowCriteria()
     Image4[Back].hide();
     FloatOver(criteria, Grid2);
     if (List1.isEmpty())
-        Grid2.clearSelection(); // the focus comes by when a page is turned
+        Grid2.clearSelection(); // Qt passes the focus through the grid when a page is turned
     Text2[SSTab1.currentIndex() == 0 ? CardNumber : LastName].setFocus();
 }
 

@@ -9,9 +9,9 @@
 
 namespace acts {
 
-/// The search for patients, by card number or by name, sex and standing. It only reads. The criteria stand over the
-/// result page until a search by name has found somebody; a patient isn't chosen from the results. DialogResult is 22
-/// when a card number was found, with SelectedPatient, and 8 on cancel.
+/// The search for patients, by card number or by name, sex and standing. It only reads. The criteria are in
+/// front of the result page until a search by name finds somebody. No patient is chosen from the results. DialogResult
+/// is 22 when a card number was found, with SelectedPatient, and 8 on cancel.
 class New_Rech : public forms::Form {
     Q_OBJECT
 public:
@@ -32,11 +32,11 @@ public:
     enum Way { Close, Back, Leave };
     forms::ControlArray<forms::Picture, 3> Image4{"Image4"};
 
-    /// Finds the card number as text: "0123" and "123" are different cards. Tells when nobody has it. Raises 3075 for a
-    /// quote in it.
+    /// Finds the card number as text: "0123" and "123" are different cards. Shows a message when nobody
+    /// has it. Raises 3075 for a quote in it.
     bool FindByCard();
-    /// Whether anybody meets the criteria; tells when nobody does. Leaves the ordered query in QueryText. What was
-    /// typed goes into it as it stands: "*" and "?" are wildcards, a quote raises 3075.
+    /// Whether anybody meets the criteria; shows a message when nobody does. Leaves the ordered query in QueryText. The
+    /// typed text isn't escaped: "*" and "?" are wildcards, a quote raises 3075.
     bool BuildPatientQuery();
     /// Lists what QueryText selects. Raises 6 past 32,767 patients.
     void FillResultGrid();

@@ -2,16 +2,16 @@
 
 #include "platform/dao/Recordset.h"
 
-/// How lists of patients write what a patient's row holds.
+/// Cell texts of a patient's fields, for the lists of patients.
 namespace acts {
 
-/// The text after a blank; nothing for Null.
+/// A blank and the text; empty for Null.
 QString AfterBlank(const dao::Field& field);
 
 /// "M" for 0, "F" for any other value.
 QString SexLetter(const dao::Field& sex);
 
-/// Whether the patient is archived; any other value than 1 is récent.
+/// Whether the patient is archived; any value but 1 means récent.
 bool IsArchivedPatient(const dao::Field& standing);
 
 } // namespace acts

@@ -73,13 +73,15 @@ void j_Client::Grid1_DblClick()
 void j_Client::FillPatientGrid()
 {
     Grid1.ClearToOneRow();
-    const Hourglass pointer;
     List1.clear();
     TogglesPending = false;
     RecentPatients = ArchivedPatients = 0;
-    PatientSet = TheDatabase.OpenRecordset(ListQuery);
-    for (int row = 0; !PatientSet.IsEOF() && row < MostListed; ++row, PatientSet.MoveNext())
-        ListPatient(row);
+    {
+        const Hourglass pointer;
+        PatientSet = TheDatabase.OpenRecordset(ListQuery);
+        for (int row = 0; !PatientSet.IsEOF() && row < MostListed; ++row, PatientSet.MoveNext())
+            ListPatient(row);
+    }
     if (List1.size() == MostListed)
         MsgBox("Limite de capacité d'affichage", Icon::Critical, "ATTENTION");
     Grid1.SelectRow(0);

@@ -11,7 +11,7 @@
 namespace acts {
 
 /// "Patients": a list in which patients are moved between récents and archivés by hand. The search comes up first and
-/// shows its findings on a page of its own; the list itself stays empty until something fills it.
+/// shows its results on a page of its own. The list stays empty until FillPatientGrid runs.
 class j_Client : public forms::Form {
     Q_OBJECT
 public:
@@ -26,17 +26,17 @@ public:
     forms::ControlArray<forms::Picture, 3> Crecettes{"Crecettes"};
     forms::Bulle Bulle;
 
-    /// The most patients that the list shows; those after them are left out, and the user is told.
+    /// The most patients that the list shows; a message says so when it ends there.
     static constexpr int MostListed = 16352;
 
     QString ListQuery; ///< what FillPatientGrid lists
 
-    /// Lists the patients that ListQuery selects; standings that were toggled and not saved are lost.
+    /// Lists the patients that ListQuery selects; unsaved toggles are dropped.
     void FillPatientGrid();
     /// Flips the current patient between récent and archived, on the screen alone.
     void TogglePatientArchive();
-    /// Writes the standing of every listed patient once one was toggled, all or none. A patient who is gone is passed
-    /// over.
+    /// Writes the standing of every listed patient once one was toggled, all or none. A patient who is gone is
+    /// skipped.
     void SavePatientToggles();
 
     void Crecettes_Click(int index);

@@ -7,8 +7,8 @@
 namespace core {
 
 /// "Identification": the eight administrative identifiers of the practice, the first eight fields of `Permn`. A
-/// practice without that row gets it at loading. The way out that accepts saves when a text was changed, blanks
-/// counting; the other one never does.
+/// practice without that row gets it at loading. Accepting saves when a text has changed, also by blanks alone; leaving
+/// never saves.
 class Identif : public forms::Form {
     Q_OBJECT
 public:
@@ -17,8 +17,7 @@ public:
     Identif();
 
     forms::Panel SSPanel1{"SSPanel1", "Identification"};
-    forms::ControlArray<forms::TextBox, Identifiers> Text1{
-        "Text1"}; ///< each keeps in its tag the text it had at loading
+    forms::ControlArray<forms::TextBox, Identifiers> Text1{"Text1"}; ///< the tag of each is its text at loading
     enum Way { Accept, Leave };
     forms::ControlArray<forms::Picture, 2> Image1{"Image1"};
 

@@ -15,7 +15,7 @@ namespace {
 
 constexpr qsizetype DateLength = 10;
 
-/// Whether a date can be read from a text that passed the field: "12/05x/2004" passes it.
+/// Whether the text can be read as a date. The date field also lets through texts that can't, such as "12/05x/2004".
 bool IsReadable(const QString& text)
 {
     try {

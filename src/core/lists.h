@@ -31,7 +31,7 @@ int TakeRow(forms::Grid& grid, basic::Int16& nextRow);
 /// was; the set may be empty.
 bool FindKey(dao::Recordset& lookup, dao::Key key);
 
-/// Deletes the row with this key. False when there is none any more; no other row is touched.
+/// Deletes the row with this key. Returns false when it is gone; no other row is touched then.
 bool DeleteKey(dao::Recordset& rows, dao::Key key);
 
 /// Asks whether a line of a list is to be deleted; `number` is the line's number as the screen writes it.

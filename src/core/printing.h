@@ -54,8 +54,8 @@ struct PrintStep {
 /// was written stays for inspection until the next report. Returns when the preview is closed.
 void RunPrintStep(report::Report& Report1, const PrintStep& step);
 
-/// The folder of a template that comes with the program and not with a practice: that of the program, or
-/// share/zep-lumo of an installed one. The program's folder when the template is in neither.
+/// The folder of a template that comes with the program rather than with a practice: the program's own folder, or
+/// ../share/zep-lumo of an installed program. The former when neither has it.
 QString FolderOfOwnTemplate(const QString& name);
 
 /// Empties a scratch table and fills it anew in one transaction, visible to other connections on return: the part of

@@ -7,15 +7,15 @@
 
 namespace expenses {
 
-/// An expense as it is typed: the date as dd/mm/yyyy, the amount in dinars as text.
+/// An expense as typed: the date as dd/mm/yyyy, the amount in dinars as text.
 struct TypedExpense {
     QString date;
     QString object;
     QString amount;
 };
 
-/// The panel in which an expense is entered or changed. It is in front of its screen and hidden otherwise; Enter goes
-/// through its fields and accepts in the last one, as the picture does. What accepting and cancelling mean is the
+/// The panel in which an expense is entered or changed. It is in front of its screen and hidden otherwise; Enter moves
+/// through its fields and accepts in the last one, as its picture does; what accepting and cancelling do is the
 /// screen's.
 class EntryPanel : public forms::Panel {
     Q_OBJECT
@@ -32,11 +32,11 @@ public:
     /// Shows the panel in the middle of `area`, in front, its first field ready to be typed over.
     void ShowOver(QWidget& area, const QString& title, const TypedExpense& shown);
 
-    /// What was typed, trimmed, after the field that was being typed in has been checked as on leaving it. Nothing when
-    /// a field is blank: the user has then been told.
+    /// The typed expense, trimmed, after the date has been checked as on leaving its field. When a field is blank,
+    /// shows a message and returns nothing.
     std::optional<TypedExpense> Read();
 
-    /// Tells why the entry can't be saved and lets the user mend the field.
+    /// Shows why the entry can't be saved and gives the field the focus.
     void Refuse(const QString& reason, forms::TextBox& field);
 
 private:

@@ -20,7 +20,7 @@ namespace {
 
 constexpr auto TotalMask = "### ### ###.00";
 
-/// Where a selection leaves its dates, in ConfigLines.
+/// The lines of ConfigLines in which a selection leaves its dates.
 enum : std::size_t { FirstDate, LastDate };
 
 } // namespace
@@ -125,7 +125,7 @@ void F_Dep::ChoosePeriod()
         return;
     ConfigLines[FirstDate] = period->first;
     ConfigLines[LastDate] = period->last;
-    // The heading tells the period that was asked for, also when it is refused next.
+    // The heading shows the period that was asked for, also when it is refused next.
     SSPanel1.SetCaption("Dépenses du " + period->first + " au " + period->last);
     if (!PeriodChooser::IsInOrder(*period))
         return;
@@ -213,7 +213,7 @@ void F_Dep::AcceptEntry()
         SaveExpense(*typed);
     } catch (const RuntimeError& error) {
         switch (error.Code()) {
-        case Error::ConversionFailed: // "12-05-2004" passes the field
+        case Error::ConversionFailed: // the field lets "12-05-2004" through
             return SSPanel3.Refuse("Date incorrecte", SSPanel3.Date);
         case Error::Overflow:
             return SSPanel3.Refuse("Montant incorrect", SSPanel3.Amount);
@@ -242,7 +242,7 @@ void F_Dep::SaveExpense(const TypedExpense& typed)
         ListRecordset["objet"] = typed.object;
         ListRecordset["montant"] = Val(typed.amount);
     } catch (const RuntimeError&) {
-        ListRecordset.CancelUpdate(); // frees the lock: the user may take long to mend what was typed
+        ListRecordset.CancelUpdate(); // releases the lock while the user corrects the entry
         throw;
     }
     ListRecordset.Update();
@@ -271,7 +271,7 @@ void F_Dep::Browse()
     if (Grid1.isEnabled())
         Grid1.setFocus();
     else
-        setFocus(); // the keys of the pictures work, and Enter presses none of them
+        setFocus(); // not a picture: Enter would press it
 }
 
 void F_Dep::ShowPictures(bool shown)
@@ -305,7 +305,7 @@ void F_Dep::RemoveLine(int row)
     }
     Grid1.RemoveRow(row);
     for (int next = row; next < Grid1.Rows(); ++next)
-        Grid1.SetText(next, Number, QString::number(next + 1)); // the number that a deletion asks about
+        Grid1.SetText(next, Number, QString::number(next + 1)); // as the question before a deletion counts
     Grid1.SelectRow(SelectedRow);
 }
 

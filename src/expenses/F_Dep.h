@@ -11,8 +11,8 @@
 namespace expenses {
 
 /// "Dépenses": the practice's ordinary expenses of a day or a period, entered, changed and deleted one at a time.
-/// Choosing dates, browsing and entering are its three modes; it opens browsing, on today's expenses. A new expense
-/// stands at the end of the list, whatever its date, until the next selection.
+/// Choosing dates, browsing and entering are its three modes; it opens browsing, on today's expenses. A new expense is
+/// listed at the end, whatever its date, until the next selection.
 class F_Dep : public forms::Form {
     Q_OBJECT
 public:
@@ -28,14 +28,15 @@ public:
     core::PeriodChooser Dates; ///< SSTab2: the day or period to list
     forms::Bulle Bulle;
 
-    /// Lists the expenses that QueryText selects; finding none is not told.
+    /// Lists the expenses that QueryText selects; no message when there are none.
     void FillExpenses();
-    /// Sums the amounts as they are shown; a sum of exactly 0 shows nothing.
+    /// Shows the sum of the listed amounts, as displayed; nothing when it is exactly 0.
     void ShowTotal();
-    /// Writes the expense in hand, or a new one, and shows it in its row. Raises 3421 when the text isn't a date that
-    /// exists, 6 when the amount is past all bounds, 3167 when the expense is gone; nothing was written then.
+    /// Writes the expense in hand, or a new one, and shows it in its row. Raises 3421 when the date doesn't exist
+    /// or isn't dd/mm/yyyy, 6 when the amount overflows, 3167 when the expense is gone; nothing is written then.
     void SaveExpense(const TypedExpense& typed);
-    /// Deletes the current expense when the user confirms it. One that is gone already leaves the list as well.
+    /// Asks, then deletes the current expense. An expense that another program has deleted gives a message and is
+    /// removed from the list as well.
     void DeleteExpense();
 
     void Grid1_Click();
@@ -56,7 +57,7 @@ private:
     void OpenChange();
     void OpenEntry(const QString& title, const TypedExpense& shown);
     void AcceptEntry();
-    /// Back to browsing: chooser and entry panel go, the pictures come back.
+    /// Back to browsing: hides chooser and entry panel, shows the pictures.
     void Browse();
     void ShowPictures(bool shown);
     void ShowRow(int row, const TypedExpense& expense);

@@ -12,8 +12,8 @@ using forms::Icon;
 
 namespace {
 
-/// What a field of one line makes of a text: line ends and other control characters are blanks, or go at its end. A
-/// byte order mark before the text is none of it.
+/// The text as a one-line field takes it: control characters become blanks, line ends at the end and a leading byte
+/// order mark are dropped.
 QString InOneLine(QString text)
 {
     if (text.startsWith(QChar::ByteOrderMark))

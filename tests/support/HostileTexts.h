@@ -5,8 +5,8 @@
 
 namespace tests {
 
-/// Texts that programs have stumbled over: quotes and statements, wildcards, numbers past all bounds, blanks of every
-/// kind, control characters, letters of many scripts, what other programs would run.
+/// Texts that tend to break programs: quotes and statements, wildcards, huge numbers, blanks of every kind, control
+/// characters, many scripts, markup and shell commands.
 QStringList HostileTexts();
 
 /// Enters the text at once, as an input method does, in place of what the field holds and through its filter.
