@@ -190,6 +190,9 @@ TEST_F(PatientSearch, ChoosesThePatientOfACardNumber)
     Press(screen.Text2[New_Rech::CardNumber], Qt::Key_Return);
     EXPECT_EQ(screen.Text2[New_Rech::CardNumber].text(), "012");
     EXPECT_EQ(core::DialogResult, 0);
+    screen.Text2[New_Rech::CardNumber].setText("0*"); // no wildcard here
+    ExpectRefusal("Numéro inexistant");
+    Click(screen.Image2[New_Rech::FindNumber]);
 
     screen.Text2[New_Rech::CardNumber].setText(" 0123 ");
     Press(screen.Text2[New_Rech::CardNumber], Qt::Key_Return);

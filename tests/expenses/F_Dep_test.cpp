@@ -266,7 +266,8 @@ TEST_F(Expenses, AreChangedInTheirPlace)
     EXPECT_EQ(screen.SSPanel3.Object.text(), "Second");
     EXPECT_EQ(screen.SSPanel3.Amount.text(), "2");
     FillPanel(screen, "01/11/2007", "Seconde fois", "2.50");
-    screen.Grid1.SetRow(2); // the row in hand stays in hand
+    screen.FillExpenses();  // the list is filled anew under the panel,
+    screen.Grid1.SetRow(2); // and another row is clicked: the expense in hand stays in hand
     screen.Grid1_Click();
     Save(screen);
 
@@ -341,6 +342,9 @@ TEST_F(Expenses, AreLeftAloneWhenAnotherOneIsGone)
     DoubleClick(screen.Grid1, 1);
     EXPECT_TRUE(IsBrowsing(screen));
 
+    DoubleClick(screen.Grid1, 0); // the first one is the current record now
+    Press(screen, Qt::Key_Escape);
+    Click(screen.Grid1, 1);
     desk.ExpectMessage("Confirmer supression de ligne N° 2", Icon::Question, "Confirmation", Answer::Yes);
     ExpectGone();
     Click(screen.Crecettes[F_Dep::Remove]);
@@ -395,7 +399,12 @@ TEST_F(Expenses, KeepTheListWhenTheChoiceIsRefusedOrGivenUp)
     auto& screen = OpenScreen();
 
     desk.ExpectMessage("Date incorrecte", Icon::Critical, "ATTENTION");
-    ListDay(screen, "17/06/08");
+    ListDay(screen, "31/06/2008"); // judged as it is left
+    EXPECT_TRUE(IsChoosing(screen));
+    screen.Dates.SSTab2.setFocus(); // a field that isn't being typed in: too short
+    screen.Dates.Text1[PeriodChooser::Day].setText("17/06/08");
+    desk.ExpectMessage("Date incorrecte", Icon::Critical, "ATTENTION");
+    Click(screen.Dates.Image2[PeriodChooser::AcceptDay]);
     EXPECT_TRUE(IsChoosing(screen));
     desk.ExpectMessage("Saisie incomplète", Icon::Critical, "ATTENTION");
     ListPeriod(screen, "17/06/2008", "");
