@@ -40,3 +40,9 @@ function(zep_room name path)
     target_include_directories(${name} PUBLIC ${doorway})
     target_link_libraries(${name} PUBLIC house ${ROOM_LINKS} PRIVATE ${ROOM_USES} ${ROOM_PRIVATE_LINKS})
 endfunction()
+
+# zep_own_template(): copies the template that comes with the program, rather than with a practice, beside the program
+# built in this folder.
+function(zep_own_template)
+    configure_file(${CMAKE_SOURCE_DIR}/reports/ZEP_Supp.RPT ${CMAKE_CURRENT_BINARY_DIR}/ZEP_Supp.RPT COPYONLY)
+endfunction()

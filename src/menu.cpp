@@ -1,5 +1,6 @@
 #include "menu.h"
 
+#include "acts/F_Sppr.h"
 #include "acts/New_Act.h"
 #include "analysis/Chrges.h"
 #include "analysis/Mens_Act.h"
@@ -7,6 +8,10 @@
 #include "cash/F_Inst.h"
 #include "cash/J_CAISSE.h"
 #include "cash/Recettes.h"
+#include "acts/j_Client.h"
+#include "cash/F_Inst.h"
+#include "cash/J_CAISSE.h"
+#include "expenses/F_Dep.h"
 #include "platform/forms/Desk.h"
 
 namespace {
@@ -30,5 +35,7 @@ core::ScreenOpeners MenuScreens()
         {"mnu_mens", Show<analysis::Mens_Act>},
         {"mnu_resultat", Show<analysis::Result>},
         {"mnu_recette", Show<cash::Recettes>},
+        {"NActes", Show<acts::New_Act>},     {"NPatients", Show<acts::j_Client>}, {"mnu_Caisse", Show<cash::J_CAISSE>},
+        {"mnu_Deep", Show<expenses::F_Dep>}, {"mnu_Inst", Show<cash::F_Inst>},    {"mnu_asuppr", Show<acts::F_Sppr>},
     };
 }

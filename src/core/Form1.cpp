@@ -46,6 +46,7 @@ Form1::Form1(ScreenOpeners screens) : Form("Form1"), openers(std::move(screens))
 void Form1::Form_Load()
 {
     setWindowTitle(" ");
+    ProgramFolder = QCoreApplication::applicationDirPath();
     FillCalendarNames();
     LanguageMode = True;
     ShowMenuState(false);

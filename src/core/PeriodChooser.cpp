@@ -2,6 +2,7 @@
 
 #include "core/windows.h"
 #include "platform/basic/Dates.h"
+#include "platform/basic/RuntimeError.h"
 #include "platform/forms/Desk.h"
 #include "platform/forms/Layout.h"
 #include "platform/host/Host.h"
@@ -13,6 +14,17 @@ namespace core {
 namespace {
 
 constexpr qsizetype DateLength = 10;
+
+/// Whether the text can be read as a date. The date field also lets through texts that can't, such as "12/05x/2004".
+bool IsReadable(const QString& text)
+{
+    try {
+        basic::DateValue(text);
+    } catch (const basic::RuntimeError&) {
+        return false;
+    }
+    return true;
+}
 
 } // namespace
 
@@ -62,7 +74,7 @@ std::optional<QString> PeriodChooser::ReadDay()
 {
     Image2[AcceptDay].setFocus(); // a date that is still being typed is checked now, as the user left it
     const QString day = Text1[Day].text().trimmed();
-    if (day.size() >= DateLength)
+    if (day.size() >= DateLength && IsReadable(day))
         return day;
     Refuse("Date incorrecte", Day);
     return std::nullopt;
@@ -72,9 +84,12 @@ std::optional<PeriodChooser::Period> PeriodChooser::ReadPeriod()
 {
     Image2[AcceptPeriod].setFocus();
     const Period period{Text1[First].text().trimmed(), Text1[Last].text().trimmed()};
-    if (period.first.size() >= DateLength && period.last.size() >= DateLength)
+    if (period.first.size() < DateLength || period.last.size() < DateLength)
+        Refuse("Saisie incomplète", period.first.size() < DateLength ? First : Last);
+    else if (!IsReadable(period.first) || !IsReadable(period.last))
+        Refuse("Date incorrecte", IsReadable(period.first) ? Last : First);
+    else
         return period;
-    Refuse("Saisie incomplète", period.first.size() < DateLength ? First : Last);
     return std::nullopt;
 }
 

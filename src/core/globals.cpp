@@ -7,6 +7,7 @@ namespace core {
 QString DataFolder;
 QString DatabasePath;
 QString ConfigPath;
+QString ProgramFolder;
 QString WorkspacePassword;
 dao::Workspace TheWorkspace;
 dao::Database TheDatabase;
@@ -25,6 +26,7 @@ QString ScratchText;
 basic::Int16 PickedDay;
 basic::Int16 PickedMonth;
 basic::Int16 PickedYear;
+dao::Key SelectedPatient = 0;
 std::array<QString, 20> ConfigLines;
 std::array<QString, 7> DayNamesShort;
 std::array<QString, 7> DayNamesLong;

@@ -18,9 +18,10 @@ inline constexpr int ResultDone = 1;
 inline constexpr int ResultCancelled = 8;
 inline constexpr int ResultPickerCancelled = -1;
 
-extern QString DataFolder;   ///< folder of the open practice; set only after its files were found
-extern QString DatabasePath; ///< its database file
-extern QString ConfigPath;   ///< its configuration file
+extern QString DataFolder;    ///< folder of the open practice; set only after its files were found
+extern QString DatabasePath;  ///< its database file
+extern QString ConfigPath;    ///< its configuration file
+extern QString ProgramFolder; ///< folder of the program itself; set at start
 
 extern QString WorkspacePassword; ///< built at run time, kept in memory only
 extern dao::Workspace TheWorkspace;
@@ -43,6 +44,7 @@ extern QString ScratchText;       ///< a second such text
 extern basic::Int16 PickedDay;    ///< date passed to and from the picker; a day below 1 means nothing was chosen
 extern basic::Int16 PickedMonth;
 extern basic::Int16 PickedYear;
+extern dao::Key SelectedPatient; ///< the patient that was found by the card number
 
 extern std::array<QString, 20> ConfigLines; ///< receives the configuration, then scratch for dates at printing time
 

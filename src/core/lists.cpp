@@ -79,6 +79,20 @@ bool FindKey(dao::Recordset& lookup, dao::Key key)
     return !lookup.NoMatch();
 }
 
+bool DeleteKey(dao::Recordset& rows, dao::Key key)
+{
+    if (!FindKey(rows, key))
+        return false;
+    try {
+        rows.Delete();
+    } catch (const basic::RuntimeError& error) {
+        if (error.Code() != basic::Error::RecordDeleted)
+            throw;
+        return false;
+    }
+    return true;
+}
+
 bool ConfirmsDeletion(const QString& number)
 {
     return forms::MsgBox("Confirmer supression de ligne N° " + number, forms::Icon::Question, "Confirmation",

@@ -31,6 +31,9 @@ int TakeRow(forms::Grid& grid, basic::Int16& nextRow);
 /// was; the set may be empty.
 bool FindKey(dao::Recordset& lookup, dao::Key key);
 
+/// Deletes the row with this key. Returns false when it is gone; no other row is touched then.
+bool DeleteKey(dao::Recordset& rows, dao::Key key);
+
 /// Asks whether a line of a list is to be deleted; `number` is the line's number as the screen writes it.
 bool ConfirmsDeletion(const QString& number);
 

@@ -13,13 +13,14 @@ void ResetGlobals()
     TheDatabase = dao::Database();
     TheWorkspace.Close();
     TheWorkspace = dao::Workspace();
-    for (QString* text : {&DataFolder, &DatabasePath, &ConfigPath, &WorkspacePassword, &QueryText, &ReportName,
-                          &PickedDate, &ScratchText})
+    for (QString* text : {&DataFolder, &DatabasePath, &ConfigPath, &ProgramFolder, &WorkspacePassword, &QueryText,
+                          &ReportName, &PickedDate, &ScratchText})
         text->clear();
     InitialScreen = QSize();
     DisplayChanged = false;
     LanguageMode = True;
     DialogResult = PickedDay = PickedMonth = PickedYear = 0;
+    SelectedPatient = 0;
     ConfigLines.fill(QString());
 }
 

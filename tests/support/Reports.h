@@ -2,6 +2,7 @@
 
 #include "platform/report/PreviewWindow.h"
 #include "support/Practice.h"
+#include "support/Rows.h"
 #include "support/ScriptedDesk.h"
 
 #include <QFile>
@@ -37,21 +38,6 @@ inline void ExpectPreview(ScriptedDesk& desk, const QString& pdfName)
         EXPECT_EQ(proposed, pdfName + ".pdf");
         preview.Unload();
     });
-}
-
-/// The rows of a statement, each as its fields with "|" between; "-" for Null. Read through a connection of its
-/// own.
-inline QStringList RowsOf(Practice& practice, const QString& statement)
-{
-    QStringList lines;
-    dao::Recordset rows = practice.Rows(statement);
-    for (; !rows.IsEOF(); rows.MoveNext()) {
-        QStringList fields;
-        for (int field = 0; field < rows.FieldCount(); ++field)
-            fields << (rows.Fields(field).IsNull() ? QString("-") : rows.Fields(field).Text());
-        lines << fields.join('|');
-    }
-    return lines;
 }
 
 } // namespace tests

@@ -3,6 +3,10 @@
 #include "Recettes_visit.h"
 #include "TourDesk.h"
 #include "analysis_visit.h"
+#include "F_Dep_visit.h"
+#include "F_Sppr_visit.h"
+#include "TourDesk.h"
+#include "j_Client_visit.h"
 
 #include "acts/New_Act.h"
 #include "acts/New_Mecano.h"
@@ -69,6 +73,9 @@ public:
         SettleOfAPeriod();
         tour::VisitAnalysis(desk, main, pictures);
         tour::VisitJournal(desk, main);
+        tour::VisitExpenses(desk, main);
+        tour::VisitPatients(desk, main);
+        tour::VisitDeletedActs(desk, main);
         ThinTheActs();
         Quit();
     }

@@ -1,0 +1,214 @@
+#include "acts/F_Sppr.h"
+
+#include "core/globals.h"
+#include "core/lists.h"
+#include "core/printing.h"
+#include "core/windows.h"
+#include "platform/basic/Dates.h"
+#include "platform/basic/Numbers.h"
+#include "platform/forms/Desk.h"
+#include "platform/forms/Guard.h"
+
+using namespace basic;
+using namespace core;
+using namespace forms;
+
+namespace acts {
+
+namespace {
+
+constexpr auto Template = "ZEP_Supp.RPT";
+
+/// A name that was looked up, after a blank; empty when it is Null or its row is gone.
+QString FoundName(const std::optional<QStringList>& names, qsizetype field)
+{
+    return names && !names->at(field).isNull() ? " " + names->at(field) : QString();
+}
+
+} // namespace
+
+F_Sppr::F_Sppr()
+    : Form("F_Sppr"), Grid1("Grid1", {{"Date", 1080, Qt::AlignCenter},
+                                      {"Heure", 660, Qt::AlignCenter},
+                                      {"Unité", 1460},
+                                      {"Code", 700, Qt::AlignCenter},
+                                      {"Regl.", 700, Qt::AlignCenter, PayCodeTips()},
+                                      {"Nom", 2050},
+                                      {"Prénom", 2030},
+                                      {"Date", 1080, Qt::AlignCenter},
+                                      {"Heure", 640, Qt::AlignCenter}})
+{
+    BuildForm();
+    On(Grid1, &Grid::Click, *this, &F_Sppr::Grid1_Click);
+    OnEach(Image1, &Picture::clicked, *this, &F_Sppr::Image1_Click);
+    OnEach(Image2, &Picture::clicked, *this, &F_Sppr::Image2_Click);
+    On(Text1, &DateField::Entered, *this, [this] { Image2_Click(Accept); });
+}
+
+void F_Sppr::Form_Load()
+{
+    constexpr int roomForUnits = 1800; // twips that the columns of units and names share
+    setWindowTitle("  ");
+    resize(width() + ScaledPixelsOf(roomForUnits), height());
+    CenterForm(*this);
+    FillCodeList();
+    PrestaByNum = TheDatabase.OpenRecordset("select * from Presta order by num");
+    PatientsRS = TheDatabase.OpenRecordset("select * from Patients");
+    QueryText = "select * from Actes_Suppr order by Date_Suppr";
+    JournalSet = TheDatabase.OpenRecordset(QueryText);
+    FillDeletedGrid();
+    Grid1.setFocus();
+}
+
+void F_Sppr::Image1_Click(int index)
+{
+    switch (index) {
+    case OtherDate:
+        return ChooseDate();
+    case Remove:
+        return DeleteJournalLine();
+    case Print:
+        return PrintJournal();
+    default:
+        Unload();
+    }
+}
+
+void F_Sppr::Image2_Click(int index)
+{
+    if (index == Cancel)
+        return Browse();
+    if (!SelectDeletedDate()) {
+        Text1.setFocus();
+        return;
+    }
+    FillDeletedGrid();
+    Browse();
+}
+
+void F_Sppr::EscapePressed()
+{
+    if (SSPanel2.isVisibleTo(this))
+        Image2_Click(Cancel);
+}
+
+void F_Sppr::Grid1_Click()
+{
+    CurrentRow = Grid1.Row();
+    Grid1.SelectRow(CurrentRow);
+}
+
+void F_Sppr::ChooseDate()
+{
+    SSFrame1.setEnabled(false);
+    FloatOver(SSPanel2, Grid1);
+    Text1.setFocus();
+}
+
+void F_Sppr::Browse()
+{
+    SSPanel2.hide();
+    SSFrame1.setEnabled(true);
+    Grid1.setFocus();
+}
+
+void F_Sppr::FillCodeList()
+{
+    Combo1.clear();
+    Combo1.addItems({" NP", " R-", " P ", " R+", " Gr", " AB"});
+    Combo1.SetListIndex(0);
+}
+
+void F_Sppr::FillDeletedGrid()
+{
+    Grid1.ClearToOneRow();
+    List1.clear();
+    CurrentRow = 0;
+    if (JournalSet.RecordCount() == 0)
+        return;
+    const Hourglass pointer;
+    NameLookup services(PrestaByNum, {"denom"});
+    NameLookup patients(PatientsRS, {"nom", "Prenom"});
+    NextRow = 0;
+    for (JournalSet.MoveFirst(); !JournalSet.IsEOF(); JournalSet.MoveNext())
+        ListLine(services, patients);
+    Grid1.SelectRow(0);
+}
+
+void F_Sppr::ListLine(NameLookup& services, NameLookup& patients)
+{
+    const int row = TakeRow(Grid1, NextRow);
+    Grid1.SetText(row, ActDate, TextOrNothing(JournalSet["Date"]));
+    Grid1.SetText(row, ActTime, TextOrNothing(JournalSet["Heure"]));
+    Grid1.SetText(row, Unit, FoundName(services.Find(JournalSet["num_presta"]), 0));
+    Grid1.SetText(row, Code, TextOrNothing(JournalSet["Type"]));
+    const dao::Field code = JournalSet["flag_R"];
+    Grid1.SetText(row, Payment, code.IsNull() ? QString() : Combo1.itemText(code.Long()));
+    const auto& patient = patients.Find(JournalSet["num_patient"]);
+    Grid1.SetText(row, LastName, FoundName(patient, 0));
+    Grid1.SetText(row, FirstName, FoundName(patient, 1));
+    Grid1.SetText(row, RemovalDate, TextOrNothing(JournalSet["Date_Suppr"]));
+    Grid1.SetText(row, RemovalTime, TextOrNothing(JournalSet["H_Suppr"]));
+    List1 << JournalSet["num"].Key();
+}
+
+bool F_Sppr::SelectDeletedDate()
+{
+    constexpr qsizetype length = 10;
+    Image2[Accept].setFocus(); // a date that is still being typed is checked now, as the user left it
+    const QString day = Text1.text().trimmed();
+    if (day.size() != length) {
+        MsgBox("Date incorrecte");
+        return false;
+    }
+    ChosenDateUS = QueryDate(day);
+    QueryText = "select * from Actes_Suppr where date_suppr =#" + ChosenDateUS + "# order by Date_Suppr";
+    DateSet = TheDatabase.OpenRecordset(QueryText);
+    if (DateSet.RecordCount() == 0) {
+        MsgBox("Aucun acte supprimé", Icon::Information, "Lumo ZEP");
+        return false;
+    }
+    JournalSet = DateSet;
+    SSPanel1.SetCaption("Actes supprimés le " + day);
+    return true;
+}
+
+void F_Sppr::DeleteJournalLine()
+{
+    if (List1.isEmpty() || !ConfirmsDeletion(Str(CurrentRow + 1)))
+        return;
+    const bool deleted = DeleteKey(JournalSet, List1[CurrentRow]);
+    dao::DBEngine.Idle(1);
+    RemoveLine(CurrentRow);
+    if (deleted)
+        MsgBox("Ligne supprimée avec succès", Icon::Information, "Lumo ZEP");
+    else
+        TellLineIsGone();
+}
+
+void F_Sppr::RemoveLine(int row)
+{
+    List1.removeAt(row);
+    if (List1.isEmpty())
+        Grid1.ClearToOneRow();
+    else
+        Grid1.RemoveRow(row);
+    CurrentRow = 0;
+    if (!List1.isEmpty())
+        Grid1.SelectRow(CurrentRow);
+}
+
+void F_Sppr::PrintJournal()
+{
+    if (List1.isEmpty())
+        return;
+    RunPrintStep(Report1, {.reportName = Template,
+                           .headings = {{"ch4", SSPanel1.Caption()}},
+                           .scratchTable = "Prov",
+                           .fillRows = KeyRows(List1),
+                           .refusalTitle = "Lumo Orvane",
+                           .folder = FolderOfOwnTemplate(Template),
+                           .proposedName = SSPanel1.Caption()});
+}
+
+} // namespace acts

@@ -1,0 +1,72 @@
+#pragma once
+
+#include "platform/basic/Int16.h"
+#include "platform/dao/Recordset.h"
+#include "platform/forms/ControlArray.h"
+#include "platform/forms/Controls.h"
+#include "platform/forms/Form.h"
+#include "platform/forms/Grid.h"
+
+namespace acts {
+
+/// The search for patients, by card number or by name, sex and standing. It only reads. The criteria are in
+/// front of the result page until a search by name finds somebody. No patient is chosen from the results. DialogResult
+/// is 22 when a card number was found, with SelectedPatient, and 8 on cancel.
+class New_Rech : public forms::Form {
+    Q_OBJECT
+public:
+    New_Rech();
+
+    forms::Panel SSPanel1{"SSPanel1", "Recherche"}; ///< the result page
+    forms::TabStrip SSTab1{"SSTab1"};               ///< the criteria
+    enum Criterion { CardNumber, LastName, FirstName };
+    forms::ControlArray<forms::TextBox, 3> Text2{"Text2"};
+    enum { NoCriterion = 2 }; ///< of the two frames; 0 and 1 are the stored values
+    forms::ControlArray<forms::OptionButton, 3> SSOption1{"SSOption1"}; ///< sex
+    forms::ControlArray<forms::OptionButton, 3> SSOption2{"SSOption2"}; ///< standing
+    enum Choice { FindNumber, CancelNumber, FindNames, CancelNames };
+    forms::ControlArray<forms::Picture, 4> Image2{"Image2"};
+
+    enum ListColumn { Number, Name, GivenName, Birth, Sex, Telephone, Town, Card, Archived };
+    forms::Grid Grid2;
+    enum Way { Close, Back, Leave };
+    forms::ControlArray<forms::Picture, 3> Image4{"Image4"};
+
+    /// Finds the card number as text: "0123" and "123" are different cards. Shows a message when nobody
+    /// has it. Raises 3075 for a quote in it.
+    bool FindByCard();
+    /// Whether anybody meets the criteria; shows a message when nobody does. Leaves the ordered query in QueryText. The
+    /// typed text isn't escaped: "*" and "?" are wildcards, a quote raises 3075.
+    bool BuildPatientQuery();
+    /// Lists what QueryText selects. Raises 6 past 32,767 patients.
+    void FillResultGrid();
+
+    void Image2_Click(int index);
+    void Image4_Click(int index);
+    void Grid2_Click();
+    void Grid2_DblClick();
+
+protected:
+    void Form_Load() override;
+    void EscapePressed() override;
+
+private:
+    void BuildForm();
+    void BuildCriteria();
+    void SearchNumber();
+    void SearchNames();
+    void Cancel();
+    void Refuse(const QString& reason, int field);
+    void ShowCriteria();
+    void ShowResults();
+    void ListPatient();
+
+    forms::Panel criteria{"PCriteres"};
+    QString NomText, PrenomText; ///< the typed names, then as patterns between quotes
+    basic::Int16 GridRow;        ///< row last clicked
+    basic::Int16 NextRow;        ///< next free row of Grid2
+    dao::Recordset CardResult, ResultSet;
+    dao::KeyList List1; ///< patient on each row of Grid2
+};
+
+} // namespace acts

@@ -1,0 +1,312 @@
+#include "expenses/F_Dep.h"
+
+#include "core/globals.h"
+#include "core/lists.h"
+#include "core/windows.h"
+#include "platform/basic/Dates.h"
+#include "platform/basic/Numbers.h"
+#include "platform/basic/RuntimeError.h"
+#include "platform/dao/Engine.h"
+#include "platform/forms/Desk.h"
+#include "platform/forms/Guard.h"
+
+using namespace basic;
+using namespace core;
+using namespace forms;
+
+namespace expenses {
+
+namespace {
+
+constexpr auto TotalMask = "### ### ###.00";
+
+/// The lines of ConfigLines in which a selection leaves its dates.
+enum : std::size_t { FirstDate, LastDate };
+
+} // namespace
+
+F_Dep::F_Dep()
+    : Form("F_Dep"), Grid1("Grid1", {{"N°", 700, Qt::AlignCenter},
+                                     {"Date", 1200, Qt::AlignCenter},
+                                     {"Objet", 6000},
+                                     {"Montant", 1600, Qt::AlignRight}})
+{
+    BuildForm();
+    On(Grid1, &Grid::Click, *this, &F_Dep::Grid1_Click);
+    On(Grid1, &Grid::DblClick, *this, &F_Dep::Grid1_DblClick);
+    On(Grid1, &Grid::Entered, *this, &F_Dep::OpenChange); // the expense that is highlighted
+    OnEach(Crecettes, &Picture::clicked, *this, &F_Dep::Crecettes_Click);
+    OnEach(SSPanel3.Image2, &Picture::clicked, *this, &F_Dep::Image2_Click);
+    OnEach(Dates.Image2, &Picture::clicked, *this, &F_Dep::Image2_Click);
+}
+
+void F_Dep::Form_Load()
+{
+    setWindowTitle("   Dépenses  ");
+    CenterForm(*this);
+    EntryIsNew = false;
+    Dates.SetToday();
+    Image2_Click(PeriodChooser::AcceptDay);
+}
+
+void F_Dep::Crecettes_Click(int index)
+{
+    switch (index) {
+    case New:
+        return EnterNew();
+    case Modify:
+        return OpenChange();
+    case Remove:
+        return DeleteExpense();
+    case Select:
+        return ChooseDates();
+    default:
+        Unload();
+    }
+}
+
+void F_Dep::Image2_Click(int index)
+{
+    switch (index) {
+    case EntryPanel::Accept:
+        return AcceptEntry();
+    case PeriodChooser::AcceptDay:
+        return ChooseDay();
+    case PeriodChooser::AcceptPeriod:
+        return ChoosePeriod();
+    default:
+        Browse();
+    }
+}
+
+void F_Dep::EscapePressed()
+{
+    if (SSPanel3.isVisibleTo(this) || Dates.isVisibleTo(this))
+        Browse();
+}
+
+void F_Dep::Grid1_Click()
+{
+    SelectedRow = Grid1.Row();
+    Grid1.SelectRow(SelectedRow);
+}
+
+void F_Dep::Grid1_DblClick()
+{
+    Grid1_Click();
+    OpenChange();
+}
+
+// -- selection
+
+void F_Dep::ChooseDates()
+{
+    Grid1.setEnabled(false);
+    ShowPictures(false);
+    Dates.ShowOver(Grid1);
+}
+
+void F_Dep::ChooseDay()
+{
+    const auto day = Dates.ReadDay();
+    if (!day)
+        return;
+    ConfigLines[FirstDate] = *day;
+    SSPanel1.SetCaption("Dépenses du " + *day);
+    QueryText = "select * from Recettes where date = #" + QueryDate(*day) + "# order by num";
+    FillExpenses();
+    Browse();
+}
+
+void F_Dep::ChoosePeriod()
+{
+    const auto period = Dates.ReadPeriod();
+    if (!period)
+        return;
+    ConfigLines[FirstDate] = period->first;
+    ConfigLines[LastDate] = period->last;
+    // The heading shows the period that was asked for, also when it is refused next.
+    SSPanel1.SetCaption("Dépenses du " + period->first + " au " + period->last);
+    if (!PeriodChooser::IsInOrder(*period))
+        return;
+    QueryText = "select * from Recettes where date >=#" + QueryDate(period->first) + "# and date <=#" +
+                QueryDate(period->last) + "#" + " order by date, num";
+    FillExpenses();
+    Browse();
+}
+
+void F_Dep::FillExpenses()
+{
+    const Hourglass pointer;
+    Grid1.ClearToOneRow();
+    List1.clear();
+    ListRecordset = TheDatabase.OpenRecordset(QueryText);
+    for (; !ListRecordset.IsEOF(); ListRecordset.MoveNext()) {
+        const dao::Field amount = ListRecordset["montant"];
+        ShowRow(static_cast<int>(List1.size()),
+                {TextOrNothing(ListRecordset["Date"]), TextOrNothing(ListRecordset["objet"]).trimmed(),
+                 amount.IsNull() ? QString() : PlainText(amount.Double())});
+        List1 << ListRecordset["num"].Key();
+    }
+    ShowTotal();
+    SelectedRow = 0;
+    if (!List1.isEmpty())
+        Grid1.SelectRow(SelectedRow);
+}
+
+void F_Dep::ShowRow(int row, const TypedExpense& expense)
+{
+    if (row >= Grid1.Rows())
+        Grid1.AppendRow();
+    const auto withBlank = [](const QString& text, const QString& shown) { return text.isEmpty() ? QString() : shown; };
+    Grid1.SetText(row, Number, QString::number(row + 1));
+    Grid1.SetText(row, Date, expense.date);
+    Grid1.SetText(row, Object, withBlank(expense.object, " " + expense.object));
+    Grid1.SetText(row, Amount, withBlank(expense.amount, expense.amount + " "));
+}
+
+void F_Dep::ShowTotal()
+{
+    Label5.setText("");
+    double total = 0;
+    for (int row = 0; row < Grid1.Rows(); ++row)
+        total += Val(Grid1.Text(row, Amount));
+    if (total != 0)
+        Label5.setText(" " + Format(total, TotalMask));
+}
+
+// -- entry
+
+void F_Dep::EnterNew()
+{
+    EntryIsNew = true;
+    OpenEntry("NOUVELLE DEPENSE", {ConfigLines[LastDate].trimmed(), "", ""});
+}
+
+void F_Dep::OpenChange()
+{
+    if (List1.isEmpty())
+        return;
+    ChangedRow = SelectedRow;
+    SelectedNum = List1[ChangedRow];
+    if (!FindKey(ListRecordset, SelectedNum))
+        return TellLineIsGone();
+    EntryIsNew = false;
+    const dao::Field amount = ListRecordset["montant"];
+    OpenEntry("MODIFICATION", {TextOrNothing(ListRecordset["Date"]), TextOrNothing(ListRecordset["objet"]),
+                               amount.IsNull() ? QString() : PlainText(amount.Double())});
+}
+
+void F_Dep::OpenEntry(const QString& title, const TypedExpense& shown)
+{
+    Grid1.setEnabled(false);
+    ShowPictures(false);
+    SSPanel3.ShowOver(Grid1, title, shown);
+}
+
+void F_Dep::AcceptEntry()
+{
+    const auto typed = SSPanel3.Read();
+    if (!typed)
+        return;
+    try {
+        SaveExpense(*typed);
+    } catch (const RuntimeError& error) {
+        switch (error.Code()) {
+        case Error::ConversionFailed: // the field lets "12-05-2004" through
+            return SSPanel3.Refuse("Date incorrecte", SSPanel3.Date);
+        case Error::Overflow:
+            return SSPanel3.Refuse("Montant incorrect", SSPanel3.Amount);
+        case Error::RecordDeleted:
+            TellLineIsGone();
+            break;
+        default:
+            throw;
+        }
+    }
+    Browse();
+}
+
+void F_Dep::SaveExpense(const TypedExpense& typed)
+{
+    if (!EntryIsNew && !FindKey(ListRecordset, SelectedNum))
+        throw RuntimeError(Error::RecordDeleted);
+    ListRecordset.LockEdits(true);
+    if (EntryIsNew)
+        ListRecordset.AddNew();
+    else
+        ListRecordset.Edit();
+    try {
+        ListRecordset["Date"] = typed.date;
+        ListRecordset["MM"] = Val(typed.date.mid(3, 2));
+        ListRecordset["objet"] = typed.object;
+        ListRecordset["montant"] = Val(typed.amount);
+    } catch (const RuntimeError&) {
+        ListRecordset.CancelUpdate(); // releases the lock while the user corrects the entry
+        throw;
+    }
+    ListRecordset.Update();
+    dao::DBEngine.Idle(1);
+
+    const int row = EntryIsNew ? static_cast<int>(List1.size()) : ChangedRow;
+    if (EntryIsNew)
+        List1 << ListRecordset.LastKey();
+    ShowRow(row, typed);
+    MsgBox("Enregistrement terminé", Icon::Information, "ZEP Lumo");
+    Grid1.setEnabled(true);
+    ShowTotal();
+    if (EntryIsNew)
+        Grid1.scrollToBottom();
+    if (List1.size() == 1)
+        Grid1.SelectRow(0);
+}
+
+void F_Dep::Browse()
+{
+    SSPanel3.hide();
+    Dates.hide();
+    ShowPictures(true);
+    if (!List1.isEmpty())
+        Grid1.setEnabled(true);
+    if (Grid1.isEnabled())
+        Grid1.setFocus();
+    else
+        setFocus(); // not a picture: Enter would press it
+}
+
+void F_Dep::ShowPictures(bool shown)
+{
+    for (const int picture : {New, Modify, Remove, Select})
+        Crecettes[picture].setVisible(shown);
+}
+
+// -- deletion
+
+void F_Dep::DeleteExpense()
+{
+    if (List1.isEmpty() || !ConfirmsDeletion(QString::number(SelectedRow + 1)))
+        return;
+    if (!DeleteKey(ListRecordset, List1[SelectedRow]))
+        TellLineIsGone();
+    dao::DBEngine.Idle(1);
+    RemoveLine(SelectedRow);
+    ShowTotal();
+}
+
+void F_Dep::RemoveLine(int row)
+{
+    List1.removeAt(row);
+    SelectedRow = 0;
+    if (List1.isEmpty()) {
+        Grid1.ClearToOneRow();
+        Grid1.setEnabled(false);
+        setFocus();
+        return;
+    }
+    Grid1.RemoveRow(row);
+    for (int next = row; next < Grid1.Rows(); ++next)
+        Grid1.SetText(next, Number, QString::number(next + 1)); // as the question before a deletion counts
+    Grid1.SelectRow(SelectedRow);
+}
+
+} // namespace expenses

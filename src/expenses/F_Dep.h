@@ -1,0 +1,74 @@
+#pragma once
+
+#include "core/PeriodChooser.h"
+#include "expenses/EntryPanel.h"
+#include "platform/dao/Recordset.h"
+#include "platform/forms/Bulle.h"
+#include "platform/forms/ControlArray.h"
+#include "platform/forms/Form.h"
+#include "platform/forms/Grid.h"
+
+namespace expenses {
+
+/// "Dépenses": the practice's ordinary expenses of a day or a period, entered, changed and deleted one at a time.
+/// Choosing dates, browsing and entering are its three modes; it opens browsing, on today's expenses. A new expense is
+/// listed at the end, whatever its date, until the next selection.
+class F_Dep : public forms::Form {
+    Q_OBJECT
+public:
+    F_Dep();
+
+    forms::Panel SSPanel1{"SSPanel1"}; ///< caption: what is listed
+    enum ListColumn { Number, Date, Object, Amount };
+    forms::Grid Grid1;
+    forms::FigureLabel Label5{"Label5"}; ///< total of the list
+    enum Action { New, Modify, Remove, Select, Quit };
+    forms::ControlArray<forms::Picture, 5> Crecettes{"Crecettes"};
+    EntryPanel SSPanel3;
+    core::PeriodChooser Dates; ///< SSTab2: the day or period to list
+    forms::Bulle Bulle;
+
+    /// Lists the expenses that QueryText selects; no message when there are none.
+    void FillExpenses();
+    /// Shows the sum of the listed amounts, as displayed; nothing when it is exactly 0.
+    void ShowTotal();
+    /// Writes the expense in hand, or a new one, and shows it in its row. Raises 3421 when the date doesn't exist
+    /// or isn't dd/mm/yyyy, 6 when the amount overflows, 3167 when the expense is gone; nothing is written then.
+    void SaveExpense(const TypedExpense& typed);
+    /// Asks, then deletes the current expense. An expense that another program has deleted gives a message and is
+    /// removed from the list as well.
+    void DeleteExpense();
+
+    void Grid1_Click();
+    void Grid1_DblClick();
+    void Crecettes_Click(int index);
+    void Image2_Click(int index);
+
+protected:
+    void Form_Load() override;
+    void EscapePressed() override;
+
+private:
+    void BuildForm();
+    void ChooseDates();
+    void ChooseDay();
+    void ChoosePeriod();
+    void EnterNew();
+    void OpenChange();
+    void OpenEntry(const QString& title, const TypedExpense& shown);
+    void AcceptEntry();
+    /// Back to browsing: hides chooser and entry panel, shows the pictures.
+    void Browse();
+    void ShowPictures(bool shown);
+    void ShowRow(int row, const TypedExpense& expense);
+    void RemoveLine(int row);
+
+    dao::Recordset ListRecordset; ///< the latest selection, and what is edited
+    bool EntryIsNew = false;
+    int SelectedRow = 0;      ///< row of Grid1 last clicked, index into List1
+    dao::Key SelectedNum = 0; ///< expense being changed
+    int ChangedRow = 0;       ///< its row, whatever row is clicked meanwhile
+    dao::KeyList List1;       ///< expense on each row of Grid1
+};
+
+} // namespace expenses

@@ -1,0 +1,69 @@
+#include "expenses/F_Dep.h"
+#include "support/HostileTexts.h"
+#include "support/Practice.h"
+#include "support/Rows.h"
+#include "support/ScriptedDesk.h"
+
+#include <gtest/gtest.h>
+
+using expenses::EntryPanel;
+using expenses::F_Dep;
+using forms::Icon;
+
+namespace {
+
+/// The text as a one-line field takes it: control characters become blanks, line ends at the end and a leading byte
+/// order mark are dropped.
+QString InOneLine(QString text)
+{
+    if (text.startsWith(QChar::ByteOrderMark))
+        text.remove(0, 1);
+    while (text.endsWith('\n') || text.endsWith('\r'))
+        text.chop(1);
+    for (QChar& character : text)
+        if (character < ' ' || character == QChar::LineSeparator || character == QChar::ParagraphSeparator)
+            character = ' ';
+    return text.trimmed();
+}
+
+} // namespace
+
+TEST(HostileTexts, AreStoredAsObjectsLetterByLetterAndDoNothingElse)
+{
+    tests::Practice practice;
+    ScriptedDesk desk;
+    practice.Open();
+    const QStringList before = tests::RowsOf(practice, "select * from Patients");
+    auto& screen = desk.Open<F_Dep>();
+
+    QStringList saved;
+    for (const QString& text : tests::HostileTexts()) {
+        if (!screen.SSPanel3.isVisible())
+            screen.Crecettes[F_Dep::New].click();
+        screen.SSPanel3.Date.setText("17/06/2008");
+        tests::Enter(screen.SSPanel3.Object, text);
+        screen.SSPanel3.Amount.setText("1");
+        const QString object = InOneLine(text);
+        EXPECT_EQ(screen.SSPanel3.Object.text().trimmed(), object);
+        if (object.isEmpty())
+            desk.ExpectMessage("saisie incomplète", Icon::Critical, "ATTENTION");
+        else
+            desk.ExpectMessage("Enregistrement terminé", Icon::Information, "ZEP Lumo");
+        screen.SSPanel3.Image2[EntryPanel::Accept].click();
+        if (!object.isEmpty())
+            saved << object;
+    }
+    if (screen.SSPanel3.isVisible())
+        Press(screen, Qt::Key_Escape);
+
+    dao::Recordset rows = practice.Rows("select objet from Recettes order by num");
+    screen.Image2_Click(core::PeriodChooser::AcceptDay); // as they are read again
+    ASSERT_EQ(screen.Grid1.Rows(), saved.size());
+    for (int row = 0; row < saved.size(); ++row, rows.MoveNext()) {
+        EXPECT_EQ(rows["objet"].Text(), saved[row]);
+        EXPECT_EQ(screen.Grid1.Text(row, F_Dep::Object), " " + saved[row]);
+    }
+    EXPECT_TRUE(rows.IsEOF());
+    EXPECT_EQ(tests::RowsOf(practice, "select * from Patients"), before);
+    EXPECT_EQ(dao::CheckDatabase(practice.File("ZEP_ONE.MDB")), QStringList());
+}

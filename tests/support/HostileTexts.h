@@ -1,0 +1,15 @@
+#pragma once
+
+#include <QStringList>
+#include <QWidget>
+
+namespace tests {
+
+/// Texts that tend to break programs: quotes and statements, wildcards, huge numbers, blanks of every kind, control
+/// characters, many scripts, markup and shell commands.
+QStringList HostileTexts();
+
+/// Enters the text at once, as an input method does, in place of what the field holds and through its filter.
+void Enter(QWidget& field, const QString& text);
+
+} // namespace tests
