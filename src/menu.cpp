@@ -3,6 +3,8 @@
 #include "acts/New_Act.h"
 #include "cash/F_Inst.h"
 #include "cash/J_CAISSE.h"
+#include "catalogue/J_PROD.h"
+#include "catalogue/Tarifs.h"
 #include "platform/forms/Desk.h"
 
 namespace {
@@ -22,5 +24,7 @@ core::ScreenOpeners MenuScreens()
         {"NActes", Show<acts::New_Act>},
         {"mnu_Caisse", Show<cash::J_CAISSE>},
         {"mnu_Inst", Show<cash::F_Inst>},
+        {"mnu_Prest", Show<catalogue::J_PROD>},
+        {"mnu_tarif", Show<catalogue::Tarifs>},
     };
 }
