@@ -5,6 +5,7 @@
 #include "cash/J_CAISSE.h"
 #include "catalogue/J_PROD.h"
 #include "catalogue/Tarifs.h"
+#include "planning/Planning.h"
 #include "platform/forms/Desk.h"
 
 namespace {
@@ -26,5 +27,6 @@ core::ScreenOpeners MenuScreens()
         {"mnu_Inst", Show<cash::F_Inst>},
         {"mnu_Prest", Show<catalogue::J_PROD>},
         {"mnu_tarif", Show<catalogue::Tarifs>},
+        {"mnu_Recap", Show<planning::Planning>},
     };
 }
