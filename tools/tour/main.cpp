@@ -1,5 +1,7 @@
 // Plays the road of one act through the real screens on a copy of a practice, and saves a picture of each screen.
 
+#include "Catalogue_visit.h"
+#include "Planning_visit.h"
 #include "TourDesk.h"
 
 #include "acts/New_Act.h"
@@ -65,7 +67,9 @@ public:
         ChooseToday();
         KeepTheCash();
         SettleOfAPeriod();
+        tour::VisitPlanning(desk, main, pictures);
         ThinTheActs();
+        tour::VisitCatalogue(desk, main);
         Quit();
     }
 
