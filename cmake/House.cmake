@@ -14,7 +14,6 @@ target_compile_options(house INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconve
     -Wnon-virtual-dtor -Woverloaded-virtual $<$<BOOL:${ZEP_WERROR}>:-Werror>)
 target_compile_definitions(house INTERFACE QT_NO_CAST_FROM_BYTEARRAY QT_NO_FOREACH QT_NO_KEYWORDS
     QT_DISABLE_DEPRECATED_BEFORE=0x060400)
-# Includes are written from src ("platform/basic/Int16.h"); what may be included is settled by what a folder links.
 if(ZEP_SANITIZE)
     # The compiler takes the sanitizers' own bookkeeping of temporaries for uninitialized reads.
     target_compile_options(house INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=undefined

@@ -10,7 +10,7 @@ int main(int argc, char* argv[])
 {
     QApplication application(argc, argv);
     QApplication::setApplicationName("ZEP Lumo");
-    // The end of the program is the main window's to say, also when a dialog stands alone for a moment.
+    // Only the main window ends the program, also when a dialog is the last visible window for a moment.
     QApplication::setQuitOnLastWindowClosed(false);
     forms::ApplyStyle(application);
 

@@ -61,7 +61,7 @@ private:
     QString folder;
 };
 
-/// The process that is measured; it does what the program does at its start and tells when its window can be used.
+/// The process that is measured; it starts as the program does and reports when its window can be used.
 int RunProgram(int argc, char** argv)
 {
     QApplication application(argc, argv);

@@ -29,7 +29,7 @@ private:
     sqlite3* handle = nullptr;
 };
 
-/// One prepared statement. Places and columns are counted as the store counts them: places from 1, columns from 0.
+/// One prepared statement. Places and columns are counted as SQLite counts them: parameters from 1, columns from 0.
 class PlainStatement {
 public:
     PlainStatement(const PlainDatabase& database, const QString& text);

@@ -6,7 +6,7 @@
 
 namespace bench {
 
-/// What a path may take at most; what isn't told isn't tested.
+/// What a path may take at most; a limit that isn't given isn't tested.
 struct Limits {
     double ratio = std::numeric_limits<double>::infinity();        ///< to the floor
     double milliseconds = std::numeric_limits<double>::infinity(); ///< on the clock

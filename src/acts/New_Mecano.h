@@ -36,8 +36,8 @@ public:
     forms::Label EstimatedDays{"Label4(26)"};
     forms::Label EstimatedDuration{"Label4(27)"};
 
-    /// Runs over the period and tells the end of it. An error other than one of "5 sur 5" ends the program at once,
-    /// with no message; the days treated so far stay treated.
+    /// Runs over the period and shows a message at the end. An error other than one of "5 sur 5" ends the program at
+    /// once, with no message; the days treated so far stay treated.
     void RunActualisation();
     /// Shows the estimate, 22 seconds for a day. Raises 6 past 1489 days.
     void ShowDuration();

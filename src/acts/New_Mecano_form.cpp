@@ -10,7 +10,7 @@ namespace {
 
 constexpr int DateWidth = 112;
 
-/// A value that the screen tells, bold and wide enough for what it may become.
+/// A displayed value: bold, and wide enough for any value it may have.
 void ShowAsValue(Label& label)
 {
     QFont font = label.font();

@@ -12,7 +12,7 @@ namespace cash {
 /// The panel "Correction" and its mode: payment code and amount of one pending act are shown, changed, and written or
 /// dropped. Shared by the screens that settle acts; it is in front of its screen and hidden otherwise.
 ///
-/// An act that another program has deleted is told; nothing is shown or written then.
+/// An act that another program has deleted gives a message; nothing is shown or written then.
 class CorrectionPanel : public forms::Panel {
     Q_OBJECT
 public:

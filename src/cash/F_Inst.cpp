@@ -115,7 +115,7 @@ void F_Inst::ChoosePeriod()
         return;
     FromDateUS = QueryDate(period->first);
     ToDateUS = QueryDate(period->last);
-    // The heading tells the period that was asked for, also when it is refused next.
+    // The heading shows the period that was asked for, also when it is refused next.
     SSPanel1.SetCaption("Période du  " + DayCaption(period->first).trimmed() + " au " +
                         DayCaption(period->last).trimmed());
     if (!PeriodChooser::IsInOrder(*period))

@@ -31,14 +31,14 @@ public:
     forms::ControlArray<forms::Picture, 4> Image1{"Image1"};
     forms::Bulle Bulle;
 
-    /// Lists the pending acts of the chosen days; finding none is not told.
+    /// Lists the pending acts of the chosen days; no message when there are none.
     void FillPendingList();
     /// Shows the current act in the correction panel; false when it is gone.
     bool LoadCorrection();
     /// Writes code and amount of the act in hand, and shows them in its row. The total turns into plain text. False
     /// when the act is gone.
     bool SaveCorrection();
-    /// Prints the list as it stands, an empty one too.
+    /// Prints the list as shown, also an empty one.
     void PrintPendingList();
 
     void Grid3_Click();

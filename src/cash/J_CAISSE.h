@@ -58,7 +58,7 @@ public:
     bool LoadCorrection();
     /// Writes the act in the correction panel and shows the day anew; false when the act is gone.
     bool SaveCorrection();
-    /// Prints the statement of the day as it stands on the screen.
+    /// Prints the statement of the day as shown.
     void PrintCashRecap();
     /// Prints a list of the day by its keys through the template of that name.
     void PrintDayList(const dao::KeyList& list, const QString& templateName);

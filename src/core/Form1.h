@@ -48,7 +48,7 @@ private:
     void ShowBackdrop();
     void FitDisplay();
     void ShowLetterhead();
-    /// Puts the display back, closes and archives an open practice. An error is told and ends the steps.
+    /// Puts the display back, closes and archives an open practice. An error is shown and ends the steps.
     void ShutDown();
 
     ScreenOpeners openers;

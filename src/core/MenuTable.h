@@ -8,7 +8,7 @@
 
 namespace core {
 
-/// One entry of the main menu: where it stands, when it shows, what is checked before its screen opens.
+/// One entry of the main menu: its place, when it is visible, what is checked before its screen opens.
 struct MenuEntry {
     const char* control;
     const char* caption; ///< "-" is a separator

@@ -7,8 +7,8 @@
 
 namespace core {
 
-/// The choice of dates, "Journée" or "Période": one day on the first page, two bounds on the second. It stands over the
-/// list of its screen while dates are being chosen. Enter in the last field of a page accepts, as its picture does;
+/// The choice of dates, "Journée" or "Période": one day on the first page, two bounds on the second. It is in front
+/// of its screen's list while dates are being chosen. Enter in the last field of a page accepts, as its picture does;
 /// what accepting and cancelling mean is the screen's.
 class PeriodChooser : public forms::Panel {
     Q_OBJECT
@@ -38,11 +38,11 @@ public:
     void ShowOver(QWidget& area);
 
     /// The typed day or period, after the field that was being typed in has been checked as on leaving it. Nothing when
-    /// a date is missing or bad: the user has then been told ("Date incorrecte", "Saisie incomplète").
+    /// a date is missing or bad: a message has been shown then ("Date incorrecte", "Saisie incomplète").
     std::optional<QString> ReadDay();
     std::optional<Period> ReadPeriod();
 
-    /// Whether the bounds stand in their order; tells "Dates inversées" otherwise. An end one day before the start
+    /// Whether the bounds are in order; shows "Dates inversées" otherwise. An end one day before the start
     /// passes, on purpose: it is the empty period.
     static bool IsInOrder(const Period& period);
 

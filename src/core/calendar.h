@@ -17,11 +17,11 @@ bool HoldsDate(const QString& dateText);
 /// Days of a month (1 to 12). Every fourth year is a leap year; there is no century rule.
 int DaysInMonth(int month, int year);
 
-/// Presets the date picker with the current date, shows it, and tells whether a day was chosen. The chosen date is then
-/// in PickedDate, PickedDay, PickedMonth and PickedYear.
+/// Presets the date picker with the current date, shows it, and returns whether a day was chosen. The chosen date is
+/// then in PickedDate, PickedDay, PickedMonth and PickedYear.
 bool PickDateFromToday();
 
-/// Presets the date picker with a dd/mm/yyyy text, shows it, and tells whether a day was chosen.
+/// Presets the date picker with a dd/mm/yyyy text, shows it, and returns whether a day was chosen.
 bool PickDateFrom(const QString& dateText);
 
 } // namespace core

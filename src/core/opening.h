@@ -23,7 +23,7 @@ void CloseDataFiles();
 /// write-protected. Raises the errors of dao::CopyDatabase.
 void CopyToArchives();
 
-/// "Erreur N° 76", a line feed and the description: how the error traps tell an error.
+/// "Erreur N° 76", a line feed and the description: how the error traps show an error.
 QString ErrorText(const basic::RuntimeError& error);
 
 } // namespace core

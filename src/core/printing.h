@@ -49,7 +49,7 @@ struct PrintStep {
 /// Prepares a report and shows it in the preview: letterhead and headings into `textes`, the rows into the emptied
 /// scratch table, then the template.
 ///
-/// A missing template is told ("Fichier ZEP_R1.RPT absent") and changes nothing. The rows are written in one
+/// A missing template is reported ("Fichier ZEP_R1.RPT absent") and changes nothing. The rows are written in one
 /// transaction: when filling fails, the scratch table keeps its former rows and the error goes on to the caller. What
 /// was written stays for inspection until the next report. Returns when the preview is closed.
 void RunPrintStep(report::Report& Report1, const PrintStep& step);

@@ -327,7 +327,7 @@ TEST_F(DaySheet, TakesUpTheOptionOfTheLastRun)
         {0, 0, "5 sur 5"},
         {1, 1, "1 sur 2"},
         {4, 4, "1 sur 5"},
-        {5, 1, "//"}, // no option of ours: the preset stands
+        {5, 1, "//"}, // no option of ours: the preset stays
         {-1, 1, "//"},
     };
     for (const auto& [nbre, chosen, caption] : cases) {

@@ -61,7 +61,7 @@ TEST_F(Opening, ShowsLetterheadAndMenusOnceTheCodeIsRight)
 
     EXPECT_FALSE(main.Entry("mnu_aprpos")->isVisible());
     EXPECT_TRUE(main.Entry("mnu_13")->isVisible());
-    EXPECT_FALSE(main.Entry("mnu_tarif")->isEnabled()); // no screen stands behind it here
+    EXPECT_FALSE(main.Entry("mnu_tarif")->isEnabled()); // no screen belongs to it here
     EXPECT_EQ(main.Label1[0].text(), "Cabinet d'Été");
     EXPECT_TRUE(main.Label1[2].isVisible());
     EXPECT_TRUE(main.Label4[0].isVisible());

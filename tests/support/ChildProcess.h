@@ -8,7 +8,7 @@
 
 namespace tests {
 
-/// How the work of a process of its own tells what it has reached. What was told stays told when the process is killed.
+/// The channel by which a child process reports its progress. Reports survive the kill of the process.
 class Reports {
 public:
     explicit Reports(int writingEnd) : pipe(writingEnd) {}
@@ -36,7 +36,7 @@ public:
     ChildProcess(const ChildProcess&) = delete;
     ChildProcess& operator=(const ChildProcess&) = delete;
 
-    /// The next report, waited for; none once the process is gone and all it told was read.
+    /// The next report, waited for; none once the process is gone and all reports were read.
     template <class Report>
     std::optional<Report> Next()
     {

@@ -39,7 +39,7 @@ inline void ExpectPreview(ScriptedDesk& desk, const QString& pdfName)
     });
 }
 
-/// The rows of a statement, each as its fields with "|" between; "-" stands for Null. Read through a connection of its
+/// The rows of a statement, each as its fields with "|" between; "-" for Null. Read through a connection of its
 /// own.
 inline QStringList RowsOf(Practice& practice, const QString& statement)
 {

@@ -45,7 +45,7 @@ ScriptedDesk::ScriptedDesk()
 ScriptedDesk::~ScriptedDesk()
 {
     Verify();
-    while (!screens.empty()) // the last opened goes first, and hidden, so that it tells nobody of its end
+    while (!screens.empty()) // the last opened goes first, and hidden, so that its end sends no event
     {
         screens.back()->hide();
         screens.pop_back();

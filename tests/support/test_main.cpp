@@ -9,6 +9,7 @@ int main(int argc, char** argv)
         qputenv("QT_QPA_PLATFORM", "offscreen");
     testing::InitGoogleTest(&argc, argv);
     QApplication application(argc, argv);
+    QApplication::setApplicationName("ZEP Lumo");
     QApplication::setQuitOnLastWindowClosed(false);
     forms::ApplyStyle(application);
     return RUN_ALL_TESTS();

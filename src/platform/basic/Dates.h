@@ -5,7 +5,7 @@
 
 namespace basic {
 
-/// The date that `text` tells: day, month, year in this order, or year first when the first group has four digits; any
+/// Parses a date: day, month, year in this order, or year first when the first group has four digits; any
 /// separators. A day past the end of its month runs on into the next month ("29/02/2100" is 1 March 2100).
 /// Raises 13 when the text holds no date.
 QDate DateValue(const QString& text);
@@ -21,8 +21,8 @@ int DaysBetween(const QDate& from, const QDate& to);
 /// 1 for Sunday to 7 for Saturday.
 int Weekday(const QDate& date);
 
-/// The month-first text that stands between "#" in a statement: characters 4 and 5, "/", the left two, "/", the right
-/// four of a dd/mm/yyyy text. The text is cut and not validated.
+/// The month-first text of a date literal, without the "#" around it: characters 4 and 5, "/", the left two, "/", the
+/// right four of a dd/mm/yyyy text. The text is cut and not validated.
 QString QueryDate(const QString& dayFirstText);
 
 /// The yyyy/mm/dd text from which a typed day-first date can be read whatever the short date format; "..../.../..." for

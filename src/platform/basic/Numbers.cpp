@@ -78,7 +78,7 @@ QString PlainText(double number)
 
 qint32 RoundToInt(double number)
 {
-    const double whole = std::nearbyint(number); // the standing rounding mode sends ties to the even number
+    const double whole = std::nearbyint(number); // in the default rounding mode: ties to even
     if (!(whole >= std::numeric_limits<qint32>::min() && whole <= std::numeric_limits<qint32>::max()))
         throw RuntimeError(Error::Overflow);
     return static_cast<qint32>(whole);

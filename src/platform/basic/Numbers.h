@@ -33,8 +33,8 @@ qint32 RoundToInt(double number);
 
 /// The number under a display mask such as "# ### ##0.00": "#" an optional digit, "0" a required digit, the point the
 /// decimal mark, every blank a literal that is written even where the optional digits around it are empty.
-/// Digits beyond the mask's leftmost place stand in that place. Rounds the 15-digit decimal text half away from zero,
-/// so 2.675 under "0.00" is "2.68". A minus sign comes first of all.
+/// Digits beyond the mask's leftmost place are written in that place. Rounds the 15-digit decimal text half away from
+/// zero, so 2.675 under "0.00" is "2.68". A minus sign comes first of all.
 QString Format(double number, const QString& mask);
 
 /// The text left-justified and blank-filled to `width` characters; longer text is cut.

@@ -10,7 +10,7 @@ namespace forms {
 /// The tooltip label of a screen: shows a picture's action beside it, and the keys of its command behind, while the
 /// pointer or the keyboard focus is on it.
 ///
-/// Hidden otherwise. One stands on each screen that has hover captions, named "Bulle". Its text is the action alone.
+/// Hidden otherwise. Each screen with hover captions has one. Its text is the action alone.
 class Bulle : public Label {
     Q_OBJECT
 public:

@@ -130,7 +130,7 @@ Q_SIGNALS:
     void Chosen();
 };
 
-/// A framed area with a caption. Controls that stand in it outlive it where their owner destroys it first.
+/// A framed area with a caption. Its controls may outlive it: they belong to the screen.
 class Panel : public QFrame {
     Q_OBJECT
     Q_PROPERTY(QString caption READ Caption WRITE SetCaption)

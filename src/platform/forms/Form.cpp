@@ -10,6 +10,7 @@
 #include <QKeyEvent>
 #include <QScreen>
 #include <QShortcut>
+#include <QWindow>
 #include <cmath>
 #include <set>
 
@@ -124,13 +125,25 @@ QScreen* Form::OpeningScreen()
     return inUse != nullptr ? inUse->screen() : QGuiApplication::primaryScreen();
 }
 
-void Form::Centre()
+QPoint Form::CentredPlace() const
 {
-    centred = true;
     const QRect screen = OpeningScreen()->geometry();
     const double left = TwipsOf(screen.width()) / 2 - TwipsOf(width()) / 2;
     const double top = TwipsOf(screen.height()) / 2 - TwipsOf(height()) / 2;
-    move(screen.left() + PixelsOf(left), screen.top() + PixelsOf(top));
+    return {screen.left() + PixelsOf(left), screen.top() + PixelsOf(top)};
+}
+
+void Form::Centre()
+{
+    centred = true;
+    MoveFrame(CentredPlace());
+}
+
+void Form::MoveFrame(const QPoint& upperLeft)
+{
+    move(upperLeft);
+    if (windowHandle() != nullptr) // a window that the desktop knows, perhaps without its frame yet
+        windowHandle()->setFramePosition(upperLeft);
 }
 
 QMargins Form::Frame() const
@@ -153,17 +166,16 @@ QSize Form::RoomOnScreen() const
 void Form::FitScreen()
 {
     resize(size().boundedTo(RoomOnScreen()));
-    if (centred || !testAttribute(Qt::WA_Moved))
-        Centre();
     const QRect area = OpeningScreen()->availableGeometry();
     const QSize framed = size().grownBy(Frame());
-    move(qBound(area.left(), x(), qMax(area.left(), area.right() + 1 - framed.width())),
-         qBound(area.top(), y(), qMax(area.top(), area.bottom() + 1 - framed.height())));
+    const QPoint wanted = centred || !testAttribute(Qt::WA_Moved) ? CentredPlace() : pos();
+    MoveFrame({qBound(area.left(), wanted.x(), qMax(area.left(), area.right() + 1 - framed.width())),
+               qBound(area.top(), wanted.y(), qMax(area.top(), area.bottom() + 1 - framed.height()))});
 }
 
-void Form::showEvent(QShowEvent* event)
+void Form::setVisible(bool visible)
 {
-    if (!event->spontaneous() && !isMaximized()) {
+    if (visible && !isVisible() && !isMaximized()) {
         // Lists are filled by now and know their length.
         if (!hasOwnSize && layout() != nullptr) {
             layout()->activate();
@@ -172,7 +184,7 @@ void Form::showEvent(QShowEvent* event)
         FitScreen();
         AddCommandKeys();
     }
-    QDialog::showEvent(event);
+    QDialog::setVisible(visible);
 }
 
 void Form::SetContent(Layout content)

@@ -57,10 +57,12 @@ protected:
 
     void closeEvent(QCloseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
-    void showEvent(QShowEvent* event) override;
+    void setVisible(bool visible) override;
 
 private:
     QMargins Frame() const;
+    QPoint CentredPlace() const;
+    void MoveFrame(const QPoint& upperLeft);
     void AddCommandKeys();
     void RunCommand(Command command);
     void TurnPage(int step);

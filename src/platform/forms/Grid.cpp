@@ -82,7 +82,7 @@ Grid::Grid(const QString& name, const QList<Column>& columns)
             [bar = verticalScrollBar()](int first, int last) { bar->setEnabled(last > first); });
 
     cells->SetRows(1);
-    cells->Tell();
+    cells->UpdateViews();
     setModel(cells);
     for (const Column& column : columns)
         columnTwips << column.widthTwips;
@@ -91,7 +91,7 @@ Grid::Grid(const QString& name, const QList<Column>& columns)
     connect(cells, &GridModel::Changed, this, &Grid::BeginChange);
     connect(selectionModel(), &QItemSelectionModel::currentChanged, this, &Grid::Follow);
     connect(this, &QTableView::clicked, this, [this] {
-        if (!std::exchange(toldByPress, false))
+        if (!std::exchange(clickedByPress, false))
             Q_EMIT Click();
     });
     connect(this, &QTableView::doubleClicked, this, [this] { Q_EMIT DblClick(); });
@@ -198,7 +198,7 @@ void Grid::SelectRow(int row)
     scrollTo(index);
 }
 
-/// The model is about to tell of changes: once, as soon as the work in hand is done.
+/// Called at the first change: the view is updated as soon as the current work is done.
 void Grid::BeginChange()
 {
     rowSelected = selectionModel()->hasSelection();
@@ -207,9 +207,9 @@ void Grid::BeginChange()
 
 void Grid::ShowChanges()
 {
-    const bool rowsChanged = cells->HasUntoldRows();
+    const bool rowsChanged = cells->HasPendingRows();
     const QScopedValueRollback<bool> settle(settling, true);
-    cells->Tell();
+    cells->UpdateViews();
     if (!rowsChanged)
         return;
     updateGeometry();
@@ -221,7 +221,7 @@ void Grid::ShowChanges()
 /// Brings the view's current cell to the grid's, unless the view is still to learn of the rows.
 void Grid::MarkCurrent()
 {
-    if (cells->HasUntoldRows() || currentRow >= Rows())
+    if (cells->HasPendingRows() || currentRow >= Rows())
         return;
     const QScopedValueRollback<bool> settle(settling, true);
     setAutoScroll(false);
@@ -237,7 +237,7 @@ void Grid::Follow(const QModelIndex& index)
     currentRow = index.row();
     currentColumn = index.column();
     if (pressing)
-        toldByPress = true; // told when the view has done with the press
+        clickedByPress = true; // sent when the view has handled the press
     else
         Q_EMIT Click();
 }
@@ -266,13 +266,13 @@ void Grid::keyPressEvent(QKeyEvent* event)
 
 void Grid::mousePressEvent(QMouseEvent* event)
 {
-    toldByPress = false;
+    clickedByPress = false;
     {
         const QScopedValueRollback<bool> press(pressing, true);
         QTableView::mousePressEvent(event);
     }
     // Not left to the release: where the button is let go elsewhere, the row is current all the same.
-    if (toldByPress)
+    if (clickedByPress)
         Q_EMIT Click();
 }
 

@@ -11,8 +11,8 @@ class GridHeader;
 class GridModel;
 
 /// A table of texts with a current row and column, as the screens use it. Cells are held by the model as text; filling
-/// sends no signal per cell (the view is told once, when control returns to it; the model itself always answers with
-/// the present texts). Widths are in twips, 1440 to the inch, at the usual font size. It starts with one empty row.
+/// sends no signal per cell: the view is updated once, when control returns to it, while the model itself always has
+/// the present texts. Widths are in twips, 1440 to the inch, at the usual font size. It starts with one empty row.
 /// Where it has more or less room than its columns take, the left-aligned ones share it or give way, by half at most.
 ///
 /// Keys: arrows, Home and End (first and last row), pages; Enter; letters go to the next row whose name begins with
@@ -115,10 +115,10 @@ private:
     int usualRows = 12;
     int currentRow = 0;
     int currentColumn = 0;
-    bool rowSelected = false; // to be restored when the view is told of changed rows
-    bool settling = false;    // the view follows the grid, and not the other way round
-    bool pressing = false;    // Qt is at work on a mouse press
-    bool toldByPress = false; // the press has sent its Click, the release must not repeat it
+    bool rowSelected = false;    // restored when the view is reset
+    bool settling = false;       // the view follows the grid, and not the other way round
+    bool pressing = false;       // Qt is at work on a mouse press
+    bool clickedByPress = false; // the press has sent its Click; the release must not repeat it
 };
 
 } // namespace forms

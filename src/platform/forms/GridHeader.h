@@ -4,7 +4,7 @@
 
 namespace forms {
 
-/// The headings of a grid's columns, with a second line above for headings that stand over several columns.
+/// The headings of a grid's columns, with a second line above for headings that span several columns.
 class GridHeader : public QHeaderView {
     Q_OBJECT
 public:

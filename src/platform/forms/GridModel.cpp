@@ -119,7 +119,7 @@ void GridModel::SetHeading(int column, const QString& text)
     Q_EMIT headerDataChanged(Qt::Horizontal, column, column);
 }
 
-void GridModel::Tell()
+void GridModel::UpdateViews()
 {
     const QRect changed = std::exchange(changedCells, QRect());
     if (std::exchange(resetting, false)) {

@@ -6,8 +6,8 @@
 
 namespace forms {
 
-/// The cells of a grid, row after row, as text. What it answers is always present; what it signals is gathered: Changed
-/// comes with the first change after a Tell, and Tell then tells the views of all of them at once.
+/// The cells of a grid, row after row, as text. Reads are always current; change signals are collected: Changed is
+/// emitted for the first change after UpdateViews, which then notifies the views of all changes at once.
 class GridModel : public QAbstractTableModel {
     Q_OBJECT
 public:
@@ -27,8 +27,8 @@ public:
     void SetHeading(int column, const QString& text);
     bool IsLeftAligned(int column) const { return columns[column].alignment.testFlag(Qt::AlignLeft); }
 
-    bool HasUntoldRows() const { return resetting; }
-    void Tell();
+    bool HasPendingRows() const { return resetting; }
+    void UpdateViews();
 
 Q_SIGNALS:
     void Changed();

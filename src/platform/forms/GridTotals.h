@@ -24,7 +24,7 @@ GridTotal Under(const Grid& grid, int column, FigureLabel& total);
 /// A caption before the total that follows it, below the columns from `firstColumn` on.
 GridTotal Caption(const QString& name, const QString& text, int firstColumn = 0);
 
-/// The line of totals below a grid: each total stands under its columns wherever these go. A figure that is wider than
+/// The line of totals below a grid: each total follows its columns. A figure that is wider than
 /// its columns grows to the left; where a neighbour leaves no room it is written smaller. Totals of columns that the
 /// grid has scrolled out of sight stay in sight. Grid and line belong into one Column.
 Layout Totals(Grid& grid, std::initializer_list<GridTotal> totals);

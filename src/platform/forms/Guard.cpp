@@ -3,6 +3,7 @@
 #include "platform/basic/RuntimeError.h"
 #include "platform/forms/Desk.h"
 
+#include <QCoreApplication>
 #include <QScopedValueRollback>
 #include <exception>
 
@@ -36,7 +37,7 @@ void ReportFatal(const basic::RuntimeError& error)
     const QScopedValueRollback<bool> report(reporting, true);
 
     MsgBox(QStringLiteral("Erreur d'exécution '%1' :\n").arg(error.Number()) + error.Description(), Icon::Critical,
-           QStringLiteral("ZEP Lumo"));
+           QCoreApplication::applicationName());
     RunClosingStep();
     TheDesk().EndProgram(ExitAfterError);
 }

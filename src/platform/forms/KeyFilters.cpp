@@ -20,7 +20,7 @@ bool IsOneOf(int keyCode, QStringView characters)
 bool IsDateKey(qsizetype length, int keyCode)
 {
     const auto lies = [keyCode](char first, char last) { return keyCode >= first && keyCode <= last; };
-    if (length == 2 || length >= 10) // the slash normally stands at 2 already
+    if (length == 2 || length >= 10) // DateAutoSlash has normally made the length 3
         return true;
     if (length == 0)
         return lies('0', '3');

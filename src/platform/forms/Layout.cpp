@@ -24,7 +24,7 @@ QWidget* Lent(QWidget& control)
 void AddControl(QBoxLayout& box, QWidget& control, int share)
 {
     const bool down = box.direction() == QBoxLayout::TopToBottom;
-    // What doesn't grow would stand in the middle of a column.
+    // What doesn't grow would be centred in a column.
     const bool grows = (control.sizePolicy().horizontalPolicy() & QSizePolicy::GrowFlag) != 0;
     box.addWidget(Lent(control), share, down && !grows ? Qt::AlignLeft : Qt::Alignment());
 }
@@ -163,7 +163,7 @@ void AddPage(TabStrip& tabs, const QString& title, Layout content)
 void ReleaseControls(QWidget& container)
 {
     for (QWidget* control : container.findChildren<QWidget*>()) {
-        // What stands in a lent container leaves with it.
+        // The contents of a lent container leave with it.
         if (control->property(LentByOwner).toBool() && container.isAncestorOf(control))
             control->setParent(nullptr);
     }

@@ -97,7 +97,7 @@ Answer QtDesk::Message(const QString& text, Icon icon, const QString& title, But
 {
     QMessageBox box(QApplication::activeWindow());
     box.setObjectName(QStringLiteral("MessageBox"));
-    box.setTextFormat(Qt::PlainText); // names of patients and files stand in messages
+    box.setTextFormat(Qt::PlainText); // messages contain names of patients and files
     box.setIcon(BoxIcon(icon));
     box.setWindowTitle(title);
     box.setText(text);

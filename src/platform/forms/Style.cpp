@@ -9,6 +9,7 @@
 #include <QFont>
 #include <QIcon>
 #include <QLibraryInfo>
+#include <QLocale>
 #include <QProxyStyle>
 #include <QTranslator>
 
@@ -105,6 +106,7 @@ private:
 
 void LoadFrenchTexts(QApplication& application)
 {
+    QLocale::setDefault(QLocale::French);
     auto* translator = new QTranslator(&application);
     if (translator->load(QStringLiteral("qtbase_fr"), QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
         QCoreApplication::installTranslator(translator);

@@ -52,8 +52,8 @@ QClipboard::Mode PasteSource(const QKeyEvent& event)
 TextBox::TextBox(const QString& name)
 {
     setObjectName(name);
-    // A field can lose its place as the window's focused control while the window is in the background: no focus event
-    // tells.
+    // A field can lose its place as the window's focused control while the window is in the background, without a focus
+    // event.
     connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) {
         if (entered && now && now != this && now->window() == window())
             FocusLeaves();
@@ -181,16 +181,14 @@ void TextBox::dropEvent(QDropEvent* event)
 
 void TextBox::contextMenuEvent(QContextMenuEvent* event)
 {
-    auto* menu = new QMenu(this);
+    QMenu* menu = createStandardContextMenu();
     menu->setAttribute(Qt::WA_DeleteOnClose);
-    const bool canTake = hasSelectedText() && echoMode() == QLineEdit::Normal;
-    menu->addAction(QStringLiteral("Couper"), this, &QLineEdit::cut)->setEnabled(canTake && !isReadOnly());
-    menu->addAction(QStringLiteral("Copier"), this, &QLineEdit::copy)->setEnabled(canTake);
-    menu->addAction(QStringLiteral("Coller"), this, [this] { TypeText(QApplication::clipboard()->text()); })
-        ->setEnabled(!isReadOnly() && !QApplication::clipboard()->text().isEmpty());
-    menu->addAction(QStringLiteral("Effacer"), this, &QLineEdit::del)->setEnabled(hasSelectedText() && !isReadOnly());
-    menu->addSeparator();
-    menu->addAction(QStringLiteral("Tout sélectionner"), this, &QLineEdit::selectAll)->setEnabled(!text().isEmpty());
+    for (QAction* action : menu->actions()) {
+        if (!action->text().startsWith(QLineEdit::tr("&Paste")))
+            continue;
+        action->disconnect(); // Qt's own pasting goes past the filter
+        connect(action, &QAction::triggered, this, [this] { TypeText(QApplication::clipboard()->text()); });
+    }
     menu->popup(event->globalPos());
 }
 

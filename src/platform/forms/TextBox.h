@@ -9,8 +9,8 @@ namespace forms {
 /// filter, character by character; line ends at its end are cut and other control characters turn into blanks. setText
 /// passes freely.
 ///
-/// A window that goes to the background (a message box stands before it) neither takes the focus from the field nor
-/// gives it back: GotFocus and LostFocus tell of moves between the controls of the window.
+/// GotFocus and LostFocus report focus moves between the controls of the window. A window that goes to the background,
+/// behind a message box for instance, neither takes the focus from the field nor gives it back.
 class TextBox : public QLineEdit {
     Q_OBJECT
     Q_PROPERTY(QString Tag MEMBER Tag)

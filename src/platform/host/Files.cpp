@@ -18,7 +18,8 @@ constexpr QFile::Permissions modeBits = QFile::ReadOwner | QFile::WriteOwner | Q
                                         QFile::WriteGroup | QFile::ExeGroup | QFile::ReadOther | QFile::WriteOther |
                                         QFile::ExeOther;
 
-/// How `name` is written in `folder`: as given when it stands there so or not at all, else the first like name.
+/// How `name` is written in `folder`: as given when it exists so or not at all, else the first that differs in case
+/// only.
 QString NameOnDisk(const QString& folder, const QString& name)
 {
     const QStringList entries = QDir(folder).entryList(QDir::AllEntries | QDir::Hidden | QDir::System, QDir::Name);

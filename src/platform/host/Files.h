@@ -4,8 +4,8 @@
 
 namespace host {
 
-/// The path of `name` in `folder`. A name that stands there in other upper and lower case is taken as it stands on the
-/// disk, since data folders travel between systems; `name` may have several parts ("ARCHIVES/ZEP_ONE.MDB"), each looked
+/// The path of `name` in `folder`. A name that exists there in other upper and lower case is taken as it is on the
+/// disk, since data folders move between systems; `name` may have several parts ("ARCHIVES/ZEP_ONE.MDB"), each looked
 /// up so.
 QString PathIn(const QString& folder, const QString& name);
 

@@ -14,7 +14,7 @@
 
 namespace {
 
-/// A screen with two pictures and the bubble that tells what they do.
+/// A screen with two pictures and the bubble that shows what they do.
 struct Hover : forms::Form {
     Hover() : Form("Hover")
     {
