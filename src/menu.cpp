@@ -22,11 +22,8 @@ void Show()
 core::ScreenOpeners MenuScreens()
 {
     return {
-        {"NActes", Show<acts::New_Act>},
-        {"mnu_Caisse", Show<cash::J_CAISSE>},
-        {"mnu_Inst", Show<cash::F_Inst>},
-        {"mnu_Prest", Show<catalogue::J_PROD>},
-        {"mnu_tarif", Show<catalogue::Tarifs>},
-        {"mnu_Recap", Show<planning::Planning>},
+        {"NActes", Show<acts::New_Act>},        {"mnu_Caisse", Show<cash::J_CAISSE>},
+        {"mnu_Inst", Show<cash::F_Inst>},       {"mnu_Prest", Show<catalogue::J_PROD>},
+        {"mnu_tarif", Show<catalogue::Tarifs>}, {"mnu_Recap", Show<planning::Planning>},
     };
 }

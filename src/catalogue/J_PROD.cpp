@@ -267,11 +267,9 @@ J_PROD::Removal J_PROD::Remove(dao::Key service)
 
 bool J_PROD::IsUsedByAct(dao::Key service)
 {
-    dao::Recordset acts = TheDatabase.OpenRecordset("Select * from Actes"); // with those that came since the last look
-    if (acts.RecordCount() == 0)
-        return false;
-    acts.FindFirst("num_presta = " + QString::number(service));
-    return !acts.NoMatch();
+    // Ordered as an index has them: one act is read, however many there are.
+    QueryText = "Select * from Actes where num_presta = " + QString::number(service) + " order by date, montant";
+    return TheDatabase.OpenRecordset(QueryText).RecordCount() != 0;
 }
 
 void J_PROD::TellItIsUsed()
