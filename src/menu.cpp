@@ -2,16 +2,17 @@
 
 #include "acts/F_Sppr.h"
 #include "acts/New_Act.h"
+#include "acts/j_Client.h"
 #include "analysis/Chrges.h"
 #include "analysis/Mens_Act.h"
 #include "analysis/Result.h"
 #include "cash/F_Inst.h"
 #include "cash/J_CAISSE.h"
 #include "cash/Recettes.h"
-#include "acts/j_Client.h"
-#include "cash/F_Inst.h"
-#include "cash/J_CAISSE.h"
+#include "catalogue/J_PROD.h"
+#include "catalogue/Tarifs.h"
 #include "expenses/F_Dep.h"
+#include "planning/Planning.h"
 #include "platform/forms/Desk.h"
 
 namespace {
@@ -29,13 +30,17 @@ core::ScreenOpeners MenuScreens()
 {
     return {
         {"NActes", Show<acts::New_Act>},
+        {"NPatients", Show<acts::j_Client>},
         {"mnu_Caisse", Show<cash::J_CAISSE>},
-        {"mnu_Charges", Show<analysis::Chrges>},
+        {"mnu_Deep", Show<expenses::F_Dep>},
         {"mnu_Inst", Show<cash::F_Inst>},
+        {"mnu_asuppr", Show<acts::F_Sppr>},
+        {"mnu_Charges", Show<analysis::Chrges>},
         {"mnu_mens", Show<analysis::Mens_Act>},
         {"mnu_resultat", Show<analysis::Result>},
         {"mnu_recette", Show<cash::Recettes>},
-        {"NActes", Show<acts::New_Act>},     {"NPatients", Show<acts::j_Client>}, {"mnu_Caisse", Show<cash::J_CAISSE>},
-        {"mnu_Deep", Show<expenses::F_Dep>}, {"mnu_Inst", Show<cash::F_Inst>},    {"mnu_asuppr", Show<acts::F_Sppr>},
+        {"mnu_Prest", Show<catalogue::J_PROD>},
+        {"mnu_tarif", Show<catalogue::Tarifs>},
+        {"mnu_Recap", Show<planning::Planning>},
     };
 }

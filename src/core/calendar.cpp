@@ -4,6 +4,7 @@
 #include "core/globals.h"
 #include "platform/basic/Dates.h"
 #include "platform/basic/Numbers.h"
+#include "platform/basic/RuntimeError.h"
 #include "platform/forms/Desk.h"
 #include "platform/host/Host.h"
 
@@ -29,6 +30,15 @@ QString DayCaption(const QString& dateText)
 QString LongDayName(const QString& dateText)
 {
     return DayNamesLong[WeekdayLine(dateText)].trimmed();
+}
+
+bool HoldsDate(const QString& dateText)
+{
+    try {
+        return DateValue(dateText) == DateValue(DateToQueryText(dateText));
+    } catch (const RuntimeError&) {
+        return false;
+    }
 }
 
 int DaysInMonth(int month, int year)

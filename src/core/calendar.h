@@ -10,6 +10,10 @@ QString DayCaption(const QString& dateText);
 /// The long weekday name of a dd/mm/yyyy text, trimmed ("Mardi").
 QString LongDayName(const QString& dateText);
 
+/// Whether a dd/mm/yyyy text, with whatever separators, can be read as a date. The check of the date fields lets some
+/// texts pass that can't ("17/0612008").
+bool HoldsDate(const QString& dateText);
+
 /// Days of a month (1 to 12). Every fourth year is a leap year; there is no century rule.
 int DaysInMonth(int month, int year);
 

@@ -43,9 +43,7 @@ QString PayCodeTips()
 void FillPayLists(QStringList& List_R, QStringList& List_HH, forms::ComboBox* codes)
 {
     List_R = {"NP", "R-", "P ", "R+", "Gr", "AB"};
-    List_HH.clear();
-    for (int hour = 8; hour <= 17; ++hour)
-        List_HH << QStringLiteral(" %1-%2").arg(hour).arg(hour + 1);
+    List_HH = HourSlots();
     if (codes != nullptr) {
         codes->clear();
         codes->addItems(List_R);
@@ -53,6 +51,14 @@ void FillPayLists(QStringList& List_R, QStringList& List_HH, forms::ComboBox* co
             codes->setItemData(code, PayCodeTip(code), Qt::ToolTipRole);
         codes->SetListIndex(0);
     }
+}
+
+QStringList HourSlots()
+{
+    QStringList slots;
+    for (int hour = 8; hour <= 17; ++hour)
+        slots << QStringLiteral(" %1-%2").arg(hour).arg(hour + 1);
+    return slots;
 }
 
 QString ListLine(const QStringList& list, int line)

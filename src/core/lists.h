@@ -17,6 +17,9 @@ namespace core {
 /// be null.
 void FillPayLists(QStringList& List_R, QStringList& List_HH, forms::ComboBox* codes = nullptr);
 
+/// The ten hour slots of a day; line n is the slot of `HH` n, " 8-9" to " 17-18".
+QStringList HourSlots();
+
 /// What the rules say of the codes, a line each: pending or settled, and how an act is valued. The heading "R" of a
 /// list of acts shows it; each line of the payment codes shows its own.
 QString PayCodeTips();

@@ -9,10 +9,13 @@ namespace core {
 
 namespace {
 
-/// Keeps a panel in the middle of an area.
+/// Keeps a panel in the middle of an area, as large as its contents ask for and the area has room.
 class Centring : public QObject {
 public:
-    explicit Centring(QWidget& floatingPanel) : QObject(&floatingPanel), panel(floatingPanel) {}
+    explicit Centring(QWidget& floatingPanel) : QObject(&floatingPanel), panel(floatingPanel)
+    {
+        panel.installEventFilter(this);
+    }
 
     void Over(QWidget& newArea)
     {
@@ -23,16 +26,22 @@ public:
         Centre();
     }
 
-    bool eventFilter(QObject*, QEvent* event) override
+    bool eventFilter(QObject* watched, QEvent* event) override
     {
         const auto type = event->type();
-        if (type == QEvent::Resize || type == QEvent::Move || type == QEvent::Show)
+        const bool areaChanges = type == QEvent::Resize || type == QEvent::Move || type == QEvent::Show;
+        const bool contentsChange = type == QEvent::LayoutRequest;
+        if (area != nullptr && (watched == &panel ? contentsChange : areaChanges))
             Centre();
         return false;
     }
 
 private:
-    void Centre() { panel.move(area->mapTo(panel.parentWidget(), area->rect().center()) - panel.rect().center()); }
+    void Centre()
+    {
+        panel.resize(panel.sizeHint().boundedTo(area->size()).expandedTo(panel.minimumSizeHint()));
+        panel.move(area->mapTo(panel.parentWidget(), area->rect().center()) - panel.rect().center());
+    }
 
     QWidget& panel;
     QPointer<QWidget> area;
@@ -56,7 +65,6 @@ void CenterForm(forms::Form& window)
 void FloatOver(QWidget& panel, QWidget& area)
 {
     panel.ensurePolished();
-    panel.adjustSize();
     CentringOf(panel).Over(area);
     panel.raise();
     panel.show();

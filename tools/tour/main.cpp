@@ -1,11 +1,12 @@
 // Plays the road of one act through the real screens on a copy of a practice, and saves a picture of each screen.
 
+#include "Catalogue_visit.h"
+#include "F_Dep_visit.h"
+#include "F_Sppr_visit.h"
+#include "Planning_visit.h"
 #include "Recettes_visit.h"
 #include "TourDesk.h"
 #include "analysis_visit.h"
-#include "F_Dep_visit.h"
-#include "F_Sppr_visit.h"
-#include "TourDesk.h"
 #include "j_Client_visit.h"
 
 #include "acts/New_Act.h"
@@ -76,7 +77,9 @@ public:
         tour::VisitExpenses(desk, main);
         tour::VisitPatients(desk, main);
         tour::VisitDeletedActs(desk, main);
+        tour::VisitPlanning(desk, main, pictures);
         ThinTheActs();
+        tour::VisitCatalogue(desk, main);
         Quit();
     }
 

@@ -90,6 +90,7 @@ Colours ColoursFrom(const QPalette& desktop)
     made.hover = Tinted(made.field, highlight, 0.1, made.text);
     made.selection = Tinted(made.field, highlight, 0.34, made.text);
     made.weekend = Tinted(made.field, made.text, 0.1, made.text);
+    made.today = Tinted(made.field, highlight, 0.2, made.text);
     made.border = Mix(made.window, made.text, 0.2);
     made.fieldBorder = Mix(made.window, made.text, 0.4);
     made.quiet = Readable(Mix(made.text, made.window, 0.3), {made.window, made.raised, made.header});

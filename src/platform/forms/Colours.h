@@ -17,9 +17,10 @@ struct Colours {
     QColor hover;        ///< ground of a control under the pointer
     QColor selection;    ///< ground of the chosen row
     QColor weekend;      ///< ground of a day off in a calendar table
+    QColor today;        ///< ground of the current day in one
     QColor border;       ///< of panels and tables
     QColor fieldBorder;  ///< of what can be typed into or pressed
-    QColor text;         ///< on window, raised, field, alternate, header, hover, selection, weekend
+    QColor text;         ///< on window, raised, field, alternate, header, hover, selection, weekend, today
     QColor quiet;        ///< text of secondary weight, on window, raised and header
     QColor disabled;     ///< text of what can't be used now, on window, raised and field
     QColor accent;       ///< captions, icons and frames of what acts, on window, raised, field and hover

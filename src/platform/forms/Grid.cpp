@@ -10,6 +10,7 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QKeyEvent>
+#include <QPainter>
 #include <QScopedValueRollback>
 #include <QScrollBar>
 #include <QStyledItemDelegate>
@@ -29,6 +30,14 @@ constexpr int MostRowsAtOpening = 60;
 class CellPainter : public QStyledItemDelegate {
 public:
     using QStyledItemDelegate::QStyledItemDelegate;
+
+    void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override
+    {
+        // The style sheet passes over the ground of a row.
+        if (const QVariant ground = index.data(Qt::BackgroundRole); ground.isValid())
+            painter->fillRect(option.rect, ground.value<QColor>());
+        QStyledItemDelegate::paint(painter, option, index);
+    }
 
 protected:
     void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override
@@ -132,6 +141,11 @@ QString Grid::Text(int row, int column) const
 void Grid::SetText(int row, int column, const QString& text)
 {
     cells->SetText(row, column, text);
+}
+
+void Grid::SetRowGround(int row, Ground ground)
+{
+    cells->SetRowGround(row, ground);
 }
 
 void Grid::SetHeading(int column, const QString& text)

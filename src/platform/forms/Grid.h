@@ -29,6 +29,9 @@ public:
         QString tip = {}; ///< tooltip of the heading
     };
 
+    /// What lies under a row. In a calendar table days off and the current day are told apart from the others.
+    enum class Ground { Usual, DayOff, Today };
+
     Grid(const QString& name, const QList<Column>& columns);
 
     int Rows() const;
@@ -47,6 +50,9 @@ public:
     /// Cell text; raises 9 outside the grid.
     QString Text(int row, int column) const;
     void SetText(int row, int column, const QString& text);
+
+    /// New rows have the usual ground. Raises 9 outside the grid.
+    void SetRowGround(int row, Ground ground);
 
     /// Raises 9 outside the grid.
     void SetHeading(int column, const QString& text);

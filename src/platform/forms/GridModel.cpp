@@ -1,6 +1,7 @@
 #include "platform/forms/GridModel.h"
 
 #include "platform/basic/RuntimeError.h"
+#include "platform/forms/Colours.h"
 
 namespace forms {
 
@@ -27,6 +28,8 @@ QVariant GridModel::data(const QModelIndex& index, int role) const
         return cells[CellNumber(index.row(), index.column())];
     if (role == Qt::TextAlignmentRole)
         return QVariant::fromValue(columns[index.column()].alignment | Qt::AlignVCenter);
+    if (role == Qt::BackgroundRole && grounds[index.row()] != Grid::Ground::Usual)
+        return grounds[index.row()] == Grid::Ground::Today ? TheColours().today : TheColours().weekend;
     return {};
 }
 
@@ -59,12 +62,12 @@ void GridModel::ChangeRows()
     Q_EMIT Changed();
 }
 
-void GridModel::ChangeCell(int row, int column)
+void GridModel::ChangeCells(const QRect& changed)
 {
     if (resetting)
         return;
     const bool first = changedCells.isNull();
-    changedCells = changedCells.united(QRect(column, row, 1, 1));
+    changedCells = changedCells.united(changed);
     if (first)
         Q_EMIT Changed();
 }
@@ -77,6 +80,7 @@ void GridModel::SetRows(int newRows)
         return;
     ChangeRows();
     cells.resize(newRows * columns.size());
+    grounds.resize(newRows);
     rows = newRows;
 }
 
@@ -85,6 +89,7 @@ void GridModel::RemoveRow(int row)
     const qsizetype first = CellNumber(row, 0);
     ChangeRows();
     cells.remove(first, columns.size());
+    grounds.remove(row);
     --rows;
 }
 
@@ -96,7 +101,14 @@ QString GridModel::Text(int row, int column) const
 void GridModel::SetText(int row, int column, const QString& text)
 {
     cells[CellNumber(row, column)] = text;
-    ChangeCell(row, column);
+    ChangeCells({column, row, 1, 1});
+}
+
+void GridModel::SetRowGround(int row, Grid::Ground ground)
+{
+    CellNumber(row, 0); // raises outside the grid
+    grounds[row] = ground;
+    ChangeCells({0, row, columnCount(), 1});
 }
 
 void GridModel::SetHeading(int column, const QString& text)
@@ -114,7 +126,7 @@ void GridModel::UpdateViews()
         endResetModel();
     } else if (!changed.isNull()) {
         Q_EMIT dataChanged(index(changed.top(), changed.left()), index(changed.bottom(), changed.right()),
-                           {Qt::DisplayRole});
+                           {Qt::DisplayRole, Qt::BackgroundRole});
     }
 }
 

@@ -23,6 +23,7 @@ public:
     /// Raises 9 outside the grid.
     QString Text(int row, int column) const;
     void SetText(int row, int column, const QString& text);
+    void SetRowGround(int row, Grid::Ground ground);
     void SetHeading(int column, const QString& text);
     bool IsLeftAligned(int column) const { return columns[column].alignment.testFlag(Qt::AlignLeft); }
 
@@ -35,10 +36,11 @@ Q_SIGNALS:
 private:
     qsizetype CellNumber(int row, int column) const;
     void ChangeRows();
-    void ChangeCell(int row, int column);
+    void ChangeCells(const QRect& changed);
 
     QList<Grid::Column> columns;
     QList<QString> cells;
+    QList<Grid::Ground> grounds; // by row
     int rows = 0;
     bool resetting = false; // a reset has begun and not ended: rows have come or gone
     QRect changedCells;     // x are columns, y rows

@@ -1,4 +1,5 @@
 #include "Sheet.h"
+#include "platform/forms/Colours.h"
 #include "support/ScriptedDesk.h"
 
 #include <QApplication>
@@ -223,4 +224,33 @@ TEST_F(GridOnSheet, SharesMoreWidthAmongItsNamesAlone)
     EXPECT_EQ(grid.columnWidth(0), number);
     EXPECT_EQ(grid.columnWidth(2), amount);
     EXPECT_GT(grid.columnWidth(1), name + 150);
+}
+
+TEST_F(GridOnSheet, LaysAGroundUnderARowThatGoesWithIt)
+{
+    const auto groundOf = [&](int row) { return grid.model()->index(row, 1).data(Qt::BackgroundRole).value<QColor>(); };
+    const auto painted = [&](int row) {
+        const QRect cell = grid.visualRect(grid.model()->index(row, 1));
+        return grid.viewport()->grab().toImage().pixelColor(cell.right() - 2, cell.center().y());
+    };
+    const QColor none;
+    Fill(5);
+    grid.SetRowGround(1, forms::Grid::Ground::DayOff);
+    grid.SetRowGround(3, forms::Grid::Ground::Today);
+    support::Settle();
+    EXPECT_EQ(painted(1), forms::TheColours().weekend);
+    EXPECT_EQ(painted(3), forms::TheColours().today);
+    EXPECT_EQ(painted(2), forms::TheColours().field);
+    grid.SelectRow(3);
+    EXPECT_EQ(painted(3), forms::TheColours().selection);
+
+    grid.RemoveRow(0);
+    EXPECT_EQ(groundOf(0), forms::TheColours().weekend);
+    EXPECT_EQ(groundOf(1), none);
+    EXPECT_EQ(groundOf(2), forms::TheColours().today);
+    grid.SetRowGround(0, forms::Grid::Ground::Usual);
+    EXPECT_EQ(groundOf(0), none);
+    Fill(5); // new rows
+    EXPECT_EQ(groundOf(2), none);
+    EXPECT_EQ(ErrorOf([&] { grid.SetRowGround(5, forms::Grid::Ground::Today); }), Error::IndexOutOfRange);
 }

@@ -1,0 +1,337 @@
+#include "catalogue/J_PROD.h"
+
+#include "core/globals.h"
+#include "core/lists.h"
+#include "core/opening.h"
+#include "core/windows.h"
+#include "platform/basic/Numbers.h"
+#include "platform/forms/Desk.h"
+#include "platform/forms/Guard.h"
+
+using namespace basic;
+using namespace core;
+using namespace forms;
+
+namespace catalogue {
+
+J_PROD::J_PROD()
+    : Form("J_PROD"),
+      Grid1("Grid1", {{"N°", 600, Qt::AlignCenter}, {"Dénmination", 3230}, {"Prix", 820, Qt::AlignRight}})
+{
+    BuildForm();
+    On(Grid1, &Grid::Click, *this, &J_PROD::Grid1_Click);
+    On(Grid1, &Grid::DblClick, *this, &J_PROD::Grid1_DblClick);
+    On(Grid1, &Grid::Entered, *this, &J_PROD::Grid1_DblClick);
+    OnEach(Image1, &Picture::clicked, *this, &J_PROD::Image1_Click);
+    OnEach(Image2, &Picture::clicked, *this, &J_PROD::Image2_Click);
+    OnEach(Crecettes, &Picture::clicked, *this, &J_PROD::Crecettes_Click);
+    On(NameField, &TextBox::Entered, *this, [this] { PriceField.setFocus(); });
+}
+
+void J_PROD::Form_Load()
+{
+    setWindowTitle(" ");
+    CenterForm(*this);
+    OpenDataFiles(); // the handles of the run are replaced by new ones
+    IsNew = false;
+    LoadServices();
+    OrderDirty = false;
+}
+
+void J_PROD::Crecettes_Click(int index)
+{
+    switch (index) {
+    case New:
+        return EnterNew();
+    case Modify:
+        return EnterModification();
+    case Delete:
+        return DeleteService();
+    default:
+        if (OrderDirty)
+            WriteServiceOrder();
+        Unload();
+    }
+}
+
+void J_PROD::Image1_Click(int index)
+{
+    MoveService(static_cast<Move>(index));
+}
+
+void J_PROD::Image2_Click(int index)
+{
+    if (index == Accept)
+        AcceptEntry();
+    else
+        CloseEntry();
+}
+
+void J_PROD::EscapePressed()
+{
+    if (SSPanel3.isVisibleTo(this))
+        CloseEntry();
+}
+
+void J_PROD::Grid1_Click()
+{
+    CurrentRow = Grid1.Row();
+    Grid1.SelectRow(CurrentRow);
+}
+
+void J_PROD::Grid1_DblClick()
+{
+    Grid1_Click();
+    EnterModification();
+}
+
+void J_PROD::OpenServices()
+{
+    QueryText = "select * from Presta order by ordre";
+    ServiceRecords = TheDatabase.OpenRecordset(QueryText);
+}
+
+void J_PROD::LoadServices()
+{
+    OpenServices();
+    List1.clear();
+    if (ServiceRecords.RecordCount() == 0)
+        return EnterNew();
+
+    Int16 nextRow;
+    for (; !ServiceRecords.IsEOF(); ServiceRecords.MoveNext()) {
+        const int row = TakeRow(Grid1, nextRow);
+        Grid1.SetText(row, Number, PlainText(nextRow));
+        Grid1.SetText(row, Name, " " + TextOrNothing(ServiceRecords["denom"]).trimmed());
+        if (!ServiceRecords["prix"].IsNull())
+            Grid1.SetText(row, Price, ServiceRecords["prix"].Text() + " ");
+        List1 << ServiceRecords["num"].Key();
+    }
+    Grid1.SetRow(0);
+    Grid1_Click();
+    Grid1.setFocus();
+}
+
+// -- entry
+
+void J_PROD::EnterNew()
+{
+    IsNew = true;
+    NameField.clear();
+    PriceField.clear();
+    ShowEntry("NOUVELLE PRESTATION");
+}
+
+void J_PROD::EnterModification()
+{
+    if (List1.isEmpty())
+        return;
+    if (LoadServiceFields())
+        ShowEntry("MODIFICATION");
+    else
+        TellItIsGone();
+}
+
+bool J_PROD::LoadServiceFields()
+{
+    if (!FindKey(ServiceRecords, List1[CurrentRow]))
+        return false;
+    NameField.setText(TextOrNothing(ServiceRecords["denom"]));
+    PriceField.setText(TextOrNothing(ServiceRecords["prix"]));
+    return true;
+}
+
+void J_PROD::ShowEntry(const QString& heading)
+{
+    SSPanel2.SetCaption(heading);
+    Grid1.setEnabled(false);
+    FloatOver(SSPanel3, Grid1);
+    ShowServiceButtons(false);
+    NameField.setFocus();
+}
+
+void J_PROD::AcceptEntry()
+{
+    for (TextBox* const field : {&NameField, static_cast<TextBox*>(&PriceField)}) {
+        if (!field->text().trimmed().isEmpty())
+            continue;
+        MsgBox("saisie incomplète", Icon::Critical, "ATTENTION");
+        return field->setFocus();
+    }
+    SaveService();
+    CloseEntry();
+}
+
+void J_PROD::CloseEntry()
+{
+    SSPanel3.hide();
+    ShowServiceButtons(true);
+    if (List1.isEmpty())
+        return Crecettes[New].setFocus();
+    Grid1.setEnabled(true);
+    Grid1.setFocus();
+}
+
+void J_PROD::ShowServiceButtons(bool shown)
+{
+    for (const int action : {New, Modify, Delete})
+        Crecettes[action].setVisible(shown);
+}
+
+void J_PROD::SaveService()
+{
+    if (IsNew)
+        AddService();
+    else if (!ChangeService())
+        return TellItIsGone();
+    dao::DBEngine.Idle(1);
+    MsgBox("Enregistrement réussi", Icon::Information, "Lumo Orvane");
+    Grid1.setEnabled(true);
+    OrderDirty = true;
+}
+
+void J_PROD::AddService()
+{
+    const int row = static_cast<int>(List1.size());
+    OpenServices(); // with what others have added since
+    ServiceRecords.LockEdits(true);
+    ServiceRecords.AddNew();
+    WriteFields(row);
+    ServiceRecords.Update();
+    List1 << ServiceRecords.LastKey();
+    ShowFields(row);
+}
+
+bool J_PROD::ChangeService()
+{
+    dao::Transaction saving(TheDatabase); // nobody deletes the service between the search and the change
+    if (!FindKey(ServiceRecords, List1[CurrentRow]))
+        return false;
+    ServiceRecords.LockEdits(true);
+    ServiceRecords.Edit();
+    WriteFields(CurrentRow);
+    ServiceRecords.Update();
+    saving.Commit();
+    ShowFields(CurrentRow);
+    return true;
+}
+
+void J_PROD::WriteFields(int row)
+{
+    ServiceRecords["denom"] = NameField.text().trimmed();
+    ServiceRecords["prix"] = Val(PriceField.text());
+    ServiceRecords["Ordre"] = Int16(row);
+}
+
+void J_PROD::ShowFields(int row)
+{
+    if (row > Grid1.Rows() - 1)
+        Grid1.AppendRow();
+    Grid1.SetText(row, Number, PlainText(row + 1));
+    Grid1.SetText(row, Name, " " + NameField.text());
+    Grid1.SetText(row, Price, PriceField.text() + " ");
+}
+
+// -- deletion
+
+void J_PROD::DeleteService()
+{
+    if (CurrentRow == 0)
+        return;
+    const dao::Key service = List1[CurrentRow];
+    if (IsUsedByAct(service))
+        return TellItIsUsed();
+    if (!ConfirmsDeletion(PlainText(CurrentRow + 1)))
+        return;
+    switch (Remove(service)) {
+    case Removal::IsUsed:
+        return TellItIsUsed();
+    case Removal::IsGone:
+        return TellItIsGone();
+    case Removal::Done:
+        DropRow();
+    }
+}
+
+J_PROD::Removal J_PROD::Remove(dao::Key service)
+{
+    dao::Transaction removing(TheDatabase);
+    if (IsUsedByAct(service)) // by an act that came while the question stood
+        return Removal::IsUsed;
+    if (!FindKey(ServiceRecords, service))
+        return Removal::IsGone;
+    ServiceRecords.Delete();
+    removing.Commit();
+    return Removal::Done;
+}
+
+bool J_PROD::IsUsedByAct(dao::Key service)
+{
+    // Ordered as an index has them: one act is read, however many there are.
+    QueryText = "Select * from Actes where num_presta = " + QString::number(service) + " order by date, montant";
+    return TheDatabase.OpenRecordset(QueryText).RecordCount() != 0;
+}
+
+void J_PROD::TellItIsUsed()
+{
+    MsgBox("Cette prestation est incluse dans un acte", Icon::Critical, "ATTENTION");
+}
+
+void J_PROD::TellItIsGone()
+{
+    TellLineIsGone();
+    DropRow();
+}
+
+void J_PROD::DropRow()
+{
+    List1.removeAt(CurrentRow);
+    OrderDirty = true;
+    if (List1.isEmpty()) {
+        Grid1.ClearToOneRow();
+        Grid1.setEnabled(false);
+        IsNew = true;
+        return;
+    }
+    Grid1.RemoveRow(CurrentRow);
+    Grid1.SetRow(0);
+    Grid1_Click();
+}
+
+// -- order
+
+void J_PROD::MoveService(Move direction)
+{
+    const int last = static_cast<int>(List1.size()) - 1;
+    const int barrier = direction == MoveUp ? 1 : last;
+    if (last < 1 || CurrentRow == 0 || CurrentRow == barrier)
+        return;
+    const int here = CurrentRow;
+    const int other = direction == MoveUp ? here - 1 : here + 1;
+    for (const int column : {Name, Price}) {
+        const QString moved = Grid1.Text(here, column).trimmed();
+        Grid1.SetText(here, column, Grid1.Text(other, column).trimmed());
+        Grid1.SetText(other, column, moved);
+    }
+    List1.swapItemsAt(here, other);
+    Grid1.SetRow(other);
+    Grid1_Click();
+    OrderDirty = true;
+}
+
+void J_PROD::WriteServiceOrder()
+{
+    dao::Transaction writing(TheDatabase);
+    ServiceRecords.LockEdits(true);
+    for (int place = 0; place < List1.size(); ++place) {
+        if (!FindKey(ServiceRecords, List1[place]))
+            continue;
+        ServiceRecords.Edit();
+        ServiceRecords["Ordre"] = Int16(place);
+        ServiceRecords.Update();
+    }
+    writing.Commit();
+    dao::DBEngine.Idle(1);
+}
+
+} // namespace catalogue

@@ -1,0 +1,51 @@
+#include "planning/ColumnLabels.h"
+
+#include "platform/forms/Layout.h"
+
+#include <QEvent>
+#include <QHeaderView>
+
+namespace planning {
+
+ColumnLabels::ColumnLabels(forms::Grid& labelled, std::initializer_list<const char*> names)
+    : QObject(&labelled), grid(labelled)
+{
+    const QHeaderView* header = grid.horizontalHeader();
+    for (const char* name : names) {
+        forms::Label& label = forms::NewLabel(QLatin1String(name), {});
+        label.setProperty("heading", true);
+        label.setParent(header->viewport());
+        labels.push_back(&label);
+    }
+    Read();
+    header->viewport()->installEventFilter(this);
+    connect(header, &QHeaderView::sectionResized, this, &ColumnLabels::Place);
+    connect(grid.model(), &QAbstractItemModel::headerDataChanged, this, &ColumnLabels::Read);
+}
+
+bool ColumnLabels::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::Resize || event->type() == QEvent::Show)
+        Place();
+    return QObject::eventFilter(watched, event);
+}
+
+void ColumnLabels::Read()
+{
+    for (int column = 0; column < static_cast<int>(labels.size()); ++column) {
+        const auto heading = [&](int role) { return grid.model()->headerData(column, Qt::Horizontal, role); };
+        forms::Label& label = *labels[static_cast<std::size_t>(column)];
+        label.setText(heading(Qt::DisplayRole).toString());
+        label.setAlignment(heading(Qt::TextAlignmentRole).value<Qt::Alignment>());
+    }
+}
+
+void ColumnLabels::Place()
+{
+    const QHeaderView& header = *grid.horizontalHeader();
+    for (int column = 0; column < static_cast<int>(labels.size()); ++column)
+        labels[static_cast<std::size_t>(column)]->setGeometry(header.sectionViewportPosition(column), 0,
+                                                              header.sectionSize(column), header.viewport()->height());
+}
+
+} // namespace planning

@@ -1,0 +1,119 @@
+#pragma once
+
+#include "platform/basic/Int16.h"
+#include "platform/dao/Recordset.h"
+#include "platform/forms/ControlArray.h"
+#include "platform/forms/Controls.h"
+#include "platform/forms/Form.h"
+#include "platform/forms/Grid.h"
+#include "platform/report/Report.h"
+
+#include <QStringList>
+
+namespace planning {
+
+/// "Planning": what was programmed against what was done. For one day, each unit's appointments and acts; for one unit
+/// and one month, the appointments of each day and hour; behind the day, a unit's appointments with their patients, and
+/// the day's planning in print. A unit is a service. The screen only reads.
+///
+/// The day and the month never refresh each other, and the month's unit is that of its own panel. The board is disabled
+/// while a panel is open in front of it.
+class Planning : public forms::Form {
+    Q_OBJECT
+public:
+    Planning();
+
+    forms::Panel SSPanel4{"SSPanel4"}; ///< the board
+    forms::Label DayHeading{"Label1(4)", "Journée du"};
+    enum DayStep { DayBefore, DayAfter };
+    forms::ControlArray<forms::Picture, 2> Image2{"Image2"};
+    enum BoardAction { ChooseDay, OpenList, ChooseMonth, Quit };
+    forms::ControlArray<forms::Picture, 4> Image1{"Image1"};
+    enum UnitColumn { Unit, Programmed, Performed, Difference };
+    forms::Grid Grid1; ///< the day, unit by unit
+    enum DayTotal { ProgrammedTotal = 5, PerformedTotal, DifferenceTotal };
+    forms::ControlArray<forms::FigureLabel, 3, ProgrammedTotal> DayTotals{"Label1"};
+    forms::Panel SSPanel2{"SSPanel2", "Unité --> "};
+    enum MonthColumn { Dates, FirstHour };
+    forms::Grid Grid3; ///< the month: a row for each day, a column for each hour slot
+
+    forms::Panel SSPanel3{"SSPanel3", "  Journée du :"};
+    forms::ControlArray<forms::DateField, 1> Text5{"Text5"}; ///< the board's day
+    enum DayChoice { AcceptDay, CancelDay };
+    forms::ControlArray<forms::Picture, 2> Image5{"Image5"};
+
+    forms::Panel SSPanel5{"SSPanel5", "    Programme"};
+    enum MonthChoice { UnitChoice, MonthOfYear };
+    forms::ControlArray<forms::ComboBox, 2> Combo1{"Combo1"};
+    forms::TextBox Text3{"Text3"}; ///< the year
+    enum ProgrammeChoice { AcceptMonth, CancelMonth };
+    forms::ControlArray<forms::Picture, 2> Image7{"Image7"};
+
+    forms::Panel SSPanel1{"SSPanel1"}; ///< the appointments of a unit on the board's day
+    forms::Label UnitLine{"Label1(26)", "ZOOM"};
+    forms::Label DayLine{"Label1(9)", "ZOOM"};
+    enum ListColumn { Number, Hour, LastName, FirstName, Phone, Town, Card };
+    forms::Grid Grid2;
+    enum ListAction { OpenPrint, CloseList, CancelPrint, Print };
+    forms::ControlArray<forms::Picture, 4> Image4{"Image4"};
+    forms::Panel SSPanel6{"SSPanel6", "Imprimer ..."};
+    enum PrintOption { CurrentUnit, AllUnits };
+    forms::ControlArray<forms::OptionButton, 2> SSOption1{"SSOption1"};
+    report::Report Report1;
+
+    void LoadPlanningLists();
+    /// Shows the day of Text5(0); says so when it is no date. False then, and the board keeps what it shows.
+    bool RefreshDay();
+    /// Raises 6 when a count or total passes 16 bits.
+    void CountDayByUnit();
+    void TotalDayCounts();
+    /// Lays out the days of the chosen month, told apart where they are days off or today.
+    void PrepareMonthGrid();
+    /// Counts the appointments of the chosen unit in each day and slot of the month laid out.
+    void FillMonthCounts();
+    void LoadDayAppointments();
+    /// Prints the appointments of the board's day, those of its current unit or of all.
+    void PrintPlanning();
+
+    void Grid1_Click();
+    void Grid1_DblClick();
+    void Grid2_Click();
+    void Grid2_DblClick();
+    void Grid3_Click();
+    void Image1_Click(int index);
+    void Image2_Click(int index);
+    void Image4_Click(int index);
+    void Image5_Click(int index);
+    void Image7_Click(int index);
+
+protected:
+    void Form_Load() override;
+    void EscapePressed() override;
+
+private:
+    void BuildForm();
+    void DressPictures();
+    void BuildBoard();
+    void BuildChoices();
+    void BuildList();
+
+    void OpenOverBoard(QWidget& panel, QWidget& firstField);
+    void CloseOverBoard(QWidget& panel, QWidget& next);
+    void ShowMonth();
+    /// Counts the day's rows of each unit; `dayOfTable` names the table and its field of the day.
+    void CountUnits(int column, const QString& dayOfTable);
+    QString MonthDay(int day);
+    void ShowDayList();
+    /// Fills in what is known of the patient; nothing where there is none.
+    void ShowPatient(int row, const dao::Recordset& appointment);
+    /// The unit on the current row of Grid1; 0 where there is none.
+    dao::Key CurrentUnitKey() const;
+
+    QString DayDateUS;    ///< the board's day as mm/dd/yyyy
+    basic::Int16 UnitRow; ///< current row of Grid1, index into List2
+
+    dao::KeyList List2; ///< the units, by row of Grid1 and line of Combo1(0)
+    QStringList List4;  ///< the hour slots
+};
+
+} // namespace planning

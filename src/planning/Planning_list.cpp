@@ -1,0 +1,104 @@
+#include "planning/Planning.h"
+
+#include "core/globals.h"
+#include "core/lists.h"
+#include "core/printing.h"
+#include "core/windows.h"
+#include "platform/basic/Numbers.h"
+#include "platform/forms/Desk.h"
+
+using namespace basic;
+using namespace core;
+using namespace forms;
+
+namespace planning {
+
+void Planning::Image4_Click(int index)
+{
+    switch (index) {
+    case OpenPrint:
+        FloatOver(SSPanel6, SSPanel4);
+        return SSOption1[SSOption1[AllUnits].isChecked() ? AllUnits : CurrentUnit].setFocus();
+    case CloseList:
+        return CloseOverBoard(SSPanel1, Grid1);
+    case Print:
+        return PrintPlanning();
+    default:
+        SSPanel6.hide();
+        if (SSPanel1.isVisibleTo(this))
+            Grid2.setFocus();
+    }
+}
+
+void Planning::Grid2_Click()
+{
+    Grid2.SelectRow(Grid2.Row());
+}
+
+void Planning::Grid2_DblClick()
+{
+    Grid2_Click();
+    Image4_Click(OpenPrint);
+}
+
+void Planning::ShowDayList()
+{
+    Grid1.SetCol(Programmed);
+    if (Val(Grid1.Text(Grid1.Row(), Programmed).trimmed()) < 1) {
+        MsgBox("Aucune programmation pour cette unité");
+        return;
+    }
+    LoadDayAppointments();
+    OpenOverBoard(SSPanel1, Grid2);
+}
+
+dao::Key Planning::CurrentUnitKey() const
+{
+    return List2.value(UnitRow);
+}
+
+void Planning::LoadDayAppointments()
+{
+    Grid2.ClearToOneRow();
+    Grid1.SetCol(Unit);
+    UnitLine.setText("Unité : " + Grid1.Text(Grid1.Row(), Unit).trimmed());
+    DayLine.setText(DayHeading.text());
+    QueryText =
+        "Select HH, nom, Prenom, tel, ville, N_carte from Plani left join Patients on Patients.num = num_patient"
+        " where Num_Presta = " +
+        QString::number(CurrentUnitKey()) + " and date = #" + DayDateUS + "# order by HH, Plani.num";
+    Int16 nextRow;
+    for (dao::Recordset rows = TheDatabase.OpenRecordset(QueryText); !rows.IsEOF(); rows.MoveNext()) {
+        const int row = TakeRow(Grid2, nextRow);
+        Grid2.SetText(row, Number, PlainText(nextRow));
+        if (!rows["HH"].IsNull())
+            Grid2.SetText(row, Hour, List4.value(rows["HH"].Long()));
+        ShowPatient(row, rows);
+    }
+    Grid2.SetRow(0);
+    Grid2_Click();
+}
+
+void Planning::ShowPatient(int row, const dao::Recordset& appointment)
+{
+    const char* const fields[] = {"nom", "Prenom", "tel", "ville", "N_carte"};
+    for (int column = LastName; column <= Card; ++column) {
+        const dao::Field field = appointment[fields[column - LastName]];
+        if (!field.IsNull())
+            Grid2.SetText(row, column, " " + field.Text());
+    }
+}
+
+void Planning::PrintPlanning()
+{
+    const QString day = Text5[0].text().trimmed();
+    QString formula = "{Plani.date} = date(" + day.right(4) + "," + day.mid(3, 2) + "," + day.left(2) + ")";
+    if (SSOption1[CurrentUnit].isChecked())
+        formula += " and {Plani.Num_Presta} = " + QString::number(CurrentUnitKey());
+    RunPrintStep(Report1, {.reportName = "Planning.RPT",
+                           .headings = {{"ch4", "Planning de la " + DayHeading.text().trimmed()}},
+                           .selectionFormula = formula,
+                           .proposedName = "Planning " + day});
+}
+
+} // namespace planning

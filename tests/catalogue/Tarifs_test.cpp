@@ -1,0 +1,168 @@
+#include "catalogue/Tarifs.h"
+
+#include "core/globals.h"
+#include "support/Accessibility.h"
+#include "support/Cells.h"
+#include "support/OtherProgram.h"
+#include "support/Practice.h"
+#include "support/Reports.h"
+#include "support/ScriptedDesk.h"
+
+#include <gtest/gtest.h>
+
+using catalogue::Tarifs;
+using forms::Icon;
+using tests::RowOf;
+
+namespace {
+
+class Rates : public testing::Test {
+protected:
+    Tarifs& OpenScreen()
+    {
+        practice.Open();
+        return desk.Open<Tarifs>();
+    }
+
+    static void SetRate(Tarifs& screen, int row, const QString& typed)
+    {
+        DoubleClick(screen.Grid1, row);
+        screen.RateField.clear();
+        Type(screen.RateField, typed);
+        Click(screen.Image2[Tarifs::AcceptEntry]);
+    }
+
+    static void Quit(Tarifs& screen) { Click(screen.Image2[Tarifs::StoreAndQuit]); }
+
+    /// The stored rates; "-" stands for Null.
+    QStringList Stored()
+    {
+        const QStringList rows = tests::RowsOf(practice, "select * from Tarif");
+        EXPECT_EQ(rows.size(), 1);
+        return rows.value(0).split('|');
+    }
+
+    tests::Practice practice;
+    ScriptedDesk desk;
+};
+
+} // namespace
+
+TEST_F(Rates, GiveAnEmptyTableItsRow)
+{
+    auto& screen = OpenScreen();
+    EXPECT_EQ(Stored().size(), 32);
+    EXPECT_EQ(Stored().count("-"), 32);
+    ASSERT_EQ(screen.Grid1.Rows(), 32);
+    EXPECT_EQ(RowOf(screen.Grid1, 0), QStringList({"1", "C", "0"}));
+    EXPECT_EQ(RowOf(screen.Grid1, 1), QStringList({"2", "K0", "0"}));
+    EXPECT_EQ(RowOf(screen.Grid1, 31), QStringList({"32", "K30", "0"}));
+    EXPECT_FALSE(screen.SSPanel3.isVisible());
+    EXPECT_TRUE(screen.Grid1.hasFocus());
+    EXPECT_EQ(screen.windowTitle(), " ");
+    EXPECT_EQ(AccessibilityFaults(screen), QStringList());
+    screen.close();
+    EXPECT_EQ(Stored().count("-"), 32);
+
+    Quit(desk.Open<Tarifs>()); // writes, changed or not, and adds no second row
+    EXPECT_EQ(Stored().count("0"), 32);
+}
+
+TEST_F(Rates, AreReadByPositionAndRoundedToTheEvenNumber)
+{
+    practice.Open();
+    core::TheDatabase.Execute("Insert into Tarif (C, K0, K4, K29, K30) values (1500, 200, -7, 32767, -32768)");
+    tests::OtherProgram other(practice.File("ZEP_ONE.MDB"));
+    EXPECT_EQ(other.Run("update Tarif set K1 = 2.5, K2 = 3.5, K3 = 2.500001"), SQLITE_OK);
+    auto& screen = desk.Open<Tarifs>();
+    const QStringList expected{"1500", "200", "2", "4", "3", "-7"};
+    for (int row = 0; row < expected.size(); ++row)
+        EXPECT_EQ(screen.Grid1.Text(row, Tarifs::Rate), expected[row]) << row;
+    EXPECT_EQ(screen.Grid1.Text(30, Tarifs::Rate), "32767");
+    EXPECT_EQ(screen.Grid1.Text(31, Tarifs::Rate), "-32768");
+    screen.close();
+
+    EXPECT_EQ(other.Run("update Tarif set K5 = 32768"), SQLITE_OK);
+    EXPECT_EQ(ErrorOf([&] { Tarifs().Load(); }), Error::Overflow);
+}
+
+TEST_F(Rates, AreTypedInTheEntryPanelAndStoredOnLeaving)
+{
+    auto& screen = OpenScreen();
+    Press(screen.Grid1, Qt::Key_Down);
+    Press(screen.Grid1, Qt::Key_Down);
+    Press(screen.Grid1, Qt::Key_F2);
+    EXPECT_TRUE(screen.SSPanel3.isVisible());
+    EXPECT_FALSE(screen.Grid1.isEnabled());
+    EXPECT_EQ(screen.SSPanel2.Caption(), "Modification");
+    EXPECT_EQ(screen.Label3.text(), "K1");
+    EXPECT_EQ(screen.RateField.text(), "0");
+    ASSERT_TRUE(screen.RateField.hasFocus());
+    Type(screen.RateField, "-4.5x0"); // digits alone
+    EXPECT_EQ(screen.RateField.text(), "450");
+    Press(screen.RateField, Qt::Key_Return);
+    EXPECT_FALSE(screen.SSPanel3.isVisible());
+    ASSERT_TRUE(screen.Grid1.hasFocus());
+    EXPECT_EQ(screen.Grid1.Text(2, Tarifs::Rate), "450");
+
+    SetRate(screen, 0, "32767");
+    SetRate(screen, 31, "007");
+    SetRate(screen, 2, "");                                // nothing is 0
+    EXPECT_EQ(screen.Grid1.Text(31, Tarifs::Rate), "007"); // as typed
+    EXPECT_EQ(screen.Grid1.Text(2, Tarifs::Rate), "");
+    EXPECT_EQ(Stored().count("-"), 32); // in memory until the end
+    Press(screen.Grid1, Qt::Key_W, Qt::ControlModifier);
+
+    EXPECT_FALSE(screen.isVisible());
+    EXPECT_EQ(Stored().value(0), "32767");
+    EXPECT_EQ(Stored().value(2), "0");
+    EXPECT_EQ(Stored().value(31), "7");
+    EXPECT_EQ(Stored().count("0"), 30);
+}
+
+TEST_F(Rates, StayAsTheyWereAfterACancelAndTheCloseBox)
+{
+    auto& screen = OpenScreen();
+    SetRate(screen, 3, "100");
+    DoubleClick(screen.Grid1, 0);
+    EXPECT_EQ(screen.Label3.text(), "C");
+    Type(screen.RateField, "999");
+    Click(screen.Image2[Tarifs::CancelEntry]);
+    EXPECT_FALSE(screen.SSPanel3.isVisible());
+    EXPECT_TRUE(screen.Grid1.isEnabled());
+    EXPECT_EQ(screen.Grid1.Text(0, Tarifs::Rate), "0");
+    DoubleClick(screen.Grid1, 1);
+    Press(screen.RateField, Qt::Key_Escape);
+    Press(screen.Grid1, Qt::Key_Escape);
+    EXPECT_TRUE(screen.isVisible());
+    screen.close();
+    EXPECT_EQ(Stored().count("-"), 32);
+}
+
+TEST_F(Rates, EndTheProgramPastSixteenBitsWithNothingStored)
+{
+    auto& screen = OpenScreen();
+    SetRate(screen, 1, "200");
+    desk.ExpectMessage("Erreur d'exécution '6' :\nDépassement de capacité", Icon::Critical, "ZEP Lumo");
+    SetRate(screen, 0, "32768");
+    EXPECT_TRUE(desk.EndCode().has_value());
+    EXPECT_EQ(Stored().count("-"), 32);
+}
+
+TEST_F(Rates, AreNotLostWithARowThatAnotherProgramDeletes)
+{
+    auto& screen = OpenScreen();
+    SetRate(screen, 4, "440");
+    practice.Write("Delete * from Tarif");
+    Quit(screen);
+    EXPECT_EQ(Stored().value(4), "440");
+
+    auto& again = desk.Open<Tarifs>();
+    SetRate(again, 5, "520");
+    practice.Write("Delete * from Tarif");
+    practice.Write("Insert into Tarif (C) values (1)"); // another row in its place
+    Quit(again);
+    EXPECT_EQ(Stored().value(0), "0");
+    EXPECT_EQ(Stored().value(4), "440");
+    EXPECT_EQ(Stored().value(5), "520");
+}

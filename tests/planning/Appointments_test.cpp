@@ -1,0 +1,172 @@
+#include "planning/Planning.h"
+
+#include "core/globals.h"
+#include "support/Accessibility.h"
+#include "support/Cells.h"
+#include "support/Practice.h"
+#include "support/Reports.h"
+#include "support/ScriptedDesk.h"
+
+#include <gtest/gtest.h>
+
+using forms::Icon;
+using planning::Planning;
+using tests::RowOf;
+
+namespace {
+
+class Appointments : public testing::Test {
+protected:
+    Planning& OpenScreen()
+    {
+        practice.Open();
+        return desk.Open<Planning>();
+    }
+
+    void Appointment(int unit, const dao::Value& slot, const dao::Value& patient = 1)
+    {
+        practice.Add("Plani", {{"date", "17/06/2008"}, {"Num_Presta", unit}, {"HH", slot}, {"num_patient", patient}});
+    }
+
+    /// A template of the practice's own that prints what is selected.
+    void PutTemplate()
+    {
+        QFile file(practice.File("Planning.RPT"));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write("title = 'Planning'\n[[heading]]\ntext = '{ch4}'\n[rows]\n"
+                   "select = 'select num from Plani where {selection}'\n"
+                   "[[column]]\nheading = 'N'\nfield = 'num'\nwidth_mm = 20\n");
+    }
+
+    static void OpenList(Planning& board, int unit)
+    {
+        Click(board.Grid1, unit);
+        Click(board.Image1[Planning::OpenList]);
+        ASSERT_TRUE(board.SSPanel1.isVisible());
+    }
+
+    QString Heading() { return practice.Ask("select ch4 from textes").Text(); }
+
+    tests::Practice practice;
+    ScriptedDesk desk;
+};
+
+} // namespace
+
+TEST_F(Appointments, AreListedByHourWithTheirPatients)
+{
+    practice.Add("Patients", {{"nom", "Haddad"}, {"Prenom", "Ali"}, {"tel", "0550"}, {"N_carte", "0042"}});
+    practice.Add("Patients",
+                 {{"nom", "Ziani"}, {"Prenom", "Nora"}, {"tel", ""}, {"ville", "Sétif"}, {"N_carte", " 7"}});
+    Appointment(2, 9, 2);
+    Appointment(2, 0, 3);
+    Appointment(2, 0, 99); // the patient is gone
+    Appointment(2, 10, 1);
+    Appointment(2, -1, dao::Value());
+    Appointment(2, dao::Value(), 1);
+    Appointment(1, 3, 1);
+    practice.Add("Plani", {{"date", "18/06/2008"}, {"Num_Presta", 2}, {"HH", 1}, {"num_patient", 1}});
+
+    auto& board = OpenScreen();
+    DoubleClick(board.Grid1, 1);
+
+    EXPECT_TRUE(board.SSPanel1.isVisible());
+    EXPECT_FALSE(board.SSPanel4.isEnabled());
+    EXPECT_EQ(board.UnitLine.text(), "Unité : ECG");
+    EXPECT_EQ(board.DayLine.text(), "Journée du Mar  17/06/2008");
+    ASSERT_EQ(board.Grid2.Rows(), 6);
+    EXPECT_EQ(RowOf(board.Grid2, 0), QStringList({"1", "", " Benali", " Zoé", "", "", ""})); // no hour at all
+    EXPECT_EQ(RowOf(board.Grid2, 1), QStringList({"2", "", "", "", "", "", ""}));
+    EXPECT_EQ(RowOf(board.Grid2, 2), QStringList({"3", " 8-9", " Ziani", " Nora", " ", " Sétif", "  7"}));
+    EXPECT_EQ(RowOf(board.Grid2, 3), QStringList({"4", " 8-9", "", "", "", "", ""}));
+    EXPECT_EQ(RowOf(board.Grid2, 4), QStringList({"5", " 17-18", " Haddad", " Ali", " 0550", "", " 0042"}));
+    EXPECT_EQ(RowOf(board.Grid2, 5), QStringList({"6", "", " Benali", " Zoé", "", "", ""}));
+    EXPECT_EQ(board.Grid2.Row(), 0);
+    EXPECT_TRUE(board.Grid2.hasFocus());
+    EXPECT_EQ(AccessibilityFaults(board), QStringList());
+
+    Click(board.Image4[Planning::CloseList]);
+    EXPECT_TRUE(board.SSPanel4.isEnabled());
+    OpenList(board, 0); // one is enough, and nothing of the longer list is left
+    ASSERT_EQ(board.Grid2.Rows(), 1);
+    EXPECT_EQ(RowOf(board.Grid2, 0), QStringList({"1", " 11-12", " Benali", " Zoé", "", "", ""}));
+}
+
+TEST_F(Appointments, AreRefusedWhereThereAreNone)
+{
+    practice.Act({.num_presta = 2}); // performed, not programmed
+    Appointment(1, 0);
+    auto& board = OpenScreen();
+    Click(board.Grid1, 1);
+    desk.ExpectMessage("Aucune programmation pour cette unité", Icon::None, "");
+    Press(board.Grid1, Qt::Key_Return);
+    EXPECT_FALSE(board.SSPanel1.isVisible());
+    EXPECT_TRUE(board.SSPanel4.isEnabled());
+}
+
+TEST_F(Appointments, ArePrintedForOneUnitOrForAll)
+{
+    PutTemplate();
+    Appointment(2, 0);
+    auto& board = OpenScreen();
+    OpenList(board, 1);
+    Press(board.Grid2, Qt::Key_P, Qt::ControlModifier);
+    EXPECT_TRUE(board.SSPanel6.isVisible());
+    EXPECT_EQ(board.SSPanel6.Caption(), "Imprimer ...");
+    EXPECT_TRUE(board.SSOption1[Planning::CurrentUnit].isChecked());
+    ASSERT_TRUE(board.SSOption1[Planning::CurrentUnit].hasFocus());
+
+    tests::ExpectPreview(desk, "Planning 17-06-2008");
+    Press(board.SSOption1[Planning::CurrentUnit], Qt::Key_P, Qt::ControlModifier);
+    EXPECT_EQ(core::ReportName, "Planning.RPT");
+    EXPECT_EQ(Heading(), "Planning de la Journée du Mar  17/06/2008");
+    EXPECT_EQ(board.Report1.SelectionFormula, "{Plani.date} = date(2008,06,17) and {Plani.Num_Presta} = 2");
+    EXPECT_TRUE(board.SSPanel6.isVisible()); // stays as it was
+
+    tests::ExpectPreview(desk, "Planning 17-06-2008");
+    Press(board.SSOption1[Planning::CurrentUnit], Qt::Key_Down);
+    Click(board.Image4[Planning::Print]);
+    EXPECT_EQ(board.Report1.SelectionFormula, "{Plani.date} = date(2008,06,17)");
+    Click(board.Image4[Planning::CancelPrint]);
+    EXPECT_FALSE(board.SSPanel6.isVisible());
+    EXPECT_EQ(board.focusWidget(), &board.Grid2);
+
+    practice.Write("Update textes set ch4 = 'avant'");
+    tests::RemoveTemplate(practice, "Planning.RPT");
+    DoubleClick(board.Grid2, 0);
+    desk.ExpectMessage("Fichier Planning.RPT absent", Icon::Information, "ZEP Lumo");
+    Click(board.Image4[Planning::Print]);
+    EXPECT_EQ(Heading(), "avant");
+    EXPECT_TRUE(board.SSPanel6.isVisible());
+}
+
+TEST_F(Appointments, CloseTheirPanelsOneByOne)
+{
+    Appointment(1, 0);
+    Appointment(2, 0);
+    auto& board = OpenScreen();
+    OpenList(board, 0);
+    DoubleClick(board.Grid2, 0);
+    Press(board.SSOption1[Planning::CurrentUnit], Qt::Key_Escape);
+    EXPECT_FALSE(board.SSPanel6.isVisible());
+    EXPECT_TRUE(board.SSPanel1.isVisible());
+    Press(board.Grid2, Qt::Key_W, Qt::ControlModifier); // leaves nothing while a panel is open
+    EXPECT_TRUE(board.isVisible());
+    Press(board.Grid2, Qt::Key_Escape);
+    EXPECT_FALSE(board.SSPanel1.isVisible());
+    EXPECT_TRUE(board.Grid1.hasFocus());
+
+    OpenList(board, 0);
+    Click(board.Image4[Planning::OpenPrint]);
+    Click(board.Image4[Planning::CloseList]); // leaves the print options as they are
+    EXPECT_TRUE(board.SSPanel6.isVisible());
+    EXPECT_TRUE(board.SSPanel4.isEnabled());
+    PutTemplate();
+    Click(board.Grid1, 1);
+    tests::ExpectPreview(desk, "Planning 17-06-2008");
+    Click(board.Image4[Planning::Print]); // what is printed is the board's unit now
+    EXPECT_TRUE(board.Report1.SelectionFormula.endsWith("{Plani.Num_Presta} = 2"));
+    Press(board.Grid1, Qt::Key_Escape);
+    EXPECT_FALSE(board.SSPanel6.isVisible());
+    EXPECT_TRUE(board.isVisible());
+}
