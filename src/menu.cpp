@@ -29,18 +29,12 @@ void Show()
 core::ScreenOpeners MenuScreens()
 {
     return {
-        {"NActes", Show<acts::New_Act>},
-        {"NPatients", Show<acts::j_Client>},
-        {"mnu_Caisse", Show<cash::J_CAISSE>},
-        {"mnu_Deep", Show<expenses::F_Dep>},
-        {"mnu_Inst", Show<cash::F_Inst>},
-        {"mnu_asuppr", Show<acts::F_Sppr>},
-        {"mnu_Charges", Show<analysis::Chrges>},
-        {"mnu_mens", Show<analysis::Mens_Act>},
-        {"mnu_resultat", Show<analysis::Result>},
-        {"mnu_recette", Show<cash::Recettes>},
-        {"mnu_Prest", Show<catalogue::J_PROD>},
-        {"mnu_tarif", Show<catalogue::Tarifs>},
+        {"NActes", Show<acts::New_Act>},          {"NPatients", Show<acts::j_Client>},
+        {"mnu_Caisse", Show<cash::J_CAISSE>},     {"mnu_Deep", Show<expenses::F_Dep>},
+        {"mnu_Inst", Show<cash::F_Inst>},         {"mnu_asuppr", Show<acts::F_Sppr>},
+        {"mnu_Charges", Show<analysis::Chrges>},  {"mnu_mens", Show<analysis::Mens_Act>},
+        {"mnu_resultat", Show<analysis::Result>}, {"mnu_recette", Show<cash::Recettes>},
+        {"mnu_Prest", Show<catalogue::J_PROD>},   {"mnu_tarif", Show<catalogue::Tarifs>},
         {"mnu_Recap", Show<planning::Planning>},
     };
 }

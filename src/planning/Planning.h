@@ -104,8 +104,7 @@ private:
     void CountUnits(int column, const QString& dayOfTable);
     QString MonthDay(int day);
     void ShowDayList();
-    /// Fills in what is known of the patient; nothing where there is none.
-    void ShowPatient(int row, const dao::Recordset& appointment);
+    void ShowPatient(int row, const QStringList& patient);
     /// The unit on the current row of Grid1; 0 where there is none.
     dao::Key CurrentUnitKey() const;
 

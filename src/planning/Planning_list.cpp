@@ -1,5 +1,6 @@
 #include "planning/Planning.h"
 
+#include "core/NameLookup.h"
 #include "core/globals.h"
 #include "core/lists.h"
 #include "core/printing.h"
@@ -63,30 +64,30 @@ void Planning::LoadDayAppointments()
     Grid1.SetCol(Unit);
     UnitLine.setText("Unité : " + Grid1.Text(Grid1.Row(), Unit).trimmed());
     DayLine.setText(DayHeading.text());
-    QueryText =
-        "Select HH, nom, Prenom, tel, ville, N_carte from Plani left join Patients on Patients.num = num_patient"
-        " where Num_Presta = " +
-        QString::number(CurrentUnitKey()) + " and date = #" + DayDateUS + "# order by HH, Plani.num";
+    const dao::ReadTransaction oneLock(TheDatabase);
+    NameLookup patients(TheDatabase.OpenRecordset("select * from Patients order by num"),
+                        {"nom", "Prenom", "tel", "ville", "N_carte"});
+    QueryText = "Select * from Plani where Num_Presta = " + QString::number(CurrentUnitKey()) + " and date = #" +
+                DayDateUS + "# order by HH";
+    dao::Recordset appointments = TheDatabase.OpenRecordset(QueryText);
     Int16 nextRow;
-    for (dao::Recordset rows = TheDatabase.OpenRecordset(QueryText); !rows.IsEOF(); rows.MoveNext()) {
+    for (; !appointments.IsEOF(); appointments.MoveNext()) {
         const int row = TakeRow(Grid2, nextRow);
         Grid2.SetText(row, Number, PlainText(nextRow));
-        if (!rows["HH"].IsNull())
-            Grid2.SetText(row, Hour, List4.value(rows["HH"].Long()));
-        ShowPatient(row, rows);
+        if (!appointments["HH"].IsNull())
+            Grid2.SetText(row, Hour, List4.value(appointments["HH"].Long()));
+        if (const auto& patient = patients.Find(appointments["num_patient"]))
+            ShowPatient(row, *patient);
     }
     Grid2.SetRow(0);
     Grid2_Click();
 }
 
-void Planning::ShowPatient(int row, const dao::Recordset& appointment)
+void Planning::ShowPatient(int row, const QStringList& patient)
 {
-    const char* const fields[] = {"nom", "Prenom", "tel", "ville", "N_carte"};
-    for (int column = LastName; column <= Card; ++column) {
-        const dao::Field field = appointment[fields[column - LastName]];
-        if (!field.IsNull())
-            Grid2.SetText(row, column, " " + field.Text());
-    }
+    for (int column = LastName; column <= Card; ++column)
+        if (const QString& text = patient[column - LastName]; !text.isNull())
+            Grid2.SetText(row, column, " " + text);
 }
 
 void Planning::PrintPlanning()

@@ -5,6 +5,7 @@
 #include "faults/Rounds.h"
 #include "support/ChildProcess.h"
 #include "support/FolderInMemory.h"
+#include "support/Globals.h"
 #include "support/OtherProgram.h"
 #include "support/Practice.h"
 #include "support/Printing.h"
@@ -21,6 +22,19 @@ constexpr const char* Rows = R"(
     with recursive n(i) as (select 1 union all select i + 1 from n where i < 3000)
         insert into Recettes (num, objet, montant) select i, 'Coton', i from n;
 )";
+
+dao::Value Answer(const char* statement)
+{
+    return core::TheDatabase.OpenRecordset(statement).Fields(0).Get();
+}
+
+dao::Key KeyOfNewRow(const char* table)
+{
+    dao::Recordset rows = core::TheDatabase.OpenRecordset(table);
+    rows.AddNew();
+    rows.Update();
+    return rows.LastKey();
+}
 
 } // namespace
 
@@ -60,11 +74,11 @@ TEST(KilledUpgrade, LeavesThePracticeAsItWasOrBringsItUpToDate)
 
         const ScriptedDesk desk; // no message is expected
         practice.Open();
-        EXPECT_EQ(practice.Ask("select count(num) from Recettes").Long(), 3000);
-        EXPECT_EQ(practice.Ask("select sum(montant) from Recettes").Double(), 3000. * 3001 / 2);
-        EXPECT_EQ(practice.Add("Recettes", {}), 3001);
-        EXPECT_EQ(practice.Add("Presta", {}), 10) << "an appointment holds 9";
-        core::ResetGlobals();
+        EXPECT_EQ(Answer("select count(num) from Recettes").Long(), 3000);
+        EXPECT_EQ(Answer("select sum(montant) from Recettes").Double(), 3000. * 3001 / 2);
+        EXPECT_EQ(KeyOfNewRow("Recettes"), 3001);
+        EXPECT_EQ(KeyOfNewRow("Presta"), 10) << "an appointment holds 9";
+        tests::ResetGlobals();
     }
     EXPECT_GT(broughtUpToDate, 0);
 }

@@ -1,5 +1,6 @@
 #include "support/Practice.h"
 #include "support/Globals.h"
+#include "support/OtherProgram.h"
 
 #include "core/configuration.h"
 #include "core/globals.h"
@@ -111,12 +112,13 @@ dao::Key Practice::Appointment(const QString& day)
 
 void Practice::Write(const QString& statement)
 {
-    Database().Execute(statement, dao::FailOnError);
+    const QByteArray sql = statement.toUtf8();
+    EXPECT_EQ(OtherProgram(File("ZEP_ONE.MDB")).Run(sql.constData()), SQLITE_OK) << sql.constData();
 }
 
 void Practice::Remove(const QString& table, dao::Key key)
 {
-    Write("Delete * from " + table + " where num = " + QString::number(key));
+    Write("delete from " + table + " where num = " + QString::number(key));
 }
 
 dao::Value Practice::Stored(const QString& table, dao::Key key, const char* field)

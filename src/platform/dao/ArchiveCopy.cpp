@@ -1,5 +1,6 @@
 #include "platform/dao/ArchiveCopy.h"
 
+#include "platform/basic/OwnerOnly.h"
 #include "platform/dao/Errors.h"
 #include "platform/dao/Opening.h"
 
@@ -125,7 +126,7 @@ void RequirePlaces(const QString& source, const QString& target)
 void CopyDatabase(const QString& source, const QString& target)
 {
     RequirePlaces(source, target);
-    const auto ownerOnly = ForOwnerOnly();
+    const auto ownerOnly = basic::ForOwnerOnly();
     const QString part = target + ".part";
     const auto removePart = [&part] {
         for (const char* const ending : {"", "-journal", "-wal", "-shm"})

@@ -1,3 +1,4 @@
+#include "platform/basic/OwnerOnly.h"
 #include "platform/dao/Engine.h"
 #include "platform/dao/Errors.h"
 #include "platform/dao/Opening.h"
@@ -17,7 +18,7 @@ void CreateDatabase(const QString& path, const QString& schema)
     if (!QFileInfo(file.absolutePath()).isDir())
         throw RuntimeError(Error::PathNotFound);
 
-    const auto ownerOnly = ForOwnerOnly();
+    const auto ownerOnly = basic::ForOwnerOnly();
     auto removeHalfMade = qScopeGuard([&path] {
         for (const char* const ending : {"", "-journal", "-wal", "-shm"})
             QFile::remove(path + ending);

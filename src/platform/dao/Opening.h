@@ -2,9 +2,7 @@
 
 #include "platform/dao/Sqlite.h"
 
-#include <QScopeGuard>
 #include <QString>
-#include <sys/stat.h>
 
 namespace dao {
 
@@ -37,12 +35,6 @@ void RequireFile(const QString& path);
 /// Whether the file or folder may be written, by its mode as well as by our rights (an administrator's rights go past a
 /// mode that was meant to protect it).
 bool IsWritable(const QString& path);
-
-/// Files that are made while what it returns lives are readable by their owner alone.
-[[nodiscard]] inline auto ForOwnerOnly()
-{
-    return qScopeGuard([before = ::umask(S_IRWXG | S_IRWXO)] { ::umask(before); });
-}
 
 /// The path as system calls take it.
 std::string SystemPath(const QString& path);

@@ -73,8 +73,20 @@ constexpr Wording Wordings[] = {
     {"^near \"(.*)\": syntax error", Error::SyntaxError, "erreur de syntaxe près de « %1 »"},
     {"^incomplete input", Error::SyntaxError, "interrogation incomplète"},
     {"^unrecognized token: \"?(.*?)\"?$", Error::SyntaxError, "signe inattendu « %1 »"},
-    {"^not authorized|is prohibited", Error::ReadOnly,
-     "seul « select » est permis : un état lit la base et n'y écrit jamais"},
+    {"^not authorized|is prohibited", Error::ReadOnly, "seul « select » est permis"},
+    {"^wrong number of arguments to function (.*)\\(\\)", Error::SyntaxError,
+     "nombre d'arguments incorrect pour la fonction « %1 »"},
+    {"^misuse of .*?(\\w+)\\(\\)", Error::SyntaxError, "la fonction « %1 » ne peut pas être employée ici"},
+    {"^misuse of aggregate: (\\w+)", Error::SyntaxError, "la fonction « %1 » ne peut pas être employée ici"},
+    {"^no such window: (.*)", Error::SyntaxError, "fenêtre inconnue « %1 »"},
+    {"^circular reference: (.*)", Error::SyntaxError, "« %1 » est défini par lui-même"},
+    {"ORDER BY term", Error::SyntaxError, "« order by » nomme un champ que « select » ne donne pas"},
+    {"^SELECTs to the left and right of", Error::SyntaxError,
+     "les « select » réunis n'ont pas le même nombre de champs"},
+    {"^sub-select returns|^row value misused", Error::SyntaxError, "une valeur est attendue et non plusieurs"},
+    {"^no tables specified", Error::SyntaxError, "« select * » sans table"},
+    {"HAVING", Error::SyntaxError, "« having » sans « group by »"},
+    {"too large|too many|stack overflow|^at most", Error::SyntaxError, "l'interrogation est trop compliquée"},
 };
 
 StatementError Refusal(Error error, const QString& reason, int line = 0)
@@ -109,8 +121,7 @@ int LineOfMistake(sqlite3* database, const QByteArray& sql, const QString& name)
             throw Refusal(wording.error, QString::fromUtf8(wording.reason).replace("%1", match.captured(1)),
                           LineOfMistake(database, sql, match.captured(1)));
     }
-    throw Refusal(Error::SyntaxError, QStringLiteral("interrogation incorrecte (%1)").arg(message),
-                  LineOfMistake(database, sql, {}));
+    throw Refusal(Error::SyntaxError, "SQLite refuse cette interrogation", LineOfMistake(database, sql, {}));
 }
 
 /// Blanks, semicolons and comments may follow a statement; another statement may not.

@@ -1,7 +1,7 @@
 #include "platform/paper/PdfFile.h"
 
+#include "platform/basic/OwnerOnly.h"
 #include "platform/basic/RuntimeError.h"
-#include "platform/dao/OwnerOnly.h"
 #include "platform/pages/PageLayout.h"
 #include "platform/pages/PageMeasures.h"
 #include "platform/paper/PagePainter.h"
@@ -21,7 +21,7 @@ constexpr int PdfResolution = 1200; // dots per inch
 /// Opens a temporary file beside `file`'s path that only its owner can read; committing renames it to that path.
 void OpenForOwner(QSaveFile& file)
 {
-    const dao::OwnerOnly ownerOnly;
+    const auto ownerOnly = basic::ForOwnerOnly();
     if (file.open(QIODevice::WriteOnly) && file.setPermissions(QFile::ReadOwner | QFile::WriteOwner))
         return;
     const QFileInfo folder(QFileInfo(file.fileName()).path());

@@ -43,7 +43,8 @@ TEST(Colours, CanBeReadOnLightDarkAndHighContrastDesktops)
     for (const auto& desktop : desktops) {
         SCOPED_TRACE(desktop.name);
         const Colours c = forms::ColoursFrom(desktop.palette);
-        ExpectReadable(c.text, {c.window, c.raised, c.field, c.alternate, c.header, c.hover, c.selection, c.weekend, c.today},
+        ExpectReadable(c.text,
+                       {c.window, c.raised, c.field, c.alternate, c.header, c.hover, c.selection, c.weekend, c.today},
                        "text");
         ExpectReadable(c.quiet, {c.window, c.raised, c.header}, "quiet");
         ExpectReadable(c.disabled, {c.window, c.raised, c.field}, "disabled");

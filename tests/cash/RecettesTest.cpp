@@ -127,7 +127,7 @@ TEST_F(ActivityJournal, ReadsTheRatesAsWholeNumbersAndMakesTheRowWhenItIsMissing
     EXPECT_EQ(values(), QStringList({" 10 ", " 12 "}));
     practice.Write("Update Tarif set C = Null, K0 = -32768");
     EXPECT_EQ(values(), QStringList({"", "-32 768 "}));
-    practice.Write("Delete * from Tarif");
+    practice.Write("delete from Tarif");
     EXPECT_EQ(values(), QStringList({"", ""}));
     EXPECT_EQ(practice.Ask("select count(*) from Tarif").Long(), 1);
     EXPECT_EQ(values(), QStringList({"", ""}));

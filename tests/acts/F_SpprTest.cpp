@@ -2,6 +2,7 @@
 
 #include "core/globals.h"
 #include "core/printing.h"
+#include "platform/pages/PageLayout.h"
 #include "support/Accessibility.h"
 #include "support/Cells.h"
 #include "support/OtherProgram.h"
@@ -192,7 +193,7 @@ TEST_F(DeletedActs, ArePrintedWithTheTemplateBesideTheProgram)
     const QString kept = QString::number(Line("17/06/2008"));
     auto& screen = OpenScreen();
     core::TheDatabase.Execute("Update textes set ch1 = 'vieux', ch4 = 'vieux', ch5 = 'titre 5', ch10 = 'titre 10'");
-    core::TheDatabase.Execute("insert into Prov (num, unite) values (7, 'ancienne ligne')");
+    practice.Write("insert into Prov (num, unite) values (7, 'ancienne ligne')");
 
     core::ProgramFolder = practice.Folder() + "/ailleurs"; // the data folder isn't looked in
     desk.ExpectMessage("Fichier ZEP_Supp.RPT absent", Icon::Information, "Lumo Orvane");

@@ -191,7 +191,7 @@ TEST_F(Services, ModifiesInPlaceUntilANewOneWasEnteredAndAddsFromThenOn)
 
 TEST_F(Services, OpensInTheEntryOfTheFirstOneWhenThereIsNone)
 {
-    practice.Write("Delete * from Presta");
+    practice.Write("delete from Presta");
     auto& screen = OpenScreen();
     EXPECT_FALSE(IsListing(screen));
     EXPECT_EQ(screen.SSPanel2.Caption(), "NOUVELLE PRESTATION");
@@ -394,7 +394,7 @@ TEST_F(Services, TellOfALineThatIsGoneAndTouchNoOther)
     Press(screen.Grid1, Qt::Key_Delete);
 
     EXPECT_EQ(Column(screen, J_PROD::Name), QStringList({"Consultation", "Visite"}));
-    practice.Write("Delete * from Presta");
+    practice.Write("delete from Presta");
     tell();
     Press(screen.Grid1, Qt::Key_F2);
     tell();

@@ -60,7 +60,7 @@ protected:
 
 TEST_F(RunningCharges, MakesTheMissingRowWithItsRatesOnceAndForAllToSee)
 {
-    practice.Write("Delete * from Permn");
+    practice.Write("delete from Permn");
     auto& screen = OpenScreen();
 
     EXPECT_EQ(Texts(screen).join(""), "");
@@ -215,7 +215,7 @@ TEST_F(RunningCharges, StoresIntoTheRowAsItIsNow)
 
     auto& again = desk.Open<Chrges>();
     again.Text1[Chrges::Rent].setText("90");
-    practice.Write("Delete * from Permn");
+    practice.Write("delete from Permn");
     Store(again); // nothing that was typed is lost
     EXPECT_EQ(Stored(), "0|90|0|0|0|0|0|90|3");
     EXPECT_EQ(practice.Ask("select Taux_CNAS from Permn").Long(), 9);

@@ -71,7 +71,7 @@ TEST_F(Rates, GiveAnEmptyTableItsRow)
 TEST_F(Rates, AreReadByPositionAndRoundedToTheEvenNumber)
 {
     practice.Open();
-    core::TheDatabase.Execute("Insert into Tarif (C, K0, K4, K29, K30) values (1500, 200, -7, 32767, -32768)");
+    practice.Write("insert into Tarif (C, K0, K4, K29, K30) values (1500, 200, -7, 32767, -32768)");
     tests::OtherProgram other(practice.File("ZEP_ONE.MDB"));
     EXPECT_EQ(other.Run("update Tarif set K1 = 2.5, K2 = 3.5, K3 = 2.500001"), SQLITE_OK);
     auto& screen = desk.Open<Tarifs>();
@@ -153,14 +153,14 @@ TEST_F(Rates, AreNotLostWithARowThatAnotherProgramDeletes)
 {
     auto& screen = OpenScreen();
     SetRate(screen, 4, "440");
-    practice.Write("Delete * from Tarif");
+    practice.Write("delete from Tarif");
     Quit(screen);
     EXPECT_EQ(Stored().value(4), "440");
 
     auto& again = desk.Open<Tarifs>();
     SetRate(again, 5, "520");
-    practice.Write("Delete * from Tarif");
-    practice.Write("Insert into Tarif (C) values (1)"); // another row in its place
+    practice.Write("delete from Tarif");
+    practice.Write("insert into Tarif (C) values (1)"); // another row in its place
     Quit(again);
     EXPECT_EQ(Stored().value(0), "0");
     EXPECT_EQ(Stored().value(4), "440");

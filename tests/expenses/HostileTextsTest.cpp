@@ -1,5 +1,5 @@
-#include "expenses/F_Dep.h"
 #include "support/HostileTexts.h"
+#include "expenses/F_Dep.h"
 #include "support/Practice.h"
 #include "support/Rows.h"
 #include "support/ScriptedDesk.h"

@@ -175,7 +175,7 @@ TEST_F(NetResult, TakesMissingOrNegativeChargesAsNone)
 {
     practice.Act({.montant = 70});
     for (const char* change :
-         {"Update Permn set Charge9 = null", "Update Permn set Charge9 = -5", "Delete * from Permn"}) {
+         {"Update Permn set Charge9 = null", "Update Permn set Charge9 = -5", "delete from Permn"}) {
         practice.Open();
         practice.Write(change); // behind the handle that was opened at the start
         auto& screen = desk.Open<Result>();

@@ -1,6 +1,6 @@
+#include "core/printing.h"
 #include "cash/J_CAISSE.h"
 #include "core/globals.h"
-#include "core/printing.h"
 #include "platform/basic/RuntimeError.h"
 #include "support/Reports.h"
 

@@ -33,12 +33,11 @@ protected:
     void SetUp() override
     {
         practice.Open();
-        dao::Transaction filling(core::TheDatabase);
-        for (int service = 2; service < ServiceCount; ++service)
-            core::TheDatabase.Execute(QString("Insert into Presta (denom, Ordre) values ('S%1', %1)").arg(service));
-        core::TheDatabase.Execute("Insert into Tarif (C) values (0)");
-        filling.Commit();
         core::TheDatabase.Close();
+        practice.Write(QString("with recursive n(i) as (select 2 union all select i + 1 from n where i < %1) "
+                               "insert into Presta (denom, Ordre) select 'S' || i, i from n")
+                           .arg(ServiceCount - 1));
+        practice.Write("insert into Tarif (C) values (0)");
     }
 
     /// Brings the last service behind the first, so that every place but one changes hands.

@@ -1,8 +1,8 @@
+#include "menu.h"
 #include "analysis/Chrges.h"
 #include "analysis/Mens_Act.h"
 #include "analysis/Result.h"
 #include "core/globals.h"
-#include "menu.h"
 #include "support/MainWindow.h"
 #include "support/Practice.h"
 

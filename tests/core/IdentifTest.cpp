@@ -48,7 +48,7 @@ protected:
 
 TEST_F(Identification, MakesTheRowOfAPracticeThatLacksIt)
 {
-    practice.Write("Delete * from Permn");
+    practice.Write("delete from Permn");
     auto& screen = OpenScreen();
     EXPECT_EQ(screen.windowTitle(), " ");
     EXPECT_EQ(screen.SSPanel1.Caption(), "Identification");

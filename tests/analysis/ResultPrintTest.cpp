@@ -2,6 +2,7 @@
 #include "core/globals.h"
 #include "data/ConfigurationFile.h"
 #include "menu.h"
+#include "platform/pages/PageLayout.h"
 #include "support/MainWindow.h"
 #include "support/Reports.h"
 
@@ -146,7 +147,7 @@ TEST_F(ResultPrinting, SpeaksArabicFromTheMenuToThePaper)
         EXPECT_GT(right, title.width() - 16);
 
         desk.WhenModal<report::PreviewWindow>([&](report::PreviewWindow& preview) {
-            for (const report::Run& run : preview.Pages().MakePage(0).runs)
+            for (const pages::Run& run : preview.Pages().MakePage(0).runs)
                 printed << run.text;
             preview.Unload();
         });

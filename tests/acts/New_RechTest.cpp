@@ -21,7 +21,7 @@ class PatientSearch : public testing::Test {
 protected:
     PatientSearch()
     {
-        practice.Write("Delete * from Patients");
+        practice.Write("delete from Patients");
         practice.Add("Patients", {{"nom", "Mazari"},
                                   {"Prenom", "Ali"},
                                   {"Naiss", "29/02/1960"},
