@@ -41,7 +41,7 @@ public:
         QApplication::processEvents();
         if (auto* opening = dynamic_cast<core::Auteur*>(&form)) {
             opening->Dir1.SetPath(folder);
-            opening->Text1.setText(QString::number(practice::demoAccessCode));
+            opening->Text1.setText(QString::number(practice::DemoAccessCode));
             opening->Image2_Click(0);
         } else if (auto* picker = dynamic_cast<core::Q_Date_2*>(&form)) {
             picker->Image2[0].click();
