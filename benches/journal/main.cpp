@@ -88,7 +88,7 @@ void MeasureMemory(Figures& figures)
     screen.Load();
     screen.show();
     Show(screen, JournalPractice::Most);
-    figures.Tell("memory of the screen at its limit", ResidentMegabytes() - before, "MB", 40);
+    figures.Print("memory of the screen at its limit", ResidentMegabytes() - before, "MB", 40);
 }
 
 /// The detail on paper, without its pages and with them.
@@ -105,7 +105,7 @@ void MeasureDetail(Figures& figures, PlainJournal& plain, PreviewingDesk& desk)
         screen.Image4_Click(cash::Recettes::Accept);
         times.push_back(desk.visible);
     }
-    figures.Tell("detail of 16,352 acts, click to visible page", Median(times), "ms", 400);
+    figures.Print("detail of 16,352 acts, click to visible page", Median(times), "ms", 400);
 
     plain.Read(JournalPractice::Most);
     const dao::KeyList keys(plain.ListedKeys().begin(), plain.ListedKeys().end());

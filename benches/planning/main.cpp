@@ -242,7 +242,7 @@ void MeasurePrint(Figures& figures)
         board.Image4_Click(Planning::Print);
     }
     Require(desk.visible.size() == prints, "no preview came");
-    figures.Tell("planning of all units, click to visible page", Median(desk.visible), "ms", 100);
+    figures.Print("planning of all units, click to visible page", Median(desk.visible), "ms", 100);
 }
 
 } // namespace
