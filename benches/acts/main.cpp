@@ -72,7 +72,7 @@ double MeasureSheet(Figures& figures, const PlainDatabase& plain)
     PlainSheet plainSheet(plain);
     const Times filled = figures.Compare(
         "sheet of 250 acts, filled", {.measured = 51}, [&] { plainSheet.Read(); }, [&] { sheet.ShowDay(); },
-        {.ratio = 6});
+        {.ratio = 4});
     figures.Compare(
         "sheet of 250 acts, filled and painted", {.measured = 51}, [&] { plainSheet.Read(); },
         [&] {

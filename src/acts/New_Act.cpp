@@ -215,6 +215,7 @@ void New_Act::FillDaySheet()
 {
     ClearDaySheet();
     OpenRecords();
+    const dao::ReadTransaction oneLock(TheDatabase);
     ServiceRow = 0;
     ActRow = 0;
     List1.clear();
