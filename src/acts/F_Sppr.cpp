@@ -127,6 +127,7 @@ void F_Sppr::FillDeletedGrid()
     if (JournalSet.RecordCount() == 0)
         return;
     const Hourglass pointer;
+    const dao::ReadTransaction oneLock(TheDatabase);
     NameLookup services(PrestaByNum, {"denom"});
     NameLookup patients(PatientsRS, {"nom", "Prenom"});
     NextRow = 0;

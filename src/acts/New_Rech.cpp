@@ -174,6 +174,7 @@ void New_Rech::FillResultGrid()
     List1.clear();
     ResultSet.Close(); // or opening the ordered set would make it read all of its rows
     ResultSet = TheDatabase.OpenRecordset(QueryText);
+    const dao::ReadTransaction oneLock(TheDatabase);
     NextRow = 0;
     for (; !ResultSet.IsEOF(); ResultSet.MoveNext())
         ListPatient();

@@ -101,6 +101,7 @@ void Recettes::AddJournalDetail(NameLookup& patients)
         return DetailActs.Close();
     Grid2.SetRows(DetailRow + DetailActs.RecordCount());
     const QString unit = " " + TextOrNothing(ServiceRecords["denom"]);
+    const dao::ReadTransaction oneLock(TheDatabase);
     for (DetailActs.MoveFirst(); !DetailActs.IsEOF(); DetailActs.MoveNext())
         AddDetailRow(unit, patients);
 }

@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <array>
+#include <memory>
 
 namespace dao {
 namespace {
@@ -97,19 +98,62 @@ QString TextArgument(sqlite3_value* value)
     return QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_value_text(value)), sqlite3_value_bytes(value));
 }
 
+bool IsAscii(char byte)
+{
+    return static_cast<signed char>(byte) >= 0;
+}
+
+char LowerCase(char ascii)
+{
+    return ascii >= 'A' && ascii <= 'Z' ? char(ascii - 'A' + 'a') : ascii;
+}
+
+/// A pattern of "like", ready to be matched with the texts of many rows.
+class Pattern {
+public:
+    explicit Pattern(const QString& pattern) : expression(ExpressionOf(pattern))
+    {
+        static const QRegularExpression plainStart(R"(\A[\w ']*)");
+        start = plainStart.match(pattern).captured().toUtf8();
+        if (const auto firstOther = std::ranges::find_if_not(start, IsAscii); firstOther != start.cend())
+            start.truncate(firstOther - start.cbegin());
+    }
+
+    bool Matches(sqlite3_value* text) const
+    {
+        return !BeginsOtherwise(text) && expression.isValid() && expression.match(TextArgument(text)).hasMatch();
+    }
+
+private:
+    /// Most rows of a table differ from what is sought in their first letters.
+    bool BeginsOtherwise(sqlite3_value* text) const
+    {
+        const auto* const bytes = reinterpret_cast<const char*>(sqlite3_value_text(text));
+        for (qsizetype at = 0; at < start.size() && IsAscii(bytes[at]); ++at)
+            if (LowerCase(bytes[at]) != LowerCase(start[at]))
+                return true;
+        return false;
+    }
+
+    QRegularExpression expression;
+    QByteArray start; ///< plain ASCII letters that the pattern begins with
+};
+
 /// like(pattern, text), as SQLite calls it for "text like pattern".
 void Like(sqlite3_context* context, int, sqlite3_value** arguments)
 {
     if (sqlite3_value_type(arguments[0]) == SQLITE_NULL || sqlite3_value_type(arguments[1]) == SQLITE_NULL)
         return;
-    const auto* known = static_cast<QRegularExpression*>(sqlite3_get_auxdata(context, 0));
-    const QRegularExpression expression = known != nullptr ? *known : ExpressionOf(TextArgument(arguments[0]));
-    const bool matches = expression.isValid() && expression.match(TextArgument(arguments[1])).hasMatch();
-    sqlite3_result_int(context, matches ? 1 : 0);
+    auto* pattern = static_cast<Pattern*>(sqlite3_get_auxdata(context, 0));
+    std::unique_ptr<Pattern> made;
+    if (pattern == nullptr) {
+        made = std::make_unique<Pattern>(TextArgument(arguments[0]));
+        pattern = made.get();
+    }
+    sqlite3_result_int(context, pattern->Matches(arguments[1]) ? 1 : 0);
     // Kept for the statement's next rows, as long as the pattern is one for all of them.
-    if (known == nullptr)
-        sqlite3_set_auxdata(context, 0, new QRegularExpression(expression),
-                            [](void* kept) { delete static_cast<QRegularExpression*>(kept); });
+    if (made)
+        sqlite3_set_auxdata(context, 0, made.release(), [](void* kept) { delete static_cast<Pattern*>(kept); });
 }
 
 } // namespace
