@@ -3,12 +3,12 @@
 #include "core/NameLookup.h"
 #include "platform/dao/Recordset.h"
 
-/// What the lists of acts have in common.
 namespace forms {
 class FigureLabel;
 class Grid;
 } // namespace forms
 
+/// What the lists of acts have in common.
 namespace cash {
 
 /// The columns that every list of acts begins with.

@@ -30,7 +30,7 @@ QList<Grid::Column> CodeColumns()
     return columns;
 }
 
-/// A text for a control that would take "&" as the mark of a letter.
+/// Escapes "&" for a control that reads it as the mark of a mnemonic.
 QString PlainCaption(QString text)
 {
     return text.replace('&', "&&");
@@ -73,12 +73,17 @@ void Recettes::Form_Load()
     SSTab1.setCurrentIndex(RecapTab);
     SetupJournalGrids();
     FillPayLists(List_R, List_HH);
-    ActsByNum = TheDatabase.OpenRecordset("select * from Actes order by num");
-    PatientLookup = TheDatabase.OpenRecordset("select * from Patients order by num");
+    OpenLookups();
     TariffRecord = OpenTariffs();
     Rates = ReadTariffs(TariffRecord);
     Values = Valuation(Rates);
     ChooseDates();
+}
+
+void Recettes::OpenLookups()
+{
+    ActsByNum = TheDatabase.OpenRecordset("select * from Actes order by num");
+    PatientLookup = TheDatabase.OpenRecordset("select * from Patients order by num");
 }
 
 void Recettes::SetupJournalGrids()

@@ -99,6 +99,7 @@ private:
     void BuildForm();
     void BuildPages();
     void BuildScopePanel();
+    void OpenLookups();
     void SetupJournalGrids();
 
     void ChooseDates();
@@ -119,12 +120,13 @@ private:
     void AddJournalRow();
     void ShowTotals();
     void ShowCodeCounts();
+    std::vector<core::PrintStep::Heading> JournalHeadings() const;
     void Print(core::PrintStep step);
     void PrintActs(const QString& what, std::function<QList<ValuedAct>()> acts);
 
     core::TariffRates Rates{}; ///< read once, as the screen opens
     CodeTally CodeCounts;
-    Valuation Values;   ///< of the acts in Grid2, one going on where the one before has left off
+    Valuation Values;   ///< of the acts in Grid2; the last code carries over from act to act, across services and fills
     QString FromDateUS; ///< chosen bounds as mm/dd/yyyy
     QString ToDateUS;
     basic::Int16 JournalRow; ///< current row of Grid1, index into LRecap

@@ -15,7 +15,7 @@ namespace {
 
 constexpr int MostDetailRows = 16352;
 
-void EmptyFirstCells(Grid& grid, int row, int from, int to)
+void EmptyCells(Grid& grid, int row, int from, int to)
 {
     for (int column = from; column <= to; ++column)
         grid.SetText(row, column, "");
@@ -31,6 +31,8 @@ void ShowAmount(FigureLabel& total, double dinars, const QString& mask)
 void Recettes::FillJournal()
 {
     ClearJournal();
+    OpenLookups(); // acts and patients that another program has added since are found too
+    const dao::ReadTransaction oneState(TheDatabase);
     NameLookup patients(PatientLookup, {"nom", "Prenom"});
     QueryText = "Select * from Presta order by ordre";
     ServiceRecords = TheDatabase.OpenRecordset(QueryText);
@@ -47,11 +49,11 @@ void Recettes::FillJournal()
 void Recettes::ClearJournal()
 {
     Grid1.SetRows(1);
-    EmptyFirstCells(Grid1, 0, Unit, Received);
+    EmptyCells(Grid1, 0, Unit, Received);
     Grid2.SetRows(1);
-    EmptyFirstCells(Grid2, 0, ActUnit, Amount);
+    EmptyCells(Grid2, 0, ActUnit, Amount);
     for (int row = 0; row < TariffCount; ++row)
-        EmptyFirstCells(Grid3, row, FirstCount, LastCount);
+        EmptyCells(Grid3, row, FirstCount, LastCount);
     for (int total = 0; total < LT.Size(); ++total)
         LT[total].setText("");
     CodeCounts.Clear();
@@ -101,7 +103,6 @@ void Recettes::AddJournalDetail(NameLookup& patients)
         return DetailActs.Close();
     Grid2.SetRows(DetailRow + DetailActs.RecordCount());
     const QString unit = " " + TextOrNothing(ServiceRecords["denom"]);
-    const dao::ReadTransaction oneLock(TheDatabase);
     for (DetailActs.MoveFirst(); !DetailActs.IsEOF(); DetailActs.MoveNext())
         AddDetailRow(unit, patients);
 }

@@ -62,26 +62,25 @@ void Recettes::BuildPages()
 
     AddPage(SSTab1, "Récap 1",
             Row{
-                Column{
+                Item::Growing(Column{
                     Item::Growing(Grid1),
                     Totals(Grid1, {Caption("LTotal1", "Total"), Under(Grid1, Count, ActsTotal),
                                    Under(Grid1, Received, ReceivedTotal), Under(Grid1, Theoretical, TheoreticalTotal)}),
-                },
+                }),
                 Item::Gap(),
                 Column{
                     Row{Image3[PrintRecap], Label5[PrintRecap]},
                     Row{Image3[PrintDetail], Label5[PrintDetail]},
                     Item::Stretch(),
                 },
-                Item::Stretch(),
             });
+    const auto count = [this](int state) { return Under(Grid3, FirstCount + state, LT[state]); };
     AddPage(SSTab1, "Récap 2",
             Row{
                 Column{
                     Item::Growing(Grid3),
-                    Totals(Grid3, {Caption("LTotal2", "Total"), Under(Grid3, 1, LT[0]), Under(Grid3, 2, LT[1]),
-                                   Under(Grid3, 3, LT[2]), Under(Grid3, 4, LT[3]), Under(Grid3, 5, LT[4]),
-                                   Under(Grid3, 6, LT[5]), Under(Grid3, 7, LT[6])}),
+                    Totals(Grid3, {Caption("LTotal2", "Total"), count(0), count(1), count(2), count(3), count(4),
+                                   count(5), count(6)}),
                 },
                 Item::Gap(),
                 Column{Row{Image3[PrintCodes], Label5[PrintCodes]}, Item::Stretch()},

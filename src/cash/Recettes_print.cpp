@@ -10,14 +10,19 @@ using namespace forms;
 
 namespace cash {
 
+std::vector<PrintStep::Heading> Recettes::JournalHeadings() const
+{
+    return {{"ch4", SSPanel2.Caption()},
+            {"ch5", SSPanel1.Caption()},
+            {"ch6", ActsTotal.text()},
+            {"ch7", ReceivedTotal.text()}};
+}
+
 void Recettes::PrintJournalRecap()
 {
     // Grid1 stays on its row: the scope panel offers the service that the user sees chosen.
     Print({.reportName = "ZEP_RCAP.RPT",
-           .headings = {{"ch4", SSPanel2.Caption()},
-                        {"ch5", SSPanel1.Caption()},
-                        {"ch6", ActsTotal.text()},
-                        {"ch7", ReceivedTotal.text()}},
+           .headings = JournalHeadings(),
            .scratchTable = "Prov",
            .fillRows =
                [this](ScratchRows& rows) {
@@ -32,23 +37,24 @@ void Recettes::PrintJournalRecap()
 
 void Recettes::PrintCodeMatrix()
 {
-    Print({.reportName = "ZEP_RCP2.RPT",
+    RunPrintStep(Report1, {.reportName = "ZEP_RCP2.RPT",
            .headings = {{"ch4", SSPanel1.Caption()}},
            .scratchTable = "RCP2",
            .fillRows =
                [this](ScratchRows& rows) {
                    for (int row = 0; row < TariffCount; ++row) {
                        Grid3.SetRow(row);
-                       const auto count = [&](int column) { return Val(Grid3.Text(row, column)); };
+                       const auto count = [&](int state) { return Val(Grid3.Text(row, FirstCount + state)); };
                        rows.Add({{"denom", Grid3.Text(row, Code).trimmed()},
-                                 {"C1", count(1)},
-                                 {"C2", count(2)},
-                                 {"C3", count(3)},
-                                 {"C4", count(4)},
-                                 {"C5", count(5)},
-                                 {"C6", count(6)},
-                                 {"C7", count(7)}});
+                                 {"C1", count(0)},
+                                 {"C2", count(1)},
+                                 {"C3", count(2)},
+                                 {"C4", count(3)},
+                                 {"C5", count(4)},
+                                 {"C6", count(5)},
+                                 {"C7", count(6)}});
                    }
+                   Grid3_Click();
                },
            .proposedName = windowTitle() + " par code " + SSPanel1.Caption().simplified()});
 }
@@ -77,16 +83,13 @@ void Recettes::PrintAllDetail()
 void Recettes::PrintActs(const QString& what, std::function<QList<ValuedAct>()> acts)
 {
     Print({.reportName = "ZEP_DTAL.RPT",
-           .headings = {{"ch4", SSPanel2.Caption()},
-                        {"ch5", SSPanel1.Caption()},
-                        {"ch6", ActsTotal.text()},
-                        {"ch7", ReceivedTotal.text()}},
+           .headings = JournalHeadings(),
            .scratchTable = "Prov",
            .fillRows = [acts = std::move(acts)](ScratchRows& rows) { AddRows(rows, acts()); },
            .proposedName = "Détail" + what + " " + SSPanel1.Caption().simplified()});
 }
 
-/// Runs a printing step. Its own hourglass ends the one that a refused period has left.
+/// Runs a printing step and removes the hourglass that a refused period has left once the rows are written.
 void Recettes::Print(PrintStep step)
 {
     step.fillRows = [this, fill = std::move(step.fillRows)](ScratchRows& rows) {

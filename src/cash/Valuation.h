@@ -12,7 +12,7 @@ namespace cash {
 
 /// What an act is worth in dinars, by its payment state: a settled act its rate, an underpaid one what is still due of
 /// it, an overpaid one what was received, all others nothing. `codeIndex` is the position of the code's rate. Raises 9
-/// where a rate is asked for that there isn't.
+/// for a position outside the table of rates.
 double TheoreticalValue(const core::TariffRates& rates, int flag_R, int codeIndex, double amount);
 
 /// Values one act after the other. An act without a code has the code of the act before it, the first one "C".

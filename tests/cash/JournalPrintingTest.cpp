@@ -185,7 +185,7 @@ TEST_F(JournalPrinting, PrintsTheListedActsAsTheyAreAtThePrint)
     const QStringList rows{Row(second, "100"), Row(first, "400"), Row(third, "0"), Row(unpaid, "0"),
                            Row(withoutCode, "10")};
     EXPECT_EQ(Scratch(), rows);
-    EXPECT_EQ(Headings()[2], "5");
+    EXPECT_EQ(Headings(), QStringList({"Journal d'activité de la", "Période du  Lun  16/06/2008 au Mar  17/06/2008", "5", "  405 ", "titre 8"}));
 
     tests::ExpectPreview(desk, "Journal d'activité Période du Lun 16-06-2008 au Mar 17-06-2008");
     Print(screen, Recettes::PrintRecap);
@@ -257,6 +257,17 @@ TEST_F(JournalPrinting, ChangesNothingWithoutATemplate)
     EXPECT_EQ(Codes(), QStringList("ancienne ligne|-|-|-|-|-|-|-"));
 }
 
+TEST_F(JournalPrinting, ValuesAnActThatHasArrivedSinceTheScreenOpened)
+{
+    auto& screen = OpenOnPeriod();
+    const dao::Key arrived = practice.Act({.montant = 70, .flag_R = PaymentCode::RPlus, .num_presta = 3});
+    Click(screen.Image1[Recettes::OtherDates]);
+    Click(screen.Dates.Image2[PeriodChooser::AcceptPeriod]);
+    tests::ExpectPreview(desk, "Détail Période du Lun 16-06-2008 au Mar 17-06-2008");
+    PrintScope(screen, Recettes::AllUnits);
+    EXPECT_TRUE(Scratch().contains(Row(arrived, "70"))) << Scratch().join(' ').toStdString();
+}
+
 TEST_F(JournalPrinting, EndsTheHourglassThatARefusedPeriodHasLeft)
 {
     auto& screen = OpenOnPeriod();
@@ -273,7 +284,7 @@ TEST_F(JournalPrinting, EndsTheHourglassThatARefusedPeriodHasLeft)
         EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
         preview.Unload();
     });
-    Print(screen, Recettes::PrintCodes);
+    Print(screen, Recettes::PrintRecap);
 
     refuse();
     screen.SSTab1.setCurrentIndex(Recettes::RecapTab);

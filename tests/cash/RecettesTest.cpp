@@ -226,6 +226,29 @@ TEST_F(ActivityJournal, EndsOnValuesThatNoListKnows)
     EXPECT_EQ(errorWith({.flag_R = PaymentCode::Gr, .Type = "K32767"}), Error::Overflow);
 }
 
+// Its code has no row of its own: the act counts among those of its payment state and nowhere else.
+TEST_F(ActivityJournal, CountsAnUnvaluedCodePastTheRatesByItsPaymentStateAlone)
+{
+    practice.Act({.flag_R = PaymentCode::NP, .Type = "K31"});
+    auto& screen = OpenScreen();
+    Click(screen.Dates.Image2[core::PeriodChooser::AcceptDay]);
+    QStringList totals;
+    for (int total = 0; total < screen.LT.Size(); ++total)
+        totals << screen.LT[total].text();
+    EXPECT_EQ(totals, QStringList({"1", "", "", "", "", "", ""}));
+    for (int row = 0; row < screen.Grid3.Rows(); ++row)
+        EXPECT_EQ(screen.Grid3.Text(row, Recettes::FirstCount), "") << row;
+}
+
+TEST_F(ActivityJournal, FindsWhatAnotherProgramHasAddedSinceItOpened)
+{
+    auto& screen = OpenScreen();
+    const dao::Key patient = practice.Patient("Nouveau", "Arrivé");
+    practice.Act({.montant = 70, .flag_R = PaymentCode::RPlus, .num_patient = int(patient)});
+    Click(screen.Dates.Image2[core::PeriodChooser::AcceptDay]);
+    EXPECT_EQ(screen.Grid2.Text(0, Recettes::Patient), "Nouveau Arrivé");
+}
+
 TEST_F(ActivityJournal, ShowsAPeriodByServiceByCodeAndActByAct)
 {
     practice.Service("Radiologie", -1);

@@ -48,8 +48,8 @@ void PrintEach(TourDesk& desk, Recettes& journal)
     Print(desk, journal.Image3[Recettes::PrintRecap], "ZEP_RCAP");
     for (const int scope : {Recettes::CurrentUnit, Recettes::AllUnits}) {
         journal.Image3[Recettes::PrintDetail].click();
-        desk.TakePicture(journal, "Recettes-Imprimer");
         journal.SSOption1[scope].click();
+        desk.TakePicture(journal, "Recettes-Imprimer");
         Print(desk, journal.Image4[Recettes::Accept], "ZEP_DTAL");
     }
 }

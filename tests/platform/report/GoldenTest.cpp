@@ -72,6 +72,7 @@ TEST(GoldenPages, DetailOfTheJournalHasReferenceValues)
 {
     ReportPractice practice;
     practice.AddActs(4, true);
+    practice.Add("Prov", {{"num", 999}, {"Mt", 0.0}}); // an act that was deleted since
     practice.SetTexts(
         {{"ch4", "Journal d'activité de la"}, {"ch5", "Journée du Mar  17/06/2008"}, {"ch6", "4"}, {"ch7", "   451 "}});
     ExpectGolden(practice.LayOut(practice.Template("ZEP_DTAL.RPT")), "ZEP_DTAL_journal");
