@@ -173,8 +173,8 @@ void New_Rech::FillResultGrid()
     Grid2.ClearToOneRow();
     List1.clear();
     ResultSet.Close(); // or opening the ordered set would make it read all of its rows
+    const dao::ReadTransaction oneState(TheDatabase);
     ResultSet = TheDatabase.OpenRecordset(QueryText);
-    const dao::ReadTransaction oneLock(TheDatabase);
     NextRow = 0;
     for (; !ResultSet.IsEOF(); ResultSet.MoveNext())
         ListPatient();

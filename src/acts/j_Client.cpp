@@ -78,6 +78,7 @@ void j_Client::FillPatientGrid()
     RecentPatients = ArchivedPatients = 0;
     {
         const Hourglass pointer;
+        const dao::ReadTransaction oneState(TheDatabase);
         PatientSet = TheDatabase.OpenRecordset(ListQuery);
         for (int row = 0; !PatientSet.IsEOF() && row < MostListed; ++row, PatientSet.MoveNext())
             ListPatient(row);
@@ -123,7 +124,7 @@ void j_Client::TogglePatientArchive()
 void j_Client::ShowCounts()
 {
     ListedPatients = Sum(RecentPatients, ArchivedPatients);
-    const auto show = [this](int count, int patients) { LT[count].setText(patients < 1 ? QString() : Str(patients)); };
+    const auto show = [this](int count, int patients) { LT[count].setText(patients < 1 ? QString() : QString::number(patients)); };
     show(Recent, RecentPatients);
     show(Archived, ArchivedPatients);
     show(Listed, ListedPatients);

@@ -116,7 +116,7 @@ void Result::ChoosePeriod()
                                        : " نـتـيجة الـنشاط مـن " + DateToQueryText(period->first) + " إلى " +
                                              DateToQueryText(period->last));
     PeriodDays = period->Days();
-    if (!PeriodChooser::IsInOrder(*period))
+    if (!Dates.IsInOrder(*period))
         return;
     const QString days = QString::number(PeriodDays);
     ShowCharges(PeriodDays * DayCharge,

@@ -118,7 +118,7 @@ void F_Inst::ChoosePeriod()
     // The heading shows the period that was asked for, also when it is refused next.
     SSPanel1.SetCaption("Période du  " + DayCaption(period->first).trimmed() + " au " +
                         DayCaption(period->last).trimmed());
-    if (!PeriodChooser::IsInOrder(*period))
+    if (!Dates.IsInOrder(*period))
         return;
     FillPendingList();
     Browse();

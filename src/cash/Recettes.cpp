@@ -211,7 +211,7 @@ void Recettes::ChoosePeriod()
     SSPanel1.SetCaption("Période du  " + DayCaption(period->first).trimmed() + " au " +
                         DayCaption(period->last).trimmed());
     // A refused period leaves its heading and the hourglass.
-    if (!PeriodChooser::IsInOrder(*period))
+    if (!Dates.IsInOrder(*period))
         return;
     FillJournal();
     Browse();

@@ -129,7 +129,7 @@ void J_PROD::EnterModification()
     if (LoadServiceFields())
         ShowEntry("MODIFICATION");
     else
-        TellItIsGone();
+        ReportGone();
 }
 
 bool J_PROD::LoadServiceFields()
@@ -183,7 +183,7 @@ void J_PROD::SaveService()
     if (IsNew)
         AddService();
     else if (!ChangeService())
-        return TellItIsGone();
+        return ReportGone();
     dao::DBEngine.Idle(1);
     MsgBox("Enregistrement réussi", Icon::Information, "Lumo Orvane");
     Grid1.setEnabled(true);
@@ -240,14 +240,14 @@ void J_PROD::DeleteService()
         return;
     const dao::Key service = List1[CurrentRow];
     if (IsUsedByAct(service))
-        return TellItIsUsed();
+        return ReportInUse();
     if (!ConfirmsDeletion(PlainText(CurrentRow + 1)))
         return;
     switch (Remove(service)) {
-    case Removal::IsUsed:
-        return TellItIsUsed();
-    case Removal::IsGone:
-        return TellItIsGone();
+    case Removal::InUse:
+        return ReportInUse();
+    case Removal::Gone:
+        return ReportGone();
     case Removal::Done:
         DropRow();
     }
@@ -257,10 +257,9 @@ J_PROD::Removal J_PROD::Remove(dao::Key service)
 {
     dao::Transaction removing(TheDatabase);
     if (IsUsedByAct(service)) // by an act that came while the question stood
-        return Removal::IsUsed;
-    if (!FindKey(ServiceRecords, service))
-        return Removal::IsGone;
-    ServiceRecords.Delete();
+        return Removal::InUse;
+    if (!DeleteKey(ServiceRecords, service))
+        return Removal::Gone;
     removing.Commit();
     return Removal::Done;
 }
@@ -272,12 +271,12 @@ bool J_PROD::IsUsedByAct(dao::Key service)
     return TheDatabase.OpenRecordset(QueryText).RecordCount() != 0;
 }
 
-void J_PROD::TellItIsUsed()
+void J_PROD::ReportInUse()
 {
     MsgBox("Cette prestation est incluse dans un acte", Icon::Critical, "ATTENTION");
 }
 
-void J_PROD::TellItIsGone()
+void J_PROD::ReportGone()
 {
     TellLineIsGone();
     DropRow();

@@ -11,10 +11,10 @@
 namespace catalogue {
 
 /// "Prestations": the services, their prices and the order in which every list of the program shows them. The first
-/// place is protected: what stands there is neither moved nor deleted, and nothing takes its place.
+/// place is protected: the service there is neither moved nor deleted, and nothing takes its place.
 ///
-/// A service is stored as it is accepted. Moves stay on the screen until "Quitter" writes the order; the close box
-/// drops them.
+/// A service is stored as it is accepted. Moves stay on the screen until "Quitter" writes the order;
+/// closing the window discards them.
 class J_PROD : public forms::Form {
     Q_OBJECT
 public:
@@ -36,10 +36,11 @@ public:
 
     /// Lists the services in their order; a table without any opens the entry of the first one.
     void LoadServices();
-    /// Stores what was typed: as a new row behind those listed when IsNew, else in the current service. One that is
-    /// gone is told and leaves the list.
+    /// Stores what was typed: as a new row behind those listed when IsNew, else in the current service. If
+    /// that row no longer exists, says so and removes it from the list.
     void SaveService();
-    /// Deletes the current service once the user has confirmed; the first one and one that an act includes stay.
+    /// Deletes the current service once the user has confirmed. Refuses the first service and any service that an
+    /// act uses.
     void DeleteService();
     /// Swaps the current service with its neighbour, on the screen alone.
     void MoveService(Move direction);
@@ -75,11 +76,11 @@ private:
     void WriteFields(int row);
     void ShowFields(int row);
 
-    enum class Removal { Done, IsUsed, IsGone };
+    enum class Removal { Done, InUse, Gone };
     Removal Remove(dao::Key service);
     static bool IsUsedByAct(dao::Key service);
-    static void TellItIsUsed();
-    void TellItIsGone();
+    static void ReportInUse();
+    void ReportGone();
     /// Takes the current service out of the list.
     void DropRow();
 

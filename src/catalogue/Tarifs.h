@@ -10,7 +10,7 @@
 namespace catalogue {
 
 /// "Tarifs des actes": the reference rates of the act codes. Changes are held in memory; the one button that leaves the
-/// screen stores all of them at once, the close box drops them.
+/// screen stores all of them at once; closing the window discards them.
 class Tarifs : public forms::Form {
     Q_OBJECT
 public:

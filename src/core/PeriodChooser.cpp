@@ -104,6 +104,7 @@ bool PeriodChooser::IsInOrder(const Period& period)
     if (period.Days() >= 0)
         return true;
     MsgBox("Dates inversées", Icon::Critical, "ZEP Lumo");
+    Text1[Last].setFocus();
     return false;
 }
 

@@ -44,7 +44,7 @@ public:
 
     /// Whether the bounds are in order; shows "Dates inversées" otherwise. An end one day before the start
     /// passes, on purpose: it is the empty period.
-    static bool IsInOrder(const Period& period);
+    bool IsInOrder(const Period& period);
 
 private:
     void BuildForm();

@@ -127,7 +127,7 @@ void F_Dep::ChoosePeriod()
     ConfigLines[LastDate] = period->last;
     // The heading shows the period that was asked for, also when it is refused next.
     SSPanel1.SetCaption("Dépenses du " + period->first + " au " + period->last);
-    if (!PeriodChooser::IsInOrder(*period))
+    if (!Dates.IsInOrder(*period))
         return;
     QueryText = "select * from Recettes where date >=#" + QueryDate(period->first) + "# and date <=#" +
                 QueryDate(period->last) + "#" + " order by date, num";
@@ -140,12 +140,13 @@ void F_Dep::FillExpenses()
     const Hourglass pointer;
     Grid1.ClearToOneRow();
     List1.clear();
+    const dao::ReadTransaction oneState(TheDatabase);
     ListRecordset = TheDatabase.OpenRecordset(QueryText);
     for (; !ListRecordset.IsEOF(); ListRecordset.MoveNext()) {
-        const dao::Field amount = ListRecordset["montant"];
+        const dao::Field object = ListRecordset["objet"];
         ShowRow(static_cast<int>(List1.size()),
-                {TextOrNothing(ListRecordset["Date"]), TextOrNothing(ListRecordset["objet"]).trimmed(),
-                 amount.IsNull() ? QString() : PlainText(amount.Double())});
+                {TextOrNothing(ListRecordset["Date"]), object.IsNull() ? QString() : object.Text().trimmed(),
+                 TextOrNothing(ListRecordset["montant"])});
         List1 << ListRecordset["num"].Key();
     }
     ShowTotal();
@@ -158,11 +159,10 @@ void F_Dep::ShowRow(int row, const TypedExpense& expense)
 {
     if (row >= Grid1.Rows())
         Grid1.AppendRow();
-    const auto withBlank = [](const QString& text, const QString& shown) { return text.isEmpty() ? QString() : shown; };
     Grid1.SetText(row, Number, QString::number(row + 1));
     Grid1.SetText(row, Date, expense.date);
-    Grid1.SetText(row, Object, withBlank(expense.object, " " + expense.object));
-    Grid1.SetText(row, Amount, withBlank(expense.amount, expense.amount + " "));
+    Grid1.SetText(row, Object, expense.object.isNull() ? QString() : " " + expense.object);
+    Grid1.SetText(row, Amount, expense.amount.isEmpty() ? QString() : expense.amount + " ");
 }
 
 void F_Dep::ShowTotal()
@@ -190,11 +190,10 @@ void F_Dep::OpenChange()
     ChangedRow = SelectedRow;
     SelectedNum = List1[ChangedRow];
     if (!FindKey(ListRecordset, SelectedNum))
-        return TellLineIsGone();
+        return DropLine(ChangedRow);
     EntryIsNew = false;
-    const dao::Field amount = ListRecordset["montant"];
     OpenEntry("MODIFICATION", {TextOrNothing(ListRecordset["Date"]), TextOrNothing(ListRecordset["objet"]),
-                               amount.IsNull() ? QString() : PlainText(amount.Double())});
+                               TextOrNothing(ListRecordset["montant"])});
 }
 
 void F_Dep::OpenEntry(const QString& title, const TypedExpense& shown)
@@ -210,7 +209,7 @@ void F_Dep::AcceptEntry()
     if (!typed)
         return;
     try {
-        SaveExpense(*typed);
+        WriteExpense(*typed);
     } catch (const RuntimeError& error) {
         switch (error.Code()) {
         case Error::ConversionFailed: // the field lets "12-05-2004" through
@@ -218,16 +217,17 @@ void F_Dep::AcceptEntry()
         case Error::Overflow:
             return SSPanel3.Refuse("Montant incorrect", SSPanel3.Amount);
         case Error::RecordDeleted:
-            TellLineIsGone();
-            break;
+            Browse();
+            return DropLine(ChangedRow);
         default:
             throw;
         }
     }
+    ShowSaved(*typed);
     Browse();
 }
 
-void F_Dep::SaveExpense(const TypedExpense& typed)
+void F_Dep::WriteExpense(const TypedExpense& typed)
 {
     if (!EntryIsNew && !FindKey(ListRecordset, SelectedNum))
         throw RuntimeError(Error::RecordDeleted);
@@ -247,7 +247,10 @@ void F_Dep::SaveExpense(const TypedExpense& typed)
     }
     ListRecordset.Update();
     dao::DBEngine.Idle(1);
+}
 
+void F_Dep::ShowSaved(const TypedExpense& typed)
+{
     const int row = EntryIsNew ? static_cast<int>(List1.size()) : ChangedRow;
     if (EntryIsNew)
         List1 << ListRecordset.LastKey();
@@ -287,9 +290,16 @@ void F_Dep::DeleteExpense()
     if (List1.isEmpty() || !ConfirmsDeletion(QString::number(SelectedRow + 1)))
         return;
     if (!DeleteKey(ListRecordset, List1[SelectedRow]))
-        TellLineIsGone();
+        return DropLine(SelectedRow);
     dao::DBEngine.Idle(1);
     RemoveLine(SelectedRow);
+    ShowTotal();
+}
+
+void F_Dep::DropLine(int row)
+{
+    TellLineIsGone();
+    RemoveLine(row);
     ShowTotal();
 }
 
@@ -304,8 +314,6 @@ void F_Dep::RemoveLine(int row)
         return;
     }
     Grid1.RemoveRow(row);
-    for (int next = row; next < Grid1.Rows(); ++next)
-        Grid1.SetText(next, Number, QString::number(next + 1)); // as the question before a deletion counts
     Grid1.SelectRow(SelectedRow);
 }
 

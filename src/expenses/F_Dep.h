@@ -32,9 +32,9 @@ public:
     void FillExpenses();
     /// Shows the sum of the listed amounts, as displayed; nothing when it is exactly 0.
     void ShowTotal();
-    /// Writes the expense in hand, or a new one, and shows it in its row. Raises 3421 when the date doesn't exist
+    /// Writes the expense in hand, or a new one. Raises 3421 when the date doesn't exist
     /// or isn't dd/mm/yyyy, 6 when the amount overflows, 3167 when the expense is gone; nothing is written then.
-    void SaveExpense(const TypedExpense& typed);
+    void WriteExpense(const TypedExpense& typed);
     /// Asks, then deletes the current expense. An expense that another program has deleted gives a message and is
     /// removed from the list as well.
     void DeleteExpense();
@@ -61,11 +61,15 @@ private:
     void Browse();
     void ShowPictures(bool shown);
     void ShowRow(int row, const TypedExpense& expense);
+    /// Shows what was just written in its row and says that it is saved.
+    void ShowSaved(const TypedExpense& typed);
     void RemoveLine(int row);
+    /// Says that another program has deleted the expense of a row, and removes the row.
+    void DropLine(int row);
 
     dao::Recordset ListRecordset; ///< the latest selection, and what is edited
     bool EntryIsNew = false;
-    int SelectedRow = 0;      ///< row of Grid1 last clicked, index into List1
+    basic::Int16 SelectedRow; ///< row of Grid1 last clicked, index into List1
     dao::Key SelectedNum = 0; ///< expense being changed
     int ChangedRow = 0;       ///< its row, whatever row is clicked meanwhile
     dao::KeyList List1;       ///< expense on each row of Grid1

@@ -1,6 +1,7 @@
 #include "planning/ColumnLabels.h"
 
 #include "platform/forms/Layout.h"
+#include "platform/forms/Readers.h"
 
 #include <QEvent>
 #include <QHeaderView>
@@ -15,6 +16,7 @@ ColumnLabels::ColumnLabels(forms::Grid& labelled, std::initializer_list<const ch
         forms::Label& label = forms::NewLabel(QLatin1String(name), {});
         label.setProperty("heading", true);
         label.setParent(header->viewport());
+        forms::HideFromReaders(label); // the heading under it says the same
         labels.push_back(&label);
     }
     Read();

@@ -27,8 +27,7 @@ constexpr int SlotTwips = 340;
 constexpr int MonthNameWidth = 20;
 constexpr int MonthHeadingWidth = 7; // characters of a month's name over its days
 
-/// The country whose dinars the practice counts has its weekend on Friday and Saturday. Days of the week from 1,
-/// Sunday.
+/// Friday and Saturday, the weekend in Algeria, as Weekday() numbers them.
 constexpr int DaysOff[] = {6, 7};
 
 bool IsDayOff(const QDate& date)
@@ -237,6 +236,7 @@ void Planning::CountDayByUnit()
     for (int row = 0; row < Grid1.Rows(); ++row)
         for (const int column : {Programmed, Performed, Difference})
             Grid1.SetText(row, column, "");
+    const dao::ReadTransaction oneState(TheDatabase);
     CountUnits(Programmed, "Plani where date");
     CountUnits(Performed, "Actes where date_Presta");
     Grid1.SetRow(0);
@@ -313,8 +313,10 @@ QString Planning::MonthDay(int day)
 
 void Planning::FillMonthCounts()
 {
-    const QString unit = QString::number(List2.value(Combo1[UnitChoice].currentIndex()));
-    for (int row = 0; row < Grid3.Rows(); ++row) {
+    const int choice = Combo1[UnitChoice].currentIndex();
+    const QString unit = QString::number(List2.value(choice));
+    const dao::ReadTransaction oneState(TheDatabase);
+    for (int row = 0; choice >= 0 && row < Grid3.Rows(); ++row) {
         const QString ofDay = "select count(num) as S1 from Plani where Num_Presta = " + unit + " and date =#" +
                               QueryDate(MonthDay(row + 1)) + "# and HH = ";
         for (int slot = 0; slot < HourSlotCount; ++slot) {

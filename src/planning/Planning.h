@@ -62,7 +62,7 @@ public:
     report::Report Report1;
 
     void LoadPlanningLists();
-    /// Shows the day of Text5(0); says so when it is no date. False then, and the board keeps what it shows.
+    /// Shows the day in Text5(0). On an invalid date shows a message, leaves the board unchanged and returns false.
     bool RefreshDay();
     /// Raises 6 when a count or total passes 16 bits.
     void CountDayByUnit();

@@ -60,6 +60,7 @@ void Planning::BuildBoard()
     DayTotals[DifferenceTotal].setAccessibleName("Différence totale");
     Grid3.setAccessibleName("Programme du mois");
     Grid3.SetUsualRows(31);
+    Grid3.SetRowPadding(2); // so that a whole month fits on a small screen
     new ColumnLabels(Grid3, {"Label1(32)", "HH(0)", "HH(1)", "HH(2)", "HH(3)", "HH(4)", "HH(5)", "HH(6)", "HH(7)",
                              "HH(8)", "HH(9)"});
 

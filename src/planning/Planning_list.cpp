@@ -51,6 +51,8 @@ void Planning::ShowDayList()
     }
     LoadDayAppointments();
     OpenOverBoard(SSPanel1, Grid2);
+    if (SSPanel6.isVisibleTo(this)) // left open by the list before
+        SSPanel6.raise();
 }
 
 dao::Key Planning::CurrentUnitKey() const
@@ -79,8 +81,10 @@ void Planning::LoadDayAppointments()
         if (const auto& patient = patients.Find(appointments["num_patient"]))
             ShowPatient(row, *patient);
     }
-    Grid2.SetRow(0);
-    Grid2_Click();
+    if (nextRow > 0) {
+        Grid2.SetRow(0);
+        Grid2_Click();
+    }
 }
 
 void Planning::ShowPatient(int row, const QStringList& patient)
@@ -92,7 +96,8 @@ void Planning::ShowPatient(int row, const QStringList& patient)
 
 void Planning::PrintPlanning()
 {
-    const QString day = Text5[0].text().trimmed();
+    // While a date is being typed, the board's own is the one kept for a cancel.
+    const QString day = (SSPanel3.isVisibleTo(this) ? Text5[0].Tag : Text5[0].text()).trimmed();
     QString formula = "{Plani.date} = date(" + day.right(4) + "," + day.mid(3, 2) + "," + day.left(2) + ")";
     if (SSOption1[CurrentUnit].isChecked())
         formula += " and {Plani.Num_Presta} = " + QString::number(CurrentUnitKey());

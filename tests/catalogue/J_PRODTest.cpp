@@ -316,6 +316,30 @@ TEST_F(Services, LeaveAGapInTheNumbersAndNoneInTheOrder)
     EXPECT_EQ(Stored(), QStringList({"1|0", "2|1", "4|2", "5|3"}));
 }
 
+TEST_F(Services, KeepTheirOrderWhenTheWindowIsClosed)
+{
+    AddThree();
+    auto& screen = OpenScreen();
+    Click(screen.Grid1, 2);
+    desk.ExpectMessage("Confirmer supression de ligne N° 3", Icon::Question, "Confirmation", Answer::Yes);
+    Press(screen.Grid1, Qt::Key_Delete);
+    screen.close();
+    EXPECT_EQ(Stored(), QStringList({"1|0", "2|1", "4|4", "5|5"}));
+}
+
+// Once an entry was opened for a new service, also when it was given up, what is accepted is a new row.
+TEST_F(Services, AreNewAfterAnEntryThatWasGivenUp)
+{
+    auto& screen = OpenScreen();
+    const int before = screen.Grid1.Rows();
+    Press(screen.Grid1, Qt::Key_Insert);
+    Press(screen.NameField, Qt::Key_Escape);
+    Press(screen.Grid1, Qt::Key_F2);
+    desk.ExpectMessage("Enregistrement réussi", Icon::Information, "Lumo Orvane");
+    Click(screen.Image2[J_PROD::Accept]);
+    EXPECT_EQ(screen.Grid1.Rows(), before + 1);
+}
+
 TEST_F(Services, StayWhileAnActIncludesThem)
 {
     AddThree();

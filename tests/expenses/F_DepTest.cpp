@@ -6,6 +6,7 @@
 #include "support/Cells.h"
 #include "support/OtherProgram.h"
 #include "support/Practice.h"
+#include "support/Printing.h"
 #include "support/Rows.h"
 #include "support/ScriptedDesk.h"
 
@@ -251,6 +252,16 @@ TEST_F(Expenses, AreRefusedWhenTheDateIsNoneAndLeaveTheRowWhole)
     EXPECT_EQ(screen.Label5.text(), "   7.00");
 }
 
+// Both are stored; their sum is none. Nothing that is in the file is offered to be saved again.
+TEST_F(Expenses, AreNotSavedTwiceWhereTheirSumOverflows)
+{
+    auto& screen = OpenScreen();
+    AddExpense(screen, "17/06/2008", "Un", QString(308, '9'));
+    const auto addAnother = [&] { AddExpense(screen, "17/06/2008", "Deux", QString(308, '9')); };
+    EXPECT_EQ(tests::ErrorOf(addAnother), basic::Error::Overflow);
+    EXPECT_EQ(practice.Ask("select count(num) from Recettes").Long(), 2);
+}
+
 TEST_F(Expenses, AreChangedInTheirPlace)
 {
     practice.Expense({.montant = 1, .objet = "Premier"});
@@ -297,7 +308,7 @@ TEST_F(Expenses, AreDeletedOneByOneUntilNoneIsLeft)
     Delete(screen, 2);
     EXPECT_EQ(Stored(), QStringList({"17/06/2008|6|A|5", "17/06/2008|6|C|5"}));
     EXPECT_EQ(screen.Grid1.Rows(), 2);
-    EXPECT_EQ(RowOf(screen.Grid1, 1), QStringList({"2", "17/06/2008", " C", "5 "}));
+    EXPECT_EQ(RowOf(screen.Grid1, 1), QStringList({"3", "17/06/2008", " C", "5 "})) << "numbered anew by the next selection";
     EXPECT_EQ(screen.Grid1.Row(), 0);
     EXPECT_EQ(screen.Label5.text(), "   10.00");
 
@@ -322,35 +333,40 @@ TEST_F(Expenses, AreDeletedOneByOneUntilNoneIsLeft)
     EXPECT_EQ(Stored(), QStringList());
 }
 
+// On every road to an expense that another program has deleted, its line goes and no other expense is touched.
 TEST_F(Expenses, AreLeftAloneWhenAnotherOneIsGone)
 {
     const dao::Key first = practice.Expense({.montant = 1, .objet = "Premier"});
-    const dao::Key second = practice.Expense({.montant = 2, .objet = "Second"});
-    practice.Expense({.montant = 4, .objet = "Troisième"});
+    dao::Key gone[3];
+    for (dao::Key& each : gone)
+        each = practice.Expense({.montant = 2, .objet = "Parti"});
+    practice.Expense({.montant = 4, .objet = "Dernier"});
     auto& screen = OpenScreen();
-    const QStringList others{"17/06/2008|6|Premier|1", "17/06/2008|6|Troisième|4"};
 
     DoubleClick(screen.Grid1, 1); // gone while the panel is open
-    practice.Remove("Recettes", second);
+    practice.Remove("Recettes", gone[0]);
     FillPanel(screen, "17/06/2008", "Écrasé", "9");
     ExpectGone();
     Click(screen.SSPanel3.Image2[EntryPanel::Accept]);
     EXPECT_TRUE(IsBrowsing(screen));
-    EXPECT_EQ(Stored(), others);
+    EXPECT_EQ(screen.Grid1.Rows(), 4);
 
+    practice.Remove("Recettes", gone[1]);
     ExpectGone(); // and before it opens
     DoubleClick(screen.Grid1, 1);
     EXPECT_TRUE(IsBrowsing(screen));
+    EXPECT_EQ(screen.Grid1.Rows(), 3);
 
+    practice.Remove("Recettes", gone[2]);
     DoubleClick(screen.Grid1, 0); // the first one is the current record now
     Press(screen, Qt::Key_Escape);
     Click(screen.Grid1, 1);
     desk.ExpectMessage("Confirmer supression de ligne N° 2", Icon::Question, "Confirmation", Answer::Yes);
     ExpectGone();
     Click(screen.Crecettes[F_Dep::Remove]);
-    EXPECT_EQ(Stored(), others);
-    EXPECT_EQ(screen.Grid1.Rows(), 2); // the line leaves the list all the same
-    EXPECT_EQ(screen.Grid1.Text(1, F_Dep::Object), " Troisième");
+    EXPECT_EQ(Stored(), QStringList({"17/06/2008|6|Premier|1", "17/06/2008|6|Dernier|4"}));
+    EXPECT_EQ(screen.Grid1.Rows(), 2);
+    EXPECT_EQ(screen.Grid1.Text(1, F_Dep::Object), " Dernier");
     EXPECT_EQ(screen.Label5.text(), "   5.00");
 
     practice.Write("Update Recettes set montant = 50 where num = " + QString::number(first));

@@ -166,6 +166,12 @@ TEST_F(Appointments, CloseTheirPanelsOneByOne)
     tests::ExpectPreview(desk, "Planning 17-06-2008");
     Click(board.Image4[Planning::Print]); // what is printed is the board's unit now
     EXPECT_TRUE(board.Report1.SelectionFormula.endsWith("{Plani.Num_Presta} = 2"));
+    Click(board.Image1[Planning::ChooseDay]);
+    board.Text5[0].setText("20/06/"); // of a date that is being typed nothing is printed
+    tests::ExpectPreview(desk, "Planning 17-06-2008");
+    Click(board.Image4[Planning::Print]);
+    EXPECT_TRUE(board.Report1.SelectionFormula.startsWith("{Plani.date} = date(2008,06,17)"));
+    Click(board.Image5[Planning::CancelDay]);
     Press(board.Grid1, Qt::Key_Escape);
     EXPECT_FALSE(board.SSPanel6.isVisible());
     EXPECT_TRUE(board.isVisible());

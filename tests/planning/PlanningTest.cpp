@@ -50,7 +50,8 @@ protected:
 
     static QStringList Totals(Planning& board)
     {
-        return {board.DayTotals[5].text(), board.DayTotals[6].text(), board.DayTotals[7].text()};
+        return {board.DayTotals[Planning::ProgrammedTotal].text(), board.DayTotals[Planning::PerformedTotal].text(),
+                board.DayTotals[Planning::DifferenceTotal].text()};
     }
 
     static QString LabelText(Planning& board, const char* name)
@@ -324,6 +325,7 @@ TEST_F(Board, ChoosesNoUnitOfOneAndOpensWithoutAny)
 {
     practice.Remove("Presta", 2);
     Appointment("17/06/2008", 1);
+    practice.Add("Plani", {{"date", "17/06/2008"}, {"Num_Presta", 0}, {"HH", 2}}); // of no unit at all
     {
         auto& board = OpenScreen();
         EXPECT_EQ(board.Combo1[Planning::UnitChoice].currentIndex(), -1);

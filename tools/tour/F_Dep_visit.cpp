@@ -35,6 +35,7 @@ void ChangeExpense(TourDesk& desk, F_Dep& screen)
     desk.TakePicture(screen, "F_Dep-modification");
     desk.Answer("Enregistrement terminé", "OK");
     screen.SSPanel3.Image2[expenses::EntryPanel::Accept].click();
+    desk.TakePicture(screen, "F_Dep-modifiee");
 }
 
 void DeleteExpense(TourDesk& desk, F_Dep& screen)
@@ -52,6 +53,7 @@ void ChoosePeriod(TourDesk& desk, F_Dep& screen)
     screen.Dates.SSTab2.setCurrentIndex(1);
     screen.Dates.Text1[core::PeriodChooser::First].setText(
         "01/01/" + screen.Dates.Text1[core::PeriodChooser::Last].text().right(4));
+    desk.TakePicture(screen, "F_Dep-dates-periode");
     screen.Dates.Image2[core::PeriodChooser::AcceptPeriod].click();
     desk.TakePicture(screen, "F_Dep-periode");
 }

@@ -15,6 +15,8 @@
 #include "cash/J_CAISSE.h"
 #include "core/Auteur.h"
 #include "core/Form1.h"
+#include "core/Identif.h"
+#include "core/PPRT.h"
 #include "core/Q_Date_2.h"
 #include "core/configuration.h"
 #include "core/globals.h"
@@ -80,6 +82,7 @@ public:
         tour::VisitPlanning(desk, main, pictures);
         ThinTheActs();
         tour::VisitCatalogue(desk, main);
+        ShowWhatHasNoEntry();
         Quit();
     }
 
@@ -106,6 +109,22 @@ private:
         TourDesk::Require(pending.RecordCount() > 0, "aucun acte en instance dans ce cabinet");
         pending.MoveLast();
         host::FixToday(basic::DateValue(pending["date"].Text()));
+    }
+
+    /// The identifiers and the printers, which no menu entry opens.
+    void ShowWhatHasNoEntry()
+    {
+        const auto show = [this](forms::Form& screen, const QString& name) {
+            desk.Visit([this, name](forms::Form& form) {
+                desk.TakePicture(form, name);
+                form.Unload();
+            });
+            desk.ShowModal(screen);
+        };
+        core::Identif identifiers;
+        show(identifiers, "Identif");
+        core::PPRT printers;
+        show(printers, "PPRT");
     }
 
     void KeepTheCash()

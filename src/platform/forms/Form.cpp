@@ -229,8 +229,8 @@ void Form::TurnPage(int step)
     const int page = tabs->currentIndex() + step;
     if (page < 0 || page >= tabs->count())
         return;
-    tabs->setCurrentIndex(page);
     tabs->setFocus();
+    tabs->setCurrentIndex(page); // a page may take the focus into its first field
 }
 
 Hourglass::Hourglass()

@@ -20,7 +20,7 @@ namespace forms {
 
 namespace {
 
-constexpr int RowPadding = 8; // above and below a line of text together
+constexpr int UsualRowPadding = 8; // above and below a line of text together
 constexpr int CellMargin = 3; // beside a text; Qt's own
 constexpr int FewestRows = 3;
 constexpr int MostRowsAtOpening = 60;
@@ -59,7 +59,7 @@ protected:
 } // namespace
 
 Grid::Grid(const QString& name, const QList<Column>& columns)
-    : cells(new GridModel(columns, this)), header(new GridHeader(this))
+    : rowPadding(UsualRowPadding), cells(new GridModel(columns, this)), header(new GridHeader(this))
 {
     setObjectName(name);
     setHorizontalHeader(header);
@@ -327,9 +327,15 @@ void Grid::CopyChosenRows() const
         QApplication::clipboard()->setText(lines.join('\n') + '\n');
 }
 
+void Grid::SetRowPadding(int pixels)
+{
+    rowPadding = pixels;
+    ScaleToFont();
+}
+
 void Grid::ScaleToFont()
 {
-    verticalHeader()->setDefaultSectionSize(fontMetrics().height() + RowPadding);
+    verticalHeader()->setDefaultSectionSize(fontMetrics().height() + rowPadding);
     ShareWidth();
     updateGeometry();
 }

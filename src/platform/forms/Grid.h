@@ -70,6 +70,8 @@ public:
     void SetNameColumn(int column) { nameColumn = column; }
     /// Rows that the grid asks room for at its window's opening, besides those it has then.
     void SetUsualRows(int rows);
+    /// The room above and below a line of text together, in pixels.
+    void SetRowPadding(int pixels);
 
     /// Highlights the whole row, makes it current and brings it into view. Raises 9 outside the grid.
     void SelectRow(int row);
@@ -103,6 +105,7 @@ private:
     void ChooseAllRows();
     void CopyChosenRows() const;
     void ScaleToFont();
+    int rowPadding;
     void ShareWidth();
     int NaturalWidth() const;
     int HeightOfRows(int rows) const;

@@ -5,6 +5,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QRegularExpression>
 #include <gtest/gtest.h>
 
 namespace {
@@ -85,6 +86,28 @@ TEST(GoldenPages, DetailOfPendingActsHasNoEmptyColumn)
     practice.SetTexts(
         {{"ch4", "Règlements en instance"}, {"ch5", "Journée du Mar  17/06/2008"}, {"ch6", ""}, {"ch7", ""}});
     ExpectGolden(practice.LayOut(practice.Template("ZEP_DTAL.RPT")), "ZEP_DTAL_instance");
+}
+
+// Every act has its line, every page its headings, and the totals close the last page.
+TEST(JournalPages, HoldEveryActWhateverTheirNumber)
+{
+    const QRegularExpression date(R"(^\d\d/\d\d/\d{4}$)");
+    for (const int acts : {0, 1, 40, 16352}) {
+        SCOPED_TRACE(acts);
+        ReportPractice practice;
+        practice.AddActs(acts, true);
+        practice.SetTexts({{"ch4", "Journal d'activité de la"}, {"ch5", "Journée"}, {"ch6", QString::number(acts)}});
+        const pages::PageLayout layout = practice.LayOut(practice.Template("ZEP_DTAL.RPT"));
+        int lines = 0;
+        for (int page = 0; page < layout.PageCount(); ++page) {
+            const QStringList texts = tests::TextsOf(layout, page);
+            EXPECT_TRUE(texts.contains("Journal d'activité de la")) << page;
+            EXPECT_TRUE(texts.contains("Patient") || acts == 0) << page;
+            lines += int(texts.filter(date).size() / 2); // reception and service
+            EXPECT_EQ(texts.contains("Actes, toutes unités"), page == layout.PageCount() - 1) << page;
+        }
+        EXPECT_EQ(lines, acts);
+    }
 }
 
 TEST(GoldenPages, RecapOfTheJournal)
