@@ -124,7 +124,9 @@ void j_Client::TogglePatientArchive()
 void j_Client::ShowCounts()
 {
     ListedPatients = Sum(RecentPatients, ArchivedPatients);
-    const auto show = [this](int count, int patients) { LT[count].setText(patients < 1 ? QString() : QString::number(patients)); };
+    const auto show = [this](int count, int patients) {
+        LT[count].setText(patients < 1 ? QString() : QString::number(patients));
+    };
     show(Recent, RecentPatients);
     show(Archived, ArchivedPatients);
     show(Listed, ListedPatients);

@@ -38,25 +38,27 @@ void Recettes::PrintJournalRecap()
 void Recettes::PrintCodeMatrix()
 {
     RunPrintStep(Report1, {.reportName = "ZEP_RCP2.RPT",
-           .headings = {{"ch4", SSPanel1.Caption()}},
-           .scratchTable = "RCP2",
-           .fillRows =
-               [this](ScratchRows& rows) {
-                   for (int row = 0; row < TariffCount; ++row) {
-                       Grid3.SetRow(row);
-                       const auto count = [&](int state) { return Val(Grid3.Text(row, FirstCount + state)); };
-                       rows.Add({{"denom", Grid3.Text(row, Code).trimmed()},
-                                 {"C1", count(0)},
-                                 {"C2", count(1)},
-                                 {"C3", count(2)},
-                                 {"C4", count(3)},
-                                 {"C5", count(4)},
-                                 {"C6", count(5)},
-                                 {"C7", count(6)}});
-                   }
-                   Grid3_Click();
-               },
-           .proposedName = windowTitle() + " par code " + SSPanel1.Caption().simplified()});
+                           .headings = {{"ch4", SSPanel1.Caption()}},
+                           .scratchTable = "RCP2",
+                           .fillRows =
+                               [this](ScratchRows& rows) {
+                                   for (int row = 0; row < TariffCount; ++row) {
+                                       Grid3.SetRow(row);
+                                       const auto count = [&](int state) {
+                                           return Val(Grid3.Text(row, FirstCount + state));
+                                       };
+                                       rows.Add({{"denom", Grid3.Text(row, Code).trimmed()},
+                                                 {"C1", count(0)},
+                                                 {"C2", count(1)},
+                                                 {"C3", count(2)},
+                                                 {"C4", count(3)},
+                                                 {"C5", count(4)},
+                                                 {"C6", count(5)},
+                                                 {"C7", count(6)}});
+                                   }
+                                   Grid3_Click();
+                               },
+                           .proposedName = windowTitle() + " par code " + SSPanel1.Caption().simplified()});
 }
 
 void Recettes::PrintUnitDetail()

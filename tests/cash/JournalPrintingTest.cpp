@@ -185,7 +185,8 @@ TEST_F(JournalPrinting, PrintsTheListedActsAsTheyAreAtThePrint)
     const QStringList rows{Row(second, "100"), Row(first, "400"), Row(third, "0"), Row(unpaid, "0"),
                            Row(withoutCode, "10")};
     EXPECT_EQ(Scratch(), rows);
-    EXPECT_EQ(Headings(), QStringList({"Journal d'activité de la", "Période du  Lun  16/06/2008 au Mar  17/06/2008", "5", "  405 ", "titre 8"}));
+    EXPECT_EQ(Headings(), QStringList({"Journal d'activité de la", "Période du  Lun  16/06/2008 au Mar  17/06/2008",
+                                       "5", "  405 ", "titre 8"}));
 
     tests::ExpectPreview(desk, "Journal d'activité Période du Lun 16-06-2008 au Mar 17-06-2008");
     Print(screen, Recettes::PrintRecap);

@@ -258,7 +258,7 @@ TEST_F(Expenses, AreNotSavedTwiceWhereTheirSumOverflows)
     auto& screen = OpenScreen();
     AddExpense(screen, "17/06/2008", "Un", QString(308, '9'));
     const auto addAnother = [&] { AddExpense(screen, "17/06/2008", "Deux", QString(308, '9')); };
-    EXPECT_EQ(tests::ErrorOf(addAnother), basic::Error::Overflow);
+    EXPECT_EQ(ErrorOf(addAnother), basic::Error::Overflow);
     EXPECT_EQ(practice.Ask("select count(num) from Recettes").Long(), 2);
 }
 
@@ -308,7 +308,8 @@ TEST_F(Expenses, AreDeletedOneByOneUntilNoneIsLeft)
     Delete(screen, 2);
     EXPECT_EQ(Stored(), QStringList({"17/06/2008|6|A|5", "17/06/2008|6|C|5"}));
     EXPECT_EQ(screen.Grid1.Rows(), 2);
-    EXPECT_EQ(RowOf(screen.Grid1, 1), QStringList({"3", "17/06/2008", " C", "5 "})) << "numbered anew by the next selection";
+    EXPECT_EQ(RowOf(screen.Grid1, 1), QStringList({"3", "17/06/2008", " C", "5 "}))
+        << "numbered anew by the next selection";
     EXPECT_EQ(screen.Grid1.Row(), 0);
     EXPECT_EQ(screen.Label5.text(), "   10.00");
 

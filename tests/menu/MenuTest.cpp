@@ -98,7 +98,8 @@ TEST_F(Menu, OpensTheScreenOfEachEntry)
     Opens<analysis::Chrges>("mnu_Charges");
     Opens<analysis::Result>("mnu_resultat");
 
-    desk.WhenModal<core::Q_Date_2>([](core::Q_Date_2& calendar) { calendar.Image2[core::Q_Date_2::AcceptDay].click(); });
+    desk.WhenModal<core::Q_Date_2>(
+        [](core::Q_Date_2& calendar) { calendar.Image2[core::Q_Date_2::AcceptDay].click(); });
     Opens<cash::J_CAISSE>("mnu_Caisse");
     OpensPatients();
 }

@@ -21,7 +21,7 @@ namespace forms {
 namespace {
 
 constexpr int UsualRowPadding = 8; // above and below a line of text together
-constexpr int CellMargin = 3; // beside a text; Qt's own
+constexpr int CellMargin = 3;      // beside a text; Qt's own
 constexpr int FewestRows = 3;
 constexpr int MostRowsAtOpening = 60;
 
