@@ -335,6 +335,7 @@ TEST_F(Services, AreNewAfterAnEntryThatWasGivenUp)
     Press(screen.Grid1, Qt::Key_Insert);
     Press(screen.NameField, Qt::Key_Escape);
     Press(screen.Grid1, Qt::Key_F2);
+    screen.PriceField.setText("900");
     desk.ExpectMessage("Enregistrement réussi", Icon::Information, "Lumo Orvane");
     Click(screen.Image2[J_PROD::Accept]);
     EXPECT_EQ(screen.Grid1.Rows(), before + 1);

@@ -2,30 +2,23 @@
 #include "catalogue/Tarifs.h"
 #include "core/globals.h"
 #include "core/opening.h"
-#include "faults/Rounds.h"
+#include "support/Rounds.h"
 #include "support/ChildProcess.h"
+#include "support/DeadlyWrites.h"
 #include "support/Practice.h"
 #include "support/Reports.h"
 #include "support/ScriptedDesk.h"
 
-#include <chrono>
 #include <gtest/gtest.h>
-#include <random>
-#include <thread>
 
 using catalogue::J_PROD;
 using catalogue::Tarifs;
-using std::chrono::microseconds;
-using std::chrono::steady_clock;
 
 namespace {
 
 constexpr int ServiceCount = 300;
 
-int Kills()
-{
-    return tests::IsLongForm() ? 200 : 10;
-}
+constexpr int KillsInShortForm = 10;
 
 /// The program, killed while a screen writes on being left: what is stored is as before or as after, whole.
 class KilledCatalogue : public testing::Test {
@@ -41,7 +34,7 @@ protected:
     }
 
     /// Brings the last service behind the first, so that every place but one changes hands.
-    static void ReverseAndLeave(tests::Reports& reports, int)
+    static void ReverseAndLeave(tests::Reports& reports, int, int deadlyWrite)
     {
         ScriptedDesk desk;
         core::OpenDataFiles();
@@ -50,13 +43,14 @@ protected:
         screen.Grid1_Click();
         for (int place = ServiceCount - 1; place > 1; --place)
             screen.MoveService(J_PROD::MoveUp);
-        reports.Tell('!');
+        tests::DieAtWrite(deadlyWrite);
         screen.Crecettes_Click(J_PROD::Quit);
-        reports.Tell('.');
+        core::TheDatabase.Close();
+        reports.Tell(tests::WritesMade());
     }
 
     /// Sets every rate to the number of the round.
-    static void SetRatesAndLeave(tests::Reports& reports, int round)
+    static void SetRatesAndLeave(tests::Reports& reports, int round, int deadlyWrite)
     {
         ScriptedDesk desk;
         core::OpenDataFiles();
@@ -67,33 +61,39 @@ protected:
             screen.RateField.setText(QString::number(round));
             screen.Image2_Click(Tarifs::AcceptEntry);
         }
-        reports.Tell('!');
+        tests::DieAtWrite(deadlyWrite);
         screen.Image2_Click(Tarifs::StoreAndQuit);
-        reports.Tell('.');
+        core::TheDatabase.Close();
+        reports.Tell(tests::WritesMade());
     }
 
-    using Work = void (*)(tests::Reports&, int round);
+    using Work = void (*)(tests::Reports&, int round, int deadlyWrite);
 
-    /// Plays the work to its end; how long leaving the screen has taken.
-    static microseconds PlayWhole(Work work)
+    /// Plays the work to its end; returns how many writes to the disk leaving the screen has made.
+    static int PlayWhole(Work work)
     {
-        tests::ChildProcess program([work](tests::Reports& reports) { work(reports, 0); });
-        EXPECT_TRUE(program.Next<char>());
-        const auto started = steady_clock::now();
-        EXPECT_TRUE(program.Next<char>());
-        const auto took = std::chrono::duration_cast<microseconds>(steady_clock::now() - started);
+        tests::ChildProcess program([work](tests::Reports& reports) { work(reports, 0, 0); });
+        const int writes = program.Next<int>().value_or(0);
         program.Wait();
-        return took;
+        EXPECT_GT(writes, 1);
+        return writes;
     }
 
-    /// Kills the work at a moment that chance picks, while it leaves its screen.
-    void PlayAndKill(Work work, int round, microseconds leaving)
+    static void PlayAndKill(Work work, int round, int deadlyWrite)
     {
-        std::uniform_int_distribution<long> moment(0, leaving.count());
-        tests::ChildProcess program([work, round](tests::Reports& reports) { work(reports, round); });
-        ASSERT_TRUE(program.Next<char>());
-        std::this_thread::sleep_for(microseconds(moment(random)));
-        program.Kill();
+        tests::ChildProcess program(
+            [work, round, deadlyWrite](tests::Reports& reports) { work(reports, round, deadlyWrite); });
+        EXPECT_EQ(program.Next<int>(), std::nullopt);
+        EXPECT_TRUE(program.Kill());
+    }
+
+    /// The writes at which kills fall: a few of them, spread over all, or each one in the long form.
+    static std::vector<int> DeadlyWrites(int writes)
+    {
+        std::vector<int> deadly;
+        for (int write = 1; write <= writes; write += tests::IsLongForm() ? 1 : std::max(1, writes / KillsInShortForm))
+            deadly.push_back(write);
+        return deadly;
     }
 
     /// What another program finds afterwards, the file being sound.
@@ -110,18 +110,7 @@ protected:
         return found;
     }
 
-    /// Kills came before and after the moment of writing. A few of them, on a busy machine, may all fall on one side.
-    static void ExpectBoth(int written)
-    {
-        RecordProperty("written", written);
-        if (!tests::IsLongForm())
-            return;
-        EXPECT_GT(written, Kills() / 20);
-        EXPECT_LT(written, Kills() * 19 / 20);
-    }
-
     tests::Practice practice;
-    std::mt19937 random{20080617};
 };
 
 } // namespace
@@ -129,34 +118,36 @@ protected:
 TEST_F(KilledCatalogue, KeepsTheOldOrderOrTheNewOne)
 {
     const QString order = "select num from Presta order by Ordre";
-    const microseconds leaving = PlayWhole(ReverseAndLeave);
+    const std::vector<int> deadly = DeadlyWrites(PlayWhole(ReverseAndLeave));
     int written = 0;
-    for (int round = 1; round <= Kills() && !HasFailure(); ++round) {
+    for (int round = 1; round <= int(deadly.size()) && !HasFailure(); ++round) {
         SCOPED_TRACE(round);
         const QStringList before = Find(order);
         QStringList after = before;
         after.move(ServiceCount - 1, 1);
-        PlayAndKill(ReverseAndLeave, round, leaving);
+        PlayAndKill(ReverseAndLeave, round, deadly[std::size_t(round - 1)]);
         const QStringList found = Find(order);
         EXPECT_TRUE(found == before || found == after);
         written += found == after;
     }
-    ExpectBoth(written);
+    EXPECT_GT(written, 0);
+    EXPECT_LT(written, int(deadly.size()));
 }
 
 TEST_F(KilledCatalogue, KeepsTheOldRatesOrTheNewOnes)
 {
     const QString rates = "select * from Tarif";
-    const microseconds leaving = PlayWhole(SetRatesAndLeave);
+    const std::vector<int> deadly = DeadlyWrites(PlayWhole(SetRatesAndLeave));
     int written = 0;
-    for (int round = 1; round <= Kills() && !HasFailure(); ++round) {
+    for (int round = 1; round <= int(deadly.size()) && !HasFailure(); ++round) {
         SCOPED_TRACE(round);
         const QStringList before = Find(rates);
-        PlayAndKill(SetRatesAndLeave, round, leaving);
+        PlayAndKill(SetRatesAndLeave, round, deadly[std::size_t(round - 1)]);
         const QStringList found = Find(rates);
         const QStringList after(found.size(), QString::number(round));
         EXPECT_TRUE(found == before || found == after) << found.join(' ').toStdString();
         written += found == after;
     }
-    ExpectBoth(written);
+    EXPECT_GT(written, 0);
+    EXPECT_LT(written, int(deadly.size()));
 }

@@ -2,35 +2,31 @@
 
 #include "core/globals.h"
 #include "core/opening.h"
-#include "faults/Rounds.h"
 #include "platform/basic/Dates.h"
 #include "support/ChildProcess.h"
+#include "support/DeadlyWrites.h"
 #include "support/FolderInMemory.h"
 #include "support/MainWindow.h"
 #include "support/Practice.h"
+#include "support/Rounds.h"
 
 #include <algorithm>
-#include <chrono>
 #include <gtest/gtest.h>
 #include <random>
-#include <thread>
 
 using expenses::EntryPanel;
 using expenses::F_Dep;
-using std::chrono::microseconds;
-using std::chrono::steady_clock;
 
 namespace {
 
 constexpr int KillsInShortForm = 20;
 constexpr int ExpensesOfADay = 12; // entered; then every second one is changed, and every third one deleted
 
-enum class Step { Opened, Entered, Changed, Deleted };
+enum class Step { Entered, Changed, Deleted };
 
-/// What the screen has said is done.
 struct Done {
-    Step step = Step::Opened;
-    int expense = 0; // of the day
+    Step step;
+    int expense; // of the day
 };
 
 struct State {
@@ -103,50 +99,45 @@ protected:
         screen.Crecettes[F_Dep::Remove].click();
     }
 
-    static void WorkThrough(tests::Reports& reports, int round)
+    static void WorkThrough(tests::Reports& reports, int round, int deadlyWrite)
     {
+        tests::DieAtWrite(deadlyWrite);
         ScriptedDesk desk;
         core::OpenDataFiles();
         auto& screen = desk.Open<F_Dep>();
-        reports.Tell(Done{});
+        reports.Tell(tests::WritesMade());
         for (const Done& done : WorkOfADay()) {
             Do(desk, screen, round, done);
-            reports.Tell(done);
+            reports.Tell(tests::WritesMade());
         }
     }
 
-    static tests::ChildProcess Start(int round)
+    static tests::ChildProcess Start(int round, int deadlyWrite = 0)
     {
-        return tests::ChildProcess([round](tests::Reports& reports) { WorkThrough(reports, round); });
+        return tests::ChildProcess(
+            [round, deadlyWrite](tests::Reports& reports) { WorkThrough(reports, round, deadlyWrite); });
     }
 
-    /// How long each step of an undisturbed day takes, so that a kill can be aimed at any of them alike.
-    void TimeADay(int round)
+    /// Notes the writes after which the opening and each step of an undisturbed day end.
+    void WorkADay(int round)
     {
         tests::ChildProcess program = Start(round);
-        auto last = steady_clock::now();
-        while (program.Next<Done>()) {
-            const auto now = steady_clock::now();
-            pieces.push_back(std::chrono::duration_cast<microseconds>(now - std::exchange(last, now)));
-        }
+        while (const auto writes = program.Next<int>())
+            ends.push_back(*writes);
         program.Wait();
-        ASSERT_EQ(pieces.size(), WorkOfADay().size() + 1);
+        ASSERT_EQ(ends.size(), WorkOfADay().size() + 1);
     }
 
-    /// Kills the program within a step that chance picks; returns how many steps it has reported.
+    /// Kills the program at one of the writes of a step that chance picks; returns how many steps it has reported.
     std::size_t WorkAndKill(int round)
     {
-        const auto piece = std::uniform_int_distribution<std::size_t>(0, pieces.size() - 1)(random);
-        const auto delay = std::uniform_int_distribution<long>(0, pieces[piece].count())(random);
-        tests::ChildProcess program = Start(round);
+        const auto step = std::uniform_int_distribution<std::size_t>(1, ends.size() - 1)(random);
+        const int deadly = std::uniform_int_distribution(ends[step - 1] + 1, ends[step])(random);
+        tests::ChildProcess program = Start(round, deadly);
         std::size_t reports = 0;
-        while (reports < piece && program.Next<Done>())
+        while (program.Next<int>())
             ++reports;
-        EXPECT_EQ(reports, piece) << "it stopped before";
-        std::this_thread::sleep_for(microseconds(delay));
-        killed += program.Kill() ? 1 : 0;
-        while (program.Next<Done>())
-            ++reports;
+        EXPECT_TRUE(program.Kill());
         return reports == 0 ? 0 : reports - 1;
     }
 
@@ -180,8 +171,7 @@ protected:
     tests::FolderInMemory memory;
     tests::Practice practice;
     std::mt19937 random{20080617};
-    std::vector<microseconds> pieces;
-    int killed = 0;
+    std::vector<int> ends;
 };
 
 } // namespace
@@ -191,7 +181,7 @@ TEST_F(KilledEntries, LoseNothingThatWasReportedAndLeaveNothingHalfWritten)
     const int kills = tests::Rounds(KillsInShortForm);
     practice.Open();
     core::TheDatabase.Close();
-    TimeADay(0);
+    WorkADay(0);
 
     std::vector<std::size_t> done{WorkOfADay().size()};
     int midway = 0;
@@ -211,7 +201,6 @@ TEST_F(KilledEntries, LoseNothingThatWasReportedAndLeaveNothingHalfWritten)
     }
     if (HasFailure())
         return;
-    EXPECT_GT(killed, kills * 4 / 5);
     EXPECT_GT(midway, kills / 2);
 
     const ScriptedDesk desk;

@@ -1,6 +1,6 @@
 #include "core/globals.h"
 #include "faults/FolderContent.h"
-#include "faults/Rounds.h"
+#include "support/Rounds.h"
 #include "faults/SmallDisk.h"
 #include "support/ChildProcess.h"
 #include "support/Globals.h"

@@ -1,7 +1,7 @@
 #include "analysis/Chrges.h"
 #include "core/globals.h"
 #include "core/opening.h"
-#include "faults/DeadlyWrites.h"
+#include "support/DeadlyWrites.h"
 #include "platform/basic/Numbers.h"
 #include "support/ChildProcess.h"
 #include "support/FolderInMemory.h"

@@ -2,7 +2,7 @@
 #include "core/globals.h"
 #include "core/opening.h"
 #include "faults/FolderContent.h"
-#include "faults/Rounds.h"
+#include "support/Rounds.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/dao/Connection.h"
 #include "support/ChildProcess.h"

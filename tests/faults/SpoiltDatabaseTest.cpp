@@ -1,7 +1,7 @@
 #include "core/globals.h"
 #include "core/opening.h"
 #include "faults/FolderContent.h"
-#include "faults/Rounds.h"
+#include "support/Rounds.h"
 #include "faults/SmallDisk.h"
 #include "platform/basic/RuntimeError.h"
 #include "support/FolderInMemory.h"

@@ -1,4 +1,4 @@
-#include "faults/DeadlyWrites.h"
+#include "support/DeadlyWrites.h"
 
 #include <csignal>
 #include <gtest/gtest.h>
