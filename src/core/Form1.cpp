@@ -170,7 +170,7 @@ void Form1::ShutDown()
         if (Label1[0].isVisibleTo(this)) {
             const auto notice = TheDesk().Wait("Archivage ...");
             CloseDataFiles();
-            CopyToArchives();
+            CopyToArchives([&notice](int done, int total) { notice->Advance(done, total); });
         }
     } catch (const basic::RuntimeError& error) {
         MsgBox(ErrorText(error), Icon::Exclamation, "ZEP Lumo");

@@ -3,7 +3,6 @@
 #include "core/globals.h"
 #include "data/Practice.h"
 #include "platform/basic/RuntimeError.h"
-#include "platform/dao/ArchiveCopy.h"
 #include "platform/forms/Desk.h"
 #include "platform/host/Files.h"
 
@@ -73,7 +72,7 @@ void CloseDataFiles()
     TheWorkspace.Close();
 }
 
-void CopyToArchives()
+void CopyToArchives(const dao::CopyProgress& progress)
 {
     constexpr int plain = 0;
     constexpr int archiveBit = 32;
@@ -83,7 +82,7 @@ void CopyToArchives()
         if (attributes != plain && attributes != archiveBit)
             host::SetFileAttributes(target, plain);
     }
-    dao::CopyDatabase(DatabasePath, target);
+    dao::CopyDatabase(DatabasePath, target, progress);
 }
 
 } // namespace core

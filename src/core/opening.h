@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/basic/RuntimeError.h"
+#include "platform/dao/ArchiveCopy.h"
 
 #include <QString>
 
@@ -20,8 +21,8 @@ void UpgradeProvTable();
 void CloseDataFiles();
 
 /// Copies the closed database over its copy in "ARCHIVES", whose attributes are cleared first when it is
-/// write-protected. Raises the errors of dao::CopyDatabase.
-void CopyToArchives();
+/// write-protected. Raises the errors of dao::CopyDatabase, and calls `progress` as that does.
+void CopyToArchives(const dao::CopyProgress& progress = {});
 
 /// "Erreur N° 76", a line feed and the description: how the error traps show an error.
 QString ErrorText(const basic::RuntimeError& error);

@@ -52,7 +52,7 @@ TEST(Import, NamesEveryBadLineAndAddsNothing)
           "Ligne 5 : num : une valeur est obligatoire", "Ligne 6 : Date : « 31/06/2008 »",
           "HH : 10 est hors de l'intervalle 0 à 9", "flag_R : 6", "« K31 »", "MM : 13", "« 25:00 »",
           "Ligne 7 : MM : 7 ne correspond pas à la date", "Ligne 8 : 2 valeurs au lieu de 8", "Ligne 9 : montant",
-          "Ligne 11 : num", "8 ligne(s) incorrecte(s)"})
+          "Ligne 11 : num", "8 problème(s)"})
         EXPECT_TRUE(run.errors.contains(part)) << part << "\n" << run.errors.toStdString();
     EXPECT_FALSE(run.errors.contains("Ligne 2 "));
     EXPECT_EQ(practice.Count("Actes"), 1);

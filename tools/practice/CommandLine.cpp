@@ -1,25 +1,26 @@
 #include "practice/CommandLine.h"
 
 #include "data/Practice.h"
-#include "platform/basic/Dates.h"
 #include "platform/basic/RuntimeError.h"
 #include "practice/Check.h"
 #include "practice/Demo.h"
 #include "practice/Import.h"
 #include "practice/TemplateCheck.h"
 
-#include <CLI/CLI.hpp>
-#include <string>
+#include <QCommandLineParser>
+#include <QDate>
+#include <limits>
+#include <optional>
 #include <vector>
 
 namespace practice {
 namespace {
 
-constexpr int done = 0;
-constexpr int refused = 1;
-constexpr int misused = 2;
+constexpr int Done = 0;
+constexpr int Refused = 1;
+constexpr int Misused = 2;
 
-constexpr const char* usage =
+constexpr auto Usage =
     "Utilisation :\n"
     "  practice new DOSSIER --code N --letterhead LIGNE... [--language fr|ar]\n"
     "      Crée un cabinet vide. N est le code d'accès à saisir : un nombre pair de -32768 à 32766.\n"
@@ -43,68 +44,144 @@ constexpr const char* usage =
     "  practice check-template FICHIER.RPT\n"
     "      Contrôle un modèle d'état : chaque erreur avec sa ligne. Ne modifie rien.\n";
 
-struct NewArguments {
-    std::string folder;
-    int code = 0;
-    std::vector<std::string> letterhead;
-    std::string language = "fr";
+/// Arguments that make no sense; the reason is a part of a sentence.
+struct Misuse {
+    QString reason;
 };
 
-struct ImportArguments {
-    std::string folder;
-    std::string table;
-    std::string file;
+/// One subcommand: the names of its arguments in order, the options that it knows, each of which takes a value.
+struct Subcommand {
+    const char* name;
+    QStringList places;
+    QStringList options = {};
+    bool takesMore = false; ///< further arguments may follow those named
 };
 
-struct DemoArguments {
-    std::string folder;
-    std::string until;
+/// What was typed behind a subcommand.
+class Arguments {
+public:
+    Arguments(const Subcommand& command, const QStringList& typed)
+    {
+        for (const QString& option : command.options)
+            parser.addOption({option, {}, "valeur"});
+        parser.setSingleDashWordOptionMode(QCommandLineParser::ParseAsLongOptions);
+        if (!parser.parse(QStringList(command.name) + typed))
+            throw Misuse{parser.unknownOptionNames().isEmpty()
+                             ? "il manque la valeur de " + typed.last()
+                             : "option inconnue : " + parser.unknownOptionNames().join(", ")};
+        places = parser.positionalArguments();
+        for (qsizetype place = 0; place < command.places.size(); ++place)
+            if (places.value(place).trimmed().isEmpty())
+                throw Misuse{"il manque " + command.places[place]};
+        if (!command.takesMore && places.size() > command.places.size())
+            throw Misuse{"argument en trop : " + places[command.places.size()]};
+    }
+
+    QString Place(int place) const { return places[place]; }
+    /// What follows the arguments that have a name.
+    QStringList More(int from) const { return places.mid(from); }
+    QStringList Texts(const QString& option) const { return parser.values(option); }
+
+    /// The whole number of an option; `otherwise` when it isn't given.
+    std::optional<int> Number(const QString& option, int least, int most, std::optional<int> otherwise = {}) const
+    {
+        if (!parser.isSet(option))
+            return otherwise;
+        bool isNumber = false;
+        const int number = parser.value(option).toInt(&isNumber);
+        if (!isNumber || number < least || number > most)
+            throw Misuse{QString("valeur incorrecte de --%1 : %2").arg(option, parser.value(option))};
+        return number;
+    }
+
+    QString Required(const QString& option) const
+    {
+        if (!parser.isSet(option))
+            throw Misuse{"il manque --" + option};
+        return parser.value(option);
+    }
+
+    QDate Date(const QString& option, const QDate& otherwise) const
+    {
+        if (!parser.isSet(option))
+            return otherwise;
+        for (const char* const form : {"dd/MM/yyyy", "yyyy-MM-dd"})
+            if (const QDate date = QDate::fromString(parser.value(option), form); date.isValid())
+                return date;
+        throw Misuse{QString("date incorrecte de --%1 : %2").arg(option, parser.value(option))};
+    }
+
+private:
+    QCommandLineParser parser;
+    QStringList places;
+};
+
+/// The lines stand behind one --letterhead or behind one each.
+QStringList LetterheadOf(const Arguments& arguments)
+{
+    QStringList lines = arguments.Texts("letterhead");
+    const QStringList following = arguments.More(1);
+    if (lines.isEmpty())
+        throw Misuse{"il manque --letterhead"};
+    if (!following.isEmpty() && lines.size() > 1)
+        throw Misuse{"argument en trop : " + following.first()};
+    lines += following;
+    if (lines.size() > data::letterheadFields)
+        throw Misuse{QString("--letterhead a au plus %1 lignes").arg(data::letterheadFields)};
+    return lines;
+}
+
+data::TooltipLanguage LanguageOf(const Arguments& arguments)
+{
+    const QString language = arguments.Texts("language").isEmpty() ? "fr" : arguments.Texts("language").last();
+    if (language != "fr" && language != "ar")
+        throw Misuse{"valeur incorrecte de --language : " + language};
+    return language == "ar" ? data::TooltipLanguage::Arabic : data::TooltipLanguage::French;
+}
+
+int RunNew(const Arguments& arguments, QTextStream& output, QTextStream&)
+{
+    constexpr int largest = std::numeric_limits<int>::max();
+    arguments.Required("code");
+    const data::PracticeSetup setup{.accessCode = *arguments.Number("code", -largest, largest, 0),
+                                    .letterhead = LetterheadOf(arguments),
+                                    .language = LanguageOf(arguments)};
+    data::CreatePractice(arguments.Place(0), setup);
+    output << "Cabinet créé : " << arguments.Place(0) << "\nCode d'accès : " << setup.accessCode << "\n";
+    return Done;
+}
+
+int RunDemo(const Arguments& arguments, QTextStream& output, QTextStream&)
+{
     DemoOptions options;
-};
-
-int RunNew(const NewArguments& arguments, QTextStream& output)
-{
-    data::PracticeSetup setup{
-        .accessCode = arguments.code, .letterhead = {}, .language = data::TooltipLanguage::French};
-    if (arguments.language == "ar")
-        setup.language = data::TooltipLanguage::Arabic;
-    for (const std::string& line : arguments.letterhead)
-        setup.letterhead << QString::fromStdString(line);
-    const QString folder = QString::fromStdString(arguments.folder);
-    data::CreatePractice(folder, setup);
-    output << "Cabinet créé : " << folder << "\nCode d'accès : " << setup.accessCode << "\n";
-    return done;
+    options.acts = arguments.Number("acts", 1, 20'000'000, options.acts);
+    options.patients = arguments.Number("patients", 1, 1'000'000, options.patients);
+    options.services = arguments.Number("services", 1, 1000, options.services);
+    options.days = arguments.Number("days", 1, 20'000, options.days);
+    options.expenses = arguments.Number("expenses", 0, 10'000'000, options.expenses);
+    options.seed = quint64(*arguments.Number("seed", 0, std::numeric_limits<int>::max(), int(options.seed)));
+    options.until = arguments.Date("until", options.until);
+    MakeDemo(arguments.Place(0), options);
+    output << "Cabinet de démonstration : " << arguments.Place(0) << "\nCode d'accès : " << DemoAccessCode << "\n";
+    return Done;
 }
 
-int RunDemo(const DemoArguments& arguments, QTextStream& output)
+int RunImport(const Arguments& arguments, QTextStream& output, QTextStream& errors)
 {
-    DemoOptions options = arguments.options;
-    if (!arguments.until.empty())
-        options.until = basic::DateValue(QString::fromStdString(arguments.until));
-    const QString folder = QString::fromStdString(arguments.folder);
-    MakeDemo(folder, options);
-    output << "Cabinet de démonstration : " << folder << "\nCode d'accès : " << DemoAccessCode << "\n";
-    return done;
-}
-
-int RunImport(const ImportArguments& arguments, QTextStream& output, QTextStream& errors)
-{
-    const ImportResult result =
-        ImportCsv(QString::fromStdString(arguments.folder), QString::fromStdString(arguments.table),
-                  QString::fromStdString(arguments.file));
+    const ImportResult result = ImportCsv(arguments.Place(0), arguments.Place(1), arguments.Place(2));
     if (result.problems.isEmpty()) {
-        output << result.added << " ligne(s) ajoutée(s) à " << QString::fromStdString(arguments.table) << ".\n";
-        return done;
+        output << result.added << " ligne(s) ajoutée(s) à " << arguments.Place(1) << ".\n";
+        return Done;
     }
     for (const QString& problem : result.problems)
         errors << problem << "\n";
-    errors << "Import refusé : " << result.problems.size() << " ligne(s) incorrecte(s), rien n'a été ajouté.\n";
-    return refused;
+    errors << "Import refusé : " << result.problems.size() << " problème(s), rien n'a été ajouté.\n";
+    return Refused;
 }
 
-int RunCheck(const std::string& folder, QTextStream& output)
+int RunCheck(const Arguments& arguments, QTextStream& output, QTextStream&)
 {
-    const CheckReport report = CheckPractice(QString::fromStdString(folder));
+    const CheckReport report = CheckPractice(arguments.Place(0));
     for (const QString& fact : report.facts)
         output << "  " << fact << "\n";
     for (const QString& remark : report.remarks)
@@ -112,97 +189,43 @@ int RunCheck(const std::string& folder, QTextStream& output)
     for (const QString& failure : report.failures)
         output << "  ERREUR : " << failure << "\n";
     output << (report.failures.isEmpty() ? "Le cabinet est en ordre.\n" : "Le cabinet n'est pas en ordre.\n");
-    return report.failures.isEmpty() ? done : refused;
+    return report.failures.isEmpty() ? Done : Refused;
 }
 
-int RunCheckTemplate(const std::string& file, QTextStream& output)
+int RunCheckTemplate(const Arguments& arguments, QTextStream& output, QTextStream&)
 {
-    const QStringList mistakes = CheckReportTemplate(QString::fromStdString(file));
+    const QStringList mistakes = CheckReportTemplate(arguments.Place(0));
     for (const QString& mistake : mistakes)
         output << mistake << "\n";
     if (mistakes.isEmpty())
         output << "Le modèle est en ordre.\n";
-    return mistakes.isEmpty() ? done : refused;
+    return mistakes.isEmpty() ? Done : Refused;
 }
 
-/// The subcommands and where their arguments go.
-struct Commands {
-    CLI::App app;
-    NewArguments newArguments;
-    DemoArguments demo;
-    ImportArguments import;
-    std::string checkFolder;
-    std::string checkedTemplate;
-    CLI::App* newCommand = app.add_subcommand("new");
-    CLI::App* demoCommand = app.add_subcommand("demo");
-    CLI::App* importCommand = app.add_subcommand("import");
-    CLI::App* checkCommand = app.add_subcommand("check");
-    CLI::App* checkTemplateCommand = app.add_subcommand("check-template");
-
-    Commands()
-    {
-        app.require_subcommand(1);
-        app.set_help_flag();
-        for (CLI::App* command : {newCommand, demoCommand, importCommand, checkCommand, checkTemplateCommand})
-            command->set_help_flag();
-
-        newCommand->add_option("DOSSIER", newArguments.folder)->required();
-        newCommand->add_option("--code", newArguments.code)->required();
-        newCommand->add_option("--letterhead", newArguments.letterhead)
-            ->required()
-            ->expected(1, data::letterheadFields);
-        newCommand->add_option("--language", newArguments.language)->check(CLI::IsMember({"fr", "ar"}));
-
-        DemoOptions& options = demo.options;
-        demoCommand->add_option("DOSSIER", demo.folder)->required();
-        demoCommand->add_option("--acts", options.acts)->check(CLI::Range(1, 20'000'000));
-        demoCommand->add_option("--patients", options.patients)->check(CLI::Range(1, 1'000'000));
-        demoCommand->add_option("--services", options.services)->check(CLI::Range(1, 1000));
-        demoCommand->add_option("--days", options.days)->check(CLI::Range(1, 20'000));
-        demoCommand->add_option("--expenses", options.expenses)->check(CLI::Range(0, 10'000'000));
-        demoCommand->add_option("--seed", options.seed);
-        demoCommand->add_option("--until", demo.until)->check([](const std::string& text) {
-            try {
-                basic::DateValue(QString::fromStdString(text));
-                return std::string();
-            } catch (const basic::RuntimeError&) {
-                return std::string("date");
-            }
-        });
-
-        importCommand->add_option("DOSSIER", import.folder)->required();
-        importCommand->add_option("TABLE", import.table)->required();
-        importCommand->add_option("FICHIER", import.file)->required();
-        checkCommand->add_option("DOSSIER", checkFolder)->required();
-        checkTemplateCommand->add_option("FICHIER", checkedTemplate)->required();
-    }
-
-    int Run(QTextStream& output, QTextStream& errors) const
-    {
-        if (newCommand->parsed())
-            return RunNew(newArguments, output);
-        if (demoCommand->parsed())
-            return RunDemo(demo, output);
-        if (importCommand->parsed())
-            return RunImport(import, output, errors);
-        if (checkTemplateCommand->parsed())
-            return RunCheckTemplate(checkedTemplate, output);
-        return RunCheck(checkFolder, output);
-    }
+struct Entry {
+    Subcommand command;
+    int (*run)(const Arguments&, QTextStream& output, QTextStream& errors);
 };
 
-/// What the parser didn't like, in the user's language. Its own sentence is English; the argument's name comes first in
-/// it, or last where the argument isn't known.
-QString Explain(const CLI::ParseError& error)
+const std::vector<Entry>& Entries()
 {
-    const QString sentence = QString::fromUtf8(error.what());
-    const QString first = sentence.section(' ', 0, 0).remove(':');
-    if (dynamic_cast<const CLI::ExtrasError*>(&error) != nullptr)
-        return "argument inconnu ou en trop : " + sentence.section(": ", -1);
-    if (dynamic_cast<const CLI::RequiredError*>(&error) != nullptr)
-        return first == "A" ? QString("il faut une commande : new, demo, import, check ou check-template")
-                            : "il manque " + first;
-    return "valeur incorrecte ou absente pour " + first;
+    static const std::vector<Entry> entries{
+        {{"new", {"DOSSIER"}, {"code", "letterhead", "language"}, true}, RunNew},
+        {{"demo", {"DOSSIER"}, {"acts", "patients", "services", "days", "expenses", "seed", "until"}}, RunDemo},
+        {{"import", {"DOSSIER", "TABLE", "FICHIER"}}, RunImport},
+        {{"check", {"DOSSIER"}}, RunCheck},
+        {{"check-template", {"FICHIER"}}, RunCheckTemplate},
+    };
+    return entries;
+}
+
+const Entry& EntryOf(const QStringList& typed)
+{
+    for (const Entry& entry : Entries())
+        if (!typed.isEmpty() && typed.first() == QLatin1String(entry.command.name))
+            return entry;
+    throw Misuse{typed.isEmpty() ? "il faut une commande : new, demo, import, check ou check-template"
+                                 : "commande inconnue : " + typed.first()};
 }
 
 } // namespace
@@ -210,24 +233,18 @@ QString Explain(const CLI::ParseError& error)
 int RunCommand(const QStringList& arguments, QTextStream& output, QTextStream& errors)
 {
     if (arguments.contains("--help") || arguments.contains("-h")) {
-        output << usage;
-        return done;
-    }
-    Commands commands;
-    std::vector<std::string> words; // the parser takes them from the end
-    for (const QString& argument : arguments)
-        words.insert(words.begin(), argument.toStdString());
-    try {
-        commands.app.parse(words);
-    } catch (const CLI::ParseError& error) {
-        errors << "practice : " << Explain(error) << ".\n\n" << usage;
-        return misused;
+        output << Usage;
+        return Done;
     }
     try {
-        return commands.Run(output, errors);
+        const Entry& entry = EntryOf(arguments);
+        return entry.run(Arguments(entry.command, arguments.mid(1)), output, errors);
+    } catch (const Misuse& misuse) {
+        errors << "practice : " << misuse.reason << ".\n\n" << Usage;
+        return Misused;
     } catch (const basic::RuntimeError& error) {
         errors << "practice : " << error.Description() << "\n";
-        return refused;
+        return Refused;
     }
 }
 

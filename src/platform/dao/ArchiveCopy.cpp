@@ -71,13 +71,19 @@ RowCounts CountRows(sqlite3* database)
     return counts;
 }
 
-void CopyPages(sqlite3* source, sqlite3* copy)
+void CopyPages(sqlite3* source, sqlite3* copy, const CopyProgress& progress)
 {
-    constexpr int allPages = -1;
+    constexpr int pagesAtATime = 2048; // 8 MB
     sqlite3_backup* const backup = sqlite3_backup_init(copy, "main", source, "main");
     if (backup == nullptr)
         RaiseSqliteError(copy, sqlite3_errcode(copy));
-    const int code = sqlite3_backup_step(backup, allPages);
+    int code = SQLITE_OK;
+    while (code == SQLITE_OK) {
+        code = sqlite3_backup_step(backup, pagesAtATime);
+        const int total = sqlite3_backup_pagecount(backup);
+        if (progress)
+            progress(total - sqlite3_backup_remaining(backup), total);
+    }
     const int systemError = sqlite3_system_errno(copy);
     const int finished = sqlite3_backup_finish(backup);
     if ((code & 0xff) == SQLITE_IOERR && systemError != 0)
@@ -86,7 +92,7 @@ void CopyPages(sqlite3* source, sqlite3* copy)
 }
 
 /// Copies the source in one read transaction; returns how many rows each table had then.
-RowCounts WriteCopy(const QString& source, const QString& part)
+RowCounts WriteCopy(const QString& source, const QString& part, const CopyProgress& progress)
 {
     // For reading and writing, as far as it may be written: only then the log is removed again at the end.
     const SqliteHandle from = OpenHardened(source, SQLITE_OPEN_READWRITE);
@@ -96,7 +102,7 @@ RowCounts WriteCopy(const QString& source, const QString& part)
     OpenFile(part, O_RDWR | O_CREAT); // which says why when it can't be made
     const SqliteHandle copy = OpenHardened(part, SQLITE_OPEN_READWRITE);
     RunOnce(copy.get(), "pragma synchronous=off"); // synced once, below
-    CopyPages(from.get(), copy.get());
+    CopyPages(from.get(), copy.get(), progress);
     CheckWriting(copy.get(), sqlite3_exec(copy.get(), "pragma journal_mode=delete", nullptr, nullptr, nullptr));
     return counts;
 }
@@ -123,7 +129,7 @@ void RequirePlaces(const QString& source, const QString& target)
 
 } // namespace
 
-void CopyDatabase(const QString& source, const QString& target)
+void CopyDatabase(const QString& source, const QString& target, const CopyProgress& progress)
 {
     RequirePlaces(source, target);
     const auto ownerOnly = basic::ForOwnerOnly();
@@ -134,7 +140,7 @@ void CopyDatabase(const QString& source, const QString& target)
     };
     removePart(); // of a program that died
     const auto removeAtEnd = qScopeGuard(removePart);
-    const RowCounts counts = WriteCopy(source, part);
+    const RowCounts counts = WriteCopy(source, part, progress);
     CheckCopy(part, QFileInfo(source).fileName(), counts);
     OpenFile(part, O_RDWR).Sync();
     if (std::rename(SystemPath(part).c_str(), SystemPath(target).c_str()) != 0)

@@ -1,8 +1,11 @@
 #pragma once
 
 #include <QString>
+#include <functional>
 
 namespace dao {
+
+using CopyProgress = std::function<void(int done, int total)>;
 
 /// Copies a database to `target` so that the target is always whole: yesterday's copy, byte for byte, or the new one.
 ///
@@ -11,6 +14,8 @@ namespace dao {
 /// may read and write meanwhile. A damaged source is never copied. Raises 76 when the folder is missing, 53 when the
 /// source is, 61 when the disk is full, 70 or 75 when writing is refused, 3049 when source or copy are damaged, 3343
 /// when the source isn't this program's. The ".part" file is gone in every case.
-void CopyDatabase(const QString& source, const QString& target);
+///
+/// `progress` is called now and then while the pages are copied, with how many are done and how many there are.
+void CopyDatabase(const QString& source, const QString& target, const CopyProgress& progress = {});
 
 } // namespace dao

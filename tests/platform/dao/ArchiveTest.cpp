@@ -3,6 +3,7 @@
 #include "platform/dao/ArchiveCopy.h"
 
 #include <QDir>
+#include <algorithm>
 
 #include <sys/stat.h>
 
@@ -53,6 +54,21 @@ TEST_F(Archive, HoldsWhatWasSavedAndOpensFromReadOnlyMedia)
     const Database again = workspace.OpenDatabase(path);
     again.Execute("update Actes set montant = 43 where num = 2");
     EXPECT_EQ(again.OpenRecordset("select * from Actes where num = 2")["montant"].Double(), 43);
+}
+
+TEST_F(Archive, SaysHowFarItHasCome)
+{
+    Other(path).Run("with recursive n(i) as (select 100 union all select i + 1 from n where i < 9000) "
+                    "insert into Patients (num, nom) select i, hex(zeroblob(1000)) from n");
+    std::vector<int> done;
+    int pages = 0;
+    CopyDatabase(path, target, [&](int copied, int total) {
+        done.push_back(copied);
+        pages = total;
+    });
+    EXPECT_GT(done.size(), 1U);
+    EXPECT_TRUE(std::ranges::is_sorted(done));
+    EXPECT_EQ(done.back(), pages);
 }
 
 TEST_F(Archive, StaysAsItWasWhenAnyPageOfTheDatabaseIsDamaged)
