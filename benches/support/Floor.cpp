@@ -41,7 +41,7 @@ void PlainDatabase::CopyChecked(const QString& target)
     sqlite3_backup* backup = sqlite3_backup_init(copy, "main", handle, "main");
     Require(backup != nullptr && sqlite3_backup_step(backup, -1) == SQLITE_DONE, "the copy failed");
     sqlite3_backup_finish(backup);
-    Require(sqlite3_exec(copy, "PRAGMA quick_check", nullptr, nullptr, nullptr) == SQLITE_OK, "the check failed");
+    Require(sqlite3_exec(copy, "PRAGMA integrity_check", nullptr, nullptr, nullptr) == SQLITE_OK, "the check failed");
     sqlite3_close(copy);
 }
 

@@ -145,8 +145,7 @@ void Form1::EndForSystem()
 
 void Form1::EndNow()
 {
-    ShutDown();
-    TheDesk().EndProgram(0);
+    TheDesk().EndProgram(ShutDown());
 }
 
 /// Closes the window in front and comes back for the next one when its caller has returned.
@@ -162,19 +161,23 @@ void Form1::CloseTopScreen()
     front->close();
 }
 
-void Form1::ShutDown()
+int Form1::ShutDown()
 {
     try {
         if (DisplayChanged)
             ChangeWorkingArea(InitialScreen);
         if (Label1[0].isVisibleTo(this)) {
             const auto notice = TheDesk().Wait("Archivage ...");
+            if (TheDatabase.IsOpen())
+                TheDatabase.RequireSameFile(); // another file isn't archived over the last good copy
             CloseDataFiles();
             CopyToArchives([&notice](int done, int total) { notice->Advance(done, total); });
         }
     } catch (const basic::RuntimeError& error) {
         MsgBox(ErrorText(error), Icon::Exclamation, "ZEP Lumo");
+        return error.Code() == basic::Error::FileReplaced ? 1 : 0;
     }
+    return 0;
 }
 
 } // namespace core

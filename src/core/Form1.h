@@ -55,7 +55,8 @@ private:
     void FitDisplay();
     void ShowLetterhead();
     /// Puts the display back, closes and archives an open practice. An error is shown and ends the steps.
-    void ShutDown();
+    /// Closes the practice and archives it; returns the exit code.
+    int ShutDown();
 
     void CloseTopScreen();
 

@@ -37,6 +37,8 @@ constexpr UsualDescription usualDescriptions[] = {
     {Error::AccountRefused, "Nom de compte ou mot de passe incorrect."},
     {Error::NoTransaction, "Validation ou annulation d'une transaction qui n'a pas été commencée."},
     {Error::DiskOrNetwork, "Erreur disque ou réseau."},
+    {Error::FileReplaced, "Le fichier '|' n'est plus celui qui a été ouvert : il a été remplacé, déplacé ou supprimé "
+                          "pendant le travail. Rien de plus n'est enregistré ni archivé."},
     {Error::DamagedDatabase, "Impossible d'ouvrir la base de données '|'. Elle est peut-être endommagée."},
     {Error::FileNotOpened,
      "Impossible d'ouvrir le fichier : il est ouvert en mode exclusif par un autre utilisateur ou l'accès est refusé."},

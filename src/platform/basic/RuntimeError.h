@@ -35,6 +35,7 @@ enum class Error : int {
     NoTransaction = 3034,
     TooManyRows = 3035,
     DiskOrNetwork = 3043,
+    FileReplaced = 3044, ///< the open file isn't any more the one under its name
     DamagedDatabase = 3049,
     FileNotOpened = 3051,
     QueryTimeout = 3059,

@@ -9,6 +9,7 @@
 #include <QScopeGuard>
 #include <fcntl.h>
 #include <sqlite3.h>
+#include <sys/file.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -55,6 +56,9 @@ public:
         if (::fsync(file) != 0)
             RaiseFileError(errno);
     }
+
+    /// Locks it unless another program has. A file system without locks counts as one on which nobody else is.
+    bool TryLock() const { return ::flock(file, LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK; }
 
 private:
     int file;
@@ -110,9 +114,35 @@ RowCounts WriteCopy(const QString& source, const QString& part, const CopyProgre
 void CheckCopy(const QString& part, const QString& name, const RowCounts& expected)
 {
     const SqliteHandle copy = OpenForReading(part);
-    if (!FirstDamage(copy.get()).isEmpty() || CountRows(copy.get()) != expected)
+    if (!FirstDamage(copy.get(), Thoroughness::Indexes).isEmpty() || CountRows(copy.get()) != expected)
         throw RuntimeError(Error::DamagedDatabase, name);
 }
+
+/// The file itself that a path leads to; a link that leads nowhere is a missing file.
+QString BehindLinks(const QString& path)
+{
+    const QFileInfo file(path);
+    return file.exists() ? file.canonicalFilePath() : file.isSymLink() ? file.symLinkTarget() : path;
+}
+
+/// Keeps other programs from copying into the same folder: each would take the other's half copy for one that was left
+/// behind. Waits for the other one; raises 70 when it takes longer than any copy does.
+class FolderLock {
+public:
+    explicit FolderLock(const QString& path) : folder(path, O_RDONLY | O_DIRECTORY)
+    {
+        constexpr int longestWait = 60'000; // ms
+        constexpr int betweenTries = 20;
+        for (int waited = 0; !folder.TryLock(); waited += betweenTries) {
+            if (waited > longestWait)
+                throw RuntimeError(Error::PermissionDenied);
+            ::usleep(betweenTries * 1000);
+        }
+    }
+
+private:
+    OpenFile folder; // closing it lets go of the lock
+};
 
 void RequirePlaces(const QString& source, const QString& target)
 {
@@ -129,9 +159,12 @@ void RequirePlaces(const QString& source, const QString& target)
 
 } // namespace
 
-void CopyDatabase(const QString& source, const QString& target, const CopyProgress& progress)
+void CopyDatabase(const QString& linkedSource, const QString& linkedTarget, const CopyProgress& progress)
 {
+    const QString source = BehindLinks(linkedSource);
+    const QString target = BehindLinks(linkedTarget);
     RequirePlaces(source, target);
+    const FolderLock alone(QFileInfo(target).absolutePath());
     const auto ownerOnly = basic::ForOwnerOnly();
     const QString part = target + ".part";
     const auto removePart = [&part] {

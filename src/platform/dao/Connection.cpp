@@ -1,8 +1,8 @@
 #include "platform/dao/Connection.h"
 
 #include "platform/dao/ListedSet.h"
-#include "platform/dao/Opening.h"
 
+#include <QFileInfo>
 #include <sqlite3.h>
 
 #include <algorithm>
@@ -23,7 +23,7 @@ std::vector<Connection*>& OpenConnections()
     return open;
 }
 
-Connection::Connection(sqlite3* opened, QString file) : database(opened), path(std::move(file))
+Connection::Connection(sqlite3* opened, QString openedPath) : database(opened), path(std::move(openedPath)), file(opened, path)
 {
     OpenConnections().push_back(this);
     sqlite3_wal_hook(
@@ -59,11 +59,13 @@ void Connection::Close() noexcept
     plans.clear();
     prepared.clear();
     holder = Statement();
+    LookForReplacement();
     // The last one out of a file moves its log into it and removes the log; that another one is still in is no failure.
     sqlite3_busy_timeout(database, 0);
     sqlite3_close_v2(database);
     database = nullptr;
-    RememberSound(path);
+    if (!isReplaced)
+        RememberSound(path);
 }
 
 const std::shared_ptr<Plan>& Connection::PlanOf(QStringView statement, const std::u16string& shape, bool skipsFailures)
@@ -169,6 +171,23 @@ void Connection::LookForChanges()
 
 // -- writing
 
+void Connection::RequireSameFile()
+{
+    Handle();
+    LookForReplacement();
+    if (isReplaced)
+        throw RuntimeError(Error::FileReplaced, QFileInfo(path).fileName());
+}
+
+void Connection::LookForReplacement()
+{
+    if (isReplaced || file.IsInPlace(database))
+        return;
+    isReplaced = true;
+    sqlite3_db_config(database, SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 1, nullptr);
+    SetLogAside(path);
+}
+
 int Connection::Change(Plan& plan, const std::vector<Value>& literals)
 {
     plan.statement.Bind(literals);
@@ -178,6 +197,7 @@ int Connection::Change(Plan& plan, const std::vector<Value>& literals)
 
 void Connection::RunChange(Statement& change)
 {
+    RequireSameFile();
     FinishAllReading();
     holder = Statement(); // a change starts from what the file holds now
     change.Run();
@@ -190,6 +210,7 @@ void Connection::RunChange(Statement& change)
 
 void Connection::Begin()
 {
+    RequireSameFile();
     FinishAllReading();
     holder = Statement();
     Prepared("begin immediate").Run();
@@ -268,7 +289,8 @@ void Connection::Idle()
 {
     FinishAllReading();
     holder = Statement();
-    if (logPages >= PagesBeforeIdleCheckpoint && sqlite3_get_autocommit(database) != 0) {
+    LookForReplacement();
+    if (!isReplaced && logPages >= PagesBeforeIdleCheckpoint && sqlite3_get_autocommit(database) != 0) {
         logPages = 0;
         sqlite3_wal_checkpoint_v2(database, "main", SQLITE_CHECKPOINT_PASSIVE, nullptr, nullptr);
     }

@@ -2,6 +2,7 @@
 
 #include "platform/dao/Dialect.h"
 #include "platform/dao/Errors.h"
+#include "platform/dao/Opening.h"
 #include "platform/dao/Tokenizer.h"
 
 #include <QString>
@@ -29,7 +30,7 @@ struct DataVersion {
 class Connection {
 public:
     /// Takes over an opened handle.
-    explicit Connection(sqlite3* opened, QString file);
+    explicit Connection(sqlite3* opened, QString openedPath);
     ~Connection();
     Q_DISABLE_COPY_MOVE(Connection)
 
@@ -52,6 +53,10 @@ public:
     /// To be called before a statement reads. Within a read transaction the others stay open, unless it is the one of
     /// the plan `used` that is to run.
     void FinishReading(const Plan* used = nullptr);
+
+    /// Raises 3044 when the file under the database's name isn't any more the one that was opened, or an older copy was
+    /// written over it. The log is set aside then, and nothing more gets into any file.
+    void RequireSameFile();
 
     /// Runs a plan that changes rows; returns how many.
     int Change(Plan& plan, const std::vector<Value>& literals);
@@ -81,6 +86,7 @@ public:
     void Idle();
 
 private:
+    void LookForReplacement();
     void DropPlans();
     void FinishAllReading();
     void Begin();
@@ -90,6 +96,8 @@ private:
 
     sqlite3* database = nullptr;
     QString path;
+    OpenedFile file;
+    bool isReplaced = false;
     std::unordered_map<std::u16string, std::shared_ptr<Plan>> plans;
     std::unordered_map<std::string, Statement> prepared;
     Statement holder; // while it is open the file is seen as it was

@@ -59,6 +59,11 @@ dao::TableDef Database::TableDef(const QString& table) const
     return {connection, table};
 }
 
+void Database::RequireSameFile() const
+{
+    Open().RequireSameFile();
+}
+
 void Database::BeginTrans() const
 {
     Open().BeginTransaction();

@@ -52,6 +52,9 @@ public:
     /// Raises 3265 when there is no such table.
     dao::TableDef TableDef(const QString& table) const;
 
+    /// Raises 3044 when the file was replaced, moved or deleted since it was opened. Every change asks by itself.
+    void RequireSameFile() const;
+
     /// One writing transaction around several changes; they don't nest (3246). Ending none raises 3034.
     void BeginTrans() const;
     void CommitTrans() const;

@@ -5,6 +5,8 @@
 #include "platform/dao/Opening.h"
 #include "platform/dao/Workgroup.h"
 
+#include <QFileInfo>
+
 namespace dao {
 
 struct Workspace::Session {
@@ -28,7 +30,9 @@ Database Workspace::OpenDatabase(const QString& path) const
 {
     if (session == nullptr)
         throw basic::RuntimeError(basic::Error::ObjectClosed);
-    const auto connection = std::make_shared<Connection>(OpenForWork(path).release(), path);
+    RequireFile(path);
+    const QString file = QFileInfo(path).canonicalFilePath(); // the log of a linked file is beside the file itself
+    const auto connection = std::make_shared<Connection>(OpenForWork(file).release(), file);
     session->opened.push_back(connection);
     return Database(connection);
 }

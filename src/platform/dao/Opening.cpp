@@ -50,17 +50,24 @@ struct Header {
     quint32 NumberAt(std::size_t offset) const { return qFromBigEndian<quint32>(bytes.data() + offset); }
     qint64 PageSize() const { return bytes[16] == 0 && bytes[17] == 1 ? 65536 : bytes[16] << 8 | bytes[17]; }
     bool IsInRollbackMode() const { return bytes[18] == 1; }
+    quint32 Stamp() const { return NumberAt(40); }
 };
+
+/// Reads the raw header of the file behind a connection. False when the file is shorter or can't be read.
+bool ReadHeader(sqlite3* database, Header& header)
+{
+    sqlite3_file* file = nullptr;
+    sqlite3_file_control(database, "main", SQLITE_FCNTL_FILE_POINTER, &file);
+    return file != nullptr && file->pMethods != nullptr &&
+           file->pMethods->xRead(file, header.bytes.data(), int(header.bytes.size()), 0) == SQLITE_OK;
+}
 
 /// Raises 3343 unless the file is a database of this program, and not of a newer one.
 Header HeaderOf(sqlite3* immutable, const QString& name)
 {
     constexpr std::string_view magic("SQLite format 3\0", 16);
     Header header;
-    sqlite3_file* file = nullptr;
-    sqlite3_file_control(immutable, "main", SQLITE_FCNTL_FILE_POINTER, &file);
-    const bool isOurs = file != nullptr && file->pMethods != nullptr &&
-                        file->pMethods->xRead(file, header.bytes.data(), int(header.bytes.size()), 0) == SQLITE_OK &&
+    const bool isOurs = ReadHeader(immutable, header) &&
                         std::ranges::equal(magic, std::span(header.bytes).first(magic.size()),
                                            [](char left, unsigned char right) { return left == char(right); }) &&
                         header.NumberAt(68) == ApplicationId;
@@ -77,17 +84,20 @@ bool StandsAlone(const QString& path)
     return QFileInfo(path + "-wal").size() == 0 && QFileInfo(path + "-journal").size() == 0;
 }
 
+bool RenameAside(const QString& log)
+{
+    QString aside = log + ".set-aside";
+    for (int i = 2; QFileInfo::exists(aside); ++i)
+        aside = log + ".set-aside-" + QString::number(i);
+    return QFile::rename(log, aside);
+}
+
 /// A log beside a file in rollback mode was left by another file that had this name, before an archive copy was put
 /// back: its pages must not get into this one. It is kept under a name that SQLite doesn't look for.
 void SetForeignLogAside(const QString& path, const Header& header)
 {
     const QString log = path + "-wal";
-    if (QFileInfo(log).size() == 0 || !header.IsInRollbackMode())
-        return;
-    QString aside = log + ".set-aside";
-    for (int i = 2; QFileInfo::exists(aside); ++i)
-        aside = log + ".set-aside-" + QString::number(i);
-    if (!QFile::rename(log, aside))
+    if (QFileInfo(log).size() != 0 && header.IsInRollbackMode() && !RenameAside(log))
         throw RuntimeError(Error::PathAccess);
 }
 
@@ -126,6 +136,13 @@ void RequireWholePages(const Header& header, const QString& path)
         throw RuntimeError(Error::DamagedDatabase, QFileInfo(path).fileName());
 }
 
+/// How a file is checked at its opening, which is not to take longer than a user notices.
+Thoroughness ThoroughnessFor(const QString& path)
+{
+    constexpr qint64 largest = qint64{12} << 20; // bytes: about 0.3 s
+    return QFileInfo(path).size() <= largest ? Thoroughness::Indexes : Thoroughness::Pages;
+}
+
 /// Checks all pages of a file that nobody has open, without making anything beside it. False when another program came
 /// in meanwhile, so that the check must be made through its log.
 bool IsSoundAlone(sqlite3* immutable, const Header& header, const QString& path)
@@ -133,7 +150,7 @@ bool IsSoundAlone(sqlite3* immutable, const Header& header, const QString& path)
     if (!StandsAlone(path))
         return false;
     RequireWholePages(header, path);
-    if (FirstDamage(immutable).isEmpty())
+    if (FirstDamage(immutable, ThoroughnessFor(path)).isEmpty())
         return true;
     if (StandsAlone(path))
         throw RuntimeError(Error::DamagedDatabase, QFileInfo(path).fileName());
@@ -146,10 +163,37 @@ void KeepLogAtClose(sqlite3* database, bool keeps)
     sqlite3_db_config(database, SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, keeps ? 1 : 0, nullptr);
 }
 
-/// Checks and prepares what was opened. Returns the version of its tables: a change of it may be in the log alone.
-qint64 PrepareForWork(sqlite3* database, bool isChecked)
+/// Raises 3343 for a trigger or a view: this program makes none, and one that was planted could change what is saved.
+void RequireNoForeignCode(sqlite3* database, const QString& name)
 {
-    if (!isChecked && !FirstDamage(database).isEmpty())
+    const std::string planted =
+        TextAnswer(database, "select name from sqlite_schema where type in ('trigger', 'view') order by name limit 1");
+    if (!planted.empty())
+        throw RuntimeError::Described(Error::UnrecognizedFormat,
+                                      QStringLiteral("La base de données '%1' contient un déclencheur ou une vue que le "
+                                                     "programme n'a pas créés : '%2'. Elle n'est pas ouverte.")
+                                          .arg(name, QString::fromStdString(planted)));
+}
+
+/// Gives the file a stamp that no copy made before has: the schema version in its header, which every change of the
+/// schema raises and which a copy starts anew. A file that another program is writing keeps the one it has.
+void Stamp(sqlite3* database)
+{
+    sqlite3_busy_timeout(database, 0);
+    try {
+        RunScript(database, "begin immediate; create table \"ZEP opening\" (stamp); drop table \"ZEP opening\"; commit;"
+                            "pragma wal_checkpoint(passive);");
+    } catch (const RuntimeError&) {
+        if (sqlite3_get_autocommit(database) == 0)
+            RunOnce(database, "rollback");
+    }
+    sqlite3_busy_timeout(database, busyMilliseconds);
+}
+
+/// Checks and prepares what was opened. Returns the version of its tables: a change of it may be in the log alone.
+qint64 PrepareForWork(sqlite3* database, bool isChecked, Thoroughness thoroughness)
+{
+    if (!isChecked && !FirstDamage(database, thoroughness).isEmpty())
         throw RuntimeError(Error::DamagedDatabase);
     const qint64 version = WholeAnswer(database, "pragma user_version");
     if (version > SchemaVersion)
@@ -160,6 +204,7 @@ qint64 PrepareForWork(sqlite3* database, bool isChecked)
     RunOnce(database, CacheOfBalances);
     DefineTextComparison(database);
     BringUpToDate(database, DBEngine.KeyedTables);
+    Stamp(database);
     return version;
 }
 
@@ -198,16 +243,17 @@ SqliteHandle OpenHardened(const QString& path, int flags)
     sqlite3_db_config(opened, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
     // Words between double quotes are names or errors, never text by mistake.
     for (const int option : {SQLITE_DBCONFIG_TRUSTED_SCHEMA, SQLITE_DBCONFIG_DQS_DML, SQLITE_DBCONFIG_DQS_DDL,
-                             SQLITE_DBCONFIG_ENABLE_LOAD_EXTENSION, SQLITE_DBCONFIG_ENABLE_FTS3_TOKENIZER})
+                             SQLITE_DBCONFIG_ENABLE_TRIGGER, SQLITE_DBCONFIG_ENABLE_VIEW, SQLITE_DBCONFIG_ENABLE_LOAD_EXTENSION, SQLITE_DBCONFIG_ENABLE_FTS3_TOKENIZER})
         sqlite3_db_config(opened, option, 0, nullptr);
     RunOnce(opened, "pragma cell_size_check=on");
     return handle;
 }
 
-QString FirstDamage(sqlite3* database)
+QString FirstDamage(sqlite3* database, Thoroughness thoroughness)
 {
     try {
-        const std::string answer = TextAnswer(database, "pragma quick_check(1)");
+        const std::string answer = TextAnswer(
+            database, thoroughness == Thoroughness::Indexes ? "pragma integrity_check(1)" : "pragma quick_check(1)");
         return answer == "ok" ? QString() : QString::fromStdString(answer);
     } catch (const RuntimeError& error) {
         if (error.Code() == Error::DamagedDatabase || error.Code() == Error::UnrecognizedFormat)
@@ -218,7 +264,6 @@ QString FirstDamage(sqlite3* database)
 
 SqliteHandle OpenForWork(const QString& path)
 {
-    RequireFile(path);
     const QString name = QFileInfo(path).fileName();
     bool isChecked = IsKnownSound(path);
     {
@@ -233,16 +278,42 @@ SqliteHandle OpenForWork(const QString& path)
     KeepLogAtClose(handle.get(), true);
     qint64 version = 0;
     try {
-        version = PrepareForWork(handle.get(), isChecked);
+        version = PrepareForWork(handle.get(), isChecked, ThoroughnessFor(path));
     } catch (const RuntimeError& error) {
         if (error.Code() == Error::DamagedDatabase || error.Code() == Error::UnrecognizedFormat)
             throw RuntimeError(Error::DamagedDatabase, name);
         throw;
     }
+    RequireNoForeignCode(handle.get(), name);
     if (version > SchemaVersion)
         RaiseNewer(name);
     KeepLogAtClose(handle.get(), false);
     return handle;
+}
+
+OpenedFile::OpenedFile(sqlite3* opened, const QString& openedPath) : path(openedPath)
+{
+    struct stat state = {};
+    ::stat(SystemPath(path).c_str(), &state);
+    device = state.st_dev;
+    inode = state.st_ino;
+    Header header;
+    if (ReadHeader(opened, header))
+        stamp = header.Stamp();
+}
+
+bool OpenedFile::IsInPlace(sqlite3* opened) const
+{
+    struct stat state = {};
+    Header header;
+    return ::stat(SystemPath(path).c_str(), &state) == 0 && state.st_dev == device && state.st_ino == inode &&
+           ReadHeader(opened, header) && header.Stamp() >= stamp;
+}
+
+void SetLogAside(const QString& path)
+{
+    if (RenameAside(path + "-wal"))
+        QFile::remove(path + "-shm");
 }
 
 void RememberSound(const QString& path)

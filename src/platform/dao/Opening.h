@@ -18,6 +18,25 @@ SqliteHandle OpenHardened(const QString& path, int flags);
 /// refused is left as it was, and nothing is made beside it as far as the checks can do without.
 SqliteHandle OpenForWork(const QString& path);
 
+/// The file behind an open database, as it was at its opening.
+class OpenedFile {
+public:
+    OpenedFile(sqlite3* opened, const QString& path);
+
+    /// Whether the path still leads to the same file, and the file was not overwritten by an older copy of itself.
+    bool IsInPlace(sqlite3* opened) const;
+
+private:
+    QString path;
+    quint64 device = 0;
+    quint64 inode = 0;
+    quint32 stamp = 0;
+};
+
+/// Renames the log of a file that isn't ours any more, so that its pages get into no other file and nothing that was
+/// saved is thrown away. Leaves it where it is when that is refused.
+void SetLogAside(const QString& path);
+
 /// To be called when this program has closed a database: as long as nobody else changes the file, opening it again
 /// doesn't check all its pages again.
 void RememberSound(const QString& path);
@@ -26,8 +45,13 @@ void RememberSound(const QString& path);
 /// beside it unless a log is there.
 SqliteHandle OpenForReading(const QString& path);
 
-/// The first damage that a quick check of all pages finds; empty for a sound file.
-QString FirstDamage(sqlite3* database);
+enum class Thoroughness : quint8 {
+    Pages,  ///< every page and row
+    Indexes ///< also that each index agrees with its table: several times as long
+};
+
+/// The first damage that a check finds; empty for a sound file.
+QString FirstDamage(sqlite3* database, Thoroughness thoroughness);
 
 /// Raises 3024 when there is no such file, 70 when it may not be read.
 void RequireFile(const QString& path);

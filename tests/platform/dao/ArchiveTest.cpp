@@ -5,7 +5,12 @@
 #include <QDir>
 #include <algorithm>
 
+#include <chrono>
+#include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
+#include <thread>
+#include <unistd.h>
 
 namespace dao::test {
 namespace {
@@ -54,6 +59,35 @@ TEST_F(Archive, HoldsWhatWasSavedAndOpensFromReadOnlyMedia)
     const Database again = workspace.OpenDatabase(path);
     again.Execute("update Actes set montant = 43 where num = 2");
     EXPECT_EQ(again.OpenRecordset("select * from Actes where num = 2")["montant"].Double(), 43);
+}
+
+TEST_F(Archive, IsWrittenThroughALinkToItsPlace)
+{
+    const QString elsewhere = folder.filePath("ailleurs.MDB");
+    ASSERT_EQ(CopyError(), std::nullopt);
+    ASSERT_TRUE(QFile::rename(target, elsewhere));
+    ASSERT_TRUE(QFile::link(elsewhere, target));
+    database.Execute("update Actes set montant = 42 where num = 2");
+    ASSERT_EQ(CopyError(), std::nullopt);
+    EXPECT_TRUE(QFileInfo(target).isSymLink());
+    EXPECT_EQ(Other(elsewhere).Answer("select montant from Actes where num = 2"), "42.0");
+}
+
+TEST_F(Archive, WaitsForAnotherProgramThatCopiesToTheSameFolder)
+{
+    const QByteArray archives = folder.filePath("ARCHIVES").toUtf8();
+    const int other = ::open(archives.constData(), O_RDONLY | O_DIRECTORY);
+    ASSERT_EQ(::flock(other, LOCK_EX), 0);
+    QFile part(target + ".part"); // the other one's, half written
+    ASSERT_TRUE(part.open(QIODevice::WriteOnly));
+    std::thread otherProgram([&] {
+        std::this_thread::sleep_for(std::chrono::milliseconds(100));
+        EXPECT_TRUE(QFile::exists(target + ".part")) << "taken away";
+        ::close(other);
+    });
+    EXPECT_EQ(CopyError(), std::nullopt);
+    otherProgram.join();
+    EXPECT_EQ(ArchiveContent(), QStringList("ZEP_ONE.MDB"));
 }
 
 TEST_F(Archive, SaysHowFarItHasCome)

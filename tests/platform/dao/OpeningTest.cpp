@@ -42,6 +42,46 @@ protected:
     static constexpr int pageSize = 4096;
 };
 
+TEST_F(OpenedFile, IsRefusedWithATriggerOrAViewThatTheProgramNeverMade)
+{
+    Other(path).Run("create trigger gift after update on Actes begin update Actes set montant = 0; end");
+    const QByteArray planted = Bytes();
+    try {
+        workspace.OpenDatabase(path);
+        ADD_FAILURE() << "opened";
+    } catch (const RuntimeError& error) {
+        EXPECT_EQ(error.Code(), Error::UnrecognizedFormat);
+        EXPECT_TRUE(error.Description().contains("'gift'")) << error.Description().toStdString();
+    }
+    Other(path).Run("drop trigger gift");
+    const Database again = workspace.OpenDatabase(path);
+    Other(path).Run("create trigger gift after update on Actes begin update Actes set montant = 0; end");
+    again.Execute("update Actes set montant = 43 where num = 2");
+    EXPECT_EQ(Other(path).Answer("select montant from Actes where num = 2"), "43.0") << "planted while it is open";
+}
+
+TEST_F(OpenedFile, IsTheOneBehindALink)
+{
+    const QString linked = folder.filePath("LIEN.MDB");
+    ASSERT_TRUE(QFile::link(path, linked));
+    Database behind = workspace.OpenDatabase(linked);
+    behind.Execute("update Actes set montant = 44 where num = 2");
+    EXPECT_FALSE(QFile::exists(linked + "-wal"));
+    behind.Close();
+    EXPECT_EQ(Other(path).Answer("select montant from Actes where num = 2"), "44.0");
+    EXPECT_TRUE(QFileInfo(linked).isSymLink());
+}
+
+TEST_F(OpenedFile, IsRefusedWhereAnIndexDisagreesWithItsTable)
+{
+    Other(path).Run("update Actes set montant = montant");
+    Other program(path);
+    program.Run("pragma writable_schema=on");
+    ASSERT_EQ(program.Run("delete from sqlite_schema where type = 'index' and tbl_name = 'Actes' and sql is not null"),
+              SQLITE_OK);
+    EXPECT_EQ(OpeningError(), Error::DamagedDatabase) << "pages that nothing leads to";
+}
+
 TEST_F(OpenedFile, IsSeenThroughByAMereLook)
 {
     ASSERT_EQ(::chmod(folder.path().toUtf8().constData(), 0555), 0);
