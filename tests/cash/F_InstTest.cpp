@@ -144,6 +144,10 @@ TEST_F(PendingSettlements, TakesBothEndsOfAPeriod)
     EXPECT_EQ(screen.Grid3.Rows(), 3);
     EXPECT_EQ(screen.RCP.text(), "  30.00");
 
+    practice.Act({.day = "02/01/2008", .montant = 10, .flag_R = PaymentCode::RMinus}); // entered after the others
+    ListPeriod(screen, "01/01/2008", "17/06/2008");
+    EXPECT_EQ(screen.Grid3.Text(3, 4), "02/01/2008") << "in the order of their entry";
+
     ListPeriod(screen, "17/06/2008", "17/06/2008");
     EXPECT_EQ(screen.SSPanel1.Caption(), "Période du  Mar  17/06/2008 au Mar  17/06/2008");
     EXPECT_EQ(screen.Grid3.Rows(), 1);

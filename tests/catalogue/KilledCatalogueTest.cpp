@@ -2,11 +2,11 @@
 #include "catalogue/Tarifs.h"
 #include "core/globals.h"
 #include "core/opening.h"
-#include "support/Rounds.h"
 #include "support/ChildProcess.h"
 #include "support/DeadlyWrites.h"
 #include "support/Practice.h"
 #include "support/Reports.h"
+#include "support/Rounds.h"
 #include "support/ScriptedDesk.h"
 
 #include <gtest/gtest.h>

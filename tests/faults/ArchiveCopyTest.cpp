@@ -1,12 +1,12 @@
 #include "core/globals.h"
 #include "faults/FolderContent.h"
-#include "support/Rounds.h"
 #include "faults/SmallDisk.h"
 #include "support/ChildProcess.h"
 #include "support/Globals.h"
 #include "support/MainWindow.h"
 #include "support/OtherProgram.h"
 #include "support/Practice.h"
+#include "support/Rounds.h"
 
 #include <QDir>
 

@@ -2,13 +2,13 @@
 #include "core/globals.h"
 #include "core/opening.h"
 #include "core/printing.h"
-#include "support/DeadlyWrites.h"
-#include "support/Rounds.h"
 #include "platform/basic/Dates.h"
 #include "support/ChildProcess.h"
+#include "support/DeadlyWrites.h"
 #include "support/FolderInMemory.h"
 #include "support/MainWindow.h"
 #include "support/Practice.h"
+#include "support/Rounds.h"
 
 #include <QDir>
 

@@ -1,14 +1,14 @@
 #include "core/globals.h"
 #include "data/Practice.h"
-#include "support/DeadlyWrites.h"
 #include "faults/FolderContent.h"
-#include "support/Rounds.h"
 #include "support/ChildProcess.h"
+#include "support/DeadlyWrites.h"
 #include "support/FolderInMemory.h"
 #include "support/Globals.h"
 #include "support/OtherProgram.h"
 #include "support/Practice.h"
 #include "support/Printing.h"
+#include "support/Rounds.h"
 #include "support/ScriptedDesk.h"
 
 #include <QFile>

@@ -2,7 +2,6 @@
 #include "core/globals.h"
 #include "core/opening.h"
 #include "faults/FolderContent.h"
-#include "support/Rounds.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/dao/Connection.h"
 #include "support/ChildProcess.h"
@@ -10,6 +9,7 @@
 #include "support/MainWindow.h"
 #include "support/OtherProgram.h"
 #include "support/Practice.h"
+#include "support/Rounds.h"
 
 #include <QElapsedTimer>
 #include <QScopedValueRollback>

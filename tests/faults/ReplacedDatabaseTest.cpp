@@ -13,8 +13,9 @@ using forms::Icon;
 
 namespace {
 
-const QString Told = "Le fichier 'ZEP_ONE.MDB' n'est plus celui qui a été ouvert : il a été remplacé, déplacé ou supprimé "
-                     "pendant le travail. Rien de plus n'est enregistré ni archivé.";
+const QString Told =
+    "Le fichier 'ZEP_ONE.MDB' n'est plus celui qui a été ouvert : il a été remplacé, déplacé ou supprimé "
+    "pendant le travail. Rien de plus n'est enregistré ni archivé.";
 
 struct Replacement {
     const char* name;
@@ -56,15 +57,9 @@ protected:
     }
 
     /// What is in the folder's file now, read by another program; the log that was set aside is not read.
-    QString Amount() const
-    {
-        return tests::OtherProgram(file).Answer("select montant from Actes where num = 1");
-    }
+    QString Amount() const { return tests::OtherProgram(file).Answer("select montant from Actes where num = 1"); }
 
-    bool IsLogKept() const
-    {
-        return !QDir(practice.Folder()).entryList({"ZEP_ONE.MDB-wal.set-aside*"}).isEmpty();
-    }
+    bool IsLogKept() const { return !QDir(practice.Folder()).entryList({"ZEP_ONE.MDB-wal.set-aside*"}).isEmpty(); }
 
     static void Save(double dinars)
     {

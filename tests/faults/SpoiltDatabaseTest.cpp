@@ -1,13 +1,13 @@
 #include "core/globals.h"
 #include "core/opening.h"
 #include "faults/FolderContent.h"
-#include "support/Rounds.h"
 #include "faults/SmallDisk.h"
 #include "platform/basic/RuntimeError.h"
 #include "support/FolderInMemory.h"
 #include "support/Globals.h"
 #include "support/MainWindow.h"
 #include "support/Practice.h"
+#include "support/Rounds.h"
 
 #include <QFile>
 

@@ -23,7 +23,8 @@ std::vector<Connection*>& OpenConnections()
     return open;
 }
 
-Connection::Connection(sqlite3* opened, QString openedPath) : database(opened), path(std::move(openedPath)), file(opened, path)
+Connection::Connection(sqlite3* opened, QString openedPath)
+    : database(opened), path(std::move(openedPath)), file(opened, path)
 {
     OpenConnections().push_back(this);
     sqlite3_wal_hook(
@@ -197,7 +198,8 @@ int Connection::Change(Plan& plan, const std::vector<Value>& literals)
 
 void Connection::RunChange(Statement& change)
 {
-    RequireSameFile();
+    if (sqlite3_get_autocommit(Handle()) != 0) // whoever began a transaction has asked then
+        RequireSameFile();
     FinishAllReading();
     holder = Statement(); // a change starts from what the file holds now
     change.Run();

@@ -169,10 +169,11 @@ void RequireNoForeignCode(sqlite3* database, const QString& name)
     const std::string planted =
         TextAnswer(database, "select name from sqlite_schema where type in ('trigger', 'view') order by name limit 1");
     if (!planted.empty())
-        throw RuntimeError::Described(Error::UnrecognizedFormat,
-                                      QStringLiteral("La base de données '%1' contient un déclencheur ou une vue que le "
-                                                     "programme n'a pas créés : '%2'. Elle n'est pas ouverte.")
-                                          .arg(name, QString::fromStdString(planted)));
+        throw RuntimeError::Described(
+            Error::UnrecognizedFormat,
+            QStringLiteral("La base de données '%1' contient un déclencheur ou une vue que le "
+                           "programme n'a pas créés : '%2'. Elle n'est pas ouverte.")
+                .arg(name, QString::fromStdString(planted)));
 }
 
 /// Gives the file a stamp that no copy made before has: the schema version in its header, which every change of the
@@ -243,7 +244,8 @@ SqliteHandle OpenHardened(const QString& path, int flags)
     sqlite3_db_config(opened, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
     // Words between double quotes are names or errors, never text by mistake.
     for (const int option : {SQLITE_DBCONFIG_TRUSTED_SCHEMA, SQLITE_DBCONFIG_DQS_DML, SQLITE_DBCONFIG_DQS_DDL,
-                             SQLITE_DBCONFIG_ENABLE_TRIGGER, SQLITE_DBCONFIG_ENABLE_VIEW, SQLITE_DBCONFIG_ENABLE_LOAD_EXTENSION, SQLITE_DBCONFIG_ENABLE_FTS3_TOKENIZER})
+                             SQLITE_DBCONFIG_ENABLE_TRIGGER, SQLITE_DBCONFIG_ENABLE_VIEW,
+                             SQLITE_DBCONFIG_ENABLE_LOAD_EXTENSION, SQLITE_DBCONFIG_ENABLE_FTS3_TOKENIZER})
         sqlite3_db_config(opened, option, 0, nullptr);
     RunOnce(opened, "pragma cell_size_check=on");
     return handle;

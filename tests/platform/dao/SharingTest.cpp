@@ -59,13 +59,15 @@ TEST_F(SharedFile, IsFreedOnEveryWayOutOfAnEdit)
     }
     EXPECT_TRUE(OtherCanWrite());
 
-    ASSERT_EQ(other.Run("create trigger Refusal before update on Actes begin select raise(abort, ''); end"), SQLITE_OK);
+    ASSERT_EQ(other.Run("insert into Actes (num, montant) values (999, 5);"
+                        "create unique index Refusal on Actes (montant) where montant = 5"),
+              SQLITE_OK);
     Recordset refused = LockedAct();
     refused.Edit();
     refused["montant"] = 5;
     EXPECT_EQ(ErrorOf([&] { refused.Update(); }), Error::DuplicateKey);
     EXPECT_TRUE(OtherCanWrite());
-    ASSERT_EQ(other.Run("drop trigger Refusal"), SQLITE_OK);
+    ASSERT_EQ(other.Run("drop index Refusal; delete from Actes where num = 999"), SQLITE_OK);
 
     Recordset dropped = LockedAct();
     dropped.Edit();
