@@ -163,18 +163,27 @@ void KeepLogAtClose(sqlite3* database, bool keeps)
     sqlite3_db_config(database, SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, keeps ? 1 : 0, nullptr);
 }
 
-/// Raises 3343 for a trigger or a view: this program makes none, and one that was planted could change what is saved.
-void RequireNoForeignCode(sqlite3* database, const QString& name)
+/// A trigger or a view: this program makes none, and one that was planted could change what is saved. Empty for none.
+std::string PlantedCode(sqlite3* database)
 {
-    const std::string planted =
-        TextAnswer(database, "select name from sqlite_schema where type in ('trigger', 'view') order by name limit 1");
-    if (!planted.empty())
-        throw RuntimeError::Described(
-            Error::UnrecognizedFormat,
-            QStringLiteral("La base de données '%1' contient un déclencheur ou une vue que le "
-                           "programme n'a pas créés : '%2'. Elle n'est pas ouverte.")
-                .arg(name, QString::fromStdString(planted)));
+    return TextAnswer(database,
+                      "select name from sqlite_schema where type in ('trigger', 'view') order by name limit 1");
 }
+
+[[noreturn]] void RaisePlanted(const std::string& code, const QString& name)
+{
+    throw RuntimeError::Described(Error::UnrecognizedFormat,
+                                  QStringLiteral("La base de données '%1' contient un déclencheur ou une vue que le "
+                                                 "programme n'a pas créés : '%2'. Elle n'est pas ouverte.")
+                                      .arg(name, QString::fromStdString(code)));
+}
+
+/// What only the opened database shows of itself: a change may be in the log alone.
+struct Found {
+    qint64 version = 0; ///< of its tables
+    std::string planted;
+    bool IsOurs() const { return version <= SchemaVersion && planted.empty(); }
+};
 
 /// Gives the file a stamp that no copy made before has: the schema version in its header, which every change of the
 /// schema raises and which a copy starts anew. A file that another program is writing keeps the one it has.
@@ -191,14 +200,14 @@ void Stamp(sqlite3* database)
     sqlite3_busy_timeout(database, busyMilliseconds);
 }
 
-/// Checks and prepares what was opened. Returns the version of its tables: a change of it may be in the log alone.
-qint64 PrepareForWork(sqlite3* database, bool isChecked, Thoroughness thoroughness)
+/// Checks what was opened, and prepares it when it is ours.
+Found PrepareForWork(sqlite3* database, bool isChecked, Thoroughness thoroughness)
 {
     if (!isChecked && !FirstDamage(database, thoroughness).isEmpty())
         throw RuntimeError(Error::DamagedDatabase);
-    const qint64 version = WholeAnswer(database, "pragma user_version");
-    if (version > SchemaVersion)
-        return version;
+    const Found found{WholeAnswer(database, "pragma user_version"), PlantedCode(database)};
+    if (!found.IsOurs())
+        return found;
     if (TextAnswer(database, "pragma journal_mode=wal") != "wal")
         throw RuntimeError(Error::ReadOnly);
     RunOnce(database, "pragma synchronous=full");
@@ -206,7 +215,7 @@ qint64 PrepareForWork(sqlite3* database, bool isChecked, Thoroughness thoroughne
     DefineTextComparison(database);
     BringUpToDate(database, DBEngine.KeyedTables);
     Stamp(database);
-    return version;
+    return found;
 }
 
 } // namespace
@@ -278,17 +287,18 @@ SqliteHandle OpenForWork(const QString& path)
     }
     SqliteHandle handle = OpenHardened(path, SQLITE_OPEN_READWRITE);
     KeepLogAtClose(handle.get(), true);
-    qint64 version = 0;
+    Found found;
     try {
-        version = PrepareForWork(handle.get(), isChecked, ThoroughnessFor(path));
+        found = PrepareForWork(handle.get(), isChecked, ThoroughnessFor(path));
     } catch (const RuntimeError& error) {
         if (error.Code() == Error::DamagedDatabase || error.Code() == Error::UnrecognizedFormat)
             throw RuntimeError(Error::DamagedDatabase, name);
         throw;
     }
-    RequireNoForeignCode(handle.get(), name);
-    if (version > SchemaVersion)
+    if (found.version > SchemaVersion)
         RaiseNewer(name);
+    if (!found.planted.empty())
+        RaisePlanted(found.planted, name);
     KeepLogAtClose(handle.get(), false);
     return handle;
 }

@@ -392,7 +392,7 @@ int Grid::HeightOfRows(int rows) const
 QSize Grid::sizeHint() const
 {
     const int width = NaturalWidth() + verticalScrollBar()->sizeHint().width() + 2 * frameWidth();
-    return {width, HeightOfRows(qBound(usualRows, Rows(), MostRowsAtOpening))};
+    return {width, HeightOfRows(qMax(usualRows, qMin(Rows(), MostRowsAtOpening)))};
 }
 
 QSize Grid::minimumSizeHint() const

@@ -49,10 +49,11 @@ TEST_F(OpenedFile, IsRefusedWithATriggerOrAViewThatTheProgramNeverMade)
     try {
         workspace.OpenDatabase(path);
         ADD_FAILURE() << "opened";
-    } catch (const RuntimeError& error) {
+    } catch (const basic::RuntimeError& error) {
         EXPECT_EQ(error.Code(), Error::UnrecognizedFormat);
         EXPECT_TRUE(error.Description().contains("'gift'")) << error.Description().toStdString();
     }
+    EXPECT_EQ(Bytes(), planted) << "a refused file is left as it was";
     Other(path).Run("drop trigger gift");
     const Database again = workspace.OpenDatabase(path);
     Other(path).Run("create trigger gift after update on Actes begin update Actes set montant = 0; end");

@@ -2,6 +2,7 @@
 #include "platform/basic/RuntimeError.h"
 #include "support/ScriptedDesk.h"
 
+#include <QScreen>
 #include <QSignalSpy>
 #include <gtest/gtest.h>
 
