@@ -103,7 +103,9 @@ RowCounts WriteCopy(const QString& source, const QString& part, const CopyProgre
     RunOnce(from.get(), "begin"); // counts and pages are of the same snapshot
     const RowCounts counts = CountRows(from.get());
 
-    OpenFile(part, O_RDWR | O_CREAT); // which says why when it can't be made
+    {
+        const OpenFile made(part, O_RDWR | O_CREAT); // which says why when it can't be made
+    }
     const SqliteHandle copy = OpenHardened(part, SQLITE_OPEN_READWRITE);
     RunOnce(copy.get(), "pragma synchronous=off"); // synced once, below
     CopyPages(from.get(), copy.get(), progress);
