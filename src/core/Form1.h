@@ -54,8 +54,8 @@ private:
     void ShowBackdrop();
     void FitDisplay();
     void ShowLetterhead();
-    /// Puts the display back, closes and archives an open practice; returns the exit code. An error is shown and ends the
-    /// steps.
+    /// Puts the display back, closes and archives an open practice; returns the exit code. An error is shown and ends
+    /// the steps.
     int ShutDown();
 
     void CloseTopScreen();
