@@ -81,7 +81,6 @@ void SetLetterhead(Configuration& configuration, const QStringList& lines)
     if (lines.size() > letterheadFields)
         throw basic::RuntimeError::Described(
             basic::Error::BadArgument, QString("L'en-tête ne peut pas dépasser %1 lignes.").arg(letterheadFields));
-    configuration.letterhead.fill({});
     for (std::size_t field = 0; field < static_cast<std::size_t>(lines.size()); ++field) {
         const QString line = lines[static_cast<qsizetype>(field)].trimmed();
         if (line.size() > letterheadWidths[field])
