@@ -1,5 +1,6 @@
 #include "data/Practice.h"
 
+#include "data/NewFolder.h"
 #include "data/ReportTemplates.h"
 #include "platform/basic/Numbers.h"
 #include "platform/basic/RuntimeError.h"
@@ -9,6 +10,8 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QSaveFile>
+#include <QtEndian>
 
 namespace data {
 namespace {
@@ -32,27 +35,6 @@ qint16 AccessValue(int accessCode)
     return static_cast<qint16>(accessCode / 2);
 }
 
-Configuration ConfigurationOf(const PracticeSetup& setup)
-{
-    if (setup.letterhead.size() > letterheadFields)
-        throw basic::RuntimeError::Described(
-            basic::Error::BadArgument, QString("L'en-tête ne peut pas dépasser %1 lignes.").arg(letterheadFields));
-    Configuration configuration;
-    configuration.language = setup.language == TooltipLanguage::Arabic ? 1 : -1;
-    configuration.accessValue = AccessValue(setup.accessCode);
-    for (std::size_t field = 0; field < static_cast<std::size_t>(setup.letterhead.size()); ++field) {
-        const QString line = setup.letterhead[static_cast<qsizetype>(field)].trimmed();
-        if (line.size() > letterheadWidths[field])
-            throw basic::RuntimeError::Described(basic::Error::BadArgument,
-                                                 QString("La ligne %1 de l'en-tête dépasse %2 caractères : « %3 ».")
-                                                     .arg(field + 1)
-                                                     .arg(letterheadWidths[field])
-                                                     .arg(line));
-        configuration.letterhead[field] = line;
-    }
-    return configuration;
-}
-
 void RefuseExistingPractice(const QString& folder)
 {
     for (const QString& name : {databaseFile, workgroupFile, configurationFile, archiveFolder}) {
@@ -66,70 +48,83 @@ void RefuseExistingPractice(const QString& folder)
     }
 }
 
-/// What has been made so far; taken away again unless everything succeeds.
-class NewFolder {
-public:
-    explicit NewFolder(const QString& path) : folder(path) {}
-    NewFolder(const NewFolder&) = delete;
-    NewFolder& operator=(const NewFolder&) = delete;
-    ~NewFolder()
-    {
-        if (complete)
-            return;
-        for (const QString& path : files)
-            QFile::remove(path);
-        for (const QString& path : folders)
-            QDir().rmdir(path);
+void WriteNewFile(const QString& path, const QByteArray& content)
+{
+    QFile file(path);
+    const bool written = file.open(QIODevice::WriteOnly | QIODevice::NewOnly, OwnerFile) &&
+                         file.write(content) == content.size() && file.flush();
+    if (!written)
+        throw basic::RuntimeError::Described(
+            basic::Error::PathAccess,
+            QString("Le fichier « %1 » ne peut pas être écrit : %2").arg(path, file.errorString()));
+}
+
+/// Makes the files of a practice in a folder that has none; templates that `kept` holds already are left out.
+void WriteFiles(const QString& folder, const QByteArray& configuration, const QString& kept)
+{
+    dao::CreateDatabase(folder + "/" + databaseFile, Schema());
+    const QString workgroup = folder + "/" + workgroupFile;
+    dao::WriteWorkgroup(workgroup, workspaceUser, BuildWorkspacePassword());
+    QFile::setPermissions(workgroup, OwnerFile);
+    WriteNewFile(folder + "/" + configurationFile, configuration);
+    for (const ReportTemplate& report : ReportTemplates())
+        if (!HasReportTemplate(kept, report.name))
+            WriteNewFile(folder + "/" + report.name, report.text);
+    const QString archives = folder + "/" + archiveFolder;
+    if (!QDir().mkdir(archives, OwnerFolder))
+        throw basic::RuntimeError::Described(basic::Error::PathNotFound,
+                                             QString("Le dossier « %1 » ne peut pas être créé.").arg(archives));
+}
+
+void SetLetterhead(Configuration& configuration, const QStringList& lines)
+{
+    if (lines.size() > letterheadFields)
+        throw basic::RuntimeError::Described(
+            basic::Error::BadArgument, QString("L'en-tête ne peut pas dépasser %1 lignes.").arg(letterheadFields));
+    for (std::size_t field = 0; field < static_cast<std::size_t>(lines.size()); ++field) {
+        const QString line = lines[static_cast<qsizetype>(field)].trimmed();
+        if (line.size() > letterheadWidths[field])
+            throw basic::RuntimeError::Described(basic::Error::BadArgument,
+                                                 QString("La ligne %1 de l'en-tête dépasse %2 caractères : « %3 ».")
+                                                     .arg(field + 1)
+                                                     .arg(letterheadWidths[field])
+                                                     .arg(line));
+        configuration.letterhead[field] = line;
     }
+}
 
-    void MakeSelf()
-    {
-        const QFileInfo self(folder);
-        if (!self.exists()) {
-            QDir().mkpath(self.absolutePath());
-            MakeFolder(folder);
-        } else if (!self.isDir()) {
-            throw basic::RuntimeError::Described(basic::Error::PathAccess,
-                                                 QString("« %1 » n'est pas un dossier.").arg(folder));
-        } else if (QDir(folder).isEmpty(QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden | QDir::System)) {
-            QFile::setPermissions(folder, OwnerFolder);
-        }
+qint16 LanguageWord(TooltipLanguage language)
+{
+    return language == TooltipLanguage::Arabic ? 1 : -1;
+}
+
+[[noreturn]] void RaiseUnusable(const QFileDevice& file)
+{
+    throw basic::RuntimeError::Described(
+        basic::Error::PathAccess,
+        QString("Le fichier « %1 » ne peut pas être écrit : %2").arg(file.fileName(), file.errorString()));
+}
+
+/// Replaces single records of the configuration: what else the file holds stays as it is.
+QByteArray Changed(QByteArray file, const PracticeChange& change)
+{
+    const auto replaceWord = [&file](int word, qint16 value) {
+        qToLittleEndian(value, file.data() + (configHeaderRecord - 1) * configRecordBytes + 2 * (word - 1));
+    };
+    if (change.accessCode)
+        replaceWord(configAccessWord, AccessValue(*change.accessCode));
+    if (change.language)
+        replaceWord(configLanguageWord, LanguageWord(*change.language));
+    if (change.letterhead) {
+        Configuration configuration;
+        SetLetterhead(configuration, *change.letterhead);
+        const QByteArray whole = EncodeConfiguration(configuration);
+        constexpr int start = (LetterheadRecord(1) - 1) * configRecordBytes;
+        constexpr int length = letterheadFields * configRecordBytes;
+        file.replace(start, length, whole.mid(start, length));
     }
-
-    void MakeFolder(const QString& path)
-    {
-        if (!QDir().mkdir(path, OwnerFolder))
-            throw basic::RuntimeError::Described(basic::Error::PathNotFound,
-                                                 QString("Le dossier « %1 » ne peut pas être créé.").arg(path));
-        folders.prepend(path);
-    }
-
-    /// The path of a file about to be made.
-    QString Expect(const QString& name)
-    {
-        files << folder + "/" + name;
-        return files.last();
-    }
-
-    void Write(const QString& name, const QByteArray& content)
-    {
-        QFile file(Expect(name));
-        const bool written = file.open(QIODevice::WriteOnly | QIODevice::NewOnly, OwnerFile) &&
-                             file.write(content) == content.size() && file.flush();
-        if (!written)
-            throw basic::RuntimeError::Described(
-                basic::Error::PathAccess,
-                QString("Le fichier « %1 » ne peut pas être écrit : %2").arg(file.fileName(), file.errorString()));
-    }
-
-    void Keep() { complete = true; }
-
-private:
-    QString folder;
-    QStringList files;
-    QStringList folders;
-    bool complete = false;
-};
+    return file;
+}
 
 } // namespace
 
@@ -154,21 +149,41 @@ QString BuildWorkspacePassword()
 
 void CreatePractice(const QString& folder, const PracticeSetup& setup)
 {
-    const QByteArray configuration = EncodeConfiguration(ConfigurationOf(setup));
+    NewFolder made(folder);
     RefuseExistingPractice(folder);
+    MakePracticeFiles(made.Path(), setup, folder);
+    made.Complete();
+}
 
-    NewFolder made(QDir::cleanPath(QDir(folder).absolutePath()));
-    made.MakeSelf();
-    dao::CreateDatabase(made.Expect(databaseFile), Schema());
-    const QString workgroup = made.Expect(workgroupFile);
-    dao::WriteWorkgroup(workgroup, workspaceUser, BuildWorkspacePassword());
-    QFile::setPermissions(workgroup, OwnerFile);
-    made.Write(configurationFile, configuration);
-    for (const ReportTemplate& report : ReportTemplates())
-        if (!HasReportTemplate(folder, report.name))
-            made.Write(report.name, report.text);
-    made.MakeFolder(QDir(folder).absolutePath() + "/" + archiveFolder);
-    made.Keep();
+void MakePracticeFiles(const QString& folder, const PracticeSetup& setup, const QString& kept)
+{
+    Configuration configuration;
+    configuration.language = LanguageWord(setup.language);
+    configuration.accessValue = AccessValue(setup.accessCode);
+    SetLetterhead(configuration, setup.letterhead);
+    WriteFiles(folder, EncodeConfiguration(configuration), kept);
+}
+
+void ChangePractice(const QString& folder, const PracticeChange& change)
+{
+    const QString path = host::PathIn(folder, configurationFile);
+    QFile present(path);
+    if (!present.open(QIODevice::ReadOnly))
+        throw basic::RuntimeError::Described(
+            basic::Error::FileNotFound,
+            QString("« %1 » n'est pas le dossier d'un cabinet : %2 manque.").arg(folder, configurationFile));
+    const QByteArray bytes = present.readAll();
+    present.close();
+    if (bytes.size() < configRecordCount * configRecordBytes)
+        throw basic::RuntimeError::Described(
+            basic::Error::PathAccess, QString("%1 est trop court : rien n'a été modifié.").arg(configurationFile));
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly))
+        RaiseUnusable(file);
+    file.write(Changed(bytes, change));
+    if (!file.commit())
+        RaiseUnusable(file);
+    host::Sync(QFileInfo(path).absolutePath());
 }
 
 } // namespace data

@@ -5,6 +5,7 @@
 
 #include <QString>
 #include <QStringList>
+#include <optional>
 
 /// What makes an empty practice: its tables, its files and the password of its workspace.
 namespace data {
@@ -37,9 +38,23 @@ struct PracticeSetup {
 /// already stays as it is) and the folder for the archive copy, all of them open to their owner alone. The folder is
 /// made when it isn't there; when it holds other things these stay.
 ///
-/// Nothing is left behind when it fails. Raises 58 when the folder holds a file of a practice already, 5 when the
-/// access code or a line of the letterhead can't be stored, 75 or 76 when the folder or a file can't be made; all with
-/// a description for the user.
+/// The practice appears whole and written to the disk, or not at all, also when the program is killed. Raises 58 when
+/// the folder holds a file of a practice already, 5 when the access code or a line of the letterhead can't be stored,
+/// 75 or 76 when the folder or a file can't be made; all with a description for the user.
 void CreatePractice(const QString& folder, const PracticeSetup& setup);
+
+/// The files alone, in a folder that is there and empty of them; a template that the folder `kept` holds isn't made.
+void MakePracticeFiles(const QString& folder, const PracticeSetup& setup, const QString& kept = {});
+
+/// What is to be changed of a practice; what isn't given stays as it is.
+struct PracticeChange {
+    std::optional<int> accessCode;
+    std::optional<QStringList> letterhead; ///< the whole of it: lines that aren't given become empty
+    std::optional<TooltipLanguage> language;
+};
+
+/// Changes the configuration of a practice: the file as it was or the new one, whatever happens. Raises 53 when there
+/// is none, 5 as CreatePractice does, 75 when it is too short or can't be written.
+void ChangePractice(const QString& folder, const PracticeChange& change);
 
 } // namespace data

@@ -74,13 +74,16 @@ TEST_F(Demo, RefusesAFolderInUse)
     EXPECT_FALSE(QFile::exists(place.filePath("ZEP_ONE.MDB")));
 }
 
-TEST_F(Demo, TakesThePlaceOfOneThatWasCutShort)
+TEST_F(Demo, LeavesFoldersAloneThatItDidNotMake)
 {
-    ASSERT_TRUE(QDir(place.path()).mkpath("a.part"));
-    QFile cutShort(place.filePath("a.part/ZEP_ONE.MDB"));
-    ASSERT_TRUE(cutShort.open(QIODevice::WriteOnly));
+    for (const char* const other : {"a.part", "a.part-abcdef"}) {
+        ASSERT_TRUE(QDir(place.path()).mkpath(other));
+        QFile file(place.filePath(other) + QString("/ZEP_ONE.MDB"));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    }
     ASSERT_TRUE(QDir(place.path()).mkdir("a"));
 
     EXPECT_EQ(CommandRun({"check", Make("a", {"--acts", "20"})}).code, 0);
-    EXPECT_FALSE(QFile::exists(place.filePath("a.part")));
+    EXPECT_EQ(QDir(place.path()).entryList(QDir::Dirs | QDir::Hidden | QDir::NoDotAndDotDot),
+              QStringList({"a", "a.part", "a.part-abcdef"}));
 }

@@ -18,7 +18,9 @@ struct CommandRun {
     {
         QTextStream out(&output);
         QTextStream err(&errors);
-        code = practice::RunCommand(arguments, out, err);
+        QString typed;
+        QTextStream in(&typed);
+        code = practice::RunCommand(arguments, {in, out, err});
     }
 };
 

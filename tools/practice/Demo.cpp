@@ -1,5 +1,6 @@
 #include "practice/Demo.h"
 
+#include "data/NewFolder.h"
 #include "data/Practice.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/host/Host.h"
@@ -29,47 +30,12 @@ bool IsEmpty(const QString& folder)
     return QDir(folder).isEmpty(QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden | QDir::System);
 }
 
-/// A folder beside the one that is asked for, renamed when everything is in it: a demo cut short is never taken for a
-/// whole one. What a run that was killed has left there is taken away.
-class FolderInTheMaking {
-public:
-    explicit FolderInTheMaking(const QString& folder)
-        : wanted(QDir::cleanPath(QDir(folder).absolutePath())), part(wanted + ".part")
-    {
-        if (QFileInfo::exists(wanted) && !(QFileInfo(wanted).isDir() && IsEmpty(wanted)))
-            throw basic::RuntimeError::Described(
-                basic::Error::FileExists,
-                QString("Le dossier « %1 » n'est pas vide : rien n'a été modifié.").arg(folder));
-        const bool isOurs = QFileInfo::exists(part + "/" + data::databaseFile);
-        if (QFileInfo::exists(part) && !isOurs && !IsEmpty(part))
-            throw basic::RuntimeError::Described(
-                basic::Error::FileExists, QString("Le dossier « %1 » existe déjà : rien n'a été modifié.").arg(part));
-        QDir(part).removeRecursively();
-    }
-    ~FolderInTheMaking()
-    {
-        if (!complete)
-            QDir(part).removeRecursively();
-    }
-    FolderInTheMaking(const FolderInTheMaking&) = delete;
-    FolderInTheMaking& operator=(const FolderInTheMaking&) = delete;
-
-    const QString& Path() const { return part; }
-
-    void Complete()
-    {
-        QDir().rmdir(wanted);
-        if (!QDir().rename(part, wanted))
-            throw basic::RuntimeError::Described(basic::Error::PathAccess,
-                                                 QString("Le dossier « %1 » ne peut pas être créé.").arg(wanted));
-        complete = true;
-    }
-
-private:
-    QString wanted;
-    QString part;
-    bool complete = false;
-};
+void RefuseFolderInUse(const QString& folder)
+{
+    if (QFileInfo::exists(folder) && !(QFileInfo(folder).isDir() && IsEmpty(folder)))
+        throw basic::RuntimeError::Described(
+            basic::Error::FileExists, QString("Le dossier « %1 » n'est pas vide : rien n'a été modifié.").arg(folder));
+}
 
 std::vector<WorkingDay> WorkingDaysUntil(const QDate& until, std::optional<int> count)
 {
@@ -166,10 +132,11 @@ QString TariffCode(int position)
 
 void MakeDemo(const QString& folder, const DemoOptions& options)
 {
-    FolderInTheMaking making(folder);
+    RefuseFolderInUse(folder);
+    data::NewFolder making(folder);
     Dice dice(options.seed);
     const DemoPlan plan = Settle(options, dice);
-    data::CreatePractice(making.Path(), DemoSetup());
+    data::MakePracticeFiles(making.Path(), DemoSetup());
     {
         const PracticeData practice(making.Path());
         WriteServices(practice.Database(), plan);

@@ -2,7 +2,6 @@
 
 #include "platform/basic/Dates.h"
 
-#include <QDate>
 #include <QRegularExpression>
 #include <QTime>
 #include <limits>
@@ -57,7 +56,7 @@ constexpr TableRule tables[] = {
     {"Actes_suppr", deletedActFields},
 };
 
-ReadValue Refused(const QString& reason)
+ReadValue Unreadable(const QString& reason)
 {
     return {.value = {}, .problem = reason};
 }
@@ -67,21 +66,17 @@ ReadValue ReadWhole(const QString& text, int lowest, int highest)
     bool isNumber = false;
     const int number = text.toInt(&isNumber);
     if (!isNumber)
-        return Refused(QString("« %1 » n'est pas un nombre entier").arg(text));
+        return Unreadable(QString("« %1 » n'est pas un nombre entier").arg(text));
     if (number < lowest || number > highest)
-        return Refused(QString("%1 est hors de l'intervalle %2 à %3").arg(number).arg(lowest).arg(highest));
+        return Unreadable(QString("%1 est hors de l'intervalle %2 à %3").arg(number).arg(lowest).arg(highest));
     return {number, {}};
 }
 
 ReadValue ReadDate(const QString& text)
 {
-    static const QRegularExpression dayFirst(R"(^(\d{1,2})/(\d{1,2})/(\d{4})$)");
-    const QRegularExpressionMatch parts = dayFirst.match(text);
-    const QDate date = parts.hasMatch()
-                           ? QDate(parts.captured(3).toInt(), parts.captured(2).toInt(), parts.captured(1).toInt())
-                           : QDate::fromString(text, "yyyy-MM-dd");
-    if (!date.isValid() || date.year() < 100)
-        return Refused(QString("« %1 » n'est pas une date (jj/mm/aaaa ou aaaa-mm-jj)").arg(text));
+    const QDate date = DayOf(text);
+    if (!date.isValid())
+        return Unreadable(QString("« %1 » n'est pas une date (jj/mm/aaaa ou aaaa-mm-jj)").arg(text));
     return {basic::DateText(date), {}};
 }
 
@@ -89,7 +84,7 @@ ReadValue ReadTime(const QString& text)
 {
     const QTime time = QTime::fromString(text, "H:mm");
     if (!time.isValid())
-        return Refused(QString("« %1 » n'est pas une heure (HH:MM)").arg(text));
+        return Unreadable(QString("« %1 » n'est pas une heure (HH:MM)").arg(text));
     return {time.toString("HH:mm"), {}};
 }
 
@@ -99,11 +94,11 @@ ReadValue ReadAmount(const QString& text)
     static const QRegularExpression blanks("\\s");
     const QString digits = QString(text).remove(blanks);
     if (!amount.match(digits).hasMatch())
-        return Refused(QString("« %1 » n'est pas un montant").arg(text));
+        return Unreadable(QString("« %1 » n'est pas un montant").arg(text));
     constexpr double largest = 1e15;
     const double number = QString(digits).replace(',', '.').toDouble();
     if (std::abs(number) >= largest)
-        return Refused(QString("le montant %1 est trop grand").arg(text));
+        return Unreadable(QString("le montant %1 est trop grand").arg(text));
     return {number, {}};
 }
 
@@ -132,6 +127,40 @@ const TableRule* FindTable(const QString& name)
     return nullptr;
 }
 
+QString DescribeField(const FieldRule& rule)
+{
+    switch (rule.kind) {
+    case Key:
+        return QStringLiteral("clé de la ligne, un nombre entier à partir de 1");
+    case Reference:
+        return QStringLiteral("clé d'une autre table, un nombre entier");
+    case Code:
+        return QString("nombre entier de %1 à %2").arg(rule.lowest).arg(rule.highest);
+    case FieldKind::Date:
+        return QStringLiteral("date, jj/mm/aaaa ou aaaa-mm-jj");
+    case Time:
+        return QStringLiteral("heure, HH:MM");
+    case Amount:
+        return QStringLiteral("montant en dinars");
+    case ActType:
+        return QStringLiteral("code d'acte, C ou K0 à K30");
+    case Text:
+        break;
+    }
+    return QStringLiteral("texte");
+}
+
+QDate DayOf(const QString& text)
+{
+    static const QRegularExpression dayFirst(R"(^(\d{1,2})/(\d{1,2})/(\d{4})$)");
+    const QRegularExpressionMatch parts = dayFirst.match(text);
+    const QDate date = parts.hasMatch()
+                           ? QDate(parts.captured(3).toInt(), parts.captured(2).toInt(), parts.captured(1).toInt())
+                           : QDate::fromString(text, "yyyy-MM-dd");
+    constexpr int firstYear = 100;
+    return date.isValid() && date.year() >= firstYear ? date : QDate();
+}
+
 bool IsActType(const QString& text)
 {
     static const QRegularExpression code("^(C|K([0-9]|[12][0-9]|30))$");
@@ -141,7 +170,7 @@ bool IsActType(const QString& text)
 ReadValue ReadField(const FieldRule& rule, const QString& text)
 {
     if (text.isEmpty())
-        return rule.required ? Refused("une valeur est obligatoire") : ReadValue{};
+        return rule.required ? Unreadable("une valeur est obligatoire") : ReadValue{};
     switch (rule.kind) {
     case Key:
         return ReadWhole(text, 1, std::numeric_limits<int>::max());
@@ -156,8 +185,9 @@ ReadValue ReadField(const FieldRule& rule, const QString& text)
     case Amount:
         return ReadAmount(text);
     case ActType:
-        return IsActType(text.toUpper()) ? ReadValue{text.toUpper(), {}}
-                                         : Refused(QString("« %1 » n'est pas un code d'acte (C, K0 à K30)").arg(text));
+        return IsActType(text.toUpper())
+                   ? ReadValue{text.toUpper(), {}}
+                   : Unreadable(QString("« %1 » n'est pas un code d'acte (C, K0 à K30)").arg(text));
     case Text:
         break;
     }

@@ -2,6 +2,7 @@
 
 #include "platform/dao/Value.h"
 
+#include <QDate>
 #include <QString>
 #include <span>
 
@@ -39,6 +40,13 @@ struct ReadValue {
 /// An empty text is Null. Dates are dd/mm/yyyy or yyyy-mm-dd and must be days of the calendar; amounts have a decimal
 /// point or comma; times are HH:MM.
 ReadValue ReadField(const FieldRule& rule, const QString& text);
+
+/// What a field takes, in French.
+QString DescribeField(const FieldRule& rule);
+
+/// The day that a text names, dd/mm/yyyy or yyyy-mm-dd; an invalid date when it isn't a day of the calendar from the
+/// year 100 on.
+QDate DayOf(const QString& text);
 
 /// Whether a text is a tariff code: "C" or "K0" to "K30".
 bool IsActType(const QString& text);

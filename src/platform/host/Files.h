@@ -22,4 +22,8 @@ int FileAttributes(const QString& path);
 /// Sets them; 0 makes the file writable by its owner. Raises 53 when missing, 75 when refused.
 void SetFileAttributes(const QString& path, int attributes);
 
+/// What was written of the file, or made in the folder, is on the disk when this returns. Raises 53 when it is missing,
+/// 57 when the disk reports a failure.
+void Sync(const QString& path);
+
 } // namespace host
