@@ -115,7 +115,8 @@ void F_Sppr::Browse()
 void F_Sppr::FillCodeList()
 {
     Combo1.clear();
-    Combo1.addItems({" NP", " R-", " P ", " R+", " Gr", " AB"});
+    for (const QString& code : PayCodes())
+        Combo1.addItem(" " + code);
     Combo1.SetListIndex(0);
 }
 

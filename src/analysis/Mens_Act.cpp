@@ -39,6 +39,7 @@ Mens_Act::Mens_Act()
     OnEach(Image3, &Picture::clicked, *this, &Mens_Act::Image3_Click);
     On(Image1, &Picture::clicked, *this, &Mens_Act::Unload);
     On(Text1, &TextBox::Entered, *this, [this] { Image2_Click(Apply); });
+    On(Combo1, &ComboBox::Entered, *this, [this] { Image2_Click(Apply); });
 }
 
 void Mens_Act::Form_Load()
@@ -154,6 +155,7 @@ void Mens_Act::ClearMonth()
 void Mens_Act::RefreshMonth()
 {
     ClearMonth();
+    const dao::ReadTransaction oneState(TheDatabase);
     QueryText = "Select * from Presta order by ordre";
     UnitRecords = TheDatabase.OpenRecordset(QueryText);
     const Hourglass pointer;

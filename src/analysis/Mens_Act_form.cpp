@@ -17,11 +17,12 @@ void Mens_Act::BuildForm()
     Label1[Year].setBuddy(&Text1);
     Combo1.setAccessibleName("Mois");
     Combo1.setMaxVisibleItems(12);
+    Combo1.setSizeAdjustPolicy(QComboBox::AdjustToContents);
     Text1.setAccessibleName("Année");
     Text1.setAlignment(Qt::AlignCenter);
     Text1.setFixedWidth(ScaledPixelsOf(yearTwips));
     Dress(Image2[Unlock], "edit", "Choisir le mois et l'année", Command::ChooseDate);
-    Dress(Image2[Apply], "accept", "Afficher ce mois (Entrée)", Command::ChooseDate);
+    Dress(Image2[Apply], "accept", "Afficher ce mois", Command::ChooseDate);
     Dress(Image3[Previous], "previous", "Mois précédent", Command::Previous);
     Dress(Image3[Next], "next", "Mois suivant", Command::Next);
     Dress(Image1, "quit", "Quitter", Command::Leave);

@@ -18,6 +18,14 @@ namespace analysis {
 
 namespace {
 
+QList<Grid::Column> ResultColumns()
+{
+    constexpr int unitTwips = 1780;
+    constexpr int actsTwips = 840;
+    constexpr int amountTwips = 1150;
+    return {{"Unité", unitTwips}, {"Actes", actsTwips, Qt::AlignCenter}, {"Montant", amountTwips, Qt::AlignRight}};
+}
+
 /// An amount as totals and results show it.
 QString Shown(double dinars)
 {
@@ -34,9 +42,7 @@ double ReadDayCharge()
 
 } // namespace
 
-Result::Result()
-    : Form("Result", "Résultat"),
-      Grid1("Grid1", {{"Unité", 1780}, {"Actes", 840, Qt::AlignCenter}, {"Montant", 1150, Qt::AlignRight}})
+Result::Result() : Form("Result", "Résultat"), Grid1("Grid1", ResultColumns())
 {
     BuildForm();
     OnEach(Image1, &Picture::clicked, *this, &Result::Image1_Click);
@@ -152,6 +158,7 @@ void Result::ComputeResult()
     TotalActs = 0;
     TotalAmount = 0;
     ResultRow = 0;
+    const dao::ReadTransaction oneState(TheDatabase);
     QueryText = "Select * from Presta order by ordre";
     UnitRecords = TheDatabase.OpenRecordset(QueryText);
     const Hourglass pointer;

@@ -23,9 +23,9 @@ QList<Grid::Column> CodeColumns()
     constexpr int width = 590;
     QList<Grid::Column> columns{{"Code", width, Qt::AlignCenter}};
     const QStringList tips = PayCodeTips().split('\n');
-    const QStringList codes{"NP", "R-", "P", "R+", "Gr", "AB"};
+    const QStringList codes = PayCodes();
     for (qsizetype code = 0; code < codes.size(); ++code)
-        columns << Grid::Column{codes[code], width, Qt::AlignCenter, tips.value(code)};
+        columns << Grid::Column{codes[code].trimmed(), width, Qt::AlignCenter, tips.value(code)};
     columns << Grid::Column{"T.", width, Qt::AlignCenter, "Total du code"};
     return columns;
 }

@@ -1,5 +1,6 @@
 #include "cash/Recettes.h"
 
+#include "core/lists.h"
 #include "platform/forms/GridTotals.h"
 #include "platform/forms/Guard.h"
 #include "platform/forms/Layout.h"
@@ -56,9 +57,9 @@ void Recettes::BuildPages()
     TheoreticalTotal.setAccessibleName("Total théorique");
     DetailReceivedTotal.setAccessibleName("Total perçu des actes listés");
     DetailTheoreticalTotal.setAccessibleName("Total théorique des actes listés");
-    const char* const states[] = {"NP", "R-", "P", "R+", "Gr", "AB"};
+    const QStringList codes = core::PayCodes();
     for (int total = 0; total < LT.Size(); ++total)
-        LT[total].setAccessibleName(total < LT.LastIndex() ? QString("Total ") + states[total] : "Total des actes");
+        LT[total].setAccessibleName(total < LT.LastIndex() ? "Total " + codes[total].trimmed() : "Total des actes");
 
     AddPage(SSTab1, "Récap 1",
             Row{

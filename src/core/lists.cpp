@@ -40,9 +40,14 @@ QString PayCodeTips()
     return tips.join('\n');
 }
 
+QStringList PayCodes()
+{
+    return {"NP", "R-", "P ", "R+", "Gr", "AB"};
+}
+
 void FillPayLists(QStringList& List_R, QStringList& List_HH, forms::ComboBox* codes)
 {
-    List_R = {"NP", "R-", "P ", "R+", "Gr", "AB"};
+    List_R = PayCodes();
     List_HH = HourSlots();
     if (codes != nullptr) {
         codes->clear();

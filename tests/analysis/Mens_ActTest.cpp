@@ -129,6 +129,12 @@ TEST_F(MonthlySituation, ChangesTheMonthOnlyWhenAChoiceOfFourCharactersIsApplied
     EXPECT_EQ(MonthShown(screen), "Février 1987");
     EXPECT_EQ(Totals(screen), QStringList({"", "1", "1"}));
 
+    Press(screen.Grid1, Qt::Key_F4);
+    Press(screen.Combo1, Qt::Key_End);
+    Press(screen.Combo1, Qt::Key_Return); // Enter applies from the month as from the year
+    EXPECT_EQ(MonthShown(screen), "Décembre 1987");
+    EXPECT_TRUE(screen.Grid1.hasFocus());
+
     Choose(screen, 6, "0000");
     EXPECT_TRUE(IsLocked(screen));
     EXPECT_EQ(Totals(screen), QStringList({"", "", ""}));
@@ -145,6 +151,18 @@ TEST_F(MonthlySituation, ChangesTheMonthOnlyWhenAChoiceOfFourCharactersIsApplied
     EXPECT_TRUE(screen.isVisible());
     Press(screen.Grid1, Qt::Key_W, Qt::ControlModifier);
     EXPECT_FALSE(screen.isVisible());
+}
+
+TEST_F(MonthlySituation, OpensWithItsTotalsUnderTheirColumnsAlsoWhenTheyAreEmpty)
+{
+    auto& screen = OpenScreen();
+    for (int column = Mens_Act::Recent; column <= Mens_Act::All; ++column) {
+        const QRect cell = screen.Grid1.visualRect(screen.Grid1.model()->index(0, column));
+        const int left = screen.Grid1.viewport()->mapTo(&screen, cell.topLeft()).x();
+        EXPECT_LE(screen.Label4[column].x(), left) << column;
+        EXPECT_GE(screen.Label4[column].geometry().right(), left + cell.width() - 1) << column;
+        EXPECT_LT(screen.Label4[column].width(), 2 * cell.width()) << column;
+    }
 }
 
 TEST_F(MonthlySituation, StepsOverTheTurnOfTheYear)

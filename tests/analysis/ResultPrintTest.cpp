@@ -117,6 +117,7 @@ TEST_F(ResultPrinting, SpeaksArabicFromTheMenuToThePaper)
     const QString periodTitle = " نـتـيجة الـنشاط مـن 2008/06/16 إلى 2008/06/17";
     QStringList printed;
     desk.WhenModal<Result>([&](Result& screen) {
+        EXPECT_EQ(screen.ActsSum.text(), " الـبضاعـة");
         EXPECT_EQ(screen.ChargesCaption.text(), "الــتــكـالــيـف");
         EXPECT_EQ(screen.NetCaption.text(), "الـنـاتـج  الـصـافـي");
         EXPECT_EQ(screen.Dates.DayLabel.text(), "الـتاريـخ");

@@ -15,8 +15,7 @@ using analysis::Chrges;
 namespace {
 
 /// Stores seven charges of so many dinars each and leaves, as the user does; reports how many writes to the disk that
-/// took. Dies at
-/// the given one of them.
+/// took. Dies at the given one of them.
 void Store(tests::Reports& reports, int dinars, int deadlyWrite)
 {
     ScriptedDesk desk;

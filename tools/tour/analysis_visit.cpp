@@ -98,6 +98,18 @@ void ShowMonth(TourDesk& desk, core::Form1& main, const QString& name, const QSt
     main.Entry("mnu_resultat")->trigger();
 }
 
+/// The loss of today, in French.
+void ShowLoss(TourDesk& desk, core::Form1& main)
+{
+    desk.Visit([&desk](forms::Form& form) {
+        auto& result = dynamic_cast<Result&>(form);
+        QTest::keyClick(&result.Dates.Text1[PeriodChooser::Day], Qt::Key_Return);
+        desk.TakePicture(result, "Result-perte");
+        result.Image1[Result::Quit].click();
+    });
+    main.Entry("mnu_resultat")->trigger();
+}
+
 } // namespace
 
 void VisitAnalysis(TourDesk& desk, core::Form1& main, const QString& pictures)
@@ -106,6 +118,7 @@ void VisitAnalysis(TourDesk& desk, core::Form1& main, const QString& pictures)
     EnterCharges(desk, main, "52000");
     ShowMonth(desk, main, "Result", pictures + "/Resultat.pdf");
     EnterCharges(desk, main, "9000000"); // from here on there is a loss
+    ShowLoss(desk, main);
     const QScopedValueRollback<basic::Int16> language(core::LanguageMode, Arabic);
     ShowMonth(desk, main, "Result-arabe", pictures + "/Resultat-arabe.pdf");
 }

@@ -155,6 +155,13 @@ void ComboBox::SetListIndex(int line)
     setCurrentIndex(line);
 }
 
+void ComboBox::keyPressEvent(QKeyEvent* event)
+{
+    QComboBox::keyPressEvent(event); // doesn't take Enter
+    if ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) && !event->isAutoRepeat())
+        Q_EMIT Entered();
+}
+
 void ComboBox::wheelEvent(QWheelEvent* event)
 {
     if (hasFocus())

@@ -156,7 +156,11 @@ public:
     void SetListIndex(int line);
     QString Tag;
 
+Q_SIGNALS:
+    void Entered(); ///< Enter while the list is closed; the form still gets the key
+
 protected:
+    void keyPressEvent(QKeyEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void wheelEvent(QWheelEvent* event) override; ///< turns the lines only while the list has the focus
 };

@@ -185,6 +185,11 @@ void Form::setVisible(bool visible)
         AddCommandKeys();
     }
     QDialog::setVisible(visible);
+    if (visible && layout() != nullptr) {
+        // Only a grid that is shown knows the places of its columns, which the totals take.
+        layout()->invalidate();
+        layout()->activate();
+    }
 }
 
 void Form::SetContent(Layout content)

@@ -180,7 +180,7 @@ void PageLayout::AddSums(Page& page, const QString& label, const Block& block, d
             continue;
         const bool isGiven = block.part == Part::Totals && !summed.totalText.isEmpty();
         AddCell(page, column, top, height,
-                isGiven ? AmountText(Filled(summed.totalText, 0).text, summed.mask) : SumText(summed, column, block),
+                isGiven ? SumOfAmounts(Filled(summed.totalText, 0).text, summed.mask) : SumText(summed, column, block),
                 true);
     }
 }

@@ -24,6 +24,13 @@ QString WithoutMaskBlanks(const QString& number)
     return text.startsWith('-') ? "-" + text.sliced(1).trimmed() : text;
 }
 
+/// Whether the text is an amount as a screen writes it under a mask.
+bool IsAmount(const QString& text)
+{
+    static const QRegularExpression amount(R"(^\s*-?(?=.*\d)[\d ]*\.?\d*\s*$)");
+    return amount.match(text).hasMatch();
+}
+
 } // namespace
 
 QString NumberText(double number, const QString& mask)
@@ -37,10 +44,23 @@ QString NumberText(double number, const QString& mask)
 
 QString AmountText(const QString& text, const QString& mask)
 {
-    static const QRegularExpression amount(R"(^\s*-?(?=.*\d)[\d ]*\.?\d*\s*$)");
-    if (!amount.match(text).hasMatch())
+    if (!IsAmount(text))
         return text;
     return mask.isEmpty() ? WithoutMaskBlanks(text) : NumberText(basic::Val(text), mask);
+}
+
+QString SumOfAmounts(const QString& text, const QString& mask)
+{
+    const QStringList terms = text.split('+');
+    if (terms.size() == 1)
+        return AmountText(text, mask);
+    double sum = 0;
+    for (const QString& term : terms) {
+        if (!term.trimmed().isEmpty() && !IsAmount(term))
+            return text;
+        sum += basic::Val(term);
+    }
+    return sum == 0 ? QString() : NumberText(sum, mask);
 }
 
 double NumberIn(const dao::Value& value)

@@ -16,6 +16,9 @@ QString NumberText(double number, const QString& mask);
 /// under `mask`, or without a mask loses the blanks of its empty digits. Other texts are unchanged.
 QString AmountText(const QString& text, const QString& mask = {});
 
+/// As AmountText; amounts joined by "+" are added, an empty one counting as 0, and a sum of 0 is empty.
+QString SumOfAmounts(const QString& text, const QString& mask);
+
 /// The number of a value in a sum: 0 for Null and for text.
 double NumberIn(const dao::Value& value);
 
