@@ -2,6 +2,7 @@
 
 #include "platform/basic/OwnerOnly.h"
 #include "platform/dao/Errors.h"
+#include "platform/dao/FileState.h"
 #include "platform/dao/Opening.h"
 
 #include <QFile>
@@ -118,13 +119,6 @@ void CheckCopy(const QString& part, const QString& name, const RowCounts& expect
     const SqliteHandle copy = OpenForReading(part);
     if (!FirstDamage(copy.get(), Thoroughness::Indexes).isEmpty() || CountRows(copy.get()) != expected)
         throw RuntimeError(Error::DamagedDatabase, name);
-}
-
-/// The file itself that a path leads to; a link that leads nowhere is a missing file.
-QString BehindLinks(const QString& path)
-{
-    const QFileInfo file(path);
-    return file.exists() ? file.canonicalFilePath() : file.isSymLink() ? file.symLinkTarget() : path;
 }
 
 /// Keeps other programs from copying into the same folder: each would take the other's half copy for one that was left

@@ -1,0 +1,102 @@
+#include "platform/dao/DatabaseReader.h"
+
+#include "platform/dao/Engine.h"
+#include "platform/dao/Errors.h"
+#include "platform/dao/FileHeader.h"
+#include "platform/dao/FileState.h"
+#include "platform/dao/Opening.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <sqlite3.h>
+
+namespace dao {
+namespace {
+
+/// The endings of the logs beside the file that hold pages of it. A "-wal" beside a file in rollback mode is of another
+/// file that had this name.
+QStringList LogsOf(const QString& path, const FileHeader& header)
+{
+    QStringList logs;
+    if (QFileInfo(path + "-journal").size() != 0)
+        logs << "-journal";
+    if (QFileInfo(path + "-wal").size() != 0 && !header.IsInRollbackMode())
+        logs << "-wal";
+    return logs;
+}
+
+void CopyInto(const QTemporaryDir& folder, const QString& path, const QString& ending)
+{
+    QFile file(path + ending);
+    if (file.exists() && !file.copy(folder.filePath(QFileInfo(path).fileName() + ending)))
+        throw RuntimeError(file.error() == QFileDevice::ReadError || file.error() == QFileDevice::OpenError
+                               ? Error::PermissionDenied
+                               : Error::DiskFull);
+}
+
+QStringList Lines(Statement statement)
+{
+    QStringList lines;
+    while (statement.Step())
+        lines << QString::fromStdString(statement.TextAt(0));
+    return lines;
+}
+
+} // namespace
+
+DatabaseReader::DatabaseReader(const QString& linkedPath)
+{
+    RequireFile(linkedPath);
+    const QString path = BehindLinks(linkedPath);
+    const FileHeader header = HeaderOf(OpenImmutable(path).get(), QFileInfo(path).fileName());
+    if (IsInUse(path)) {
+        database = OpenHardened(path, SQLITE_OPEN_READONLY);
+    } else if (LogsOf(path, header) != QStringList()) {
+        scratch.emplace();
+        for (const QString& ending : LogsOf(path, header) << "")
+            CopyInto(*scratch, path, ending);
+        database = OpenHardened(scratch->filePath(QFileInfo(path).fileName()), SQLITE_OPEN_READWRITE);
+    } else {
+        RequireWholePages(header, path);
+        database = OpenImmutable(path);
+    }
+    RunOnce(database.get(), "begin");
+    if (WholeAnswer(database.get(), "pragma user_version") > SchemaVersion)
+        RaiseNewer(QFileInfo(path).fileName());
+    WholeAnswer(database.get(), "select count(*) from sqlite_schema"); // the moment that is read
+}
+
+Statement DatabaseReader::Select(std::string_view sql) const
+{
+    return {database.get(), sql};
+}
+
+QStringList DatabaseReader::Damage(int most) const
+{
+    try {
+        const QStringList found = Lines(Select("pragma integrity_check(" + std::to_string(most) + ")"));
+        return found == QStringList("ok") ? QStringList() : found;
+    } catch (const RuntimeError& error) {
+        if (error.Code() != Error::DamagedDatabase)
+            throw;
+        return {error.Description()};
+    }
+}
+
+QStringList DatabaseReader::PlantedCode() const
+{
+    return Lines(Select("select name from sqlite_schema where type in ('trigger', 'view') order by name"));
+}
+
+QStringList CheckDatabase(const QString& path)
+{
+    try {
+        return DatabaseReader(path).Damage();
+    } catch (const RuntimeError& error) {
+        if (error.Code() != Error::DamagedDatabase)
+            throw;
+        return {error.Description()};
+    }
+}
+
+} // namespace dao
