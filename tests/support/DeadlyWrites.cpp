@@ -74,11 +74,6 @@ int unlink(const char* path) noexcept
     return tests::Step([=] { return int(::syscall(SYS_unlinkat, AT_FDCWD, path, 0)); });
 }
 
-ssize_t copy_file_range(int from, off64_t* fromOffset, int to, off64_t* toOffset, size_t size, unsigned flags)
-{
-    return tests::Step([=] { return ::syscall(SYS_copy_file_range, from, fromOffset, to, toOffset, size, flags); });
-}
-
 ssize_t sendfile(int to, int from, off_t* offset, size_t size) noexcept
 {
     return tests::Step([=] { return ::syscall(SYS_sendfile, to, from, offset, size); });

@@ -10,12 +10,12 @@
 #include <QScopeGuard>
 #include <fcntl.h>
 #include <sys/file.h>
+#include <sys/sendfile.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
 #include <cstdio>
-#include <filesystem>
 
 namespace dao {
 
@@ -45,6 +45,16 @@ OpenFile::~OpenFile()
 void OpenFile::Sync() const
 {
     if (::fsync(file) != 0)
+        RaiseFileError(errno, name);
+}
+
+void OpenFile::TakeAll(const OpenFile& from) const
+{
+    constexpr std::size_t atATime = std::size_t{16} << 20;
+    ssize_t copied = 0;
+    while ((copied = ::sendfile(file, from.file, nullptr, atATime)) > 0) {
+    }
+    if (copied < 0)
         RaiseFileError(errno, name);
 }
 
@@ -80,18 +90,11 @@ void Replace(const QString& path, const QString& target)
 void CopyFile(const QString& path, const QString& target)
 {
     const auto ownerOnly = basic::ForOwnerOnly();
-    {
-        const OpenFile made(target, O_WRONLY | O_CREAT | O_EXCL);
-    }
+    const OpenFile from(path, O_RDONLY);
+    const OpenFile made(target, O_WRONLY | O_CREAT | O_EXCL);
     auto removeHalf = qScopeGuard([&target] { QFile::remove(target); });
-    std::error_code error;
-    std::filesystem::copy_file(SystemPath(path), SystemPath(target), std::filesystem::copy_options::overwrite_existing,
-                               error);
-    if (error)
-        RaiseFileError(error.value(), target);
-    const OpenFile copied(target, O_RDWR);
-    ::chmod(SystemPath(target).c_str(), 0600); // copying gives it the mode of the other
-    copied.Sync();
+    made.TakeAll(from);
+    made.Sync();
     OpenFile(QFileInfo(target).absolutePath(), O_RDONLY | O_DIRECTORY).Sync();
     removeHalf.dismiss();
 }

@@ -18,6 +18,9 @@ public:
     /// What was written of the file, or made in the folder, is on the disk when this returns.
     void Sync() const;
 
+    /// Appends all of another file.
+    void TakeAll(const OpenFile& from) const;
+
     /// Locks it unless another program has. A file system without locks counts as one on which nobody else is.
     bool TryLock() const;
 
