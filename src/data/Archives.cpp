@@ -25,20 +25,6 @@ QString PlainCopy(const QString& folder)
     return host::PathIn(folder, archiveFolder + "/" + databaseFile);
 }
 
-std::optional<ArchivedCopy> CopyAt(const QFileInfo& file)
-{
-    static const QRegularExpression replaced("^ZEP_ONE avant .*\\.MDB$", QRegularExpression::CaseInsensitiveOption);
-    const QString name = file.fileName();
-    ArchivedCopy copy{file.absoluteFilePath(), ArchivedCopy::Kind::Latest, file.lastModified()};
-    if (GenerationDay(name).isValid())
-        copy.kind = ArchivedCopy::Kind::Generation;
-    else if (replaced.match(name).hasMatch())
-        copy.kind = ArchivedCopy::Kind::Replaced;
-    else if (name.compare(databaseFile, Qt::CaseInsensitive) != 0)
-        return std::nullopt;
-    return copy;
-}
-
 /// Keeps the copy that is about to be replaced under the name of its day. One that is damaged, of today or dated later
 /// is not worth keeping.
 void KeepGeneration(const QString& present)
@@ -76,6 +62,19 @@ QDate ArchivedCopy::Day() const
     return kind == Kind::Generation ? GenerationDay(Name()) : changed.date();
 }
 
+ArchivedCopy CopyAt(const QString& path)
+{
+    static const QRegularExpression replaced("^ZEP_ONE avant .*\\.MDB$", QRegularExpression::CaseInsensitiveOption);
+    using Kind = ArchivedCopy::Kind;
+    const QFileInfo file(path);
+    const QString name = file.fileName();
+    const Kind kind = GenerationDay(name).isValid()                          ? Kind::Generation
+                      : replaced.match(name).hasMatch()                      ? Kind::Replaced
+                      : name.compare(databaseFile, Qt::CaseInsensitive) == 0 ? Kind::Latest
+                                                                             : Kind::Other;
+    return {file.absoluteFilePath(), kind, file.lastModified()};
+}
+
 QString CopiesFolder(const QString& folder)
 {
     return QFileInfo(dao::BehindLinks(PlainCopy(folder))).absolutePath();
@@ -85,8 +84,9 @@ QList<ArchivedCopy> ArchivedCopies(const QString& folder)
 {
     QList<ArchivedCopy> copies;
     for (const QFileInfo& file : QDir(CopiesFolder(folder)).entryInfoList(QDir::Files | QDir::Hidden)) {
-        if (const auto copy = CopyAt(file))
-            copies << *copy;
+        const ArchivedCopy copy = CopyAt(file.filePath());
+        if (copy.kind != ArchivedCopy::Kind::Other)
+            copies << copy;
     }
     std::ranges::sort(copies, [](const ArchivedCopy& left, const ArchivedCopy& right) {
         const auto rank = [](const ArchivedCopy& copy) {

@@ -15,6 +15,7 @@ struct ArchivedCopy {
     enum class Kind {
         Latest,     ///< "ZEP_ONE.MDB": of the last shutdown
         Generation, ///< "ZEP_ONE 2026-11-23.MDB": the last copy of that day
+        Other,      ///< another name, or another folder
         Replaced    ///< "ZEP_ONE avant restauration 2026-11-24 18-02-33.MDB": never offered, never cleared away
     };
 
@@ -26,6 +27,9 @@ struct ArchivedCopy {
     /// The day whose work it holds: that of its name where it has one, else of its last change.
     QDate Day() const;
 };
+
+/// The copy in a file, wherever it is.
+ArchivedCopy CopyAt(const QString& path);
 
 /// The folder that holds the copies: "ARCHIVES", or where the copy of the shutdown is linked to.
 QString CopiesFolder(const QString& folder);
@@ -53,6 +57,9 @@ QString MomentOf(const ArchivedCopy& copy);
 /// ones go that aren't the newest of one of the last 7 days, 5 weeks or 12 months which have one. Raises the errors of
 /// dao::CopyDatabase, and then no copy has changed.
 void CopyToArchives(const QString& folder, const dao::CopyProgress& progress = {});
+
+/// Raises 3187 while a program has the practice open.
+void RequireClosed(const QString& folder);
 
 /// Puts a copy in the place of a practice's database. What is there stays, byte for byte and with its log, as
 /// "ARCHIVES/ZEP_ONE avant restauration 2026-11-24 18-02-33.MDB", whose path is returned; empty when there was none.

@@ -21,13 +21,6 @@ namespace {
 using basic::Error;
 using basic::RuntimeError;
 
-void RequireClosed(const QString& database)
-{
-    if (dao::IsInUse(database))
-        throw RuntimeError::Described(
-            Error::Locked, "Le cabinet est ouvert dans un programme. Fermez-le, puis recommencez la restauration.");
-}
-
 /// Copies a whole database, with its log where it has one. Raises 3049 when the bytes that come back aren't those of
 /// the copy.
 void CopyWhole(const QString& copy, const QString& target)
@@ -100,10 +93,17 @@ void RemoveUnfinished(const QString& database, const QString& folder)
 
 } // namespace
 
+void RequireClosed(const QString& folder)
+{
+    if (dao::IsInUse(dao::BehindLinks(host::PathIn(folder, databaseFile))))
+        throw RuntimeError::Described(
+            Error::Locked, "Le cabinet est ouvert dans un programme. Fermez-le, puis recommencez la restauration.");
+}
+
 QString Restore(const QString& copy, const QString& folder)
 {
     const QString database = dao::BehindLinks(host::PathIn(folder, databaseFile));
-    RequireClosed(database);
+    RequireClosed(folder);
     RequireWhole(copy);
     const auto ownerOnly = basic::ForOwnerOnly();
     QDir().mkpath(CopiesFolder(folder));
@@ -116,7 +116,7 @@ QString Restore(const QString& copy, const QString& folder)
     CopyWhole(copy, part);
     OpenOnce(part);
     host::Sync(part);
-    RequireClosed(database);
+    RequireClosed(folder);
     const QString kept = KeepPresent(database, copies);
     dao::Replace(part, database);
     return kept;
