@@ -2,12 +2,11 @@
 
 namespace tests {
 
-/// Kills this process at its write number `number` (from 1) to a database, its log or its copy: in the middle of an odd
-/// one, right after an even one. To be called in a process of its own; where a kill falls depends on what is written
-/// and on nothing else, however busy the machine is.
+/// Kills this process at write `number` (from 1) to a database, its log or its copy: in the middle of an odd one, right
+/// after an even one. Deterministic, however busy the machine is. For child processes only.
 void DieAtWrite(int number);
 
-/// How many such writes this process has made.
+/// The number of such writes so far.
 int WritesMade();
 
 } // namespace tests
