@@ -26,14 +26,14 @@ using core::TheDatabase;
 namespace {
 
 constexpr int Searches = 1000;
-constexpr int GrowthLimit = 2; // of an opening on ten times the rows: the clock's own noise, far from ten
+constexpr int GrowthLimit = 2; // of an opening on ten times the rows: allows for noise, far from ten
 
 QString FileOf(const QString& folder)
 {
     return host::PathIn(folder, data::databaseFile);
 }
 
-/// Returns what one opening takes, in milliseconds.
+/// Returns the time of one opening, in milliseconds.
 double MeasureOpening(Figures& figures, const char* path, const QString& folder)
 {
     const OpenPractice practice(folder);
@@ -81,7 +81,7 @@ void MeasureSearch(Figures& figures, const PlainDatabase& plain)
     Require(found == 2 * 9 * Searches, "the searches found different rows");
 }
 
-/// Eight fields of every act of the busy day, texts as the program's texts.
+/// Eight fields of every act of the busy day, formatted as by the program.
 void MeasureDay(Figures& figures, const PlainDatabase& plain, const QString& day)
 {
     PlainStatement select(plain, "select * from Actes where date = ? order by num");
@@ -188,7 +188,7 @@ void MeasureBalance(Figures& figures, const PlainDatabase& plain, const QString&
     Require(floorSum == ourSum, "the sums differ");
 }
 
-/// As at the end of the program: the database is closed first.
+/// As at the end of the program, the database is closed first.
 void MeasureArchive(Figures& figures, const QString& folder)
 {
     const OpenPractice practice(folder);

@@ -17,14 +17,14 @@ void Recettes::BuildForm()
     Dress(Image3[PrintDetail], "list", "Imprimer le détail des actes");
     Dress(Image3[PrintCodes], "print", "Imprimer le récapitulatif par code", Command::Print);
     for (const int action : {OtherDates, Quit}) {
-        Bulle.Serve(Image1[action]);
-        KeepPlace(Image1[action]);
+        Bulle.Attach(Image1[action]);
+        RetainSizeWhenHidden(Image1[action]);
     }
     const char* const legends[] = {"Récap", "Détail", "Récap"};
     for (int button = PrintRecap; button <= PrintCodes; ++button) {
         Label& legend = Label5[button];
         legend.setText(QString::fromUtf8(legends[button]));
-        KeepPlace(legend);
+        RetainSizeWhenHidden(legend);
         legend.hide();
         On(Image3[button], &Picture::MouseOver, legend, &Label::show);
         On(Image3[button], &Picture::MouseLeft, legend, &Label::hide);

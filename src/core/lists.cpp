@@ -105,7 +105,7 @@ bool ConfirmsDeletion(const QString& number)
                          forms::Buttons::YesNo) == forms::Answer::Yes;
 }
 
-void TellLineIsGone()
+void ReportDeletedLine()
 {
     forms::MsgBox("Cette ligne n'existe plus : elle a été supprimée entre-temps.", forms::Icon::Critical, "ATTENTION");
 }

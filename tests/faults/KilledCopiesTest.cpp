@@ -87,7 +87,7 @@ protected:
         const auto run = [&work](tests::Reports& reports, int deadlyWrite) {
             tests::DieAtWrite(deadlyWrite);
             work();
-            reports.Tell(tests::WritesMade());
+            reports.Send(tests::WritesMade());
         };
         tests::ChildProcess undisturbed([&](tests::Reports& reports) { run(reports, 0); });
         const int writes = undisturbed.Next<int>().value_or(0);
@@ -172,7 +172,7 @@ TEST_F(KilledCopies, ChangeNothingOnAFullDisk)
         SCOPED_TRACE(point);
         const tests::SmallDisk disk(practice.Folder(),
                                     tests::SizeOf(start) / 1024 + 60 + point * 20); // KB, from none to enough
-        if (!disk.IsThere())
+        if (!disk.IsMounted())
             return;
         StartAgain();
         const auto fails = [](const std::function<void()>& work) {

@@ -25,14 +25,14 @@ namespace {
 constexpr qsizetype PageSize = 4096;
 constexpr qsizetype HeadSize = 100;
 
-/// A practice with yesterday's archive copy, whose database is then spoilt in one way after the other.
+/// A practice with yesterday's archive copy, whose database is damaged in various ways.
 class SpoiltDatabase : public testing::Test {
 protected:
     SpoiltDatabase()
     {
         for (int act = 0; act < 150; ++act)
-            practice.Act({.montant = double(act)});
-        practice.Open(); // which leaves the file to the program alone
+            practice.Act({.montant = static_cast<double>(act)});
+        practice.Open(); // makes the program the file's only user
         tests::ResetGlobals();
         ScriptedDesk desk;
         tests::Quit(desk, tests::StartProgram(desk, practice.Folder()));
@@ -46,8 +46,8 @@ protected:
 
     void Write(const QByteArray& bytes) const { tests::WriteContent(practice.Folder(), {{"ZEP_ONE.MDB", bytes}}); }
 
-    /// Starts the program and types the code: it says what is wrong, both before its change of the schema and at the
-    /// opening, and ends; nothing in the folder has changed, not even the archive copy.
+    /// Starts the program and types the code: it reports the error, both before the schema change and at the opening,
+    /// and ends. Nothing in the folder has changed, not even the archive copy.
     void ExpectRefused(const basic::RuntimeError& error) const
     {
         const FolderContent before = tests::ContentOf(practice.Folder());
@@ -116,7 +116,7 @@ protected:
 
 } // namespace
 
-TEST_F(SpoiltDatabase, IsRefusedWhenItIsNoneOfOurs)
+TEST_F(SpoiltDatabase, IsRefusedWhenForeign)
 {
     const QByteArray oldEngine = QByteArray::fromHex("000100005374616e64617264204a657420444200");
     QByteArray ofAnotherProgram = sound;
@@ -145,10 +145,10 @@ TEST_F(SpoiltDatabase, IsRefusedWhenItIsNoneOfOurs)
     ExpectOpens();
 }
 
-TEST_F(SpoiltDatabase, IsRefusedWhenCutAtAnyLength)
+TEST_F(SpoiltDatabase, IsRefusedWhenTruncated)
 {
     std::mt19937 random(20080617);
-    // SQLite itself takes what is missing of the last page for zeros and finds no fault with it.
+    // SQLite itself reads the missing part of the last page as zeros, without an error.
     std::vector<qsizetype> lengths{sound.size() - 1, sound.size() - 31};
     lengths.insert(lengths.end(), {1, 15, 16, HeadSize - 1, HeadSize, 512, PageSize - 1, PageSize, PageSize + 1});
     for (int round = 0; round < tests::Rounds(25); ++round)
@@ -167,7 +167,7 @@ TEST_F(SpoiltDatabase, IsRefusedWhenAPageIsDestroyed)
 {
     for (qsizetype start = 0; start < sound.size(); start += PageSize) {
         SCOPED_TRACE(start / PageSize + 1);
-        // The first page keeps its head, so that it isn't taken for a foreign file.
+        // Keeps the header, so that the file is still recognised as ours.
         const qsizetype from = start == 0 ? HeadSize : start;
         const qsizetype size = start + PageSize - from;
         QByteArray bytes = sound;
@@ -179,7 +179,7 @@ TEST_F(SpoiltDatabase, IsRefusedWhenAPageIsDestroyed)
     ExpectOpens();
 }
 
-TEST_F(SpoiltDatabase, IsRefusedWhereNothingMayBeWritten)
+TEST_F(SpoiltDatabase, IsRefusedOnReadOnlyMedia)
 {
     const auto refuse = [this](const QString& path, mode_t protectedMode, mode_t mode) {
         ::chmod(path.toUtf8().constData(), protectedMode);
@@ -191,7 +191,7 @@ TEST_F(SpoiltDatabase, IsRefusedWhereNothingMayBeWritten)
     {
         const FolderContent files = tests::ContentOf(practice.Folder());
         const tests::SmallDisk medium(practice.Folder(), 8192);
-        if (medium.IsThere()) {
+        if (medium.IsMounted()) {
             tests::WriteContent(practice.Folder(), files);
             medium.MakeReadOnly();
             ExpectToldToBeProtected();

@@ -8,7 +8,7 @@ namespace tests {
 /// and on nothing else, however busy the machine is.
 void DieAtWrite(int number);
 
-/// How many such writes this process has made.
+/// The number of such writes so far.
 int WritesMade();
 
 } // namespace tests

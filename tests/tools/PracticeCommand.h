@@ -8,7 +8,7 @@
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
-/// Runs the command as typed and keeps what it wrote.
+/// Runs the command and captures its output.
 struct CommandRun {
     QString output;
     QString errors;
@@ -23,7 +23,7 @@ struct CommandRun {
     }
 };
 
-/// A new practice in a folder that goes away with it.
+/// A new practice in a temporary folder.
 class NewPractice {
 public:
     NewPractice()

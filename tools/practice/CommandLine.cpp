@@ -16,7 +16,7 @@ QString UsageOf(const Command& command)
     return QString("  practice %1 %2\n%3").arg(command.name, command.usage, command.help);
 }
 
-/// All commands, or the one whose name is given.
+/// The usage of all commands, or of one.
 QString Usage(const Command* one = nullptr)
 {
     QString text = "Utilisation :\n";

@@ -15,7 +15,7 @@ using forms::Icon;
 
 namespace {
 
-/// Plays the user on the window that is about to come up.
+/// Plays the user on the next window.
 void OnNextWindow(std::function<void(QWidget&)> play)
 {
     QTimer::singleShot(0, qApp, [play = std::move(play)] {
@@ -101,7 +101,7 @@ TEST_F(RealDesk, ShowsAScreenUntilItIsUnloaded)
     EXPECT_FALSE(sheet.isVisible());
 
     sheet.loading = [&] { sheet.Unload(); };
-    desk.ShowModal(sheet); // comes back at once
+    desk.ShowModal(sheet); // returns at once
     EXPECT_FALSE(sheet.isVisible());
 }
 
