@@ -60,11 +60,16 @@ public:
     void CommitTrans() const;
     void Rollback() const;
 
+    /// After rows with keys from elsewhere were written: the next key that each of DBEngine.KeyedTables gives is above
+    /// every key that the table or a reference to it holds. To be called within a Transaction.
+    void KeepKeysAboveReferences() const;
+
     /// Closes the file for all handles; record sets over it raise 3420 from then on. A second Close does nothing.
     void Close();
 
 private:
     friend class ReadTransaction;
+    friend class StagedRows;
     Connection& Open() const;
     std::shared_ptr<Connection> connection;
 };

@@ -63,25 +63,6 @@ void KeepKeysForGood(sqlite3* database, const KeyedTable& keyed)
                             others.toStdString());
 }
 
-/// Makes the next key higher than those that are held elsewhere.
-void KeepAboveReferences(sqlite3* database, const KeyedTable& keyed)
-{
-    if (!DefinitionOf(database, keyed.table).contains("autoincrement", Qt::CaseInsensitive))
-        return;
-    qint64 highest = 0;
-    for (const KeyedTable::Column& reference : keyed.references)
-        highest = std::max(highest, HighestKey(database, reference));
-    Statement raise(database, "update sqlite_sequence set seq=max(seq,?2) where name=?1 collate nocase");
-    Statement add(database, "insert into sqlite_sequence (name, seq) select name, ?2 from sqlite_schema where "
-                            "type='table' and name=?1 collate nocase and name not in (select name from "
-                            "sqlite_sequence)"); // a table without rows
-    for (Statement* const statement : {&raise, &add}) {
-        statement->Bind(1, keyed.table);
-        statement->Bind(2, highest);
-        statement->Run();
-    }
-}
-
 void ChangeTables(sqlite3* database, const QList<KeyedTable>& tables)
 {
     RunOnce(database, "begin immediate");
@@ -100,6 +81,24 @@ void ChangeTables(sqlite3* database, const QList<KeyedTable>& tables)
 }
 
 } // namespace
+
+void KeepAboveReferences(sqlite3* database, const KeyedTable& keyed)
+{
+    if (!DefinitionOf(database, keyed.table).contains("autoincrement", Qt::CaseInsensitive))
+        return;
+    qint64 highest = 0;
+    for (const KeyedTable::Column& reference : keyed.references)
+        highest = std::max(highest, HighestKey(database, reference));
+    Statement raise(database, "update sqlite_sequence set seq=max(seq,?2) where name=?1 collate nocase");
+    Statement add(database, "insert into sqlite_sequence (name, seq) select name, ?2 from sqlite_schema where "
+                            "type='table' and name=?1 collate nocase and name not in (select name from "
+                            "sqlite_sequence)"); // a table without rows
+    for (Statement* const statement : {&raise, &add}) {
+        statement->Bind(1, keyed.table);
+        statement->Bind(2, highest);
+        statement->Run();
+    }
+}
 
 void BringUpToDate(sqlite3* database, const QList<KeyedTable>& tables)
 {

@@ -1,0 +1,266 @@
+#include "platform/dao/StagedRows.h"
+
+#include "platform/dao/Connection.h"
+
+#include <QRegularExpression>
+#include <sqlite3.h>
+
+#include <algorithm>
+
+namespace dao {
+namespace {
+
+/// The statement with every "*" replaced.
+std::string WithPart(std::string pattern, const std::string& part)
+{
+    for (std::size_t at = pattern.find('*'); at != std::string::npos; at = pattern.find('*', at + part.size()))
+        pattern.replace(at, 1, part);
+    return pattern;
+}
+
+} // namespace
+
+StagedRows::StagedRows(const Database& target, const QString& tableName, const QStringList& fields)
+    : connection(target.connection), table(target.Open().FindTable(tableName.toStdString()))
+{
+    if (table == nullptr || table->keyColumn < 0)
+        throw RuntimeError(Error::UnknownField);
+    for (const QString& field : fields)
+        columns.push_back(table->columns.PositionOf(field.toStdString()));
+    const auto key = std::ranges::find(columns, table->keyColumn);
+    if (key == columns.end() || std::ranges::find(columns, -1) != columns.end())
+        throw RuntimeError(Error::UnknownField);
+    keyField = std::size_t(key - columns.begin());
+    freshRows = "temp." + Quoted("fresh " + table->name);
+    changedRows = "temp." + Quoted("changed " + table->name);
+    MakeStore();
+}
+
+StagedRows::~StagedRows()
+{
+    DropStore();
+}
+
+void StagedRows::DropStore() noexcept
+{
+    insert.reset();
+    if (!connection->IsOpen())
+        return;
+    try {
+        if (isFilling)
+            Run("rollback");
+        Run("drop table if exists " + freshRows);
+        Run("drop table if exists " + changedRows);
+    } catch (const RuntimeError&) {
+        // The temporary file goes with the connection.
+    }
+}
+
+void StagedRows::Run(const std::string& statement) const
+{
+    RunOnce(connection->Handle(), statement);
+}
+
+/// The pattern for each field but the key: "#" is the field's number, "*" its name.
+std::string StagedRows::ForEachField(const std::string& pattern, const std::string& separator) const
+{
+    std::string all;
+    for (std::size_t field = 0; field < columns.size(); ++field) {
+        if (field == keyField)
+            continue;
+        std::string part = pattern;
+        const std::string number = std::to_string(field);
+        for (std::size_t at = part.find('#'); at != std::string::npos; at = part.find('#', at + number.size()))
+            part.replace(at, 1, number);
+        all += (all.empty() ? "" : separator) + WithPart(part, Quoted(table->columns[columns[field]].name));
+    }
+    return all;
+}
+
+// -- filling
+
+/// Columns and their defaults as the table has them: then SQLite copies whole pages in their order.
+void StagedRows::MakeStore()
+{
+    DropStore();
+    Statement described(connection->Handle(), "select name, type, dflt_value from pragma_table_info(?,'main')");
+    described.Bind(1, QString::fromStdString(table->name));
+    std::string definition;
+    for (int column = 0; described.Step(); ++column) {
+        definition += (column == 0 ? "" : ",") + Quoted(described.TextAt(0)) + " " + described.TextAt(1);
+        if (column == table->keyColumn)
+            definition += " primary key";
+        else if (const std::string initially = described.TextAt(2); !initially.empty())
+            definition += " default " + initially;
+    }
+    described.Reset();
+    Run("create table " + freshRows + " (" + definition + ")");
+
+    std::string names, parameters;
+    for (const int column : columns) {
+        names += (names.empty() ? "" : ",") + Quoted(table->columns[column].name);
+        parameters += parameters.empty() ? "?" : ",?";
+    }
+    insert = std::make_unique<Statement>(connection->Handle(),
+                                         "insert into " + freshRows + " (" + names + ") values (" + parameters + ")");
+}
+
+bool StagedRows::Add(const std::vector<Value>& values)
+{
+    if (values.at(keyField).IsNull())
+        throw RuntimeError(Error::NullNotAllowed);
+    if (!isFilling) {
+        connection->FinishReading();
+        Run("begin");
+        isFilling = true;
+    }
+    for (std::size_t field = 0; field < columns.size(); ++field)
+        insert->Bind(int(field) + 1, ToColumn(values.at(field), table->columns[columns[field]].type));
+    try {
+        insert->Run();
+    } catch (const RuntimeError& error) {
+        if (error.Code() == Error::DuplicateKey)
+            return false;
+        throw;
+    }
+    ++fresh;
+    return true;
+}
+
+// -- comparing
+
+void StagedRows::Compare()
+{
+    if (isFilling)
+        Run("commit");
+    isFilling = false;
+    insert.reset();
+    connection->FinishReading();
+    Run("begin"); // both statements see the table at one moment
+    try {
+        SeparateKnownRows();
+        Run("commit");
+    } catch (...) {
+        Run("rollback");
+        throw;
+    }
+    FindChangedFields();
+    MakeIndexes();
+}
+
+void StagedRows::SeparateKnownRows()
+{
+    sqlite3* const database = connection->Handle();
+    const std::string target = "main." + Quoted(table->name);
+    const std::string isSame = ForEachField("s.* is t.*", " and ");
+    const std::string values = ForEachField("s.* as n#,t.* as o#", ",");
+    Run("create table " + changedRows + " as select s." + table->key + " as k" + (values.empty() ? "" : ",") + values +
+        " from " + freshRows + " s cross join " + target + " t where t." + table->key + "=s." + table->key +
+        " and not (" + (isSame.empty() ? "1" : isSame) + ")");
+    changed = int(WholeAnswer(database, "select count(*) from " + changedRows));
+    Run("delete from " + freshRows + " as s where exists (select 1 from " + target + " t where t." + table->key +
+        "=s." + table->key + ")");
+    const int known = sqlite3_changes(database);
+    same = known - changed;
+    fresh -= known;
+}
+
+void StagedRows::FindChangedFields()
+{
+    isChanged.assign(columns.size(), false);
+    if (changed == 0)
+        return;
+    Statement differing(connection->Handle(),
+                        "select " + ForEachField("max(n# is not o#)", ",") + " from " + changedRows);
+    differing.Step();
+    for (std::size_t field = 0, answer = 0; field < columns.size(); ++field) {
+        if (field != keyField)
+            isChanged[field] = differing.WholeAt(int(answer++)) != 0;
+    }
+}
+
+/// The indexes of the table over the fresh rows: Write copies each of them in its own order.
+void StagedRows::MakeIndexes()
+{
+    static const QRegularExpression head(R"(^\s*create\s+index\s+("[^"]*"|\w+)\s+on\s+("[^"]*"|\w+))",
+                                         QRegularExpression::CaseInsensitiveOption);
+    if (fresh == 0)
+        return;
+    Statement indexes(connection->Handle(), "select sql from main.sqlite_schema where type='index' and sql is not "
+                                            "null and tbl_name=? collate nocase");
+    indexes.Bind(1, QString::fromStdString(table->name));
+    std::vector<std::string> statements;
+    const std::string onFreshRows = " on " + freshRows.substr(freshRows.find('.') + 1);
+    while (indexes.Step()) {
+        QString statement = QString::fromStdString(indexes.TextAt(0));
+        if (const QRegularExpressionMatch begins = head.match(statement); begins.hasMatch())
+            statements.push_back("create index temp." + begins.captured(1).toStdString() + onFreshRows +
+                                 statement.mid(begins.capturedLength()).toStdString());
+    }
+    indexes.Reset();
+    for (const std::string& statement : statements)
+        Run(statement);
+}
+
+std::vector<StagedRows::Difference> StagedRows::Differences(int most) const
+{
+    std::vector<Difference> differences;
+    if (changed == 0)
+        return differences;
+    Statement rows(connection->Handle(), "select k," + ForEachField("n# is not o#", ",") + " from " + changedRows +
+                                             " order by k limit " + std::to_string(most));
+    while (rows.Step()) {
+        Difference difference{Key(rows.WholeAt(0)), {}};
+        int answer = 0;
+        for (std::size_t field = 0; field < columns.size(); ++field) {
+            if (field != keyField && rows.WholeAt(++answer) != 0)
+                difference.fields << QString::fromStdString(table->columns[columns[field]].name);
+        }
+        differences.push_back(std::move(difference));
+    }
+    return differences;
+}
+
+// -- writing
+
+bool StagedRows::Write()
+{
+    if (!WrittenMeanwhile(1).empty())
+        return false;
+    const std::string target = Quoted(table->name);
+    if (changed > 0) {
+        std::string settings;
+        for (std::size_t field = 0; field < columns.size(); ++field) {
+            if (isChanged[field]) // an index over none of these fields isn't touched
+                settings += (settings.empty() ? "" : ",") + Quoted(table->columns[columns[field]].name) + "=c.n" +
+                            std::to_string(field);
+        }
+        Statement update(connection->Handle(), "update main." + target + " set " + settings + " from " + changedRows +
+                                                   " c where " + target + "." + table->key + "=c.k");
+        connection->RunChange(update);
+    }
+    if (fresh > 0) {
+        Statement addition(connection->Handle(), "insert into main." + target + " select * from " + freshRows);
+        connection->RunChange(addition);
+    }
+    return true;
+}
+
+std::vector<Key> StagedRows::WrittenMeanwhile(int most) const
+{
+    const std::string target = "main." + Quoted(table->name);
+    const std::string isAsBefore = ForEachField("t.* is c.o#", " and ");
+    std::string select = "select s." + table->key + " from " + freshRows + " s where exists (select 1 from " + target +
+                         " t where t." + table->key + "=s." + table->key + ")";
+    if (changed > 0)
+        select += " union all select c.k from " + changedRows + " c left join " + target + " t on t." + table->key +
+                  "=c.k where t." + table->key + " is null or not (" + isAsBefore + ")";
+    connection->FinishReading();
+    Statement rows(connection->Handle(), select + " limit " + std::to_string(most));
+    std::vector<Key> keys;
+    while (rows.Step())
+        keys.push_back(Key(rows.WholeAt(0)));
+    return keys;
+}
+
+} // namespace dao
