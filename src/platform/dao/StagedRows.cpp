@@ -33,6 +33,7 @@ StagedRows::StagedRows(const Database& target, const QString& tableName, const Q
     keyField = std::size_t(key - columns.begin());
     freshRows = "temp." + Quoted("fresh " + table->name);
     changedRows = "temp." + Quoted("changed " + table->name);
+    sortedRows = "temp." + Quoted("sorted " + table->name);
     MakeStore();
 }
 
@@ -49,8 +50,8 @@ void StagedRows::DropStore() noexcept
     try {
         if (isFilling)
             Run("rollback");
-        Run("drop table if exists " + freshRows);
-        Run("drop table if exists " + changedRows);
+        for (const std::string& rows : {freshRows, changedRows, sortedRows})
+            Run("drop table if exists " + rows);
     } catch (const RuntimeError&) {
         // The temporary file goes with the connection.
     }
@@ -145,7 +146,8 @@ void StagedRows::Compare()
         throw;
     }
     FindChangedFields();
-    MakeIndexes();
+    if (fresh > 0)
+        SortFreshRows();
 }
 
 void StagedRows::SeparateKnownRows()
@@ -179,13 +181,52 @@ void StagedRows::FindChangedFields()
     }
 }
 
-/// The indexes of the table over the fresh rows: Write copies each of them in its own order.
+/// SQLite copies rows that nothing lies between, and each of their indexes, in one run from page to page. Among other
+/// rows such a run leaves most of every page empty: there each row goes its own way, in an order that keeps to the same
+/// pages for long.
+void StagedRows::SortFreshRows()
+{
+    const std::vector<std::string> order = ColumnsOfFirstIndex();
+    isSorted = !order.empty() && AreAmongOthers(order.front());
+    if (!isSorted) {
+        MakeIndexes();
+        return;
+    }
+    std::string columnsInOrder;
+    for (const std::string& column : order)
+        columnsInOrder += Quoted(column) + ",";
+    Run("create table " + sortedRows + " as select * from " + freshRows + " order by " + columnsInOrder + table->key);
+}
+
+/// Whether more than a few of the table's rows lie between the fresh ones.
+bool StagedRows::AreAmongOthers(const std::string& leadingColumn) const
+{
+    constexpr int freshForEachOther = 10;
+    const std::string column = Quoted(leadingColumn);
+    const int few = fresh / freshForEachOther;
+    return WholeAnswer(connection->Handle(), "select count(*) from (select 1 from main." + Quoted(table->name) +
+                                                 " where " + column + " between (select min(" + column + ") from " +
+                                                 freshRows + ") and (select max(" + column + ") from " + freshRows +
+                                                 ") limit " + std::to_string(few + 1) + ")") > few;
+}
+
+std::vector<std::string> StagedRows::ColumnsOfFirstIndex() const
+{
+    Statement first(connection->Handle(),
+                    "select part.name from pragma_index_info((select name from pragma_index_list(?1,'main') order by "
+                    "seq desc limit 1),'main') part where part.name is not null order by part.seqno");
+    first.Bind(1, QString::fromStdString(table->name));
+    std::vector<std::string> names;
+    while (first.Step())
+        names.push_back(first.TextAt(0));
+    return names;
+}
+
+/// The indexes of the table over the fresh rows, for the run from page to page.
 void StagedRows::MakeIndexes()
 {
     static const QRegularExpression head(R"(^\s*create\s+index\s+("[^"]*"|\w+)\s+on\s+("[^"]*"|\w+))",
                                          QRegularExpression::CaseInsensitiveOption);
-    if (fresh == 0)
-        return;
     Statement indexes(connection->Handle(), "select sql from main.sqlite_schema where type='index' and sql is not "
                                             "null and tbl_name=? collate nocase");
     indexes.Bind(1, QString::fromStdString(table->name));
@@ -240,7 +281,8 @@ bool StagedRows::Write()
         connection->RunChange(update);
     }
     if (fresh > 0) {
-        Statement addition(connection->Handle(), "insert into main." + target + " select * from " + freshRows);
+        Statement addition(connection->Handle(),
+                           "insert into main." + target + " select * from " + (isSorted ? sortedRows : freshRows));
         connection->RunChange(addition);
     }
     return true;

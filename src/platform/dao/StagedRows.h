@@ -14,8 +14,8 @@ class Table;
 /// New rows for one table, put aside until all of them are known to be good, then written in one go.
 ///
 /// They are kept in a temporary file that goes with the process. Reading, checking and sorting them locks nothing in
-/// the database; Write copies table and indexes in the order of their pages, so that the write lock is held for no
-/// longer than that takes. Between the first Add and Compare nothing else is to be done with the database.
+/// the database; Write takes them over in the order of the table's pages, so that the write lock is held for no longer
+/// than that takes. Between the first Add and Compare nothing else is to be done with the database.
 class StagedRows {
 public:
     /// Raises 3265 when there is no such table or field, or the key isn't one of the fields.
@@ -49,6 +49,9 @@ public:
 
 private:
     void MakeStore();
+    void SortFreshRows();
+    bool AreAmongOthers(const std::string& leadingColumn) const;
+    std::vector<std::string> ColumnsOfFirstIndex() const;
     void MakeIndexes();
     void SeparateKnownRows();
     void FindChangedFields();
@@ -58,10 +61,12 @@ private:
 
     std::shared_ptr<Connection> connection;
     const Table* table = nullptr;
-    std::vector<int> columns;    ///< of the fields, in the order of the values
-    std::size_t keyField = 0;    ///< which of them is the key
-    std::string freshRows;       ///< the temporary tables as statements name them
-    std::string changedRows;     ///< k: the key; n0, o0: the new and the old value of the first field, and so on
+    std::vector<int> columns; ///< of the fields, in the order of the values
+    std::size_t keyField = 0; ///< which of them is the key
+    std::string freshRows;    ///< the temporary tables as statements name them
+    std::string changedRows;  ///< k: the key; n0, o0: the new and the old value of the first field, and so on
+    std::string sortedRows;   ///< the fresh rows again, in the order of the table's first index
+    bool isSorted = false;
     std::vector<bool> isChanged; ///< by field: whether any row has another value
     std::unique_ptr<Statement> insert;
     bool isFilling = false;
