@@ -74,8 +74,6 @@ void ReadFiles(const Arguments& arguments, Import& import)
     const QString what = arguments.Name(1);
     if (!arguments.Name(2).isEmpty())
         import.Read(what, arguments.Name(2));
-    else if (FindTable(what) != nullptr && !QFileInfo(what).isDir())
-        throw Misuse("il manque FICHIER");
     else
         import.ReadFolder(what);
 }
@@ -83,6 +81,9 @@ void ReadFiles(const Arguments& arguments, Import& import)
 int RunImport(const Arguments& arguments, const Streams& streams)
 {
     const bool isTrial = arguments.Has("dry-run");
+    const QString what = arguments.Name(1);
+    if (arguments.Name(2).isEmpty() && FindTable(what) != nullptr && !QFileInfo(what).isDir())
+        throw Misuse("il manque FICHIER");
     Import import(arguments.Name(0), arguments.Has("update"));
     ReadFiles(arguments, import);
     if (!isTrial)

@@ -117,8 +117,10 @@ public:
         }
         dao::Recordset row = database.OpenRecordset(QLatin1String(table.name));
         counts.added > 0 ? row.AddNew() : row.Edit();
-        for (qsizetype field = 0; field < fields.size(); ++field)
-            row.Collect(fields[field]) = given[static_cast<std::size_t>(field)];
+        for (std::size_t field = 0; field < given.size(); ++field) {
+            if (present.empty() || !IsSame(present[field], given[field]))
+                row.Collect(fields[static_cast<qsizetype>(field)]) = given[field];
+        }
         row.Update();
     }
 

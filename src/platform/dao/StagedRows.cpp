@@ -8,18 +8,6 @@
 #include <algorithm>
 
 namespace dao {
-namespace {
-
-/// The statement with every "*" replaced.
-std::string WithPart(std::string pattern, const std::string& part)
-{
-    for (std::size_t at = pattern.find('*'); at != std::string::npos; at = pattern.find('*', at + part.size()))
-        pattern.replace(at, 1, part);
-    return pattern;
-}
-
-} // namespace
-
 StagedRows::StagedRows(const Database& target, const QString& tableName, const QStringList& fields)
     : connection(target.connection), table(target.Open().FindTable(tableName.toStdString()))
 {
@@ -62,18 +50,27 @@ void StagedRows::Run(const std::string& statement) const
     RunOnce(connection->Handle(), statement);
 }
 
-/// The pattern for each field but the key: "#" is the field's number, "*" its name.
-std::string StagedRows::ForEachField(const std::string& pattern, const std::string& separator) const
+std::string StagedRows::Name(std::size_t field) const
+{
+    return Quoted(table->columns[columns[field]].name);
+}
+
+/// Whether both rows have the same in a field: blanks around a text don't count, and a blank text is none.
+std::string StagedRows::IsSame(std::size_t field) const
+{
+    if (table->columns[columns[field]].type != ColumnType::Text)
+        return "s." + Name(field) + " is t." + Name(field);
+    return "nullif(trim(s." + Name(field) + "),'') is nullif(trim(t." + Name(field) + "),'')";
+}
+
+/// The parts for all fields but the key.
+std::string StagedRows::ForEachField(const std::string& separator,
+                                     const std::function<std::string(std::size_t)>& part) const
 {
     std::string all;
     for (std::size_t field = 0; field < columns.size(); ++field) {
-        if (field == keyField)
-            continue;
-        std::string part = pattern;
-        const std::string number = std::to_string(field);
-        for (std::size_t at = part.find('#'); at != std::string::npos; at = part.find('#', at + number.size()))
-            part.replace(at, 1, number);
-        all += (all.empty() ? "" : separator) + WithPart(part, Quoted(table->columns[columns[field]].name));
+        if (field != keyField)
+            all += (all.empty() ? "" : separator) + part(field);
     }
     return all;
 }
@@ -154,8 +151,12 @@ void StagedRows::SeparateKnownRows()
 {
     sqlite3* const database = connection->Handle();
     const std::string target = "main." + Quoted(table->name);
-    const std::string isSame = ForEachField("s.* is t.*", " and ");
-    const std::string values = ForEachField("s.* as n#,t.* as o#", ",");
+    const std::string isSame = ForEachField(" and ", [this](std::size_t field) { return IsSame(field); });
+    const std::string values = ForEachField(",", [this](std::size_t field) {
+        const std::string number = std::to_string(field);
+        return "s." + Name(field) + " as n" + number + ",t." + Name(field) + " as o" + number + ",not (" +
+               IsSame(field) + ") as d" + number;
+    });
     Run("create table " + changedRows + " as select s." + table->key + " as k" + (values.empty() ? "" : ",") + values +
         " from " + freshRows + " s cross join " + target + " t where t." + table->key + "=s." + table->key +
         " and not (" + (isSame.empty() ? "1" : isSame) + ")");
@@ -173,7 +174,9 @@ void StagedRows::FindChangedFields()
     if (changed == 0)
         return;
     Statement differing(connection->Handle(),
-                        "select " + ForEachField("max(n# is not o#)", ",") + " from " + changedRows);
+                        "select " +
+                            ForEachField(",", [](std::size_t field) { return "max(d" + std::to_string(field) + ")"; }) +
+                            " from " + changedRows);
     differing.Step();
     for (std::size_t field = 0, answer = 0; field < columns.size(); ++field) {
         if (field != keyField)
@@ -248,8 +251,9 @@ std::vector<StagedRows::Difference> StagedRows::Differences(int most) const
     std::vector<Difference> differences;
     if (changed == 0)
         return differences;
-    Statement rows(connection->Handle(), "select k," + ForEachField("n# is not o#", ",") + " from " + changedRows +
-                                             " order by k limit " + std::to_string(most));
+    Statement rows(connection->Handle(),
+                   "select k," + ForEachField(",", [](std::size_t field) { return "d" + std::to_string(field); }) +
+                       " from " + changedRows + " order by k limit " + std::to_string(most));
     while (rows.Step()) {
         Difference difference{Key(rows.WholeAt(0)), {}};
         int answer = 0;
@@ -273,8 +277,7 @@ bool StagedRows::Write()
         std::string settings;
         for (std::size_t field = 0; field < columns.size(); ++field) {
             if (isChanged[field]) // an index over none of these fields isn't touched
-                settings += (settings.empty() ? "" : ",") + Quoted(table->columns[columns[field]].name) + "=c.n" +
-                            std::to_string(field);
+                settings += (settings.empty() ? "" : ",") + Name(field) + "=c.n" + std::to_string(field);
         }
         Statement update(connection->Handle(), "update main." + target + " set " + settings + " from " + changedRows +
                                                    " c where " + target + "." + table->key + "=c.k");
@@ -291,7 +294,8 @@ bool StagedRows::Write()
 std::vector<Key> StagedRows::WrittenMeanwhile(int most) const
 {
     const std::string target = "main." + Quoted(table->name);
-    const std::string isAsBefore = ForEachField("t.* is c.o#", " and ");
+    const std::string isAsBefore = ForEachField(
+        " and ", [this](std::size_t field) { return "t." + Name(field) + " is c.o" + std::to_string(field); });
     std::string select = "select s." + table->key + " from " + freshRows + " s where exists (select 1 from " + target +
                          " t where t." + table->key + "=s." + table->key + ")";
     if (changed > 0)

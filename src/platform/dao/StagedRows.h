@@ -3,6 +3,7 @@
 #include "platform/dao/Database.h"
 
 #include <QStringList>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -28,7 +29,7 @@ public:
     bool Add(const std::vector<Value>& values);
 
     /// To be called once, after the last Add: sets the rows apart that the table has already. Only the fields that were
-    /// named are compared.
+    /// named are compared; blanks around a text don't count, and a blank text is the same as none.
     void Compare();
     int Fresh() const { return fresh; }     ///< rows whose key the table doesn't have
     int Same() const { return same; }       ///< rows that the table has with the same values
@@ -55,7 +56,9 @@ private:
     void MakeIndexes();
     void SeparateKnownRows();
     void FindChangedFields();
-    std::string ForEachField(const std::string& pattern, const std::string& separator) const;
+    std::string Name(std::size_t field) const;
+    std::string IsSame(std::size_t field) const;
+    std::string ForEachField(const std::string& separator, const std::function<std::string(std::size_t)>& part) const;
     void Run(const std::string& statement) const;
     void DropStore() noexcept;
 
@@ -64,8 +67,9 @@ private:
     std::vector<int> columns; ///< of the fields, in the order of the values
     std::size_t keyField = 0; ///< which of them is the key
     std::string freshRows;    ///< the temporary tables as statements name them
-    std::string changedRows;  ///< k: the key; n0, o0: the new and the old value of the first field, and so on
-    std::string sortedRows;   ///< the fresh rows again, in the order of the table's first index
+    std::string
+        changedRows; ///< k: the key; n0, o0, d0: the first field's new value, old one, whether they differ; and so on
+    std::string sortedRows; ///< the fresh rows again, in the order of the table's first index
     bool isSorted = false;
     std::vector<bool> isChanged; ///< by field: whether any row has another value
     std::unique_ptr<Statement> insert;
