@@ -4,6 +4,7 @@
 
 #include "core/globals.h"
 #include "core/opening.h"
+#include "data/Archives.h"
 #include "data/Practice.h"
 #include "platform/basic/Dates.h"
 #include "platform/host/Files.h"
@@ -195,8 +196,8 @@ void MeasureArchive(Figures& figures, const QString& folder)
     PlainDatabase plain(FileOf(folder));
     const QString target = folder + "/ARCHIVES/plain.db";
     figures.Compare(
-        "archive copy, checked", {.measured = 7}, [&] { plain.CopyChecked(target); }, [] { core::CopyToArchives(); },
-        {.ratio = 1.6});
+        "archive copy, checked", {.measured = 7}, [&] { plain.CopyChecked(target); },
+        [] { data::CopyToArchives(core::DataFolder); }, {.ratio = 1.6});
     QFile::remove(target);
 }
 

@@ -4,6 +4,7 @@
 #include "core/lists.h"
 #include "core/printing.h"
 #include "core/windows.h"
+#include "data/PaymentCode.h"
 #include "platform/basic/Dates.h"
 #include "platform/basic/Numbers.h"
 #include "platform/forms/Desk.h"
@@ -115,7 +116,7 @@ void F_Sppr::Browse()
 void F_Sppr::FillCodeList()
 {
     Combo1.clear();
-    for (const QString& code : PayCodes())
+    for (const QString& code : data::PaymentCodes())
         Combo1.addItem(" " + code);
     Combo1.SetListIndex(0);
 }

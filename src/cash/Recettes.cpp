@@ -4,6 +4,7 @@
 #include "core/globals.h"
 #include "core/lists.h"
 #include "core/windows.h"
+#include "data/PaymentCode.h"
 #include "platform/basic/Dates.h"
 #include "platform/forms/Desk.h"
 #include "platform/forms/Guard.h"
@@ -23,7 +24,7 @@ QList<Grid::Column> CodeColumns()
     constexpr int width = 590;
     QList<Grid::Column> columns{{"Code", width, Qt::AlignCenter}};
     const QStringList tips = PayCodeTips().split('\n');
-    const QStringList codes = PayCodes();
+    const QStringList codes = data::PaymentCodes();
     for (qsizetype code = 0; code < codes.size(); ++code)
         columns << Grid::Column{codes[code].trimmed(), width, Qt::AlignCenter, tips.value(code)};
     columns << Grid::Column{"T.", width, Qt::AlignCenter, "Total du code"};

@@ -1,6 +1,6 @@
 #include "cash/Recettes.h"
 
-#include "core/lists.h"
+#include "data/PaymentCode.h"
 #include "platform/forms/GridTotals.h"
 #include "platform/forms/Guard.h"
 #include "platform/forms/Layout.h"
@@ -57,7 +57,7 @@ void Recettes::BuildPages()
     TheoreticalTotal.setAccessibleName("Total théorique");
     DetailReceivedTotal.setAccessibleName("Total perçu des actes listés");
     DetailTheoreticalTotal.setAccessibleName("Total théorique des actes listés");
-    const QStringList codes = core::PayCodes();
+    const QStringList codes = data::PaymentCodes();
     for (int total = 0; total < LT.Size(); ++total)
         LT[total].setAccessibleName(total < LT.LastIndex() ? "Total " + codes[total].trimmed() : "Total des actes");
 

@@ -5,6 +5,7 @@
 #include "core/configuration.h"
 #include "core/globals.h"
 #include "core/opening.h"
+#include "data/Archives.h"
 #include "platform/forms/Desk.h"
 #include "platform/forms/Display.h"
 #include "platform/forms/Guard.h"
@@ -171,7 +172,7 @@ int Form1::ShutDown()
             if (TheDatabase.IsOpen())
                 TheDatabase.RequireSameFile(); // another file isn't archived over the last good copy
             CloseDataFiles();
-            CopyToArchives([&notice](int done, int total) { notice->Advance(done, total); });
+            data::CopyToArchives(DataFolder, [&notice](int done, int total) { notice->Advance(done, total); });
         }
     } catch (const basic::RuntimeError& error) {
         MsgBox(ErrorText(error), Icon::Exclamation, "ZEP Lumo");

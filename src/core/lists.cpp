@@ -40,14 +40,9 @@ QString PayCodeTips()
     return tips.join('\n');
 }
 
-QStringList PayCodes()
-{
-    return {"NP", "R-", "P ", "R+", "Gr", "AB"};
-}
-
 void FillPayLists(QStringList& List_R, QStringList& List_HH, forms::ComboBox* codes)
 {
-    List_R = PayCodes();
+    List_R = data::PaymentCodes();
     List_HH = HourSlots();
     if (codes != nullptr) {
         codes->clear();

@@ -17,9 +17,6 @@ namespace core {
 /// be null.
 void FillPayLists(QStringList& List_R, QStringList& List_HH, forms::ComboBox* codes = nullptr);
 
-/// The six payment codes; line n is the code of `flag_R` n. "P " keeps its blank.
-QStringList PayCodes();
-
 /// The ten hour slots of a day; line n is the slot of `HH` n, " 8-9" to " 17-18".
 QStringList HourSlots();
 

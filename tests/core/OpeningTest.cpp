@@ -255,7 +255,7 @@ TEST_F(Opening, TellsAFailedArchiveCopyAndEndsAllTheSame)
     auto& main = Start();
     TypeCode(main, "6");
     QDir(practice.File("ARCHIVES")).removeRecursively();
-    tests::Quit(desk, main, basic::Error::PathNotFound);
+    tests::Quit(desk, main, basic::RuntimeError(basic::Error::PathNotFound));
     EXPECT_EQ(desk.EndCode(), 0);
     EXPECT_TRUE(QFile::exists(practice.File("ZEP_ONE.MDB")));
 }

@@ -16,6 +16,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+using basic::RuntimeError;
 using core::Form1;
 using tests::BytesOf;
 using tests::FolderContent;
@@ -73,7 +74,7 @@ protected:
         return main;
     }
 
-    void WorkAndQuit(std::optional<basic::Error> toldError = {})
+    void WorkAndQuit(const std::optional<RuntimeError>& toldError = {})
     {
         ScriptedDesk desk;
         auto& main = Work(desk);
@@ -122,7 +123,8 @@ TEST_F(EndOfDay, KeepsYesterdaysCopyWhenTheDiskIsFull)
         auto& main = Work(desk);
         {
             const FileSizeLimit limit{rlim_t(largest)};
-            tests::Quit(desk, main, Error::DiskFull);
+            // With no room at all the database itself can't be read beside its log.
+            tests::Quit(desk, main, RuntimeError(Error::DiskFull, largest == 0 ? practice.Folder() : folder));
         }
         ExpectYesterdaysCopy();
     }
@@ -132,7 +134,7 @@ TEST_F(EndOfDay, KeepsYesterdaysCopyWhenTheDiskIsFull)
                                     tests::SizeOf(files) / 1024 + 250); // too little for a second copy
         if (disk.IsThere()) {
             tests::WriteContent(practice.Folder(), files);
-            WorkAndQuit(Error::DiskFull);
+            WorkAndQuit(RuntimeError(Error::DiskFull, folder));
             ExpectYesterdaysCopy();
         }
         settled -= disk.IsThere();
@@ -144,7 +146,7 @@ TEST_F(EndOfDay, KeepsYesterdaysCopyWhenTheDiskIsFull)
 TEST_F(EndOfDay, KeepsYesterdaysCopyWhereItMayNotWrite)
 {
     Protect(0555);
-    WorkAndQuit(Error::PermissionDenied);
+    WorkAndQuit(RuntimeError(Error::PermissionDenied));
     ExpectYesterdaysCopy();
     Protect(0700);
     {
@@ -152,7 +154,7 @@ TEST_F(EndOfDay, KeepsYesterdaysCopyWhereItMayNotWrite)
         if (disk.IsThere()) {
             tests::WriteContent(folder, {{"ZEP_ONE.MDB", yesterday}});
             disk.MakeReadOnly();
-            WorkAndQuit(Error::PermissionDenied);
+            WorkAndQuit(RuntimeError(Error::PermissionDenied));
             ExpectYesterdaysCopy();
         }
     }

@@ -1,5 +1,7 @@
 #include "core/globals.h"
 #include "faults/FolderContent.h"
+#include "faults/SmallDisk.h"
+#include "platform/basic/RuntimeError.h"
 #include "practice/Import.h"
 #include "support/ChildProcess.h"
 #include "support/DeadlyWrites.h"
@@ -10,6 +12,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QScopeGuard>
 #include <gtest/gtest.h>
 
 namespace {
@@ -112,4 +115,34 @@ TEST_F(KilledImport, LeavesAllOfItOrNothing)
 
     Start().Wait();
     EXPECT_EQ(Content(), all) << "another run brings it to its end";
+}
+
+// The rows wait in temporary files, which may be on another disk than the practice.
+TEST_F(KilledImport, NamesTheFullDiskOfItsTemporaryFiles)
+{
+    const QString place = practice.File("temporary");
+    QDir().mkpath(place);
+    const tests::SmallDisk disk(place, 256);
+    if (!disk.IsThere())
+        return;
+    QByteArray acts = "num,Date,HH,montant,flag_R\n";
+    for (int key = 2; key < 40'000; ++key)
+        acts += QByteArray::number(key) + ",18/06/2008,0,100,2\n";
+    tests::WriteContent(csv, {{"Actes.csv", acts}});
+
+    const QByteArray path = QFile::encodeName(place);
+    sqlite3_temp_directory = sqlite3_mprintf("%s", path.constData());
+    const auto usual = qScopeGuard([] {
+        sqlite3_free(sqlite3_temp_directory);
+        sqlite3_temp_directory = nullptr;
+    });
+    try {
+        practice::Import import(practice.Folder(), true);
+        import.ReadFolder(csv);
+        ADD_FAILURE() << "the disk isn't full";
+    } catch (const basic::RuntimeError& error) {
+        EXPECT_EQ(error.Number(), 61);
+        EXPECT_TRUE(error.Description().contains(place)) << error.what();
+    }
+    EXPECT_EQ(Content(), "1 1 500.0 0 - 2");
 }

@@ -2,6 +2,7 @@
 #include "core/globals.h"
 #include "core/opening.h"
 #include "core/printing.h"
+#include "data/Archives.h"
 #include "platform/basic/Dates.h"
 #include "support/ChildProcess.h"
 #include "support/DeadlyWrites.h"
@@ -112,7 +113,7 @@ protected:
         }
         till.Unload();
         core::CloseDataFiles();
-        core::CopyToArchives();
+        data::CopyToArchives(core::DataFolder);
         reports.Tell(Progress{0, tests::WritesMade()});
     }
 

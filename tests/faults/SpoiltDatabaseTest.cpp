@@ -9,8 +9,10 @@
 #include "support/Practice.h"
 #include "support/Rounds.h"
 
+#include <QDateTime>
 #include <QFile>
 
+#include <algorithm>
 #include <gtest/gtest.h>
 #include <random>
 #include <sys/stat.h>
@@ -62,6 +64,39 @@ protected:
     {
         Write(bytes);
         ExpectRefused(basic::RuntimeError(error, "ZEP_ONE.MDB"));
+    }
+
+    /// The program says once that nothing may be written here, and what to do.
+    void ExpectToldToBeProtected() const
+    {
+        ScriptedDesk desk;
+        desk.ExpectMessage("Erreur N° 3027\nLa base de données ou son dossier « " + practice.Folder() +
+                               " » est en lecture seule : rien ne pourrait y être enregistré. Donnez-vous le droit d'y "
+                               "écrire, ou copiez le dossier sur un disque où vous l'avez, puis ouvrez le cabinet de "
+                               "nouveau.",
+                           Icon::Exclamation, "ZEP Lumo");
+        tests::StartProgram(desk, practice.Folder());
+        EXPECT_EQ(desk.EndCode(), 0);
+        EXPECT_TRUE(tests::BytesOf(database) == sound);
+    }
+
+    /// The copy of the evening before, which was made at 18:02.
+    void DateCopy(const QString& name = "ZEP_ONE.MDB") const
+    {
+        QFile copy(practice.File("ARCHIVES/" + name));
+        ASSERT_TRUE(copy.open(QIODevice::ReadWrite));
+        copy.setFileTime(QDateTime(QDate(2008, 6, 16), QTime(18, 2)), QFileDevice::FileModificationTime);
+    }
+
+    /// A damaged database is told as the rules have it, then the copy is offered.
+    void ExpectOffer(ScriptedDesk& desk, forms::Answer answer) const
+    {
+        const QString text = core::ErrorText(basic::RuntimeError(Error::DamagedDatabase, "ZEP_ONE.MDB"));
+        desk.ExpectMessage(text, Icon::Exclamation, "Lumo ZEP");
+        desk.ExpectMessage(text, Icon::Exclamation, "ZEP Lumo");
+        desk.ExpectMessage("Remettre la copie du 16/06/2008 à 18:02 ? Les actes saisis depuis n'y sont pas.",
+                           Icon::Question, "ZEP Lumo", answer);
+        tests::StartProgram(desk, practice.Folder());
     }
 
     /// Made sound again, it opens without a message.
@@ -148,7 +183,7 @@ TEST_F(SpoiltDatabase, IsRefusedWhereNothingMayBeWritten)
 {
     const auto refuse = [this](const QString& path, mode_t protectedMode, mode_t mode) {
         ::chmod(path.toUtf8().constData(), protectedMode);
-        ExpectRefused(basic::RuntimeError(Error::ReadOnly));
+        ExpectToldToBeProtected();
         ::chmod(path.toUtf8().constData(), mode);
     };
     refuse(database, 0444, 0600);
@@ -159,8 +194,50 @@ TEST_F(SpoiltDatabase, IsRefusedWhereNothingMayBeWritten)
         if (medium.IsThere()) {
             tests::WriteContent(practice.Folder(), files);
             medium.MakeReadOnly();
-            ExpectRefused(basic::RuntimeError(Error::ReadOnly));
+            ExpectToldToBeProtected();
         }
     }
     ExpectOpens();
+}
+
+TEST_F(SpoiltDatabase, IsReplacedByTheNewestWholeCopyWhenTheUserWantsThat)
+{
+    DateCopy();
+    QByteArray damaged = sound;
+    damaged.replace(5 * PageSize, PageSize, QByteArray(PageSize, '\xA5'));
+    Write(damaged);
+    const FolderContent before = tests::ContentOf(practice.Folder());
+    {
+        ScriptedDesk desk;
+        ExpectOffer(desk, forms::Answer::No);
+        EXPECT_EQ(desk.EndCode(), 0);
+        EXPECT_TRUE(tests::ContentOf(practice.Folder()) == before);
+    }
+    {
+        ScriptedDesk desk;
+        ExpectOffer(desk, forms::Answer::Yes);
+        EXPECT_EQ(desk.EndCode(), std::nullopt) << "the opening goes on";
+        EXPECT_EQ(core::TheDatabase.OpenRecordset("select count(num) as S1 from Actes")["S1"].Long(), 150);
+        EXPECT_EQ(core::PermnTable.RecordCount(), 1);
+        tests::ResetGlobals();
+    }
+    FolderContent after = tests::ContentOf(practice.Folder());
+    const auto kept = std::ranges::find_if(after, [](const auto& file) { return file.first.contains("avant"); });
+    ASSERT_NE(kept, after.end());
+    EXPECT_TRUE(kept->second == damaged);
+    ExpectOpens();
+}
+
+TEST_F(SpoiltDatabase, IsLeftAloneWhereNoWholeCopyIsToBeHad)
+{
+    DateCopy();
+    Write(QByteArray("Cabinet"));
+    ExpectRefused(basic::RuntimeError(Error::UnrecognizedFormat, "ZEP_ONE.MDB")); // foreign: no question
+    const QString copy = practice.File("ARCHIVES/ZEP_ONE.MDB");
+    QFile(copy).resize(2 * PageSize);
+    DateCopy();
+    Write(sound.first(3 * PageSize));
+    ExpectRefused(basic::RuntimeError(Error::DamagedDatabase, "ZEP_ONE.MDB"));
+    QFile::remove(copy);
+    ExpectRefused(basic::RuntimeError(Error::DamagedDatabase, "ZEP_ONE.MDB"));
 }

@@ -27,11 +27,11 @@ Form1& StartProgram(ScriptedDesk& desk, const QString& folder)
     return main;
 }
 
-void Quit(ScriptedDesk& desk, Form1& main, std::optional<basic::Error> toldError)
+void Quit(ScriptedDesk& desk, Form1& main, const std::optional<basic::RuntimeError>& toldError)
 {
     desk.ExpectMessage("Veuiller Confirmer Fin de Travail !!", forms::Icon::Question, "ZEP Lumo", forms::Answer::Yes);
     if (toldError)
-        desk.ExpectMessage(core::ErrorText(basic::RuntimeError(*toldError)), forms::Icon::Exclamation, "ZEP Lumo");
+        desk.ExpectMessage(core::ErrorText(*toldError), forms::Icon::Exclamation, "ZEP Lumo");
     main.Entry("mnuQ")->trigger();
 }
 

@@ -18,6 +18,6 @@ void TypeCode(ScriptedDesk& desk, core::Form1& main, const QString& folder, cons
 core::Form1& StartProgram(ScriptedDesk& desk, const QString& folder);
 
 /// Ends the program by its menu and confirms it. `toldError` is the error that comes of it.
-void Quit(ScriptedDesk& desk, core::Form1& main, std::optional<basic::Error> toldError = {});
+void Quit(ScriptedDesk& desk, core::Form1& main, const std::optional<basic::RuntimeError>& toldError = {});
 
 } // namespace tests

@@ -27,7 +27,7 @@ const char* NameOf(Icon icon)
 
 Answer SafeAnswer(Buttons buttons)
 {
-    return buttons == Buttons::YesNo ? Answer::No : Answer::Ok;
+    return buttons == Buttons::Ok ? Answer::Ok : Answer::No;
 }
 
 std::string Described(const QString& text, Icon icon, const QString& title)

@@ -16,11 +16,10 @@ struct CommandRun {
     QString errors;
     int code;
 
-    explicit CommandRun(const QStringList& arguments)
+    explicit CommandRun(const QStringList& arguments, QString typed = {})
     {
         QTextStream out(&output);
         QTextStream err(&errors);
-        QString typed;
         QTextStream in(&typed);
         code = practice::RunCommand(arguments, {in, out, err});
     }

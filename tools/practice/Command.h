@@ -81,6 +81,9 @@ extern const Command setCommand;
 extern const Command demoCommand;
 extern const Command importCommand;
 extern const Command fieldsCommand;
+extern const Command archivesCommand;
+extern const Command compareCommand;
+extern const Command restoreCommand;
 extern const Command checkCommand;
 extern const Command checkTemplateCommand;
 

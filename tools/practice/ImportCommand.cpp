@@ -12,7 +12,7 @@ constexpr const char* importNames[] = {"DOSSIER", "TABLE ou DOSSIER_CSV", "FICHI
 constexpr Option importOptions[] = {{"update"}, {"dry-run"}};
 
 /// "1 ligne ajoutée", "2 lignes ajoutées", and so on.
-QString Rows(int count, const QString& what)
+QString RowsThatAre(int count, const QString& what)
 {
     const QString s = count > 1 ? "s" : "";
     return QString("%1 ligne%2 %3").arg(count).arg(s, QString(what).replace("(s)", s));
@@ -23,13 +23,13 @@ QString Describe(const ImportCounts& counts, bool isTrial)
 {
     QStringList parts;
     if (counts.added > 0)
-        parts << Rows(counts.added, isTrial ? "à ajouter" : "ajoutée(s)");
+        parts << RowsThatAre(counts.added, isTrial ? "à ajouter" : "ajoutée(s)");
     if (counts.changed > 0)
-        parts << Rows(counts.changed, isTrial ? "à modifier" : "modifiée(s)");
+        parts << RowsThatAre(counts.changed, isTrial ? "à modifier" : "modifiée(s)");
     if (counts.same > 0)
-        parts << Rows(counts.same, "déjà là");
+        parts << RowsThatAre(counts.same, "déjà là");
     if (counts.left > 0)
-        parts << Rows(counts.left, "laissée(s) telle(s) quelle(s)");
+        parts << RowsThatAre(counts.left, "laissée(s) telle(s) quelle(s)");
     return parts.isEmpty() ? "aucune ligne" : parts.join(", ");
 }
 

@@ -20,7 +20,7 @@ constexpr UsualDescription usualDescriptions[] = {
     {Error::IndexOutOfRange, "L'indice n'appartient pas à la sélection"},
     {Error::TypeMismatch, "Incompatibilité de type"},
     {Error::FileNotFound, "Fichier introuvable"},
-    {Error::DiskFull, "Disque plein"},
+    {Error::DiskFull, "Disque plein : '|'"},
     {Error::PermissionDenied, "Permission refusée"},
     {Error::PathAccess, "Erreur dans le chemin d'accès"},
     {Error::PathNotFound, "Chemin d'accès introuvable"},

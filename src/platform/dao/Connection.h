@@ -2,7 +2,8 @@
 
 #include "platform/dao/Dialect.h"
 #include "platform/dao/Errors.h"
-#include "platform/dao/Opening.h"
+#include "platform/dao/FileState.h"
+#include "platform/dao/Sqlite.h"
 #include "platform/dao/Tokenizer.h"
 
 #include <QString>

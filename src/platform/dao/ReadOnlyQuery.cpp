@@ -1,6 +1,7 @@
 #include "platform/dao/ReadOnlyQuery.h"
 
 #include "platform/dao/Catalog.h"
+#include "platform/dao/FileState.h"
 #include "platform/dao/Opening.h"
 
 #include <QRegularExpression>

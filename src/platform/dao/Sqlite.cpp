@@ -2,6 +2,7 @@
 
 #include "platform/dao/Errors.h"
 
+#include <QFileInfo>
 #include <sqlite3.h>
 
 #include <algorithm>
@@ -66,11 +67,21 @@ void CloseSqlite::operator()(sqlite3_stmt* statement) const noexcept
     sqlite3_finalize(statement);
 }
 
+void RaiseDiskFull(const QString& path)
+{
+    const QFileInfo file(path);
+    throw RuntimeError(Error::DiskFull, file.isDir() ? file.filePath() : file.absolutePath());
+}
+
 void RaiseSqliteError(sqlite3* database, int code)
 {
     if ((code & 0xff) == SQLITE_ERROR)
         RaiseUnreadable(QString::fromUtf8(sqlite3_errmsg(database)));
-    throw RuntimeError(ErrorOfCode(database, code & 0xff));
+    const Error error = ErrorOfCode(database, code & 0xff);
+    const char* const file = database != nullptr ? sqlite3_db_filename(database, "main") : nullptr;
+    if (error == Error::DiskFull && file != nullptr && *file != '\0')
+        RaiseDiskFull(QString::fromUtf8(file));
+    throw RuntimeError(error);
 }
 
 void Check(sqlite3* database, int code)

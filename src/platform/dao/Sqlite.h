@@ -22,6 +22,9 @@ using SqliteHandle = std::unique_ptr<sqlite3, CloseSqlite>;
 /// Whether the system error means that there is no more room, on the disk or for this user.
 bool IsDiskFull(int systemError);
 
+/// Raises 61 with the name of the folder in which there is no more room.
+[[noreturn]] void RaiseDiskFull(const QString& path);
+
 /// Raises the run-time error of SQLite's result code; its message gives the detail.
 [[noreturn]] void RaiseSqliteError(sqlite3* database, int code);
 

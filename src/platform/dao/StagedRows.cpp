@@ -2,12 +2,35 @@
 
 #include "platform/dao/Connection.h"
 
+#include <QFileInfo>
 #include <QRegularExpression>
 #include <sqlite3.h>
 
 #include <algorithm>
 
 namespace dao {
+namespace {
+
+/// Raises an error of the temporary files: when the disk is full, it is theirs.
+[[noreturn]] void RaiseInStore(sqlite3* database, const RuntimeError& error)
+{
+    char* file = nullptr;
+    if (error.Code() != Error::DiskFull ||
+        sqlite3_file_control(database, "main", SQLITE_FCNTL_TEMPFILENAME, &file) != SQLITE_OK)
+        throw error;
+    const QString folder = QFileInfo(QString::fromUtf8(file)).absolutePath();
+    sqlite3_free(file);
+    RaiseDiskFull(folder);
+}
+
+void RollBack(sqlite3* database)
+{
+    if (sqlite3_get_autocommit(database) == 0) // SQLite may have rolled it back by itself, on a full disk for instance
+        RunOnce(database, "rollback");
+}
+
+} // namespace
+
 StagedRows::StagedRows(const Database& target, const QString& tableName, const QStringList& fields)
     : connection(target.connection), table(target.Open().FindTable(tableName.toStdString()))
 {
@@ -37,7 +60,7 @@ void StagedRows::DropStore() noexcept
         return;
     try {
         if (isFilling)
-            Run("rollback");
+            RollBack(connection->Handle());
         for (const std::string& rows : {freshRows, changedRows, sortedRows})
             Run("drop table if exists " + rows);
     } catch (const RuntimeError&) {
@@ -47,7 +70,11 @@ void StagedRows::DropStore() noexcept
 
 void StagedRows::Run(const std::string& statement) const
 {
-    RunOnce(connection->Handle(), statement);
+    try {
+        RunOnce(connection->Handle(), statement);
+    } catch (const RuntimeError& error) {
+        RaiseInStore(connection->Handle(), error);
+    }
 }
 
 std::string StagedRows::Name(std::size_t field) const
@@ -119,7 +146,7 @@ bool StagedRows::Add(const std::vector<Value>& values)
     } catch (const RuntimeError& error) {
         if (error.Code() == Error::DuplicateKey)
             return false;
-        throw;
+        RaiseInStore(connection->Handle(), error);
     }
     ++fresh;
     return true;
@@ -139,7 +166,7 @@ void StagedRows::Compare()
         SeparateKnownRows();
         Run("commit");
     } catch (...) {
-        Run("rollback");
+        RollBack(connection->Handle());
         throw;
     }
     FindChangedFields();

@@ -16,7 +16,8 @@ class Table;
 ///
 /// They are kept in a temporary file that goes with the process. Reading, checking and sorting them locks nothing in
 /// the database; Write takes them over in the order of the table's pages, so that the write lock is held for no longer
-/// than that takes. Between the first Add and Compare nothing else is to be done with the database.
+/// than that takes. A full disk (61) while they are put aside is that of the temporary files. Between the first Add and
+/// Compare nothing else is to be done with the database.
 class StagedRows {
 public:
     /// Raises 3265 when there is no such table or field, or the key isn't one of the fields.

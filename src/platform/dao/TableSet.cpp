@@ -188,7 +188,7 @@ void TableSet::Edit()
     RequireEditable();
     if (locksEdits)
         connection->LockForEdit(*this);
-    pending.emplace();
+    pending = Pending{.adds = false, .columns = {}, .values = {}};
     try {
         connection->LookForChanges();
         Revalidate(); // an edit starts from the row as it is now

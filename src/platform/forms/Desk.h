@@ -20,7 +20,7 @@ public:
 };
 
 enum class Icon { None, Critical, Question, Exclamation, Information };
-enum class Buttons { Ok, YesNo };
+enum class Buttons { Ok, YesNo, NoYes /* Enter means No */ };
 enum class Answer { Ok, Yes, No };
 
 /// Everything that reaches the user outside a control goes through here, so that tests sit where the user sits.

@@ -96,10 +96,10 @@ TEST_F(Archive, SaysHowFarItHasCome)
                     "insert into Patients (num, nom) select i, hex(zeroblob(1000)) from n");
     std::vector<int> done;
     int pages = 0;
-    CopyDatabase(path, target, [&](int copied, int total) {
-        done.push_back(copied);
-        pages = total;
-    });
+    CopyDatabase(path, target, {.progress = [&](int copied, int total) {
+                     done.push_back(copied);
+                     pages = total;
+                 }});
     EXPECT_GT(done.size(), 1U);
     EXPECT_TRUE(std::ranges::is_sorted(done));
     EXPECT_EQ(done.back(), pages);

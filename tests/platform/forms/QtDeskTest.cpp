@@ -74,6 +74,16 @@ TEST_F(RealDesk, AnswersAYesNoBoxByButtonEnterAndEscape)
     EXPECT_EQ(ask([](QWidget& box) { QTest::keyClick(&box, Qt::Key_Return); }), Answer::Yes);
 }
 
+TEST_F(RealDesk, TakesEnterForNoWhereThatIsTheDefault)
+{
+    const auto ask = [](std::function<void(QWidget&)> play) {
+        OnNextWindow(std::move(play));
+        return forms::MsgBox("Remettre ?", Icon::Question, "ZEP Lumo", Buttons::NoYes);
+    };
+    EXPECT_EQ(ask([](QWidget& box) { QTest::keyClick(&box, Qt::Key_Return); }), Answer::No);
+    EXPECT_EQ(ask([](QWidget& box) { PressButton(box, "&Oui"); }), Answer::Yes);
+}
+
 TEST_F(RealDesk, ShowsAScreenUntilItIsUnloaded)
 {
     Sheet sheet;
