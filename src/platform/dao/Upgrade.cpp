@@ -1,6 +1,7 @@
 #include "platform/dao/Upgrade.h"
 
 #include "platform/dao/Errors.h"
+#include "platform/dao/FileHeader.h"
 #include "platform/dao/Opening.h"
 
 #include <QRegularExpression>
