@@ -198,6 +198,10 @@ TEST(Import, CountsLinesWhateverEndsThem)
              {"Ligne 6 : num : « x »", "Ligne 7 : num", "Ligne 8 : num : « z »", "3 problèmes"})
             EXPECT_TRUE(run.errors.contains(part)) << part;
     }
+
+    const QByteArray header = "num,nom\r\n";
+    const QByteArray endAcrossBlocks = header + "x," + QByteArray((1 << 16) - header.size() - 3, 'y') + "\r\nz,f\r\n";
+    EXPECT_TRUE(practice.Import("Patients", endAcrossBlocks).errors.contains("Ligne 3 : num : « z »"));
 }
 
 TEST(Import, PassesOverWhatIsThereAndChangesItWhenAsked)
@@ -314,5 +318,22 @@ TEST_F(SharedImport, GivesUpOnARowThatWasWrittenMeanwhile)
         EXPECT_TRUE(import.ProblemTexts().join('\n').contains(each.problem))
             << import.ProblemTexts().join('\n').toStdString();
         EXPECT_EQ(other->Answer("select group_concat(num || ' ' || coalesce(montant, '-')) from Actes"), before);
+    }
+}
+
+TEST_F(SharedImport, GivesUpEveryFileForOneRow)
+{
+    practice.Write("csv/Patients.csv", "num,nom\n1,a\n");
+    practice.Write("csv/Actes.csv", Acts + "2,17/06/2008,0,0,0\n");
+    practice.Write("csv/Permn.csv", "Charge1\n1500\n");
+    for (const char* const meanwhile : {"insert into Actes (num) values (2)", "update Permn set Charge1 = 70"}) {
+        practice::Import import(practice.Folder(), true);
+        import.ReadFolder(practice.File("csv"));
+        ASSERT_EQ(other->Run(meanwhile), SQLITE_OK);
+        import.Write();
+        EXPECT_EQ(import.ProblemCount(), 1) << import.ProblemTexts().join('\n').toStdString();
+        EXPECT_EQ(other->Answer("select count(*) from Patients"), "0") << meanwhile;
+        EXPECT_NE(other->Answer("select Charge1 from Permn"), "1500.0") << meanwhile;
+        other->Run("delete from Actes where num = 2");
     }
 }
