@@ -4,7 +4,9 @@
 #include "practice/PracticeData.h"
 #include "support/Printing.h"
 
+#include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
@@ -34,13 +36,27 @@ public:
 
     QString Folder() const { return place.filePath("cabinet"); }
 
-    CommandRun Import(const QString& table, const QByteArray& text) const
+    QString File(const QString& name) const { return place.filePath(name); }
+
+    /// Makes a file beside the practice; returns its path.
+    QString Write(const QString& name, const QByteArray& text) const
     {
-        QFile file(place.filePath("lignes.csv"));
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        QFile file(File(name));
+        EXPECT_TRUE(QDir().mkpath(QFileInfo(file).path()) && file.open(QIODevice::WriteOnly));
         file.write(text);
-        file.close();
-        return CommandRun({"import", Folder(), table, file.fileName()});
+        return file.fileName();
+    }
+
+    CommandRun Import(const QString& table, const QByteArray& text, const QStringList& options = {}) const
+    {
+        return CommandRun(QStringList{"import", Folder(), table, Write("lignes.csv", text)} + options);
+    }
+
+    /// The first field of the first row that a statement gives.
+    dao::Value Ask(const QString& statement) const
+    {
+        const practice::PracticeData data(Folder());
+        return data.Database().OpenRecordset(statement).Fields(0).Get();
     }
 
     int Count(const QString& condition) const

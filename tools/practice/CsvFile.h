@@ -1,5 +1,7 @@
 #pragma once
 
+#include "practice/CsvLines.h"
+
 #include <QString>
 #include <QStringList>
 #include <functional>
@@ -12,11 +14,16 @@ struct CsvRow {
     QStringList cells;
 };
 
-/// Reads a CSV file row by row: UTF-8 with or without a byte order mark, comma or semicolon (whichever the first line
-/// has more of), quoted cells may hold either and line ends; empty lines are skipped.
+using CsvReceiver = std::function<void(CsvRow&)>;
+
+/// Reads a CSV file row by row and returns how its text is encoded: UTF-8, with or without a byte order mark, or
+/// Windows-1252. The delimiter is semicolon, comma or tab, whichever the first line has most of, or the one that a line
+/// "sep=;" before it names. Quoted cells may hold delimiters and line ends; empty lines are skipped.
 ///
-/// Raises 53 when the file is missing, 75 when it can't be read, 5 with line number and reason when a line isn't UTF-8
-/// or its quotes can't be read: from there on nothing is certain.
-void ReadCsv(const QString& path, const std::function<void(const CsvRow&)>& take);
+/// Raises 53 when the file is missing, 75 when it can't be read, 5 with line number and reason when a text or its
+/// quotes can't be read: from there on nothing is certain.
+CsvEncoding ReadCsv(const QString& path, const CsvReceiver& take);
+/// The same for a file that is open for reading and can be read twice.
+CsvEncoding ReadCsv(QIODevice& file, const CsvReceiver& take);
 
 } // namespace practice

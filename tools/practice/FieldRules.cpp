@@ -1,11 +1,5 @@
 #include "practice/FieldRules.h"
 
-#include "platform/basic/Dates.h"
-
-#include <QRegularExpression>
-#include <QTime>
-#include <limits>
-
 namespace practice {
 namespace {
 
@@ -13,7 +7,7 @@ using enum FieldKind;
 
 constexpr FieldRule patientFields[] = {
     {"num", Key, true}, {"nom", Text},   {"Prenom", Text},  {"Naiss", Date},  {"Sexe", Code},
-    {"tel", Text},      {"ville", Text}, {"N_carte", Text}, {"diagno", Text}, {"Flag_H", Code, false, 0, 1},
+    {"tel", Text},      {"ville", Text}, {"N_carte", Text}, {"diagno", Text}, {"Flag_H", Code},
 };
 
 constexpr FieldRule actFields[] = {
@@ -29,7 +23,7 @@ constexpr FieldRule actFields[] = {
     {"montant", Amount, true},
     {"Type", ActType},
     {"flag_R", Code, true, 0, 5},
-    {"Flag_H", Code, false, 0, 1},
+    {"Flag_H", Code},
 };
 
 constexpr FieldRule appointmentFields[] = {
@@ -49,58 +43,40 @@ constexpr FieldRule deletedActFields[] = {
     {"H_Suppr", Time},
 };
 
-constexpr TableRule tables[] = {
-    {"Patients", patientFields},
-    {"Actes", actFields},
-    {"Plani", appointmentFields},
-    {"Actes_suppr", deletedActFields},
+constexpr FieldRule serviceFields[] = {
+    {"num", Key, true},
+    {"denom", Text, true},
+    {"prix", Amount},
+    {"Ordre", Code, true},
 };
 
-ReadValue Unreadable(const QString& reason)
-{
-    return {.value = {}, .problem = reason};
-}
+constexpr FieldRule expenseFields[] = {
+    {"num", Key, true}, {"Date", FieldKind::Date, true}, {"MM", Code, false, 1, 12},
+    {"objet", Text},    {"montant", Amount, true},
+};
 
-ReadValue ReadWhole(const QString& text, int lowest, int highest)
-{
-    bool isNumber = false;
-    const int number = text.toInt(&isNumber);
-    if (!isNumber)
-        return Unreadable(QString("« %1 » n'est pas un nombre entier").arg(text));
-    if (number < lowest || number > highest)
-        return Unreadable(QString("%1 est hors de l'intervalle %2 à %3").arg(number).arg(lowest).arg(highest));
-    return {number, {}};
-}
+constexpr FieldRule rateFields[] = {
+    {"C", Code},   {"K0", Code},  {"K1", Code},  {"K2", Code},  {"K3", Code},  {"K4", Code},  {"K5", Code},
+    {"K6", Code},  {"K7", Code},  {"K8", Code},  {"K9", Code},  {"K10", Code}, {"K11", Code}, {"K12", Code},
+    {"K13", Code}, {"K14", Code}, {"K15", Code}, {"K16", Code}, {"K17", Code}, {"K18", Code}, {"K19", Code},
+    {"K20", Code}, {"K21", Code}, {"K22", Code}, {"K23", Code}, {"K24", Code}, {"K25", Code}, {"K26", Code},
+    {"K27", Code}, {"K28", Code}, {"K29", Code}, {"K30", Code},
+};
 
-ReadValue ReadDate(const QString& text)
-{
-    const QDate date = DayOf(text);
-    if (!date.isValid())
-        return Unreadable(QString("« %1 » n'est pas une date (jj/mm/aaaa ou aaaa-mm-jj)").arg(text));
-    return {basic::DateText(date), {}};
-}
+constexpr FieldRule permanentFields[] = {
+    {"Registre", Text},        {"Id_Fiscale", Text}, {"Article", Text},     {"Telephone", Text}, {"Fax", Text},
+    {"Compte", Text},          {"Agence", Text},     {"RIB", Text},         {"Charge1", Amount}, {"Charge2", Amount},
+    {"Charge3", Amount},       {"Charge4", Amount},  {"Charge5", Amount},   {"Charge6", Amount}, {"Charge7", Amount},
+    {"Charge8", Amount},       {"Charge9", Amount},  {"Taux_CNAS", Amount}, {"Taux_PP", Amount}, {"Taux_VF", Amount},
+    {"Date", FieldKind::Date}, {"nbre", Code},       {"RC", Text},
+};
 
-ReadValue ReadTime(const QString& text)
-{
-    const QTime time = QTime::fromString(text, "H:mm");
-    if (!time.isValid())
-        return Unreadable(QString("« %1 » n'est pas une heure (HH:MM)").arg(text));
-    return {time.toString("HH:mm"), {}};
-}
-
-ReadValue ReadAmount(const QString& text)
-{
-    static const QRegularExpression amount(R"(^[+-]?(\d+([.,]\d*)?|[.,]\d+)$)");
-    static const QRegularExpression blanks("\\s");
-    const QString digits = QString(text).remove(blanks);
-    if (!amount.match(digits).hasMatch())
-        return Unreadable(QString("« %1 » n'est pas un montant").arg(text));
-    constexpr double largest = 1e15;
-    const double number = QString(digits).replace(',', '.').toDouble();
-    if (std::abs(number) >= largest)
-        return Unreadable(QString("le montant %1 est trop grand").arg(text));
-    return {number, {}};
-}
+constexpr TableRule tables[] = {
+    {"Patients", patientFields},  {"Actes", actFields},
+    {"Plani", appointmentFields}, {"Actes_suppr", deletedActFields},
+    {"Presta", serviceFields},    {"Recettes", expenseFields},
+    {"Tarif", rateFields, true},  {"Permn", permanentFields, true},
+};
 
 } // namespace
 
@@ -127,71 +103,17 @@ const TableRule* FindTable(const QString& name)
     return nullptr;
 }
 
-QString DescribeField(const FieldRule& rule)
+QString ImportTableNames()
 {
-    switch (rule.kind) {
-    case Key:
-        return QStringLiteral("clé de la ligne, un nombre entier à partir de 1");
-    case Reference:
-        return QStringLiteral("clé d'une autre table, un nombre entier");
-    case Code:
-        return QString("nombre entier de %1 à %2").arg(rule.lowest).arg(rule.highest);
-    case FieldKind::Date:
-        return QStringLiteral("date, jj/mm/aaaa ou aaaa-mm-jj");
-    case Time:
-        return QStringLiteral("heure, HH:MM");
-    case Amount:
-        return QStringLiteral("montant en dinars");
-    case ActType:
-        return QStringLiteral("code d'acte, C ou K0 à K30");
-    case Text:
-        break;
-    }
-    return QStringLiteral("texte");
+    QStringList names;
+    for (const TableRule& table : tables)
+        names << table.name;
+    return names.join(", ");
 }
 
-QDate DayOf(const QString& text)
+QStringList ScratchTables()
 {
-    static const QRegularExpression dayFirst(R"(^(\d{1,2})/(\d{1,2})/(\d{4})$)");
-    const QRegularExpressionMatch parts = dayFirst.match(text);
-    const QDate date = parts.hasMatch()
-                           ? QDate(parts.captured(3).toInt(), parts.captured(2).toInt(), parts.captured(1).toInt())
-                           : QDate::fromString(text, "yyyy-MM-dd");
-    constexpr int firstYear = 100;
-    return date.isValid() && date.year() >= firstYear ? date : QDate();
-}
-
-bool IsActType(const QString& text)
-{
-    static const QRegularExpression code("^(C|K([0-9]|[12][0-9]|30))$");
-    return code.match(text).hasMatch();
-}
-
-ReadValue ReadField(const FieldRule& rule, const QString& text)
-{
-    if (text.isEmpty())
-        return rule.required ? Unreadable("une valeur est obligatoire") : ReadValue{};
-    switch (rule.kind) {
-    case Key:
-        return ReadWhole(text, 1, std::numeric_limits<int>::max());
-    case Reference:
-        return ReadWhole(text, std::numeric_limits<int>::min(), std::numeric_limits<int>::max());
-    case Code:
-        return ReadWhole(text, rule.lowest, rule.highest);
-    case FieldKind::Date:
-        return ReadDate(text);
-    case Time:
-        return ReadTime(text);
-    case Amount:
-        return ReadAmount(text);
-    case ActType:
-        return IsActType(text.toUpper())
-                   ? ReadValue{text.toUpper(), {}}
-                   : Unreadable(QString("« %1 » n'est pas un code d'acte (C, K0 à K30)").arg(text));
-    case Text:
-        break;
-    }
-    return {text, {}};
+    return {"Prov", "RCP2", "textes"};
 }
 
 } // namespace practice

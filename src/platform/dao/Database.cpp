@@ -2,6 +2,7 @@
 
 #include "platform/dao/Errors.h"
 #include "platform/dao/ListedSet.h"
+#include "platform/dao/Upgrade.h"
 #include "platform/dao/WholeSet.h"
 
 namespace dao {
@@ -77,6 +78,13 @@ void Database::CommitTrans() const
 void Database::Rollback() const
 {
     Open().EndTransaction(false);
+}
+
+void Database::KeepKeysAboveReferences() const
+{
+    Open().FinishReading();
+    for (const KeyedTable& keyed : DBEngine.KeyedTables)
+        KeepAboveReferences(connection->Handle(), keyed);
 }
 
 void Database::Close()

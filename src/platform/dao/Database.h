@@ -60,11 +60,16 @@ public:
     void CommitTrans() const;
     void Rollback() const;
 
+    /// To be called within a Transaction after rows with given keys were written: raises the next key of each of
+    /// DBEngine.KeyedTables above every key that the table or a reference to it holds.
+    void KeepKeysAboveReferences() const;
+
     /// Closes the file for all handles; its record sets then raise 3420. A second Close does nothing.
     void Close();
 
 private:
     friend class ReadTransaction;
+    friend class StagedRows;
     Connection& Open() const;
     std::shared_ptr<Connection> connection;
 };

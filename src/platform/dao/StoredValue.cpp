@@ -31,11 +31,21 @@ QString DayFirst(const char* iso)
 /// The ISO text of a dd/mm/yyyy date; raises 3421 if it doesn't exist.
 QString IsoDate(const QString& dayFirst)
 {
-    const QString text = dayFirst.trimmed();
-    const QDate date = QDate::fromString(text, "dd/MM/yyyy");
-    if (text.size() != IsoDateLength || !date.isValid())
+    const QStringView text = QStringView(dayFirst).trimmed();
+    int numbers[] = {0, 0, 0}; // day, month, year
+    bool isDate = text.size() == IsoDateLength;
+    for (qsizetype place = 0, part = 0; isDate && place < IsoDateLength; ++place) {
+        if (place == 2 || place == 5) {
+            isDate = text[place] == u'/';
+            ++part;
+        } else {
+            isDate = basic::IsDigit(text[place]);
+            numbers[part] = numbers[part] * 10 + text[place].unicode() - u'0';
+        }
+    }
+    if (!isDate || !QDate::isValid(numbers[2], numbers[1], numbers[0]))
         throw RuntimeError(Error::ConversionFailed);
-    return date.toString(Qt::ISODate);
+    return QDate(numbers[2], numbers[1], numbers[0]).toString(Qt::ISODate);
 }
 
 /// A value as a number, parsing text.

@@ -188,7 +188,7 @@ void TableSet::Edit()
     RequireEditable();
     if (locksEdits)
         connection->LockForEdit(*this);
-    pending.emplace();
+    pending = Pending{.adds = false, .columns = {}, .values = {}};
     try {
         connection->CheckForChanges();
         Revalidate(); // an edit starts from the current values

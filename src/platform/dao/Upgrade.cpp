@@ -1,6 +1,7 @@
 #include "platform/dao/Upgrade.h"
 
 #include "platform/dao/Errors.h"
+#include "platform/dao/FileHeader.h"
 #include "platform/dao/Opening.h"
 
 #include <QRegularExpression>
@@ -63,8 +64,26 @@ void AddAutoincrement(sqlite3* database, const KeyedTable& keyed)
                             others.toStdString());
 }
 
-/// Raises the next key above all keys referenced elsewhere.
-void RaiseSequence(sqlite3* database, const KeyedTable& keyed)
+void ChangeTables(sqlite3* database, const QList<KeyedTable>& tables)
+{
+    RunOnce(database, "begin immediate");
+    const auto rollBack = qScopeGuard([database] {
+        if (sqlite3_get_autocommit(database) == 0)
+            sqlite3_exec(database, "rollback", nullptr, nullptr, nullptr);
+    });
+    if (WholeAnswer(database, "pragma user_version") >= SchemaVersion) // another program was first
+        return;
+    for (const KeyedTable& keyed : tables) {
+        AddAutoincrement(database, keyed);
+        KeepAboveReferences(database, keyed);
+    }
+    RunOnce(database, "pragma user_version=" + std::to_string(SchemaVersion));
+    RunOnce(database, "commit");
+}
+
+} // namespace
+
+void KeepAboveReferences(sqlite3* database, const KeyedTable& keyed)
 {
     if (!DefinitionOf(database, keyed.table).contains("autoincrement", Qt::CaseInsensitive))
         return;
@@ -81,25 +100,6 @@ void RaiseSequence(sqlite3* database, const KeyedTable& keyed)
         statement->Run();
     }
 }
-
-void ChangeTables(sqlite3* database, const QList<KeyedTable>& tables)
-{
-    RunOnce(database, "begin immediate");
-    const auto rollBack = qScopeGuard([database] {
-        if (sqlite3_get_autocommit(database) == 0)
-            sqlite3_exec(database, "rollback", nullptr, nullptr, nullptr);
-    });
-    if (WholeAnswer(database, "pragma user_version") >= SchemaVersion) // another program was first
-        return;
-    for (const KeyedTable& keyed : tables) {
-        AddAutoincrement(database, keyed);
-        RaiseSequence(database, keyed);
-    }
-    RunOnce(database, "pragma user_version=" + std::to_string(SchemaVersion));
-    RunOnce(database, "commit");
-}
-
-} // namespace
 
 void BringUpToDate(sqlite3* database, const QList<KeyedTable>& tables)
 {

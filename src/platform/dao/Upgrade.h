@@ -12,4 +12,7 @@ namespace dao {
 /// Raises 3049 when it turns out to be damaged.
 void BringUpToDate(sqlite3* database, const QList<KeyedTable>& tables);
 
+/// Makes the next key of a table that never gives one twice higher than those that references to it hold.
+void KeepAboveReferences(sqlite3* database, const KeyedTable& keyed);
+
 } // namespace dao

@@ -1,0 +1,339 @@
+#include "platform/dao/StagedRows.h"
+
+#include "platform/dao/Connection.h"
+
+#include <QFileInfo>
+#include <QRegularExpression>
+#include <sqlite3.h>
+
+#include <algorithm>
+
+namespace dao {
+namespace {
+
+/// Raises an error of the temporary files: when the disk is full, it is theirs.
+[[noreturn]] void RaiseInStore(sqlite3* database, const RuntimeError& error)
+{
+    char* file = nullptr;
+    if (error.Code() != Error::DiskFull ||
+        sqlite3_file_control(database, "main", SQLITE_FCNTL_TEMPFILENAME, &file) != SQLITE_OK)
+        throw error;
+    const QString folder = QFileInfo(QString::fromUtf8(file)).absolutePath();
+    sqlite3_free(file);
+    RaiseDiskFull(folder);
+}
+
+void RollBack(sqlite3* database)
+{
+    if (sqlite3_get_autocommit(database) == 0) // SQLite may have rolled it back by itself, on a full disk for instance
+        RunOnce(database, "rollback");
+}
+
+} // namespace
+
+StagedRows::StagedRows(const Database& target, const QString& tableName, const QStringList& fields)
+    : connection(target.connection), table(target.Open().FindTable(tableName.toStdString()))
+{
+    if (table == nullptr || table->keyColumn < 0)
+        throw RuntimeError(Error::UnknownField);
+    for (const QString& field : fields)
+        columns.push_back(table->columns.PositionOf(field.toStdString()));
+    const auto key = std::ranges::find(columns, table->keyColumn);
+    if (key == columns.end() || std::ranges::find(columns, -1) != columns.end())
+        throw RuntimeError(Error::UnknownField);
+    keyField = std::size_t(key - columns.begin());
+    freshRows = "temp." + Quoted("fresh " + table->name);
+    changedRows = "temp." + Quoted("changed " + table->name);
+    sortedRows = "temp." + Quoted("sorted " + table->name);
+    MakeStore();
+}
+
+StagedRows::~StagedRows()
+{
+    DropStore();
+}
+
+void StagedRows::DropStore() noexcept
+{
+    insert.reset();
+    if (!connection->IsOpen())
+        return;
+    try {
+        if (isFilling)
+            RollBack(connection->Handle());
+        for (const std::string& rows : {freshRows, changedRows, sortedRows})
+            Run("drop table if exists " + rows);
+    } catch (const RuntimeError&) {
+        // The temporary file goes with the connection.
+    }
+}
+
+void StagedRows::Run(const std::string& statement) const
+{
+    try {
+        RunOnce(connection->Handle(), statement);
+    } catch (const RuntimeError& error) {
+        RaiseInStore(connection->Handle(), error);
+    }
+}
+
+std::string StagedRows::Name(std::size_t field) const
+{
+    return Quoted(table->columns[columns[field]].name);
+}
+
+/// Whether both rows have the same in a field: blanks around a text don't count, and a blank text is none.
+std::string StagedRows::IsSame(std::size_t field) const
+{
+    if (table->columns[columns[field]].type != ColumnType::Text)
+        return "s." + Name(field) + " is t." + Name(field);
+    return "nullif(trim(s." + Name(field) + "),'') is nullif(trim(t." + Name(field) + "),'')";
+}
+
+/// The parts for all fields but the key.
+std::string StagedRows::ForEachField(const std::string& separator,
+                                     const std::function<std::string(std::size_t)>& part) const
+{
+    std::string all;
+    for (std::size_t field = 0; field < columns.size(); ++field) {
+        if (field != keyField)
+            all += (all.empty() ? "" : separator) + part(field);
+    }
+    return all;
+}
+
+// -- filling
+
+/// Columns and their defaults as the table has them: then SQLite copies whole pages in their order.
+void StagedRows::MakeStore()
+{
+    DropStore();
+    Statement described(connection->Handle(), "select name, type, dflt_value from pragma_table_info(?,'main')");
+    described.Bind(1, QString::fromStdString(table->name));
+    std::string definition;
+    for (int column = 0; described.Step(); ++column) {
+        definition += (column == 0 ? "" : ",") + Quoted(described.TextAt(0)) + " " + described.TextAt(1);
+        if (column == table->keyColumn)
+            definition += " primary key";
+        else if (const std::string initially = described.TextAt(2); !initially.empty())
+            definition += " default " + initially;
+    }
+    described.Reset();
+    Run("create table " + freshRows + " (" + definition + ")");
+
+    std::string names, parameters;
+    for (const int column : columns) {
+        names += (names.empty() ? "" : ",") + Quoted(table->columns[column].name);
+        parameters += parameters.empty() ? "?" : ",?";
+    }
+    insert = std::make_unique<Statement>(connection->Handle(),
+                                         "insert into " + freshRows + " (" + names + ") values (" + parameters + ")");
+}
+
+bool StagedRows::Add(const std::vector<Value>& values)
+{
+    if (values.at(keyField).IsNull())
+        throw RuntimeError(Error::NullNotAllowed);
+    if (!isFilling) {
+        connection->FinishReading();
+        Run("begin");
+        isFilling = true;
+    }
+    for (std::size_t field = 0; field < columns.size(); ++field)
+        insert->Bind(int(field) + 1, ToColumn(values.at(field), table->columns[columns[field]].type));
+    try {
+        insert->Run();
+    } catch (const RuntimeError& error) {
+        if (error.Code() == Error::DuplicateKey)
+            return false;
+        RaiseInStore(connection->Handle(), error);
+    }
+    ++fresh;
+    return true;
+}
+
+// -- comparing
+
+void StagedRows::Compare()
+{
+    if (isFilling)
+        Run("commit");
+    isFilling = false;
+    insert.reset();
+    connection->FinishReading();
+    Run("begin"); // both statements see the table at one moment
+    try {
+        SeparateKnownRows();
+        Run("commit");
+    } catch (...) {
+        RollBack(connection->Handle());
+        throw;
+    }
+    FindChangedFields();
+    if (fresh > 0)
+        SortFreshRows();
+}
+
+void StagedRows::SeparateKnownRows()
+{
+    sqlite3* const database = connection->Handle();
+    const std::string target = "main." + Quoted(table->name);
+    const std::string isSame = ForEachField(" and ", [this](std::size_t field) { return IsSame(field); });
+    const std::string values = ForEachField(",", [this](std::size_t field) {
+        const std::string number = std::to_string(field);
+        return "s." + Name(field) + " as n" + number + ",t." + Name(field) + " as o" + number + ",not (" +
+               IsSame(field) + ") as d" + number;
+    });
+    Run("create table " + changedRows + " as select s." + table->key + " as k" + (values.empty() ? "" : ",") + values +
+        " from " + freshRows + " s cross join " + target + " t where t." + table->key + "=s." + table->key +
+        " and not (" + (isSame.empty() ? "1" : isSame) + ")");
+    changed = int(WholeAnswer(database, "select count(*) from " + changedRows));
+    Run("delete from " + freshRows + " as s where exists (select 1 from " + target + " t where t." + table->key +
+        "=s." + table->key + ")");
+    const int known = sqlite3_changes(database);
+    same = known - changed;
+    fresh -= known;
+}
+
+void StagedRows::FindChangedFields()
+{
+    isChanged.assign(columns.size(), false);
+    if (changed == 0)
+        return;
+    Statement differing(connection->Handle(),
+                        "select " +
+                            ForEachField(",", [](std::size_t field) { return "max(d" + std::to_string(field) + ")"; }) +
+                            " from " + changedRows);
+    differing.Step();
+    for (std::size_t field = 0, answer = 0; field < columns.size(); ++field) {
+        if (field != keyField)
+            isChanged[field] = differing.WholeAt(int(answer++)) != 0;
+    }
+}
+
+/// SQLite copies rows that nothing lies between, and each of their indexes, in one run from page to page. Among other
+/// rows such a run leaves most of every page empty: there each row goes its own way, in an order that keeps to the same
+/// pages for long.
+void StagedRows::SortFreshRows()
+{
+    const std::vector<std::string> order = ColumnsOfFirstIndex();
+    isSorted = !order.empty() && AreAmongOthers(order.front());
+    if (!isSorted) {
+        MakeIndexes();
+        return;
+    }
+    std::string columnsInOrder;
+    for (const std::string& column : order)
+        columnsInOrder += Quoted(column) + ",";
+    Run("create table " + sortedRows + " as select * from " + freshRows + " order by " + columnsInOrder + table->key);
+}
+
+/// Whether more than a few of the table's rows lie between the fresh ones.
+bool StagedRows::AreAmongOthers(const std::string& leadingColumn) const
+{
+    constexpr int freshForEachOther = 10;
+    const std::string column = Quoted(leadingColumn);
+    const int few = fresh / freshForEachOther;
+    return WholeAnswer(connection->Handle(), "select count(*) from (select 1 from main." + Quoted(table->name) +
+                                                 " where " + column + " between (select min(" + column + ") from " +
+                                                 freshRows + ") and (select max(" + column + ") from " + freshRows +
+                                                 ") limit " + std::to_string(few + 1) + ")") > few;
+}
+
+std::vector<std::string> StagedRows::ColumnsOfFirstIndex() const
+{
+    Statement first(connection->Handle(),
+                    "select part.name from pragma_index_info((select name from pragma_index_list(?1,'main') order by "
+                    "seq desc limit 1),'main') part where part.name is not null order by part.seqno");
+    first.Bind(1, QString::fromStdString(table->name));
+    std::vector<std::string> names;
+    while (first.Step())
+        names.push_back(first.TextAt(0));
+    return names;
+}
+
+/// The indexes of the table over the fresh rows, for the run from page to page.
+void StagedRows::MakeIndexes()
+{
+    static const QRegularExpression head(R"(^\s*create\s+index\s+("[^"]*"|\w+)\s+on\s+("[^"]*"|\w+))",
+                                         QRegularExpression::CaseInsensitiveOption);
+    Statement indexes(connection->Handle(), "select sql from main.sqlite_schema where type='index' and sql is not "
+                                            "null and tbl_name=? collate nocase");
+    indexes.Bind(1, QString::fromStdString(table->name));
+    std::vector<std::string> statements;
+    const std::string onFreshRows = " on " + freshRows.substr(freshRows.find('.') + 1);
+    while (indexes.Step()) {
+        QString statement = QString::fromStdString(indexes.TextAt(0));
+        if (const QRegularExpressionMatch begins = head.match(statement); begins.hasMatch())
+            statements.push_back("create index temp." + begins.captured(1).toStdString() + onFreshRows +
+                                 statement.mid(begins.capturedLength()).toStdString());
+    }
+    indexes.Reset();
+    for (const std::string& statement : statements)
+        Run(statement);
+}
+
+std::vector<StagedRows::Difference> StagedRows::Differences(int most) const
+{
+    std::vector<Difference> differences;
+    if (changed == 0)
+        return differences;
+    Statement rows(connection->Handle(),
+                   "select k," + ForEachField(",", [](std::size_t field) { return "d" + std::to_string(field); }) +
+                       " from " + changedRows + " order by k limit " + std::to_string(most));
+    while (rows.Step()) {
+        Difference difference{Key(rows.WholeAt(0)), {}};
+        int answer = 0;
+        for (std::size_t field = 0; field < columns.size(); ++field) {
+            if (field != keyField && rows.WholeAt(++answer) != 0)
+                difference.fields << QString::fromStdString(table->columns[columns[field]].name);
+        }
+        differences.push_back(std::move(difference));
+    }
+    return differences;
+}
+
+// -- writing
+
+bool StagedRows::Write()
+{
+    if (!WrittenMeanwhile(1).empty())
+        return false;
+    const std::string target = Quoted(table->name);
+    if (changed > 0) {
+        std::string settings;
+        for (std::size_t field = 0; field < columns.size(); ++field) {
+            if (isChanged[field]) // an index over none of these fields isn't touched
+                settings += (settings.empty() ? "" : ",") + Name(field) + "=c.n" + std::to_string(field);
+        }
+        Statement update(connection->Handle(), "update main." + target + " set " + settings + " from " + changedRows +
+                                                   " c where " + target + "." + table->key + "=c.k");
+        connection->RunChange(update);
+    }
+    if (fresh > 0) {
+        Statement addition(connection->Handle(),
+                           "insert into main." + target + " select * from " + (isSorted ? sortedRows : freshRows));
+        connection->RunChange(addition);
+    }
+    return true;
+}
+
+std::vector<Key> StagedRows::WrittenMeanwhile(int most) const
+{
+    const std::string target = "main." + Quoted(table->name);
+    const std::string isAsBefore = ForEachField(
+        " and ", [this](std::size_t field) { return "t." + Name(field) + " is c.o" + std::to_string(field); });
+    std::string select = "select s." + table->key + " from " + freshRows + " s where exists (select 1 from " + target +
+                         " t where t." + table->key + "=s." + table->key + ")";
+    if (changed > 0)
+        select += " union all select c.k from " + changedRows + " c left join " + target + " t on t." + table->key +
+                  "=c.k where t." + table->key + " is null or not (" + isAsBefore + ")";
+    connection->FinishReading();
+    Statement rows(connection->Handle(), select + " limit " + std::to_string(most));
+    std::vector<Key> keys;
+    while (rows.Step())
+        keys.push_back(Key(rows.WholeAt(0)));
+    return keys;
+}
+
+} // namespace dao

@@ -1,0 +1,148 @@
+#include "core/globals.h"
+#include "faults/FolderContent.h"
+#include "faults/SmallDisk.h"
+#include "platform/basic/RuntimeError.h"
+#include "practice/Import.h"
+#include "support/ChildProcess.h"
+#include "support/DeadlyWrites.h"
+#include "support/FolderInMemory.h"
+#include "support/OtherProgram.h"
+#include "support/Practice.h"
+#include "support/Rounds.h"
+
+#include <QDir>
+#include <QFile>
+#include <QScopeGuard>
+#include <gtest/gtest.h>
+
+namespace {
+
+constexpr int Patients = 300;
+constexpr int Acts = 3000;
+
+/// A practice with one act, killed while it takes over a folder of tables: others beside the act, and another amount of
+/// it.
+class KilledImport : public testing::Test {
+protected:
+    KilledImport()
+    {
+        QDir().mkpath(csv);
+        QByteArray patients = "num,nom,ville\n";
+        for (int key = 2; key < Patients + 2; ++key)
+            patients += QByteArray::number(key) + ",Nom" + QByteArray::number(key) + ",Alger\n";
+        QByteArray acts = "num,Date,HH,montant,flag_R,num_patient,num_presta\n1,17/06/2008,0,750,2,1,1\n";
+        for (int key = 2; key < Acts + 2; ++key)
+            acts += QByteArray::number(key) + ",18/06/2008,0,100,2," + QByteArray::number(2 + key % Patients) + ",9\n";
+        tests::WriteContent(csv, {{"Patients.csv", patients},
+                                  {"Actes.csv", acts},
+                                  {"Recettes.csv", "num,Date,objet,montant\n1,18/06/2008,Coton,50\n"},
+                                  {"Permn.csv", "Charge1\n1500\n"}});
+        practice.Open();
+        core::TheDatabase.Close();
+        EXPECT_EQ(tests::OtherProgram(database).Run("insert into Actes (num, Date, MM, AA, HH, montant, flag_R) values "
+                                                    "(1, '2008-06-17', 6, 2008, 0, 500, 2)"),
+                  SQLITE_OK);
+    }
+
+    tests::ChildProcess Start(int deadlyWrite = 0) const
+    {
+        return tests::ChildProcess([this, deadlyWrite](tests::Reports& reports) {
+            tests::DieAtWrite(deadlyWrite);
+            {
+                practice::Import import(practice.Folder(), true);
+                import.ReadFolder(csv);
+                import.Write();
+                EXPECT_EQ(import.ProblemTexts(), QStringList());
+            }
+            reports.Send(tests::WritesMade());
+        });
+    }
+
+    void PutBack() const
+    {
+        for (const char* const beside : {"-wal", "-shm"})
+            QFile::remove(database + beside);
+        tests::WriteContent(practice.Folder(), {{"ZEP_ONE.MDB", before}});
+    }
+
+    /// What is in the practice, in one line.
+    QString Content() const
+    {
+        const practice::PracticeData opened(practice.Folder()); // as the program does, without a question
+        return tests::OtherProgram(database).Answer(
+            "select (select count(*) from Patients) || ' ' || (select count(*) || ' ' || sum(montant) from Actes) "
+            "|| ' ' || (select count(*) from Recettes) || ' ' || (select coalesce(Charge1, '-') from Permn) || "
+            "' ' || (select seq from sqlite_sequence where name = 'Presta')");
+    }
+
+    tests::FolderInMemory memory;
+    tests::Practice practice;
+    const QString csv = practice.File("csv");
+    const QString database = practice.File("ZEP_ONE.MDB");
+    QByteArray before;
+};
+
+} // namespace
+
+TEST_F(KilledImport, LeavesAllOfItOrNothing)
+{
+    const QString nothing = Content();
+    before = tests::BytesOf(database);
+    tests::ChildProcess undisturbed = Start();
+    const int writes = undisturbed.Next<int>().value_or(0);
+    undisturbed.Wait();
+    const QString all = Content();
+    ASSERT_EQ(nothing, "1 1 500.0 0 - 2");
+    ASSERT_EQ(all, QString("%1 %2 %3.0 1 1500.0 9").arg(Patients + 1).arg(Acts + 1).arg(750 + 100 * Acts));
+
+    const int kills = tests::IsLongForm() ? 200 : 12;
+    ASSERT_GE(writes, 200);
+    int written = 0;
+    for (int kill = 1; kill <= kills && !HasFailure(); ++kill) {
+        const int deadly = kill * writes / kills;
+        SCOPED_TRACE(deadly);
+        PutBack();
+        tests::ChildProcess program = Start(deadly);
+        EXPECT_EQ(program.Next<int>(), std::nullopt);
+        EXPECT_TRUE(program.Kill());
+        const QString content = Content();
+        EXPECT_TRUE(content == nothing || content == all) << content.toStdString();
+        EXPECT_EQ(dao::CheckDatabase(database), QStringList());
+        written += content == all;
+    }
+    EXPECT_GT(written, 0);
+    EXPECT_LT(written, kills);
+
+    Start().Wait();
+    EXPECT_EQ(Content(), all) << "another run brings it to its end";
+}
+
+// The rows wait in temporary files, which may be on another disk than the practice.
+TEST_F(KilledImport, NamesTheFullDiskOfItsTemporaryFiles)
+{
+    const QString place = practice.File("temporary");
+    QDir().mkpath(place);
+    const tests::SmallDisk disk(place, 256);
+    if (!disk.IsMounted())
+        return;
+    QByteArray acts = "num,Date,HH,montant,flag_R\n";
+    for (int key = 2; key < 40'000; ++key)
+        acts += QByteArray::number(key) + ",18/06/2008,0,100,2\n";
+    tests::WriteContent(csv, {{"Actes.csv", acts}});
+
+    const QByteArray path = QFile::encodeName(place);
+    sqlite3_temp_directory = sqlite3_mprintf("%s", path.constData());
+    const auto usual = qScopeGuard([] {
+        sqlite3_free(sqlite3_temp_directory);
+        sqlite3_temp_directory = nullptr;
+    });
+    try {
+        practice::Import import(practice.Folder(), true);
+        import.ReadFolder(csv);
+        ADD_FAILURE() << "the disk isn't full";
+    } catch (const basic::RuntimeError& error) {
+        EXPECT_EQ(error.Number(), 61);
+        EXPECT_TRUE(error.Description().contains(place)) << error.what();
+    }
+    EXPECT_EQ(Content(), "1 1 500.0 0 - 2");
+}
