@@ -82,6 +82,7 @@ extern const Command demoCommand;
 extern const Command importCommand;
 extern const Command fieldsCommand;
 extern const Command checkCommand;
+extern const Command repairCommand;
 extern const Command checkTemplateCommand;
 
 } // namespace practice

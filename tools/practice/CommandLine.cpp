@@ -7,8 +7,8 @@
 namespace practice {
 namespace {
 
-constexpr std::array commands{&newCommand,    &setCommand,   &demoCommand,         &importCommand,
-                              &fieldsCommand, &checkCommand, &checkTemplateCommand};
+constexpr std::array commands{&newCommand,    &setCommand,   &demoCommand,   &importCommand,
+                              &fieldsCommand, &checkCommand, &repairCommand, &checkTemplateCommand};
 
 QString UsageOf(const Command& command)
 {

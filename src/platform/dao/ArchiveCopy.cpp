@@ -96,13 +96,15 @@ void CopyPages(sqlite3* source, sqlite3* copy, const CopyProgress& progress)
     CheckWriting(copy, code == SQLITE_DONE ? finished : code);
 }
 
-/// Copies the source in one read transaction; returns how many rows each table had then.
-RowCounts WriteCopy(const QString& source, const QString& part, const CopyProgress& progress)
+enum class Source : quint8 { Sound, Damaged };
+
+/// Copies the source in one read transaction; returns how many rows each table of a sound one had then.
+RowCounts WriteCopy(const QString& source, const QString& part, Source state, const CopyProgress& progress)
 {
     // For reading and writing, as far as it may be written: only then the log is removed again at the end.
     const SqliteHandle from = OpenHardened(source, SQLITE_OPEN_READWRITE);
     RunOnce(from.get(), "begin"); // counts and pages are of the same snapshot
-    const RowCounts counts = CountRows(from.get());
+    const RowCounts counts = state == Source::Sound ? CountRows(from.get()) : RowCounts();
 
     {
         const OpenFile made(part, O_RDWR | O_CREAT); // which says why when it can't be made
@@ -153,9 +155,7 @@ void RequirePlaces(const QString& source, const QString& target)
         throw RuntimeError(Error::PathAccess);
 }
 
-} // namespace
-
-void CopyDatabase(const QString& linkedSource, const QString& linkedTarget, const CopyProgress& progress)
+void Copy(const QString& linkedSource, const QString& linkedTarget, Source state, const CopyProgress& progress)
 {
     const QString source = BehindLinks(linkedSource);
     const QString target = BehindLinks(linkedTarget);
@@ -169,12 +169,25 @@ void CopyDatabase(const QString& linkedSource, const QString& linkedTarget, cons
     };
     removePart(); // of a program that died
     const auto removeAtEnd = qScopeGuard(removePart);
-    const RowCounts counts = WriteCopy(source, part, progress);
-    CheckCopy(part, QFileInfo(source).fileName(), counts);
+    const RowCounts counts = WriteCopy(source, part, state, progress);
+    if (state == Source::Sound)
+        CheckCopy(part, QFileInfo(source).fileName(), counts);
     OpenFile(part, O_RDWR).Sync();
     if (std::rename(SystemPath(part).c_str(), SystemPath(target).c_str()) != 0)
         RaiseFileError(errno);
     OpenFile(QFileInfo(target).absolutePath(), O_RDONLY | O_DIRECTORY).Sync();
+}
+
+} // namespace
+
+void CopyDatabase(const QString& source, const QString& target, const CopyProgress& progress)
+{
+    Copy(source, target, Source::Sound, progress);
+}
+
+void CopyDamagedDatabase(const QString& source, const QString& target)
+{
+    Copy(source, target, Source::Damaged, {});
 }
 
 } // namespace dao

@@ -18,4 +18,7 @@ using CopyProgress = std::function<void(int done, int total)>;
 /// `progress` is called now and then while the pages are copied, with how many are done and how many there are.
 void CopyDatabase(const QString& source, const QString& target, const CopyProgress& progress = {});
 
+/// The same for a source that is damaged: its pages are copied as they are, and the copy isn't checked.
+void CopyDamagedDatabase(const QString& source, const QString& target);
+
 } // namespace dao
