@@ -59,7 +59,7 @@ TEST(KilledRepair, LeavesThePracticeAsItWasOrMended)
     const auto repair = [&practice](tests::Reports& reports, int deadlyWrite) {
         tests::DieAtWrite(deadlyWrite);
         practice::RepairPractice(practice.Folder(), Moment);
-        reports.Tell(tests::WritesMade());
+        reports.Send(tests::WritesMade());
     };
     tests::ChildProcess undisturbed([&](tests::Reports& reports) { repair(reports, 0); });
     const int writes = undisturbed.Next<int>().value_or(0);
@@ -98,7 +98,7 @@ TEST(CheckedPractice, StaysAsItIsWhileTheProgramHasItOpen)
         const ScriptedDesk desk;
         practice.Open();
         core::TheDatabase.Execute("update Presta set Ordre = -3 where num = 2");
-        reports.Tell(core::TheDatabase.OpenRecordset("select count(num) as S1 from Presta")["S1"].Long());
+        reports.Send(core::TheDatabase.OpenRecordset("select count(num) as S1 from Presta")["S1"].Long());
         ::pause();
     });
     ASSERT_EQ(program.Next<int>(), 2);

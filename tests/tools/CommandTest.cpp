@@ -2,7 +2,7 @@
 
 #include "data/Practice.h"
 
-TEST(PracticeCommand, AnswersNonsenseWithItsUsage)
+TEST(PracticeCommand, ShowsItsUsageForInvalidArguments)
 {
     const QStringList nonsense[] = {
         {},

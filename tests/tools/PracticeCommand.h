@@ -8,23 +8,22 @@
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
-/// Runs the command as typed and keeps what it wrote.
+/// Runs the command and captures its output.
 struct CommandRun {
     QString output;
     QString errors;
     int code;
 
-    explicit CommandRun(const QStringList& arguments)
+    explicit CommandRun(const QStringList& arguments, QString typed = {})
     {
         QTextStream out(&output);
         QTextStream err(&errors);
-        QString typed;
         QTextStream in(&typed);
         code = practice::RunCommand(arguments, {in, out, err});
     }
 };
 
-/// A new practice in a folder that goes away with it.
+/// A new practice in a temporary folder.
 class NewPractice {
 public:
     NewPractice()

@@ -16,7 +16,7 @@ QStringList CheckReportTemplate(const QString& file)
     if (!place.isValid())
         throw basic::RuntimeError::Described(basic::Error::PathAccess, "Le dossier temporaire ne peut pas être créé.");
     const QString database = place.filePath(data::databaseFile);
-    // The field that the first opening of a practice adds.
+    // The field added when a practice is first opened.
     dao::CreateDatabase(database, data::Schema() + "\nALTER TABLE Prov ADD COLUMN Mt2 REAL DEFAULT 0;");
 
     QStringList mistakes;

@@ -5,8 +5,8 @@
 
 namespace practice {
 
-/// All mistakes of a report template, a line each: file, line and reason. Its select is held against the tables of an
-/// empty practice; the file may be anywhere.
+/// All errors of a report template, one per line: file, line and reason. The select is checked against an empty
+/// practice; the file may be anywhere.
 QStringList CheckReportTemplate(const QString& file);
 
 } // namespace practice

@@ -4,35 +4,14 @@
 #include "platform/dao/Errors.h"
 #include "platform/dao/FileHeader.h"
 #include "platform/dao/FileState.h"
+#include "platform/dao/FileWork.h"
 #include "platform/dao/Opening.h"
 
-#include <QFile>
 #include <QFileInfo>
 #include <sqlite3.h>
 
 namespace dao {
 namespace {
-
-/// The endings of the logs beside the file that hold pages of it. A "-wal" beside a file in rollback mode is of another
-/// file that had this name.
-QStringList LogsOf(const QString& path, const FileHeader& header)
-{
-    QStringList logs;
-    if (QFileInfo(path + "-journal").size() != 0)
-        logs << "-journal";
-    if (QFileInfo(path + "-wal").size() != 0 && !header.IsInRollbackMode())
-        logs << "-wal";
-    return logs;
-}
-
-void CopyInto(const QTemporaryDir& folder, const QString& path, const QString& ending)
-{
-    QFile file(path + ending);
-    if (file.exists() && !file.copy(folder.filePath(QFileInfo(path).fileName() + ending)))
-        throw RuntimeError(file.error() == QFileDevice::ReadError || file.error() == QFileDevice::OpenError
-                               ? Error::PermissionDenied
-                               : Error::DiskFull);
-}
 
 /// Begins a transaction and reads something, which settles the moment that is read.
 void BeginReading(sqlite3* database)
@@ -77,11 +56,11 @@ DatabaseReader::DatabaseReader(const QString& linkedPath)
     const FileHeader header = HeaderOf(OpenImmutable(path).get(), QFileInfo(path).fileName());
     if (IsInUse(path)) {
         database = OpenShared(path);
-    } else if (const QStringList logs = LogsOf(path, header); !logs.isEmpty()) {
+    } else if (QStringList endings = LogsOf(path); !endings.isEmpty()) {
         scratch.emplace();
-        CopyInto(*scratch, path, "");
-        for (const QString& ending : logs)
-            CopyInto(*scratch, path, ending);
+        endings << "";
+        for (const QString& ending : endings)
+            CopyFile(path + ending, scratch->filePath(QFileInfo(path).fileName() + ending));
         database = OpenHardened(scratch->filePath(QFileInfo(path).fileName()), SQLITE_OPEN_READWRITE);
         BeginReading(database.get());
     } else {

@@ -74,6 +74,18 @@ bool HasLog(const QString& path)
     return QFileInfo(path + "-wal").size() != 0 || QFileInfo(path + "-journal").size() != 0;
 }
 
+QStringList LogsOf(const QString& path)
+{
+    QStringList logs;
+    FileHeader header;
+    if (QFileInfo(path + "-journal").size() != 0)
+        logs << "-journal";
+    if (QFileInfo(path + "-wal").size() != 0 && ReadHeader(OpenImmutable(path).get(), header) &&
+        !header.IsInRollbackMode())
+        logs << "-wal";
+    return logs;
+}
+
 bool IsInUse(const QString& path)
 {
     // Looked for first: closing a file of our own below would release the locks of our own connection.

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 #include <string>
 
 struct sqlite3;
@@ -22,6 +23,10 @@ bool IsWritable(const QString& path);
 
 /// Whether a log or journal lies beside the file, with pages that the file alone doesn't show.
 bool HasLog(const QString& path);
+
+/// The endings ("-wal", "-journal") of the logs beside the file that hold pages of it. A "-wal" beside a file in
+/// rollback mode is of another file that had this name.
+QStringList LogsOf(const QString& path);
 
 /// Whether a connection of this program or of another one has the database open.
 bool IsInUse(const QString& path);

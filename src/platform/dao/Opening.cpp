@@ -19,6 +19,16 @@ namespace {
 /// spares the next balance all its reading, whatever was read in between.
 constexpr auto CacheOfBalances = "pragma cache_size=-49152"; // in KiB
 
+[[noreturn]] void RaiseProtected(const QString& path)
+{
+    throw RuntimeError::Described(
+        Error::ReadOnly,
+        QStringLiteral("La base de données ou son dossier « %1 » est en lecture seule : rien ne pourrait y être "
+                       "enregistré. Donnez-vous le droit d'y écrire, ou copiez le dossier sur un disque où vous "
+                       "l'avez, puis ouvrez le cabinet de nouveau.")
+            .arg(QFileInfo(path).absolutePath()));
+}
+
 /// How a file is checked at its opening, which is not to take longer than a user notices.
 Thoroughness ThoroughnessFor(const QString& path)
 {
@@ -174,7 +184,7 @@ SqliteHandle OpenForWork(const QString& path)
         const SqliteHandle immutable = OpenImmutable(path);
         const FileHeader header = HeaderOf(immutable.get(), name);
         if (!IsWritable(path) || !IsWritable(QFileInfo(path).absolutePath()))
-            throw RuntimeError(Error::ReadOnly);
+            RaiseProtected(path);
         SetForeignLogAside(path, header);
         isChecked = isChecked || IsSoundAlone(immutable.get(), header, path);
     }
@@ -194,6 +204,11 @@ SqliteHandle OpenForWork(const QString& path)
         RaisePlanted(found.planted, name);
     KeepLogAtClose(handle.get(), false);
     return handle;
+}
+
+void MoveLogIntoFile(const QString& path)
+{
+    RunOnce(OpenHardened(path, SQLITE_OPEN_READWRITE).get(), "pragma wal_checkpoint(truncate)");
 }
 
 SqliteHandle OpenForReading(const QString& path)

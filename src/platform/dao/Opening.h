@@ -21,6 +21,9 @@ SqliteHandle OpenForWork(const QString& path);
 /// that is refused.
 void SetForeignLogAside(const QString& path, const FileHeader& header);
 
+/// Moves the whole log into the file and removes it. Raises 3049 when the file or the log is damaged.
+void MoveLogIntoFile(const QString& path);
+
 /// Opens a database for looking at it only, whatever its state but with this program's mark: 3024, 3343. Makes no file
 /// beside it unless a log is there.
 SqliteHandle OpenForReading(const QString& path);

@@ -41,7 +41,7 @@ void PagePainter::Paint(QPainter& painter, const pages::Page& page, double dotsP
     painter.scale(dotsPerMillimetre / UnitsPerMillimetre, dotsPerMillimetre / UnitsPerMillimetre);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setRenderHint(QPainter::TextAntialiasing);
-    painter.setLayoutDirection(Qt::LayoutDirectionAuto); // each text runs in the direction of its own letters
+    painter.setLayoutDirection(Qt::LayoutDirectionAuto); // each text has the direction of its own script
     for (const QRectF& box : page.shades)
         painter.fillRect(InUnits(box), Shade);
     for (const pages::Rule& rule : page.rules) {
