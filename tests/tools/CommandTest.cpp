@@ -2,8 +2,6 @@
 
 #include "data/Practice.h"
 
-#include <QDir>
-
 TEST(PracticeCommand, ShowsItsUsageForInvalidArguments)
 {
     const QStringList nonsense[] = {
@@ -24,6 +22,7 @@ TEST(PracticeCommand, ShowsItsUsageForInvalidArguments)
         {"demo", "x", "y"},
         {"import", "x", "Patients"},
         {"check"},
+        {"repair"},
     };
     for (const QStringList& arguments : nonsense) {
         const CommandRun run(arguments);
@@ -60,92 +59,6 @@ TEST(PracticeCommand, NewStoresHalfTheCodeAndTheLetterhead)
     const CommandRun again({"new", folder, "--code", "8", "--letterhead", "Dr Haddad"});
     EXPECT_EQ(again.code, 1);
     EXPECT_TRUE(again.errors.contains("contient déjà un cabinet"));
-}
-
-TEST(PracticeCommand, CheckReportsFaults)
-{
-    const NewPractice practice;
-    EXPECT_EQ(CommandRun({"check", practice.Folder()}).code, 0);
-    {
-        const practice::PracticeData data(practice.Folder());
-        dao::Recordset acts = data.Database().OpenRecordset("Actes");
-        acts.AddNew();
-        acts["num"] = 7;
-        acts["Date"] = "17/06/2008";
-        acts["HH"] = 10;
-        acts["flag_R"] = 6;
-        acts["Type"] = "K31";
-        acts["montant"] = dao::Value();
-        acts["num_patient"] = 99;
-        acts.Update();
-        data.Database().Execute("Delete * from textes");
-    }
-    const CommandRun bad({"check", practice.Folder()});
-    EXPECT_EQ(bad.code, 1);
-    for (const char* part :
-         {"ERREUR : Actes : HH hors de l'intervalle 0 à 9 (1 ligne, num 7)", "flag_R hors de l'intervalle",
-          "Type inconnu « K31 »", "montant sans valeur", "ERREUR : textes : 0 ligne",
-          "Remarque : Actes : num_patient sans ligne dans Patients (1 ligne, num 7)"})
-        EXPECT_TRUE(bad.output.contains(part)) << part << "\n" << bad.output.toStdString();
-}
-
-TEST(PracticeCommand, CheckLooksForEachKeyInItsOwnTable)
-{
-    const NewPractice practice;
-    ASSERT_EQ(practice.Import("Patients", "num,nom\n1,Haddad\n").code, 0);
-    {
-        const practice::PracticeData data(practice.Folder());
-        dao::Recordset services = data.Database().OpenRecordset("Presta");
-        services.AddNew();
-        services["num"] = 2;
-        services.Update();
-    }
-    ASSERT_EQ(practice
-                  .Import("Actes", "num,Date,HH,montant,flag_R,num_patient,num_presta\n"
-                                   "5,17/06/2008,0,0,0,1,2\n6,17/06/2008,0,0,0,2,1\n")
-                  .code,
-              0);
-    const CommandRun run({"check", practice.Folder()});
-    EXPECT_EQ(run.code, 0) << "remarks alone";
-    for (const char* part : {"Actes : num_patient sans ligne dans Patients (1 ligne, num 6)",
-                             "Actes : num_presta sans ligne dans Presta (1 ligne, num 6)"})
-        EXPECT_TRUE(run.output.contains(part)) << part << "\n" << run.output.toStdString();
-}
-
-TEST(PracticeCommand, CheckCountsTheRowsOfTablesThatHoldOne)
-{
-    const NewPractice practice;
-    {
-        const practice::PracticeData data(practice.Folder());
-        for (const char* table : {"Permn", "Tarif", "Tarif"}) {
-            dao::Recordset rows = data.Database().OpenRecordset(table);
-            rows.AddNew();
-            rows.Update();
-        }
-    }
-    const CommandRun run({"check", practice.Folder()});
-    EXPECT_EQ(run.code, 1);
-    for (const char* part : {"ERREUR : Permn : 2 lignes au lieu d'une.", "ERREUR : Tarif : 2 lignes au lieu d'une."})
-        EXPECT_TRUE(run.output.contains(part)) << part << "\n" << run.output.toStdString();
-}
-
-TEST(PracticeCommand, CheckNamesMissingAndDamagedFiles)
-{
-    const NewPractice practice;
-    const QDir folder(practice.Folder());
-    ASSERT_TRUE(QFile::resize(folder.filePath("ZEP_CFIG.CFG"), 1000));
-    ASSERT_TRUE(QFile::remove(folder.filePath("system.mdw")));
-    {
-        QFile database(folder.filePath("ZEP_ONE.MDB"));
-        ASSERT_TRUE(database.open(QIODevice::WriteOnly));
-        database.write(QByteArray(8192, 'x'));
-    }
-    const CommandRun run({"check", practice.Folder()});
-    EXPECT_EQ(run.code, 1);
-    EXPECT_TRUE(run.output.contains("ZEP_CFIG.CFG est trop court")) << run.output.toStdString();
-    EXPECT_TRUE(run.output.contains("Le fichier system.mdw est absent")) << run.output.toStdString();
-    EXPECT_TRUE(run.output.contains("ERREUR : ZEP_ONE.MDB")) << run.output.toStdString();
-    EXPECT_EQ(CommandRun({"check", folder.filePath("nulle part")}).code, 1);
 }
 
 TEST(PracticeCommand, CheckTemplateListsEachMistakeWithItsLine)

@@ -6,19 +6,13 @@
 namespace practice {
 namespace {
 
-constexpr const char* checkNames[] = {"DOSSIER"};
+constexpr const char* checkNames[] = {"DOSSIER|FICHIER"};
 constexpr const char* checkTemplateNames[] = {"FICHIER"};
 
 int RunCheck(const Arguments& arguments, const Streams& streams)
 {
     const CheckReport report = CheckPractice(arguments.Name(0));
-    for (const QString& fact : report.facts)
-        streams.output << "  " << fact << "\n";
-    for (const QString& remark : report.remarks)
-        streams.output << "  Remarque : " << remark << "\n";
-    for (const QString& failure : report.failures)
-        streams.output << "  ERREUR : " << failure << "\n";
-    streams.output << (report.failures.isEmpty() ? "Le cabinet est en ordre.\n" : "Le cabinet n'est pas en ordre.\n");
+    streams.output << report.Text();
     return report.failures.isEmpty() ? Done : Refused;
 }
 
@@ -35,8 +29,13 @@ int RunCheckTemplate(const Arguments& arguments, const Streams& streams)
 } // namespace
 
 const Command checkCommand{
-    "check",    "DOSSIER", "      Contrôle les fichiers, la base de données, les codes et les clés. Ne modifie rien.\n",
-    checkNames, 0,         {},
+    "check",
+    "DOSSIER|FICHIER",
+    "      Contrôle les fichiers, la base de données et chacune de ses lignes, ou un fichier seul : une copie\n"
+    "      d'ARCHIVES par exemple. Ne modifie rien.\n",
+    checkNames,
+    0,
+    {},
     RunCheck,
 };
 

@@ -85,6 +85,7 @@ extern const Command archivesCommand;
 extern const Command compareCommand;
 extern const Command restoreCommand;
 extern const Command checkCommand;
+extern const Command repairCommand;
 extern const Command checkTemplateCommand;
 
 } // namespace practice

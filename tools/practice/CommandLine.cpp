@@ -7,9 +7,9 @@
 namespace practice {
 namespace {
 
-constexpr std::array commands{&newCommand,    &setCommand,          &demoCommand,    &importCommand,
-                              &fieldsCommand, &archivesCommand,     &compareCommand, &restoreCommand,
-                              &checkCommand,  &checkTemplateCommand};
+constexpr std::array commands{&newCommand,    &setCommand,      &demoCommand,         &importCommand,
+                              &fieldsCommand, &archivesCommand, &compareCommand,      &restoreCommand,
+                              &checkCommand,  &repairCommand,   &checkTemplateCommand};
 
 QString UsageOf(const Command& command)
 {

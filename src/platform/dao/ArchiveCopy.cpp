@@ -59,13 +59,15 @@ void CopyPages(sqlite3* source, sqlite3* copy, const QString& part, const CopyPr
     CheckWriting(copy, code == SQLITE_DONE ? finished : code, part);
 }
 
-/// Copies the source in one read transaction; returns how many rows each table had then.
-RowCounts WriteCopy(const QString& source, const QString& part, const CopyProgress& progress)
+enum class Source : quint8 { Sound, Damaged };
+
+/// Copies the source in one read transaction; returns how many rows each table of a sound one had then.
+RowCounts WriteCopy(const QString& source, const QString& part, Source state, const CopyProgress& progress)
 {
     // For reading and writing, as far as it may be written: only then the log is removed again at the end.
     const SqliteHandle from = OpenHardened(source, SQLITE_OPEN_READWRITE);
     RunOnce(from.get(), "begin"); // counts and pages are of the same snapshot
-    const RowCounts counts = CountRows(from.get());
+    const RowCounts counts = state == Source::Sound ? CountRows(from.get()) : RowCounts();
 
     {
         const OpenFile made(part, O_RDWR | O_CREAT); // which says why when it can't be made
@@ -97,9 +99,7 @@ void RequirePlaces(const QString& source, const QString& target)
         throw RuntimeError(Error::PathAccess);
 }
 
-} // namespace
-
-void CopyDatabase(const QString& linkedSource, const QString& linkedTarget, const CopySteps& steps)
+void Copy(const QString& linkedSource, const QString& linkedTarget, Source state, const CopySteps& steps)
 {
     const QString source = BehindLinks(linkedSource);
     const QString target = BehindLinks(linkedTarget);
@@ -109,13 +109,27 @@ void CopyDatabase(const QString& linkedSource, const QString& linkedTarget, cons
     const QString part = target + ".part";
     RemoveDatabase(part); // of a program that died
     const auto removeAtEnd = qScopeGuard([&part] { RemoveDatabase(part); });
-    const RowCounts counts = WriteCopy(source, part, steps.progress);
-    CheckCopy(part, QFileInfo(source).fileName(), counts);
-    Seal(part);
+    const RowCounts counts = WriteCopy(source, part, state, steps.progress);
+    if (state == Source::Sound) {
+        CheckCopy(part, QFileInfo(source).fileName(), counts);
+        Seal(part);
+    }
     OpenFile(part, O_RDWR).Sync();
     if (steps.beforeReplacing && QFileInfo::exists(target))
         steps.beforeReplacing(target);
     Replace(part, target);
+}
+
+} // namespace
+
+void CopyDatabase(const QString& source, const QString& target, const CopySteps& steps)
+{
+    Copy(source, target, Source::Sound, steps);
+}
+
+void CopyDamagedDatabase(const QString& source, const QString& target)
+{
+    Copy(source, target, Source::Damaged, {});
 }
 
 } // namespace dao

@@ -25,4 +25,7 @@ struct CopySteps {
 /// damaged, 3343 when the source isn't this program's. The ".part" file is gone in every case.
 void CopyDatabase(const QString& source, const QString& target, const CopySteps& steps = {});
 
+/// The same for a source that is damaged: its pages are copied as they are, and the copy isn't checked.
+void CopyDamagedDatabase(const QString& source, const QString& target);
+
 } // namespace dao

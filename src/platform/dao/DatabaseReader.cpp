@@ -13,6 +13,32 @@
 namespace dao {
 namespace {
 
+/// Begins a transaction and reads something, which settles the moment that is read.
+void BeginReading(sqlite3* database)
+{
+    RunOnce(database, "pragma cache_size=-65536"); // in KiB: a check of indexes jumps about in all of them
+    RunOnce(database, "begin");
+    WholeAnswer(database, "select count(*) from sqlite_schema");
+}
+
+/// Opens a database that a program has open, without leaving a mark of ours in the index of its log. Only where none of
+/// its own marks serves, which is so when nobody has read since the log began, ours is made.
+SqliteHandle OpenShared(const QString& path)
+{
+    try {
+        SqliteHandle database =
+            OpenHardened(AddressOf(path) + "?readonly_shm=1", SQLITE_OPEN_READONLY | SQLITE_OPEN_URI);
+        BeginReading(database.get());
+        return database;
+    } catch (const RuntimeError& error) {
+        if (error.Code() != Error::ReadOnly)
+            throw;
+    }
+    SqliteHandle database = OpenHardened(path, SQLITE_OPEN_READONLY);
+    BeginReading(database.get());
+    return database;
+}
+
 QStringList Lines(Statement statement)
 {
     QStringList lines;
@@ -29,21 +55,21 @@ DatabaseReader::DatabaseReader(const QString& linkedPath)
     const QString path = BehindLinks(linkedPath);
     const FileHeader header = HeaderOf(OpenImmutable(path).get(), QFileInfo(path).fileName());
     if (IsInUse(path)) {
-        database = OpenHardened(path, SQLITE_OPEN_READONLY);
+        database = OpenShared(path);
     } else if (QStringList endings = LogsOf(path); !endings.isEmpty()) {
         scratch.emplace();
         endings << "";
         for (const QString& ending : endings)
             CopyFile(path + ending, scratch->filePath(QFileInfo(path).fileName() + ending));
         database = OpenHardened(scratch->filePath(QFileInfo(path).fileName()), SQLITE_OPEN_READWRITE);
+        BeginReading(database.get());
     } else {
         RequireWholePages(header, path);
         database = OpenImmutable(path);
+        BeginReading(database.get());
     }
-    RunOnce(database.get(), "begin");
     if (WholeAnswer(database.get(), "pragma user_version") > SchemaVersion)
         RaiseNewer(QFileInfo(path).fileName());
-    WholeAnswer(database.get(), "select count(*) from sqlite_schema"); // the moment that is read
 }
 
 Statement DatabaseReader::Select(std::string_view sql) const

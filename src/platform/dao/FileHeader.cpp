@@ -13,11 +13,14 @@
 
 namespace dao {
 
+QString AddressOf(const QString& path)
+{
+    return "file:" + QString::fromLatin1(QUrl::toPercentEncoding(QFileInfo(path).absoluteFilePath(), "/"));
+}
+
 SqliteHandle OpenImmutable(const QString& path)
 {
-    const QByteArray address = QUrl::toPercentEncoding(QFileInfo(path).absoluteFilePath(), "/");
-    return OpenHardened("file:" + QString::fromLatin1(address) + "?immutable=1",
-                        SQLITE_OPEN_READONLY | SQLITE_OPEN_URI);
+    return OpenHardened(AddressOf(path) + "?immutable=1", SQLITE_OPEN_READONLY | SQLITE_OPEN_URI);
 }
 
 bool ReadHeader(sqlite3* database, FileHeader& header)

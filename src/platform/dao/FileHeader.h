@@ -25,6 +25,9 @@ struct FileHeader {
     quint32 Stamp() const { return NumberAt(40); }
 };
 
+/// The path as an address, to which parameters can be added.
+QString AddressOf(const QString& path);
+
 /// Opens the file alone, without a lock and without its log. Not by a file of our own: closing one would release the
 /// locks that this process holds on the same file through another connection.
 SqliteHandle OpenImmutable(const QString& path);

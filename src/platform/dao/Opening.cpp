@@ -29,15 +29,6 @@ constexpr auto CacheOfBalances = "pragma cache_size=-49152"; // in KiB
             .arg(QFileInfo(path).absolutePath()));
 }
 
-/// A log beside a file in rollback mode was left by another file that had this name, before an archive copy was put
-/// back: its pages must not get into this one. It is kept under a name that SQLite doesn't look for.
-void SetForeignLogAside(const QString& path, const FileHeader& header)
-{
-    const QString log = path + "-wal";
-    if (QFileInfo(log).size() != 0 && header.IsInRollbackMode() && !RenameAside(log))
-        throw RuntimeError(Error::PathAccess);
-}
-
 /// How a file is checked at its opening, which is not to take longer than a user notices.
 Thoroughness ThoroughnessFor(const QString& path)
 {
@@ -161,6 +152,13 @@ SqliteHandle OpenHardened(const QString& path, int flags)
         sqlite3_db_config(opened, option, 0, nullptr);
     RunOnce(opened, "pragma cell_size_check=on");
     return handle;
+}
+
+void SetForeignLogAside(const QString& path, const FileHeader& header)
+{
+    const QString log = path + "-wal";
+    if (QFileInfo(log).size() != 0 && header.IsInRollbackMode() && !RenameAside(log))
+        throw RuntimeError(Error::PathAccess);
 }
 
 QString FirstDamage(sqlite3* database, Thoroughness thoroughness)

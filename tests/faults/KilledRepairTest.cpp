@@ -1,0 +1,115 @@
+#include "core/globals.h"
+#include "faults/FolderContent.h"
+#include "practice/Check.h"
+#include "practice/Repair.h"
+#include "support/ChildProcess.h"
+#include "support/DeadlyWrites.h"
+#include "support/FolderInMemory.h"
+#include "support/Globals.h"
+#include "support/OtherProgram.h"
+#include "support/Practice.h"
+#include "support/Printing.h"
+#include "support/Rounds.h"
+#include "support/ScriptedDesk.h"
+
+#include <QDir>
+#include <QFile>
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+namespace {
+
+constexpr const char* Spoilt = R"(
+    with recursive n(i) as (select 1 union all select i + 1 from n where i < 3000)
+        insert into Actes (num, Date, MM, AA, HH, montant, flag_R) select i, '17/06/2008', 1, 1, 0, i, 2 from n;
+    drop index Actes_Mois;
+)";
+
+const QDateTime Moment(QDate(2026, 11, 24), QTime(18, 2, 33));
+
+/// What of a repair is seen in a database: all of it or nothing.
+QString State(const QString& database)
+{
+    return tests::OtherProgram(database).Answer(
+        "select (select count(*) from Actes where Date = '2008-06-17' and MM = 6 and AA = 2008 and montant = num) || "
+        "'/' "
+        "|| (select count(*) from Actes where Date = '17/06/2008' and MM = 1 and AA = 1 and montant = num) || '/' || "
+        "(select count(*) from sqlite_schema where name = 'Actes_Mois')");
+}
+
+/// Leaves the practice to other processes.
+void CloseAll(tests::Practice& practice)
+{
+    practice.Open();
+    tests::ResetGlobals();
+}
+
+} // namespace
+
+TEST(KilledRepair, LeavesThePracticeAsItWasOrMended)
+{
+    const tests::FolderInMemory memory;
+    tests::Practice practice;
+    CloseAll(practice);
+    const QString database = practice.File("ZEP_ONE.MDB");
+    const QString archives = practice.File("ARCHIVES");
+    ASSERT_EQ(tests::OtherProgram(database).Run(Spoilt), SQLITE_OK);
+    const QByteArray spoilt = tests::BytesOf(database);
+
+    const auto repair = [&practice](tests::Reports& reports, int deadlyWrite) {
+        tests::DieAtWrite(deadlyWrite);
+        practice::RepairPractice(practice.Folder(), Moment);
+        reports.Send(tests::WritesMade());
+    };
+    tests::ChildProcess undisturbed([&](tests::Reports& reports) { repair(reports, 0); });
+    const int writes = undisturbed.Next<int>().value_or(0);
+    undisturbed.Wait();
+    ASSERT_GT(writes, 20);
+    ASSERT_EQ(State(database), "3000/0/1");
+
+    int mended = 0;
+    for (int deadly = 1; deadly <= writes; deadly += tests::IsLongForm() ? 1 : writes / 20) {
+        SCOPED_TRACE(deadly);
+        QDir(archives).removeRecursively();
+        for (const char* beside : {"-wal", "-shm", "-journal"})
+            QFile::remove(database + beside);
+        tests::WriteContent(practice.Folder(), {{"ZEP_ONE.MDB", spoilt}});
+        tests::ChildProcess program([&](tests::Reports& reports) { repair(reports, deadly); });
+        EXPECT_EQ(program.Next<int>(), std::nullopt);
+        EXPECT_TRUE(program.Kill());
+
+        const QString state = State(database);
+        mended += state == "3000/0/1";
+        EXPECT_TRUE(state == "3000/0/1" || state == "0/3000/0") << state.toStdString();
+        for (const QString& copy : QDir(archives).entryList({"*.MDB"}))
+            EXPECT_EQ(State(archives + "/" + copy), "0/3000/0");
+        if (state == "0/3000/0")
+            practice::RepairPractice(practice.Folder(), Moment);
+        EXPECT_EQ(State(database), "3000/0/1");
+    }
+    EXPECT_GT(mended, 0);
+}
+
+TEST(CheckedPractice, StaysAsItIsWhileTheProgramHasItOpen)
+{
+    tests::Practice practice;
+    CloseAll(practice);
+    tests::ChildProcess program([&](tests::Reports& reports) {
+        const ScriptedDesk desk;
+        practice.Open();
+        core::TheDatabase.Execute("update Presta set Ordre = -3 where num = 2");
+        reports.Send(core::TheDatabase.OpenRecordset("select count(num) as S1 from Presta")["S1"].Long());
+        ::pause();
+    });
+    ASSERT_EQ(program.Next<int>(), 2);
+
+    const tests::FolderContent before = tests::ContentOf(practice.Folder());
+    ASSERT_TRUE(before.contains("ZEP_ONE.MDB-wal"));
+    const practice::CheckReport report = practice::CheckPractice(practice.Folder());
+    EXPECT_TRUE(report.failures.contains("Presta : Ordre négatif (1 ligne, num 2 : -3)"))
+        << "which is in the log alone";
+    EXPECT_TRUE(tests::ContentOf(practice.Folder()) == before);
+
+    EXPECT_EQ(ErrorOf([&] { practice::RepairPractice(practice.Folder(), Moment); }), Error::Locked);
+    EXPECT_TRUE(tests::ContentOf(practice.Folder()) == before);
+}
