@@ -18,6 +18,12 @@ namespace forms {
 
 namespace {
 
+std::function<void(const QString&)>& Help()
+{
+    static std::function<void(const QString&)> help;
+    return help;
+}
+
 double DotsPerInch()
 {
     const QScreen* screen = QGuiApplication::primaryScreen();
@@ -202,6 +208,8 @@ void Form::AddCommandKeys()
         auto* keys = new QShortcut(KeysOf(command), this);
         connect(keys, &QShortcut::activated, this, run);
     };
+    if (Help())
+        addKeys(Command::Help, [this] { Guarded([this] { Help()(objectName()); }); });
     std::set<Command> offered;
     for (const Picture* picture : findChildren<Picture*>())
         offered.insert(picture->BoundCommand());
@@ -231,6 +239,11 @@ void Form::TurnPage(int step)
         return;
     tabs->setCurrentIndex(page);
     tabs->setFocus();
+}
+
+void OnHelp(std::function<void(const QString& screen)> showHelp)
+{
+    Help() = std::move(showHelp);
 }
 
 Hourglass::Hourglass()
