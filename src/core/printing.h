@@ -54,10 +54,6 @@ struct PrintStep {
 /// was written stays for inspection until the next report. Returns when the preview is closed.
 void RunPrintStep(report::Report& Report1, const PrintStep& step);
 
-/// The folder of a template that comes with the program rather than with a practice: the program's own folder, or
-/// ../share/zep-lumo of an installed program. The former when neither has it.
-QString FolderOfOwnTemplate(const QString& name);
-
 /// Empties a scratch table and fills it anew in one transaction, visible to other connections on return: the part of
 /// the printing step that writes rows.
 void RefillScratchTable(const QString& table, const std::function<void(ScratchRows&)>& fillRows);

@@ -8,6 +8,7 @@ namespace forms {
 /// What a key does on every screen that offers it. A picture is given its command by Dress; the key then clicks it.
 enum class Command {
     None,
+    Help,
     ChooseDate,
     Modify,
     New,

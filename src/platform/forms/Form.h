@@ -4,6 +4,7 @@
 
 #include <QDialog>
 #include <QString>
+#include <functional>
 
 namespace forms {
 
@@ -72,6 +73,9 @@ private:
     bool hasOwnSize = false;
     bool hasCommandKeys = false;
 };
+
+/// What F1 does on every screen that has no picture for it: it is given the screen's name.
+void OnHelp(std::function<void(const QString& screen)> showHelp);
 
 /// The hourglass pointer for as long as it lives.
 class Hourglass {

@@ -9,6 +9,10 @@ namespace host {
 /// up so.
 QString PathIn(const QString& folder, const QString& name);
 
+/// The folder of a file that comes with the program rather than with a practice: the program's own folder, or
+/// ../share/zep-lumo of an installed program. The former when neither has it.
+QString FolderOfOwnFile(const QString& programFolder, const QString& name);
+
 /// The folder that a drive text names: on systems with drive letters "C:" is the root of C; elsewhere the colon is
 /// taken off and the rest is a path, "/:" the root. Empty when there is no such folder.
 QString DriveFolder(const QString& drive);

@@ -31,6 +31,24 @@ TEST(Files, AreFoundWithoutRegardToCase)
     EXPECT_EQ(host::PathIn(folder.path(), "ZEP_CFIG.cfg"), folder.filePath("ZEP_CFIG.cfg"));
 }
 
+TEST(Files, OfTheProgramLieBesideItOrInTheShareOfAnInstalledOne)
+{
+    const QTemporaryDir root;
+    const QDir folder(root.path());
+    ASSERT_TRUE(folder.mkpath("bin") && folder.mkpath("share/zep-lumo/guide"));
+    const auto found = [&folder](const QString& name) {
+        return QDir::cleanPath(host::FolderOfOwnFile(folder.filePath("bin"), name));
+    };
+
+    EXPECT_EQ(found("ZEP_Supp.RPT"), folder.filePath("bin")); // where its absence is told
+    Touch(folder.filePath("share/zep-lumo/ZEP_Supp.RPT"));
+    Touch(folder.filePath("share/zep-lumo/guide/index.md"));
+    EXPECT_EQ(found("ZEP_Supp.RPT"), folder.filePath("share/zep-lumo"));
+    EXPECT_EQ(found("guide/index.md"), folder.filePath("share/zep-lumo"));
+    Touch(folder.filePath("bin/zep_supp.rpt")); // in whatever upper and lower case
+    EXPECT_EQ(found("ZEP_Supp.RPT"), folder.filePath("bin"));
+}
+
 TEST(Files, SearchTakesWildcardsAndKinds)
 {
     const QTemporaryDir folder;
