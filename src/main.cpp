@@ -1,5 +1,6 @@
 #include "core/Form1.h"
 #include "menu.h"
+#include "platform/basic/Version.h"
 #include "platform/forms/Guard.h"
 #include "platform/forms/QtDesk.h"
 #include "platform/forms/Style.h"
@@ -13,6 +14,8 @@ int main(int argc, char* argv[])
 {
     QApplication application(argc, argv);
     QApplication::setApplicationName("ZEP Lumo");
+    QApplication::setApplicationVersion(basic::Version());
+    QApplication::setDesktopFileName("zep-lumo");
     // Only the main window ends the program, also when a dialog is the last visible window for a moment.
     QApplication::setQuitOnLastWindowClosed(false);
     forms::ApplyStyle(application);

@@ -5,6 +5,7 @@
 #include "support/Printing.h"
 
 #include <QFile>
+#include <QProcess>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
@@ -22,6 +23,23 @@ struct CommandRun {
         QTextStream in(&typed);
         code = practice::RunCommand(arguments, {in, out, err});
     }
+};
+
+/// Runs the command that was built, with the programs that it finds from its own place.
+struct BuiltCommand {
+    explicit BuiltCommand(const QStringList& arguments)
+    {
+        QProcess command;
+        command.start(PRACTICE_COMMAND, arguments);
+        EXPECT_TRUE(command.waitForFinished());
+        code = command.exitCode();
+        output = QString::fromUtf8(command.readAllStandardOutput());
+        errors = QString::fromUtf8(command.readAllStandardError());
+    }
+
+    QString output;
+    QString errors;
+    int code;
 };
 
 /// A new practice in a folder that goes away with it.

@@ -83,5 +83,7 @@ extern const Command importCommand;
 extern const Command fieldsCommand;
 extern const Command checkCommand;
 extern const Command checkTemplateCommand;
+extern const Command previewCommand;
+extern const Command shortcutCommand;
 
 } // namespace practice

@@ -1,14 +1,15 @@
 #include "practice/CommandLine.h"
 
 #include "platform/basic/RuntimeError.h"
+#include "platform/basic/Version.h"
 
 #include <array>
 
 namespace practice {
 namespace {
 
-constexpr std::array commands{&newCommand,    &setCommand,   &demoCommand,         &importCommand,
-                              &fieldsCommand, &checkCommand, &checkTemplateCommand};
+constexpr std::array commands{&newCommand,   &setCommand,           &demoCommand,    &importCommand,  &fieldsCommand,
+                              &checkCommand, &checkTemplateCommand, &previewCommand, &shortcutCommand};
 
 QString UsageOf(const Command& command)
 {
@@ -50,6 +51,10 @@ int RunCommand(const QStringList& arguments, const Streams& streams)
     const Command* const command = FindCommand(name);
     if (arguments.contains("--help") || arguments.contains("-h")) {
         streams.output << Usage(command);
+        return Done;
+    }
+    if (name == "--version") {
+        streams.output << "practice " << basic::Version() << "\n";
         return Done;
     }
     try {
