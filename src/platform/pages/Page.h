@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArray>
 #include <QLineF>
 #include <QRectF>
 #include <QSizeF>
@@ -26,11 +27,19 @@ struct Rule {
     bool faint = false;
 };
 
+/// A picture, as high as its box and at one side of it.
+struct Picture {
+    QRectF box;
+    QByteArray file; ///< PNG or JPEG
+    Qt::Alignment alignment = Qt::AlignLeft;
+};
+
 /// The content of one sheet, in millimetres from its upper left corner. Screen, printer and PDF paint this and nothing
 /// else.
 struct Page {
     QSizeF paper;
     std::vector<QRectF> shades; ///< light grey backgrounds, under everything
+    std::vector<Picture> pictures;
     std::vector<Rule> rules;
     std::vector<Run> runs;
 };

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArray>
 #include <QList>
 #include <QSizeF>
 #include <QString>
@@ -29,6 +30,15 @@ struct HeadingLine {
     bool rule = false;        ///< a line under it, over the whole width
     bool onEveryPage = false; ///< otherwise on the first page only
     double spaceBefore = 0;   ///< mm
+};
+
+/// A picture at the top edge of the first page's body; the heading lines are printed over it.
+struct Logo {
+    QString file;       ///< its name, without a folder: it lies beside the template
+    QByteArray picture; ///< what the file holds, PNG or JPEG
+    double height = 0;  ///< mm; the width follows from it
+    Qt::Alignment alignment = Qt::AlignLeft;
+    int line = 0;
 };
 
 struct Column {
@@ -78,6 +88,7 @@ struct Template {
     QSizeF paper; ///< landscape is wider than high
     double top = 15, right = 15, bottom = 15, left = 15;
     double points = 9;
+    std::optional<Logo> logo;
     QList<HeadingLine> heading;
     QString select;
     int selectLine = 0; ///< of its first line of text
@@ -103,7 +114,8 @@ struct ParsedTemplate {
 /// nothing: mistakes are in the faults.
 ParsedTemplate ReadTemplate(const QByteArray& text, const QStringList& textNames);
 
-/// Reads a template file; one that can't be read, or that is larger than 64 KB, is a fault of line 0.
+/// Reads a template file and its logo; one that can't be read, or that is larger than 64 KB, is a fault of line 0.
+/// Where there is a logo, it is a PNG or JPEG file of at most 2 MB beside the template.
 ParsedTemplate ReadTemplateFile(const QString& path, const QStringList& textNames);
 
 } // namespace pages
