@@ -89,6 +89,46 @@ TEST_F(Preview, RefusesMistakesAndWritesNothing)
     EXPECT_FALSE(QFile::exists(Pdf()));
 }
 
+/// The changes that docs/report-templates.md shows, as it has them.
+TEST_F(Preview, TheChangesOfTheManualCanBeMadeAsItShowsThem)
+{
+    QFile manual(PRACTICE_MANUAL);
+    ASSERT_TRUE(manual.open(QIODevice::ReadOnly));
+    QStringList listings;
+    QString last;
+    for (const QString& line : QString::fromUtf8(manual.readAll()).section("## Trois changements", 1).split('\n')) {
+        if (line.trimmed() == "```")
+            listings << std::exchange(last, {});
+        else if (line.trimmed() == "```toml" || !last.isEmpty())
+            last += line.trimmed() == "```toml" ? "\n" : line.mid(line.startsWith("   ") ? 3 : 0) + "\n";
+    }
+    ASSERT_EQ(listings.size(), 5);
+    const auto listing = [&](int number) { return listings[number].trimmed().toUtf8(); };
+
+    const QString pending = practice.Folder() + "/ZEP_R3.RPT";
+    Rewrite(pending, "Patients.Prenom, Presta.denom,", listing(0));
+    Rewrite(pending, "[[column]]\nheading = \"Unité\"", listing(1) + "\n\n[[column]]\nheading = \"Unité\"");
+    EXPECT_TRUE(CommandRun({"check-template", pending}).output.contains("les colonnes ont ensemble 208 mm"));
+    Rewrite(pending, "width_mm = 40", "width_mm = 32");
+    Rewrite(pending, "width_mm = 36", "width_mm = 26");
+    Rewrite(pending, "width_mm = 38", "width_mm = 28");
+
+    const QString settled = practice.Folder() + "/ZEP_R2.RPT";
+    Rewrite(settled, " order by Prov.rowid\n\"", " " + listing(2) + "\n\"");
+    Rewrite(settled, "select row_number() over (order by Prov.rowid) as ligne,", listing(3));
+
+    const QString logo = practice.Folder() + "/ZEP_R4.RPT";
+    Rewrite(logo, "[[heading]]\ntext = \"{ch1}\"", listing(4) + "\n\n[[heading]]\ntext = \"{ch1}\"");
+    EXPECT_TRUE(CommandRun({"check-template", logo}).output.contains("logo « logo.png »"));
+    ASSERT_TRUE(QFile::copy(PRACTICE_PICTURE, practice.Folder() + "/logo.png"));
+
+    for (const QString& report : {pending, settled, logo}) {
+        EXPECT_EQ(CommandRun({"check-template", report}).output, "Le modèle est en ordre.\n");
+        EXPECT_EQ(BuiltCommand({"preview", practice.Folder(), report, "--pdf", Pdf()}).code, 0);
+        EXPECT_EQ(tests::ReadPdf(Pdf()).value(0).text.contains("Téléphone"), report == pending);
+    }
+}
+
 TEST_F(Preview, ChecksPlacesThatNothingFills)
 {
     for (const data::ReportTemplate& report : data::ReportTemplates())

@@ -76,19 +76,24 @@ TEST(DesktopEntry, GivesBackWhateverPathsHold)
     const QString paths[] = {"/home/dr/cabinet", "/tmp/a \"b\" 'c' $HOME `id` %f %% \\ \\n ; # = [x]",
                              "/tmp/ligne\net\ttab\r", "/tmp/مكتب الطبيب/été", "/tmp/fin\\"};
     for (const QString& path : paths) {
-        const QByteArray entry = practice::DesktopEntryText(
-            {.name = "  Dr\nD'Angelo\\", .comment = path, .program = path, .folder = path, .icon = "zep-lumo"});
+        const QByteArray entry = practice::DesktopEntryText({.name = "  Dr\nD'Angelo\\",
+                                                             .comment = path,
+                                                             .program = path,
+                                                             .folder = path,
+                                                             .icon = "zep-lumo",
+                                                             .windowClass = "ZEP Lumo"});
         EXPECT_EQ(ValueOf(entry, "Path"), path);
         EXPECT_EQ(ValueOf(entry, "Comment"), path);
         EXPECT_EQ(ValueOf(entry, "Name"), "  Dr\nD'Angelo\\");
         EXPECT_EQ(WordOf(ValueOf(entry, "Exec")), path);
-        EXPECT_EQ(entry.count('\n'), 9) << "no line of a path's own";
+        EXPECT_EQ(entry.count('\n'), 10) << "no line of a path's own";
     }
-    EXPECT_EQ(ErrorOf([] {
-                  practice::DesktopEntryText(
-                      {.name = "a", .comment = "", .program = "/a", .folder = "/\x1b[2J", .icon = ""});
-              }),
-              Error::BadArgument);
+    EXPECT_EQ(
+        ErrorOf([] {
+            practice::DesktopEntryText(
+                {.name = "a", .comment = "", .program = "/a", .folder = "/\x1b[2J", .icon = "", .windowClass = ""});
+        }),
+        Error::BadArgument);
 }
 
 TEST(DesktopEntry, SatisfiesTheDesktopsOwnCheck)
@@ -103,7 +108,8 @@ TEST(DesktopEntry, SatisfiesTheDesktopsOwnCheck)
                                            .comment = "été",
                                            .program = "/tmp/a \"b\" $c `d` %e \\f",
                                            .folder = "/tmp/a\nb",
-                                           .icon = "zep-lumo"}));
+                                           .icon = "zep-lumo",
+                                           .windowClass = "ZEP Lumo"}));
     file.close();
     EXPECT_EQ(QProcess::execute(validator, {file.fileName()}), 0);
 }

@@ -65,8 +65,11 @@ QByteArray DesktopEntryText(const DesktopEntry& entry)
     RefuseControlCharacters(entry.program);
     RefuseControlCharacters(entry.folder);
     const std::pair<const char*, QString> lines[] = {
-        {"Type", "Application"}, {"Name", entry.name}, {"Comment", entry.comment}, {"Exec", Quoted(entry.program)},
-        {"Path", entry.folder},  {"Icon", entry.icon}, {"Terminal", "false"},      {"Categories", "Office;"},
+        {"Type", "Application"},    {"Name", entry.name},
+        {"Comment", entry.comment}, {"Exec", Quoted(entry.program)},
+        {"Path", entry.folder},     {"Icon", entry.icon},
+        {"Terminal", "false"},      {"StartupWMClass", entry.windowClass},
+        {"Categories", "Office;"},
     };
     QString text = "[Desktop Entry]\n";
     for (const auto& [key, value] : lines)

@@ -12,6 +12,7 @@ struct DesktopEntry {
     QString program; ///< path
     QString folder;  ///< the program's working folder
     QString icon;
+    QString windowClass; ///< of the program's windows, by which the desktop knows them
 };
 
 /// The entry as the desktop reads it, whatever characters its texts have. Raises 5, with a description for the user,

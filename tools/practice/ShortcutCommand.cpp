@@ -78,7 +78,8 @@ int RunShortcut(const Arguments& arguments, const Streams& streams)
                              .comment = "ZEP Lumo, cabinet " + folder.simplified(),
                              .program = PracticeProgram(),
                              .folder = folder,
-                             .icon = "zep-lumo"};
+                             .icon = "zep-lumo",
+                             .windowClass = "ZEP Lumo"};
     const QString path = EntryPath(folder);
     WriteEntry(path, DesktopEntryText(entry));
     streams.output << "Entrée du menu : " << entry.name << "\nFichier : " << path << "\n";
