@@ -9,6 +9,7 @@
 #include <QApplication>
 #include <QEventLoop>
 #include <QSessionManager>
+#include <QSettings>
 
 int main(int argc, char* argv[])
 {
@@ -16,6 +17,8 @@ int main(int argc, char* argv[])
     QApplication::setApplicationName("ZEP Lumo");
     QApplication::setApplicationVersion(basic::Version());
     QApplication::setDesktopFileName("zep-lumo");
+    // The program keeps no settings; the toolkit's file dialog would write its own into the user's home.
+    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, "/dev/null");
     // Only the main window ends the program, also when a dialog is the last visible window for a moment.
     QApplication::setQuitOnLastWindowClosed(false);
     forms::ApplyStyle(application);
