@@ -7,6 +7,7 @@
 #include "support/Accessibility.h"
 #include "support/ScriptedDesk.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QRegularExpression>
 #include <QTextBlock>
