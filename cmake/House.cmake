@@ -1,8 +1,8 @@
-# The house rules of the build: warnings, sanitizers, one library for each folder.
+# Build options (warnings, sanitizers) and zep_room, which defines the library of a module.
 
 option(ZEP_SANITIZE "Build with the address and undefined-behaviour sanitizers" OFF)
 option(ZEP_WERROR "Make warnings errors: in CI, not for a user's newer compiler" OFF)
-option(ZEP_FUZZ "Build the fuzz targets as fuzzers, all rooms instrumented for them (needs clang)" OFF)
+option(ZEP_FUZZ "Build the fuzz targets as fuzzers, with all modules instrumented (needs clang)" OFF)
 
 find_program(CCACHE ccache)
 if(CCACHE)
@@ -15,7 +15,7 @@ target_compile_options(house INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconve
 target_compile_definitions(house INTERFACE QT_NO_CAST_FROM_BYTEARRAY QT_NO_FOREACH QT_NO_KEYWORDS
     QT_DISABLE_DEPRECATED_BEFORE=0x060400)
 if(ZEP_SANITIZE)
-    # The compiler takes the sanitizers' own bookkeeping of temporaries for uninitialized reads.
+    # False positives: the sanitizers' instrumentation looks like uninitialized reads.
     target_compile_options(house INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=undefined
         -fno-omit-frame-pointer -Wno-maybe-uninitialized)
     target_link_options(house INTERFACE -fsanitize=address,undefined)
@@ -26,10 +26,10 @@ if(ZEP_FUZZ)
     target_link_options(house INTERFACE -fsanitize=address,undefined)
 endif()
 
-# zep_room(NAME PATH USES room... LINKS target... SOURCES file...): the library of one folder, src/PATH.
+# zep_room(NAME PATH USES module... LINKS target... SOURCES file...): the library of the module in src/PATH.
 #
-# A room sees its own headers and those of the rooms it uses, and no others: each room exports its headers through a
-# folder of its own in which nothing but that room can be found, so an include against the arrows doesn't compile.
+# A module only sees its own headers and those of the modules in USES: each module has its own include folder, so a
+# forbidden include doesn't compile.
 function(zep_room name path)
     cmake_parse_arguments(ROOM "" "" "USES;LINKS;PRIVATE_LINKS;SOURCES" ${ARGN})
     add_library(${name} STATIC ${ROOM_SOURCES})
@@ -41,8 +41,8 @@ function(zep_room name path)
     target_link_libraries(${name} PUBLIC house ${ROOM_LINKS} PRIVATE ${ROOM_USES} ${ROOM_PRIVATE_LINKS})
 endfunction()
 
-# zep_own_files(): puts the files that come with the program, rather than with a practice, beside the program built in
-# this folder: the template of the deleted acts and the guide.
+# zep_own_files(): copies or links the files that belong to the program, rather than to a practice, next to the program
+# built in this folder: the template of the deleted acts and the guide.
 function(zep_own_files)
     configure_file(${CMAKE_SOURCE_DIR}/reports/ZEP_Supp.RPT ${CMAKE_CURRENT_BINARY_DIR}/ZEP_Supp.RPT COPYONLY)
     foreach(page guide report-templates.md)

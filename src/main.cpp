@@ -17,9 +17,9 @@ int main(int argc, char* argv[])
     QApplication::setApplicationName("ZEP Lumo");
     QApplication::setApplicationVersion(basic::Version());
     QApplication::setDesktopFileName("zep-lumo");
-    // The program keeps no settings; the toolkit's file dialog would write its own into the user's home.
+    // The program has no settings; Qt's file dialog would write its own into the user's home.
     QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, "/dev/null");
-    // Only the main window ends the program, also when a dialog is the last visible window for a moment.
+    // Only the main window ends the program, even if a dialog is briefly the last visible window.
     QApplication::setQuitOnLastWindowClosed(false);
     forms::ApplyStyle(application);
 
@@ -30,13 +30,13 @@ int main(int argc, char* argv[])
     forms::Guarded([&] { mainWindow.Load(); });
     mainWindow.show();
     const host::EndSignals endSignals([&] { mainWindow.EndForSystem(); });
-    // The end of the desktop's session waits until this has returned.
+    // The desktop session doesn't end until this has returned.
     QObject::connect(&application, &QGuiApplication::commitDataRequest, &mainWindow, [&](QSessionManager& session) {
         session.setRestartHint(QSessionManager::RestartNever);
         mainWindow.EndForSystem();
-        QEventLoop().exec(); // the program ends in it
+        QEventLoop().exec(); // the program ends inside
     });
-    QApplication::exec(); // returns where the desktop quits the program without asking
+    QApplication::exec(); // returns if the desktop quits the program without asking
     forms::Guarded([&] { mainWindow.EndNow(); });
     return 0;
 }

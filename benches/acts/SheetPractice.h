@@ -10,18 +10,18 @@
 namespace bench {
 
 inline constexpr int Services = 12;
-inline constexpr int ActsOfYearDay = 260;             ///< 8 services with 22 acts, 4 with 21
-inline constexpr int KeptOfYearDay = 92;              ///< of these, with one act in three
+inline constexpr int ActsOfYearDay = 260;             ///< 8 services with 22 acts each, 4 with 21
+inline constexpr int KeptOfYearDay = 92;              ///< of these, when one act in three is kept
 inline constexpr int YearDays = 250;                  ///< from 01/01/2007 on
 inline constexpr const char* SheetDay = "17/06/2008"; ///< 250 acts
 inline constexpr const char* FullDay = "18/06/2008";  ///< 5000 acts
 
-/// A practice with that many acts in a folder of its own, open as the program opens it.
+/// A practice with this many acts in its own folder, opened as by the program.
 class SheetPractice {
 public:
     explicit SheetPractice(int acts);
 
-    /// A copy of the database as it was filled, for the plain statements.
+    /// A copy of the filled database, for the plain statements.
     QString PlainFile() const;
 
 private:

@@ -19,9 +19,9 @@ using namespace bench;
 
 namespace {
 
-constexpr double GrowthLimit = 3; // of a day on ten times the acts
+constexpr double GrowthLimit = 3; // time for a day in a table ten times as large
 
-/// What the sheet reads, by prepared statements: counts and acts of every service, the patient of every act.
+/// The data of the sheet by prepared statements: counts and acts of every service, the patient of every act.
 class PlainSheet {
 public:
     explicit PlainSheet(const PlainDatabase& database)
@@ -62,7 +62,7 @@ private:
     qint64 read = 0;
 };
 
-/// Returns what filling the sheet takes, in milliseconds.
+/// Returns the time to fill the sheet, in milliseconds.
 double MeasureSheet(Figures& figures, const PlainDatabase& plain)
 {
     acts::New_Act sheet;
@@ -149,7 +149,7 @@ void MeasureYear(Figures& figures, PlainDatabase& plain)
         [] { acts::Actualisation("01/01/2007", "07/09/2007", 2).ThinPeriod(); }, {.ratio = 3, .milliseconds = 1000});
 }
 
-/// The dialog's opening, which looks for the first and the last day of all acts.
+/// Opening the dialog, which searches the first and the last day of all acts.
 void MeasureDialog(Figures& figures, const PlainDatabase& plain)
 {
     PlainStatement ends(plain, "select (select min(Date) from Actes), (select max(Date) from Actes)");

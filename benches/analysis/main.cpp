@@ -27,9 +27,9 @@ using core::PeriodChooser;
 
 namespace {
 
-constexpr int MostActs = 32767; // that the screen counts
+constexpr int MostActs = 32767; // limit of the screen's counters
 
-/// The counts of a month by prepared statements, with the texts that the screen needs of them.
+/// The counts of a month by prepared statements, formatted as for the screen.
 class PlainMonth {
 public:
     explicit PlainMonth(const PlainDatabase& database)
@@ -45,7 +45,7 @@ public:
         for (; services.Step(); all.Reset(), recent.Reset()) {
             for (PlainStatement* count : {&all, &recent})
                 count->Bind(1, month).Bind(2, year).Bind(3, services.Number(0)).Step();
-            texts += (" " + services.Text(1)).size() + basic::PlainText(double(recent.Number(0))).size();
+            texts += (" " + services.Text(1)).size() + basic::PlainText(static_cast<double>(recent.Number(0))).size();
             acts += all.Number(0);
         }
         services.Reset();
@@ -118,7 +118,7 @@ private:
     qint64 texts = 0;
 };
 
-/// The result of a period that has as many acts as the screen counts, at most.
+/// The result of the longest period that the screen can count.
 void MeasureScreen(Figures& figures, PlainResult& plain, const QDate& last)
 {
     int days = 366;
@@ -144,7 +144,7 @@ void MeasureScreen(Figures& figures, PlainResult& plain, const QDate& last)
     std::printf("    (%lld acts of %d days, %d services)\n", plain.acts, days + 1, screen.Grid1.Rows());
 }
 
-/// The statements of the screen over more acts than it counts.
+/// The statements of the screen over more acts than it can count.
 void MeasureStatements(Figures& figures, PlainResult& plain, const char* path, const QDate& first, const QDate& last,
                        const Limits& limits)
 {

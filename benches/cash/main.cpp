@@ -1,4 +1,4 @@
-// "Caisse du Jour" on the last day of a large practice, and a grid as long as a list of a screen can be.
+// "Caisse du Jour" on the last day of a large practice, and a grid of the maximum length.
 //
 //     bench_cash LARGE     a data folder, left as it is
 
@@ -26,8 +26,8 @@ namespace {
 constexpr int GridRows = 16352;
 constexpr int GridColumns = 10;
 
-/// What the statement of a day rests on, by prepared statements: the counts and sums of each service, both balances,
-/// the acts with their patient and service, the expenses. Texts are made as the screen needs them.
+/// The data of a day's statement by prepared statements: counts and sums of each service, both balances, the acts with
+/// their patient and service, the expenses. Texts are formatted as for the screen.
 class PlainStatementOfDay {
 public:
     PlainStatementOfDay(const PlainDatabase& database, const QString& isoDay)
@@ -98,7 +98,7 @@ void MeasureCashDay(Figures& figures, const QString& folder)
         QApplication::processEvents(); // until it is painted
         rows = screen.Grid2.Rows() + screen.Grid3.Rows() + screen.Grid4.Rows();
     };
-    show(); // the first window of a program also loads its fonts and icons
+    show(); // the first window also loads fonts and icons
     figures.Compare("Caisse du Jour, opened and painted", {.measured = 15}, [&] { plain.Read(); }, show,
                     {.ratio = 1.3, .milliseconds = 150});
     Require(rows == plain.acts, "the screen lists other rows");

@@ -1,4 +1,4 @@
-// The services: 300 of them brought into another order, and the look for an act among a million.
+// The services: reordering 300 of them, and searching a million acts for one.
 //
 //     bench_catalogue LARGE     a data folder; a service is added and taken away again
 
@@ -25,7 +25,7 @@ constexpr int Services = 300;
 constexpr int Moves = 10;
 constexpr int UnusedService = 99999;
 
-/// Takes no service away: every question is answered with No.
+/// Deletes no service: answers every question with No.
 class RefusingDesk : public QuietDesk {
 public:
     forms::Answer Message(const QString&, forms::Icon, const QString&, forms::Buttons buttons) override

@@ -4,6 +4,7 @@
 
 #include "core/globals.h"
 #include "core/opening.h"
+#include "data/Archives.h"
 #include "data/Practice.h"
 #include "platform/basic/Dates.h"
 #include "platform/host/Files.h"
@@ -25,14 +26,14 @@ using core::TheDatabase;
 namespace {
 
 constexpr int Searches = 1000;
-constexpr int GrowthLimit = 2; // of an opening on ten times the rows: the clock's own noise, far from ten
+constexpr int GrowthLimit = 2; // of an opening on ten times the rows: allows for noise, far from ten
 
 QString FileOf(const QString& folder)
 {
     return host::PathIn(folder, data::databaseFile);
 }
 
-/// Returns what one opening takes, in milliseconds.
+/// Returns the time of one opening, in milliseconds.
 double MeasureOpening(Figures& figures, const char* path, const QString& folder)
 {
     const OpenPractice practice(folder);
@@ -80,7 +81,7 @@ void MeasureSearch(Figures& figures, const PlainDatabase& plain)
     Require(found == 2 * 9 * Searches, "the searches found different rows");
 }
 
-/// Eight fields of every act of the busy day, texts as the program's texts.
+/// Eight fields of every act of the busy day, formatted as by the program.
 void MeasureDay(Figures& figures, const PlainDatabase& plain, const QString& day)
 {
     PlainStatement select(plain, "select * from Actes where date = ? order by num");
@@ -187,7 +188,7 @@ void MeasureBalance(Figures& figures, const PlainDatabase& plain, const QString&
     Require(floorSum == ourSum, "the sums differ");
 }
 
-/// As at the end of the program: the database is closed first.
+/// As at the end of the program, the database is closed first.
 void MeasureArchive(Figures& figures, const QString& folder)
 {
     const OpenPractice practice(folder);
@@ -195,8 +196,8 @@ void MeasureArchive(Figures& figures, const QString& folder)
     PlainDatabase plain(FileOf(folder));
     const QString target = folder + "/ARCHIVES/plain.db";
     figures.Compare(
-        "archive copy, checked", {.measured = 7}, [&] { plain.CopyChecked(target); }, [] { core::CopyToArchives(); },
-        {.ratio = 1.6});
+        "archive copy, checked", {.measured = 7}, [&] { plain.CopyChecked(target); },
+        [] { data::CopyToArchives(core::DataFolder); }, {.ratio = 1.6});
     QFile::remove(target);
 }
 

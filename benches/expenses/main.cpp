@@ -1,4 +1,4 @@
-// "Dépenses" over a year of a large practice, beside the same rows by a plain prepared statement in the same run.
+// "Dépenses" over a year of a large practice, compared with a plain prepared statement.
 //
 //     bench_expenses LARGE     a data folder, left as it is
 
@@ -29,7 +29,7 @@ constexpr std::size_t FewestExpenses = 3000;
 
 using PlainRow = std::array<QString, 4>;
 
-/// The rows of the year before the last day, as the screen writes them.
+/// The rows of the year before the last day, formatted as on the screen.
 std::vector<PlainRow> ListPlainly(PlainStatement& year, double& total)
 {
     std::vector<PlainRow> rows;

@@ -1,5 +1,4 @@
-// The list of pending settlements and the rows of a report, each beside the same work as plain prepared statements in
-// the same run.
+// The list of pending settlements and the rows of a report, each compared with plain prepared statements.
 
 #include "cash/F_Inst.h"
 #include "core/printing.h"
@@ -69,7 +68,8 @@ void MeasureReportRows(Figures& figures, PlainDatabase& database)
             for (const dao::Key key : keys)
                 row.Bind(1, key).Run();
             database.Run("COMMIT");
-            database.Run("PRAGMA wal_checkpoint(PASSIVE)"); // both move the rows from the log into the file
+            database.Run(
+                "PRAGMA wal_checkpoint(PASSIVE)"); // both variants include moving the rows from the log into the file
         },
         [&] { core::RefillScratchTable("Prov", core::KeyRows(keys)); }, {.ratio = 2});
 }

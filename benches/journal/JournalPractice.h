@@ -13,8 +13,8 @@ struct Period {
     QString Last() const { return last.toString("dd/MM/yyyy"); }
 };
 
-/// A copy of a large practice with years to come, whose acts are counted: a month of 5,000, a month of 16,352, and a
-/// year with more than 16,352 of each service. Their codes, payment states and patients are spread over all there are.
+/// A copy of a large practice with additional years: a month of 5,000 acts, a month of 16,352, and a year with more
+/// than 16,352 of each service. Codes, payment states and patients are spread evenly.
 class JournalPractice {
 public:
     static constexpr int MostListed = 16352; ///< acts that the list can hold

@@ -94,7 +94,7 @@ void PlainJournal::FillProv()
         act.Reset();
     }
     database.Run("commit");
-    database.Run("pragma wal_checkpoint(passive)"); // both move the rows from the log into the file
+    database.Run("pragma wal_checkpoint(passive)"); // both variants include moving the rows from the log into the file
 }
 
 } // namespace bench

@@ -8,7 +8,7 @@
 
 namespace bench {
 
-/// What the journal shows, read by plain prepared statements and held as plain rows of texts.
+/// The content of the journal, read by plain prepared statements and kept as plain rows of texts.
 class PlainJournal {
 public:
     explicit PlainJournal(PlainDatabase& practice);

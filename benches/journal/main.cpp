@@ -1,5 +1,5 @@
 // "Journal d'activité" on a large practice: a month, as many acts as the list can hold, a year with too many, and the
-// detail on paper, beside the same work as plain prepared statements in the same run.
+// printed detail, compared with plain prepared statements.
 //
 //     bench_journal LARGE     a data folder, left as it is
 
@@ -37,7 +37,7 @@ public:
         preview.Load();
         preview.show();
         QApplication::processEvents();
-        preview.grab(); // a platform without a screen paints no sooner
+        preview.grab(); // the offscreen platform paints only on demand
         visible = static_cast<double>(sinceClick.nsecsElapsed()) / 1e6;
         preview.Unload();
     }
@@ -91,7 +91,7 @@ void MeasureMemory(Figures& figures)
     figures.Print("memory of the screen at its limit", ResidentMegabytes() - before, "MB", 40);
 }
 
-/// The detail on paper, without its pages and with them.
+/// The printed detail, without and with its pages.
 void MeasureDetail(Figures& figures, PlainJournal& plain, PreviewingDesk& desk)
 {
     cash::Recettes screen;

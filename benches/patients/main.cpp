@@ -1,5 +1,5 @@
-// The search for patients and their list on a large practice, and the journal of deleted acts on one of its own, each
-// beside the same work as plain prepared statements in the same run.
+// The search for patients and their list on a large practice, and the journal of deleted acts on its own practice, each
+// compared with plain prepared statements.
 //
 //     bench_patients LARGE     a data folder, left as it is
 
@@ -39,7 +39,7 @@ QString AfterBlank(const PlainStatement& row, int column)
     return row.IsNull(column) ? QString() : " " + row.Text(column);
 }
 
-/// Rows of the fields num, nom, Prenom, Sexe, Flag_H and four texts, as lists of patients write them.
+/// Rows of the fields num, nom, Prenom, Sexe, Flag_H and four texts, formatted as in lists of patients.
 std::vector<PlainRow> ListPlainly(PlainStatement& patients)
 {
     std::vector<PlainRow> rows;
@@ -58,7 +58,7 @@ std::vector<PlainRow> ListPlainly(PlainStatement& patients)
     return rows;
 }
 
-/// The floor uses SQLite's own like and order, which fold the case of ASCII letters only.
+/// The floor uses SQLite's own like and order, which only fold ASCII letters.
 void MeasureNames(Figures& figures, const PlainDatabase& plain)
 {
     PlainStatement names(plain,
@@ -181,7 +181,7 @@ void MeasureJournal(Figures& figures)
     figures.Compare(
         "5,000 deleted acts, listed and painted", {.measured = 31}, [&] { ListJournalPlainly(plain); },
         [&] {
-            F_Sppr opened; // reads the journal anew
+            F_Sppr opened; // reads the journal again
             opened.Load();
             QApplication::processEvents();
         },

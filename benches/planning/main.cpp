@@ -137,7 +137,7 @@ void MeasureBoard(Figures& figures, const QString& folder)
         },
         {.milliseconds = 100});
 
-    // There and back: the day stays where it is.
+    // Forward and back, so that the day stays the same.
     figures.Compare(
         "planning, two next days", {.measured = 51},
         [&] {
@@ -172,7 +172,7 @@ void FillPractice(PlainDatabase& database)
     database.Run("COMMIT");
 }
 
-/// The rows of a unit's list as the screen writes them.
+/// The rows of a unit's list, formatted as on the screen.
 qint64 ListPlainly(PlainStatement& appointments, PlainStatement& patient)
 {
     static const QStringList hours{" 8-9",   " 9-10",  " 10-11", " 11-12", " 12-13",
@@ -221,8 +221,8 @@ public:
         preview.Load();
         preview.show();
         QApplication::processEvents();
-        preview.grab(); // a platform without a screen paints no sooner
-        visible.push_back(double(sinceClick.nsecsElapsed()) / 1e6);
+        preview.grab(); // the offscreen platform paints only on demand
+        visible.push_back(static_cast<double>(sinceClick.nsecsElapsed()) / 1e6);
         preview.Unload();
     }
 

@@ -1,5 +1,5 @@
-// A report from the click to its visible page, and to a whole PDF: a day's list, and a detail of as many rows as a list
-// can hold.
+// A report from the click to its visible page, and to a PDF: a day's list, and a detail of as many rows as a list can
+// hold.
 
 #include "core/globals.h"
 #include "data/Practice.h"
@@ -43,14 +43,14 @@ public:
         preview.Load();
         preview.show();
         QApplication::processEvents();
-        preview.grab(); // a platform without a screen paints no sooner
-        visible = double(sinceClick.nsecsElapsed()) / 1e6;
+        preview.grab(); // the offscreen platform paints only on demand
+        visible = static_cast<double>(sinceClick.nsecsElapsed()) / 1e6;
         pages = preview.Pages().PageCount();
         if (!pdfPath.isEmpty()) {
             QElapsedTimer saving;
             saving.start();
             preview.SavePdf(pdfPath);
-            pdf = double(saving.nsecsElapsed()) / 1e6;
+            pdf = static_cast<double>(saving.nsecsElapsed()) / 1e6;
         }
         megabytes = ResidentMegabytes();
         preview.Unload();
@@ -153,6 +153,6 @@ int main(int argc, char** argv)
     }
     figures.Print("detail of 16,352 rows, whole PDF", Median(pdfs), "ms", 2500);
     figures.Print("memory above idle, with PDFs written", desk.megabytes - idle, "MB", 100);
-    std::printf("%d pages, PDF of %.1f MB\n", desk.pages, double(QFileInfo(desk.pdfPath).size()) / 1e6);
+    std::printf("%d pages, PDF of %.1f MB\n", desk.pages, static_cast<double>(QFileInfo(desk.pdfPath).size()) / 1e6);
     return figures.ExitCode();
 }

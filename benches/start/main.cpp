@@ -1,5 +1,5 @@
-// From the start of the program to a main window that can be used, and what the program holds in memory once it shows
-// the cash of a large practice's last day. Each start is a process of its own.
+// The time from program start to a usable main window, and the memory used with the cash of a large practice's last day
+// open. Each start is a separate process.
 //
 //     bench_start LARGE     a demo practice, left as it is
 
@@ -29,7 +29,7 @@ namespace {
 
 constexpr int Starts = 11;
 
-/// A user who opens the practice, takes the day that the picker offers and looks at its cash.
+/// Plays a user who opens the practice, accepts the day offered by the picker and views its cash.
 class UserAtTheTill : public forms::QtDesk {
 public:
     explicit UserAtTheTill(const QString& dataFolder) : folder(dataFolder) {}
@@ -61,7 +61,7 @@ private:
     QString folder;
 };
 
-/// The process that is measured; it starts as the program does and reports when its window can be used.
+/// The measured process: starts like the program and reports when its window is usable.
 int RunProgram(int argc, char** argv)
 {
     QApplication application(argc, argv);
@@ -73,7 +73,7 @@ int RunProgram(int argc, char** argv)
     forms::Guarded([&] { mainWindow.Load(); });
     mainWindow.show();
     QApplication::processEvents();
-    mainWindow.grab(); // a platform without a screen paints no sooner
+    mainWindow.grab(); // the offscreen platform paints only on demand
     std::puts("window");
     std::fflush(stdout);
     if (argc < 3)
@@ -88,7 +88,7 @@ int RunProgram(int argc, char** argv)
     Require(user.shownActs > 2, "the cash of the day shows no acts");
     std::printf("%.1f\n", PeakMegabytes());
     std::fflush(stdout);
-    std::_Exit(0); // a practice that stays as it is gets no archive copy
+    std::_Exit(0); // skip the archive copy
 }
 
 /// Starts the measured process and waits for its first line.

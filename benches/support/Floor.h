@@ -5,14 +5,14 @@
 struct sqlite3;
 struct sqlite3_stmt;
 
-/// The floor of the benches: the same work as plain prepared statements on a connection of their own. A failure of the
-/// floor ends the bench with 2.
+/// The floor of the benches: the same work as plain prepared statements on a separate connection. A failure ends the
+/// bench with 2.
 namespace bench {
 
-/// Ends the bench with 2 and says why when what it rests on doesn't hold.
+/// Ends the bench with 2 and the message unless `holds`.
 void Require(bool holds, const QString& what);
 
-/// A connection with the durability that the program keeps: write-ahead log, synchronous FULL.
+/// A connection with the program's durability: write-ahead log, synchronous FULL.
 class PlainDatabase {
 public:
     explicit PlainDatabase(const QString& path);
@@ -21,7 +21,7 @@ public:
     PlainDatabase& operator=(const PlainDatabase&) = delete;
 
     void Run(const QString& statements);
-    /// A copy of the whole database by the backup interface, then a quick check of the copy.
+    /// Copies the database through the backup interface, then runs a quick check of the copy.
     void CopyChecked(const QString& target);
 
 private:
@@ -38,13 +38,13 @@ public:
     PlainStatement& operator=(const PlainStatement&) = delete;
 
     PlainStatement& Bind(int parameter, qint64 number);
-    PlainStatement& Bind(int parameter, int number) { return Bind(parameter, qint64(number)); }
+    PlainStatement& Bind(int parameter, int number) { return Bind(parameter, static_cast<qint64>(number)); }
     PlainStatement& Bind(int parameter, double number);
     PlainStatement& Bind(int parameter, const QString& text);
     /// Whether there is a row.
     bool Step();
     void Reset();
-    /// Runs a statement that gives no rows, or reads the first row of one that does, for the next Bind.
+    /// Runs a statement, or reads its first row, and resets it.
     void Run();
 
     bool IsNull(int column) const;

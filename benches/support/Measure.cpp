@@ -18,7 +18,7 @@ double TimeOf(int repeats, const std::function<void()>& work)
     return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - started).count() / repeats;
 }
 
-/// A line of the process's own account ("VmHWM:     1234 kB"), in megabytes.
+/// A line of /proc/self/status ("VmHWM:     1234 kB"), in megabytes.
 double MegabytesOf(const QByteArray& name)
 {
     QFile account("/proc/self/status");

@@ -6,34 +6,33 @@
 
 namespace bench {
 
-/// What a path may take at most; what isn't given isn't tested.
+/// The limits of a path; only those given are tested.
 struct Limits {
     double ratio = std::numeric_limits<double>::infinity();        ///< to the floor
     double milliseconds = std::numeric_limits<double>::infinity(); ///< on the clock
 };
 
-/// How often a work is done: so many times measured, and so many repeats within one measure, for works too short to be
-/// measured alone.
+/// The number of measurements, and of repeats within one measurement for work too short to measure alone.
 struct Rounds {
     int measured = 9;
     int repeats = 1;
 };
 
-/// Medians of one comparison, in milliseconds for one time the work.
+/// Medians of one comparison, in milliseconds per repeat.
 struct Times {
     double floor = 0;
     double ours = 0;
 };
 
-/// The table of figures that a bench prints, and whether all of them are within their limits.
+/// Prints the figures of a bench, and records whether all of them are within their limits.
 class Figures {
 public:
-    /// Does both works in turn, so that what else the machine does falls on both, and prints floor, ours and ratio.
+    /// Runs both in turn, so that other load affects both, and prints floor, ours and ratio.
     Times Compare(const char* path, Rounds rounds, const std::function<void()>& floor,
                   const std::function<void()>& ours, Limits limits);
-    /// A figure that has no floor.
+    /// A figure without a floor.
     void Print(const char* path, double figure, const char* unit, double limit);
-    /// 0, or 1 once a figure was past its limit.
+    /// 0, or 1 if a figure exceeded its limit.
     int ExitCode() const { return exitCode; }
 
 private:
@@ -42,10 +41,10 @@ private:
 };
 
 double Median(std::vector<double> figures);
-/// The median of the times of a work, in milliseconds.
+/// The median time of `work`, in milliseconds.
 double MedianTime(int runs, const std::function<void()>& work);
 
-/// What the process holds in memory now, and the most it has held, in megabytes.
+/// The current and the peak memory of the process, in megabytes.
 double ResidentMegabytes();
 double PeakMegabytes();
 

@@ -4,7 +4,7 @@
 
 namespace bench {
 
-/// A practice, open as the program opens it, until the end of the scope.
+/// A practice, opened as by the program until the end of the scope.
 class OpenPractice {
 public:
     explicit OpenPractice(const QString& folder);

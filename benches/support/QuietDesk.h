@@ -6,7 +6,7 @@
 
 namespace bench {
 
-/// Says nothing, answers yes and shows nothing.
+/// Shows nothing and answers yes.
 class QuietDesk : public forms::Desk {
 public:
     QuietDesk() { forms::SetDesk(this); }

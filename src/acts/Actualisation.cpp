@@ -62,7 +62,7 @@ void Actualisation::ShowAllInPeriod()
     QueryText = "Update Actes set Flag_H = 0 where date >=#" + StartUS + "# and date <=#" + EndUS + "#";
     try {
         TheDatabase.Execute(QueryText);
-    } catch (const RuntimeError&) { // the closing message comes all the same; the acts are as they were
+    } catch (const RuntimeError&) { // the closing message is shown anyway; the acts are unchanged
     }
 }
 

@@ -4,6 +4,7 @@
 #include "core/lists.h"
 #include "core/printing.h"
 #include "core/windows.h"
+#include "data/PaymentCode.h"
 #include "platform/basic/Dates.h"
 #include "platform/basic/Numbers.h"
 #include "platform/forms/Desk.h"
@@ -20,7 +21,7 @@ namespace {
 
 constexpr auto Template = "ZEP_Supp.RPT";
 
-/// A name that was looked up, after a blank; empty when it is Null or its row is gone.
+/// A looked-up name after a blank; empty when it is Null or its row no longer exists.
 QString FoundName(const std::optional<QStringList>& names, qsizetype field)
 {
     return names && !names->at(field).isNull() ? " " + names->at(field) : QString();
@@ -48,7 +49,7 @@ F_Sppr::F_Sppr()
 
 void F_Sppr::Form_Load()
 {
-    constexpr int roomForUnits = 1800; // twips that the columns of units and names share
+    constexpr int roomForUnits = 1800; // twips shared by the columns of units and names
     setWindowTitle("  ");
     resize(width() + ScaledPixelsOf(roomForUnits), height());
     CenterForm(*this);
@@ -116,7 +117,7 @@ void F_Sppr::Browse()
 void F_Sppr::FillCodeList()
 {
     Combo1.clear();
-    for (const QString& code : PayCodes())
+    for (const QString& code : data::PaymentCodes())
         Combo1.addItem(" " + code);
     Combo1.SetListIndex(0);
 }
@@ -157,10 +158,9 @@ void F_Sppr::ListLine(NameLookup& services, NameLookup& patients)
 
 bool F_Sppr::SelectDeletedDate()
 {
-    constexpr qsizetype length = 10;
-    Image2[Accept].setFocus(); // a date that is still being typed is checked now, as the user left it
+    Image2[Accept].setFocus(); // validates a date that is still being typed
     const QString day = Text1.text().trimmed();
-    if (day.size() != length) {
+    if (day.size() != DateLength) {
         MsgBox("Date incorrecte");
         return false;
     }
@@ -186,7 +186,7 @@ void F_Sppr::DeleteJournalLine()
     if (deleted)
         MsgBox("Ligne supprimée avec succès", Icon::Information, "Lumo ZEP");
     else
-        TellLineIsGone();
+        ReportDeletedLine();
 }
 
 void F_Sppr::RemoveLine(int row)

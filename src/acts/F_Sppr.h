@@ -35,11 +35,11 @@ public:
     void FillCodeList();
     /// Lists the lines of JournalSet. Raises 6 past 32,767 lines.
     void FillDeletedGrid();
-    /// Selects the lines that were deleted on the typed day. When the text isn't a date, or the day has no line, shows
-    /// a message, keeps the list and returns false.
+    /// Selects the lines deleted on the typed day. When the text isn't a date or the day has no lines, shows a message,
+    /// keeps the list and returns false.
     bool SelectDeletedDate();
-    /// Asks, then deletes the current line from the journal. A line that another program has deleted gives a message
-    /// and is removed from the list as well.
+    /// Asks, then deletes the current line from the journal. If another program has deleted it, shows a message and
+    /// removes it from the list as well.
     void DeleteJournalLine();
     /// Prints what is listed; does nothing on an empty list.
     void PrintJournal();
@@ -60,8 +60,8 @@ private:
     void RemoveLine(int row);
 
     dao::Recordset JournalSet;              ///< what is listed
-    dao::Recordset DateSet;                 ///< what the chosen day has; replaces JournalSet
-    dao::Recordset PrestaByNum, PatientsRS; ///< to look names up
+    dao::Recordset DateSet;                 ///< lines of the chosen day; replaces JournalSet
+    dao::Recordset PrestaByNum, PatientsRS; ///< for looking up names
     QString ChosenDateUS;                   ///< the chosen day as mm/dd/yyyy
     basic::Int16 CurrentRow;                ///< row last clicked
     basic::Int16 NextRow;                   ///< next free row of Grid1

@@ -14,7 +14,7 @@ void F_Sppr::BuildForm()
     Dress(Image1[Print], "print", " Imprimer ", Command::Print);
     Dress(Image1[Quit], "quit", " Quitter ", Command::Leave);
     for (int action = OtherDate; action <= Quit; ++action)
-        Bulle.Serve(Image1[action]);
+        Bulle.Attach(Image1[action]);
     Grid1.setAccessibleName("Actes supprimés");
     Grid1.SetGroupHeading(ActDate, FirstName, "Acte");
     Grid1.SetGroupHeading(RemovalDate, RemovalTime, "Suppression");

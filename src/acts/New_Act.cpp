@@ -19,7 +19,7 @@ namespace acts {
 
 namespace {
 
-/// The line of a list that a field of an act numbers; empty for a number outside the list and for Null.
+/// The list line numbered by a field of an act; empty for Null and for a number outside the list.
 QString LineOf(const QStringList& list, const dao::Field& number)
 {
     return number.IsNull() ? QString() : list.value(number.Long());
@@ -145,7 +145,7 @@ void New_Act::Image2_Click()
     else
         MsgBox("Modifications enregistrées avec succès", Icon::Information, "ZEP Lumo");
 
-    // Also after a cancel: the option is kept, and with it the date of the last run.
+    // Also after a cancel: the option is saved, with the date of the last run.
     PermnTable.MoveFirst();
     PermnTable.Edit();
     PermnTable["Date"] = PickedDate;
@@ -204,7 +204,7 @@ void New_Act::ClearDaySheet()
     TogglesPending = false;
 }
 
-/// An act that arrives later is listed at the next fill, and must be among the acts that can be written by then.
+/// An act added later is listed at the next fill, so it must be in the writable set by then.
 void New_Act::OpenRecords()
 {
     PatientsRS = TheDatabase.OpenRecordset("select * from Patients order by num");
@@ -280,7 +280,7 @@ void New_Act::AddAct()
 
 void New_Act::ShowServiceTotals()
 {
-    // The counts are read back from the grid, where an empty cell is 0.
+    // Summed from the grid, where an empty cell counts as 0.
     for (int row = 0; row < ServiceRows; ++row) {
         const Int16 all = CountIn(Grid1, row, Total);
         const Int16 recent = CountIn(Grid1, row, Recent);

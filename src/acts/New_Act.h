@@ -12,22 +12,24 @@
 namespace acts {
 
 /// The day sheet: how many acts each service received on a day, and every act of the day with its patient, hour, type,
-/// payment code and its standing as "récent" (visible) or archived. It creates no act. Its writes are the archive
-/// standing of the acts toggled by hand, the card display option, and what New_Mecano gives back.
+/// payment code and archive status, "récent" (visible) or archived. It creates no acts; it writes only the archive
+/// status of acts toggled by hand, the card display option, and the result of New_Mecano.
 ///
-/// `Grid1` and the totals under it show the last fill; a toggle changes only `Grid2` and its totals until the day is
-/// shown again.
+/// `Grid1` and its totals show the last fill; until the day is shown again, a toggle changes only `Grid2` and its
+/// totals.
 class New_Act : public forms::Form {
     Q_OBJECT
 public:
     New_Act();
 
     forms::TabStrip SSTab1{"SSTab1"};
-    forms::Label DayLabel{
-        "Label1(3)"}; ///< the shown day as dd/mm/yyyy; every move of the day writes it, ShowDay reads it
+    /// The shown day as dd/mm/yyyy. Set when the day changes, read by ShowDay.
+    forms::Label DayLabel{"Label1(3)"};
     enum Action { DayBefore, DayAfter, LeaveSheet, LeaveDisplay, Toggle, PickDay };
     forms::ControlArray<forms::Picture, 6> Image1{"Image1"};
+    enum ServiceColumn { Unit, Recent, Archived, Total };
     forms::Grid Grid1; ///< the services
+    enum ActColumn { ActUnit, Patient, ServiceDate, Hour, Type, PayCode, IsRecent, IsArchived };
     forms::Grid Grid2; ///< the acts
     enum CountOf { RecentSum = 1, ArchivedSum, WholeSum };
     forms::ControlArray<forms::FigureLabel, 3, 1> Label4{"Label4"}; ///< under Grid1
@@ -39,21 +41,19 @@ public:
     forms::Panel SSPanel1{"SSPanel1", "Actes sur fiche patient"};
     enum CardDisplayOption { FullDisplay, LimitedDisplay };
     forms::ControlArray<forms::OptionButton, 2> SSOption2{"SSOption2"};
-    forms::DateField Text1{"Text1"}; ///< takes a date that nothing reads
+    forms::DateField Text1{"Text1"}; ///< its date is never read
 
     void LoadLookupLists();
-    /// Reloads the sheet for the day of DayLabel; says so when the day holds no act.
+    /// Reloads the sheet for the day of DayLabel; shows a message when the day has no acts.
     void ShowDay();
     bool DayHasActs();
-    /// Fills both grids and all totals. Raises 6 when a count passes 16 bits.
+    /// Fills both grids and all totals. Raises 6 when a count exceeds 16 bits.
     void FillDaySheet();
     void ClearDaySheet();
 
-    /// Flips the current act between récent and archived, on the screen alone. Archiving an act of code "R-" asks
-    /// first.
+    /// Flips the current act between récent and archived, only on the screen. Archiving an act of code "R-" asks first.
     void ToggleActArchive();
-    /// Writes the standing of every listed act once one was toggled, all or none. An act deleted meanwhile is passed
-    /// over.
+    /// If an act was toggled, writes the status of every listed act, all or none. Acts deleted meanwhile are skipped.
     void SaveActToggles();
     void SaveCardDisplay();
 
@@ -68,10 +68,6 @@ protected:
     void Form_Load() override;
 
 private:
-    /// The columns of Grid1 and of Grid2.
-    enum ServiceColumn { Unit, Recent, Archived, Total };
-    enum ActColumn { ActUnit, Patient, ServiceDate, Hour, Type, PayCode, IsRecent, IsArchived };
-
     void BuildForm();
     void NamePictures();
     void BuildSheetPage();
@@ -91,15 +87,15 @@ private:
     basic::Int16 ServiceRows;                             ///< services in Grid1
     basic::Int16 RecentCount, ArchivedCount, ListedCount; ///< of the acts in Grid2, as toggled
     basic::Int16 SheetRecent, SheetArchived, SheetTotal;  ///< of the services in Grid1, as filled
-    bool TogglesPending = false;                          ///< a standing was changed and isn't written yet
+    bool TogglesPending = false;                          ///< a status was changed and isn't saved yet
     QString CardDisplay;                                  ///< `RC` as stored
     basic::Int16 SelectedOption;
 
     dao::Recordset PrestaList;
     dao::Recordset DayCount;
     dao::Recordset ServiceActs;
-    dao::Recordset PatientsRS; ///< to look names up; opened anew at each fill, as is ActesRS
-    dao::Recordset ActesRS;    ///< to write the standings: knows every act that the sheet lists
+    dao::Recordset PatientsRS; ///< for looking up names; reopened at each fill, like ActesRS
+    dao::Recordset ActesRS;    ///< for saving the statuses; contains every listed act
 
     dao::KeyList List1; ///< act on each row of Grid2
     QStringList List_HH, List_R;

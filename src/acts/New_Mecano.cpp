@@ -25,20 +25,13 @@ namespace acts {
 
 namespace {
 
-constexpr int DateLength = 10;
 constexpr int SecondsPerDay = 22;
 constexpr auto Unknown = "-?-";
 
-bool IsDate(const QString& text)
+/// Stricter than IsDate: neither rolls "30/02/2008" over into March nor accepts extra characters.
+bool IsCompleteDate(const QString& text)
 {
-    if (text.size() != DateLength || DateIsInvalid(text) != 0)
-        return false;
-    try {
-        DateValue(text);
-        return true;
-    } catch (const RuntimeError&) {
-        return false;
-    }
+    return text.size() == DateLength && DateIsInvalid(text) == 0 && IsDate(text);
 }
 
 QString DaysCaption(int days)
@@ -48,11 +41,11 @@ QString DaysCaption(int days)
     return days == 1 ? QStringLiteral("1 Jour") : PlainText(days) + " Jours";
 }
 
-/// The date of the first act that a statement gives; today where there is none.
+/// The date of the first act selected by a statement; today if there is none.
 QString DateOfFirst(const QString& statement)
 {
     QueryText = statement;
-    const dao::Recordset ActesByDate = TheDatabase.OpenRecordset(QueryText); // closed before it lists every act
+    const dao::Recordset ActesByDate = TheDatabase.OpenRecordset(QueryText); // closed before it lists all acts
     return ActesByDate.IsEOF() ? DateText(host::Today()) : TextOrNothing(ActesByDate["Date"]);
 }
 
@@ -76,11 +69,11 @@ void New_Mecano::Form_Load()
     VisibleShare.setText(PickedDate);
     SkipCount = DialogResult;
 
-    // What is loaded into the dates isn't typed: their filters keep out of it.
+    // Dates set here aren't typed and must not go through the key filters.
     const QSignalBlocker unfilteredStart(Text1[FirstDay]);
     const QSignalBlocker unfilteredEnd(Text1[LastDay]);
     FirstActDate.setText(DateOfFirst("Select * from Actes order by date"));
-    // The last row of that order is the first of the opposite one, which needs no walk over all acts.
+    // The first row in descending order: MoveLast would read all acts.
     LastActDate.setText(DateOfFirst("Select * from Actes order by date desc, num desc"));
     PermnTable.MoveFirst();
     Text1[FirstDay].setText(PermnTable["Date"].IsNull() ? FirstActDate.text() : PermnTable["Date"].Text());
@@ -93,7 +86,7 @@ void New_Mecano::Image1_Click(int index)
     case Run:
         return Confirm();
     case Cancel:
-        GiveBackLastDate();
+        RestoreLastDate();
         return Unload();
     case CloseReminder:
         return ShowMainPanel(SSCommand1);
@@ -106,7 +99,7 @@ void New_Mecano::Confirm()
 {
     StartDate = Text1[FirstDay].text().trimmed();
     EndDate = Text1[LastDay].text().trimmed();
-    if (!HoldsDates())
+    if (!ValidateDates())
         return;
     if (DaysBetween(DateValue(Text1[FirstDay].text()), DateValue(Text1[LastDay].text())) < 0) {
         MsgBox("Dates inversées", Icon::Critical, "ATTENTION");
@@ -119,10 +112,10 @@ void New_Mecano::Confirm()
     Unload();
 }
 
-bool New_Mecano::HoldsDates()
+bool New_Mecano::ValidateDates()
 {
     for (const int bound : {FirstDay, LastDay}) {
-        if (IsDate(Text1[bound].text().trimmed()))
+        if (IsCompleteDate(Text1[bound].text().trimmed()))
             continue;
         MsgBox("Saisie incorrecte", Icon::Critical, "ATTENTION");
         Text1[bound].setFocus();
@@ -131,7 +124,7 @@ bool New_Mecano::HoldsDates()
     return true;
 }
 
-void New_Mecano::GiveBackLastDate()
+void New_Mecano::RestoreLastDate()
 {
     DialogResult = ResultCancelled;
     PermnTable.MoveFirst();
@@ -142,13 +135,13 @@ void New_Mecano::GiveBackLastDate()
 bool New_Mecano::Form_QueryUnload()
 {
     if (!answered)
-        GiveBackLastDate();
+        RestoreLastDate();
     return false;
 }
 
 void New_Mecano::EscapePressed()
 {
-    // Not a way out of the period itself: the day sheet closes after this screen, with what was toggled there.
+    // Esc doesn't close this screen: the day sheet would close after it and lose its toggles.
     if (SSPanel2.isVisibleTo(this))
         Image1_Click(CloseReminder);
     else if (SSPanel3.isVisibleTo(this))
@@ -197,7 +190,7 @@ void New_Mecano::ShowDuration()
 
 void New_Mecano::SSCommand2_Click()
 {
-    if (!HoldsDates())
+    if (!ValidateDates())
         return;
     ShowDuration();
     ShowPanel(SSPanel3, Image1[CloseEstimate]);
@@ -226,7 +219,7 @@ void New_Mecano::ShowMainPanel(QWidget& focus)
 void New_Mecano::Image2_Click(int index)
 {
     for (const int bound : {FirstDay, LastDay})
-        if (!IsDate(Text1[bound].text().trimmed()))
+        if (!IsCompleteDate(Text1[bound].text().trimmed()))
             Text1[bound].setText(DateText(host::Today()));
     if (PickDateFrom(Text1[index].text()))
         Text1[index].setText(PickedDate);

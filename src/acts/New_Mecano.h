@@ -10,9 +10,9 @@ namespace acts {
 /// The actualisation: asks for a period and rewrites which of its acts are visible, by the option chosen on the day
 /// sheet.
 ///
-/// It takes the option's index from DialogResult and its caption from PickedDate, and leaves the result there (1 done,
-/// 8 cancelled) and the end date, or on cancel the date of the last actualisation, in PickedDate. One of three panels
-/// shows at a time: the period, the reminder of the first and last act's dates, the estimated duration.
+/// In: the option's index in DialogResult, its caption in PickedDate. Out: 1 (done) or 8 (cancelled) in DialogResult;
+/// in PickedDate the end date or, on cancel, the date of the last actualisation. Shows one of three panels at a time:
+/// the period, the dates of the first and last act, the estimated duration.
 class New_Mecano : public forms::Form {
     Q_OBJECT
 public:
@@ -36,10 +36,10 @@ public:
     forms::Label EstimatedDays{"Label4(26)"};
     forms::Label EstimatedDuration{"Label4(27)"};
 
-    /// Runs over the period and shows a message at the end. An error other than one of "5 sur 5" ends the program at
-    /// once, with no message; the days treated so far stay treated.
+    /// Processes the period and shows a message at the end. Except for "5 sur 5", an error ends the program at once
+    /// without a message; days already processed stay so.
     void RunActualisation();
-    /// Shows the estimate, 22 seconds for a day. Raises 6 past 1489 days.
+    /// Shows the estimate, 22 seconds per day. Raises 6 past 1489 days.
     void ShowDuration();
 
     void Image1_Click(int index);
@@ -59,16 +59,16 @@ private:
     void ShowPanel(forms::Panel& panel, QWidget& focus);
     void ShowMainPanel(QWidget& focus);
     void Confirm();
-    void GiveBackLastDate();
-    /// Whether both fields hold dates that exist; says so and goes to the wrong one otherwise.
-    bool HoldsDates();
+    void RestoreLastDate();
+    /// Whether both fields contain valid dates; otherwise shows a message and focuses the invalid one.
+    bool ValidateDates();
     bool MoveBetweenDates(int key, const QObject* field);
 
     basic::Int16 SkipCount; ///< index of the chosen option: acts skipped between two kept ones
     QString StartDate, EndDate;
     basic::Int16 DayTotal; ///< days of the period, for the estimate
     basic::Int16 DurationHours, DurationMinutes;
-    bool answered = false; ///< by a button; the close box counts as cancel
+    bool answered = false; ///< a button was clicked; the close box counts as cancel
 };
 
 } // namespace acts

@@ -55,7 +55,7 @@ New_Rech::New_Rech()
 
 void New_Rech::Form_Load()
 {
-    constexpr int roomForTelephones = 1800; // twips that the columns of names, telephones and towns share
+    constexpr int roomForTelephones = 1800; // twips shared by the columns of names, telephones and towns
     setWindowTitle(" ");
     resize(width() + ScaledPixelsOf(roomForTelephones), height());
     CenterForm(*this);
@@ -156,8 +156,8 @@ bool New_Rech::BuildPatientQuery()
     }
     if (const int sex = LastOn(SSOption1); sex < NoCriterion)
         require("Sexe = " + QString::number(sex));
-    if (const int standing = LastOn(SSOption2); standing < NoCriterion)
-        require("Flag_H = " + QString::number(standing));
+    if (const int status = LastOn(SSOption2); status < NoCriterion)
+        require("Flag_H = " + QString::number(status));
 
     ResultSet = TheDatabase.OpenRecordset(QueryText);
     const bool found = ResultSet.RecordCount() > 0;
@@ -172,7 +172,7 @@ void New_Rech::FillResultGrid()
     const Hourglass pointer;
     Grid2.ClearToOneRow();
     List1.clear();
-    ResultSet.Close(); // or opening the ordered set would make it read all of its rows
+    ResultSet.Close(); // otherwise opening the ordered set would make this one read all of its rows
     const dao::ReadTransaction oneState(TheDatabase);
     ResultSet = TheDatabase.OpenRecordset(QueryText);
     NextRow = 0;

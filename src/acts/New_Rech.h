@@ -9,9 +9,9 @@
 
 namespace acts {
 
-/// The search for patients, by card number or by name, sex and standing. It only reads. The criteria are in
-/// front of the result page until a search by name finds somebody. No patient is chosen from the results. DialogResult
-/// is 22 when a card number was found, with SelectedPatient, and 8 on cancel.
+/// Searches for patients by card number or by name, sex and status. Read-only. The criteria page covers the result page
+/// until a search by name finds somebody; no patient can be chosen from the results. DialogResult is 22, with
+/// SelectedPatient set, when a card number was found, and 8 on cancel.
 class New_Rech : public forms::Form {
     Q_OBJECT
 public:
@@ -21,9 +21,9 @@ public:
     forms::TabStrip SSTab1{"SSTab1"};               ///< the criteria
     enum Criterion { CardNumber, LastName, FirstName };
     forms::ControlArray<forms::TextBox, 3> Text2{"Text2"};
-    enum { NoCriterion = 2 }; ///< of the two frames; 0 and 1 are the stored values
+    enum { NoCriterion = 2 }; ///< in both frames; 0 and 1 are the stored values
     forms::ControlArray<forms::OptionButton, 3> SSOption1{"SSOption1"}; ///< sex
-    forms::ControlArray<forms::OptionButton, 3> SSOption2{"SSOption2"}; ///< standing
+    forms::ControlArray<forms::OptionButton, 3> SSOption2{"SSOption2"}; ///< status
     enum Choice { FindNumber, CancelNumber, FindNames, CancelNames };
     forms::ControlArray<forms::Picture, 4> Image2{"Image2"};
 
@@ -32,13 +32,13 @@ public:
     enum Way { Close, Back, Leave };
     forms::ControlArray<forms::Picture, 3> Image4{"Image4"};
 
-    /// Finds the card number as text: "0123" and "123" are different cards. Shows a message when nobody
-    /// has it. Raises 3075 for a quote in it.
+    /// Searches the card number as text: "0123" and "123" are different cards. Shows a message on a miss. Raises 3075
+    /// if it contains a quote.
     bool FindByCard();
-    /// Whether anybody meets the criteria; shows a message when nobody does. Leaves the ordered query in QueryText. The
-    /// typed text isn't escaped: "*" and "?" are wildcards, a quote raises 3075.
+    /// Whether any patient matches; shows a message otherwise. Leaves the ordered query in QueryText. The typed text
+    /// isn't escaped: "*" and "?" are wildcards, a quote raises 3075.
     bool BuildPatientQuery();
-    /// Lists what QueryText selects. Raises 6 past 32,767 patients.
+    /// Lists the patients selected by QueryText. Raises 6 past 32,767 patients.
     void FillResultGrid();
 
     void Image2_Click(int index);

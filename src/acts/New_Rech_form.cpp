@@ -15,7 +15,7 @@ void New_Rech::BuildForm()
     Dress(Image4[Back], "search", "Changer les critères", Command::Search);
     Dress(Image4[Leave], "quit", "Quitter", Command::Leave);
     for (const int way : {Close, Back}) {
-        KeepPlace(Image4[way]);
+        RetainSizeWhenHidden(Image4[way]);
         Image4[way].hide();
     }
     Inside(SSPanel1, Column{
@@ -32,10 +32,10 @@ void New_Rech::BuildCriteria()
 {
     constexpr int width = 432;
     const char* const sexes[] = {"Masculin", "Féminin", "Ensemble"};
-    const char* const standings[] = {"Récents", "Archivés", "Ensemble"};
+    const char* const statuses[] = {"Récents", "Archivés", "Ensemble"};
     for (int option = 0; option < SSOption1.Size(); ++option) {
         SSOption1[option].setText(sexes[option]);
-        SSOption2[option].setText(standings[option]);
+        SSOption2[option].setText(statuses[option]);
     }
     SSOption1[NoCriterion].setChecked(true);
     SSOption2[NoCriterion].setChecked(true);

@@ -35,7 +35,7 @@ j_Client::j_Client()
 
 void j_Client::Form_Load()
 {
-    constexpr int roomForTelephones = 2400; // twips that the columns of names, telephones and towns share
+    constexpr int roomForTelephones = 2400; // twips shared by the columns of names, telephones and towns
     setWindowTitle(" ");
     resize(width() + ScaledPixelsOf(roomForTelephones), height());
     CenterForm(*this);

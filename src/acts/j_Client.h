@@ -10,8 +10,8 @@
 
 namespace acts {
 
-/// "Patients": a list in which patients are moved between récents and archivés by hand. The search comes up first and
-/// shows its results on a page of its own. The list stays empty until FillPatientGrid runs.
+/// "Patients": a list in which patients are archived or restored by hand. The search opens first and shows its results
+/// on its own page. The list is empty until FillPatientGrid runs.
 class j_Client : public forms::Form {
     Q_OBJECT
 public:
@@ -26,17 +26,16 @@ public:
     forms::ControlArray<forms::Picture, 3> Crecettes{"Crecettes"};
     forms::Bulle Bulle;
 
-    /// The most patients that the list shows; a message says so when it ends there.
+    /// Limit of the list; a message tells the user when it is reached.
     static constexpr int MostListed = 16352;
 
-    QString ListQuery; ///< what FillPatientGrid lists
+    QString ListQuery; ///< the query of FillPatientGrid
 
-    /// Lists the patients that ListQuery selects; unsaved toggles are dropped.
+    /// Lists the patients selected by ListQuery; drops unsaved toggles.
     void FillPatientGrid();
-    /// Flips the current patient between récent and archived, on the screen alone.
+    /// Flips the current patient between récent and archived, only on the screen.
     void TogglePatientArchive();
-    /// Writes the standing of every listed patient once one was toggled, all or none. A patient who is gone is
-    /// skipped.
+    /// If a patient was toggled, writes the status of every listed patient, all or none. Deleted patients are skipped.
     void SavePatientToggles();
 
     void Crecettes_Click(int index);
@@ -54,7 +53,7 @@ private:
     void ShowCounts();
 
     dao::Recordset PatientSet;
-    bool TogglesPending = false; ///< a standing was changed and isn't written yet
+    bool TogglesPending = false; ///< a status was changed and isn't saved yet
     basic::Int16 RecentPatients, ArchivedPatients, ListedPatients;
     dao::KeyList List1; ///< patient on each row of Grid1
 };

@@ -17,7 +17,7 @@ void j_Client::BuildForm()
     Dress(Crecettes[Archive], "archive", " Archiver ");
     Dress(Crecettes[Quit], "quit", " Quitter ", Command::Leave);
     for (int action = Archive; action <= Search; ++action)
-        Bulle.Serve(Crecettes[action]);
+        Bulle.Attach(Crecettes[action]);
     Grid1.setAccessibleName("Patients");
     Grid1.SetUsualRows(20);
     LT[Recent].setAccessibleName("Patients récents");

@@ -36,8 +36,8 @@ void AddPermanentData()
     dao::DBEngine.Idle(1);
 }
 
-/// Makes the one row of permanent data current, adding it when there is none. The table is opened anew for it: a row
-/// that another program has added or removed since the start is noticed.
+/// Moves to the one row of permanent data, adding it if missing. Reopens the table to see rows that another program has
+/// added or removed since the start.
 void FindPermanentData()
 {
     PermnTable = TheDatabase.OpenRecordset("Permn");
@@ -74,7 +74,7 @@ void Chrges::Image1_Click(int index)
     Unload();
 }
 
-int Chrges::EntryInHand()
+int Chrges::FocusedEntry()
 {
     for (int charge = Salaries; charge <= Others; ++charge)
         if (Text1[charge].hasFocus())
@@ -84,7 +84,7 @@ int Chrges::EntryInHand()
 
 void Chrges::keyPressEvent(QKeyEvent* event)
 {
-    const int charge = EntryInHand();
+    const int charge = FocusedEntry();
     if (charge > Salaries && event->key() == Qt::Key_Up)
         Text1[charge - 1].setFocus();
     else if (charge != 0 && charge < Others && event->key() == Qt::Key_Down)

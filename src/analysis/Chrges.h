@@ -6,8 +6,8 @@
 
 namespace analysis {
 
-/// "Charges courantes mensuelles": the fixed costs of a month and what they make for a day, which the net result of a
-/// period is charged with. A month counts for 30 days, always. They are kept in the practice's row of permanent data.
+/// "Charges courantes mensuelles": the fixed monthly costs and their daily share, which is subtracted from the result
+/// of a period. A month always counts as 30 days. Stored in the practice's row of permanent data.
 class Chrges : public forms::Form {
     Q_OBJECT
 public:
@@ -15,16 +15,16 @@ public:
 
     forms::Panel SSPanel1{"SSPanel1", "Charges courantes mensuelles"};
     enum Charge { Salaries = 1, Rent, Depreciation, Utilities, Telephone, Taxes, Others, MonthlyTotal, DailyTotal };
-    /// The text of a field as it was loaded stands in its Tag. The totals aren't for entry.
+    /// Each field's Tag holds its text as loaded. The totals are read-only.
     forms::ControlArray<forms::AmountField, DailyTotal, Salaries> Text1{"Text1"};
     enum Action { Store, Leave };
     forms::ControlArray<forms::Picture, 2> Image1{"Image1"};
 
-    /// Shows the stored charges. Makes the row of permanent data, with its rates, when the practice has none.
+    /// Shows the stored charges. Creates the row of permanent data, with its rates, if the practice has none.
     void LoadCharges();
-    /// Shows the sum of the seven charges; nothing unless it is above 0.
+    /// Shows the sum of the seven charges if it is above 0.
     void RecomputeMonthly();
-    /// Says that the charges are being saved, then writes all nine figures as the fields show them, at once.
+    /// Tells the user that the charges are being saved, then writes all nine figures as shown, in one update.
     void SaveCharges();
 
     void Image1_Click(int index);
@@ -38,7 +38,7 @@ private:
     bool IsChanged();
     void StoreCharges();
     /// The entry field that has the focus; 0 when none has.
-    int EntryInHand();
+    int FocusedEntry();
 };
 
 } // namespace analysis

@@ -14,7 +14,7 @@ void Chrges::BuildForm()
         Text1[charge].setFixedWidth(ScaledPixelsOf(amountTwips));
     for (const int total : {MonthlyTotal, DailyTotal}) {
         Text1[total].setReadOnly(true);
-        Text1[total].setFocusPolicy(Qt::ClickFocus); // can be copied, and Tab passes over it
+        Text1[total].setFocusPolicy(Qt::ClickFocus); // can be copied but is skipped by Tab
     }
     Dress(Image1[Store], "save", "Enregistrer et quitter");
     Dress(Image1[Leave], "quit", "Quitter sans enregistrer", Command::Leave);

@@ -20,7 +20,7 @@ namespace {
 constexpr int January = 1;
 constexpr int December = 12;
 constexpr int YearLength = 4;
-constexpr int FirstYearLeftBackwards = 2010; ///< the steps back end at January of any year before
+constexpr int FirstYearLeftBackwards = 2010; ///< stepping back stops at January of any earlier year
 
 constexpr int UnitTwips = 1780;
 constexpr int CountTwips = 840;
@@ -81,7 +81,7 @@ void Mens_Act::Grid1_Click()
     Grid1.SelectRow(Grid1.Row());
 }
 
-/// Drops what was chosen and not applied.
+/// Discards a choice that wasn't applied.
 void Mens_Act::EscapePressed()
 {
     if (!Text1.isEnabled())
@@ -177,7 +177,7 @@ void Mens_Act::FillUnitRow()
         Grid1.SetText(row, Recent, PlainText(recent));
 }
 
-/// The acts of the month and of the unit in hand that meet a further condition.
+/// The acts of the month and the current unit that meet a further condition.
 int Mens_Act::CountActs(const QString& condition)
 {
     QueryText = QStringLiteral("select count(num) as S1 from Actes where MM =%1 and AA = %2%3 and num_presta = %4")
@@ -191,7 +191,7 @@ int Mens_Act::CountActs(const QString& condition)
 
 void Mens_Act::ShowTotals()
 {
-    // The counts are read back from the grid, where an empty cell is 0.
+    // Summed from the grid, where an empty cell counts as 0.
     for (int row = 0; row < RowCount; ++row) {
         const Int16 all = RoundToInt(Val(Grid1.Text(row, All)));
         const Int16 recent = RoundToInt(Val(Grid1.Text(row, Recent)));

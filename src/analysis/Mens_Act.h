@@ -9,9 +9,9 @@
 
 namespace analysis {
 
-/// "Situation mensuelle": the acts of a month by service, those still visible and those archived. Acts are selected by
-/// the month and year they carry (`MM`, `AA`), never by their date. The month shown changes by steps while its choice
-/// is locked; unlocked, month and year can be typed and are applied together.
+/// "Situation mensuelle": visible and archived acts of a month by service. Acts are selected by their fields `MM` and
+/// `AA`, never by their date. While the choice is locked the month changes in steps; unlocked, month and year can be
+/// entered and are applied together.
 class Mens_Act : public forms::Form {
     Q_OBJECT
 public:
@@ -29,9 +29,9 @@ public:
     forms::Picture Image1{"Image1"}; ///< quits
     enum CountColumn { Unit, Recent, Archived, All };
     forms::Grid Grid1;
-    forms::ControlArray<forms::FigureLabel, 3, Recent> Label4{"Label4"}; ///< the totals of their columns
+    forms::ControlArray<forms::FigureLabel, 3, Recent> Label4{"Label4"}; ///< column totals
 
-    /// Counts the acts of the month shown. Raises 6 when a column's total passes 32,767.
+    /// Counts the acts of the month shown. Raises 6 when a column's total exceeds 32,767.
     void RefreshMonth();
 
     void Grid1_Click();
@@ -55,7 +55,7 @@ private:
 
     basic::Int16 MonthNumber; ///< month shown, 1 to 12
     basic::Int16 YearNumber;  ///< year shown
-    basic::Int16 RowCount;    ///< rows of Grid1 that are filled
+    basic::Int16 RowCount;    ///< filled rows of Grid1
     basic::Int16 TotalRecent, TotalArchived, TotalAll;
     dao::Recordset UnitRecords, CountRecords;
 };

@@ -26,8 +26,8 @@ void Mens_Act::BuildForm()
     Dress(Image3[Previous], "previous", "Mois précédent", Command::Previous);
     Dress(Image3[Next], "next", "Mois suivant", Command::Next);
     Dress(Image1, "quit", "Quitter", Command::Leave);
-    KeepPlace(Image3[Previous]);
-    KeepPlace(Image3[Next]);
+    RetainSizeWhenHidden(Image3[Previous]);
+    RetainSizeWhenHidden(Image3[Next]);
 
     Grid1.setAccessibleName("Actes du mois par unité");
     Grid1.SetGroupHeading(Recent, All, "Actes");

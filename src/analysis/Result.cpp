@@ -26,18 +26,35 @@ QList<Grid::Column> ResultColumns()
     return {{"Unité", unitTwips}, {"Actes", actsTwips, Qt::AlignCenter}, {"Montant", amountTwips, Qt::AlignRight}};
 }
 
-/// An amount as totals and results show it.
+/// An amount as shown in totals and results.
 QString Shown(double dinars)
 {
     return " " + Format(dinars, "### ###.00");
 }
 
-/// The charges of a day as they are now; 0 where none were entered.
+/// The current charges per day; 0 if none were entered.
 double ReadDayCharge()
 {
     const dao::Recordset permanentData = TheDatabase.OpenRecordset("Permn");
     const bool isCharged = permanentData.RecordCount() != 0 && !permanentData["Charge9"].IsNull();
     return isCharged ? permanentData["Charge9"].Double() : 0;
+}
+
+QString Title(const PeriodChooser::Period& period)
+{
+    if (SpeaksFrench())
+        return "Resultat de l'activité du  " + period.first + (period.isDay ? QString() : " au " + period.last);
+    if (period.isDay)
+        return " نـتـيـجـة  الـنـشاط  الـمـسـجلة  لـيـوم " + DateToQueryText(period.first);
+    return " نـتـيجة الـنشاط مـن " + DateToQueryText(period.first) + " إلى " + DateToQueryText(period.last);
+}
+
+QString ChargesTitle(const PeriodChooser::Period& period)
+{
+    if (period.isDay)
+        return SpeaksFrench() ? "Charges pour une journée" : "تـكالـيف  يـوم  واحـد";
+    const QString days = QString::number(period.Days());
+    return SpeaksFrench() ? "Charges pour " + days + " jours" : " تـكالـيف " + days + "  يــومـا ";
 }
 
 } // namespace
@@ -75,17 +92,13 @@ void Result::Image1_Click(int index)
 
 void Result::Image2_Click(int index)
 {
-    switch (index) {
-    case PeriodChooser::AcceptDay:
-        return ChooseDay();
-    case PeriodChooser::AcceptPeriod:
-        return ChoosePeriod();
-    default:
+    if (PeriodChooser::IsAccept(index))
+        ShowChosenDates(index);
+    else
         Unload();
-    }
 }
 
-/// A bad date was emptied as the focus left it; on a page that is turned away there is no going back to it.
+/// Returns the focus to the field whose invalid date was cleared, unless its page is hidden.
 void Result::ReturnFocus(int field)
 {
     if (Dates.Text1[field].isVisible())
@@ -98,35 +111,18 @@ void Result::ChooseDates()
     Dates.ShowOver(Grid1);
 }
 
-void Result::ChooseDay()
+void Result::ShowChosenDates(int acceptPicture)
 {
-    const auto day = Dates.ReadDay();
-    if (!day)
-        return;
-    DateFromUS = DateToUS = QueryDate(*day);
-    SSPanel1.SetCaption(SpeaksFrench() ? "Resultat de l'activité du  " + *day
-                                       : " نـتـيـجـة  الـنـشاط  الـمـسـجلة  لـيـوم " + DateToQueryText(*day));
-    ShowCharges(DayCharge, SpeaksFrench() ? "Charges pour une journée" : "تـكالـيف  يـوم  واحـد");
-    ShowResult();
-}
-
-void Result::ChoosePeriod()
-{
-    const auto period = Dates.ReadPeriod();
+    const auto period = Dates.Read(acceptPicture);
     if (!period)
         return;
-    DateFromUS = QueryDate(period->first);
-    DateToUS = QueryDate(period->last);
-    // The title is that of the period that was asked for, also when it is refused next.
-    SSPanel1.SetCaption(SpeaksFrench() ? "Resultat de l'activité du  " + period->first + " au " + period->last
-                                       : " نـتـيجة الـنشاط مـن " + DateToQueryText(period->first) + " إلى " +
-                                             DateToQueryText(period->last));
+    DateFromUS = period->FirstUS();
+    DateToUS = period->LastUS();
+    SSPanel1.SetCaption(Title(*period)); // also of a period that is refused next
     PeriodDays = period->Days();
     if (!Dates.IsInOrder(*period))
         return;
-    const QString days = QString::number(PeriodDays);
-    ShowCharges(PeriodDays * DayCharge,
-                SpeaksFrench() ? "Charges pour " + days + " jours" : " تـكالـيف " + days + "  يــومـا ");
+    ShowCharges(PeriodDays * DayCharge, ChargesTitle(*period));
     ShowResult();
 }
 
@@ -190,7 +186,7 @@ void Result::FillResultRow()
 
 void Result::ShowNet()
 {
-    // The figures are read back on purpose: the result is the difference of what is shown, already rounded.
+    // Read from the labels on purpose: the result is the difference of the figures shown, already rounded.
     const double net = Val(AmountSum.text()) - Val(Charges.text());
     if (net != 0)
         Net.setText(Shown(net));

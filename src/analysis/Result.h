@@ -12,16 +12,16 @@
 
 namespace analysis {
 
-/// "Résultat": what a day or a period has brought in, service by service, and what is left of it once the running
-/// charges are taken off. Amounts count whatever the state of the acts. Choosing dates and showing a result are its two
-/// modes; from the choice one goes on to a result or leaves the screen.
+/// "Résultat": the income of a day or period by service, and the net result after running charges. All acts count,
+/// whatever their payment state. Two modes: choosing dates and showing a result; cancelling the choice closes the
+/// screen.
 class Result : public forms::Form {
     Q_OBJECT
 public:
     Result();
 
     forms::Panel SSPanel1{"SSPanel1"}; ///< caption: the day or period asked for
-    core::PeriodChooser Dates;         ///< SSTab2; its cancel pictures leave the screen
+    core::PeriodChooser Dates;         ///< SSTab2; its cancel pictures close the screen
     enum ResultColumn { Unit, Acts, Amount };
     forms::Grid Grid1;
     forms::FigureLabel ActsSum{"Label1(7)"};
@@ -34,10 +34,10 @@ public:
     forms::ControlArray<forms::Picture, 3> Image1{"Image1"};
     forms::Bulle Bulle{"Bulle(1)"};
 
-    /// Counts and sums the acts of the chosen days and takes the charges shown off the amount shown. Raises 6 past
+    /// Counts and sums the acts of the chosen days and subtracts the charges shown from the amount shown. Raises 6 past
     /// 32,767 acts.
     void ComputeResult();
-    /// Prints the result as it stands on the screen.
+    /// Prints the result as shown.
     void PrintResult();
 
     void Image1_Click(int index);
@@ -51,8 +51,7 @@ private:
     void ApplyArabicCaptions();
     void ReturnFocus(int field);
     void ChooseDates();
-    void ChooseDay();
-    void ChoosePeriod();
+    void ShowChosenDates(int acceptPicture);
     void ShowCharges(double dinars, const QString& caption);
     void ShowResult();
     void ShowPictures(bool shown);
@@ -61,7 +60,7 @@ private:
 
     QString DateFromUS; ///< chosen bounds as mm/dd/yyyy
     QString DateToUS;
-    double DayCharge = 0;    ///< dinars, as they were when the screen opened
+    double DayCharge = 0;    ///< dinars, read when the screen opens
     basic::Int16 PeriodDays; ///< both ends counted
     basic::Int16 TotalActs;
     double TotalAmount = 0; ///< dinars

@@ -10,7 +10,7 @@ namespace analysis {
 
 void Result::BuildForm()
 {
-    constexpr int titleTwips = 6300; // the title of a period
+    constexpr int titleTwips = 6300; // title of a period
     setAccessibleName("Résultat");
     Dress(Image1[OtherDate], "calendar", " Autre date ", Command::ChooseDate);
     Dress(Image1[Print], "print", " Imprimer ", Command::Print);
@@ -18,10 +18,10 @@ void Result::BuildForm()
     const char* const french[] = {" Autre date ", " Imprimer ", " Quitter "};
     const char* const arabic[] = {"تغيير الـمدة", "طـباعـة", "مـغادرة"};
     for (int action = OtherDate; action <= Quit; ++action) {
-        Bulle.Serve(Image1[action], [french = french[action], arabic = arabic[action]] {
+        Bulle.Attach(Image1[action], [french = french[action], arabic = arabic[action]] {
             return QString::fromUtf8(core::SpeaksFrench() ? french : arabic);
         });
-        KeepPlace(Image1[action]);
+        RetainSizeWhenHidden(Image1[action]);
     }
     for (const int leave : {core::PeriodChooser::CancelDay, core::PeriodChooser::CancelPeriod})
         Dress(Dates.Image2[leave], "quit", "Quitter", Command::Leave);
@@ -34,7 +34,7 @@ void Result::BuildForm()
     Net.setProperty("role", "balance");
     SSPanel1.setMinimumWidth(ScaledPixelsOf(titleTwips));
 
-    // Whatever the direction of its text, a caption ends where its figure begins.
+    // Right-align captions with their figures, whatever the text direction.
     for (Label* caption : {&ChargesCaption, &NetCaption})
         caption->setAlignment(Qt::AlignRight | Qt::AlignAbsolute | Qt::AlignVCenter);
 
@@ -49,7 +49,7 @@ void Result::BuildForm()
     Bulle.setParent(this);
 }
 
-/// The captions of the alternative language. It has more of them, for labels that this screen lacks.
+/// The captions of the alternative language.
 void Result::ApplyArabicCaptions()
 {
     if (core::SpeaksFrench())

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/NameLookup.h"
+#include "platform/basic/Int16.h"
 #include "platform/dao/Recordset.h"
 
 namespace forms {
@@ -8,29 +9,38 @@ class FigureLabel;
 class Grid;
 } // namespace forms
 
-/// What the lists of acts have in common.
+/// Shared by the lists of acts and services.
 namespace cash {
 
-/// The columns that every list of acts begins with.
+/// The leading columns of every list of acts.
 namespace ActColumn {
 enum : int { Number, LastName, FirstName, Service };
 } // namespace ActColumn
 
-/// The first state of a list: one empty row, no total, no keys.
+/// The leading columns of every list of services.
+namespace ServiceColumn {
+enum : int { Name, Count, Received };
+} // namespace ServiceColumn
+
+/// Appends a service with the number and the sum of its acts, fields S1 and S2 of `totals`. Returns its row.
+int AppendService(forms::Grid& grid, basic::Int16& nextRow, const dao::Recordset& service,
+                  const dao::Recordset& totals);
+
+/// Resets a list: one empty row, no total, no keys.
 void ClearList(forms::Grid& grid, forms::FigureLabel& total, dao::KeyList& keys);
 
 /// Balances and totals on the screens of the till, in dinars.
 inline constexpr auto AmountMask = "# ### ##0.00";
 
-/// How a name that is Null is shown in its cell.
+/// How a Null name is shown in its cell.
 enum class NullName { AsBlank, AsNothing };
 
-/// Looks up the patients and services of the acts of one list while it is filled, each of them once.
+/// Looks up the patients and services of a list of acts while it is filled, each only once.
 class NamesOfActs {
 public:
     NamesOfActs(const dao::Recordset& patientLookup, const dao::Recordset& serviceLookup, NullName nullName);
 
-    /// Shows the act's patient and service in their columns of the row, each text after a blank. What isn't found stays
+    /// Writes the act's patient and service into their columns, each text after a blank. Cells of missing rows stay
     /// empty.
     void Show(forms::Grid& grid, int row, const dao::Recordset& act);
 

@@ -4,7 +4,7 @@
 
 namespace cash {
 
-std::size_t CodeTally::Place(int state, int code)
+std::size_t CodeTally::IndexOf(int state, int code)
 {
     if (state < 0 || state >= States || code < 0 || code >= Codes)
         throw basic::RuntimeError(basic::Error::IndexOutOfRange);
@@ -13,7 +13,7 @@ std::size_t CodeTally::Place(int state, int code)
 
 void CodeTally::Add(int flag_R, int codeIndex)
 {
-    ++counts[Place(flag_R + 1, codeIndex)];
+    ++counts[IndexOf(flag_R + 1, codeIndex)];
 }
 
 void CodeTally::SumUp()
@@ -21,16 +21,16 @@ void CodeTally::SumUp()
     for (int code = 0; code < AllCodes; ++code) {
         for (int state = FirstState; state <= LastState; ++state) {
             const basic::Int16 count = At(state, code);
-            counts[Place(AllStates, code)] += count;
-            counts[Place(state, AllCodes)] += count;
-            counts[Place(AllStates, AllCodes)] += count;
+            counts[IndexOf(AllStates, code)] += count;
+            counts[IndexOf(state, AllCodes)] += count;
+            counts[IndexOf(AllStates, AllCodes)] += count;
         }
     }
 }
 
 basic::Int16 CodeTally::At(int state, int code) const
 {
-    return counts[Place(state, code)];
+    return counts[IndexOf(state, code)];
 }
 
 } // namespace cash

@@ -16,7 +16,7 @@ namespace cash {
 
 namespace {
 
-void TellActIsGone()
+void ReportDeletedAct()
 {
     MsgBox("Cet acte n'existe plus : il a été supprimé entre-temps.", Icon::Critical, "ATTENTION");
 }
@@ -58,7 +58,7 @@ bool CorrectionPanel::FindAct()
 {
     if (core::FindKey(actsInHand, actInHand))
         return true;
-    TellActIsGone();
+    ReportDeletedAct();
     return false;
 }
 
@@ -80,7 +80,7 @@ bool CorrectionPanel::LoadAct(const Grid& list, int row, const dao::Recordset& a
 
 bool CorrectionPanel::SaveAct()
 {
-    // The list may have moved since: the act is the one with the key that was loaded.
+    // Find the act by key: the current row may have changed since.
     if (!FindAct())
         return false;
     try {
@@ -92,7 +92,7 @@ bool CorrectionPanel::SaveAct()
     } catch (const basic::RuntimeError& error) {
         if (error.Code() != basic::Error::RecordDeleted)
             throw;
-        TellActIsGone();
+        ReportDeletedAct();
         return false;
     }
     dao::DBEngine.Idle(1);

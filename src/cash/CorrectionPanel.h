@@ -9,14 +9,14 @@
 
 namespace cash {
 
-/// The panel "Correction" and its mode: payment code and amount of one pending act are shown, changed, and written or
-/// dropped. Shared by the screens that settle acts; it is in front of its screen and hidden otherwise.
+/// The panel "Correction", in which payment code and amount of one pending act are edited. Shared by the screens that
+/// settle acts; floats over its screen while in use.
 ///
-/// An act that another program has deleted gives a message; nothing is shown or written then.
+/// If another program has deleted the act, a message is shown and nothing is written.
 class CorrectionPanel : public forms::Panel {
     Q_OBJECT
 public:
-    /// `amountName` is the name that the amount field has on the screen.
+    /// `amountName` is the object name of the amount field.
     CorrectionPanel(const QString& name, const QString& amountName);
 
     forms::Label LastName{"Label1(30)"};
@@ -27,19 +27,18 @@ public:
     enum Choice { Accept, Cancel };
     forms::ControlArray<forms::Picture, 2> Image3{"Image3"};
 
-    /// What the screen does when the correction is accepted: calls SaveAct and shows the result. Returns what SaveAct
-    /// has returned.
+    /// Called when the correction is accepted: calls SaveAct, shows the result and returns the value of SaveAct.
     std::function<bool()> Save;
-    /// What the screen does when the panel has closed, saved or not.
+    /// Called when the panel has closed, saved or not.
     std::function<void()> Left;
 
-    /// Shows the act with this key of `acts`: patient and service as `row` of the list has them, its code, and its
-    /// amount in dinars (nothing for 0 or Null). False when the act is gone. Raises InvalidNull when the code is Null,
-    /// InvalidProperty when it is none of the six.
+    /// Loads the act with this key from `acts`: patient and service as in `row` of the list, its code, and its amount
+    /// in dinars (nothing for 0 or Null). False when the act no longer exists. Raises InvalidNull when the code is
+    /// Null, InvalidProperty when it isn't one of the six.
     bool LoadAct(const forms::Grid& list, int row, const dao::Recordset& acts, dao::Key act);
 
-    /// Writes the chosen code and the typed amount (0 for none) to the act, at once and under its lock. False when the
-    /// act is gone.
+    /// Writes the chosen code and the typed amount (0 for none) to the act, under its lock. False when the act no
+    /// longer exists.
     bool SaveAct();
 
     /// Shows the panel in the middle of `area`, in front, with the code ready to be chosen.

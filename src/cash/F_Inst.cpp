@@ -28,7 +28,7 @@ F_Inst::F_Inst()
     BuildForm();
     On(Grid3, &Grid::Click, *this, &F_Inst::Grid3_Click);
     On(Grid3, &Grid::DblClick, *this, &F_Inst::Grid3_DblClick);
-    On(Grid3, &Grid::Entered, *this, &F_Inst::OpenCorrection); // the act that is highlighted
+    On(Grid3, &Grid::Entered, *this, &F_Inst::OpenCorrection); // acts on the highlighted row
     OnEach(Image1, &Picture::clicked, *this, &F_Inst::Image1_Click);
     OnEach(Dates.Image2, &Picture::clicked, *this, &F_Inst::Image2_Click);
     SSPanel2.Save = [this] { return SaveCorrection(); };
@@ -61,14 +61,10 @@ void F_Inst::Image1_Click(int index)
 
 void F_Inst::Image2_Click(int index)
 {
-    switch (index) {
-    case PeriodChooser::AcceptDay:
-        return ChooseDay();
-    case PeriodChooser::AcceptPeriod:
-        return ChoosePeriod();
-    default:
+    if (PeriodChooser::IsAccept(index))
+        ListChosenDates(index);
+    else
         Browse();
-    }
 }
 
 void F_Inst::EscapePressed()
@@ -97,27 +93,14 @@ void F_Inst::ChooseDates()
     Dates.ShowOver(Grid3);
 }
 
-void F_Inst::ChooseDay()
+void F_Inst::ListChosenDates(int acceptPicture)
 {
-    const auto day = Dates.ReadDay();
-    if (!day)
-        return;
-    FromDateUS = ToDateUS = QueryDate(*day);
-    SSPanel1.SetCaption("Journée du " + DayCaption(*day).trimmed());
-    FillPendingList();
-    Browse();
-}
-
-void F_Inst::ChoosePeriod()
-{
-    const auto period = Dates.ReadPeriod();
+    const auto period = Dates.Read(acceptPicture);
     if (!period)
         return;
-    FromDateUS = QueryDate(period->first);
-    ToDateUS = QueryDate(period->last);
-    // The heading shows the period that was asked for, also when it is refused next.
-    SSPanel1.SetCaption("Période du  " + DayCaption(period->first).trimmed() + " au " +
-                        DayCaption(period->last).trimmed());
+    FromDateUS = period->FirstUS();
+    ToDateUS = period->LastUS();
+    SSPanel1.SetCaption(period->Heading()); // also of a period that is refused next
     if (!Dates.IsInOrder(*period))
         return;
     FillPendingList();

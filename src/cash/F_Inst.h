@@ -13,9 +13,9 @@
 
 namespace cash {
 
-/// "Règlements en instance": the acts of a day or a period that are unpaid or partly paid, settled one at a time.
-/// Choosing dates, browsing and correcting are its three modes. Acts are selected by their `date`; what the list shows
-/// is the date of the service. A settled act stays listed, with its new code, until the next selection.
+/// "Règlements en instance": the unpaid and partly paid acts of a day or period, settled one at a time. Three modes:
+/// choosing dates, browsing, correcting. Acts are selected by their `date`; the list shows the date of the service. A
+/// settled act stays listed with its new code until the next selection.
 class F_Inst : public forms::Form {
     Q_OBJECT
 public:
@@ -33,12 +33,12 @@ public:
 
     /// Lists the pending acts of the chosen days; no message when there are none.
     void FillPendingList();
-    /// Shows the current act in the correction panel; false when it is gone.
+    /// Loads the current act into the correction panel; false when it no longer exists.
     bool LoadCorrection();
-    /// Writes code and amount of the act in hand, and shows them in its row. The total turns into plain text. False
-    /// when the act is gone.
+    /// Saves code and amount of the act being corrected and updates its row. The total becomes plain text. False when
+    /// the act no longer exists.
     bool SaveCorrection();
-    /// Prints the list as shown, also an empty one.
+    /// Prints the list as shown, even if empty.
     void PrintPendingList();
 
     void Grid3_Click();
@@ -53,10 +53,9 @@ protected:
 private:
     void BuildForm();
     void ChooseDates();
-    void ChooseDay();
-    void ChoosePeriod();
+    void ListChosenDates(int acceptPicture);
     void OpenCorrection();
-    /// Back to browsing: chooser and correction panel go, the pictures come back.
+    /// Returns to browsing: hides chooser and correction panel, shows the pictures.
     void Browse();
     void ShowPictures(bool shown);
     void ListAct(NamesOfActs& names);
@@ -66,7 +65,7 @@ private:
     QString ToDateUS;
     basic::Int16 PendingRow;  ///< current row of Grid3, index into List3
     basic::Int16 ListRow;     ///< next free row of Grid3
-    int CorrectedRow = 0;     ///< row of the act in hand, whatever row is clicked meanwhile
+    int CorrectedRow = 0;     ///< row of the act being corrected, whatever row is clicked meanwhile
     double RunningAmount = 0; ///< dinars
 
     dao::Recordset PatientLookup, ServiceLookup;

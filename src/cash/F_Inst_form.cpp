@@ -14,8 +14,8 @@ void F_Inst::BuildForm()
     Dress(Image1[Print], "print", " Imprimer ", Command::Print);
     Dress(Image1[Quit], "quit", " Quitter ", Command::Leave);
     for (int action = OtherDate; action <= Quit; ++action) {
-        Bulle.Serve(Image1[action]);
-        KeepPlace(Image1[action]);
+        Bulle.Attach(Image1[action]);
+        RetainSizeWhenHidden(Image1[action]);
     }
     Grid3.setAccessibleName("Règlements en instance");
     Grid3.SetGroupHeading(Date, Amount, "Reçu");

@@ -62,7 +62,7 @@ void J_CAISSE::Image1_Click(int index)
         return Unload();
     if (!PickDateFromToday())
         return;
-    if (SSPanel2.isVisibleTo(this)) // the act in hand is of the day that goes
+    if (SSPanel2.isVisibleTo(this)) // the act being corrected belongs to the day that is replaced
         SSPanel2.Image3_Click(CorrectionPanel::Cancel);
     ShowCashDay();
 }
@@ -155,7 +155,7 @@ void J_CAISSE::FillCashRecap()
     if (!expenses["S1"].IsNull())
         RCP[DaySpent].setText(Format(expenses["S1"].Double(), AmountMask));
 
-    // The captions are read back on purpose: the new balance is the sum of the figures on the screen, already rounded.
+    // Read from the labels on purpose: the new balance is the sum of the figures shown, already rounded.
     RunningAmount = Val(RCP[OpeningBalance].text()) + Val(RCP[DayReceived].text()) - Val(RCP[DaySpent].text());
     if (RunningAmount != 0)
         RCP[NewBalance].setText(Format(RunningAmount, AmountMask));
@@ -177,18 +177,8 @@ void J_CAISSE::SumServices()
         ActsTotal += ServiceTotals["S1"].Long();
         if (!ServiceTotals["S2"].IsNull())
             ReceivedTotal += ServiceTotals["S2"].Double();
-        AddRecapRow();
+        AppendService(Grid1, RecapRow, ServiceRecords, ServiceTotals);
     }
-}
-
-void J_CAISSE::AddRecapRow()
-{
-    const int row = TakeRow(Grid1, RecapRow);
-    Grid1.SetText(row, Unit, " " + TextOrNothing(ServiceRecords["denom"]));
-    if (ServiceTotals["S1"].Long() > 0)
-        Grid1.SetText(row, Count, PlainText(ServiceTotals["S1"].Long()));
-    if (!ServiceTotals["S2"].IsNull() && ServiceTotals["S2"].Double() > 0)
-        Grid1.SetText(row, Received, PlainText(ServiceTotals["S2"].Double()) + " ");
 }
 
 double J_CAISSE::BalanceBefore()

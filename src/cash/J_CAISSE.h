@@ -12,9 +12,9 @@
 
 namespace cash {
 
-/// "Caisse du Jour": for one day, what was in the till the evening before, what came in, what went out and what is
-/// left, with the lists behind the figures. No balance is stored: every figure is summed afresh, so a correction of a
-/// past act changes that day's statement and all later ones. Money counts on the act's own `date`.
+/// "Caisse du Jour": opening balance, receipts, expenses and closing balance of one day, with the lists behind the
+/// figures. No balance is stored: every figure is recomputed, so correcting a past act changes that day's statement and
+/// all later ones. Money counts on the act's own `date`.
 class J_CAISSE : public forms::Form {
     Q_OBJECT
 public:
@@ -23,7 +23,7 @@ public:
     forms::Panel SSPanel1{"SSPanel1"}; ///< caption: the heading; Tag: the shown day as dd/mm/yyyy
     enum Tab { RecapTab, SettledTab, PendingTab, ExpensesTab };
     forms::TabStrip SSTab1{"SSTab1"};
-    enum RecapColumn { Unit, Count, Received };
+    enum RecapColumn { Unit = ServiceColumn::Name, Count, Received };
     forms::Grid Grid1; ///< "Récap": the services
     enum ListColumn { Hour = ActColumn::Service + 1, Code, Amount };
     forms::Grid Grid2; ///< "Actes Réglés"
@@ -48,19 +48,19 @@ public:
     forms::ControlArray<forms::Picture, 2, 1> Image1{"Image1"};
     forms::Bulle Bulle;
 
-    /// Shows the day that the picker left in PickedDate.
+    /// Shows the day in PickedDate.
     void ShowCashDay();
     void FillSettledActs();
     void FillPendingActs();
     void FillDayExpenses();
     void FillCashRecap();
-    /// Shows the current pending act in the correction panel; false when it is gone.
+    /// Loads the current pending act into the correction panel; false when it no longer exists.
     bool LoadCorrection();
-    /// Writes the act in the correction panel and shows the day anew; false when the act is gone.
+    /// Saves the act in the correction panel and refreshes the day; false when the act no longer exists.
     bool SaveCorrection();
     /// Prints the statement of the day as shown.
     void PrintCashRecap();
-    /// Prints a list of the day by its keys through the template of that name.
+    /// Prints a list of the day through the template of that name.
     void PrintDayList(const dao::KeyList& list, const QString& templateName);
 
     void Grid3_Click();
@@ -76,7 +76,6 @@ private:
     void BuildForm();
     void BuildPages();
     QString CutCashDay();
-    void AddRecapRow();
     void SumServices();
     double BalanceBefore();
     void ListActs(dao::Recordset& acts, forms::Grid& grid, forms::FigureLabel& total, dao::KeyList& keys,

@@ -21,7 +21,7 @@ Label& Heading(const char* name, const char* text, int widthTwips, Qt::Alignment
     return heading;
 }
 
-/// A list's total under its last columns, from `firstColumn` on.
+/// A list's total under its columns from `firstColumn` on.
 Layout TotalLine(Grid& grid, int firstColumn, FigureLabel& total)
 {
     return Totals(
@@ -39,8 +39,8 @@ void J_CAISSE::BuildForm()
     Dress(Image2[Correct], "edit", "Corriger l'acte choisi", Command::Modify);
     Dress(Image1[OtherDate], "calendar", " Autre date ", Command::ChooseDate);
     Dress(Image1[Quit], "quit", " Quitter ", Command::Leave);
-    Bulle.Serve(Image1[OtherDate], [] { return QString(core::SpeaksFrench() ? " Autre date " : "تـغـيير"); });
-    Bulle.Serve(Image1[Quit], [] { return QString(core::SpeaksFrench() ? " Quitter " : "مـغادرة"); });
+    Bulle.Attach(Image1[OtherDate], [] { return QString(core::SpeaksFrench() ? " Autre date " : "تـغـيير"); });
+    Bulle.Attach(Image1[Quit], [] { return QString(core::SpeaksFrench() ? " Quitter " : "مـغادرة"); });
     Grid1.setAccessibleName("Récapitulatif par unité");
     Grid2.setAccessibleName("Actes réglés");
     Grid3.setAccessibleName("Actes en instance");

@@ -32,7 +32,7 @@ void J_CAISSE::PrintCashRecap()
                                              rows.Add({{"unite", Grid1.Text(row, Unit).trimmed()},
                                                        {"Page", Val(Grid1.Text(row, Count))},
                                                        {"Mt", Val(Grid1.Text(row, Received))}});
-                                         // The reading leads the grid to the last cell and leaves it there.
+                                         // Leaves the grid on its last cell.
                                          Grid1.SetRow(Grid1.Rows() - 1);
                                          Grid1.SetCol(Grid1.Columns() - 1);
                                      },

@@ -4,6 +4,7 @@
 #include "core/globals.h"
 #include "core/lists.h"
 #include "core/windows.h"
+#include "data/PaymentCode.h"
 #include "platform/basic/Dates.h"
 #include "platform/forms/Desk.h"
 #include "platform/forms/Guard.h"
@@ -23,7 +24,7 @@ QList<Grid::Column> CodeColumns()
     constexpr int width = 590;
     QList<Grid::Column> columns{{"Code", width, Qt::AlignCenter}};
     const QStringList tips = PayCodeTips().split('\n');
-    const QStringList codes = PayCodes();
+    const QStringList codes = data::PaymentCodes();
     for (qsizetype code = 0; code < codes.size(); ++code)
         columns << Grid::Column{codes[code].trimmed(), width, Qt::AlignCenter, tips.value(code)};
     columns << Grid::Column{"T.", width, Qt::AlignCenter, "Total du code"};
@@ -103,14 +104,10 @@ void Recettes::Image1_Click(int index)
 
 void Recettes::Image2_Click(int index)
 {
-    switch (index) {
-    case PeriodChooser::AcceptDay:
-        return ChooseDay();
-    case PeriodChooser::AcceptPeriod:
-        return ChoosePeriod();
-    default:
+    if (PeriodChooser::IsAccept(index))
+        ShowChosenDates(index);
+    else
         Browse();
-    }
 }
 
 void Recettes::Image3_Click(int index)
@@ -185,36 +182,22 @@ void Recettes::ChooseDates()
     Dates.ShowOver(SSTab1);
 }
 
-void Recettes::ChooseDay()
+void Recettes::ShowChosenDates(int acceptPicture)
 {
-    const auto day = Dates.ReadDay();
-    if (!day)
-        return;
-    Pointer.emplace();
-    FromDateUS = ToDateUS = QueryDate(*day);
-    SSPanel1.SetCaption("Journée du " + DayCaption(*day).trimmed());
-    if (CheckDayActivity()) {
-        FillJournal();
-        Browse();
-    }
-    Pointer.reset();
-}
-
-void Recettes::ChoosePeriod()
-{
-    const auto period = Dates.ReadPeriod();
+    const auto period = Dates.Read(acceptPicture);
     if (!period)
         return;
     Pointer.emplace();
-    FromDateUS = QueryDate(period->first);
-    ToDateUS = QueryDate(period->last);
-    SSPanel1.SetCaption("Période du  " + DayCaption(period->first).trimmed() + " au " +
-                        DayCaption(period->last).trimmed());
+    FromDateUS = period->FirstUS();
+    ToDateUS = period->LastUS();
+    SSPanel1.SetCaption(period->Heading());
     // A refused period leaves its heading and the hourglass.
     if (!Dates.IsInOrder(*period))
         return;
-    FillJournal();
-    Browse();
+    if (!period->isDay || CheckDayActivity()) {
+        FillJournal();
+        Browse();
+    }
     Pointer.reset();
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "cash/ActLists.h"
 #include "cash/CodeTally.h"
 #include "cash/Valuation.h"
 #include "core/NameLookup.h"
@@ -17,26 +18,25 @@
 
 namespace cash {
 
-/// "Journal d'activité": the acts of a day or a period by service, by tariff code and payment state, and one by one.
-/// Beside what was received it gives each act its value at the practice's reference rates. It reads the acts and writes
-/// none.
+/// "Journal d'activité": the acts of a day or period by service, by tariff code and payment state, and one by one.
+/// Besides the amounts received it shows each act's value at the practice's reference rates. Never writes acts.
 ///
-/// Choosing dates, reading, and choosing what to print are its three modes. A day without acts is refused; a period
-/// without acts shows empty figures.
+/// Three modes: choosing dates, reading, choosing what to print. A day without acts is refused; a period without acts
+/// shows empty figures.
 class Recettes : public forms::Form {
     Q_OBJECT
 public:
     Recettes();
 
     forms::Panel SSPanel2{"SSPanel2", "Journal d'activité de la"};
-    forms::Panel SSPanel1{"SSPanel1"}; ///< caption: the day or period, read after SSPanel2
+    forms::Panel SSPanel1{"SSPanel1"}; ///< caption: the day or period
     core::PeriodChooser Dates;         ///< SSTab2: the day or period to analyse
     enum Tab { RecapTab, CodesTab, DetailTab };
     forms::TabStrip SSTab1{"SSTab1"};
-    enum RecapColumn { Unit, Count, Received, Theoretical };
+    enum RecapColumn { Unit = ServiceColumn::Name, Count, Received, Theoretical };
     forms::Grid Grid1; ///< "Récap 1": the services
     forms::FigureLabel ActsTotal{"Label1(3)"};
-    forms::FigureLabel ReceivedTotal{"Label1(2)"};     ///< of all acts, those that have no row in Grid2 too
+    forms::FigureLabel ReceivedTotal{"Label1(2)"};     ///< of all acts, including those without a row in Grid2
     forms::FigureLabel TheoreticalTotal{"Label1(29)"}; ///< of the acts in Grid2
     enum CodeColumn { Code, FirstCount, LastCount = FirstCount + 6 };
     forms::Grid Grid3; ///< "Récap 2": counts of acts by code and payment state
@@ -68,18 +68,18 @@ public:
     forms::ControlArray<forms::Picture, 2> Image1{"Image1"};
     forms::Bulle Bulle;
 
-    /// Whether the chosen days hold an act; says so when they don't.
+    /// Whether the chosen days have acts; shows a message otherwise.
     bool CheckDayActivity();
-    /// Fills the three tabs for the chosen days. What isn't filled stays emptied, but for the last column of Grid1 and
-    /// of Grid2 on their first row: there, what an earlier fill has left stays until it is overwritten.
+    /// Clears and fills the three tabs for the chosen days. The last cell in the first row of Grid1 and of Grid2 isn't
+    /// cleared: it keeps its text until it is overwritten.
     void FillJournal();
     /// Prints the services as Grid1 shows them.
     void PrintJournalRecap();
-    /// Prints the counts as Grid3 shows them; this leads the grid to its last row.
+    /// Prints the counts as Grid3 shows them; leaves the grid on its last row.
     void PrintCodeMatrix();
     /// Prints the acts of the current service, with the totals of all; refused for a service without acts.
     void PrintUnitDetail();
-    /// Prints the acts of Grid2 in its order. An act deleted since keeps its row, with no value.
+    /// Prints the acts of Grid2 in their order. An act deleted since is printed without a value.
     void PrintAllDetail();
 
     void Grid1_Click();
@@ -103,9 +103,8 @@ private:
     void SetupJournalGrids();
 
     void ChooseDates();
-    void ChooseDay();
-    void ChoosePeriod();
-    /// Back to reading, on the grid of the page on view.
+    void ShowChosenDates(int acceptPicture);
+    /// Returns to reading; focuses the grid of the current page.
     void Browse();
     void OpenScopePanel();
     void CloseScopePanel();
@@ -114,7 +113,7 @@ private:
     void ClearJournal();
     void AddService(core::NameLookup& patients);
     void AddJournalDetail(core::NameLookup& patients);
-    /// Whether Grid2 takes so many more acts; says so when it doesn't.
+    /// Whether Grid2 has room for `acts` more; shows a message otherwise.
     bool FitsDetail(int acts) const;
     void AddDetailRow(const QString& unit, core::NameLookup& patients);
     void AddJournalRow();
@@ -124,16 +123,17 @@ private:
     void Print(core::PrintStep step);
     void PrintActs(const QString& what, std::function<QList<ValuedAct>()> acts);
 
-    core::TariffRates Rates{}; ///< read once, as the screen opens
+    core::TariffRates Rates{}; ///< read when the screen opens
     CodeTally CodeCounts;
-    Valuation Values;   ///< of the acts in Grid2; the last code carries over from act to act, across services and fills
+    Valuation
+        Values; ///< of the acts in Grid2; an act without a code takes the one before it, across services and fills
     QString FromDateUS; ///< chosen bounds as mm/dd/yyyy
     QString ToDateUS;
     basic::Int16 JournalRow; ///< current row of Grid1, index into LRecap
     basic::Int16 RecapRow;   ///< next free row of Grid1
     int DetailRow = 0;       ///< next free row of Grid2
     int PeriodActs = 0;
-    double PeriodReceived = 0; ///< dinars, as all below
+    double PeriodReceived = 0; ///< dinars, like all below
     double PeriodTheoretical = 0;
     double ServiceReceived = 0;
     double ServiceTheoretical = 0;
@@ -146,8 +146,8 @@ private:
     dao::KeyList LRecap; ///< service on each row of Grid1
     dao::KeyList List1;  ///< act on each row of Grid2
     QStringList List_R, List_HH;
-    /// While it holds one, the pointer is the hourglass. A period refused for its order leaves it, until the next fill
-    /// or print, or the end of the screen.
+    /// Shows the hourglass while set. A period refused for its order leaves it set until the next fill or print, or
+    /// until the screen closes.
     std::optional<forms::Hourglass> Pointer;
     report::Report Report1;
 };

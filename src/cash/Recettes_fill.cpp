@@ -31,7 +31,7 @@ void ShowAmount(FigureLabel& total, double dinars, const QString& mask)
 void Recettes::FillJournal()
 {
     ClearJournal();
-    OpenLookups(); // acts and patients that another program has added since are found too
+    OpenLookups(); // to find acts and patients added by other programs
     const dao::ReadTransaction oneState(TheDatabase);
     NameLookup patients(PatientLookup, {"nom", "Prenom"});
     QueryText = "Select * from Presta order by ordre";
@@ -92,13 +92,13 @@ QString Recettes::ActsOfUnit(dao::Key unit) const
 void Recettes::AddJournalDetail(NameLookup& patients)
 {
     ServiceReceived = ServiceTheoretical = 0;
-    if (!FitsDetail(ServiceTotals["S1"].Long())) // so many acts are not read just to be refused
+    if (!FitsDetail(ServiceTotals["S1"].Long())) // refuses before reading them
         return;
     QueryText = ActsOfUnit(ServiceRecords["num"].Key());
     DetailActs = TheDatabase.OpenRecordset(QueryText);
     if (DetailActs.RecordCount() == 0)
         return;
-    DetailActs.MoveLast(); // the count is true from here on
+    DetailActs.MoveLast(); // RecordCount is exact from here on
     if (!FitsDetail(DetailActs.RecordCount()))
         return DetailActs.Close();
     Grid2.SetRows(DetailRow + DetailActs.RecordCount());
@@ -141,12 +141,7 @@ void Recettes::AddDetailRow(const QString& unit, NameLookup& patients)
 
 void Recettes::AddJournalRow()
 {
-    const int row = TakeRow(Grid1, RecapRow);
-    Grid1.SetText(row, Unit, " " + TextOrNothing(ServiceRecords["denom"]));
-    if (ServiceTotals["S1"].Long() > 0)
-        Grid1.SetText(row, Count, PlainText(ServiceTotals["S1"].Long()));
-    if (!ServiceTotals["S2"].IsNull() && ServiceTotals["S2"].Double() > 0)
-        Grid1.SetText(row, Received, PlainText(ServiceTotals["S2"].Double()) + " ");
+    const int row = AppendService(Grid1, RecapRow, ServiceRecords, ServiceTotals);
     if (ServiceTheoretical != 0)
         Grid1.SetText(row, Theoretical, PlainText(ServiceTheoretical));
 }

@@ -1,6 +1,6 @@
 #include "cash/Recettes.h"
 
-#include "core/lists.h"
+#include "data/PaymentCode.h"
 #include "platform/forms/GridTotals.h"
 #include "platform/forms/Guard.h"
 #include "platform/forms/Layout.h"
@@ -17,14 +17,14 @@ void Recettes::BuildForm()
     Dress(Image3[PrintDetail], "list", "Imprimer le détail des actes");
     Dress(Image3[PrintCodes], "print", "Imprimer le récapitulatif par code", Command::Print);
     for (const int action : {OtherDates, Quit}) {
-        Bulle.Serve(Image1[action]);
-        KeepPlace(Image1[action]);
+        Bulle.Attach(Image1[action]);
+        RetainSizeWhenHidden(Image1[action]);
     }
     const char* const legends[] = {"Récap", "Détail", "Récap"};
     for (int button = PrintRecap; button <= PrintCodes; ++button) {
         Label& legend = Label5[button];
         legend.setText(QString::fromUtf8(legends[button]));
-        KeepPlace(legend);
+        RetainSizeWhenHidden(legend);
         legend.hide();
         On(Image3[button], &Picture::MouseOver, legend, &Label::show);
         On(Image3[button], &Picture::MouseLeft, legend, &Label::hide);
@@ -57,7 +57,7 @@ void Recettes::BuildPages()
     TheoreticalTotal.setAccessibleName("Total théorique");
     DetailReceivedTotal.setAccessibleName("Total perçu des actes listés");
     DetailTheoreticalTotal.setAccessibleName("Total théorique des actes listés");
-    const QStringList codes = core::PayCodes();
+    const QStringList codes = data::PaymentCodes();
     for (int total = 0; total < LT.Size(); ++total)
         LT[total].setAccessibleName(total < LT.LastIndex() ? "Total " + codes[total].trimmed() : "Total des actes");
 

@@ -20,7 +20,7 @@ std::vector<PrintStep::Heading> Recettes::JournalHeadings() const
 
 void Recettes::PrintJournalRecap()
 {
-    // Grid1 stays on its row: the scope panel offers the service that the user sees chosen.
+    // Grid1 keeps its current row: the scope panel offers the service selected there.
     Print({.reportName = "ZEP_RCAP.RPT",
            .headings = JournalHeadings(),
            .scratchTable = "Prov",
@@ -80,8 +80,8 @@ void Recettes::PrintAllDetail()
     PrintActs({}, [this] { return ValueActs(List1, ActsByNum, Rates); });
 }
 
-/// Prints acts with their values. They are all read before the first row is written: after each write, reading would
-/// look every row up anew.
+/// Prints acts with their values. Reads all of them before writing the first row: reads interleaved with writes would
+/// look up every row again.
 void Recettes::PrintActs(const QString& what, std::function<QList<ValuedAct>()> acts)
 {
     Print({.reportName = "ZEP_DTAL.RPT",
@@ -91,7 +91,7 @@ void Recettes::PrintActs(const QString& what, std::function<QList<ValuedAct>()> 
            .proposedName = "Détail" + what + " " + SSPanel1.Caption().simplified()});
 }
 
-/// Runs a printing step and removes the hourglass that a refused period has left once the rows are written.
+/// Runs a print step; once the rows are written, removes an hourglass left by a refused period.
 void Recettes::Print(PrintStep step)
 {
     step.fillRows = [this, fill = std::move(step.fillRows)](ScratchRows& rows) {

@@ -10,21 +10,21 @@ class ScratchRows;
 
 namespace cash {
 
-/// What an act is worth in dinars, by its payment state: a settled act its rate, an underpaid one what is still due of
-/// it, an overpaid one what was received, all others nothing. `codeIndex` is the position of the code's rate. Raises 9
-/// for a position outside the table of rates.
+/// The value of an act in dinars by payment state: the rate if settled, the amount still due if underpaid, the amount
+/// received if overpaid, otherwise 0. `codeIndex` is the position of the code's rate. Raises 9 for a position outside
+/// the table of rates.
 double TheoreticalValue(const core::TariffRates& rates, int flag_R, int codeIndex, double amount);
 
-/// Values one act after the other. An act without a code has the code of the act before it, the first one "C".
+/// Values acts in sequence. An act without a code takes the code of the previous act, initially "C".
 class Valuation {
 public:
     explicit Valuation(const core::TariffRates& referenceRates = {}) : rates(referenceRates) {}
 
     /// The value in dinars of the record set's current act. Raises 94 for a Null payment state or amount, 6 for a code
-    /// whose position is outside 16 bits, and what TheoreticalValue raises.
+    /// whose position exceeds 16 bits, and the errors of TheoreticalValue.
     double ValueOf(const dao::Recordset& act);
-    /// The position of the code that the last act was valued by: 0 for every single character as for "C", n + 1 for
-    /// "K" and the number n, 1 for what has no number there.
+    /// The code position used for the last act: 0 for any single character, as for "C"; n + 1 for "K" and a number n; 1
+    /// if no number follows.
     int CodeIndex() const { return codeIndex; }
 
 private:
@@ -39,10 +39,10 @@ struct ValuedAct {
 
 /// All acts of a set, in its order.
 QList<ValuedAct> ValueActs(dao::Recordset acts, const core::TariffRates& rates);
-/// The acts with these keys, in list order, as `acts` has them now. One that is gone has no value.
+/// The acts with these keys, in list order, as stored now. A deleted act has no value.
 QList<ValuedAct> ValueActs(const dao::KeyList& keys, dao::Recordset acts, const core::TariffRates& rates);
 
-/// Rows that hold an act's key and its value.
+/// Rows of act key and value.
 void AddRows(core::ScratchRows& rows, const QList<ValuedAct>& acts);
 
 } // namespace cash

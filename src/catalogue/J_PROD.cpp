@@ -32,7 +32,7 @@ void J_PROD::Form_Load()
 {
     setWindowTitle(" ");
     CenterForm(*this);
-    OpenDataFiles(); // the handles of the run are replaced by new ones
+    OpenDataFiles(); // replaces the handles of the run
     IsNew = false;
     LoadServices();
     OrderDirty = false;
@@ -193,7 +193,7 @@ void J_PROD::SaveService()
 void J_PROD::AddService()
 {
     const int row = static_cast<int>(List1.size());
-    OpenServices(); // with what others have added since
+    OpenServices(); // to see rows that others have added
     ServiceRecords.LockEdits(true);
     ServiceRecords.AddNew();
     WriteFields(row);
@@ -204,7 +204,7 @@ void J_PROD::AddService()
 
 bool J_PROD::ChangeService()
 {
-    dao::Transaction saving(TheDatabase); // nobody deletes the service between the search and the change
+    dao::Transaction saving(TheDatabase); // so that nobody deletes the service between search and change
     if (!FindKey(ServiceRecords, List1[CurrentRow]))
         return false;
     ServiceRecords.LockEdits(true);
@@ -256,7 +256,7 @@ void J_PROD::DeleteService()
 J_PROD::Removal J_PROD::Remove(dao::Key service)
 {
     dao::Transaction removing(TheDatabase);
-    if (IsUsedByAct(service)) // by an act that came while the question stood
+    if (IsUsedByAct(service)) // by an act added while the question was open
         return Removal::InUse;
     if (!DeleteKey(ServiceRecords, service))
         return Removal::Gone;
@@ -266,7 +266,7 @@ J_PROD::Removal J_PROD::Remove(dao::Key service)
 
 bool J_PROD::IsUsedByAct(dao::Key service)
 {
-    // Ordered as an index has them: one act is read, however many there are.
+    // In index order, so that only one act is read.
     QueryText = "Select * from Actes where num_presta = " + QString::number(service) + " order by date, montant";
     return TheDatabase.OpenRecordset(QueryText).RecordCount() != 0;
 }
@@ -278,7 +278,7 @@ void J_PROD::ReportInUse()
 
 void J_PROD::ReportGone()
 {
-    TellLineIsGone();
+    ReportDeletedLine();
     DropRow();
 }
 

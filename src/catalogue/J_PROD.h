@@ -10,11 +10,10 @@
 
 namespace catalogue {
 
-/// "Prestations": the services, their prices and the order in which every list of the program shows them. The first
-/// place is protected: the service there is neither moved nor deleted, and nothing takes its place.
+/// "Prestations": the services, their prices and their order in all lists of the program. The first position is
+/// protected: its service can't be moved, deleted or displaced.
 ///
-/// A service is stored as it is accepted. Moves stay on the screen until "Quitter" writes the order;
-/// closing the window discards them.
+/// A service is stored when accepted. Moves are stored by "Quitter"; closing the window discards them.
 class J_PROD : public forms::Form {
     Q_OBJECT
 public:
@@ -34,18 +33,17 @@ public:
     forms::ControlArray<forms::Picture, 2> Image2{"Image2"};
     forms::Bulle Bulle{"Bulle(1)"};
 
-    /// Lists the services in their order; a table without any opens the entry of the first one.
+    /// Lists the services in their order; opens the entry panel if there are none.
     void LoadServices();
-    /// Stores what was typed: as a new row behind those listed when IsNew, else in the current service. If
-    /// that row no longer exists, says so and removes it from the list.
+    /// Stores the entry: as a new row at the end if IsNew, otherwise in the current service. If that row no longer
+    /// exists, shows a message and removes it from the list.
     void SaveService();
-    /// Deletes the current service once the user has confirmed. Refuses the first service and any service that an
-    /// act uses.
+    /// Deletes the current service after confirmation. Refuses the first service and any service used by an act.
     void DeleteService();
-    /// Swaps the current service with its neighbour, on the screen alone.
+    /// Swaps the current service with its neighbour, only on the screen.
     void MoveService(Move direction);
-    /// Writes the order of the list, all or none. A service that is gone is passed over; one that was added elsewhere
-    /// keeps its own place.
+    /// Writes the order of the list, all or none. Deleted services are skipped; services added by others keep their
+    /// position.
     void WriteServiceOrder();
 
     void Grid1_Click();
@@ -63,7 +61,7 @@ private:
     void OpenServices();
     void EnterNew();
     void EnterModification();
-    /// Shows the current service in the entry panel; false when it is gone.
+    /// Loads the current service into the entry panel; false when it no longer exists.
     bool LoadServiceFields();
     void ShowEntry(const QString& heading);
     void AcceptEntry();
@@ -71,7 +69,7 @@ private:
     void ShowServiceButtons(bool shown);
 
     void AddService();
-    /// False when the current service is gone.
+    /// False when the current service no longer exists.
     bool ChangeService();
     void WriteFields(int row);
     void ShowFields(int row);
@@ -81,11 +79,11 @@ private:
     static bool IsUsedByAct(dao::Key service);
     static void ReportInUse();
     void ReportGone();
-    /// Takes the current service out of the list.
+    /// Removes the current service from the list.
     void DropRow();
 
     dao::Recordset ServiceRecords; ///< in their order
-    bool IsNew = false; ///< saving adds a row. It is never reset: a modification after a new service adds one as well
+    bool IsNew = false; ///< saving adds a row. Never reset: a modification after a new service adds one as well
     bool OrderDirty = false;
     basic::Int16 CurrentRow; ///< of Grid1, index into List1
     dao::KeyList List1;      ///< service on each row of Grid1

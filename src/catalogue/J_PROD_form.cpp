@@ -27,9 +27,9 @@ void J_PROD::BuildForm()
     for (const auto& each : actions) {
         Picture& picture = Crecettes[each.action];
         Dress(picture, each.icon, each.french, each.command);
-        Bulle.Serve(picture,
-                    [french = each.french, arabic = each.arabic] { return core::SpeaksFrench() ? french : arabic; });
-        KeepPlace(picture);
+        Bulle.Attach(picture,
+                     [french = each.french, arabic = each.arabic] { return core::SpeaksFrench() ? french : arabic; });
+        RetainSizeWhenHidden(picture);
     }
     Grid1.setAccessibleName("Prestations");
     Grid1.SetUsualRows(20);

@@ -9,8 +9,8 @@
 
 namespace catalogue {
 
-/// "Tarifs des actes": the reference rates of the act codes. Changes are held in memory; the one button that leaves the
-/// screen stores all of them at once; closing the window discards them.
+/// "Tarifs des actes": the reference rates of the act codes. Changes are kept in memory; "Quitter" stores all of them,
+/// closing the window discards them.
 class Tarifs : public forms::Form {
     Q_OBJECT
 public:
@@ -38,10 +38,10 @@ protected:
 private:
     void BuildForm();
     void OpenEntry();
-    /// Takes the typed rate over; nothing typed is 0. Raises 6 outside 16 bits.
+    /// Accepts the typed rate; an empty field is 0. Raises 6 outside 16 bits.
     void AcceptRate();
     void CloseEntry();
-    /// Writes all rates to the table's row as it is now, which is added again when it is gone.
+    /// Writes all rates to the table's row, adding it again if it was deleted.
     void StoreRates();
 
     core::TariffRates Rates; ///< the working copy

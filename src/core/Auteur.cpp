@@ -87,7 +87,7 @@ void Auteur::Image2_Click(int index)
         return;
     LoadConfiguration();
     if (!CheckAccessCode()) {
-        // A wrong code is silent: a stranger learns nothing from it. The next try replaces it.
+        // No message for a wrong code, so that a stranger learns nothing.
         Text1.setFocus();
         Text1.selectAll();
         return;

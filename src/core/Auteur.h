@@ -7,15 +7,15 @@
 
 namespace core {
 
-/// The dialog "Explorer": the user picks the data folder of a practice and types its access code. DialogResult is 22
-/// when both were accepted, 0 otherwise.
+/// The dialog "Explorer": the user chooses the data folder of a practice and types its access code. DialogResult is
+/// ResultAccepted when both are right, 0 otherwise.
 class Auteur : public forms::Form {
     Q_OBJECT
 public:
     Auteur();
 
     forms::TextBox Text2{"Text2"};   ///< drive
-    forms::Picture Image1{"Image1"}; ///< goes to the drive of Text2
+    forms::Picture Image1{"Image1"}; ///< opens the drive of Text2
     FolderList Dir1{"Dir1"};
     FileList File1{"File1", "ZEP_ONE.MDB"};
     PathLabel Label1{"Label1"};    ///< path of the chosen folder
@@ -33,8 +33,8 @@ protected:
 
 private:
     void BuildForm();
-    /// Sets DataFolder and DatabasePath when the files of a practice are in the chosen folder; says which one is
-    /// missing.
+    /// Sets DataFolder and DatabasePath if the chosen folder contains the files of a practice; otherwise reports the
+    /// missing one.
     bool CheckFolderFiles();
     /// Whether the typed code is the decimal text of twice the stored value. Raises 6 when the double leaves 16 bits.
     bool CheckAccessCode() const;

@@ -23,8 +23,8 @@ void Auteur::BuildForm()
     Text1.setFixedWidth(160);
     Dress(Image2[Accept], "accept", "Ouvrir ce cabinet");
     Dress(Image2[Cancel], "cancel", "Annuler", Command::Leave);
-    KeepPlace(Text1);
-    KeepPlace(Image2[Accept]);
+    RetainSizeWhenHidden(Text1);
+    RetainSizeWhenHidden(Image2[Accept]);
 
     SetContent(Column{
         Row{NewLabel("LDrive", "Lecteur"), Item::Growing(Text2), Image1},

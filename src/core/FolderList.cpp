@@ -11,7 +11,7 @@ namespace core {
 namespace {
 
 constexpr int FolderRole = Qt::UserRole;
-constexpr int IndentWidth = 3; // blanks a level
+constexpr int IndentWidth = 3; // blanks per level
 
 } // namespace
 

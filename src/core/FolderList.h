@@ -7,8 +7,8 @@
 
 namespace core {
 
-/// A folder list: the folders above the chosen one, the chosen one, and the folders in it. Double click or Enter on a
-/// line chooses that folder, Backspace the one above; letters go to the next folder whose name begins with them.
+/// A folder list: the parents of the chosen folder, the folder itself, and its subfolders. Double click or Enter
+/// chooses a line's folder, Backspace the parent; typed letters find the next folder whose name starts with them.
 class FolderList : public QListWidget {
     Q_OBJECT
     Q_PROPERTY(QString path READ Path WRITE SetPath NOTIFY Change)
@@ -17,7 +17,7 @@ public:
 
     /// The chosen folder, absolute.
     QString Path() const { return path; }
-    /// Chooses a folder; a path that is no folder changes nothing.
+    /// Chooses a folder; ignores a path that isn't one.
     void SetPath(const QString& folder);
 
 Q_SIGNALS:
@@ -36,7 +36,7 @@ private:
     forms::TypeAhead typeAhead;
 };
 
-/// A file list with a fixed pattern: the names in a folder that match it, case ignored.
+/// The names in a folder that match a fixed pattern, ignoring case.
 class FileList : public QListWidget {
     Q_OBJECT
 public:
@@ -47,7 +47,7 @@ private:
     QString pattern;
 };
 
-/// Shows a path whole where there is room, and else shortened in its middle, with a tooltip that has all of it.
+/// Shows a path, elided in the middle where there isn't enough room; the tooltip has all of it.
 class PathLabel : public forms::Label {
     Q_OBJECT
 public:

@@ -6,6 +6,7 @@
 #include "core/configuration.h"
 #include "core/globals.h"
 #include "core/opening.h"
+#include "data/Archives.h"
 #include "platform/forms/Desk.h"
 #include "platform/forms/Display.h"
 #include "platform/forms/Guard.h"
@@ -27,7 +28,7 @@ bool HasRows(const QString& statement)
     return TheDatabase.OpenRecordset(QueryText).RecordCount() != 0;
 }
 
-void SayNothingThere(const MenuEntry& entry)
+void ShowRefusal(const MenuEntry& entry)
 {
     MsgBox(QString::fromUtf8(entry.messageOnEmpty), Icon::Information, QString::fromUtf8(entry.title));
 }
@@ -99,7 +100,7 @@ void Form1::ChooseEntry(const MenuEntry& entry)
         return mnu_Caisse_Click();
 
     if (*entry.check != '\0' && !HasRows(QString::fromUtf8(entry.check)))
-        return SayNothingThere(entry);
+        return ShowRefusal(entry);
     if (control == "mnu_Prest")
         DialogResult = 0;
     OpenScreen(control);
@@ -114,13 +115,13 @@ void Form1::OpenScreen(std::string_view control)
 
 void Form1::mnu_Caisse_Click()
 {
-    // An appointment is a sign of activity as good as an expense; the acts themselves aren't asked.
+    // An appointment or an expense counts as activity; acts alone don't.
     const bool hasAppointments = HasRows("select * from Plani");
     const bool hasExpenses = HasRows("select * from recettes");
     if (!hasAppointments && !hasExpenses) {
         for (const MenuEntry& entry : MenuTable())
             if (std::string_view(entry.control) == "mnu_Caisse")
-                SayNothingThere(entry);
+                ShowRefusal(entry);
         return;
     }
     if (PickDateFromToday())
@@ -150,7 +151,7 @@ void Form1::EndNow()
     TheDesk().EndProgram(ShutDown());
 }
 
-/// Closes the window in front and comes back for the next one when its caller has returned.
+/// Closes the front window, then calls itself again for the next one once its caller has returned.
 void Form1::CloseTopScreen()
 {
     QWidget* const front = QApplication::activeModalWidget();
@@ -171,9 +172,9 @@ int Form1::ShutDown()
         if (Label1[0].isVisibleTo(this)) {
             const auto notice = TheDesk().Wait("Archivage ...");
             if (TheDatabase.IsOpen())
-                TheDatabase.RequireSameFile(); // another file isn't archived over the last good copy
+                TheDatabase.RequireSameFile(); // don't archive another file over the last good copy
             CloseDataFiles();
-            CopyToArchives([&notice](int done, int total) { notice->Advance(done, total); });
+            data::CopyToArchives(DataFolder, [&notice](int done, int total) { notice->Advance(done, total); });
         }
     } catch (const basic::RuntimeError& error) {
         MsgBox(ErrorText(error), Icon::Exclamation, "ZEP Lumo");

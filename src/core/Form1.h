@@ -10,9 +10,8 @@
 
 namespace core {
 
-/// The main window and the start of the program. First no practice is open and the menu offers only "Explorer ..." and
-/// "Quitter"; once a data folder was accepted, its letterhead shows and every screen can be reached. That passage
-/// happens at most once.
+/// The main window and the start of the program. Until a data folder is accepted the menu offers only "Explorer ..."
+/// and "Quitter"; then the letterhead is shown and all screens are available. This happens at most once.
 class Form1 : public forms::Form {
     Q_OBJECT
 public:
@@ -21,15 +20,15 @@ public:
     forms::ControlArray<forms::Label, 3> Label1{"Label1"}; ///< letterhead; Label1(0) visible means a practice is open
     forms::ControlArray<forms::Label, 1> Label4{"Label4"}; ///< product title
     forms::Picture Image1{"Image1"};                       ///< quits
-    forms::Picture Image2{"Image2"};                       ///< its hover picture, quits as well
+    forms::Picture Image2{"Image2"};                       ///< its hover picture; quits as well
     forms::Label Image3{"Image3"};                         ///< background
 
     void mnu_aprpos_Click();
     void mnu_Caisse_Click();
     void mnuQ_Click();
 
-    /// Ends the program without asking, as the system wants it: closes the screens that are open as their close boxes
-    /// do, archives and ends. Returns before it has happened; the screens close one after the other.
+    /// Ends the program without asking, when the system requests it: closes the open screens as their close boxes do,
+    /// archives and quits. Asynchronous: returns before the first screen closes.
     void EndForSystem();
     /// Archives an open practice and ends the program.
     void EndNow();
@@ -54,8 +53,8 @@ private:
     void ShowBackdrop();
     void FitDisplay();
     void ShowLetterhead();
-    /// Puts the display back, closes and archives an open practice; returns the exit code. An error is shown and ends
-    /// the steps.
+    /// Restores the display, closes and archives an open practice; returns the exit code. An error is shown and skips
+    /// the remaining steps.
     int ShutDown();
 
     void CloseTopScreen();

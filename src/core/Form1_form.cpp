@@ -90,7 +90,7 @@ void Form1::BuildForm()
     Label4[0].setMargin(8);
 
     for (QWidget* control : std::initializer_list<QWidget*>{&Label1[0], &Label1[1], &Label1[2], &Label4[0]}) {
-        KeepPlace(*control);
+        RetainSizeWhenHidden(*control);
         control->hide();
     }
     SetContent(Column{
@@ -101,7 +101,7 @@ void Form1::BuildForm()
         Row{Label4[0], Item::Stretch(), Image1},
     });
     layout()->setMenuBar(&menu);
-    menu.setFocus(); // and not the quit picture, on which Enter ends the day
+    menu.setFocus(); // not the quit picture, where Enter would end the program
 
     Image2.setParent(this);
     Image2.hide();

@@ -34,7 +34,7 @@ QString TextOf(const QString& page)
     return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
 }
 
-/// Whether the page as it is read, without its marks, holds the text.
+/// Whether the rendered page contains the text.
 bool PageHolds(const QString& page, const QString& text)
 {
     QTextDocument read;

@@ -6,8 +6,8 @@
 
 namespace core {
 
-/// The guide, in front of the screen that it was called from by F1: the pages of docs/guide, links between them, a
-/// search through all of them, the program's version. Esc closes it.
+/// The guide: the pages of docs/guide with links, a search through all of them and the program's version. F1 opens it
+/// over the current screen, Esc closes it.
 ///
 /// Alt+Left goes back, F1 to the contents, Ctrl+F to the search field; Enter there and F3 find the next place.
 class Guide : public forms::Form {
@@ -25,13 +25,12 @@ public:
     GuidePage Page;
     forms::Label Version{"Version"};
 
-    /// Goes to the next place that holds the typed text, through all pages and back to the first; says when there is
-    /// none.
+    /// Finds the next occurrence of the typed text in all pages, wrapping around; shows "Introuvable" if there is none.
     void FindNext();
 
     /// The file name of the page about a screen.
     static QString PageOf(const QString& screen);
-    /// The folder of the pages: beside the program, or ../share/zep-lumo/guide of an installed one.
+    /// The folder of the pages: next to the program, or ../share/zep-lumo/guide.
     static QString Folder();
     /// All pages in the order of the contents.
     static QStringList Pages();
@@ -48,7 +47,7 @@ private:
     QString firstPage;
 };
 
-/// Shows the guide in front of the screen of this name.
+/// Opens the guide on the page about a screen.
 void ShowGuide(const QString& screen);
 
 } // namespace core

@@ -55,7 +55,7 @@ void DressHeading(QTextCursor& block, int level)
     block.setCharFormat(letters);
 }
 
-/// The importer gives links the application's colour, whatever the ground is.
+/// The Markdown importer uses the application's link colour, which may be unreadable on our background.
 void DressLinks(const QTextBlock& block)
 {
     for (auto part = block.begin(); !part.atEnd(); ++part) {
@@ -77,7 +77,7 @@ void DressBlock(const QTextBlock& block)
     QTextBlockFormat spacing;
     if (block.blockFormat().nonBreakableLines()) // a listing
         spacing.setBackground(forms::TheColours().header);
-    else if (!block.text().contains(QChar::ObjectReplacementCharacter)) // room under a picture would be of its height
+    else if (!block.text().contains(QChar::ObjectReplacementCharacter)) // pictures would get 25 % of their height below
         spacing.setLineHeight(lineHeight, QTextBlockFormat::ProportionalHeight);
     cursor.mergeBlockFormat(spacing);
     cursor.movePosition(QTextCursor::EndOfBlock, QTextCursor::KeepAnchor);

@@ -4,7 +4,7 @@
 
 namespace core {
 
-/// Shows a Markdown page in the program's fonts and colours, its pictures never wider than a line of text.
+/// Shows a Markdown page in the program's fonts and colours, with pictures scaled down to the line width.
 class GuidePage : public QTextBrowser {
     Q_OBJECT
 public:

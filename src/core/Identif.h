@@ -6,9 +6,8 @@
 
 namespace core {
 
-/// "Identification": the eight administrative identifiers of the practice, the first eight fields of `Permn`. A
-/// practice without that row gets it at loading. Accepting saves when a text has changed, also by blanks alone; leaving
-/// never saves.
+/// "Identification": the eight administrative identifiers of the practice, the first eight fields of `Permn`. Loading
+/// creates the row if missing. Accepting saves if a text has changed, even by blanks only; leaving never saves.
 class Identif : public forms::Form {
     Q_OBJECT
 public:
@@ -17,7 +16,7 @@ public:
     Identif();
 
     forms::Panel SSPanel1{"SSPanel1", "Identification"};
-    forms::ControlArray<forms::TextBox, Identifiers> Text1{"Text1"}; ///< the tag of each is its text at loading
+    forms::ControlArray<forms::TextBox, Identifiers> Text1{"Text1"}; ///< each Tag holds the text as loaded
     enum Way { Accept, Leave };
     forms::ControlArray<forms::Picture, 2> Image1{"Image1"};
 
@@ -31,7 +30,7 @@ protected:
 
 private:
     void BuildForm();
-    /// Up and Down go from field to field and stop at the ends.
+    /// Up and Down move between fields and stop at the ends.
     bool MoveFrom(int field, int key);
 };
 

@@ -8,7 +8,7 @@
 
 namespace core {
 
-/// One entry of the main menu: its place, when it is visible, what is checked before its screen opens.
+/// One entry of the main menu: its position, when it is visible, what is checked before its screen opens.
 struct MenuEntry {
     const char* control;
     const char* caption; ///< "-" is a separator
@@ -16,7 +16,7 @@ struct MenuEntry {
     bool isSubmenu;
     bool shownBeforeOpening;
     bool shownAfterOpening;
-    const char* check = ""; ///< a statement; without a row the message shows and the screen stays shut
+    const char* check = ""; ///< a select; if it returns no row, the message is shown instead of the screen
     const char* messageOnEmpty = "";
     const char* title = "";
 };

@@ -9,14 +9,13 @@
 
 namespace core {
 
-/// Looks up the texts of patients or services by their key while a list is filled, each of them once.
+/// Looks up texts of patients or services by key while a list is filled, each only once.
 class NameLookup {
 public:
-    /// `table` is searched by its key; `fields` are those whose texts are wanted.
+    /// `table` is searched by key; `fields` are the fields to read.
     NameLookup(const dao::Recordset& table, std::vector<const char*> fields);
 
-    /// The texts of the fields, a null QString for a field that is Null; none when there is no row with this key or the
-    /// key is Null itself. Valid until the next call.
+    /// The field texts, a null QString for Null; none when the key is Null or has no row. Valid until the next call.
     const std::optional<QStringList>& Find(const dao::Field& key);
     const std::optional<QStringList>& Find(dao::Key key);
 

@@ -1,8 +1,8 @@
 #include "core/PeriodChooser.h"
 
+#include "core/calendar.h"
 #include "core/windows.h"
 #include "platform/basic/Dates.h"
-#include "platform/basic/RuntimeError.h"
 #include "platform/forms/Desk.h"
 #include "platform/forms/Layout.h"
 #include "platform/host/Host.h"
@@ -11,26 +11,26 @@ using namespace forms;
 
 namespace core {
 
-namespace {
-
-constexpr qsizetype DateLength = 10;
-
-/// Whether the text can be read as a date. The date field also lets through texts that can't, such as "12/05x/2004".
-bool IsReadable(const QString& text)
-{
-    try {
-        basic::DateValue(text);
-    } catch (const basic::RuntimeError&) {
-        return false;
-    }
-    return true;
-}
-
-} // namespace
-
 int PeriodChooser::Period::Days() const
 {
     return basic::DaysBetween(basic::DateValue(first), basic::DateValue(last)) + 1;
+}
+
+QString PeriodChooser::Period::FirstUS() const
+{
+    return basic::QueryDate(first);
+}
+
+QString PeriodChooser::Period::LastUS() const
+{
+    return basic::QueryDate(last);
+}
+
+QString PeriodChooser::Period::Heading() const
+{
+    if (isDay)
+        return "Journée du " + DayCaption(first).trimmed();
+    return "Période du  " + DayCaption(first).trimmed() + " au " + DayCaption(last).trimmed();
 }
 
 PeriodChooser::PeriodChooser() : Panel("Dates", "Choix des dates")
@@ -70,24 +70,29 @@ void PeriodChooser::ShowOver(QWidget& area)
     Text1[SSTab2.currentIndex() == 0 ? Day : First].setFocus();
 }
 
-std::optional<QString> PeriodChooser::ReadDay()
+std::optional<PeriodChooser::Period> PeriodChooser::Read(int acceptPicture)
 {
-    Image2[AcceptDay].setFocus(); // a date that is still being typed is checked now, as the user left it
+    Image2[acceptPicture].setFocus(); // validates a date that is still being typed
+    return acceptPicture == AcceptDay ? ReadDay() : ReadPeriod();
+}
+
+std::optional<PeriodChooser::Period> PeriodChooser::ReadDay()
+{
     const QString day = Text1[Day].text().trimmed();
-    if (day.size() >= DateLength && IsReadable(day))
-        return day;
+    // The date field accepts some texts that aren't dates, such as "12/05x/2004".
+    if (day.size() >= basic::DateLength && basic::IsDate(day))
+        return Period{day, day, true};
     Refuse("Date incorrecte", Day);
     return std::nullopt;
 }
 
 std::optional<PeriodChooser::Period> PeriodChooser::ReadPeriod()
 {
-    Image2[AcceptPeriod].setFocus();
     const Period period{Text1[First].text().trimmed(), Text1[Last].text().trimmed()};
-    if (period.first.size() < DateLength || period.last.size() < DateLength)
-        Refuse("Saisie incomplète", period.first.size() < DateLength ? First : Last);
-    else if (!IsReadable(period.first) || !IsReadable(period.last))
-        Refuse("Date incorrecte", IsReadable(period.first) ? Last : First);
+    if (period.first.size() < basic::DateLength || period.last.size() < basic::DateLength)
+        Refuse("Saisie incomplète", period.first.size() < basic::DateLength ? First : Last);
+    else if (!basic::IsDate(period.first) || !basic::IsDate(period.last))
+        Refuse("Date incorrecte", basic::IsDate(period.first) ? Last : First);
     else
         return period;
     return std::nullopt;

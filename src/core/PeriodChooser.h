@@ -7,18 +7,24 @@
 
 namespace core {
 
-/// The choice of dates, "Journée" or "Période": one day on the first page, two bounds on the second. It is in front
-/// of its screen's list while dates are being chosen. Enter in the last field of a page accepts, as its picture does;
-/// what accepting and cancelling mean is the screen's.
+/// Lets the user choose a day (first page, "Journée") or a period (second page, "Période"). Floats over its screen's
+/// list meanwhile. Enter in the last field of a page clicks its accept picture; the screen handles accepting and
+/// cancelling.
 class PeriodChooser : public forms::Panel {
     Q_OBJECT
 public:
-    /// Dates as dd/mm/yyyy.
+    /// The chosen days, first and last as dd/mm/yyyy. A single day is both.
     struct Period {
         QString first;
         QString last;
-        /// Days with both ends; 0 or less when the end lies before the start.
+        bool isDay = false;
+        /// Number of days, both ends included; 0 or less when the end is before the start.
         int Days() const;
+        /// The bounds as mm/dd/yyyy, for statements.
+        QString FirstUS() const;
+        QString LastUS() const;
+        /// "Journée du Mar  17/06/2008" or "Période du  Dim  15/06/2008 au Mar  17/06/2008".
+        QString Heading() const;
     };
 
     PeriodChooser();
@@ -34,20 +40,23 @@ public:
 
     /// Puts the current date into all fields.
     void SetToday();
-    /// Shows the chooser in the middle of `area`, in front, its first field ready to be typed over.
+    /// Shows the chooser centred over `area`, with the focus in its first field.
     void ShowOver(QWidget& area);
 
-    /// The typed day or period, after the field that was being typed in has been checked as on leaving it. Nothing when
-    /// a date is missing or bad: a message has been shown then ("Date incorrecte", "Saisie incomplète").
-    std::optional<QString> ReadDay();
-    std::optional<Period> ReadPeriod();
+    /// Whether the picture accepts a choice; the others cancel.
+    static bool IsAccept(int picture) { return picture == AcceptDay || picture == AcceptPeriod; }
+    /// The typed day or period, after the edited field has been validated as if the user had left it. Shows a message
+    /// and returns nothing when a date is missing or invalid.
+    std::optional<Period> Read(int acceptPicture);
 
-    /// Whether the bounds are in order; shows "Dates inversées" otherwise. An end one day before the start
-    /// passes, on purpose: it is the empty period.
+    /// Whether the bounds are in order; shows "Dates inversées" otherwise. An end one day before the start is accepted
+    /// on purpose: it is the empty period.
     bool IsInOrder(const Period& period);
 
 private:
     void BuildForm();
+    std::optional<Period> ReadDay();
+    std::optional<Period> ReadPeriod();
     void Refuse(const QString& reason, int field);
 };
 

@@ -67,7 +67,7 @@ void Q_Date_2::FillLists()
 void Q_Date_2::Combo1_Click()
 {
     if (Combo1.currentIndex() >= 0)
-        LayMonthOut();
+        LayOutMonth();
 }
 
 void Q_Date_2::Combo2_Click()
@@ -76,7 +76,7 @@ void Q_Date_2::Combo2_Click()
     if (year < 1990 || year > 2100 || !loadedOnce)
         return;
     PickedYear = RoundToInt(year);
-    LayMonthOut();
+    LayOutMonth();
 }
 
 void Q_Date_2::EmptyCells()
@@ -96,9 +96,9 @@ bool Q_Date_2::DaysHaveFocus() const
     return focused != nullptr && focused->property("day").toBool();
 }
 
-void Q_Date_2::LayMonthOut()
+void Q_Date_2::LayOutMonth()
 {
-    const bool focusStays = DaysHaveFocus(); // the emptied cell would hand it on
+    const bool focusStays = DaysHaveFocus(); // the cleared cell would pass the focus on
     EmptyCells();
     PickedMonth = Combo1.currentIndex() + 1;
     const QDate first = DateValue(QStringLiteral("%1/%2/01").arg(PickedYear).arg(TwoDigits(PickedMonth)));
@@ -179,7 +179,7 @@ void Q_Date_2::Cancel()
 
 bool Q_Date_2::Form_QueryUnload()
 {
-    // Cancel and the close box are one: ways out without choosing.
+    // Cancel and the close box: no day chosen.
     if (!accepted) {
         PickedDay = -1;
         PickedDate = "";

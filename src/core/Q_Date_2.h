@@ -8,11 +8,11 @@
 
 namespace core {
 
-/// The date picker: one month on view, Saturday to Friday. It takes PickedDay, PickedMonth and PickedYear, and leaves
-/// the chosen date there and in PickedDate, or -1 in PickedDay on cancel. A year or month that its lists lack becomes
-/// the nearest one.
+/// The date picker: shows one month, Saturday to Friday. In: PickedDay, PickedMonth and PickedYear; a year or month
+/// outside its lists becomes the nearest one. Out: the chosen date in the same variables and in PickedDate, or -1 in
+/// PickedDay on cancel.
 ///
-/// The days are one stop of Tab: arrows move the chosen day, Page Up and Page Down the month, Enter accepts.
+/// The days are one tab stop: arrows move the chosen day, Page Up and Page Down the month, Enter accepts.
 class Q_Date_2 : public forms::Form {
     Q_OBJECT
 public:
@@ -47,18 +47,17 @@ private:
     void FillLists();
     void ChooseByHand(int cell);
     bool DaysHaveFocus() const;
-    void LayMonthOut();
+    void LayOutMonth();
     void ShowArrows();
     void Accept();
     void Cancel();
     void StepList(forms::ComboBox& list, int step);
-    /// Moves the choice by days within the month, or by a month or year, for the arrow and page keys. False for other
-    /// keys.
+    /// Handles the arrow and page keys: moves by days within the month, or by a month or year. False for other keys.
     bool MoveChoice(int key);
 
     basic::Int16 FirstDayColumn; ///< column of the 1st of the month, 0 (Saturday) to 6
-    basic::Int16 MonthLength;    ///< days in the month on view
-    bool loadedOnce = false;     ///< changes of year lay the month out again from then on
+    basic::Int16 MonthLength;    ///< days in the month shown
+    bool loadedOnce = false;     ///< from then on a change of year rebuilds the month
     bool accepted = false;
 };
 

@@ -16,7 +16,7 @@ constexpr int Columns = 7;
 constexpr int CellWidth = 46;
 constexpr int CellHeight = 32;
 
-/// The chosen day is red, all others have the usual colour of a button's text.
+/// Red for the chosen day, the usual button text colour for others.
 void ColourDay(Button& day, bool chosen)
 {
     if (day.property("chosen").toBool() == chosen)
@@ -56,7 +56,7 @@ Layout Q_Date_2::DaysOfMonth()
     for (int cell = 1; cell <= Cells; ++cell) {
         const int row = 2 + (cell - 1) / Columns;
         const int column = (cell - 1) % Columns;
-        HideFromReaders(Text2[cell]); // the button reads the day
+        HideFromReaders(Text2[cell]); // screen readers read the button
         Lend(Text2[cell]);
         Lend(SSCommand1[cell]);
         Text2[cell].setFixedSize(CellWidth, CellHeight);
@@ -83,7 +83,7 @@ void Q_Date_2::BuildForm()
     Dress(Image2[PreviousYear], "previous-year", "Année précédente");
     Dress(Image2[NextYear], "next-year", "Année suivante");
     for (int action = AcceptDay; action <= NextYear; ++action)
-        KeepPlace(Image2[action]);
+        RetainSizeWhenHidden(Image2[action]);
     Combo1.setAccessibleName("Mois");
     Combo2.setAccessibleName("Année");
     Combo1.setMinimumWidth(112);

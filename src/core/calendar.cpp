@@ -14,7 +14,7 @@ namespace core {
 
 namespace {
 
-/// 0 for Sunday to 6 for Saturday, as the name tables count.
+/// Index into the name tables: 0 for Sunday to 6 for Saturday.
 std::size_t WeekdayLine(const QString& dateText)
 {
     return static_cast<std::size_t>(Weekday(DateValue(DateToQueryText(dateText).trimmed())) - 1);
@@ -32,7 +32,7 @@ QString LongDayName(const QString& dateText)
     return DayNamesLong[WeekdayLine(dateText)].trimmed();
 }
 
-bool HoldsDate(const QString& dateText)
+bool IsDateText(const QString& dateText)
 {
     try {
         return DateValue(dateText) == DateValue(DateToQueryText(dateText));

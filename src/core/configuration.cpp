@@ -21,7 +21,7 @@ constexpr int AlternativeSet = 1;
 
 std::array<QString, data::letterheadFields> Letterhead;
 Int16 AccessValue;
-Int16 LetterheadSelector; ///< 1 would choose the alternative set; the point where it would be chosen, never set so far
+Int16 LetterheadSelector; ///< 1 selects the alternative set; never set so far
 
 QString& Stored(int field)
 {
@@ -40,7 +40,7 @@ QByteArray Record(const QByteArray& file, int number)
     return file.mid(static_cast<qsizetype>(number - 1) * data::configRecordBytes, data::configRecordBytes);
 }
 
-/// The decoded text of a record; a record that can't be decoded is passed over.
+/// The decoded text of a record; empty if it can't be decoded.
 QString ReadConfigField(const QByteArray& record)
 {
     try {

@@ -7,8 +7,8 @@
 
 namespace core {
 
-/// Reads the practice's configuration file in DataFolder: LanguageMode, the stored access value and the letterhead. The
-/// file is only read. A file that is too short or holds nonsense isn't an error: what can't be read is 0 or empty.
+/// Reads the practice's configuration file in DataFolder: LanguageMode, the stored access value and the letterhead. A
+/// short or corrupt file isn't an error: unreadable values are 0 or empty.
 void LoadConfiguration();
 
 /// The same from the file's content.
@@ -23,8 +23,7 @@ QString LetterheadField(int field);
 /// Trims a letterhead field, stores it back blank-filled and returns the trimmed text.
 QString TrimLetterheadField(int field);
 
-/// Brings the letterhead in `textes` (ch1, ch2, ch3, ch30) up to date; run before every report. Needs TextesTable with
-/// its row (3021 otherwise).
+/// Updates the letterhead in `textes` (ch1, ch2, ch3, ch30) before a report. Raises 3021 if TextesTable has no row.
 void WriteTextesFromConfig();
 
 } // namespace core

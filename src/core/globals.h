@@ -7,7 +7,7 @@
 #include <QString>
 #include <array>
 
-/// The global working state of the program: declared here once, read and written by every screen.
+/// The global working state of the program, read and written by every screen.
 namespace core {
 
 /// "True" of the 16-bit flags: all bits set.
@@ -31,22 +31,22 @@ extern dao::Recordset PrestaTable;
 extern dao::Recordset TextesTable;
 extern dao::Recordset PermnTable;
 
-extern QString QueryText;  ///< the statement in hand
+extern QString QueryText;  ///< the last statement built by a screen
 extern QString ReportName; ///< a template's file name during a print
 
 extern QSize InitialScreen;       ///< the display size in pixels found at start
-extern bool DisplayChanged;       ///< the display was switched to 1024 by 768 by this program
+extern bool DisplayChanged;       ///< the working area was set to 1024 by 768
 extern basic::Int16 LanguageMode; ///< True for French tooltips, 1 for Arabic ones
 
-extern basic::Int16 DialogResult; ///< result of the last modal screen; carries an option index into New_Mecano
+extern basic::Int16 DialogResult; ///< result of the last modal screen; also passes an option index to New_Mecano
 extern QString PickedDate;        ///< shared text: the date chosen in the picker, a caption passed between screens
 extern QString ScratchText;       ///< a second such text
 extern basic::Int16 PickedDay;    ///< date passed to and from the picker; a day below 1 means nothing was chosen
 extern basic::Int16 PickedMonth;
 extern basic::Int16 PickedYear;
-extern dao::Key SelectedPatient; ///< the patient that was found by the card number
+extern dao::Key SelectedPatient; ///< the patient found by card number
 
-extern std::array<QString, 20> ConfigLines; ///< receives the configuration, then scratch for dates at printing time
+extern std::array<QString, 20> ConfigLines; ///< configuration lines; later scratch space for dates when printing
 
 extern std::array<QString, 7> DayNamesShort;     ///< Sunday first, fixed text of 10
 extern std::array<QString, 7> DayNamesLong;      ///< Sunday first, fixed text of 10

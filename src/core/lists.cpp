@@ -40,14 +40,9 @@ QString PayCodeTips()
     return tips.join('\n');
 }
 
-QStringList PayCodes()
-{
-    return {"NP", "R-", "P ", "R+", "Gr", "AB"};
-}
-
 void FillPayLists(QStringList& List_R, QStringList& List_HH, forms::ComboBox* codes)
 {
-    List_R = PayCodes();
+    List_R = data::PaymentCodes();
     List_HH = HourSlots();
     if (codes != nullptr) {
         codes->clear();
@@ -110,7 +105,7 @@ bool ConfirmsDeletion(const QString& number)
                          forms::Buttons::YesNo) == forms::Answer::Yes;
 }
 
-void TellLineIsGone()
+void ReportDeletedLine()
 {
     forms::MsgBox("Cette ligne n'existe plus : elle a été supprimée entre-temps.", forms::Icon::Critical, "ATTENTION");
 }

@@ -12,41 +12,36 @@ class Grid;
 
 namespace core {
 
-/// Fills the six payment codes (line n is the code of `flag_R` n; "P " keeps its blank) and the ten hour slots (line n
-/// is the slot of `HH` n, " 8-9" to " 17-18"). `codes` receives the payment codes as well and starts on line 0; it may
-/// be null.
+/// Fills the payment codes and hour slots, see PayCodes and HourSlots. `codes`, which may be null, receives the payment
+/// codes as well, with line 0 chosen.
 void FillPayLists(QStringList& List_R, QStringList& List_HH, forms::ComboBox* codes = nullptr);
-
-/// The six payment codes; line n is the code of `flag_R` n. "P " keeps its blank.
-QStringList PayCodes();
 
 /// The ten hour slots of a day; line n is the slot of `HH` n, " 8-9" to " 17-18".
 QStringList HourSlots();
 
-/// What the rules say of the codes, a line each: pending or settled, and how an act is valued. The heading "R" of a
-/// list of acts shows it; each line of the payment codes shows its own.
+/// Explains the payment codes, one line each: pending or settled, and how an act is valued. Tooltip of the "R"
+/// headings; each line is also the tooltip of its code.
 QString PayCodeTips();
 
-/// A line of a list; raises 9 outside it, as a code that no list knows is an error of the data.
+/// A line of a list; raises 9 outside it: an unknown code is a data error.
 QString ListLine(const QStringList& list, int line);
 
-/// The row that `nextRow` counts up to, added when the grid has no such row yet. Raises 6 past row 32,766.
+/// The row number `nextRow`, appended to the grid if needed; increments `nextRow`. Raises 6 past row 32,766.
 int TakeRow(forms::Grid& grid, basic::Int16& nextRow);
 
-/// Makes the row with this key current, by one look-up. False when there is none, and the current row stays where it
-/// was; the set may be empty.
+/// Moves to the row with this key by one look-up. False, without moving, if there is none; the set may be empty.
 bool FindKey(dao::Recordset& lookup, dao::Key key);
 
-/// Deletes the row with this key. Returns false when it is gone; no other row is touched then.
+/// Deletes the row with this key; false if it no longer exists.
 bool DeleteKey(dao::Recordset& rows, dao::Key key);
 
-/// Asks whether a line of a list is to be deleted; `number` is the line's number as the screen writes it.
+/// Asks whether to delete a line of a list; `number` is the line number as shown.
 bool ConfirmsDeletion(const QString& number);
 
-/// Says that the line in hand was deleted meanwhile by another program: nothing was written.
-void TellLineIsGone();
+/// Tells the user that another program has deleted the line and nothing was written.
+void ReportDeletedLine();
 
-/// The text of a field for a list: empty for Null.
+/// The text of a field; empty for Null.
 QString TextOrNothing(const dao::Field& field);
 
 } // namespace core

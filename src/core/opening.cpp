@@ -1,11 +1,14 @@
 #include "core/opening.h"
 
 #include "core/globals.h"
+#include "data/Archives.h"
 #include "data/Practice.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/forms/Desk.h"
+#include "platform/forms/Form.h"
 #include "platform/host/Files.h"
 
+using basic::Error;
 using basic::RuntimeError;
 using forms::Icon;
 using forms::MsgBox;
@@ -40,26 +43,66 @@ void UpgradeProvTable()
         if (Prov.FieldCount() < fieldsWithSecondAmount)
             Prov.AppendField("Mt2", dao::FieldType::Double, 0);
     } catch (const RuntimeError& error) {
-        MsgBox(ErrorText(error), Icon::Exclamation, "Lumo ZEP");
+        if (error.Code() != Error::ReadOnly) // the opening itself says that
+            MsgBox(ErrorText(error), Icon::Exclamation, "Lumo ZEP");
     }
     database.Close();
 }
 
-void OpenDataFiles()
+namespace {
+
+/// Opens the database and its four tables; the error, which was shown, when that fails.
+std::optional<Error> TryOpening()
 {
-    DatabasePath = host::PathIn(DataFolder, data::databaseFile);
-    UpgradeProvTable();
     try {
         TheDatabase = TheWorkspace.OpenDatabase(DatabasePath);
         PatientsTable = TheDatabase.OpenRecordset("Patients");
         PrestaTable = TheDatabase.OpenRecordset("Presta");
         TextesTable = TheDatabase.OpenRecordset("textes");
         PermnTable = TheDatabase.OpenRecordset("Permn");
+        return std::nullopt;
     } catch (const RuntimeError& error) {
         MsgBox(ErrorText(error), Icon::Exclamation, "ZEP Lumo");
-        CloseDataFiles();
-        forms::TheDesk().EndProgram(0);
+        return error.Code();
     }
+}
+
+/// Offers the newest whole copy in the place of a damaged database. Returns whether it was put there.
+bool OfferCopy()
+{
+    TheDatabase.Close();
+    std::optional<data::ArchivedCopy> copy;
+    {
+        const forms::Hourglass pointer;
+        copy = data::NewestWholeCopy(DataFolder);
+    }
+    if (!copy || MsgBox("Remettre la copie du " + data::MomentOf(*copy) + " ? Les actes saisis depuis n'y sont pas.",
+                        Icon::Question, "ZEP Lumo", forms::Buttons::NoYes) != forms::Answer::Yes)
+        return false;
+    try {
+        data::Restore(copy->path, DataFolder);
+        return true;
+    } catch (const RuntimeError& error) {
+        MsgBox(ErrorText(error), Icon::Exclamation, "ZEP Lumo");
+        return false;
+    }
+}
+
+} // namespace
+
+void OpenDataFiles()
+{
+    DatabasePath = host::PathIn(DataFolder, data::databaseFile);
+    UpgradeProvTable();
+    auto error = TryOpening();
+    if (error == Error::DamagedDatabase && OfferCopy()) {
+        UpgradeProvTable();
+        error = TryOpening();
+    }
+    if (!error)
+        return;
+    CloseDataFiles();
+    forms::TheDesk().EndProgram(0);
 }
 
 void CloseDataFiles()
@@ -70,19 +113,6 @@ void CloseDataFiles()
     PermnTable.Close();
     TheDatabase.Close();
     TheWorkspace.Close();
-}
-
-void CopyToArchives(const dao::CopyProgress& progress)
-{
-    constexpr int plain = 0;
-    constexpr int archiveBit = 32;
-    const QString target = host::PathIn(DataFolder, data::archiveFolder + "/" + data::databaseFile);
-    if (host::FileExists(target, plain)) {
-        const int attributes = host::FileAttributes(target);
-        if (attributes != plain && attributes != archiveBit)
-            host::SetFileAttributes(target, plain);
-    }
-    dao::CopyDatabase(DatabasePath, target, progress);
 }
 
 } // namespace core

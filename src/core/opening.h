@@ -1,30 +1,27 @@
 #pragma once
 
 #include "platform/basic/RuntimeError.h"
-#include "platform/dao/ArchiveCopy.h"
 
 #include <QString>
 
 namespace core {
 
-/// Makes TheWorkspace for the practice in DataFolder. Raises 3028 and 3029 for a workgroup file that can't serve.
+/// Creates TheWorkspace for the practice in DataFolder. Raises 3028 or 3029 for an unusable workgroup file.
 void CreateTheWorkspace();
 
-/// Opens the database and the four tables that stay open for the run. May run again while they are open: the handles
-/// are replaced. An error shows its number and description and ends the program.
+/// Opens the database and the four tables that stay open for the run, replacing handles that are open already. An error
+/// is shown with number and description and ends the program; for a damaged database the newest intact copy is offered
+/// first.
 void OpenDataFiles();
 
-/// Adds the field `Mt2` to `Prov` when it has fewer than 6 fields. An error is shown and isn't fatal in itself.
+/// Adds the field `Mt2` to `Prov` if it has fewer than 6 fields. An error is shown but isn't fatal; a read-only
+/// practice is reported by OpenDataFiles alone.
 void UpgradeProvTable();
 
-/// Closes tables, database and workspace; what is closed already stays so.
+/// Closes tables, database and workspace, if open.
 void CloseDataFiles();
 
-/// Copies the closed database over its copy in "ARCHIVES", whose attributes are cleared first when it is
-/// write-protected. Raises the errors of dao::CopyDatabase, and calls `progress` as that does.
-void CopyToArchives(const dao::CopyProgress& progress = {});
-
-/// "Erreur N° 76", a line feed and the description: how the error traps show an error.
+/// "Erreur N° 76", a line feed and the description, as error messages show it.
 QString ErrorText(const basic::RuntimeError& error);
 
 } // namespace core

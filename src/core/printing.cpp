@@ -45,7 +45,7 @@ void RefillScratchTable(const QString& table, const std::function<void(ScratchRo
     ScratchRows rows(TheDatabase.OpenRecordset(table));
     fillRows(rows);
     refill.Commit();
-    dao::DBEngine.Idle(1); // the template reads through a connection of its own
+    dao::DBEngine.Idle(1); // the template reads through its own connection
 }
 
 void RunPrintStep(report::Report& Report1, const PrintStep& step)

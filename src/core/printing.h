@@ -14,23 +14,23 @@ class Report;
 
 namespace core {
 
-/// Takes the rows of a report into its scratch table.
+/// Writes the rows of a report into its scratch table.
 class ScratchRows {
 public:
     using Cell = std::pair<const char*, dao::Value>;
 
     explicit ScratchRows(dao::Recordset scratch) : table(std::move(scratch)) {}
 
-    /// Adds one row; the fields that aren't named stay empty.
+    /// Adds one row; fields not named stay empty.
     void Add(std::initializer_list<Cell> cells);
 
 private:
     dao::Recordset table;
 };
 
-/// What one report takes: declared by the screen that prints, run by RunPrintStep.
+/// Describes one report; declared by the screen that prints, run by RunPrintStep.
 struct PrintStep {
-    /// A text for a field of `textes`; a report leaves the other fields as the report before it wrote them.
+    /// A text for a field of `textes`; other fields keep the texts of the previous report.
     struct Heading {
         const char* field;
         QString text;
@@ -38,27 +38,26 @@ struct PrintStep {
 
     QString reportName;                 ///< file name of the template
     std::vector<Heading> headings = {}; ///< besides the letterhead
-    const char* scratchTable = nullptr; ///< "Prov" or "RCP2"; null where the report needs no rows
+    const char* scratchTable = nullptr; ///< "Prov" or "RCP2"; null if the report needs no rows
     std::function<void(ScratchRows&)> fillRows = {};
     QString selectionFormula = {};
-    QString refusalTitle = "ZEP Lumo"; ///< of the message that the template is missing
-    QString folder = {};               ///< where the template lies; empty is the data folder
-    QString proposedName = {}; ///< of a PDF, without ending; empty is the template's title and the day of printing
+    QString refusalTitle = "ZEP Lumo"; ///< title of the message about a missing template
+    QString folder = {};               ///< of the template; empty is the data folder
+    QString proposedName = {};         ///< PDF name without extension; empty is the template's title and the print date
 };
 
-/// Prepares a report and shows it in the preview: letterhead and headings into `textes`, the rows into the emptied
-/// scratch table, then the template.
+/// Prepares a report and shows it in the preview: writes letterhead and headings into `textes` and the rows into the
+/// cleared scratch table, then runs the template.
 ///
 /// A missing template is reported ("Fichier ZEP_R1.RPT absent") and changes nothing. The rows are written in one
-/// transaction: when filling fails, the scratch table keeps its former rows and the error goes on to the caller. What
-/// was written stays for inspection until the next report. Returns when the preview is closed.
+/// transaction: if filling fails, the scratch table keeps its former rows and the error is passed on. The rows remain
+/// for inspection until the next report. Returns when the preview is closed.
 void RunPrintStep(report::Report& Report1, const PrintStep& step);
 
-/// Empties a scratch table and fills it anew in one transaction, visible to other connections on return: the part of
-/// the printing step that writes rows.
+/// Clears and fills a scratch table in one transaction, visible to other connections on return. Part of RunPrintStep.
 void RefillScratchTable(const QString& table, const std::function<void(ScratchRows&)>& fillRows);
 
-/// Rows that hold a key each, in list order; the template finds the rest by them.
+/// Rows of one key each, in list order; the template joins the rest.
 std::function<void(ScratchRows&)> KeyRows(const dao::KeyList& keys);
 
 } // namespace core

@@ -12,11 +12,10 @@ namespace core {
 inline constexpr int TariffCount = 32;
 using TariffRates = std::array<basic::Int16, TariffCount>;
 
-/// Opens table `Tarif` on its only row; a table without one gets an empty row.
+/// Opens table `Tarif` on its only row, adding an empty one if missing.
 dao::Recordset OpenTariffs();
 
-/// The rates in that row. Null reads as 0, a rate with decimals as the nearest whole number, a tie as the even one.
-/// Raises 6 for a rate outside 16 bits.
+/// The rates in that row: Null is 0, decimals are rounded half to even. Raises 6 for a rate outside 16 bits.
 TariffRates ReadTariffs(const dao::Recordset& tariff);
 
 /// The code at a position: "C", "K0" ... "K30".

@@ -9,7 +9,7 @@ namespace core {
 
 namespace {
 
-/// Keeps a panel in the middle of an area, as large as its contents ask for and the area has room.
+/// Keeps a panel centred over an area, in its natural size but no larger than the area.
 class Centring : public QObject {
 public:
     explicit Centring(QWidget& floatingPanel) : QObject(&floatingPanel), panel(floatingPanel)

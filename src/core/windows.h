@@ -8,12 +8,12 @@ class Form;
 
 namespace core {
 
-/// Puts the window in the middle of the screen that the program is on: half the screen less half the window each way,
-/// in twips and in floating point. As it shows, it is moved into the screen's free area where it would reach past it.
+/// Centres the window on the program's screen: half the screen minus half the window in each direction, in twips,
+/// floating point. When shown, it is moved into the screen's free area if necessary.
 void CenterForm(forms::Form& window);
 
-/// Shows a panel of the same window in the middle of `area`, in front, in its natural size or what the area has room
-/// for; it follows when the area changes. Which control takes the keyboard is left to the caller.
+/// Shows a panel of the same window centred over `area`, in its natural size but no larger than the area, and keeps it
+/// there when the area changes. The caller sets the focus.
 void FloatOver(QWidget& panel, QWidget& area);
 
 } // namespace core

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QStringList>
+
 namespace data {
 
 /// The states of payment of an act, values of its field `flag_R`, named after the codes that the screens show for them.
@@ -14,5 +16,11 @@ enum : int {
     AB      ///< "AB"
 };
 } // namespace PaymentCode
+
+/// The codes as the screens show them, by their values; "P " keeps its blank.
+inline QStringList PaymentCodes()
+{
+    return {"NP", "R-", "P ", "R+", "Gr", "AB"};
+}
 
 } // namespace data

@@ -53,7 +53,7 @@ void EntryPanel::ShowOver(QWidget& area, const QString& title, const TypedExpens
 
 std::optional<TypedExpense> EntryPanel::Read()
 {
-    Image2[Accept].setFocus(); // a date that is still being typed is checked now, as the user left it
+    Image2[Accept].setFocus(); // validates a date that is still being typed
     for (TextBox* field : {static_cast<TextBox*>(&Date), &Object, static_cast<TextBox*>(&Amount)}) {
         if (field->text().trimmed().isEmpty()) {
             Refuse("saisie incomplète", *field);

@@ -20,7 +20,7 @@ namespace {
 
 constexpr auto TotalMask = "### ### ###.00";
 
-/// The lines of ConfigLines in which a selection leaves its dates.
+/// The lines of ConfigLines that receive the dates of a selection.
 enum : std::size_t { FirstDate, LastDate };
 
 } // namespace
@@ -34,7 +34,7 @@ F_Dep::F_Dep()
     BuildForm();
     On(Grid1, &Grid::Click, *this, &F_Dep::Grid1_Click);
     On(Grid1, &Grid::DblClick, *this, &F_Dep::Grid1_DblClick);
-    On(Grid1, &Grid::Entered, *this, &F_Dep::OpenChange); // the expense that is highlighted
+    On(Grid1, &Grid::Entered, *this, &F_Dep::OpenChange); // acts on the highlighted row
     OnEach(Crecettes, &Picture::clicked, *this, &F_Dep::Crecettes_Click);
     OnEach(SSPanel3.Image2, &Picture::clicked, *this, &F_Dep::Image2_Click);
     OnEach(Dates.Image2, &Picture::clicked, *this, &F_Dep::Image2_Click);
@@ -67,16 +67,12 @@ void F_Dep::Crecettes_Click(int index)
 
 void F_Dep::Image2_Click(int index)
 {
-    switch (index) {
-    case EntryPanel::Accept:
-        return AcceptEntry();
-    case PeriodChooser::AcceptDay:
-        return ChooseDay();
-    case PeriodChooser::AcceptPeriod:
-        return ChoosePeriod();
-    default:
+    if (index == EntryPanel::Accept)
+        AcceptEntry();
+    else if (PeriodChooser::IsAccept(index))
+        ListChosenDates(index);
+    else
         Browse();
-    }
 }
 
 void F_Dep::EscapePressed()
@@ -106,31 +102,23 @@ void F_Dep::ChooseDates()
     Dates.ShowOver(Grid1);
 }
 
-void F_Dep::ChooseDay()
+void F_Dep::ListChosenDates(int acceptPicture)
 {
-    const auto day = Dates.ReadDay();
-    if (!day)
-        return;
-    ConfigLines[FirstDate] = *day;
-    SSPanel1.SetCaption("Dépenses du " + *day);
-    QueryText = "select * from Recettes where date = #" + QueryDate(*day) + "# order by num";
-    FillExpenses();
-    Browse();
-}
-
-void F_Dep::ChoosePeriod()
-{
-    const auto period = Dates.ReadPeriod();
+    const auto period = Dates.Read(acceptPicture);
     if (!period)
         return;
     ConfigLines[FirstDate] = period->first;
-    ConfigLines[LastDate] = period->last;
-    // The heading shows the period that was asked for, also when it is refused next.
-    SSPanel1.SetCaption("Dépenses du " + period->first + " au " + period->last);
+    QString heading = "Dépenses du " + period->first;
+    QueryText = "select * from Recettes where date = #" + period->FirstUS() + "# order by num";
+    if (!period->isDay) {
+        ConfigLines[LastDate] = period->last;
+        heading += " au " + period->last;
+        QueryText = "select * from Recettes where date >=#" + period->FirstUS() + "# and date <=#" + period->LastUS() +
+                    "# order by date, num";
+    }
+    SSPanel1.SetCaption(heading); // also of a period that is refused next
     if (!Dates.IsInOrder(*period))
         return;
-    QueryText = "select * from Recettes where date >=#" + QueryDate(period->first) + "# and date <=#" +
-                QueryDate(period->last) + "#" + " order by date, num";
     FillExpenses();
     Browse();
 }
@@ -274,7 +262,7 @@ void F_Dep::Browse()
     if (Grid1.isEnabled())
         Grid1.setFocus();
     else
-        setFocus(); // not a picture: Enter would press it
+        setFocus(); // not a picture, where Enter would click it
 }
 
 void F_Dep::ShowPictures(bool shown)
@@ -298,7 +286,7 @@ void F_Dep::DeleteExpense()
 
 void F_Dep::DropLine(int row)
 {
-    TellLineIsGone();
+    ReportDeletedLine();
     RemoveLine(row);
     ShowTotal();
 }

@@ -10,9 +10,9 @@
 
 namespace expenses {
 
-/// "Dépenses": the practice's ordinary expenses of a day or a period, entered, changed and deleted one at a time.
-/// Choosing dates, browsing and entering are its three modes; it opens browsing, on today's expenses. A new expense is
-/// listed at the end, whatever its date, until the next selection.
+/// "Dépenses": the practice's expenses of a day or period, entered, changed and deleted one at a time. Three modes:
+/// choosing dates, browsing, entering; opens browsing today's expenses. A new expense is listed last, whatever its
+/// date, until the next selection.
 class F_Dep : public forms::Form {
     Q_OBJECT
 public:
@@ -28,15 +28,15 @@ public:
     core::PeriodChooser Dates; ///< SSTab2: the day or period to list
     forms::Bulle Bulle;
 
-    /// Lists the expenses that QueryText selects; no message when there are none.
+    /// Lists the expenses selected by QueryText; no message when there are none.
     void FillExpenses();
-    /// Shows the sum of the listed amounts, as displayed; nothing when it is exactly 0.
+    /// Shows the sum of the amounts as listed; nothing if it is exactly 0.
     void ShowTotal();
-    /// Writes the expense in hand, or a new one. Raises 3421 when the date doesn't exist
-    /// or isn't dd/mm/yyyy, 6 when the amount overflows, 3167 when the expense is gone; nothing is written then.
+    /// Writes the expense being edited, or a new one. Raises 3421 when the date doesn't exist or isn't dd/mm/yyyy, 6
+    /// when the amount overflows, 3167 when the expense was deleted; nothing is written then.
     void WriteExpense(const TypedExpense& typed);
-    /// Asks, then deletes the current expense. An expense that another program has deleted gives a message and is
-    /// removed from the list as well.
+    /// Asks, then deletes the current expense. If another program has deleted it, shows a message and removes it from
+    /// the list as well.
     void DeleteExpense();
 
     void Grid1_Click();
@@ -51,27 +51,26 @@ protected:
 private:
     void BuildForm();
     void ChooseDates();
-    void ChooseDay();
-    void ChoosePeriod();
+    void ListChosenDates(int acceptPicture);
     void EnterNew();
     void OpenChange();
     void OpenEntry(const QString& title, const TypedExpense& shown);
     void AcceptEntry();
-    /// Back to browsing: hides chooser and entry panel, shows the pictures.
+    /// Returns to browsing: hides chooser and entry panel, shows the pictures.
     void Browse();
     void ShowPictures(bool shown);
     void ShowRow(int row, const TypedExpense& expense);
-    /// Shows what was just written in its row and says that it is saved.
+    /// Updates the row of the saved expense and confirms that it is saved.
     void ShowSaved(const TypedExpense& typed);
     void RemoveLine(int row);
-    /// Says that another program has deleted the expense of a row, and removes the row.
+    /// Reports that another program has deleted the expense of a row, and removes the row.
     void DropLine(int row);
 
-    dao::Recordset ListRecordset; ///< the latest selection, and what is edited
+    dao::Recordset ListRecordset; ///< the last selection; also used for edits
     bool EntryIsNew = false;
     basic::Int16 SelectedRow; ///< row of Grid1 last clicked, index into List1
     dao::Key SelectedNum = 0; ///< expense being changed
-    int ChangedRow = 0;       ///< its row, whatever row is clicked meanwhile
+    int ChangedRow = 0;       ///< row of SelectedNum, whatever row is clicked meanwhile
     dao::KeyList List1;       ///< expense on each row of Grid1
 };
 

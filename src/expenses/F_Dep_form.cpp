@@ -16,10 +16,10 @@ void F_Dep::BuildForm()
     Dress(Crecettes[Quit], "quit", "Quitter", Command::Leave);
     const char* const arabic[] = {"جـديـد", "مـراجـعة", "حـذف", "Sélection", "مـغادرة"}; // "Sélection" has no Arabic
     for (int action = New; action <= Quit; ++action) {
-        Bulle.Serve(Crecettes[action], [french = Crecettes[action].Action(), other = QString(arabic[action])] {
+        Bulle.Attach(Crecettes[action], [french = Crecettes[action].Action(), other = QString(arabic[action])] {
             return core::SpeaksFrench() ? french : other;
         });
-        KeepPlace(Crecettes[action]);
+        RetainSizeWhenHidden(Crecettes[action]);
     }
     Grid1.setAccessibleName("Dépenses");
     Grid1.SetNameColumn(Object);

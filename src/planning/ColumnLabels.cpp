@@ -16,19 +16,19 @@ ColumnLabels::ColumnLabels(forms::Grid& labelled, std::initializer_list<const ch
         forms::Label& label = forms::NewLabel(QLatin1String(name), {});
         label.setProperty("heading", true);
         label.setParent(header->viewport());
-        forms::HideFromReaders(label); // the heading under it says the same
+        forms::HideFromReaders(label); // the heading below has the same text
         labels.push_back(&label);
     }
     Read();
     header->viewport()->installEventFilter(this);
-    connect(header, &QHeaderView::sectionResized, this, &ColumnLabels::Place);
+    connect(header, &QHeaderView::sectionResized, this, &ColumnLabels::UpdateGeometries);
     connect(grid.model(), &QAbstractItemModel::headerDataChanged, this, &ColumnLabels::Read);
 }
 
 bool ColumnLabels::eventFilter(QObject* watched, QEvent* event)
 {
     if (event->type() == QEvent::Resize || event->type() == QEvent::Show)
-        Place();
+        UpdateGeometries();
     return QObject::eventFilter(watched, event);
 }
 
@@ -42,7 +42,7 @@ void ColumnLabels::Read()
     }
 }
 
-void ColumnLabels::Place()
+void ColumnLabels::UpdateGeometries()
 {
     const QHeaderView& header = *grid.horizontalHeader();
     for (int column = 0; column < static_cast<int>(labels.size()); ++column)

@@ -9,8 +9,8 @@
 
 namespace planning {
 
-/// Labels with names of their own over the headings of a grid, one for each column from the left: they show what the
-/// headings say and stay on them wherever the columns go. The grid owns them.
+/// Named labels over the headings of a grid, one for each column from the left; they show the same texts and follow the
+/// columns. Owned by the grid.
 class ColumnLabels : public QObject {
 public:
     ColumnLabels(forms::Grid& grid, std::initializer_list<const char*> names);
@@ -20,7 +20,7 @@ protected:
 
 private:
     void Read();
-    void Place();
+    void UpdateGeometries();
 
     forms::Grid& grid;
     std::vector<forms::Label*> labels;

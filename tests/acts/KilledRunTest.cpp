@@ -54,7 +54,7 @@ protected:
         return flags;
     }
 
-    /// The time of a whole run, the shortest so far.
+    /// The shortest time of a whole run so far.
     void RunWhole()
     {
         const auto started = std::chrono::steady_clock::now();
@@ -63,12 +63,12 @@ protected:
             whole, std::chrono::duration_cast<std::chrono::microseconds>(std::chrono::steady_clock::now() - started));
     }
 
-    /// Starts the run in a process of its own and kills it after that time.
+    /// Starts the run in a child process and kills it after that time.
     void RunAndKill(std::chrono::microseconds delay)
     {
         tests::ChildProcess child([](tests::Reports& reports) {
             core::OpenDataFiles();
-            reports.Tell('!');
+            reports.Send('!');
             Run();
         });
         ASSERT_TRUE(child.Next<char>());
@@ -76,7 +76,7 @@ protected:
         child.Kill();
     }
 
-    /// The days before some day are as after a whole run, or but for the acts that the run's last step puts back; the
+    /// The days before some day are as after a whole run, except perhaps for the acts restored by its last step; the
     /// others are untouched.
     static void ExpectWholeDays(const Flags& found, const Flags& finished, bool repaired)
     {

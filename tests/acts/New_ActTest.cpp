@@ -43,10 +43,11 @@ protected:
     template <class Labels>
     static QStringList TotalsOf(Labels& labels)
     {
-        return {labels[1].text(), labels[2].text(), labels[3].text()};
+        return {labels[New_Act::RecentSum].text(), labels[New_Act::ArchivedSum].text(),
+                labels[New_Act::WholeSum].text()};
     }
 
-    int Standing(dao::Key act) { return practice.Stored("Actes", act, "Flag_H").Long(); }
+    int ArchiveStatus(dao::Key act) { return practice.Stored("Actes", act, "Flag_H").Long(); }
 
     tests::Practice practice;
     ScriptedDesk desk;
@@ -81,7 +82,7 @@ TEST_F(DaySheet, ListsEveryServiceInItsOrderAndTheActsByKey)
     EXPECT_EQ(sheet.windowTitle(), " ");
 }
 
-TEST_F(DaySheet, LeavesNothingsEmpty)
+TEST_F(DaySheet, ShowsZerosAndNullsAsEmpty)
 {
     practice.Act({});
     auto& sheet = ShowSheet();
@@ -94,7 +95,7 @@ TEST_F(DaySheet, ListsActsWhosePatientOrCodesAreUnknown)
 {
     practice.Act({.flag_R = 6, .num_patient = 77, .HH = 10, .Type = dao::Value()});
     practice.Act({.flag_R = -1, .HH = dao::Value()});
-    practice.Act({.num_presta = 99}); // its service is gone, and with it its place on the sheet
+    practice.Act({.num_presta = 99}); // its service was deleted, so it isn't on the sheet
 
     auto& sheet = ShowSheet();
 
@@ -104,23 +105,23 @@ TEST_F(DaySheet, ListsActsWhosePatientOrCodesAreUnknown)
               QStringList({" Consultation", " Benali Zoé", "17/06/2008", "", "C", "", "OUI", ""}));
 }
 
-TEST_F(DaySheet, TakesEveryStandingButOneForRecentAndMakesItZeroOnSaving)
+TEST_F(DaySheet, TreatsEveryStatusButOneAsRecent)
 {
     const dao::Key two = practice.Act({.Flag_H = 2});
     const dao::Key minusOne = practice.Act({.Flag_H = -1});
     const dao::Key archived = practice.Act({.Flag_H = 1});
     auto& sheet = ShowSheet();
     EXPECT_EQ(TotalsOf(sheet.LT), QStringList({" 2", " 1", " 3"}));
-    EXPECT_EQ(TotalsOf(sheet.Label4), QStringList({"", " 3", " 3"})); // the services count zeros only
+    EXPECT_EQ(TotalsOf(sheet.Label4), QStringList({"", " 3", " 3"})); // services only count status 0
 
-    Press(sheet.Grid2, Qt::Key_Return); // there and back again: the day as a whole is written all the same
+    Press(sheet.Grid2, Qt::Key_Return); // toggled twice: the whole day is written anyway
     Press(sheet.Grid2, Qt::Key_Return);
-    Click(sheet.Image1[2]);
+    Click(sheet.Image1[New_Act::LeaveSheet]);
 
     EXPECT_FALSE(sheet.isVisible());
-    EXPECT_EQ(Standing(two), 0);
-    EXPECT_EQ(Standing(minusOne), 0);
-    EXPECT_EQ(Standing(archived), 1);
+    EXPECT_EQ(ArchiveStatus(two), 0);
+    EXPECT_EQ(ArchiveStatus(minusOne), 0);
+    EXPECT_EQ(ArchiveStatus(archived), 1);
 }
 
 TEST_F(DaySheet, TogglesOnTheScreenUntilTheDayIsLeft)
@@ -132,20 +133,20 @@ TEST_F(DaySheet, TogglesOnTheScreenUntilTheDayIsLeft)
 
     DoubleClick(sheet.Grid2, 0);
     DoubleClick(sheet.Grid2, 1);
-    Click(sheet.Image1[4]);
-    EXPECT_EQ(RowOf(sheet.Grid2, 0).mid(6), QStringList({"", "OUI"}));
-    EXPECT_EQ(RowOf(sheet.Grid2, 1).mid(6), QStringList({"", "OUI"}));
+    Click(sheet.Image1[New_Act::Toggle]);
+    EXPECT_EQ(RowOf(sheet.Grid2, 0).mid(New_Act::IsRecent), QStringList({"", "OUI"}));
+    EXPECT_EQ(RowOf(sheet.Grid2, 1).mid(New_Act::IsRecent), QStringList({"", "OUI"}));
     EXPECT_EQ(TotalsOf(sheet.LT), QStringList({"", " 2", " 2"}));
     EXPECT_EQ(TotalsOf(sheet.Label4), QStringList({" 1", " 1", " 2"})); // as last filled
-    EXPECT_EQ(Standing(first), 0);
+    EXPECT_EQ(ArchiveStatus(first), 0);
 
     Press(sheet, Qt::Key_Left, Qt::AltModifier);
     EXPECT_EQ(sheet.DayLabel.text(), "16/06/2008");
-    EXPECT_EQ(Standing(first), 1);
-    EXPECT_EQ(Standing(second), 1);
+    EXPECT_EQ(ArchiveStatus(first), 1);
+    EXPECT_EQ(ArchiveStatus(second), 1);
 
     Press(sheet, Qt::Key_Right, Qt::AltModifier);
-    EXPECT_EQ(RowOf(sheet.Grid2, 0).mid(6), QStringList({"", "OUI"}));
+    EXPECT_EQ(RowOf(sheet.Grid2, 0).mid(New_Act::IsRecent), QStringList({"", "OUI"}));
     EXPECT_EQ(TotalsOf(sheet.Label4), QStringList({"", " 2", " 2"}));
 }
 
@@ -156,20 +157,20 @@ TEST_F(DaySheet, AsksBeforeArchivingAPartlyPaidActAndOnlyThen)
 
     desk.ExpectMessage("Confirmer archivage acte ('R-')", Icon::Question, "Attention", Answer::No);
     Press(sheet.Grid2, Qt::Key_Space);
-    EXPECT_EQ(RowOf(sheet.Grid2, 0).mid(6), QStringList({"OUI", ""}));
+    EXPECT_EQ(RowOf(sheet.Grid2, 0).mid(New_Act::IsRecent), QStringList({"OUI", ""}));
     ExpectEmptyDay("18/06/2008");
-    Click(sheet.Image1[1]);
-    EXPECT_EQ(Standing(act), 2); // a refusal leaves nothing to save
-    Click(sheet.Image1[0]);
+    Click(sheet.Image1[New_Act::DayAfter]);
+    EXPECT_EQ(ArchiveStatus(act), 2); // a refusal leaves nothing to save
+    Click(sheet.Image1[New_Act::DayBefore]);
 
     desk.ExpectMessage("Confirmer archivage acte ('R-')", Icon::Question, "Attention", Answer::Yes);
     Press(sheet.Grid2, Qt::Key_Space);
-    EXPECT_EQ(RowOf(sheet.Grid2, 0).mid(6), QStringList({"", "OUI"}));
-    Press(sheet.Grid2, Qt::Key_Space); // the way back asks nothing
-    EXPECT_EQ(RowOf(sheet.Grid2, 0).mid(6), QStringList({"OUI", ""}));
+    EXPECT_EQ(RowOf(sheet.Grid2, 0).mid(New_Act::IsRecent), QStringList({"", "OUI"}));
+    Press(sheet.Grid2, Qt::Key_Space); // restoring asks nothing
+    EXPECT_EQ(RowOf(sheet.Grid2, 0).mid(New_Act::IsRecent), QStringList({"OUI", ""}));
 }
 
-TEST_F(DaySheet, PassesOverAnActDeletedMeanwhile)
+TEST_F(DaySheet, SkipsAnActDeletedMeanwhile)
 {
     const dao::Key deleted = practice.Act({});
     const dao::Key kept = practice.Act({});
@@ -177,14 +178,14 @@ TEST_F(DaySheet, PassesOverAnActDeletedMeanwhile)
     DoubleClick(sheet.Grid2, 1);
     core::TheDatabase.Execute("Delete * from Actes where num = " + QString::number(deleted));
 
-    Click(sheet.Image1[2]);
+    Click(sheet.Image1[New_Act::LeaveSheet]);
 
     EXPECT_FALSE(sheet.isVisible());
     EXPECT_FALSE(desk.EndCode().has_value());
-    EXPECT_EQ(Standing(kept), 1);
+    EXPECT_EQ(ArchiveStatus(kept), 1);
 }
 
-TEST_F(DaySheet, KeepsTheToggleOfAnActThatArrivedWhileItWasOpen)
+TEST_F(DaySheet, SavesTheToggleOfAnActAddedMeanwhile)
 {
     practice.Act({.day = "16/06/2008"});
     practice.Act({});
@@ -194,25 +195,25 @@ TEST_F(DaySheet, KeepsTheToggleOfAnActThatArrivedWhileItWasOpen)
     Click(sheet.Image1[New_Act::DayBefore]);
     Click(sheet.Image1[New_Act::DayAfter]);
     ASSERT_EQ(sheet.Grid2.Rows(), 2);
-    EXPECT_EQ(sheet.Grid2.Text(1, 1), " Haddad Ali");
+    EXPECT_EQ(sheet.Grid2.Text(1, New_Act::Patient), " Haddad Ali");
 
     DoubleClick(sheet.Grid2, 1);
     Click(sheet.Image1[New_Act::LeaveSheet]);
-    EXPECT_EQ(Standing(arrived), 1);
+    EXPECT_EQ(ArchiveStatus(arrived), 1);
 }
 
-TEST_F(DaySheet, SavesAToggleThatIsFollowedByAnEmptyDayOnce)
+TEST_F(DaySheet, SavesAToggleOnceWhenAnEmptyDayFollows)
 {
     const dao::Key act = practice.Act({});
     ExpectEmptyDay("18/06/2008");
     auto& sheet = ShowSheet();
     Press(sheet.Grid2, Qt::Key_Return);
     Click(sheet.Image1[New_Act::DayAfter]);
-    EXPECT_EQ(Standing(act), 1);
+    EXPECT_EQ(ArchiveStatus(act), 1);
     practice.Write("Update Actes set Flag_H = 0 where num = " + QString::number(act)); // by another program
     Click(sheet.Image1[New_Act::Toggle]);                                              // nothing is listed
     Click(sheet.Image1[New_Act::LeaveSheet]);
-    EXPECT_EQ(Standing(act), 0);
+    EXPECT_EQ(ArchiveStatus(act), 0);
 }
 
 TEST_F(DaySheet, SavesTheTogglesOfADayTogetherOrNotAtAll)
@@ -223,22 +224,22 @@ TEST_F(DaySheet, SavesTheTogglesOfADayTogetherOrNotAtAll)
     DoubleClick(sheet.Grid2, 0);
     DoubleClick(sheet.Grid2, 1);
     {
-        tests::OtherProgram other(practice.File("ZEP_ONE.MDB")); // the second act can't be written from now on
+        tests::OtherProgram other(practice.File("ZEP_ONE.MDB")); // makes the second act unwritable
         ASSERT_EQ(other.Run("create unique index Fault on Actes (Flag_H) where Flag_H = 1"), SQLITE_OK);
     }
     const basic::RuntimeError refusal(Error::DuplicateKey);
     desk.ExpectMessage("Erreur d'exécution '3022' :\n" + refusal.Description(), Icon::Critical, "ZEP Lumo");
     Click(sheet.Image1[New_Act::LeaveSheet]);
-    EXPECT_EQ(Standing(first), 0);
+    EXPECT_EQ(ArchiveStatus(first), 0);
 }
 
-TEST_F(DaySheet, WritesTheCaptionOfAnOptionThatIsOnAlready)
+TEST_F(DaySheet, SetsTheCaptionOfASelectedOption)
 {
     practice.Act({});
     auto& sheet = ShowSheet();
     sheet.SSTab1.setCurrentIndex(1);
     sheet.OptionLabel.setText("//");
-    Click(sheet.Option1[0]); // on since the opening
+    Click(sheet.Option1[0]); // already selected
     EXPECT_EQ(sheet.OptionLabel.text(), "5 sur 5");
 }
 
@@ -251,70 +252,70 @@ TEST_F(DaySheet, StaysOnAnEmptyDayWithNothingToToggle)
     EXPECT_EQ(sheet.Grid1.Rows(), 1);
     EXPECT_EQ(sheet.Grid2.Rows(), 1);
     EXPECT_EQ(TotalsOf(sheet.LT), QStringList({"", "", ""}));
-    Click(sheet.Image1[4]);
+    Click(sheet.Image1[New_Act::Toggle]);
     DoubleClick(sheet.Grid2, 0);
-    EXPECT_EQ(sheet.Grid2.Text(0, 7), "");
+    EXPECT_EQ(sheet.Grid2.Text(0, New_Act::IsArchived), "");
 
     sheet.DayLabel.setText("28/02/2008");
     sheet.ShowDay();
     EXPECT_EQ(TotalsOf(sheet.LT), QStringList({" 1", "", " 1"}));
-    ExpectEmptyDay("29/02/2008"); // a leap year, and nothing of the day before stays on the sheet
-    Click(sheet.Image1[1]);
+    ExpectEmptyDay("29/02/2008"); // a leap year, and the sheet is cleared
+    Click(sheet.Image1[New_Act::DayAfter]);
     EXPECT_EQ(RowOf(sheet.Grid1, 0), QStringList({"", "", "", ""}));
     EXPECT_EQ(RowOf(sheet.Grid2, 0), QStringList(8, ""));
 }
 
-TEST_F(DaySheet, GoesToADayOfTheCalendarAndNowhereWithoutOne)
+TEST_F(DaySheet, GoesToThePickedDay)
 {
     const dao::Key act = practice.Act({});
     practice.Act({.day = "20/06/2008"});
     auto& sheet = ShowSheet();
     Press(sheet.Grid2, Qt::Key_Return);
 
-    desk.WhenModal<core::Q_Date_2>([](core::Q_Date_2& picker) { Click(picker.Image2[1]); });
+    desk.WhenModal<core::Q_Date_2>([](core::Q_Date_2& picker) { Click(picker.Image2[core::Q_Date_2::CancelDay]); });
     Press(sheet, Qt::Key_F4);
     EXPECT_EQ(sheet.DayLabel.text(), "17/06/2008");
-    EXPECT_EQ(RowOf(sheet.Grid2, 0).mid(6), QStringList({"", "OUI"}));
+    EXPECT_EQ(RowOf(sheet.Grid2, 0).mid(New_Act::IsRecent), QStringList({"", "OUI"}));
 
     desk.WhenModal<core::Q_Date_2>([](core::Q_Date_2& picker) {
         EXPECT_EQ(picker.Label2.text(), "17"); // today
         for (int day = 17; day < 20; ++day)
             Press(picker.SSCommand1[1 + day], Qt::Key_Right);
-        Click(picker.Image2[0]);
+        Click(picker.Image2[core::Q_Date_2::AcceptDay]);
     });
-    Click(sheet.Image1[5]);
+    Click(sheet.Image1[New_Act::PickDay]);
     EXPECT_EQ(sheet.DayLabel.text(), "20/06/2008");
-    EXPECT_EQ(sheet.Grid2.Text(0, 2), "20/06/2008");
-    EXPECT_EQ(Standing(act), 1);
+    EXPECT_EQ(sheet.Grid2.Text(0, New_Act::ServiceDate), "20/06/2008");
+    EXPECT_EQ(ArchiveStatus(act), 1);
 }
 
-TEST_F(DaySheet, LosesTogglesByTheCloseBoxAndKeepsTheCardDisplayOnLeaving)
+TEST_F(DaySheet, DiscardsTogglesByTheCloseBoxAndSavesTheCardDisplayOnLeaving)
 {
     const dao::Key act = practice.Act({});
     auto& closed = ShowSheet();
-    EXPECT_TRUE(closed.SSOption2[0].isChecked());
+    EXPECT_TRUE(closed.SSOption2[New_Act::FullDisplay].isChecked());
     Press(closed.Grid2, Qt::Key_Return);
-    closed.SSOption2[1].setChecked(true);
+    closed.SSOption2[New_Act::LimitedDisplay].setChecked(true);
     Press(closed, Qt::Key_Escape);
     EXPECT_TRUE(closed.isVisible());
     closed.close();
-    EXPECT_EQ(Standing(act), 0);
+    EXPECT_EQ(ArchiveStatus(act), 0);
     EXPECT_TRUE(practice.Ask("select RC from Permn").IsNull());
 
     auto& left = desk.Open<New_Act>();
     left.SSTab1.setCurrentIndex(1);
-    left.SSOption2[1].setChecked(true);
-    Click(left.Image1[3]);
+    left.SSOption2[New_Act::LimitedDisplay].setChecked(true);
+    Click(left.Image1[New_Act::LeaveDisplay]);
     EXPECT_EQ(practice.Ask("select RC from Permn").Text(), "OUI");
 
     auto& again = desk.Open<New_Act>();
-    EXPECT_TRUE(again.SSOption2[1].isChecked());
-    again.SSOption2[0].setChecked(true);
+    EXPECT_TRUE(again.SSOption2[New_Act::LimitedDisplay].isChecked());
+    again.SSOption2[New_Act::FullDisplay].setChecked(true);
     Press(again, Qt::Key_W, Qt::ControlModifier);
     EXPECT_EQ(practice.Ask("select RC from Permn").Text(), "");
 }
 
-TEST_F(DaySheet, TakesUpTheOptionOfTheLastRun)
+TEST_F(DaySheet, RestoresTheOptionOfTheLastRun)
 {
     practice.Act({});
     practice.Open();
@@ -327,7 +328,7 @@ TEST_F(DaySheet, TakesUpTheOptionOfTheLastRun)
         {0, 0, "5 sur 5"},
         {1, 1, "1 sur 2"},
         {4, 4, "1 sur 5"},
-        {5, 1, "//"}, // no option of ours: the preset stays
+        {5, 1, "//"}, // not an option: the preset stays
         {-1, 1, "//"},
     };
     for (const auto& [nbre, chosen, caption] : cases) {
@@ -340,7 +341,7 @@ TEST_F(DaySheet, TakesUpTheOptionOfTheLastRun)
     }
 }
 
-TEST_F(DaySheet, KeepsOptionAndOldDateOfACancelledRunAndLosesToggles)
+TEST_F(DaySheet, KeepsOptionAndDateOfACancelledRunAndDiscardsToggles)
 {
     const dao::Key act = practice.Act({.day = "12/06/2008"});
     const dao::Key toggled = practice.Act({});
@@ -353,17 +354,17 @@ TEST_F(DaySheet, KeepsOptionAndOldDateOfACancelledRunAndLosesToggles)
 
     desk.WhenModal<New_Mecano>([](New_Mecano& dialog) {
         EXPECT_EQ(dialog.VisibleShare.text(), "1 sur 3");
-        EXPECT_EQ(dialog.Text1[1].text(), "12/06/2008");
-        dialog.Text1[1].setText("01/01/2008");
+        EXPECT_EQ(dialog.Text1[New_Mecano::FirstDay].text(), "12/06/2008");
+        dialog.Text1[New_Mecano::FirstDay].setText("01/01/2008");
         dialog.close(); // the close box is the cancel button
     });
     desk.ExpectMessage("Modification annulée", Icon::Critical, "Lumo ZEP");
     Click(sheet.Image2);
 
     EXPECT_FALSE(sheet.isVisible());
-    EXPECT_EQ(Standing(act), 0);
-    EXPECT_EQ(Standing(toggled), 0);
-    EXPECT_EQ(practice.Ask("select Date from Permn").Text(), "12/06/2008"); // a first use: the first act's date
+    EXPECT_EQ(ArchiveStatus(act), 0);
+    EXPECT_EQ(ArchiveStatus(toggled), 0);
+    EXPECT_EQ(practice.Ask("select Date from Permn").Text(), "12/06/2008"); // first use: the first act's date
     EXPECT_EQ(practice.Ask("select nbre from Permn").Long(), 2);
 }
 
@@ -378,18 +379,18 @@ TEST_F(DaySheet, StoresTheEndOfAFinishedRun)
     desk.WhenModal<New_Mecano>([this](New_Mecano& dialog) {
         desk.ExpectMessage("Actualisation terminée ! ! !", Icon::Information, "Lumo_ZEP");
         desk.ExpectMessage("Modifications enregistrées avec succès", Icon::Information, "ZEP Lumo");
-        Type(dialog.Text1[2], "20062008");
-        Press(dialog.Text1[2], Qt::Key_Return);
+        Type(dialog.Text1[New_Mecano::LastDay], "20062008");
+        Press(dialog.Text1[New_Mecano::LastDay], Qt::Key_Return);
     });
     Press(sheet.Image2, Qt::Key_Return);
 
-    EXPECT_EQ(Standing(kept), 0);
-    EXPECT_EQ(Standing(skipped), 1);
+    EXPECT_EQ(ArchiveStatus(kept), 0);
+    EXPECT_EQ(ArchiveStatus(skipped), 1);
     EXPECT_EQ(practice.Ask("select Date from Permn").Text(), "20/06/2008");
     EXPECT_EQ(practice.Ask("select nbre from Permn").Long(), 1);
 }
 
-TEST_F(DaySheet, KeepsTheKeyboardInABadDate)
+TEST_F(DaySheet, KeepsTheFocusInAnInvalidDate)
 {
     practice.Act({});
     auto& sheet = ShowSheet();
@@ -406,7 +407,7 @@ TEST_F(DaySheet, KeepsTheKeyboardInABadDate)
     EXPECT_FALSE(sheet.Text1.hasFocus());
 }
 
-TEST_F(DaySheet, EndsPastSixteenBitsOfActs)
+TEST_F(DaySheet, EndsTheProgramPastSixteenBits)
 {
     practice.Open();
     {
@@ -426,7 +427,7 @@ TEST_F(DaySheet, EndsPastSixteenBitsOfActs)
     desk.ExpectMessage("Erreur d'exécution '6' :\nDépassement de capacité", Icon::Critical, "ZEP Lumo");
     practice.Act({.day = "18/06/2008"});
     practice.Act({});
-    Click(sheet.Image1[1]);
-    Click(sheet.Image1[0]);
+    Click(sheet.Image1[New_Act::DayAfter]);
+    Click(sheet.Image1[New_Act::DayBefore]);
     EXPECT_TRUE(desk.EndCode().has_value());
 }

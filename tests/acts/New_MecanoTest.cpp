@@ -28,11 +28,11 @@ protected:
 
     static void SetPeriod(New_Mecano& dialog, const QString& from, const QString& to)
     {
-        dialog.Text1[1].setText(from);
-        dialog.Text1[2].setText(to);
+        dialog.Text1[New_Mecano::FirstDay].setText(from);
+        dialog.Text1[New_Mecano::LastDay].setText(to);
     }
 
-    int Standing(dao::Key act) { return practice.Stored("Actes", act, "Flag_H").Long(); }
+    int ArchiveStatus(dao::Key act) { return practice.Stored("Actes", act, "Flag_H").Long(); }
 
     tests::Practice practice;
     ScriptedDesk desk;
@@ -49,9 +49,9 @@ TEST_F(ActualisationDialog, StartsWhereTheLastRunEnded)
     EXPECT_EQ(first.VisibleShare.text(), "1 sur 3");
     EXPECT_EQ(first.FirstActDate.text(), "03/02/2007");
     EXPECT_EQ(first.LastActDate.text(), "12/06/2008");
-    EXPECT_EQ(first.Text1[1].text(), "03/02/2007");
-    EXPECT_EQ(first.Text1[2].text(), "17/06/2008");
-    Click(first.Image1[1]);
+    EXPECT_EQ(first.Text1[New_Mecano::FirstDay].text(), "03/02/2007");
+    EXPECT_EQ(first.Text1[New_Mecano::LastDay].text(), "17/06/2008");
+    Click(first.Image1[New_Mecano::Cancel]);
     EXPECT_EQ(core::DialogResult, core::ResultCancelled);
     EXPECT_EQ(core::PickedDate, "03/02/2007");
 
@@ -59,25 +59,25 @@ TEST_F(ActualisationDialog, StartsWhereTheLastRunEnded)
     core::PermnTable["Date"] = "01/06/2008";
     core::PermnTable.Update();
     auto& next = desk.Open<New_Mecano>();
-    EXPECT_EQ(next.Text1[1].text(), "01/06/2008");
-    next.Text1[1].setText("02/06/2008");
-    Click(next.Image1[1]);
+    EXPECT_EQ(next.Text1[New_Mecano::FirstDay].text(), "01/06/2008");
+    next.Text1[New_Mecano::FirstDay].setText("02/06/2008");
+    Click(next.Image1[New_Mecano::Cancel]);
     EXPECT_EQ(core::PickedDate, "01/06/2008");
 }
 
 TEST_F(ActualisationDialog, ShowsTodayWhereThereIsNoAct)
 {
     auto& dialog = Show();
-    EXPECT_EQ(dialog.Text1[1].text(), "17/06/2008");
+    EXPECT_EQ(dialog.Text1[New_Mecano::FirstDay].text(), "17/06/2008");
     EXPECT_EQ(dialog.FirstActDate.text(), "17/06/2008");
     EXPECT_EQ(dialog.LastActDate.text(), "17/06/2008");
     desk.ExpectMessage("Actualisation terminée ! ! !", Icon::Information, "Lumo_ZEP");
-    Click(dialog.Image1[0]);
+    Click(dialog.Image1[New_Mecano::Run]);
     EXPECT_EQ(core::DialogResult, core::ResultDone);
     EXPECT_EQ(core::PickedDate, "17/06/2008");
 }
 
-TEST_F(ActualisationDialog, RefusesPeriodsThatAreNone)
+TEST_F(ActualisationDialog, RefusesInvalidPeriods)
 {
     const dao::Key act = practice.Act({.Flag_H = 7});
     auto& dialog = Show();
@@ -86,13 +86,13 @@ TEST_F(ActualisationDialog, RefusesPeriodsThatAreNone)
     } const refusals[] = {
         {"", "17/06/2008", "Saisie incorrecte"},
         {"17/06/2008", "17/06/08", "Saisie incorrecte"},
-        {"17/06/2008", "17/13/2008", "Saisie incorrecte"}, // no date at all, though as long as one
+        {"17/06/2008", "17/13/2008", "Saisie incorrecte"}, // not a date, but as long as one
         {"18/06/2008", "17/06/2008", "Dates inversées"},
     };
     for (const auto& refusal : refusals) {
         SetPeriod(dialog, refusal.from, refusal.to);
         desk.ExpectMessage(refusal.message, Icon::Critical, "ATTENTION");
-        Click(dialog.Image1[0]);
+        Click(dialog.Image1[New_Mecano::Run]);
         EXPECT_TRUE(dialog.isVisible()) << refusal.from;
     }
     for (const char* impossible : {"31/02/2008", "31/04/2008", "00/06/2008"}) {
@@ -110,7 +110,7 @@ TEST_F(ActualisationDialog, RefusesPeriodsThatAreNone)
         Click(dialog.Image2[New_Mecano::LastDay]);
         EXPECT_EQ(dialog.Text1[New_Mecano::LastDay].text(), "17/06/2008"); // today, and not a day of the next month
     }
-    EXPECT_EQ(Standing(act), 7);
+    EXPECT_EQ(ArchiveStatus(act), 7);
     dialog.close();
     EXPECT_EQ(core::DialogResult, core::ResultCancelled);
 }
@@ -121,30 +121,30 @@ TEST_F(ActualisationDialog, MovesBetweenTheDatesByKeys)
     auto& dialog = Show(0);
     EXPECT_EQ(AccessibilityFaults(dialog), QStringList());
 
-    Type(dialog.Text1[1], "1606");
-    EXPECT_EQ(dialog.Text1[1].text(), "16/06/");
-    Press(dialog.Text1[1], Qt::Key_Backspace); // below 7 characters: wiped
-    EXPECT_EQ(dialog.Text1[1].text(), "");
-    Type(dialog.Text1[1], "16062008");
-    Press(dialog.Text1[1], Qt::Key_Return);
-    EXPECT_TRUE(dialog.Text1[2].hasFocus());
-    Press(dialog.Text1[2], Qt::Key_Up);
-    EXPECT_TRUE(dialog.Text1[1].hasFocus());
-    Press(dialog.Text1[1], Qt::Key_Up);
-    EXPECT_TRUE(dialog.Text1[1].hasFocus());
-    Press(dialog.Text1[1], Qt::Key_Down);
-    EXPECT_TRUE(dialog.Text1[2].hasFocus());
-    Press(dialog.Text1[2], Qt::Key_Down);
-    EXPECT_TRUE(dialog.Text1[1].hasFocus());
+    Type(dialog.Text1[New_Mecano::FirstDay], "1606");
+    EXPECT_EQ(dialog.Text1[New_Mecano::FirstDay].text(), "16/06/");
+    Press(dialog.Text1[New_Mecano::FirstDay], Qt::Key_Backspace); // below 7 characters: cleared
+    EXPECT_EQ(dialog.Text1[New_Mecano::FirstDay].text(), "");
+    Type(dialog.Text1[New_Mecano::FirstDay], "16062008");
+    Press(dialog.Text1[New_Mecano::FirstDay], Qt::Key_Return);
+    EXPECT_TRUE(dialog.Text1[New_Mecano::LastDay].hasFocus());
+    Press(dialog.Text1[New_Mecano::LastDay], Qt::Key_Up);
+    EXPECT_TRUE(dialog.Text1[New_Mecano::FirstDay].hasFocus());
+    Press(dialog.Text1[New_Mecano::FirstDay], Qt::Key_Up);
+    EXPECT_TRUE(dialog.Text1[New_Mecano::FirstDay].hasFocus());
+    Press(dialog.Text1[New_Mecano::FirstDay], Qt::Key_Down);
+    EXPECT_TRUE(dialog.Text1[New_Mecano::LastDay].hasFocus());
+    Press(dialog.Text1[New_Mecano::LastDay], Qt::Key_Down);
+    EXPECT_TRUE(dialog.Text1[New_Mecano::FirstDay].hasFocus());
 
-    Type(dialog.Text1[2], "30022008");
-    Press(dialog.Text1[2], Qt::Key_Up);
-    EXPECT_EQ(dialog.Text1[2].text(), "");
-    Type(dialog.Text1[2], "17062008");
+    Type(dialog.Text1[New_Mecano::LastDay], "30022008");
+    Press(dialog.Text1[New_Mecano::LastDay], Qt::Key_Up);
+    EXPECT_EQ(dialog.Text1[New_Mecano::LastDay].text(), "");
+    Type(dialog.Text1[New_Mecano::LastDay], "17062008");
     desk.ExpectMessage("Actualisation (Le tout visible) terminée ! ! !", Icon::Information, "Lumo_ZEP");
-    Press(dialog.Text1[2], Qt::Key_Return);
+    Press(dialog.Text1[New_Mecano::LastDay], Qt::Key_Return);
     EXPECT_FALSE(dialog.isVisible());
-    EXPECT_EQ(Standing(act), 0);
+    EXPECT_EQ(ArchiveStatus(act), 0);
 }
 
 TEST_F(ActualisationDialog, EstimatesTwentyTwoSecondsADay)
@@ -154,7 +154,7 @@ TEST_F(ActualisationDialog, EstimatesTwentyTwoSecondsADay)
         const char *from, *days, *duration;
     } const estimates[] = {
         {"19/06/2008", "-?-", "-?-"},
-        {"18/06/2008", "-?-", " 0 mn"}, // not below 0, so the duration isn't unknown
+        {"18/06/2008", "-?-", " 0 mn"}, // not negative, so the duration is known
         {"17/06/2008", "1 Jour", "1 mn"},
         {"16/06/2008", "2 Jours", "1 mn"},
         {"15/06/2008", "3 Jours", " 1 mn"},
@@ -185,14 +185,14 @@ TEST_F(ActualisationDialog, ShowsOnePanelAtATimeAndNeverLeavesByEscape)
     Press(dialog.SSCommand1, Qt::Key_Return);
     EXPECT_FALSE(dialog.SSPanel1.isVisible());
     EXPECT_TRUE(dialog.SSPanel2.isVisible());
-    Click(dialog.Image1[2]);
+    Click(dialog.Image1[New_Mecano::CloseReminder]);
     EXPECT_TRUE(dialog.SSPanel1.isVisible());
     Click(dialog.SSCommand2);
     EXPECT_TRUE(dialog.SSPanel3.isVisible());
     EXPECT_FALSE(dialog.SSPanel2.isVisible());
-    Press(dialog.Image1[3], Qt::Key_Return);
+    Press(dialog.Image1[New_Mecano::CloseEstimate], Qt::Key_Return);
     EXPECT_FALSE(dialog.SSPanel3.isVisible());
-    Press(dialog, Qt::Key_Escape); // the day sheet would close behind it, toggles and all
+    Press(dialog, Qt::Key_Escape); // the day sheet would close with it and lose its toggles
     EXPECT_TRUE(dialog.isVisible());
     EXPECT_EQ(core::DialogResult, 2);
 }
@@ -204,15 +204,15 @@ TEST_F(ActualisationDialog, TakesDatesFromTheCalendar)
     desk.WhenModal<core::Q_Date_2>([](core::Q_Date_2& picker) {
         EXPECT_EQ(picker.Label2.text(), "1");
         Press(picker.SSCommand1[2], Qt::Key_Right);
-        Click(picker.Image2[0]);
+        Click(picker.Image2[core::Q_Date_2::AcceptDay]);
     });
-    Click(dialog.Image2[1]);
-    EXPECT_EQ(dialog.Text1[1].text(), "02/06/2008");
-    EXPECT_EQ(dialog.Text1[2].text(), "17/06/2008"); // what is no date becomes today on the way
+    Click(dialog.Image2[New_Mecano::FirstDay]);
+    EXPECT_EQ(dialog.Text1[New_Mecano::FirstDay].text(), "02/06/2008");
+    EXPECT_EQ(dialog.Text1[New_Mecano::LastDay].text(), "17/06/2008"); // an invalid date becomes today
 
     desk.WhenModal<core::Q_Date_2>([](core::Q_Date_2& picker) { Press(picker, Qt::Key_Escape); });
-    Click(dialog.Image2[2]);
-    EXPECT_EQ(dialog.Text1[2].text(), "17/06/2008");
+    Click(dialog.Image2[New_Mecano::LastDay]);
+    EXPECT_EQ(dialog.Text1[New_Mecano::LastDay].text(), "17/06/2008");
     EXPECT_TRUE(dialog.isVisible());
 }
 
@@ -226,16 +226,16 @@ TEST_F(ActualisationDialog, EndsTheProgramOrSaysNothingWhenTheFileIsLocked)
     {
         const dao::Transaction lock(other);
         desk.ExpectMessage("Actualisation (Le tout visible) terminée ! ! !", Icon::Information, "Lumo_ZEP");
-        Click(showingAll.Image1[0]);
+        Click(showingAll.Image1[New_Mecano::Run]);
         EXPECT_FALSE(showingAll.isVisible());
         EXPECT_EQ(core::DialogResult, core::ResultDone);
 
         core::DialogResult = 1;
         auto& thinning = desk.Open<New_Mecano>();
-        Click(thinning.Image1[0]);
+        Click(thinning.Image1[New_Mecano::Run]);
         EXPECT_EQ(desk.EndCode(), 0);
         EXPECT_EQ(core::ScratchText, core::ErrorText(basic::RuntimeError(basic::Error::Locked)));
         EXPECT_FALSE(core::TheDatabase.IsOpen());
     }
-    EXPECT_EQ(Standing(act), 7);
+    EXPECT_EQ(ArchiveStatus(act), 7);
 }

@@ -86,15 +86,15 @@ protected:
 
 } // namespace
 
-TEST_F(PatientSearch, FindsByTheBeginningOfTheNameWhateverItsCase)
+TEST_F(PatientSearch, FindsByTheStartOfTheNameIgnoringCase)
 {
     auto& screen = OpenScreen();
     EXPECT_EQ(screen.windowTitle(), " ");
     EXPECT_TRUE(ShowsCriteria(screen));
     EXPECT_EQ(AccessibilityFaults(screen), QStringList());
     screen.SSTab1.setCurrentIndex(1);
-    EXPECT_TRUE(screen.SSOption1[2].isChecked()); // "Ensemble" in both frames
-    EXPECT_TRUE(screen.SSOption2[2].isChecked());
+    EXPECT_TRUE(screen.SSOption1[New_Rech::NoCriterion].isChecked()); // "Ensemble" in both frames
+    EXPECT_TRUE(screen.SSOption2[New_Rech::NoCriterion].isChecked());
 
     ASSERT_TRUE(screen.Text2[New_Rech::LastName].hasFocus());
     Type(screen.Text2[New_Rech::LastName], "Ma");
@@ -114,7 +114,7 @@ TEST_F(PatientSearch, FindsByTheBeginningOfTheNameWhateverItsCase)
     EXPECT_EQ(core::DialogResult, 0);
 }
 
-TEST_F(PatientSearch, PutsEachCriterionIntoTheQuery)
+TEST_F(PatientSearch, AppliesEachCriterion)
 {
     auto& screen = OpenScreen();
     screen.SSTab1.setCurrentIndex(1);
@@ -133,13 +133,13 @@ TEST_F(PatientSearch, PutsEachCriterionIntoTheQuery)
     EXPECT_EQ(Found(screen), QStringList("Mazari Ali"));
     SearchNames(screen, " m ", " A ");
     EXPECT_EQ(Found(screen), QStringList("Mazari Ali"));
-    screen.SSOption2[2].setChecked(true);
+    screen.SSOption2[New_Rech::NoCriterion].setChecked(true);
     screen.SSOption1[1].setChecked(true);
     SearchNames(screen, "*", "z");
     EXPECT_EQ(Found(screen), QStringList("maamri Zoé"));
 }
 
-TEST_F(PatientSearch, TakesWildcardsAccentsAndOtherLettersAsTheyAreTyped)
+TEST_F(PatientSearch, AcceptsWildcardsAccentsAndOtherLetters)
 {
     auto& screen = OpenScreen();
     const std::pair<QString, QStringList> searches[] = {
@@ -148,7 +148,7 @@ TEST_F(PatientSearch, TakesWildcardsAccentsAndOtherLettersAsTheyAreTyped)
         {"بن", {"بن علي محمد"}},
         {"?a", {"MAAMRI Élodie", "maamri Zoé", "Mazari Ali"}},
         {"*i", {"[sic] Ali", "MAAMRI Élodie", "maamri Zoé", "Mazari Ali", "O'Brien Ali", "Émile Ali", "Étienne Marc"}},
-        {"[", {"[sic] Ali"}}, // a bracket that nothing closes is a letter
+        {"[", {"[sic] Ali"}}, // an unclosed bracket is literal
         {"[lm]", {"MAAMRI Élodie", "maamri Zoé", "Mazari Ali"}},
     };
     for (const auto& [typed, names] : searches) {
@@ -159,13 +159,13 @@ TEST_F(PatientSearch, TakesWildcardsAccentsAndOtherLettersAsTheyAreTyped)
         expected.sort();
         EXPECT_EQ(found, expected) << qPrintable(typed);
     }
-    for (const char* quote : {"O'", "O'B", "'"}) // a quote isn't doubled: the engine refuses the statement
+    for (const char* quote : {"O'", "O'B", "'"}) // quotes aren't escaped: the engine refuses the statement
         EXPECT_EQ(ErrorOf([&] { SearchNames(screen, quote); }), Error::SyntaxError) << quote;
     SearchNames(screen, "O''");
     EXPECT_EQ(Found(screen), QStringList("O'Brien Ali"));
 }
 
-TEST_F(PatientSearch, RefusesToSearchWithoutAName)
+TEST_F(PatientSearch, RequiresAName)
 {
     auto& screen = OpenScreen();
     screen.SSTab1.setCurrentIndex(1);
@@ -185,7 +185,7 @@ TEST_F(PatientSearch, ChoosesThePatientOfACardNumber)
     ExpectRefusal("N° Omis");
     Click(screen.Image2[New_Rech::FindNumber]);
     Type(screen.Text2[New_Rech::CardNumber], "0-1x2");
-    EXPECT_EQ(screen.Text2[New_Rech::CardNumber].text(), "012"); // digits alone
+    EXPECT_EQ(screen.Text2[New_Rech::CardNumber].text(), "012"); // digits only
     ExpectRefusal("Numéro inexistant");
     Press(screen.Text2[New_Rech::CardNumber], Qt::Key_Return);
     EXPECT_EQ(screen.Text2[New_Rech::CardNumber].text(), "012");
@@ -206,7 +206,7 @@ TEST_F(PatientSearch, ChoosesThePatientOfACardNumber)
     EXPECT_EQ(practice.Stored("Patients", core::SelectedPatient, "nom").Text(), "Autre");
 }
 
-TEST_F(PatientSearch, GoesBackToTheCriteriaAndChoosesNobodyFromItsResults)
+TEST_F(PatientSearch, ReturnsToTheCriteriaAndChoosesNobodyFromItsResults)
 {
     auto& screen = OpenScreen();
     SearchNames(screen, "m");
@@ -216,7 +216,7 @@ TEST_F(PatientSearch, GoesBackToTheCriteriaAndChoosesNobodyFromItsResults)
     EXPECT_TRUE(screen.Text2[New_Rech::LastName].hasFocus());
 
     SearchNames(screen, "É");
-    EXPECT_EQ(Found(screen), QStringList({"Émile Ali", "Étienne Marc"})); // nothing left of the first search
+    EXPECT_EQ(Found(screen), QStringList({"Émile Ali", "Étienne Marc"})); // nothing of the first search remains
     Press(screen.Grid2, Qt::Key_F, Qt::ControlModifier);
     EXPECT_TRUE(ShowsCriteria(screen));
     SearchNames(screen, "m");
@@ -228,7 +228,7 @@ TEST_F(PatientSearch, GoesBackToTheCriteriaAndChoosesNobodyFromItsResults)
     EXPECT_EQ(core::SelectedPatient, 0);
 }
 
-TEST_F(PatientSearch, IsLeftByItsPictures)
+TEST_F(PatientSearch, IsClosedByItsPictures)
 {
     practice.Open();
     for (const int cancel : {New_Rech::CancelNumber, New_Rech::CancelNames}) {
@@ -263,7 +263,7 @@ TEST_F(PatientSearch, CountsItsRowsInSixteenBits)
     EXPECT_EQ(ErrorOf([&] { SearchNames(screen, "W"); }), Error::Overflow);
 }
 
-TEST_F(PatientSearch, DoesNothingButSearchForWhateverIsTyped)
+TEST_F(PatientSearch, IsSafeFromHostileTexts)
 {
     auto& screen = OpenScreen();
     const auto allRows = [this] {
@@ -284,7 +284,7 @@ TEST_F(PatientSearch, DoesNothingButSearchForWhateverIsTyped)
             screen.Image2_Click(New_Rech::FindNames);
             continue;
         }
-        // What the same statement gives to another reader, with its quotes as they stand.
+        // The result of the same statement, quotes unescaped, for another reader.
         const QString statement = "Select * from Patients where nom like '" + typed + "*' order by nom,prenom";
         QStringList expected;
         const auto refusal = ErrorOf([&] { expected = tests::RowsOf(practice, statement); });

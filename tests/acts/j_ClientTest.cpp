@@ -27,13 +27,13 @@ protected:
         return desk.Open<j_Client>();
     }
 
-    /// The search comes up next, and is given up.
+    /// Expects the search, and cancels it.
     void ExpectSearch()
     {
         desk.WhenModal<New_Rech>([](New_Rech& search) { Click(search.Image2[New_Rech::CancelNumber]); });
     }
 
-    /// The screen with a list, as a later caller would fill it.
+    /// The screen with a filled list.
     j_Client& ListPatients(const QString& query = "select * from Patients order by num")
     {
         auto& screen = OpenScreen();
@@ -47,7 +47,7 @@ protected:
         return {screen.LT[1].text(), screen.LT[2].text(), screen.LT[3].text()};
     }
 
-    QStringList Standings() { return tests::RowsOf(practice, "select nom, Flag_H from Patients order by num"); }
+    QStringList Statuses() { return tests::RowsOf(practice, "select nom, Flag_H from Patients order by num"); }
 
     tests::Practice practice;
     ScriptedDesk desk;
@@ -73,10 +73,10 @@ TEST_F(PatientList, OpensOnTheSearchAndStaysEmpty)
     EXPECT_TRUE(screen.isVisible());
     Click(screen.Crecettes[j_Client::Quit]);
     EXPECT_FALSE(screen.isVisible());
-    EXPECT_EQ(Standings(), QStringList("Benali|0"));
+    EXPECT_EQ(Statuses(), QStringList("Benali|0"));
 }
 
-TEST_F(PatientList, ListsWhatItIsGiven)
+TEST_F(PatientList, ListsTheSelectedPatients)
 {
     practice.Add("Patients", {{"nom", "Haddad"},
                               {"Prenom", "Ali"},
@@ -106,12 +106,12 @@ TEST_F(PatientList, ListsWhatItIsGiven)
     EXPECT_EQ(Counts(screen), QStringList({"", "", ""}));
 }
 
-TEST_F(PatientList, WritesTheStandingsOnItsOwnWayOutAlone)
+TEST_F(PatientList, WritesTheStatusesOnQuitOnly)
 {
     practice.Add("Patients", {{"nom", "Haddad"}, {"Flag_H", 1}});
     practice.Add("Patients", {{"nom", "Autre"}, {"Flag_H", 7}});
     practice.Add("Patients", {{"nom", "Hors liste"}, {"Flag_H", 7}});
-    const QStringList before = Standings();
+    const QStringList before = Statuses();
     for (const bool byPicture : {false, true}) {
         auto& screen = ListPatients("select * from Patients where num < 4 order by num");
         DoubleClick(screen.Grid1, 1);
@@ -123,23 +123,23 @@ TEST_F(PatientList, WritesTheStandingsOnItsOwnWayOutAlone)
         EXPECT_EQ(screen.Grid1.Text(0, j_Client::IsRecent), "");
         EXPECT_EQ(screen.Grid1.Text(0, j_Client::IsArchived), "OUI");
         EXPECT_EQ(Counts(screen), QStringList({"2", "1", "3"}));
-        EXPECT_EQ(Standings(), before);
+        EXPECT_EQ(Statuses(), before);
         if (byPicture)
             Click(screen.Crecettes[j_Client::Quit]);
         else
             screen.close();
         EXPECT_FALSE(screen.isVisible());
-        EXPECT_NE(Standings() == before, byPicture);
+        EXPECT_NE(Statuses() == before, byPicture);
     }
-    EXPECT_EQ(Standings(), QStringList({"Benali|1", "Haddad|0", "Autre|0", "Hors liste|7"}));
+    EXPECT_EQ(Statuses(), QStringList({"Benali|1", "Haddad|0", "Autre|0", "Hors liste|7"}));
 
     practice.Write("Update Patients set Flag_H = 7 where num = 1");
     auto& screen = ListPatients();
-    Click(screen.Crecettes[j_Client::Quit]); // nothing was toggled: nothing is written
-    EXPECT_EQ(Standings().value(0), "Benali|7");
+    Click(screen.Crecettes[j_Client::Quit]); // nothing toggled, nothing written
+    EXPECT_EQ(Statuses().value(0), "Benali|7");
 }
 
-TEST_F(PatientList, PassesOverAPatientWhoIsGone)
+TEST_F(PatientList, SkipsADeletedPatient)
 {
     practice.Add("Patients", {{"nom", "Parti"}, {"Flag_H", 0}});
     practice.Add("Patients", {{"nom", "Resté"}, {"Flag_H", 0}});
@@ -150,10 +150,10 @@ TEST_F(PatientList, PassesOverAPatientWhoIsGone)
     }
     practice.Remove("Patients", 2);
     Click(screen.Crecettes[j_Client::Quit]);
-    EXPECT_EQ(Standings(), QStringList({"Benali|0", "Resté|1"}));
+    EXPECT_EQ(Statuses(), QStringList({"Benali|0", "Resté|1"}));
 }
 
-TEST_F(PatientList, TellsWhereItsListEnds)
+TEST_F(PatientList, ReportsTheLimitOfItsList)
 {
     tests::OtherProgram other(practice.File("ZEP_ONE.MDB"));
     ASSERT_EQ(other.Run("with recursive n(i) as (values(2) union all select i + 1 from n where i < 16351) "

@@ -16,7 +16,7 @@ namespace {
 constexpr const char* AllCharges =
     "select Charge1, Charge2, Charge3, Charge4, Charge5, Charge6, Charge7, Charge8, Charge9 from Permn";
 
-/// Looks into the file while a message stands before the user.
+/// Reads the file while a message is shown.
 class LookingDesk : public ScriptedDesk {
 public:
     std::function<void()> look = [] {};
@@ -58,7 +58,7 @@ protected:
 
 } // namespace
 
-TEST_F(RunningCharges, MakesTheMissingRowWithItsRatesOnceAndForAllToSee)
+TEST_F(RunningCharges, CreatesTheMissingRowWithItsRatesOnce)
 {
     practice.Write("delete from Permn");
     auto& screen = OpenScreen();
@@ -67,7 +67,7 @@ TEST_F(RunningCharges, MakesTheMissingRowWithItsRatesOnceAndForAllToSee)
     EXPECT_EQ(tests::RowsOf(practice, "select Registre, Id_Fiscale, Article, Telephone, Fax, Compte, Charge1, Charge9, "
                                       "Taux_CNAS, Taux_PP, Taux_VF from Permn"),
               QStringList(" | | | | | |-|-|9|25.5|6"));
-    core::PermnTable.MoveFirst(); // the handle that every screen shares
+    core::PermnTable.MoveFirst(); // the handle shared by all screens
     EXPECT_EQ(core::PermnTable["Taux_PP"].Double(), 25.5);
 
     screen.Unload();
@@ -75,7 +75,7 @@ TEST_F(RunningCharges, MakesTheMissingRowWithItsRatesOnceAndForAllToSee)
     EXPECT_EQ(practice.Ask("select count(Taux_PP) from Permn").Long(), 1);
 }
 
-TEST_F(RunningCharges, ShowsTheStoredChargesWithTheSumOfTheSevenAndNotTheStoredOne)
+TEST_F(RunningCharges, ShowsTheComputedSumInsteadOfTheStoredOne)
 {
     practice.Write("Update Permn set Charge1 = 123456789.5, Charge2 = 0, Charge3 = -6789.125, Charge4 = 12, "
                    "Charge8 = 77, Charge9 = 4.5");
@@ -89,12 +89,12 @@ TEST_F(RunningCharges, ShowsTheStoredChargesWithTheSumOfTheSevenAndNotTheStoredO
     EXPECT_EQ(AccessibilityFaults(screen), QStringList());
 
     const QString before = Stored();
-    Click(screen.Image1[Chrges::Store]); // no message: nothing was changed, and the stale total stays
+    Click(screen.Image1[Chrges::Store]); // no message: nothing has changed, and the stale total stays
     EXPECT_FALSE(screen.isVisible());
     EXPECT_EQ(Stored(), before);
 }
 
-TEST_F(RunningCharges, SumsWhatTheFieldsReadAndShowsNoTotalThatIsNotAboveZero)
+TEST_F(RunningCharges, SumsTheFieldsAndShowsOnlyPositiveTotals)
 {
     auto& screen = OpenScreen();
     const struct {
@@ -120,7 +120,7 @@ TEST_F(RunningCharges, SumsWhatTheFieldsReadAndShowsNoTotalThatIsNotAboveZero)
     }
 }
 
-TEST_F(RunningCharges, StoresAllNineAsTheFieldsShowThemAfterTheUserHasSeenTheBox)
+TEST_F(RunningCharges, StoresAllNineFiguresAsShownAfterTheMessage)
 {
     practice.Write("Update Permn set Charge3 = 10, Charge8 = 10, Charge9 = 10, Compte = '0040'");
     auto& screen = OpenScreen();
@@ -166,7 +166,7 @@ TEST_F(RunningCharges, MovesBetweenTheEntriesByEnterAndArrows)
     Type(screen.Text1[Chrges::Taxes], "1,2.3-a4");
     EXPECT_EQ(screen.Text1[Chrges::Taxes].text(), "1.23-4");
     Press(screen.Text1[Chrges::Others], Qt::Key_Tab);
-    EXPECT_TRUE(screen.Image1[Chrges::Store].hasFocus()); // the totals are passed over
+    EXPECT_TRUE(screen.Image1[Chrges::Store].hasFocus()); // the totals are skipped
 }
 
 TEST_F(RunningCharges, LeavesWithoutStoring)
@@ -185,7 +185,7 @@ TEST_F(RunningCharges, LeavesWithoutStoring)
     EXPECT_EQ(Stored(), "-|-|-|-|-|-|-|-|-");
 }
 
-TEST_F(RunningCharges, WritesNothingWhenAnotherWritesForTooLong)
+TEST_F(RunningCharges, WritesNothingAfterTheLockTimeout)
 {
     practice.Write("Update Permn set Charge2 = 1");
     const QScopedValueRollback<int> impatient(dao::busyMilliseconds, 100);
@@ -204,11 +204,11 @@ TEST_F(RunningCharges, WritesNothingWhenAnotherWritesForTooLong)
     EXPECT_EQ(Stored(), "-|1|-|-|-|-|-|-|-");
 }
 
-TEST_F(RunningCharges, StoresIntoTheRowAsItIsNow)
+TEST_F(RunningCharges, StoresIntoTheCurrentRow)
 {
     auto& screen = OpenScreen();
     screen.Text1[Chrges::Rent].setText("60");
-    practice.Write("Update Permn set RC = 'OUI', Charge1 = 9"); // by another program, meanwhile
+    practice.Write("Update Permn set RC = 'OUI', Charge1 = 9"); // meanwhile, by another program
     Store(screen);
     EXPECT_EQ(Stored(), "0|60|0|0|0|0|0|60|2");
     EXPECT_EQ(practice.Ask("select RC from Permn").Text(), "OUI");
@@ -216,7 +216,7 @@ TEST_F(RunningCharges, StoresIntoTheRowAsItIsNow)
     auto& again = desk.Open<Chrges>();
     again.Text1[Chrges::Rent].setText("90");
     practice.Write("delete from Permn");
-    Store(again); // nothing that was typed is lost
+    Store(again); // the entries aren't lost
     EXPECT_EQ(Stored(), "0|90|0|0|0|0|0|90|3");
     EXPECT_EQ(practice.Ask("select Taux_CNAS from Permn").Long(), 9);
 }

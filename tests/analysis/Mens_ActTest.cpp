@@ -20,7 +20,7 @@ protected:
         return desk.Open<Mens_Act>();
     }
 
-    /// An act of a month and year that aren't those of its date.
+    /// An act whose month and year fields differ from its date.
     void ActOf(int month, int year, const dao::Value& Flag_H = 0, int service = 1)
     {
         practice.Add(
@@ -65,13 +65,13 @@ protected:
 
 } // namespace
 
-TEST_F(MonthlySituation, CountsTheActsOfTheirOwnMonthWhateverTheirDate)
+TEST_F(MonthlySituation, CountsActsByMonthFieldsNotByDate)
 {
     practice.Service("Radio", -1);
     practice.Add("Presta", {{"Ordre", 2}});
-    for (const dao::Value& standing :
+    for (const dao::Value& status :
          {dao::Value(0), dao::Value(0), dao::Value(1), dao::Value(2), dao::Value(-1), dao::Value()})
-        ActOf(6, 2008, standing);
+        ActOf(6, 2008, status);
     ActOf(6, 2008, 1, 2);
     ActOf(6, 2007);
     ActOf(5, 2008);
@@ -94,12 +94,12 @@ TEST_F(MonthlySituation, CountsTheActsOfTheirOwnMonthWhateverTheirDate)
     Click(screen.Image3[Mens_Act::Next]);
     EXPECT_EQ(MonthShown(screen), "Juillet 2008");
     EXPECT_EQ(Totals(screen), QStringList({"1", "", "1"}));
-    Click(screen.Image3[Mens_Act::Next]); // a month without acts keeps nothing of the one before
+    Click(screen.Image3[Mens_Act::Next]); // an empty month clears the figures
     EXPECT_EQ(RowOf(screen.Grid1, 1), QStringList({" Consultation", "", "", ""}));
     EXPECT_EQ(Totals(screen), QStringList({"", "", ""}));
 }
 
-TEST_F(MonthlySituation, ChangesTheMonthOnlyWhenAChoiceOfFourCharactersIsApplied)
+TEST_F(MonthlySituation, ChangesTheMonthOnlyWhenAFourCharacterYearIsApplied)
 {
     ActOf(6, 2008);
     ActOf(2, 1987, 1);
@@ -131,7 +131,7 @@ TEST_F(MonthlySituation, ChangesTheMonthOnlyWhenAChoiceOfFourCharactersIsApplied
 
     Press(screen.Grid1, Qt::Key_F4);
     Press(screen.Combo1, Qt::Key_End);
-    Press(screen.Combo1, Qt::Key_Return); // Enter applies from the month as from the year
+    Press(screen.Combo1, Qt::Key_Return); // Enter applies from month and year
     EXPECT_EQ(MonthShown(screen), "Décembre 1987");
     EXPECT_TRUE(screen.Grid1.hasFocus());
 
@@ -144,7 +144,7 @@ TEST_F(MonthlySituation, ChangesTheMonthOnlyWhenAChoiceOfFourCharactersIsApplied
     Click(screen.Image2[Mens_Act::Unlock]);
     screen.Combo1.SetListIndex(0);
     screen.Text1.setText("1");
-    Press(screen.Text1, Qt::Key_Escape); // what was chosen and not applied is dropped
+    Press(screen.Text1, Qt::Key_Escape); // discards the choice
     EXPECT_TRUE(IsLocked(screen));
     EXPECT_EQ(MonthShown(screen), "Juin  2008 ");
     Press(screen.Grid1, Qt::Key_Escape);
@@ -153,7 +153,7 @@ TEST_F(MonthlySituation, ChangesTheMonthOnlyWhenAChoiceOfFourCharactersIsApplied
     EXPECT_FALSE(screen.isVisible());
 }
 
-TEST_F(MonthlySituation, OpensWithItsTotalsUnderTheirColumnsAlsoWhenTheyAreEmpty)
+TEST_F(MonthlySituation, OpensWithItsTotalsUnderTheirColumnsEvenIfEmpty)
 {
     auto& screen = OpenScreen();
     for (int column = Mens_Act::Recent; column <= Mens_Act::All; ++column) {
@@ -165,7 +165,7 @@ TEST_F(MonthlySituation, OpensWithItsTotalsUnderTheirColumnsAlsoWhenTheyAreEmpty
     }
 }
 
-TEST_F(MonthlySituation, StepsOverTheTurnOfTheYear)
+TEST_F(MonthlySituation, StepsAcrossTheYearEnd)
 {
     ActOf(12, 2009);
     ActOf(1, 2010, 1);
@@ -180,7 +180,7 @@ TEST_F(MonthlySituation, StepsOverTheTurnOfTheYear)
     EXPECT_EQ(MonthShown(screen), "Janvier 2010");
     EXPECT_EQ(Totals(screen), QStringList({"", "1", "1"}));
 
-    Choose(screen, 2, "2009"); // the first year of which January isn't left backwards
+    Choose(screen, 2, "2009"); // the first year whose January can't be left backwards
     Click(screen.Image3[Mens_Act::Previous]);
     EXPECT_EQ(MonthShown(screen), "Janvier 2009");
     Click(screen.Image3[Mens_Act::Previous]);
@@ -191,7 +191,7 @@ TEST_F(MonthlySituation, StepsOverTheTurnOfTheYear)
     EXPECT_EQ(MonthShown(screen), "Janvier 10000");
 }
 
-TEST_F(MonthlySituation, ShowsTheMostThatItsCountersHoldAndEndsPastIt)
+TEST_F(MonthlySituation, EndsTheProgramPastSixteenBits)
 {
     practice.Open();
     tests::OtherProgram other(practice.File("ZEP_ONE.MDB"));

@@ -3,6 +3,7 @@
 #include "data/ConfigurationFile.h"
 #include "menu.h"
 #include "platform/pages/PageLayout.h"
+#include "support/Dates.h"
 #include "support/MainWindow.h"
 #include "support/Reports.h"
 
@@ -45,7 +46,7 @@ protected:
 
 } // namespace
 
-TEST_F(ResultPrinting, HandsTheResultOverAsItStandsOnTheScreen)
+TEST_F(ResultPrinting, PrintsTheResultAsShown)
 {
     practice.Act({.montant = 40.5});
     practice.Act({.montant = 2});
@@ -61,7 +62,7 @@ TEST_F(ResultPrinting, HandsTheResultOverAsItStandsOnTheScreen)
                                       "Charges pour une journée|  100.00| - 57.50|titre 9"));
     EXPECT_EQ(Scratch(), QStringList({"-|Consultation|2|42.5", "-|ECG|0|0"}));
 
-    core::TheDatabase.Execute("Delete * from Presta"); // a practice without services has its one empty row
+    core::TheDatabase.Execute("Delete * from Presta"); // a practice without services prints one empty row
     Click(screen.Image1[Result::OtherDate]);
     Click(screen.Dates.Image2[PeriodChooser::AcceptDay]);
     tests::ExpectPreview(desk, "Resultat de l'activité du 17-06-2008");
@@ -69,22 +70,9 @@ TEST_F(ResultPrinting, HandsTheResultOverAsItStandsOnTheScreen)
     EXPECT_EQ(Scratch(), QStringList("-||0|0"));
 }
 
-TEST_F(ResultPrinting, ChangesNothingWithoutATemplate)
-{
-    tests::RemoveTemplate(practice, "ZEP_Rstt.RPT");
-    practice.Open();
-    auto& screen = desk.Open<Result>();
-    Click(screen.Dates.Image2[PeriodChooser::AcceptDay]);
-
-    desk.ExpectMessage("Fichier ZEP_Rstt.RPT absent", Icon::Information, "ZEP Lumo");
-    Click(screen.Image1[Result::Print]);
-    EXPECT_EQ(Headings(), QStringList("vieux|titre 4|titre 5||||titre 9"));
-    EXPECT_EQ(Scratch(), QStringList("7|ancienne ligne|-|-"));
-}
-
 namespace {
 
-/// Where the ink of a label begins and ends, in pixels from its left.
+/// The horizontal extent of a label's ink, in pixels from its left.
 std::pair<int, int> InkOf(QLabel& label)
 {
     const QImage picture = label.grab().toImage().convertToFormat(QImage::Format_Grayscale8);
@@ -137,9 +125,7 @@ TEST_F(ResultPrinting, SpeaksArabicFromTheMenuToThePaper)
         }
 
         Click(screen.Image1[Result::OtherDate]);
-        screen.Dates.SSTab2.setCurrentIndex(1);
-        screen.Dates.Text1[PeriodChooser::First].setText("16/06/2008");
-        Click(screen.Dates.Image2[PeriodChooser::AcceptPeriod]);
+        tests::AcceptPeriod(screen.Dates, "16/06/2008", "17/06/2008");
         EXPECT_EQ(screen.SSPanel1.Caption(), periodTitle);
         EXPECT_EQ(screen.ChargesCaption.text(), " تـكالـيف 2  يــومـا ");
         auto& title = *screen.SSPanel1.findChild<QLabel*>();

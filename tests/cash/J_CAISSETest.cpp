@@ -43,11 +43,11 @@ TEST_F(CashStatement, ReadsTheNewBalanceFromTheFiguresShown)
     auto& screen = ShowDay("17/06/2008");
 
     EXPECT_EQ(screen.SSPanel1.Caption(), "Mouvements de fonds du  Mardi 17/06/2008");
-    EXPECT_EQ(screen.RCP[0].text(), "1");
-    EXPECT_EQ(screen.RCP[1].text(), "  100.00");
-    EXPECT_EQ(screen.RCP[2].text(), " 50.00 ");
-    EXPECT_EQ(screen.RCP[3].text(), "  20.00");
-    EXPECT_EQ(screen.RCP[4].text(), "  130.00"); // 100.00 + 50.00 - 20.00, not 130.008
+    EXPECT_EQ(screen.RCP[J_CAISSE::DayActs].text(), "1");
+    EXPECT_EQ(screen.RCP[J_CAISSE::OpeningBalance].text(), "  100.00");
+    EXPECT_EQ(screen.RCP[J_CAISSE::DayReceived].text(), " 50.00 ");
+    EXPECT_EQ(screen.RCP[J_CAISSE::DaySpent].text(), "  20.00");
+    EXPECT_EQ(screen.RCP[J_CAISSE::NewBalance].text(), "  130.00"); // 100.00 + 50.00 - 20.00, not 130.008
 }
 
 TEST_F(CashStatement, ListsEveryServiceAndLeavesZerosEmpty)
@@ -61,19 +61,19 @@ TEST_F(CashStatement, ListsEveryServiceAndLeavesZerosEmpty)
     EXPECT_EQ(RowOf(screen.Grid1, 0), QStringList({" Consultation", "", ""}));
     EXPECT_EQ(RowOf(screen.Grid1, 1), QStringList({" ECG", "", ""}));
     for (int figure = 0; figure <= 7; ++figure)
-        EXPECT_EQ(screen.RCP[figure].text(), "") << figure; // a balance of exactly 0 is never "0.00"
+        EXPECT_EQ(screen.RCP[figure].text(), "") << figure; // a balance of exactly 0 isn't shown as "0.00"
 }
 
-TEST_F(CashStatement, TellsNoExpenseFromExpensesOfZero)
+TEST_F(CashStatement, DistinguishesNoExpenseFromExpensesOfZero)
 {
     practice.Expense({.montant = 5});
     practice.Expense({.montant = -5});
 
     auto& screen = ShowDay("17/06/2008");
 
-    EXPECT_EQ(screen.RCP[3].text(), "  0.00");
-    EXPECT_EQ(screen.RCP[7].text(), "");
-    EXPECT_EQ(screen.RCP[4].text(), "");
+    EXPECT_EQ(screen.RCP[J_CAISSE::DaySpent].text(), "  0.00");
+    EXPECT_EQ(screen.RCP[J_CAISSE::ExpensesTotal].text(), "");
+    EXPECT_EQ(screen.RCP[J_CAISSE::NewBalance].text(), "");
 }
 
 TEST_F(CashStatement, CountsANegativeReceiptAsNothing)
@@ -83,30 +83,30 @@ TEST_F(CashStatement, CountsANegativeReceiptAsNothing)
 
     auto& screen = ShowDay("17/06/2008");
 
-    EXPECT_EQ(screen.RCP[0].text(), "1");
-    EXPECT_EQ(screen.RCP[2].text(), "");
-    EXPECT_EQ(screen.RCP[4].text(), "  10.00");
-    EXPECT_EQ(screen.Grid1.Text(0, 2), "");
+    EXPECT_EQ(screen.RCP[J_CAISSE::DayActs].text(), "1");
+    EXPECT_EQ(screen.RCP[J_CAISSE::DayReceived].text(), "");
+    EXPECT_EQ(screen.RCP[J_CAISSE::NewBalance].text(), "  10.00");
+    EXPECT_EQ(screen.Grid1.Text(0, J_CAISSE::Received), "");
 }
 
-TEST_F(CashStatement, LeavesActsWithoutServiceToTheNextEvening)
+TEST_F(CashStatement, CarriesActsWithoutServiceOverToTheNextBalance)
 {
     practice.Act({.montant = 70, .flag_R = PaymentCode::P, .num_presta = 99});
     practice.Act({.montant = 30.5, .flag_R = PaymentCode::RMinus});
 
     auto& today = ShowDay("17/06/2008");
-    EXPECT_EQ(today.RCP[0].text(), "1");
-    EXPECT_EQ(today.RCP[2].text(), " 30.50 ");
-    EXPECT_EQ(today.Grid1.Text(0, 2), "30.5 "); // the cell shows the number as it is
+    EXPECT_EQ(today.RCP[J_CAISSE::DayActs].text(), "1");
+    EXPECT_EQ(today.RCP[J_CAISSE::DayReceived].text(), " 30.50 ");
+    EXPECT_EQ(today.Grid1.Text(0, J_CAISSE::Received), "30.5 "); // the cell shows the unrounded number
     EXPECT_EQ(RowOf(today.Grid2, 0), QStringList({"1", " Benali", " Zoé", "", " 8-9", "P ", "70 "}));
     EXPECT_EQ(RowOf(today.Grid3, 0), QStringList({"1", " Benali", " Zoé", " Consultation", " 8-9", "R-", "30.5 "}));
 
     core::PickedDate = "18/06/2008";
     today.ShowCashDay();
-    EXPECT_EQ(today.RCP[1].text(), "  100.50");
+    EXPECT_EQ(today.RCP[J_CAISSE::OpeningBalance].text(), "  100.50");
 }
 
-TEST_F(CashStatement, ListsByKeyWithNumbersFromOneAndShowsZeroOnlyWhenSettled)
+TEST_F(CashStatement, ListsByKeyAndShowsZeroOnlyWhenSettled)
 {
     practice.Patient("Haddad", dao::Value());
     practice.Act({.montant = 0, .flag_R = PaymentCode::Gr, .num_patient = 2, .HH = 9});
@@ -118,7 +118,7 @@ TEST_F(CashStatement, ListsByKeyWithNumbersFromOneAndShowsZeroOnlyWhenSettled)
     EXPECT_EQ(RowOf(screen.Grid2, 0), QStringList({"1", " Haddad", " ", " Consultation", " 17-18", "Gr", "0 "}));
     EXPECT_EQ(RowOf(screen.Grid3, 0), QStringList({"1", "", "", " Consultation", " 13-14", "NP", ""}));
     EXPECT_EQ(RowOf(screen.Grid4, 0), QStringList({"1", " L'eau <b>&", "12.5 "}));
-    EXPECT_EQ(screen.RCP[7].text(), "  12.50");
+    EXPECT_EQ(screen.RCP[J_CAISSE::ExpensesTotal].text(), "  12.50");
 }
 
 TEST_F(CashStatement, SettlesAPendingActByKeyboard)
@@ -127,7 +127,7 @@ TEST_F(CashStatement, SettlesAPendingActByKeyboard)
     const dao::Key act = practice.Act({});
     practice.Act({.montant = 40, .flag_R = PaymentCode::RMinus});
     auto& screen = ShowDay("17/06/2008");
-    screen.SSTab1.setCurrentIndex(2);
+    screen.SSTab1.setCurrentIndex(J_CAISSE::PendingTab);
 
     Press(screen.Grid3, Qt::Key_Return);
     ASSERT_TRUE(screen.SSPanel2.isVisible());
@@ -139,24 +139,24 @@ TEST_F(CashStatement, SettlesAPendingActByKeyboard)
     Type(screen.SSPanel2.Amount, "1 250,5x");
     Press(screen.SSPanel2.Amount, Qt::Key_Return);
     desk.ExpectMessage("Correction enregistrée", Icon::Information, "ZEP Lumo");
-    Press(screen.SSPanel2.Image3[0], Qt::Key_Return);
+    Press(screen.SSPanel2.Image3[CorrectionPanel::Accept], Qt::Key_Return);
 
     EXPECT_FALSE(screen.SSPanel2.isVisible());
     EXPECT_TRUE(screen.SSTab1.isEnabled());
     EXPECT_EQ(practice.Stored("Actes", act, "flag_R").Long(), PaymentCode::P);
     EXPECT_EQ(practice.Stored("Actes", act, "montant").Double(), 1250.5);
     EXPECT_EQ(practice.Stored("Actes", act, "Date").Text(), "17/06/2008");
-    EXPECT_EQ(screen.Grid2.Text(0, 6), "1250.5 ");
+    EXPECT_EQ(screen.Grid2.Text(0, J_CAISSE::Amount), "1250.5 ");
     EXPECT_EQ(screen.Grid3.Rows(), 1);
-    EXPECT_EQ(screen.Grid3.Text(0, 5), "R-");
-    EXPECT_EQ(screen.RCP[2].text(), "1 290.50 ");
+    EXPECT_EQ(screen.Grid3.Text(0, J_CAISSE::Code), "R-");
+    EXPECT_EQ(screen.RCP[J_CAISSE::DayReceived].text(), "1 290.50 ");
 }
 
-TEST_F(CashStatement, LeavesEverythingWhenTheCorrectionIsCancelled)
+TEST_F(CashStatement, ChangesNothingWhenTheCorrectionIsCancelled)
 {
     const dao::Key act = practice.Act({.montant = 15, .flag_R = PaymentCode::RMinus});
     auto& screen = ShowDay("17/06/2008");
-    screen.SSTab1.setCurrentIndex(2);
+    screen.SSTab1.setCurrentIndex(J_CAISSE::PendingTab);
 
     DoubleClick(screen.Grid3, 0);
     ASSERT_TRUE(screen.SSPanel2.isVisible());
@@ -170,7 +170,7 @@ TEST_F(CashStatement, LeavesEverythingWhenTheCorrectionIsCancelled)
     EXPECT_EQ(practice.Stored("Actes", act, "montant").Double(), 15);
 }
 
-TEST_F(CashStatement, WritesToNoOtherActWhenOneIsGone)
+TEST_F(CashStatement, WritesToNoOtherActWhenOneWasDeleted)
 {
     const dao::Key first = practice.Act({.montant = 1, .flag_R = PaymentCode::RMinus});
     const dao::Key second = practice.Act({.montant = 2, .flag_R = PaymentCode::RMinus});
@@ -187,7 +187,7 @@ TEST_F(CashStatement, WritesToNoOtherActWhenOneIsGone)
     expectGone();
     Click(screen.SSPanel2.Image3[CorrectionPanel::Accept]);
     EXPECT_FALSE(screen.SSPanel2.isVisible());
-    EXPECT_EQ(screen.Grid3.Rows(), 2); // what the day holds now
+    EXPECT_EQ(screen.Grid3.Rows(), 2); // the current acts of the day
 
     practice.Remove("Actes", second);
     Click(screen.Grid3, 1);
@@ -199,7 +199,7 @@ TEST_F(CashStatement, WritesToNoOtherActWhenOneIsGone)
     EXPECT_FALSE(desk.EndCode().has_value());
 }
 
-TEST_F(CashStatement, DropsACorrectionWhenItsDayGoes)
+TEST_F(CashStatement, DropsACorrectionWhenTheDayChanges)
 {
     const dao::Key act = practice.Act({.day = "16/06/2008", .montant = 9, .flag_R = PaymentCode::RMinus});
     auto& screen = ShowDay("16/06/2008");
@@ -209,7 +209,7 @@ TEST_F(CashStatement, DropsACorrectionWhenItsDayGoes)
 
     desk.WhenModal<core::Q_Date_2>([](core::Q_Date_2& picker) { Click(picker.Image2[core::Q_Date_2::CancelDay]); });
     Click(screen.Image1[J_CAISSE::OtherDate]);
-    EXPECT_TRUE(screen.SSPanel2.isVisible()); // no other day, nothing dropped
+    EXPECT_TRUE(screen.SSPanel2.isVisible()); // no other day, nothing discarded
 
     desk.WhenModal<core::Q_Date_2>([](core::Q_Date_2& picker) { Click(picker.Image2[core::Q_Date_2::AcceptDay]); });
     Press(screen.SSPanel2.Amount, Qt::Key_F4);
@@ -219,7 +219,7 @@ TEST_F(CashStatement, DropsACorrectionWhenItsDayGoes)
     EXPECT_EQ(practice.Stored("Actes", act, "montant").Double(), 9);
 }
 
-TEST_F(CashStatement, TakesANegativeAmountAndEverySecondDigitOfALargeOne)
+TEST_F(CashStatement, AcceptsNegativeAndLargeAmounts)
 {
     const dao::Key act = practice.Act({});
     auto& screen = ShowDay("17/06/2008");
@@ -240,13 +240,13 @@ TEST_F(CashStatement, TakesANegativeAmountAndEverySecondDigitOfALargeOne)
     EXPECT_EQ(screen.RCP[J_CAISSE::NewBalance].text(), "123 456 789.50");
 }
 
-TEST_F(CashStatement, DoesNothingWhereThereIsNothingToCorrect)
+TEST_F(CashStatement, DoesNothingWithoutAPendingAct)
 {
     auto& screen = ShowDay("17/06/2008");
-    screen.SSTab1.setCurrentIndex(2);
+    screen.SSTab1.setCurrentIndex(J_CAISSE::PendingTab);
 
     DoubleClick(screen.Grid3, 0);
-    Click(screen.Image2[4]);
+    Click(screen.Image2[J_CAISSE::Correct]);
 
     EXPECT_FALSE(screen.SSPanel2.isVisible());
     EXPECT_TRUE(screen.SSTab1.isEnabled());
@@ -256,29 +256,29 @@ TEST_F(CashStatement, CorrectingYesterdayChangesTodaysOpeningBalance)
 {
     practice.Act({.day = "16/06/2008"});
     auto& screen = ShowDay("16/06/2008");
-    screen.SSTab1.setCurrentIndex(2);
-    Click(screen.Image2[4]);
+    screen.SSTab1.setCurrentIndex(J_CAISSE::PendingTab);
+    Click(screen.Image2[J_CAISSE::Correct]);
     screen.SSPanel2.Code.SetListIndex(PaymentCode::P);
     screen.SSPanel2.Amount.setText("800");
     desk.ExpectMessage("Correction enregistrée", Icon::Information, "ZEP Lumo");
-    Click(screen.SSPanel2.Image3[0]);
+    Click(screen.SSPanel2.Image3[CorrectionPanel::Accept]);
 
     desk.WhenModal<core::Q_Date_2>([](core::Q_Date_2& picker) {
         EXPECT_EQ(picker.Label2.text(), "17"); // today, not the day shown before
-        Click(picker.Image2[0]);
+        Click(picker.Image2[core::Q_Date_2::AcceptDay]);
     });
-    Click(screen.Image1[1]);
+    Click(screen.Image1[J_CAISSE::OtherDate]);
 
     EXPECT_EQ(screen.SSPanel1.Tag, "17/06/2008");
-    EXPECT_EQ(screen.RCP[1].text(), "  800.00");
-    EXPECT_EQ(screen.RCP[4].text(), "  800.00");
+    EXPECT_EQ(screen.RCP[J_CAISSE::OpeningBalance].text(), "  800.00");
+    EXPECT_EQ(screen.RCP[J_CAISSE::NewBalance].text(), "  800.00");
 
-    desk.WhenModal<core::Q_Date_2>([](core::Q_Date_2& picker) { Click(picker.Image2[1]); });
-    Click(screen.Image1[1]);
+    desk.WhenModal<core::Q_Date_2>([](core::Q_Date_2& picker) { Click(picker.Image2[core::Q_Date_2::CancelDay]); });
+    Click(screen.Image1[J_CAISSE::OtherDate]);
     EXPECT_EQ(screen.SSPanel1.Tag, "17/06/2008");
 }
 
-TEST_F(CashStatement, EndsOnCodesThatNoListKnows)
+TEST_F(CashStatement, EndsTheProgramOnUnknownCodes)
 {
     practice.Act({.montant = 1, .flag_R = 6});
     practice.Open();
@@ -291,10 +291,10 @@ TEST_F(CashStatement, SpeaksBothLanguagesAndNamesEveryControl)
     auto& screen = ShowDay("17/06/2008");
     EXPECT_EQ(AccessibilityFaults(screen), QStringList());
 
-    screen.Image1[2].setFocus();
+    screen.Image1[J_CAISSE::Quit].setFocus();
     EXPECT_EQ(screen.Bulle.text(), " Quitter ");
     core::LanguageMode = 1;
-    screen.Image1[1].setFocus();
+    screen.Image1[J_CAISSE::OtherDate].setFocus();
     EXPECT_TRUE(screen.Bulle.isVisible());
     EXPECT_EQ(screen.Bulle.text(), "تـغـيير");
     screen.SSTab1.setFocus();

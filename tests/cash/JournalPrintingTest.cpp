@@ -1,5 +1,6 @@
 #include "cash/Recettes.h"
 
+#include "support/Dates.h"
 #include "support/Reports.h"
 
 #include <QGuiApplication>
@@ -47,13 +48,11 @@ protected:
     Recettes& OpenOnPeriod()
     {
         auto& screen = Open();
-        screen.Dates.SSTab2.setCurrentIndex(1);
-        screen.Dates.Text1[PeriodChooser::First].setText("16/06/2008");
-        Click(screen.Dates.Image2[PeriodChooser::AcceptPeriod]);
+        tests::AcceptPeriod(screen.Dates, "16/06/2008", "17/06/2008");
         return screen;
     }
 
-    /// Clicks a print button, on its page.
+    /// Clicks a print button on its page.
     static void Print(Recettes& screen, int button)
     {
         screen.SSTab1.setCurrentIndex(button == Recettes::PrintCodes ? Recettes::CodesTab : Recettes::RecapTab);
@@ -92,7 +91,7 @@ protected:
 
 } // namespace
 
-TEST_F(JournalPrinting, HandsTheServicesOverAsTheScreenShowsThem)
+TEST_F(JournalPrinting, PrintsTheServicesAsShown)
 {
     auto& screen = OpenOnPeriod();
     Click(screen.Grid1, 1);
@@ -102,11 +101,11 @@ TEST_F(JournalPrinting, HandsTheServicesOverAsTheScreenShowsThem)
 
     EXPECT_EQ(Headings(), periodHeadings);
     EXPECT_EQ(Scratch(), QStringList({"-|Consultation|1|100|100", "-|ECG|2|300.25|699.75", "-|Soins & Co|0|0|0"}));
-    EXPECT_EQ(screen.Grid1.Row(), 1); // the service in hand stays
+    EXPECT_EQ(screen.Grid1.Row(), 1); // the current service stays
     EXPECT_EQ(Codes(), QStringList("ancienne ligne|-|-|-|-|-|-|-"));
 }
 
-TEST_F(JournalPrinting, HandsEveryCodeOverWithoutTheTotals)
+TEST_F(JournalPrinting, PrintsEveryCodeWithoutTheTotals)
 {
     auto& screen = OpenOnPeriod();
 
@@ -124,7 +123,7 @@ TEST_F(JournalPrinting, HandsEveryCodeOverWithoutTheTotals)
     EXPECT_EQ(Scratch(), QStringList("7|ancienne ligne|-|-|0"));
 }
 
-TEST_F(JournalPrinting, AsksForTheScopeOfTheDetailAndStartsOnNothing)
+TEST_F(JournalPrinting, AsksForTheScopeOfTheDetail)
 {
     auto& screen = OpenOnPeriod();
     Click(screen.Grid1, 2);
@@ -172,8 +171,8 @@ TEST_F(JournalPrinting, PrintsTheActsOfOneServiceWithTheTotalsOfAll)
 TEST_F(JournalPrinting, PrintsTheListedActsAsTheyAreAtThePrint)
 {
     const dao::Key unpaid = practice.Act({.montant = 5, .num_presta = 3, .Type = "K0"});
-    const dao::Key withoutCode =
-        practice.Act({.flag_R = PaymentCode::P, .num_presta = 3, .Type = dao::Value()}); // as the act before it
+    const dao::Key withoutCode = practice.Act(
+        {.flag_R = PaymentCode::P, .num_presta = 3, .Type = dao::Value()}); // takes the code of the act before
     auto& screen = OpenOnPeriod();
     practice.Write(QString("Update Actes set montant = 100 where num = %1").arg(first));
     practice.Remove("Actes", third);
@@ -196,15 +195,13 @@ TEST_F(JournalPrinting, PrintsTheListedActsAsTheyAreAtThePrint)
     EXPECT_EQ(Scratch(), rows);
 }
 
-TEST_F(JournalPrinting, PrintsWhatTheLastFillHasRead)
+TEST_F(JournalPrinting, PrintsTheLastFill)
 {
     auto& screen = OpenOnPeriod();
     practice.Write("Update Presta set Ordre = 9 where num = 1");
     const auto showDay = [&](const QString& day) {
         Click(screen.Image1[Recettes::OtherDates]);
-        screen.Dates.SSTab2.setCurrentIndex(0);
-        screen.Dates.Text1[PeriodChooser::Day].setText(day);
-        Click(screen.Dates.Image2[PeriodChooser::AcceptDay]);
+        tests::AcceptDay(screen.Dates, day);
     };
     showDay("17/06/2008");
     tests::ExpectPreview(desk, "Détail Journée du Mar 17-06-2008");
@@ -218,7 +215,7 @@ TEST_F(JournalPrinting, PrintsWhatTheLastFillHasRead)
     EXPECT_EQ(Scratch(), QStringList({Row(first, "199.75"), Row(third, "500")}));
 }
 
-TEST_F(JournalPrinting, PrintsBeforeAnythingWasRead)
+TEST_F(JournalPrinting, PrintsBeforeTheFirstFill)
 {
     auto& screen = Open();
     Click(screen.Dates.Image2[PeriodChooser::CancelDay]);
@@ -258,18 +255,21 @@ TEST_F(JournalPrinting, ChangesNothingWithoutATemplate)
     EXPECT_EQ(Codes(), QStringList("ancienne ligne|-|-|-|-|-|-|-"));
 }
 
-TEST_F(JournalPrinting, ValuesAnActThatHasArrivedSinceTheScreenOpened)
+TEST_F(JournalPrinting, SeesActsAndPatientsAddedSinceTheScreenOpened)
 {
     auto& screen = OpenOnPeriod();
-    const dao::Key arrived = practice.Act({.montant = 70, .flag_R = PaymentCode::RPlus, .num_presta = 3});
+    const int patient = static_cast<int>(practice.Patient("Nouveau", "Arrivé"));
+    const dao::Key arrived =
+        practice.Act({.montant = 70, .flag_R = PaymentCode::RPlus, .num_patient = patient, .num_presta = 3});
     Click(screen.Image1[Recettes::OtherDates]);
     Click(screen.Dates.Image2[PeriodChooser::AcceptPeriod]);
+    EXPECT_EQ(screen.Grid2.Text(screen.Grid2.Rows() - 1, Recettes::Patient), "Nouveau Arrivé");
     tests::ExpectPreview(desk, "Détail Période du Lun 16-06-2008 au Mar 17-06-2008");
     PrintScope(screen, Recettes::AllUnits);
     EXPECT_TRUE(Scratch().contains(Row(arrived, "70"))) << Scratch().join(' ').toStdString();
 }
 
-TEST_F(JournalPrinting, EndsTheHourglassThatARefusedPeriodHasLeft)
+TEST_F(JournalPrinting, EndsTheHourglassOfARefusedPeriod)
 {
     auto& screen = OpenOnPeriod();
     const auto refuse = [&] {

@@ -4,6 +4,7 @@
 #include "platform/basic/RuntimeError.h"
 #include "support/Accessibility.h"
 #include "support/Cells.h"
+#include "support/Dates.h"
 #include "support/OtherProgram.h"
 #include "support/Reports.h"
 
@@ -33,24 +34,20 @@ protected:
         return desk.Open<Recettes>();
     }
 
-    static void Choose(Recettes& screen, int page)
+    static void ChooseDates(Recettes& screen)
     {
         if (!screen.Dates.isVisible())
             Click(screen.Image1[Recettes::OtherDates]);
-        screen.Dates.SSTab2.setCurrentIndex(page);
     }
     static void ShowDay(Recettes& screen, const QString& day)
     {
-        Choose(screen, 0);
-        screen.Dates.Text1[PeriodChooser::Day].setText(day);
-        Click(screen.Dates.Image2[PeriodChooser::AcceptDay]);
+        ChooseDates(screen);
+        tests::AcceptDay(screen.Dates, day);
     }
     static void ShowPeriod(Recettes& screen, const QString& first, const QString& last)
     {
-        Choose(screen, 1);
-        screen.Dates.Text1[PeriodChooser::First].setText(first);
-        screen.Dates.Text1[PeriodChooser::Last].setText(last);
-        Click(screen.Dates.Image2[PeriodChooser::AcceptPeriod]);
+        ChooseDates(screen);
+        tests::AcceptPeriod(screen.Dates, first, last);
     }
 
     static bool IsChoosing(Recettes& screen)
@@ -78,7 +75,7 @@ protected:
         return totals;
     }
 
-    /// The error that reading today's acts ends with, once this act is one of them.
+    /// The error raised by reading today's acts including this one.
     std::optional<Error> ErrorOfDayWith(Recettes& screen, const tests::ActRow& act)
     {
         const dao::Key key = practice.Act(act);
@@ -138,7 +135,7 @@ TEST_F(ActivityJournal, ReadsTheRatesAsWholeNumbersAndMakesTheRowWhenItIsMissing
     EXPECT_EQ(ErrorOf([&] { screen.Load(); }), Error::Overflow);
 }
 
-TEST_F(ActivityJournal, ValuesAnActByItsPaymentStateAndItsCode)
+TEST_F(ActivityJournal, ValuesActsByPaymentStateAndCode)
 {
     const struct {
         dao::Value type;
@@ -152,7 +149,7 @@ TEST_F(ActivityJournal, ValuesAnActByItsPaymentStateAndItsCode)
         {" C ", PaymentCode::RMinus, 30, " 70 ", 0},
         {"X", PaymentCode::P, 0, " 100 ", 0}, // a single character is "C" whatever it is
         {"K12", PaymentCode::RMinus, 300, " 200 ", 13},
-        {dao::Value(), PaymentCode::P, 0, " 500 ", 13}, // that of the act before
+        {dao::Value(), PaymentCode::P, 0, " 500 ", 13}, // code of the act before
         {"K12", PaymentCode::RMinus, 500, "", 13},
         {"K12", PaymentCode::RMinus, 750.4, "- 250 ", 13},
         {"K12", PaymentCode::RPlus, 650.5, " 651 ", 13},
@@ -163,7 +160,7 @@ TEST_F(ActivityJournal, ValuesAnActByItsPaymentStateAndItsCode)
         {"  ", PaymentCode::P, 0, " 10 ", 1},
         {"Kx", PaymentCode::P, 0, " 10 ", 1},
         {"K0", PaymentCode::P, 0, " 10 ", 1},
-        {"K0.5", PaymentCode::P, 0, " 20 ", 2}, // 1.5 goes to the even neighbour
+        {"K0.5", PaymentCode::P, 0, " 20 ", 2}, // 1.5 is rounded half to even
         {"K29", PaymentCode::P, 0, "32 767 ", 30},
         {" K 30 ", PaymentCode::P, 0, "- 5 ", 31},
     };
@@ -189,7 +186,7 @@ TEST_F(ActivityJournal, ValuesAnActByItsPaymentStateAndItsCode)
     EXPECT_EQ(StateTotals(screen), QStringList({"1", "4", "11", "1", "1", "1", "19"}));
 }
 
-TEST_F(ActivityJournal, KeepsTheCodeOverServicesAndFills)
+TEST_F(ActivityJournal, CarriesTheLastCodeOverServicesAndFills)
 {
     practice.Act({.day = "16/06/2008", .flag_R = PaymentCode::P, .Type = "K12"});
     practice.Act({.day = "16/06/2008", .flag_R = PaymentCode::P, .num_presta = 2, .Type = dao::Value()});
@@ -206,7 +203,7 @@ TEST_F(ActivityJournal, KeepsTheCodeOverServicesAndFills)
     EXPECT_EQ(screen.Grid3.Text(0, 3), "");
 }
 
-TEST_F(ActivityJournal, EndsOnValuesThatNoListKnows)
+TEST_F(ActivityJournal, EndsTheProgramOnUnknownValues)
 {
     auto& screen = OpenScreen();
     const auto errorWith = [&](const tests::ActRow& act) { return ErrorOfDayWith(screen, act); };
@@ -218,35 +215,18 @@ TEST_F(ActivityJournal, EndsOnValuesThatNoListKnows)
     EXPECT_EQ(errorWith({.HH = dao::Value()}), Error::InvalidNull);
     EXPECT_EQ(errorWith({.montant = dao::Value()}), Error::InvalidNull);
 
-    // A code past "K30" has no rate; it is an error where a rate is asked for, and where it can't be counted.
+    // A code past "K30" has no rate: an error if a rate is needed or it can't be counted.
     EXPECT_EQ(errorWith({.flag_R = PaymentCode::P, .Type = "K31"}), Error::IndexOutOfRange);
     EXPECT_EQ(errorWith({.flag_R = PaymentCode::RMinus, .Type = "K-2"}), Error::IndexOutOfRange);
     EXPECT_EQ(errorWith({.flag_R = PaymentCode::NP, .Type = "K32"}), std::nullopt);
     EXPECT_EQ(errorWith({.flag_R = PaymentCode::NP, .Type = "K33"}), Error::IndexOutOfRange);
     EXPECT_EQ(errorWith({.flag_R = PaymentCode::Gr, .Type = "K32767"}), Error::Overflow);
-}
 
-// Its code has no row of its own: the act counts among those of its payment state and nowhere else.
-TEST_F(ActivityJournal, CountsAnUnvaluedCodePastTheRatesByItsPaymentStateAlone)
-{
-    practice.Act({.flag_R = PaymentCode::NP, .Type = "K31"});
-    auto& screen = OpenScreen();
-    Click(screen.Dates.Image2[core::PeriodChooser::AcceptDay]);
-    QStringList totals;
-    for (int total = 0; total < screen.LT.Size(); ++total)
-        totals << screen.LT[total].text();
-    EXPECT_EQ(totals, QStringList({"1", "", "", "", "", "", ""}));
+    practice.Act({.flag_R = PaymentCode::NP, .Type = "K31"}); // only counts in the total of its payment state
+    ShowDay(screen, "17/06/2008");
+    EXPECT_EQ(StateTotals(screen), QStringList({"1", "", "", "", "", "", ""}));
     for (int row = 0; row < screen.Grid3.Rows(); ++row)
         EXPECT_EQ(screen.Grid3.Text(row, Recettes::FirstCount), "") << row;
-}
-
-TEST_F(ActivityJournal, FindsWhatAnotherProgramHasAddedSinceItOpened)
-{
-    auto& screen = OpenScreen();
-    const dao::Key patient = practice.Patient("Nouveau", "Arrivé");
-    practice.Act({.montant = 70, .flag_R = PaymentCode::RPlus, .num_patient = int(patient)});
-    Click(screen.Dates.Image2[core::PeriodChooser::AcceptDay]);
-    EXPECT_EQ(screen.Grid2.Text(0, Recettes::Patient), "Nouveau Arrivé");
 }
 
 TEST_F(ActivityJournal, ShowsAPeriodByServiceByCodeAndActByAct)
@@ -263,7 +243,7 @@ TEST_F(ActivityJournal, ShowsAPeriodByServiceByCodeAndActByAct)
                            {"num_patient", 77},
                            {"num_presta", 3},
                            {"montant", 0}});
-    practice.Act({.day = "16/06/2008", .montant = 900, .num_presta = 99}); // of a service that is gone
+    practice.Act({.day = "16/06/2008", .montant = 900, .num_presta = 99}); // of a deleted service
     auto& screen = OpenScreen();
     ShowPeriod(screen, "15/06/2008", "17/06/2008");
 
@@ -287,7 +267,7 @@ TEST_F(ActivityJournal, ShowsAPeriodByServiceByCodeAndActByAct)
     EXPECT_EQ(screen.Grid3.selectionModel()->selectedRows().value(0).row(), 0);
 }
 
-TEST_F(ActivityJournal, ShowsWideAmountsWholeAndNoneThatAreNotAboveZero)
+TEST_F(ActivityJournal, ShowsWideAmountsUncutAndOnlyPositiveOnes)
 {
     practice.Act({.montant = 123456789.5, .flag_R = PaymentCode::RPlus});
     practice.Act({.day = "16/06/2008", .montant = -123456789.5, .flag_R = PaymentCode::RPlus});
@@ -302,7 +282,7 @@ TEST_F(ActivityJournal, ShowsWideAmountsWholeAndNoneThatAreNotAboveZero)
     EXPECT_EQ(Totals(screen), QStringList({"1", "", "", "", ""}));
 }
 
-TEST_F(ActivityJournal, LeavesTheLastColumnsOfTheFirstRowFromTheFillBefore)
+TEST_F(ActivityJournal, KeepsTheLastCellOfTheFirstRowFromThePreviousFill)
 {
     practice.Act({.day = "16/06/2008", .montant = 7, .flag_R = PaymentCode::RPlus});
     practice.Act({.day = "16/06/2008", .montant = 8, .flag_R = PaymentCode::RPlus});
@@ -320,7 +300,7 @@ TEST_F(ActivityJournal, LeavesTheLastColumnsOfTheFirstRowFromTheFillBefore)
     EXPECT_EQ(screen.Grid2.Text(0, Recettes::Value), " 7 ");
     EXPECT_EQ(screen.Grid2.Text(1, Recettes::Value), "");
     EXPECT_EQ(Totals(screen), QStringList({"2", "  11 ", "", " 11 ", ""}));
-    EXPECT_EQ(screen.Grid3.Text(0, 4), ""); // the codes are counted anew
+    EXPECT_EQ(screen.Grid3.Text(0, 4), ""); // the codes are counted from zero
     EXPECT_EQ(screen.Grid1.Row(), 0);
 
     ShowPeriod(screen, "01/01/2008", "02/01/2008");
@@ -333,7 +313,7 @@ TEST_F(ActivityJournal, LeavesTheLastColumnsOfTheFirstRowFromTheFillBefore)
     EXPECT_EQ(Totals(screen), QStringList({"3", "  24 ", "  24 ", " 24 ", " 24 "}));
 }
 
-TEST_F(ActivityJournal, RefusesADayWithoutActsAndTakesAPeriodWithout)
+TEST_F(ActivityJournal, RefusesADayWithoutActsButAcceptsSuchAPeriod)
 {
     practice.Act({.montant = 5, .flag_R = PaymentCode::P});
     auto& screen = OpenScreen();
@@ -356,27 +336,13 @@ TEST_F(ActivityJournal, RefusesADayWithoutActsAndTakesAPeriodWithout)
     EXPECT_EQ(RowOf(screen.Grid3, 0), QStringList({"C", "", "", "", "", "", "", ""}));
 }
 
-TEST_F(ActivityJournal, RefusesDatesThatAreMissingOrBad)
-{
-    practice.Act({});
-    auto& screen = OpenScreen();
-    for (const char* day : {"", "17/06/208", "31/06/2008"}) {
-        desk.ExpectMessage("Date incorrecte", Icon::Critical, "ATTENTION");
-        Choose(screen, 0);
-        screen.Dates.Text1[PeriodChooser::Day].setFocus();
-        ShowDay(screen, day);
-    }
-    desk.ExpectMessage("Saisie incomplète", Icon::Critical, "ATTENTION");
-    ShowPeriod(screen, "17/06/2008", "17/06/20");
-    EXPECT_TRUE(IsChoosing(screen));
-    EXPECT_FALSE(PointerWaits());
-    EXPECT_EQ(screen.SSPanel1.Caption(), "");
-}
-
-TEST_F(ActivityJournal, LeavesTheHourglassOfAPeriodRefusedForItsOrderUntilTheNextFill)
+TEST_F(ActivityJournal, KeepsTheHourglassOfARefusedPeriodUntilTheNextFill)
 {
     practice.Act({.day = "15/06/2008"});
     auto& screen = OpenScreen();
+    desk.ExpectMessage("Date incorrecte", Icon::Critical, "ATTENTION");
+    ShowDay(screen, "17/06/208");
+    EXPECT_FALSE(PointerWaits());
     const auto refuse = [&] {
         desk.ExpectMessage("Dates inversées", Icon::Critical, "ZEP Lumo");
         ShowPeriod(screen, "17/06/2008", "15/06/2008");
@@ -412,7 +378,8 @@ TEST_F(ActivityJournal, KeepsTheFiguresWhenTheChoiceIsCancelled)
     EXPECT_EQ(screen.SSTab1.currentIndex(), Recettes::CodesTab);
 
     for (const int cancel : {PeriodChooser::CancelDay, PeriodChooser::CancelPeriod}) {
-        Choose(screen, cancel == PeriodChooser::CancelDay ? 0 : 1);
+        ChooseDates(screen);
+        screen.Dates.SSTab2.setCurrentIndex(cancel == PeriodChooser::CancelDay ? 0 : 1);
         EXPECT_TRUE(IsChoosing(screen));
         Click(screen.Dates.Image2[cancel]);
         EXPECT_TRUE(IsReading(screen));
@@ -427,7 +394,7 @@ TEST_F(ActivityJournal, KeepsTheFiguresWhenTheChoiceIsCancelled)
     EXPECT_EQ(screen.Grid2.Text(0, Recettes::Amount), " 5 ");
 }
 
-TEST_F(ActivityJournal, ListsAtMostSoManyActsServiceByService)
+TEST_F(ActivityJournal, LimitsTheListServiceByService)
 {
     const dao::Key full = practice.Service("Labo", 0);
     const auto addFull = [&](int acts, const QString& isoDay) {
@@ -459,7 +426,7 @@ TEST_F(ActivityJournal, ListsAtMostSoManyActsServiceByService)
     };
 
     order(0, 2, 1);
-    show("10/06/2008", 0); // just the most
+    show("10/06/2008", 0); // exactly the limit
     EXPECT_EQ(screen.Grid2.Rows(), MostRows);
     EXPECT_EQ(screen.Grid2.Text(MostRows - 1, Recettes::Value), " 100 ");
     EXPECT_EQ(screen.LT[6].text(), "16352");
@@ -472,7 +439,7 @@ TEST_F(ActivityJournal, ListsAtMostSoManyActsServiceByService)
     order(0, 1, 2);
     show("11/06/2008", 1);
     EXPECT_EQ(screen.Grid2.Rows(), 2);
-    order(0, 2, 1); // in the middle: what follows is listed
+    order(0, 2, 1); // in the middle: the services after it are listed
     show("12/06/2008", 1);
     ASSERT_EQ(screen.Grid2.Rows(), 2);
     EXPECT_EQ(screen.Grid2.Text(1, Recettes::ActUnit), " ECG");

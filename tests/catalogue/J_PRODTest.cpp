@@ -18,7 +18,7 @@ using tests::RowOf;
 
 namespace {
 
-/// A desk on which something happens while a question stands.
+/// A desk on which something happens while a question is open.
 class InterruptedDesk : public ScriptedDesk {
 public:
     std::function<void()> Meanwhile;
@@ -66,7 +66,7 @@ protected:
 
     QStringList Stored() { return tests::RowsOf(practice, "select num, Ordre from Presta order by Ordre"); }
 
-    /// In the list: the grid can be used and all four buttons show; else in an entry, with "Quitter" alone.
+    /// In the list the grid is enabled and all four buttons are shown; in an entry only "Quitter".
     static bool IsListing(J_PROD& screen)
     {
         const bool listing = !screen.SSPanel3.isVisible();
@@ -96,7 +96,7 @@ TEST_F(Services, ListsTheServicesInTheirOrder)
     EXPECT_TRUE(screen.Grid1.hasFocus());
     EXPECT_EQ(screen.windowTitle(), " ");
     EXPECT_EQ(AccessibilityFaults(screen), QStringList());
-    core::PrestaTable.MoveFirst(); // the handles of the run are replaced by living ones
+    core::PrestaTable.MoveFirst(); // the handles of the run were replaced by open ones
     EXPECT_EQ(core::PrestaTable["denom"].Text(), "Consultation");
     Quit(screen);
     EXPECT_EQ(Stored(), QStringList({"3|-1", "1|0", "2|1"})); // nothing was changed, nothing is written
@@ -114,7 +114,7 @@ TEST_F(Services, StoresAPriceAsANumberAndShowsItAsTyped)
     Press(screen.NameField, Qt::Key_Return);
     ASSERT_TRUE(screen.PriceField.hasFocus());
     Type(screen.PriceField, "12,50x");
-    Press(screen.PriceField, Qt::Key_Return); // goes no further
+    Press(screen.PriceField, Qt::Key_Return); // refused
     EXPECT_FALSE(IsListing(screen));
     desk.ExpectMessage("Enregistrement réussi", Icon::Information, "Lumo Orvane");
     Press(screen.Image2[J_PROD::Accept], Qt::Key_Return);
@@ -155,7 +155,7 @@ TEST_F(Services, AsksForNameAndPrice)
     EXPECT_EQ(Stored(), QStringList({"1|0", "2|1"}));
 }
 
-TEST_F(Services, ModifiesInPlaceUntilANewOneWasEnteredAndAddsFromThenOn)
+TEST_F(Services, ModifiesInPlaceUntilANewOneWasEnteredThenAdds)
 {
     practice.Write("Update Presta set prix = 99.5");
     auto& screen = OpenScreen();
@@ -189,7 +189,7 @@ TEST_F(Services, ModifiesInPlaceUntilANewOneWasEnteredAndAddsFromThenOn)
     EXPECT_EQ(practice.Stored("Presta", 4, "denom").Text(), "Garde");
 }
 
-TEST_F(Services, OpensInTheEntryOfTheFirstOneWhenThereIsNone)
+TEST_F(Services, OpensTheEntryPanelWhenThereAreNone)
 {
     practice.Write("delete from Presta");
     auto& screen = OpenScreen();
@@ -197,7 +197,7 @@ TEST_F(Services, OpensInTheEntryOfTheFirstOneWhenThereIsNone)
     EXPECT_EQ(screen.SSPanel2.Caption(), "NOUVELLE PRESTATION");
     EXPECT_TRUE(screen.NameField.hasFocus());
 
-    Click(screen.Image2[J_PROD::Cancel]); // there is nothing in the list that could be modified, deleted or moved
+    Click(screen.Image2[J_PROD::Cancel]); // the list is empty: nothing to modify, delete or move
     EXPECT_TRUE(IsListing(screen));
     EXPECT_FALSE(screen.Grid1.isEnabled());
     for (const int action : {J_PROD::Modify, J_PROD::Delete})
@@ -216,17 +216,17 @@ TEST_F(Services, OpensInTheEntryOfTheFirstOneWhenThereIsNone)
               QStringList({"Consultation|0", "ECG|1"}));
 }
 
-TEST_F(Services, MoveBetweenTheProtectedPlaceAndTheEnd)
+TEST_F(Services, MoveBetweenTheProtectedPositionAndTheEnd)
 {
     practice.Write("Update Presta set prix = num");
     AddThree();
     auto& screen = OpenScreen();
     const QStringList before = Column(screen, J_PROD::Name);
 
-    Press(screen.Grid1, Qt::Key_Down, Qt::AltModifier); // the first moves neither way
+    Press(screen.Grid1, Qt::Key_Down, Qt::AltModifier); // the first can't be moved
     Press(screen.Grid1, Qt::Key_Up, Qt::AltModifier);
     Click(screen.Grid1, 1);
-    Press(screen.Grid1, Qt::Key_Up, Qt::AltModifier); // nothing takes its place
+    Press(screen.Grid1, Qt::Key_Up, Qt::AltModifier); // it can't be displaced
     Click(screen.Grid1, 4);
     Click(screen.Image1[J_PROD::MoveDown]);
     EXPECT_EQ(Column(screen, J_PROD::Name), before);
@@ -236,7 +236,7 @@ TEST_F(Services, MoveBetweenTheProtectedPlaceAndTheEnd)
     for (int step = 0; step < 4; ++step)
         Press(screen.Grid1, Qt::Key_Down, Qt::AltModifier);
     EXPECT_EQ(screen.Grid1.Row(), 4);
-    Click(screen.Grid1, 3); // and "Visite" behind the first
+    Click(screen.Grid1, 3); // and "Visite" after the first
     Click(screen.Image1[J_PROD::MoveUp]);
     Click(screen.Image1[J_PROD::MoveUp]);
     Click(screen.Image1[J_PROD::MoveUp]);
@@ -245,13 +245,13 @@ TEST_F(Services, MoveBetweenTheProtectedPlaceAndTheEnd)
     EXPECT_EQ(Column(screen, J_PROD::Number), QStringList({"1", "2", "3", "4", "5"}));
     EXPECT_EQ(Column(screen, J_PROD::Price), QStringList({"1", "", "", "", "2"}));
 
-    EXPECT_EQ(Stored(), QStringList({"1|0", "2|1", "3|3", "4|4", "5|5"})); // on the screen alone
+    EXPECT_EQ(Stored(), QStringList({"1|0", "2|1", "3|3", "4|4", "5|5"})); // only on the screen
     Press(screen.Grid1, Qt::Key_W, Qt::ControlModifier);
     EXPECT_FALSE(screen.isVisible());
     EXPECT_EQ(Stored(), QStringList({"1|0", "5|1", "3|2", "4|3", "2|4"}));
 }
 
-TEST_F(Services, DoNotMoveWhereOneOrTwoAreListed)
+TEST_F(Services, DoNotMoveIfOnlyOneOrTwoAreListed)
 {
     for (const int services : {2, 1}) {
         if (services == 1)
@@ -269,7 +269,7 @@ TEST_F(Services, DoNotMoveWhereOneOrTwoAreListed)
     }
 }
 
-TEST_F(Services, LoseTheirMovesByTheCloseBoxAlone)
+TEST_F(Services, LoseTheirMovesByTheCloseBoxOnly)
 {
     AddThree();
     auto& screen = OpenScreen();
@@ -282,9 +282,9 @@ TEST_F(Services, LoseTheirMovesByTheCloseBoxAlone)
     auto& again = desk.Open<J_PROD>();
     Click(again.Grid1, 2);
     Click(again.Image1[J_PROD::MoveUp]);
-    Press(again.Grid1, Qt::Key_F2); // saved where it stands now, and still the same service
+    Press(again.Grid1, Qt::Key_F2); // saved at its new position, still the same service
     EXPECT_EQ(again.NameField.text(), "Pansement");
-    Click(again.Image1[J_PROD::MoveDown]); // also when it is moved on while it is being modified
+    Click(again.Image1[J_PROD::MoveDown]); // even when moved while being modified
     Enter(again, "Bandage", "5");
     again.close();
     EXPECT_EQ(practice.Stored("Presta", 3, "denom").Text(), "Bandage");
@@ -292,7 +292,7 @@ TEST_F(Services, LoseTheirMovesByTheCloseBoxAlone)
     EXPECT_EQ(practice.Stored("Presta", 2, "Ordre").Long(), 1);
 }
 
-TEST_F(Services, LeaveAGapInTheNumbersAndNoneInTheOrder)
+TEST_F(Services, LeaveAGapInTheKeysAndNoneInTheOrder)
 {
     AddThree();
     auto& screen = OpenScreen();
@@ -307,28 +307,17 @@ TEST_F(Services, LeaveAGapInTheNumbersAndNoneInTheOrder)
     EXPECT_EQ(Column(screen, J_PROD::Name), QStringList({"Consultation", "ECG", "Injection", "Visite"}));
     EXPECT_EQ(screen.Grid1.Row(), 0);
     EXPECT_EQ(Stored(), QStringList({"1|0", "2|1", "4|4", "5|5"}));
-    Press(screen.Grid1, Qt::Key_Delete); // the first is never deleted, and not asked about either
+    Press(screen.Grid1, Qt::Key_Delete); // the first is never deleted: no question
     Click(screen.Grid1, 2);
-    Press(screen.Grid1, Qt::Key_F2); // the list and the rows still agree
+    Press(screen.Grid1, Qt::Key_F2); // list and rows still match
     EXPECT_EQ(screen.NameField.text(), "Injection");
     Click(screen.Image2[J_PROD::Cancel]);
     Quit(screen);
     EXPECT_EQ(Stored(), QStringList({"1|0", "2|1", "4|2", "5|3"}));
 }
 
-TEST_F(Services, KeepTheirOrderWhenTheWindowIsClosed)
-{
-    AddThree();
-    auto& screen = OpenScreen();
-    Click(screen.Grid1, 2);
-    desk.ExpectMessage("Confirmer supression de ligne N° 3", Icon::Question, "Confirmation", Answer::Yes);
-    Press(screen.Grid1, Qt::Key_Delete);
-    screen.close();
-    EXPECT_EQ(Stored(), QStringList({"1|0", "2|1", "4|4", "5|5"}));
-}
-
-// Once an entry was opened for a new service, also when it was given up, what is accepted is a new row.
-TEST_F(Services, AreNewAfterAnEntryThatWasGivenUp)
+// After an entry for a new service, even a cancelled one, accepting always adds a row.
+TEST_F(Services, AreAddedAfterACancelledEntry)
 {
     auto& screen = OpenScreen();
     const int before = screen.Grid1.Rows();
@@ -341,7 +330,7 @@ TEST_F(Services, AreNewAfterAnEntryThatWasGivenUp)
     EXPECT_EQ(screen.Grid1.Rows(), before + 1);
 }
 
-TEST_F(Services, StayWhileAnActIncludesThem)
+TEST_F(Services, CantBeDeletedWhileUsedByAnAct)
 {
     AddThree();
     practice.Act({.day = "01/01/1999", .num_presta = 2, .Flag_H = 1});
@@ -362,12 +351,12 @@ TEST_F(Services, StayWhileAnActIncludesThem)
     Click(screen.Crecettes[J_PROD::Delete]);
     EXPECT_EQ(practice.Ask("select count(num) as S1 from Presta where num = 3").Long(), 0);
 
-    practice.Act({.num_presta = 4}); // come since the screen was opened
+    practice.Act({.num_presta = 4}); // added since the screen was opened
     Click(screen.Grid1, 2);
     refuse();
     Click(screen.Crecettes[J_PROD::Delete]);
 
-    Click(screen.Grid1, 3); // and while the question stands
+    Click(screen.Grid1, 3); // and while the question is open
     desk.Meanwhile = [&] { practice.Act({.num_presta = 5}); };
     desk.ExpectMessage("Confirmer supression de ligne N° 4", Icon::Question, "Confirmation", Answer::Yes);
     refuse();
@@ -376,7 +365,7 @@ TEST_F(Services, StayWhileAnActIncludesThem)
     EXPECT_EQ(screen.Grid1.Rows(), 4);
 }
 
-TEST_F(Services, KeepWhatAnotherProgramAddsAndPassOverWhatItDeletes)
+TEST_F(Services, KeepServicesAddedByOthersAndSkipDeletedOnes)
 {
     AddThree();
     auto& screen = OpenScreen();
@@ -389,7 +378,7 @@ TEST_F(Services, KeepWhatAnotherProgramAddsAndPassOverWhatItDeletes)
               QStringList({"Consultation|0", "ECG|1", "Injection|4", "Visite|3", "Vaccin|1"}));
 }
 
-TEST_F(Services, TellOfALineThatIsGoneAndTouchNoOther)
+TEST_F(Services, ReportADeletedServiceAndTouchNoOther)
 {
     AddThree();
     auto& screen = OpenScreen();
@@ -404,7 +393,7 @@ TEST_F(Services, TellOfALineThatIsGoneAndTouchNoOther)
     DoubleClick(screen.Grid1, 1);
     EXPECT_TRUE(IsListing(screen));
 
-    DoubleClick(screen.Grid1, 1); // "Pansement", gone while it is being modified
+    DoubleClick(screen.Grid1, 1); // "Pansement", deleted while being modified
     practice.Remove("Presta", 3);
     Type(screen.NameField, "Bandage");
     Type(screen.PriceField, "5");
@@ -412,7 +401,7 @@ TEST_F(Services, TellOfALineThatIsGoneAndTouchNoOther)
     Click(screen.Image2[J_PROD::Accept]);
     EXPECT_TRUE(IsListing(screen));
 
-    Click(screen.Grid1, 1); // "Injection", gone while the question stands
+    Click(screen.Grid1, 1); // "Injection", deleted while the question is open
     desk.Meanwhile = [&] { practice.Remove("Presta", 4); };
     desk.ExpectMessage("Confirmer supression de ligne N° 2", Icon::Question, "Confirmation", Answer::Yes);
     tell();

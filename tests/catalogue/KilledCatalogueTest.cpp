@@ -9,6 +9,7 @@
 #include "support/Rounds.h"
 #include "support/ScriptedDesk.h"
 
+#include <functional>
 #include <gtest/gtest.h>
 
 using catalogue::J_PROD;
@@ -20,7 +21,7 @@ constexpr int ServiceCount = 300;
 
 constexpr int KillsInShortForm = 10;
 
-/// The program, killed while a screen writes on being left: what is stored is as before or as after, whole.
+/// Kills the program while a screen saves on leaving: the old or the new state is stored completely.
 class KilledCatalogue : public testing::Test {
 protected:
     void SetUp() override
@@ -33,8 +34,8 @@ protected:
         practice.Write("insert into Tarif (C) values (0)");
     }
 
-    /// Brings the last service behind the first, so that every place but one changes hands.
-    static void ReverseAndLeave(tests::Reports& reports, int, int deadlyWrite)
+    /// Moves the last service after the first, so that all but one change position.
+    static void MoveLastAndLeave(tests::Reports& reports, int, int deadlyWrite)
     {
         ScriptedDesk desk;
         core::OpenDataFiles();
@@ -46,7 +47,7 @@ protected:
         tests::DieAtWrite(deadlyWrite);
         screen.Crecettes_Click(J_PROD::Quit);
         core::TheDatabase.Close();
-        reports.Tell(tests::WritesMade());
+        reports.Send(tests::WritesMade());
     }
 
     /// Sets every rate to the number of the round.
@@ -64,12 +65,12 @@ protected:
         tests::DieAtWrite(deadlyWrite);
         screen.Image2_Click(Tarifs::StoreAndQuit);
         core::TheDatabase.Close();
-        reports.Tell(tests::WritesMade());
+        reports.Send(tests::WritesMade());
     }
 
     using Work = void (*)(tests::Reports&, int round, int deadlyWrite);
 
-    /// Plays the work to its end; returns how many writes to the disk leaving the screen has made.
+    /// Runs the work to the end; returns the number of disk writes made by leaving the screen.
     static int PlayWhole(Work work)
     {
         tests::ChildProcess program([work](tests::Reports& reports) { work(reports, 0, 0); });
@@ -87,7 +88,7 @@ protected:
         EXPECT_TRUE(program.Kill());
     }
 
-    /// The writes at which kills fall: a few of them, spread over all, or each one in the long form.
+    /// The writes at which to kill: a few, spread over all, or each one in the long form.
     static std::vector<int> DeadlyWrites(int writes)
     {
         std::vector<int> deadly;
@@ -96,7 +97,7 @@ protected:
         return deadly;
     }
 
-    /// What another program finds afterwards, the file being sound.
+    /// The stored values afterwards; the file must be sound.
     QStringList Find(const QString& statement)
     {
         const ScriptedDesk desk; // no message is expected
@@ -110,6 +111,26 @@ protected:
         return found;
     }
 
+    /// Kills the work in rounds. What `statement` selects must be as before the round or as `after` computes it.
+    void ExpectOldOrNew(Work work, const QString& statement,
+                        const std::function<QStringList(const QStringList& before, int round)>& after)
+    {
+        const std::vector<int> deadly = DeadlyWrites(PlayWhole(work));
+        const int rounds = static_cast<int>(deadly.size());
+        int written = 0;
+        for (int round = 1; round <= rounds && !HasFailure(); ++round) {
+            SCOPED_TRACE(round);
+            const QStringList before = Find(statement);
+            PlayAndKill(work, round, deadly[static_cast<std::size_t>(round - 1)]);
+            const QStringList found = Find(statement);
+            const bool isNew = found == after(before, round);
+            EXPECT_TRUE(isNew || found == before) << found.join(' ').toStdString();
+            written += isNew;
+        }
+        EXPECT_GT(written, 0);
+        EXPECT_LT(written, rounds);
+    }
+
     tests::Practice practice;
 };
 
@@ -117,37 +138,15 @@ protected:
 
 TEST_F(KilledCatalogue, KeepsTheOldOrderOrTheNewOne)
 {
-    const QString order = "select num from Presta order by Ordre";
-    const std::vector<int> deadly = DeadlyWrites(PlayWhole(ReverseAndLeave));
-    int written = 0;
-    for (int round = 1; round <= int(deadly.size()) && !HasFailure(); ++round) {
-        SCOPED_TRACE(round);
-        const QStringList before = Find(order);
-        QStringList after = before;
-        after.move(ServiceCount - 1, 1);
-        PlayAndKill(ReverseAndLeave, round, deadly[std::size_t(round - 1)]);
-        const QStringList found = Find(order);
-        EXPECT_TRUE(found == before || found == after);
-        written += found == after;
-    }
-    EXPECT_GT(written, 0);
-    EXPECT_LT(written, int(deadly.size()));
+    ExpectOldOrNew(MoveLastAndLeave, "select num from Presta order by Ordre", [](QStringList order, int) {
+        order.move(ServiceCount - 1, 1);
+        return order;
+    });
 }
 
 TEST_F(KilledCatalogue, KeepsTheOldRatesOrTheNewOnes)
 {
-    const QString rates = "select * from Tarif";
-    const std::vector<int> deadly = DeadlyWrites(PlayWhole(SetRatesAndLeave));
-    int written = 0;
-    for (int round = 1; round <= int(deadly.size()) && !HasFailure(); ++round) {
-        SCOPED_TRACE(round);
-        const QStringList before = Find(rates);
-        PlayAndKill(SetRatesAndLeave, round, deadly[std::size_t(round - 1)]);
-        const QStringList found = Find(rates);
-        const QStringList after(found.size(), QString::number(round));
-        EXPECT_TRUE(found == before || found == after) << found.join(' ').toStdString();
-        written += found == after;
-    }
-    EXPECT_GT(written, 0);
-    EXPECT_LT(written, int(deadly.size()));
+    ExpectOldOrNew(SetRatesAndLeave, "select * from Tarif", [](const QStringList& before, int round) {
+        return QStringList(before.size(), QString::number(round));
+    });
 }

@@ -34,7 +34,7 @@ protected:
 
     static void Quit(Tarifs& screen) { Click(screen.Image2[Tarifs::StoreAndQuit]); }
 
-    /// The stored rates; "-" stands for Null.
+    /// The stored rates; "-" for Null.
     QStringList Stored()
     {
         const QStringList rows = tests::RowsOf(practice, "select * from Tarif");
@@ -48,7 +48,7 @@ protected:
 
 } // namespace
 
-TEST_F(Rates, GiveAnEmptyTableItsRow)
+TEST_F(Rates, AddTheRowOfAnEmptyTable)
 {
     auto& screen = OpenScreen();
     EXPECT_EQ(Stored().size(), 32);
@@ -64,11 +64,11 @@ TEST_F(Rates, GiveAnEmptyTableItsRow)
     screen.close();
     EXPECT_EQ(Stored().count("-"), 32);
 
-    Quit(desk.Open<Tarifs>()); // writes, changed or not, and adds no second row
+    Quit(desk.Open<Tarifs>()); // writes even if unchanged, and adds no second row
     EXPECT_EQ(Stored().count("0"), 32);
 }
 
-TEST_F(Rates, AreReadByPositionAndRoundedToTheEvenNumber)
+TEST_F(Rates, AreReadByPositionAndRoundedHalfToEven)
 {
     practice.Open();
     practice.Write("insert into Tarif (C, K0, K4, K29, K30) values (1500, 200, -7, 32767, -32768)");
@@ -98,7 +98,7 @@ TEST_F(Rates, AreTypedInTheEntryPanelAndStoredOnLeaving)
     EXPECT_EQ(screen.Label3.text(), "K1");
     EXPECT_EQ(screen.RateField.text(), "0");
     ASSERT_TRUE(screen.RateField.hasFocus());
-    Type(screen.RateField, "-4.5x0"); // digits alone
+    Type(screen.RateField, "-4.5x0"); // digits only
     EXPECT_EQ(screen.RateField.text(), "450");
     Press(screen.RateField, Qt::Key_Return);
     EXPECT_FALSE(screen.SSPanel3.isVisible());
@@ -120,7 +120,7 @@ TEST_F(Rates, AreTypedInTheEntryPanelAndStoredOnLeaving)
     EXPECT_EQ(Stored().count("0"), 30);
 }
 
-TEST_F(Rates, StayAsTheyWereAfterACancelAndTheCloseBox)
+TEST_F(Rates, AreUnchangedAfterACancelAndTheCloseBox)
 {
     auto& screen = OpenScreen();
     SetRate(screen, 3, "100");

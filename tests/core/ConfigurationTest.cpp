@@ -31,7 +31,7 @@ protected:
         file.write(content);
     }
 
-    /// Sets word `word` (from 1) of record `record` (from 1).
+    /// Sets a word of a record, both counted from 1.
     static void SetWord(QByteArray& content, int record, int word, qint16 value)
     {
         const qsizetype at = (record - 1) * RecordBytes + (word - 1) * 2;
@@ -45,7 +45,7 @@ protected:
 
 } // namespace
 
-TEST_F(Configuration, ReadsLanguageAndAccessValueAsTheyStand)
+TEST_F(Configuration, ReadsLanguageAndAccessValueUnchanged)
 {
     QByteArray content = Read();
     struct {
@@ -67,10 +67,10 @@ TEST_F(Configuration, DecodesEachFieldCutToItsWidth)
     QByteArray content = Read();
     for (int character = 1; character <= 35; ++character)
         SetWord(content, 39, character,
-                static_cast<qint16>(7 * ('A' + character % 26) + 6)); // no multiple of 7: truncated
+                static_cast<qint16>(7 * ('A' + character % 26) + 6)); // not a multiple of 7: truncated
     SetWord(content, 39, 42, 35 * 7);
     SetWord(content, 40, 42, 0);
-    SetWord(content, 41, 42, 43 * 7); // runs out of the record: passed over
+    SetWord(content, 41, 42, 43 * 7); // beyond the record: skipped
     Write(content);
 
     core::LoadConfiguration();
@@ -82,7 +82,7 @@ TEST_F(Configuration, DecodesEachFieldCutToItsWidth)
     EXPECT_EQ(core::ConfigLines[2].trimmed().size(), 35);
 }
 
-TEST_F(Configuration, TakesAFileOfAnyLengthAndAnyContent)
+TEST_F(Configuration, AcceptsAnyContent)
 {
     const QByteArray whole = Read();
     for (qsizetype length = 0; length <= whole.size(); ++length) {
@@ -95,7 +95,7 @@ TEST_F(Configuration, TakesAFileOfAnyLengthAndAnyContent)
     }
 
     constexpr int files = 10'000;
-    constexpr int fileOnDiskEvery = 100; // the others are given as bytes: what is decoded is the same
+    constexpr int fileOnDiskEvery = 100; // the others are passed as bytes: decoded in the same way
     std::mt19937 random(7);              // NOLINT: the same files each time
     QByteArray noise(whole.size(), '\0');
     for (int file = 0; file < files; ++file) {
@@ -113,7 +113,7 @@ TEST_F(Configuration, TakesAFileOfAnyLengthAndAnyContent)
     }
 }
 
-TEST_F(Configuration, BringsTheLetterheadIntoTheTexts)
+TEST_F(Configuration, WritesTheLetterheadIntoTheTexts)
 {
     practice.Open();
     core::WriteTextesFromConfig();

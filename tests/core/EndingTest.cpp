@@ -18,7 +18,7 @@
 
 namespace {
 
-/// Runs the program as main does, on an opened practice, until it ends itself.
+/// Runs the program like main, with an open practice, until it ends.
 void RunProgram(tests::Practice& practice, const std::function<void(core::Form1&)>& whenOpened)
 {
     forms::QtDesk desk;
@@ -43,9 +43,9 @@ TEST(Ending, ClosesScreensArchivesAndEndsOnEverySignal)
         tests::ResetGlobals();
         tests::ChildProcess program([&](tests::Reports& reports) {
             RunProgram(practice, [&](core::Form1&) {
-                // A screen, in front of it a message box: the system asks with both open.
+                // Sends the signal with a screen and a message box open.
                 QTimer::singleShot(0, qApp, [&] {
-                    QTimer::singleShot(0, qApp, [&] { reports.Tell(1); });
+                    QTimer::singleShot(0, qApp, [&] { reports.Send(1); });
                     forms::MsgBox("Une question ?", forms::Icon::Question, "ATTENTION", forms::Buttons::YesNo);
                 });
                 core::PickDateFromToday();

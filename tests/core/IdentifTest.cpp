@@ -61,7 +61,7 @@ TEST_F(Identification, MakesTheRowOfAPracticeThatLacksIt)
     EXPECT_EQ(Stored(), " | | | | | | | "); // nothing was changed
 }
 
-TEST_F(Identification, SavesEachIdentifierTrimmedAtItsGreatestLength)
+TEST_F(Identification, SavesEachIdentifierTrimmedAtMaximumLength)
 {
     practice.Write("Update Permn set RC = 'OUI', Charge1 = 5, Fax = Null");
     auto& screen = OpenScreen();
@@ -81,7 +81,7 @@ TEST_F(Identification, SavesEachIdentifierTrimmedAtItsGreatestLength)
     EXPECT_EQ(Texts(again), QStringList(expected) << QString(30, 'H'));
 }
 
-TEST_F(Identification, SavesNothingThatWasChangedBackOrGivenUp)
+TEST_F(Identification, SavesNothingThatWasChangedBackOrCancelled)
 {
     practice.Write("Update Permn set Registre = 'avant'");
     auto& screen = OpenScreen();
@@ -101,13 +101,13 @@ TEST_F(Identification, SavesNothingThatWasChangedBackOrGivenUp)
     EXPECT_EQ(tests::RowsOf(practice, "select Registre from Permn"), QStringList("entre-temps"));
 
     auto& blanks = OpenScreen();
-    blanks.Text1[1].setText("  "); // counts as a change; what is saved is trimmed
+    blanks.Text1[1].setText("  "); // counts as a change; saved trimmed
     Click(blanks.Image1[Identif::Accept]);
     EXPECT_EQ(core::DialogResult, 1);
     EXPECT_EQ(tests::RowsOf(practice, "select Registre, Id_Fiscale from Permn"), QStringList("entre-temps|"));
 }
 
-TEST_F(Identification, GoesThroughItsFieldsByEnterAndArrows)
+TEST_F(Identification, MovesThroughItsFieldsByEnterAndArrows)
 {
     auto& screen = OpenScreen();
     Press(screen.Text1[0], Qt::Key_Up); // stops at the ends
@@ -121,12 +121,12 @@ TEST_F(Identification, GoesThroughItsFieldsByEnterAndArrows)
     Press(screen.Text1[7], Qt::Key_Down);
     EXPECT_TRUE(screen.Text1[7].hasFocus());
     screen.Text1[0].setText("16/00");
-    Press(screen.Text1[7], Qt::Key_Return); // and Enter goes round
+    Press(screen.Text1[7], Qt::Key_Return); // and Enter wraps around
     EXPECT_TRUE(screen.Text1[0].hasFocus());
     EXPECT_EQ(screen.Text1[0].selectedText(), "16/00");
 }
 
-TEST(Printers, AreListedAndNothingIsChanged)
+TEST(Printers, AreListed)
 {
     ScriptedDesk desk;
     for (const int way : {PPRT::Accept, PPRT::Cancel}) {

@@ -48,7 +48,7 @@ protected:
 
 } // namespace
 
-TEST_F(Opening, ShowsLetterheadAndMenusOnceTheCodeIsRight)
+TEST_F(Opening, ShowsLetterheadAndMenusAfterTheRightCode)
 {
     auto& main = Start();
     EXPECT_EQ(main.windowTitle(), " ");
@@ -57,11 +57,11 @@ TEST_F(Opening, ShowsLetterheadAndMenusOnceTheCodeIsRight)
     EXPECT_FALSE(main.Label1[0].isVisible());
     EXPECT_TRUE(core::DisplayChanged);
 
-    TypeCode(main, " 6 "); // stored 3, doubled; blanks on both sides don't count
+    TypeCode(main, " 6 "); // stored value 3, doubled; surrounding blanks are ignored
 
     EXPECT_FALSE(main.Entry("mnu_aprpos")->isVisible());
     EXPECT_TRUE(main.Entry("mnu_13")->isVisible());
-    EXPECT_FALSE(main.Entry("mnu_tarif")->isEnabled()); // no screen belongs to it here
+    EXPECT_FALSE(main.Entry("mnu_tarif")->isEnabled()); // has no screen here
     EXPECT_EQ(main.Label1[0].text(), "Cabinet d'Été");
     EXPECT_TRUE(main.Label1[2].isVisible());
     EXPECT_TRUE(main.Label4[0].isVisible());
@@ -88,7 +88,7 @@ TEST_F(Opening, StaysSilentOnAWrongCode)
     EXPECT_FALSE(QFile::exists(practice.File("ARCHIVES/ZEP_ONE.MDB")));
 }
 
-TEST_F(Opening, ReplacesAWrongCodeByTheNextOneTyped)
+TEST_F(Opening, SelectsAWrongCodeForTheNextTry)
 {
     auto& main = Start();
     desk.WhenModal<Auteur>([this](Auteur& dialog) {
@@ -103,7 +103,7 @@ TEST_F(Opening, ReplacesAWrongCodeByTheNextOneTyped)
     EXPECT_TRUE(core::TheDatabase.IsOpen());
 }
 
-TEST_F(Opening, StartsInTheCodeWhereAPracticeIsAlreadyThere)
+TEST_F(Opening, StartsInTheCodeIfTheFolderHasAPractice)
 {
     const QString before = QDir::currentPath();
     QDir::setCurrent(practice.Folder());
@@ -117,11 +117,11 @@ TEST_F(Opening, StartsInTheCodeWhereAPracticeIsAlreadyThere)
     desk.ExpectMessage("Indiquez un lecteur ou le chemin d'un dossier.", Icon::Critical, "ATTENTION");
     Click(elsewhere.Image1); // nothing typed
     elsewhere.Dir1.SetPath("/usr");
-    Type(elsewhere.Dir1, "sh"); // /usr/share, or whatever begins so
+    Type(elsewhere.Dir1, "sh"); // /usr/share, or another match
     EXPECT_TRUE(elsewhere.Dir1.currentItem()->text().trimmed().startsWith("sh"));
 }
 
-TEST_F(Opening, GivesTheFirstFocusToTheMenuAndKeysToItsMostUsedEntries)
+TEST_F(Opening, FocusesTheMenuAndHasShortcutsForItsMainEntries)
 {
     auto& main = Start();
     EXPECT_TRUE(main.focusWidget()->inherits("QMenuBar"));
@@ -132,7 +132,7 @@ TEST_F(Opening, GivesTheFirstFocusToTheMenuAndKeysToItsMostUsedEntries)
     practice.Act({});
     practice.Appointment("17/06/2008");
     Press(main, Qt::Key_F6);
-    desk.WhenModal<core::Q_Date_2>([](core::Q_Date_2& picker) { Click(picker.Image2[0]); });
+    desk.WhenModal<core::Q_Date_2>([](core::Q_Date_2& picker) { Click(picker.Image2[core::Q_Date_2::AcceptDay]); });
     Press(main, Qt::Key_F7);
     Press(main, Qt::Key_F8);
     EXPECT_EQ(actsOpened, 1);
@@ -152,7 +152,7 @@ TEST_F(Opening, NamesTheMissingFile)
     EXPECT_EQ(core::DataFolder, "");
 }
 
-TEST_F(Opening, TakesACodeOnlyWhereTheDatabaseIs)
+TEST_F(Opening, AcceptsACodeOnlyInTheFolderOfADatabase)
 {
     practice.Open();
     tests::ResetGlobals();
@@ -160,13 +160,13 @@ TEST_F(Opening, TakesACodeOnlyWhereTheDatabaseIs)
     EXPECT_FALSE(dialog.Text1.isVisible());
     dialog.Dir1.SetPath(practice.Folder());
     EXPECT_TRUE(dialog.Text1.isVisible());
-    EXPECT_TRUE(dialog.Image2[0].isVisible());
+    EXPECT_TRUE(dialog.Image2[Auteur::Accept].isVisible());
     EXPECT_EQ(dialog.Label1.text(), QDir::toNativeSeparators(practice.Folder()));
     EXPECT_EQ(AccessibilityFaults(dialog), QStringList());
 
     dialog.Text1.setText(" ");
     Press(dialog.Text1, Qt::Key_Return);
-    Click(dialog.Image2[0]);
+    Click(dialog.Image2[Auteur::Accept]);
     EXPECT_TRUE(dialog.isVisible());
 
     dialog.Dir1.SetPath(practice.File("ARCHIVES"));
@@ -207,18 +207,18 @@ TEST_F(Opening, ChecksEachEntryAgainstItsTable)
     EXPECT_EQ(actsOpened, 1);
     desk.ExpectMessage("Aucun règlement en instance", Icon::Information, "ATTENTION");
     main.Entry("mnu_Inst")->trigger();
-    expectNoCash(); // an act is no sign of cash activity
+    expectNoCash(); // acts don't count as cash activity
     main.Entry("mnu_Caisse")->trigger();
 
-    const dao::Key expense = practice.Expense({.montant = 5}); // an expense alone is one, and so is an appointment
-    desk.WhenModal<core::Q_Date_2>([](core::Q_Date_2& picker) { Click(picker.Image2[1]); });
+    const dao::Key expense = practice.Expense({.montant = 5}); // an expense alone does, and so does an appointment
+    desk.WhenModal<core::Q_Date_2>([](core::Q_Date_2& picker) { Click(picker.Image2[core::Q_Date_2::CancelDay]); });
     main.Entry("mnu_Caisse")->trigger();
     practice.Remove("Recettes", expense);
     practice.Appointment("17/06/2008");
-    desk.WhenModal<core::Q_Date_2>([](core::Q_Date_2& picker) { Click(picker.Image2[1]); });
+    desk.WhenModal<core::Q_Date_2>([](core::Q_Date_2& picker) { Click(picker.Image2[core::Q_Date_2::CancelDay]); });
     main.Entry("mnu_Caisse")->trigger();
     EXPECT_EQ(cashOpened, 0);
-    desk.WhenModal<core::Q_Date_2>([](core::Q_Date_2& picker) { Click(picker.Image2[0]); });
+    desk.WhenModal<core::Q_Date_2>([](core::Q_Date_2& picker) { Click(picker.Image2[core::Q_Date_2::AcceptDay]); });
     main.Entry("mnu_Caisse")->trigger();
     EXPECT_EQ(cashOpened, 1);
     EXPECT_EQ(core::PickedDate, "17/06/2008");
@@ -250,12 +250,12 @@ TEST_F(Opening, ReplacesAWriteProtectedArchive)
     EXPECT_TRUE(old.readAll().startsWith("SQLite format 3"));
 }
 
-TEST_F(Opening, TellsAFailedArchiveCopyAndEndsAllTheSame)
+TEST_F(Opening, ReportsAFailedArchiveCopyAndEnds)
 {
     auto& main = Start();
     TypeCode(main, "6");
     QDir(practice.File("ARCHIVES")).removeRecursively();
-    tests::Quit(desk, main, basic::Error::PathNotFound);
+    tests::Quit(desk, main, basic::RuntimeError(basic::Error::PathNotFound));
     EXPECT_EQ(desk.EndCode(), 0);
     EXPECT_TRUE(QFile::exists(practice.File("ZEP_ONE.MDB")));
 }

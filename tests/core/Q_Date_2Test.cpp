@@ -64,32 +64,32 @@ TEST_F(DatePicker, StartsItsWeeksOnSaturday)
     }
 }
 
-TEST_F(DatePicker, ShortensTheDayForGoodAndHidesArrowsAtTheEnds)
+TEST_F(DatePicker, ClampsTheDayAndHidesArrowsAtTheEnds)
 {
     auto& picker = Show(31, 1, 2001);
-    EXPECT_FALSE(picker.Image2[2].isVisible());
-    EXPECT_FALSE(picker.Image2[4].isVisible());
-    Click(picker.Image2[3]);
+    EXPECT_FALSE(picker.Image2[Q_Date_2::PreviousMonth].isVisible());
+    EXPECT_FALSE(picker.Image2[Q_Date_2::PreviousYear].isVisible());
+    Click(picker.Image2[Q_Date_2::NextMonth]);
     EXPECT_EQ(PickedDay, 28);
-    Click(picker.Image2[3]);
+    Click(picker.Image2[Q_Date_2::NextMonth]);
     EXPECT_EQ(PickedMonth, 3);
-    EXPECT_EQ(PickedDay, 28); // stays, though March has 31
-    EXPECT_TRUE(picker.Image2[2].isVisible());
+    EXPECT_EQ(PickedDay, 28); // stays 28 in March
+    EXPECT_TRUE(picker.Image2[Q_Date_2::PreviousMonth].isVisible());
 
     picker.Combo1.SetListIndex(11);
-    EXPECT_FALSE(picker.Image2[3].isVisible());
-    Press(picker.SSCommand1[10], Qt::Key_PageDown); // no carrying into the next year
+    EXPECT_FALSE(picker.Image2[Q_Date_2::NextMonth].isVisible());
+    Press(picker.SSCommand1[10], Qt::Key_PageDown); // no carry into the next year
     EXPECT_EQ(PickedMonth, 12);
     EXPECT_EQ(PickedYear, 2001);
-    Click(picker.Image2[5]);
+    Click(picker.Image2[Q_Date_2::NextYear]);
     EXPECT_EQ(PickedYear, 2002);
     EXPECT_EQ(FirstCell(picker), 2); // 1 December 2002 is a Sunday
     picker.Combo2.SetListIndex(98);
     EXPECT_EQ(PickedYear, 2099);
-    EXPECT_FALSE(picker.Image2[5].isVisible());
+    EXPECT_FALSE(picker.Image2[Q_Date_2::NextYear].isVisible());
 }
 
-TEST_F(DatePicker, GivesTheDateOnAcceptAndNothingOnCancel)
+TEST_F(DatePicker, ReturnsTheDateOnAcceptAndNothingOnCancel)
 {
     auto& chosen = Show(17, 6, 2008);
     EXPECT_EQ(AccessibilityFaults(chosen), QStringList());
@@ -106,7 +106,7 @@ TEST_F(DatePicker, GivesTheDateOnAcceptAndNothingOnCancel)
     auto& clicked = Show(17, 6, 2008);
     Click(clicked.SSCommand1[FirstCell(clicked) + 8]);
     EXPECT_EQ(clicked.Label2.text(), "9");
-    Click(clicked.Image2[0]);
+    Click(clicked.Image2[Q_Date_2::AcceptDay]);
     EXPECT_EQ(core::PickedDate, "09/06/2008");
 
     for (const bool byKey : {true, false}) {
@@ -118,7 +118,7 @@ TEST_F(DatePicker, GivesTheDateOnAcceptAndNothingOnCancel)
     }
 }
 
-TEST_F(DatePicker, TakesTheNearestYearAndMonthThatItsListsHold)
+TEST_F(DatePicker, ClampsYearAndMonthToItsLists)
 {
     struct {
         int day, month, year;
@@ -134,12 +134,12 @@ TEST_F(DatePicker, TakesTheNearestYearAndMonthThatItsListsHold)
     }
 }
 
-TEST_F(DatePicker, KeepsTheKeyboardWhereItIs)
+TEST_F(DatePicker, KeepsTheFocus)
 {
     auto& picker = Show(17, 6, 2008);
     const int chosen = FirstCell(picker) + 16;
     EXPECT_TRUE(picker.SSCommand1[chosen].hasFocus());
-    for (int step = 0; step < 3; ++step) // June, July, August: no day is reached on the way
+    for (int step = 0; step < 3; ++step) // June, July, August: no day gets the focus
         Press(picker.Combo1, Qt::Key_Down);
     EXPECT_EQ(PickedMonth, 9);
     EXPECT_EQ(PickedDay, 17);
@@ -149,7 +149,7 @@ TEST_F(DatePicker, KeepsTheKeyboardWhereItIs)
     EXPECT_EQ(PickedMonth, 11);
     EXPECT_TRUE(picker.isVisible());
 
-    // One stop of Tab, which Enter takes.
+    // One tab stop; Enter accepts.
     QWidget* days = &picker.SSCommand1[FirstCell(picker) + 16];
     Press(picker.Combo2, Qt::Key_Tab);
     int stops = 0;
@@ -160,7 +160,7 @@ TEST_F(DatePicker, KeepsTheKeyboardWhereItIs)
         Press(*picker.focusWidget(), Qt::Key_Tab);
     }
     EXPECT_EQ(PickedDay, 10);
-    EXPECT_LE(stops, 2); // once a round
+    EXPECT_LE(stops, 2); // once per round
     picker.SSCommand1[FirstCell(picker) + 9].setFocus();
     Press(*picker.focusWidget(), Qt::Key_PageDown);
     EXPECT_EQ(PickedMonth, 12);
@@ -169,7 +169,7 @@ TEST_F(DatePicker, KeepsTheKeyboardWhereItIs)
     EXPECT_EQ(core::PickedDate, "10/12/2008");
 }
 
-TEST_F(DatePicker, TakesADoubleClickOnADayAndNotBesideIt)
+TEST_F(DatePicker, AcceptsADoubleClickOnADayOnly)
 {
     auto& picker = Show(17, 6, 2008);
     const int last = FirstCell(picker) + 29;
@@ -184,7 +184,7 @@ TEST_F(DatePicker, TakesADoubleClickOnADayAndNotBesideIt)
 TEST_F(DatePicker, NamesDaysAndCountsThem)
 {
     EXPECT_EQ(core::DayCaption("17/06/2008"), "Mar  17/06/2008");
-    EXPECT_EQ(core::LongDayName("29/02/2100"), "Lundi"); // runs on to 1 March
+    EXPECT_EQ(core::LongDayName("29/02/2100"), "Lundi"); // rolls over to 1 March
     EXPECT_EQ(core::DaysInMonth(2, 1900), 29);           // no century rule
     EXPECT_EQ(core::DaysInMonth(2, 2023), 28);
     EXPECT_EQ(core::DaysInMonth(11, 2023), 30);

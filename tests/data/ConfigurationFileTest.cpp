@@ -18,7 +18,7 @@ QByteArray Record(std::initializer_list<std::pair<int, qint16>> words)
 
 } // namespace
 
-TEST(ConfigurationFile, TextsComeBackAsTheyWere)
+TEST(ConfigurationFile, RoundTripsTexts)
 {
     for (const QString text : {"", "Cabinet du Dr D'Angelo", "Élodie Ørsted ÿ", "L’œil – 50 € … “Šž”",
                                "عيادة الدكتورة نادية", "Ħ ű Ω Я", "12345678901234567890123456789012345678901"})
@@ -32,14 +32,14 @@ TEST(ConfigurationFile, TextsComeBackAsTheyWere)
     }
 }
 
-TEST(ConfigurationFile, RefusesWhatAWordCannotHold)
+TEST(ConfigurationFile, RefusesCharactersThatDontFitAWord)
 {
     for (const QString text : {"診療所", "😀", "123456789012345678901234567890123456789012"})
         EXPECT_EQ(ErrorOf([&] { EncodeConfigRecord(text); }), Error::BadArgument) << text.toStdString();
     EXPECT_EQ(ErrorOf([] { EncodeConfigRecord(QString(QChar(0x80))); }), Error::BadArgument); // 128 is the euro's code
 }
 
-TEST(ConfigurationFile, DecodesStrangeRecords)
+TEST(ConfigurationFile, DecodesCorruptRecords)
 {
     EXPECT_EQ(DecodeConfigRecord(Record({{42, 0}, {1, 'A' * 7}})), "");
     EXPECT_EQ(DecodeConfigRecord(Record({{42, 6}, {1, 'A' * 7}})), "");
@@ -54,7 +54,7 @@ TEST(ConfigurationFile, DecodesStrangeRecords)
     EXPECT_EQ(DecodeConfigRecord(QByteArray(83, '\xff')), QString(36, QChar(0))); // 255 / 7 characters of code -1 / 7
 }
 
-TEST(ConfigurationFile, PutsEveryFieldInTheBlockInUse)
+TEST(ConfigurationFile, WritesEveryFieldIntoTheBlockInUse)
 {
     Configuration configuration{.language = 1, .accessValue = -3, .letterhead = {}};
     for (std::size_t field = 0; field < configuration.letterhead.size(); ++field)

@@ -9,7 +9,7 @@
 
 namespace {
 
-const data::PracticeSetup setup{
+const data::PracticeSetup SampleSetup{
     .accessCode = 2468,
     .letterhead = {"Dr D'Angelo", "Médecine générale", "Alger", "", "", "", "", "", "عيادة"},
     .language = data::TooltipLanguage::French};
@@ -36,11 +36,11 @@ TEST(WorkspacePassword, HasEightPrintableCharacters)
         EXPECT_TRUE(character > ' ' && character < QChar(127)) << int{character.unicode()};
 }
 
-TEST(CreatePractice, MakesAFolderForItsOwnerAlone)
+TEST(CreatePractice, MakesAFolderForItsOwnerOnly)
 {
     const QTemporaryDir place;
     const QString folder = place.filePath("cabinets/D'Angelo");
-    data::CreatePractice(folder, setup);
+    data::CreatePractice(folder, SampleSetup);
 
     EXPECT_EQ(Everything(folder), QStringList({"ARCHIVES", "Planning.RPT", "ZEP_CFIG.CFG", "ZEP_DTAL.RPT",
                                                "ZEP_ONE.MDB", "ZEP_R1.RPT", "ZEP_R2.RPT", "ZEP_R3.RPT", "ZEP_R4.RPT",
@@ -55,7 +55,7 @@ TEST(CreatePractice, MakesAFolderForItsOwnerAlone)
 TEST(CreatePractice, GivesTablesThatTheScreensCanOpen)
 {
     const QTemporaryDir place;
-    data::CreatePractice(place.path(), setup);
+    data::CreatePractice(place.path(), SampleSetup);
     const dao::Workspace workspace = OpenWorkspace(place.path());
     const dao::Database database = workspace.OpenDatabase(place.filePath("ZEP_ONE.MDB"));
 
@@ -63,7 +63,7 @@ TEST(CreatePractice, GivesTablesThatTheScreensCanOpen)
          {"Patients", "Actes", "Actes_Suppr", "presta", "Tarif", "Plani", "recettes", "Prov", "RCP2"})
         EXPECT_TRUE(database.OpenRecordset(table).IsEOF()) << table;
     EXPECT_EQ(database.OpenRecordset("textes")["ch30"].Text(), "");
-    dao::Recordset permanent = database.OpenRecordset("Permn"); // the day sheet reads its first row without looking
+    dao::Recordset permanent = database.OpenRecordset("Permn"); // the day sheet reads its first row without a check
     EXPECT_TRUE(permanent["Date"].IsNull());
     EXPECT_EQ(permanent["Taux_PP"].Double(), 25.5);
     EXPECT_EQ(database.TableDef("Prov").FieldNames(), QStringList({"num", "unite", "Page", "Mt", "Obs"}));
@@ -71,35 +71,35 @@ TEST(CreatePractice, GivesTablesThatTheScreensCanOpen)
     EXPECT_EQ(database.TableDef("Permn").FieldNames().indexOf("Charge1"), 8);
 }
 
-TEST(CreatePractice, NeverTouchesWhatIsThere)
+TEST(CreatePractice, NeverOverwritesExistingFiles)
 {
     for (const char* name : {"zep_one.mdb", "SYSTEM.MDW", "ZEP_CFIG.cfg"}) {
         const QTemporaryDir place;
         QFile file(place.filePath(name));
         ASSERT_TRUE(file.open(QIODevice::WriteOnly));
         file.close();
-        EXPECT_EQ(ErrorOf([&] { data::CreatePractice(place.path(), setup); }), Error::FileExists) << name;
+        EXPECT_EQ(ErrorOf([&] { data::CreatePractice(place.path(), SampleSetup); }), Error::FileExists) << name;
         EXPECT_EQ(Everything(place.path()), QStringList(name));
     }
 }
 
-TEST(CreatePractice, RefusesWhatCannotBeStoredAndLeavesNothing)
+TEST(CreatePractice, RefusesInvalidDataAndLeavesNothing)
 {
     const QTemporaryDir place;
     const QString folder = place.filePath("cabinet");
     for (const int code : {3, -32770, 32768, 1000000}) {
-        data::PracticeSetup bad = setup;
+        data::PracticeSetup bad = SampleSetup;
         bad.accessCode = code;
         EXPECT_EQ(ErrorOf([&] { data::CreatePractice(folder, bad); }), Error::BadArgument) << code;
     }
     for (const char* line : {"診療所", "12345678901234567890123456789012345678901"}) {
-        data::PracticeSetup bad = setup;
+        data::PracticeSetup bad = SampleSetup;
         bad.letterhead[0] = line;
         EXPECT_EQ(ErrorOf([&] { data::CreatePractice(folder, bad); }), Error::BadArgument) << line;
     }
     EXPECT_FALSE(QFile::exists(folder));
 
-    data::PracticeSetup lowest = setup;
+    data::PracticeSetup lowest = SampleSetup;
     lowest.accessCode = -32768;
     data::CreatePractice(folder, lowest);
     EXPECT_TRUE(QFile::exists(folder));
@@ -112,7 +112,7 @@ TEST(CreatePractice, KeepsATemplateThatAUserHasChanged)
     ASSERT_TRUE(edited.open(QIODevice::ReadWrite));
     edited.write("title = \"Mes actes\"");
     edited.close();
-    data::CreatePractice(place.path(), setup);
+    data::CreatePractice(place.path(), SampleSetup);
 
     ASSERT_TRUE(edited.open(QIODevice::ReadOnly));
     EXPECT_EQ(edited.readAll(), "title = \"Mes actes\"");

@@ -8,10 +8,10 @@
 
 namespace {
 
-/// How a statement was run: the table and indexes that it read, and what it had to do for want of an index.
+/// How a statement was executed: tables and indexes read, and full scans and sorts for lack of an index.
 struct Access {
     QStringList read;
-    bool scans = false; ///< steps through the whole of a table or index
+    bool scans = false; ///< scans a whole table or index
     bool sorts = false;
 
     bool operator==(const Access&) const = default;
@@ -32,7 +32,7 @@ constexpr const char* Rows = R"(
     insert into Patients (N_carte) select num from Actes;
 )";
 
-/// A database with the tables of a practice and a few hundred rows, to see how statements are run on it.
+/// A database with the tables of a practice and a few hundred rows, to examine how statements are executed.
 class SchemaDatabase {
 public:
     SchemaDatabase()
@@ -79,7 +79,7 @@ private:
         return reinterpret_cast<const char*>(sqlite3_column_text(statement.get(), column));
     }
 
-    /// The tables and indexes whose root pages the statement's program opens.
+    /// The tables and indexes opened by the statement's bytecode.
     QStringList TreesRead(const QString& statement) const
     {
         constexpr int opcode = 1, secondOperand = 3;
@@ -110,9 +110,9 @@ QString WithLiterals(QString statement)
 
 } // namespace
 
-// Every statement that a screen repeats or runs over a whole table finds its rows through an index, whether the values
-// are bound or written out; where the table isn't listed, it isn't touched at all.
-TEST(Schema, ServesTheStatementsOfTheScreens)
+// Every statement that a screen repeats or runs over a whole table uses an index, with bound values or literals; if the
+// table isn't listed, it isn't read at all.
+TEST(Schema, HasIndexesForTheStatementsOfTheScreens)
 {
     const SchemaDatabase database;
     const struct {
@@ -131,7 +131,7 @@ TEST(Schema, ServesTheStatementsOfTheScreens)
         {"select * from Actes where date = ? and flag_R > ? order by num", {{"Actes", "Actes_Date_Reglement"}}},
         {"select num from Actes where date >= ? and date <= ? and flag_R < ? order by num",
          {{"Actes_Date_Reglement"}, false, true}},
-        // The first row of these is there at once: no sort.
+        // These return the first row without sorting.
         {"select * from Actes where flag_R < ? order by date, num", {{"Actes", "Actes_Date_Reglement"}, true}},
         {"select * from Actes order by date, num", {{"Actes", "Actes_Date_Reglement"}, true}},
         {"select * from Actes order by date desc, num desc", {{"Actes", "Actes_Date_Reglement"}, true}},

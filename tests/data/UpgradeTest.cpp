@@ -13,7 +13,7 @@
 
 namespace {
 
-/// A practice of the first version, whose keys could come back.
+/// A practice of the first version, in which keys could be reused.
 class OlderPractice : public testing::Test {
 protected:
     OlderPractice()
@@ -35,7 +35,7 @@ protected:
     QString Answer(const char* sql) const { return tests::OtherProgram(path).Answer(sql); }
     QString Version() const { return Answer("pragma user_version"); }
 
-    /// Opens the practice as the program does and adds a row.
+    /// Opens the practice like the program and adds a row.
     dao::Key AddTo(const char* table) const
     {
         dao::Database database = workspace.OpenDatabase(path);
@@ -54,7 +54,7 @@ protected:
 
 } // namespace
 
-TEST_F(OlderPractice, GivesNoKeyThatWasEverHeld)
+TEST_F(OlderPractice, NeverReusesAKey)
 {
     Run("insert into Presta values (1, 'Radio', 800, 0), (2, 'Écho', 950.5, 1);"
         "insert into Recettes (num, objet, montant) values (4, 'Coton', 20), (6, 'Gants', 12);"
@@ -73,7 +73,7 @@ TEST_F(OlderPractice, GivesNoKeyThatWasEverHeld)
     EXPECT_EQ(Answer("pragma integrity_check"), "ok");
 }
 
-TEST_F(OlderPractice, WithoutAServiceStartsAboveThoseThatActsHold)
+TEST_F(OlderPractice, StartsServiceKeysAboveThoseOfActs)
 {
     Run("insert into Actes (num, num_presta) values (1, 5)");
     EXPECT_EQ(AddTo("Presta"), 6);
@@ -98,7 +98,7 @@ TEST_F(OlderPractice, OpensWhenItCantBeChanged)
     EXPECT_EQ(AddTo("Presta"), 4) << "tables and fields may be missing or other than expected";
 }
 
-TEST_F(OlderPractice, IsNeitherChangedByACopyNorWhereNothingMayBeWritten)
+TEST_F(OlderPractice, IsNotUpgradedByACopyOrOnReadOnlyMedia)
 {
     Run("insert into Presta (num) values (1)");
     const QString copy = folder.filePath("copy.MDB");
@@ -111,7 +111,7 @@ TEST_F(OlderPractice, IsNeitherChangedByACopyNorWhereNothingMayBeWritten)
     EXPECT_EQ(Version(), "1");
 }
 
-TEST(NewPractice, NeverGivesAKeyTwice)
+TEST(NewPractice, NeverReusesAKey)
 {
     const QTemporaryDir place;
     data::CreatePractice(place.path(), {});
@@ -132,7 +132,7 @@ TEST(NewPractice, NeverGivesAKeyTwice)
     }
 }
 
-TEST(NewPractice, WritesWhatTheOneRowHoldsItself)
+TEST(NewPractice, SetsTheDefaultsOfSingleRowTables)
 {
     const QTemporaryDir place;
     data::CreatePractice(place.path(), {});

@@ -4,6 +4,7 @@
 #include "core/globals.h"
 #include "support/Accessibility.h"
 #include "support/Cells.h"
+#include "support/Dates.h"
 #include "support/OtherProgram.h"
 #include "support/Practice.h"
 #include "support/Rows.h"
@@ -31,19 +32,14 @@ protected:
     static void ListDay(F_Dep& screen, const QString& day)
     {
         Click(screen.Crecettes[F_Dep::Select]);
-        screen.Dates.SSTab2.setCurrentIndex(0);
-        screen.Dates.Text1[PeriodChooser::Day].setText(day);
-        Click(screen.Dates.Image2[PeriodChooser::AcceptDay]);
+        tests::AcceptDay(screen.Dates, day);
     }
 
     static void ListPeriod(F_Dep& screen, const QString& first, const QString& last)
     {
         if (!screen.Dates.isVisible())
             Click(screen.Crecettes[F_Dep::Select]);
-        screen.Dates.SSTab2.setCurrentIndex(1);
-        screen.Dates.Text1[PeriodChooser::First].setText(first);
-        screen.Dates.Text1[PeriodChooser::Last].setText(last);
-        Click(screen.Dates.Image2[PeriodChooser::AcceptPeriod]);
+        tests::AcceptPeriod(screen.Dates, first, last);
     }
 
     static void FillPanel(F_Dep& screen, const QString& date, const QString& object, const QString& amount)
@@ -105,7 +101,7 @@ protected:
 private:
     static bool PicturesShow(F_Dep& screen)
     {
-        EXPECT_TRUE(screen.Crecettes[F_Dep::Quit].isVisible()); // there in every mode
+        EXPECT_TRUE(screen.Crecettes[F_Dep::Quit].isVisible()); // visible in every mode
         const bool shown = screen.Crecettes[F_Dep::New].isVisible();
         for (const int picture : {F_Dep::Modify, F_Dep::Remove, F_Dep::Select})
             EXPECT_EQ(screen.Crecettes[picture].isVisible(), shown);
@@ -115,7 +111,7 @@ private:
 
 } // namespace
 
-TEST_F(Expenses, OpenOnThoseOfToday)
+TEST_F(Expenses, OpenWithTodaysList)
 {
     practice.Expense({.day = "16/06/2008", .montant = 1000});
     practice.Expense({.montant = 123456789.5, .objet = "  Coton  "});
@@ -137,14 +133,14 @@ TEST_F(Expenses, OpenOnThoseOfToday)
         EXPECT_EQ(screen.Dates.Text1[field].text(), "17/06/2008");
     EXPECT_EQ(AccessibilityFaults(screen), QStringList());
 
-    DoubleClick(screen.Grid1, 2); // Null amount and object can be taken in hand
+    DoubleClick(screen.Grid1, 2); // an expense with Null amount and object can be edited
     EXPECT_EQ(screen.SSPanel3.Amount.text(), "");
     Press(screen.SSPanel3.Amount, Qt::Key_Escape);
     DoubleClick(screen.Grid1, 1);
     EXPECT_EQ(screen.SSPanel3.Object.text(), "");
 }
 
-TEST_F(Expenses, AreEnteredByKeyboardAloneAndStandAtTheEnd)
+TEST_F(Expenses, AreEnteredByKeyboardAndListedLast)
 {
     practice.Expense({.montant = 100});
     auto& screen = OpenScreen();
@@ -178,11 +174,11 @@ TEST_F(Expenses, AreEnteredByKeyboardAloneAndStandAtTheEnd)
     Press(screen.Grid1, Qt::Key_F2);
     EXPECT_EQ(screen.SSPanel3.Amount.text(), "-1234.5");
     Press(screen.SSPanel3.Amount, Qt::Key_Escape);
-    ListPeriod(screen, "01/06/2008", "30/06/2008"); // and isn't of this period
+    ListPeriod(screen, "01/06/2008", "30/06/2008"); // and isn't in this period
     EXPECT_EQ(screen.Grid1.Rows(), 1);
 }
 
-TEST_F(Expenses, ProposeTheDateThatTheLastPeriodLeft)
+TEST_F(Expenses, ProposeTheDateOfTheLastPeriod)
 {
     auto& screen = OpenScreen();
     const auto proposed = [&screen] {
@@ -213,7 +209,7 @@ TEST_F(Expenses, AreRefusedWithBlankFields)
         EXPECT_TRUE(IsEntering(screen));
         EXPECT_TRUE(blank->hasFocus());
     }
-    // A bad date is judged on a click as well, where the focus doesn't leave the field by itself.
+    // An invalid date is also refused on a click, which doesn't move the focus.
     FillPanel(screen, "", "Coton", "5");
     Type(screen.SSPanel3.Date, "31062008");
     desk.ExpectMessage("saisie incomplète", Icon::Critical, "ATTENTION");
@@ -223,7 +219,7 @@ TEST_F(Expenses, AreRefusedWithBlankFields)
     EXPECT_EQ(Stored(), QStringList());
 }
 
-TEST_F(Expenses, AreRefusedWhenTheDateIsNoneAndLeaveTheRowWhole)
+TEST_F(Expenses, AreRefusedWithAnInvalidDateAndKeepTheRow)
 {
     practice.Expense({.day = "17/06/2008", .montant = 7, .objet = "Avant"});
     auto& screen = OpenScreen();
@@ -236,7 +232,7 @@ TEST_F(Expenses, AreRefusedWhenTheDateIsNoneAndLeaveTheRowWhole)
             Click(screen.SSPanel3.Image2[EntryPanel::Accept]);
             EXPECT_TRUE(IsEntering(screen)) << date;
             EXPECT_TRUE(screen.SSPanel3.Date.hasFocus());
-            EXPECT_EQ(screen.SSPanel3.Object.text(), "Après"); // what was typed is still there to be mended
+            EXPECT_EQ(screen.SSPanel3.Object.text(), "Après"); // the entry is still there to be corrected
             EXPECT_EQ(Stored(), QStringList("17/06/2008|6|Avant|7")) << date;
             EXPECT_EQ(other.Run("update Presta set prix = 1"), 0) << "the lock was kept";
         }
@@ -251,8 +247,8 @@ TEST_F(Expenses, AreRefusedWhenTheDateIsNoneAndLeaveTheRowWhole)
     EXPECT_EQ(screen.Label5.text(), "   7.00");
 }
 
-// Both are stored; their sum is none. Nothing that is in the file is offered to be saved again.
-TEST_F(Expenses, AreNotSavedTwiceWhereTheirSumOverflows)
+// Both are stored but can't be summed. A stored entry must not be offered for saving again.
+TEST_F(Expenses, AreNotSavedTwiceWhenTheirSumOverflows)
 {
     auto& screen = OpenScreen();
     AddExpense(screen, "17/06/2008", "Un", QString(308, '9'));
@@ -264,7 +260,7 @@ TEST_F(Expenses, AreNotSavedTwiceWhereTheirSumOverflows)
     EXPECT_EQ(practice.Ask("select count(num) from Recettes").Long(), 2);
 }
 
-TEST_F(Expenses, AreChangedInTheirPlace)
+TEST_F(Expenses, AreChangedInPlace)
 {
     practice.Expense({.montant = 1, .objet = "Premier"});
     practice.Expense({.montant = 2, .objet = "Second"});
@@ -279,8 +275,8 @@ TEST_F(Expenses, AreChangedInTheirPlace)
     EXPECT_EQ(screen.SSPanel3.Object.text(), "Second");
     EXPECT_EQ(screen.SSPanel3.Amount.text(), "2");
     FillPanel(screen, "01/11/2007", "Seconde fois", "2.50");
-    screen.FillExpenses();  // the list is filled anew under the panel,
-    screen.Grid1.SetRow(2); // and another row is clicked: the expense in hand stays in hand
+    screen.FillExpenses();  // the list is refilled behind the panel,
+    screen.Grid1.SetRow(2); // and another row is clicked: the same expense is edited
     screen.Grid1_Click();
     Save(screen);
 
@@ -336,8 +332,8 @@ TEST_F(Expenses, AreDeletedOneByOneUntilNoneIsLeft)
     EXPECT_EQ(Stored(), QStringList());
 }
 
-// On every road to an expense that another program has deleted, its line goes and no other expense is touched.
-TEST_F(Expenses, AreLeftAloneWhenAnotherOneIsGone)
+// However an expense deleted by another program is reached, its line is removed and no other expense is touched.
+TEST_F(Expenses, AreUntouchedWhenAnotherOneWasDeleted)
 {
     const dao::Key first = practice.Expense({.montant = 1, .objet = "Premier"});
     dao::Key gone[3];
@@ -346,7 +342,7 @@ TEST_F(Expenses, AreLeftAloneWhenAnotherOneIsGone)
     practice.Expense({.montant = 4, .objet = "Dernier"});
     auto& screen = OpenScreen();
 
-    DoubleClick(screen.Grid1, 1); // gone while the panel is open
+    DoubleClick(screen.Grid1, 1); // deleted while the panel is open
     practice.Remove("Recettes", gone[0]);
     FillPanel(screen, "17/06/2008", "Écrasé", "9");
     ExpectGone();
@@ -373,7 +369,7 @@ TEST_F(Expenses, AreLeftAloneWhenAnotherOneIsGone)
     EXPECT_EQ(screen.Label5.text(), "   5.00");
 
     practice.Write("Update Recettes set montant = 50 where num = " + QString::number(first));
-    DoubleClick(screen.Grid1, 0); // what another program wrote meanwhile is what is changed
+    DoubleClick(screen.Grid1, 0); // the current values, as written by another program, are edited
     EXPECT_EQ(screen.SSPanel3.Amount.text(), "50");
 }
 
@@ -412,25 +408,10 @@ TEST_F(Expenses, AreSelectedByDayAndByPeriod)
     EXPECT_TRUE(IsBrowsing(screen));
 }
 
-TEST_F(Expenses, KeepTheListWhenTheChoiceIsRefusedOrGivenUp)
+TEST_F(Expenses, KeepTheListWhenTheChoiceIsRefusedOrCancelled)
 {
     practice.Expense({.montant = 10});
     auto& screen = OpenScreen();
-
-    desk.ExpectMessage("Date incorrecte", Icon::Critical, "ATTENTION");
-    ListDay(screen, "31/06/2008"); // judged as it is left
-    EXPECT_TRUE(IsChoosing(screen));
-    screen.Dates.SSTab2.setFocus(); // a field that isn't being typed in: too short
-    screen.Dates.Text1[PeriodChooser::Day].setText("17/06/08");
-    desk.ExpectMessage("Date incorrecte", Icon::Critical, "ATTENTION");
-    Click(screen.Dates.Image2[PeriodChooser::AcceptDay]);
-    EXPECT_TRUE(IsChoosing(screen));
-    desk.ExpectMessage("Saisie incomplète", Icon::Critical, "ATTENTION");
-    ListPeriod(screen, "17/06/2008", "");
-    desk.ExpectMessage("Date incorrecte", Icon::Critical, "ATTENTION");
-    ListPeriod(screen, "17/06/2008", "17/06x/2008"); // no date can be read from it
-    EXPECT_TRUE(screen.Dates.Text1[PeriodChooser::Last].hasFocus());
-    EXPECT_EQ(screen.SSPanel1.Caption(), "Dépenses du 17/06/2008");
 
     desk.ExpectMessage("Dates inversées", Icon::Critical, "ZEP Lumo");
     ListPeriod(screen, "17/06/2008", "15/06/2008");
@@ -454,7 +435,7 @@ TEST_F(Expenses, KeepTheListWhenTheChoiceIsRefusedOrGivenUp)
     EXPECT_FALSE(screen.isVisible());
 }
 
-TEST_F(Expenses, ShowNoTotalWhenTheySumUpToNothing)
+TEST_F(Expenses, ShowNoTotalWhenTheirSumIsZero)
 {
     practice.Expense({.montant = 100});
     practice.Expense({.montant = -100});
@@ -465,7 +446,7 @@ TEST_F(Expenses, ShowNoTotalWhenTheySumUpToNothing)
     EXPECT_GE(screen.Label5.width(), screen.Label5.NeededWidth());
 }
 
-TEST_F(Expenses, TellTheirActionsInTheLanguageOfThePractice)
+TEST_F(Expenses, ShowTheirActionsInTheLanguageOfThePractice)
 {
     auto& screen = OpenScreen();
     const auto tips = [&screen] {

@@ -12,7 +12,7 @@ using forms::Icon;
 
 namespace {
 
-/// The text as a one-line field takes it: control characters become blanks, line ends at the end and a leading byte
+/// The text as accepted by a one-line field: control characters become blanks, trailing line breaks and a leading byte
 /// order mark are dropped.
 QString InOneLine(QString text)
 {
@@ -28,7 +28,7 @@ QString InOneLine(QString text)
 
 } // namespace
 
-TEST(HostileTexts, AreStoredAsObjectsLetterByLetterAndDoNothingElse)
+TEST(HostileTexts, AreStoredVerbatimWithoutSideEffects)
 {
     tests::Practice practice;
     ScriptedDesk desk;
@@ -57,7 +57,7 @@ TEST(HostileTexts, AreStoredAsObjectsLetterByLetterAndDoNothingElse)
         Press(screen, Qt::Key_Escape);
 
     dao::Recordset rows = practice.Rows("select objet from Recettes order by num");
-    screen.Image2_Click(core::PeriodChooser::AcceptDay); // as they are read again
+    screen.Image2_Click(core::PeriodChooser::AcceptDay); // reads them again
     ASSERT_EQ(screen.Grid1.Rows(), saved.size());
     for (int row = 0; row < saved.size(); ++row, rows.MoveNext()) {
         EXPECT_EQ(rows["objet"].Text(), saved[row]);

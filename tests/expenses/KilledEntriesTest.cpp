@@ -20,7 +20,7 @@ using expenses::F_Dep;
 namespace {
 
 constexpr int KillsInShortForm = 20;
-constexpr int ExpensesOfADay = 12; // entered; then every second one is changed, and every third one deleted
+constexpr int ExpensesOfADay = 12; // entered; then every second one is changed and every third one deleted
 
 enum class Step { Entered, Changed, Deleted };
 
@@ -39,7 +39,7 @@ QString DayOf(int round)
     return basic::DateText(QDate(2008, 1, 1).addDays(round));
 }
 
-/// The work of a day, step by step.
+/// The steps of a day's work.
 std::vector<Done> WorkOfADay()
 {
     std::vector<Done> work;
@@ -47,7 +47,8 @@ std::vector<Done> WorkOfADay()
         work.push_back({Step::Entered, expense});
     for (int expense = 0; expense < ExpensesOfADay; expense += 2)
         work.push_back({Step::Changed, expense});
-    for (int expense = ExpensesOfADay - 1; expense >= 0; expense -= 3) // from the end: the others keep their rows
+    for (int expense = ExpensesOfADay - 1; expense >= 0;
+         expense -= 3) // from the end, so that the others keep their rows
         work.push_back({Step::Deleted, expense});
     return work;
 }
@@ -57,20 +58,20 @@ int AmountAfter(Step step, int expense)
     return (step == Step::Changed ? 2000 : 1000) + expense;
 }
 
-/// The expenses of a day once that many steps of its work are done.
+/// The expenses of a day after this many steps.
 std::vector<State> StateAfter(std::size_t steps)
 {
     std::vector<State> expenses(ExpensesOfADay);
     const std::vector<Done> work = WorkOfADay();
     for (std::size_t i = 0; i < steps; ++i) {
         const auto [step, expense] = work[i];
-        expenses[std::size_t(expense)] = {step != Step::Deleted, AmountAfter(step, expense)};
+        expenses[static_cast<std::size_t>(expense)] = {step != Step::Deleted, AmountAfter(step, expense)};
     }
     return expenses;
 }
 
-/// The program at the expenses of a day, killed while they are entered, changed and deleted. Each round has a day of
-/// its own, so that what was saved before must outlive all later kills.
+/// Kills the program while the expenses of a day are entered, changed and deleted. Each round has its own day, so that
+/// what was saved must survive all later kills.
 class KilledEntries : public testing::Test {
 protected:
     static void Accept(ScriptedDesk& desk, F_Dep& screen, int round, const Done& done)
@@ -105,10 +106,10 @@ protected:
         ScriptedDesk desk;
         core::OpenDataFiles();
         auto& screen = desk.Open<F_Dep>();
-        reports.Tell(tests::WritesMade());
+        reports.Send(tests::WritesMade());
         for (const Done& done : WorkOfADay()) {
             Do(desk, screen, round, done);
-            reports.Tell(tests::WritesMade());
+            reports.Send(tests::WritesMade());
         }
     }
 
@@ -118,7 +119,7 @@ protected:
             [round, deadlyWrite](tests::Reports& reports) { WorkThrough(reports, round, deadlyWrite); });
     }
 
-    /// Notes the writes after which the opening and each step of an undisturbed day end.
+    /// Records the number of writes after the opening and after each step of an undisturbed day.
     void WorkADay(int round)
     {
         tests::ChildProcess program = Start(round);
@@ -128,7 +129,7 @@ protected:
         ASSERT_EQ(ends.size(), WorkOfADay().size() + 1);
     }
 
-    /// Kills the program at one of the writes of a step that chance picks; returns how many steps it has reported.
+    /// Kills the program at a random write of a random step; returns the number of steps it has reported.
     std::size_t WorkAndKill(int round)
     {
         const auto step = std::uniform_int_distribution<std::size_t>(1, ends.size() - 1)(random);
@@ -141,7 +142,7 @@ protected:
         return reports == 0 ? 0 : reports - 1;
     }
 
-    /// The expenses of a round's day as they are stored; each must be whole.
+    /// The stored expenses of a round's day; each must be complete.
     static std::vector<State> Stored(int round)
     {
         std::vector<State> expenses(ExpensesOfADay);
@@ -154,8 +155,9 @@ protected:
             const int amount = object.section(' ', 1, 1).toInt();
             EXPECT_EQ(rows["montant"].Double(), amount) << "half written: " << object.toStdString();
             EXPECT_EQ(rows["MM"].Double(), day.mid(3, 2).toInt());
-            EXPECT_FALSE(expenses[std::size_t(expense)].present) << "written twice: " << object.toStdString();
-            expenses[std::size_t(expense)] = {true, amount};
+            EXPECT_FALSE(expenses[static_cast<std::size_t>(expense)].present)
+                << "written twice: " << object.toStdString();
+            expenses[static_cast<std::size_t>(expense)] = {true, amount};
         }
         return expenses;
     }
@@ -176,7 +178,7 @@ protected:
 
 } // namespace
 
-TEST_F(KilledEntries, LoseNothingThatWasReportedAndLeaveNothingHalfWritten)
+TEST_F(KilledEntries, LoseNoReportedEntryAndLeaveNoneIncomplete)
 {
     const int kills = tests::Rounds(KillsInShortForm);
     practice.Open();
@@ -205,6 +207,6 @@ TEST_F(KilledEntries, LoseNothingThatWasReportedAndLeaveNothingHalfWritten)
 
     const ScriptedDesk desk;
     core::OpenDataFiles();
-    for (int round = 0; round < int(done.size()); ++round)
-        EXPECT_TRUE(IsAfter(Stored(round), done[std::size_t(round)])) << "round " << round;
+    for (int round = 0; round < static_cast<int>(done.size()); ++round)
+        EXPECT_TRUE(IsAfter(Stored(round), done[static_cast<std::size_t>(round)])) << "round " << round;
 }

@@ -16,6 +16,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+using basic::RuntimeError;
 using core::Form1;
 using tests::BytesOf;
 using tests::FolderContent;
@@ -23,7 +24,7 @@ using tests::OtherProgram;
 
 namespace {
 
-/// No file may grow past this size, as on a disk that is full.
+/// Limits the size of files, as on a full disk.
 class FileSizeLimit {
 public:
     explicit FileSizeLimit(rlim_t bytes) : handler(std::signal(SIGXFSZ, SIG_IGN))
@@ -45,7 +46,7 @@ private:
     sighandler_t handler;
 };
 
-/// The end of a working day. The practice was left once before, so that yesterday's copy is in "ARCHIVES".
+/// The end of a working day, with yesterday's copy in "ARCHIVES".
 class EndOfDay : public testing::Test {
 protected:
     EndOfDay()
@@ -65,7 +66,7 @@ protected:
         yesterday = BytesOf(archive);
     }
 
-    /// A working day but for its end: an act is settled anew.
+    /// A working day without its end: settles an act.
     Form1& Work(ScriptedDesk& desk)
     {
         auto& main = tests::StartProgram(desk, practice.Folder());
@@ -73,11 +74,11 @@ protected:
         return main;
     }
 
-    void WorkAndQuit(std::optional<basic::Error> toldError = {})
+    void WorkAndQuit(const std::optional<RuntimeError>& expectedError = {})
     {
         ScriptedDesk desk;
         auto& main = Work(desk);
-        tests::Quit(desk, main, toldError);
+        tests::Quit(desk, main, expectedError);
         EXPECT_EQ(desk.EndCode(), 0);
     }
 
@@ -116,13 +117,15 @@ protected:
 
 TEST_F(EndOfDay, KeepsYesterdaysCopyWhenTheDiskIsFull)
 {
-    for (const qint64 largest : {qint64(0), qint64(65536), QFileInfo(database).size() - 4096}) {
+    for (const qint64 largest :
+         {static_cast<qint64>(0), static_cast<qint64>(65536), QFileInfo(database).size() - 4096}) {
         SCOPED_TRACE(largest);
         ScriptedDesk desk;
         auto& main = Work(desk);
         {
             const FileSizeLimit limit{rlim_t(largest)};
-            tests::Quit(desk, main, Error::DiskFull);
+            // With no room at all the database itself can't be read beside its log.
+            tests::Quit(desk, main, RuntimeError(Error::DiskFull, largest == 0 ? practice.Folder() : folder));
         }
         ExpectYesterdaysCopy();
     }
@@ -130,29 +133,29 @@ TEST_F(EndOfDay, KeepsYesterdaysCopyWhenTheDiskIsFull)
         const FolderContent files = tests::ContentOf(practice.Folder());
         const tests::SmallDisk disk(practice.Folder(),
                                     tests::SizeOf(files) / 1024 + 250); // too little for a second copy
-        if (disk.IsThere()) {
+        if (disk.IsMounted()) {
             tests::WriteContent(practice.Folder(), files);
-            WorkAndQuit(Error::DiskFull);
+            WorkAndQuit(RuntimeError(Error::DiskFull, folder));
             ExpectYesterdaysCopy();
         }
-        settled -= disk.IsThere();
+        settled -= disk.IsMounted();
     }
     WorkAndQuit();
     ExpectTodaysCopy();
 }
 
-TEST_F(EndOfDay, KeepsYesterdaysCopyWhereItMayNotWrite)
+TEST_F(EndOfDay, KeepsYesterdaysCopyWithoutWritePermission)
 {
     Protect(0555);
-    WorkAndQuit(Error::PermissionDenied);
+    WorkAndQuit(RuntimeError(Error::PermissionDenied));
     ExpectYesterdaysCopy();
     Protect(0700);
     {
         const tests::SmallDisk disk(folder, 4096);
-        if (disk.IsThere()) {
+        if (disk.IsMounted()) {
             tests::WriteContent(folder, {{"ZEP_ONE.MDB", yesterday}});
             disk.MakeReadOnly();
-            WorkAndQuit(Error::PermissionDenied);
+            WorkAndQuit(RuntimeError(Error::PermissionDenied));
             ExpectYesterdaysCopy();
         }
     }
@@ -164,10 +167,10 @@ TEST_F(EndOfDay, CopiesEverySavedRowWhileOthersReadAndWrite)
 {
     tests::ChildProcess writer([this](tests::Reports& reports) {
         OtherProgram program(database);
-        for (;;) { // Each pair is one change: a copy may hold both rows or none.
+        for (;;) { // each pair is one transaction: a copy may contain both rows or none
             if (program.Run("begin immediate; insert into Actes (Type) values ('K1'); insert into Actes (Type) values "
                             "('K1'); commit") == SQLITE_OK)
-                reports.Tell('+');
+                reports.Send('+');
             ::usleep(2000);
         }
     });
@@ -175,8 +178,8 @@ TEST_F(EndOfDay, CopiesEverySavedRowWhileOthersReadAndWrite)
         OtherProgram program(database);
         program.Run("begin");
         program.Answer("select count(*) from Actes");
-        reports.Tell('r');
-        ::pause(); // and holds the file as it was at that moment
+        reports.Send('r');
+        ::pause(); // and keeps its snapshot
     });
     ASSERT_TRUE(writer.Next<char>() && reader.Next<char>());
 

@@ -7,15 +7,15 @@
 
 namespace tests {
 
-/// Every file below a folder, by its path from there, with its bytes.
+/// The files below a folder by relative path, with their content.
 using FolderContent = std::map<QString, QByteArray>;
 
 FolderContent ContentOf(const QString& folder);
 
-/// Makes these files in a folder, and the folders they are in.
+/// Creates these files in a folder, with subfolders.
 void WriteContent(const QString& folder, const FolderContent& content);
 
-/// How many bytes they are.
+/// Their total size in bytes.
 qint64 SizeOf(const FolderContent& content);
 
 QByteArray BytesOf(const QString& file);

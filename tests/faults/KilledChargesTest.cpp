@@ -14,8 +14,8 @@ using analysis::Chrges;
 
 namespace {
 
-/// Stores seven charges of so many dinars each and leaves, as the user does; reports how many writes to the disk that
-/// took. Dies at the given one of them.
+/// Stores seven charges of this amount and leaves, as a user would; reports the number of disk writes. Dies at the
+/// given write.
 void Store(tests::Reports& reports, int dinars, int deadlyWrite)
 {
     ScriptedDesk desk;
@@ -28,7 +28,7 @@ void Store(tests::Reports& reports, int dinars, int deadlyWrite)
     screen.Image1[Chrges::Store].click();
     screen.Unload();
     core::CloseDataFiles();
-    reports.Tell(tests::WritesMade());
+    reports.Send(tests::WritesMade());
 }
 
 class KilledCharges : public testing::Test {
@@ -38,7 +38,7 @@ protected:
         return tests::ChildProcess([=](tests::Reports& reports) { Store(reports, dinars, deadlyWrite); });
     }
 
-    /// The dinars of each charge as they are stored; all nine figures must be of one save.
+    /// The stored amount of each charge; all nine figures must be from one save.
     static int StoredCharges()
     {
         core::OpenDataFiles();
@@ -58,7 +58,7 @@ protected:
 
 } // namespace
 
-TEST_F(KilledCharges, AreAllOfOneSave)
+TEST_F(KilledCharges, AreAllFromOneSave)
 {
     practice.Open();
     core::TheDatabase.Close();

@@ -2,6 +2,7 @@
 #include "core/globals.h"
 #include "core/opening.h"
 #include "core/printing.h"
+#include "data/Archives.h"
 #include "platform/basic/Dates.h"
 #include "support/ChildProcess.h"
 #include "support/DeadlyWrites.h"
@@ -24,7 +25,7 @@ constexpr int ActsOfADay = 20;
 constexpr int ActsBetweenReports = 4;
 constexpr int LongReport = 238 * 4096;
 
-/// What an act holds once it is settled in its round: no two acts get the same amount, and none keeps a value it had.
+/// The values of an act settled in a round: amounts are unique, and every field changes.
 struct Settlement {
     dao::Key act;
     int flag_R;
@@ -38,7 +39,7 @@ dao::Key FirstAct(int round)
 
 Settlement SettlementOf(dao::Key act)
 {
-    return {act, int(2 + act % 4), double(act) + 0.5};
+    return {act, static_cast<int>(2 + act % 4), static_cast<double>(act) + 0.5};
 }
 
 QString DayOf(int round)
@@ -46,15 +47,14 @@ QString DayOf(int round)
     return basic::DateText(QDate(2008, 1, 1).addDays(round));
 }
 
-/// What the program reports of its day: the act that it has settled, 0 for the open till, and how many writes it has
-/// made.
+/// Progress report: the act just settled, 0 when the till is open, and the number of writes so far.
 struct Progress {
     dao::Key act;
     int writes;
 };
 
-/// The program at the till, killed while the acts of a day are settled one after the other. Each round has a day of its
-/// own, so that what was settled before must outlive all later kills.
+/// Kills the program while the acts of a day are settled one by one. Each round has its own day, so that what was
+/// settled must survive all later kills.
 class KilledTill : public testing::TestWithParam<unsigned> {
 protected:
     void FillDays(int days)
@@ -74,7 +74,7 @@ protected:
         core::TheDatabase.Close();
     }
 
-    /// Settles the first pending act as the user does; what the screen has said is saved is reported.
+    /// Settles the first pending act as a user would; reports it when the screen says that it is saved.
     static void SettleFirst(ScriptedDesk& desk, J_CAISSE& till, const Settlement& settlement)
     {
         till.Grid3.SetRow(0);
@@ -82,11 +82,11 @@ protected:
         till.SSPanel2.Code.SetListIndex(settlement.flag_R);
         till.SSPanel2.Amount.setText(QString::number(settlement.montant));
         desk.ExpectMessage("Correction enregistrée", forms::Icon::Information, "ZEP Lumo");
-        till.SSPanel2.Image3[0].click();
+        till.SSPanel2.Image3[cash::CorrectionPanel::Accept].click();
     }
 
-    /// A long report: with its pages the log comes close to the size at which an idle moment moves it into the file, so
-    /// that one of the next settlements does.
+    /// A long report, whose pages bring the log close to the size of an idle checkpoint, so that one of the next
+    /// settlements triggers it.
     static void WriteReport()
     {
         core::RefillScratchTable("Prov", [](core::ScratchRows& rows) {
@@ -94,7 +94,7 @@ protected:
         });
     }
 
-    /// A working day, from the opening of the data files to the archive copy, up to one of its writes.
+    /// A working day, from opening the data files to the archive copy; dies at the given write.
     static void WorkThrough(tests::Reports& reports, int round, int deadlyWrite)
     {
         tests::DieAtWrite(deadlyWrite);
@@ -102,18 +102,18 @@ protected:
         core::OpenDataFiles();
         core::PickedDate = DayOf(round);
         auto& till = desk.Open<J_CAISSE>();
-        reports.Tell(Progress{0, tests::WritesMade()});
+        reports.Send(Progress{0, tests::WritesMade()});
         for (int act = 0; act < ActsOfADay && !HasFailure(); ++act) {
             if (act % ActsBetweenReports == 0)
                 WriteReport();
             const Settlement settlement = SettlementOf(FirstAct(round) + act);
             SettleFirst(desk, till, settlement);
-            reports.Tell(Progress{settlement.act, tests::WritesMade()});
+            reports.Send(Progress{settlement.act, tests::WritesMade()});
         }
         till.Unload();
         core::CloseDataFiles();
-        core::CopyToArchives();
-        reports.Tell(Progress{0, tests::WritesMade()});
+        data::CopyToArchives(core::DataFolder);
+        reports.Send(Progress{0, tests::WritesMade()});
     }
 
     static tests::ChildProcess Start(int round, int deadlyWrite = 0)
@@ -122,8 +122,8 @@ protected:
             [round, deadlyWrite](tests::Reports& reports) { WorkThrough(reports, round, deadlyWrite); });
     }
 
-    /// Notes the writes after which the pieces of an undisturbed day end, so that a kill can be aimed at any piece
-    /// alike.
+    /// Records the number of writes after each part of an undisturbed day, so that kills are spread evenly over the
+    /// parts.
     void WorkADay(int round)
     {
         tests::ChildProcess program = Start(round);
@@ -133,7 +133,7 @@ protected:
         ASSERT_EQ(ends.size(), ActsOfADay + 3);
     }
 
-    /// Kills the program within a piece of its day that chance picks; returns how many settlements it has reported.
+    /// Kills the program in a random part of its day; returns the number of settlements it has reported.
     int WorkAndKill(int round)
     {
         std::size_t piece = 0;
@@ -149,8 +149,7 @@ protected:
         return std::clamp(reports - 1, 0, ActsOfADay);
     }
 
-    /// How many acts of a round's day are settled: those that were reported, perhaps the next one, and each wholly or
-    /// not at all.
+    /// The number of settled acts of a round's day: those reported and perhaps one more, each completely or not at all.
     static int CountSettled(int round, int reported)
     {
         dao::Recordset acts = core::TheDatabase.OpenRecordset(
@@ -184,9 +183,9 @@ protected:
 
 } // namespace
 
-INSTANTIATE_TEST_SUITE_P(Chance, KilledTill, testing::Range(0U, unsigned(tests::Rounds(1))));
+INSTANTIATE_TEST_SUITE_P(Chance, KilledTill, testing::Range(0U, static_cast<unsigned>(tests::Rounds(1))));
 
-TEST_P(KilledTill, LosesNoReportedSettlementAndLeavesNoneHalfDone)
+TEST_P(KilledTill, LosesNoReportedSettlementAndLeavesNoneIncomplete)
 {
     const int kills = tests::IsLongForm() ? 200 : 40;
     FillDays(kills + 1);
@@ -217,7 +216,7 @@ TEST_P(KilledTill, LosesNoReportedSettlementAndLeavesNoneHalfDone)
 
     ScriptedDesk desk;
     auto& main = tests::StartProgram(desk, practice.Folder());
-    for (int round = 0; round < int(settled.size()); ++round)
+    for (int round = 0; round < static_cast<int>(settled.size()); ++round)
         EXPECT_EQ(CountSettled(round, settled[round]), settled[round]) << "round " << round;
     tests::Quit(desk, main);
     EXPECT_EQ(QDir(practice.File("ARCHIVES")).entryList(QDir::Files | QDir::Hidden), QStringList("ZEP_ONE.MDB"))

@@ -38,9 +38,8 @@ dao::Key KeyOfNewRow(const char* table)
 
 } // namespace
 
-// A practice of the first version whose opening is cut off while it is brought up to date: the next opening finds every
-// row and gives no key that was ever held.
-TEST(KilledUpgrade, LeavesThePracticeAsItWasOrBringsItUpToDate)
+// Kills the upgrade of a practice of the first version: the next opening finds every row and never reuses a key.
+TEST(KilledUpgrade, LeavesThePracticeUnchangedOrUpgraded)
 {
     const tests::FolderInMemory memory;
     tests::Practice practice;
@@ -54,7 +53,7 @@ TEST(KilledUpgrade, LeavesThePracticeAsItWasOrBringsItUpToDate)
         tests::DieAtWrite(deadlyWrite);
         const ScriptedDesk desk;
         practice.Open();
-        reports.Tell(tests::WritesMade());
+        reports.Send(tests::WritesMade());
     };
     tests::ChildProcess undisturbed([&](tests::Reports& reports) { open(reports, 0); });
     const int writes = undisturbed.Next<int>().value_or(0);

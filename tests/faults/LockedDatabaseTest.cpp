@@ -38,25 +38,25 @@ protected:
     LockedDatabase()
     {
         practice.Act({});
-        practice.Open(); // a first time, so that the file has its last form
+        practice.Open(); // once before, so that the file is upgraded
         tests::ResetGlobals();
         if (!tests::IsLongForm())
             dao::busyMilliseconds = 300;
     }
     ~LockedDatabase() override { dao::busyMilliseconds = patience; }
 
-    /// Another program that takes this lock and keeps it until it is killed.
+    /// Another program that holds this lock until it is killed.
     tests::ChildProcess Lock(const char* lock) const
     {
         return tests::ChildProcess([this, lock](tests::Reports& reports) {
             OtherProgram program(practice.File("ZEP_ONE.MDB"));
             EXPECT_EQ(program.Run(lock), SQLITE_OK);
-            reports.Tell('!');
+            reports.Send('!');
             ::pause();
         });
     }
 
-    /// Runs `work` with the program's real patience while the other program goes away after a short while.
+    /// Runs `work` with the program's real busy timeout while the other program releases its lock after a short time.
     template <class Work>
     void DuringAShortLock(tests::ChildProcess& other, Work work) const
     {
@@ -72,15 +72,15 @@ protected:
         EXPECT_GE(waited.elapsed(), ShortWhile.count() - 5) << "the lock was never in the way";
     }
 
-    static QString Told() { return core::ErrorText(basic::RuntimeError(basic::Error::Locked)); }
+    static QString ExpectedText() { return core::ErrorText(basic::RuntimeError(basic::Error::Locked)); }
 
-    /// Chooses the first pending act of the day and has it settled as paid, with 500 dinars.
+    /// Settles the first pending act of the day as paid, with 500 dinars.
     static void Settle(J_CAISSE& till)
     {
         Press(till.Grid3, Qt::Key_Return);
         till.SSPanel2.Code.SetListIndex(2);
         till.SSPanel2.Amount.setText("500");
-        Click(till.SSPanel2.Image3[0]);
+        Click(till.SSPanel2.Image3[cash::CorrectionPanel::Accept]);
     }
 
     J_CAISSE& OpenTill(ScriptedDesk& desk) const
@@ -88,7 +88,7 @@ protected:
         tests::StartProgram(desk, practice.Folder());
         core::PickedDate = "17/06/2008";
         auto& till = desk.Open<J_CAISSE>();
-        till.SSTab1.setCurrentIndex(2);
+        till.SSTab1.setCurrentIndex(cash::J_CAISSE::PendingTab);
         return till;
     }
 
@@ -98,7 +98,7 @@ protected:
 
 } // namespace
 
-TEST_F(LockedDatabase, IsWaitedForAndThenRefusedAtTheStart)
+TEST_F(LockedDatabase, IsRefusedAtTheStartAfterTheTimeout)
 {
     for (const char* lock : {WholeFile, WholeFileAndLog}) {
         SCOPED_TRACE(lock);
@@ -107,8 +107,8 @@ TEST_F(LockedDatabase, IsWaitedForAndThenRefusedAtTheStart)
             ASSERT_TRUE(other.Next<char>());
             const tests::FolderContent before = tests::ContentOf(practice.Folder());
             ScriptedDesk desk;
-            desk.ExpectMessage(Told(), Icon::Exclamation, "Lumo ZEP");
-            desk.ExpectMessage(Told(), Icon::Exclamation, "ZEP Lumo");
+            desk.ExpectMessage(ExpectedText(), Icon::Exclamation, "Lumo ZEP");
+            desk.ExpectMessage(ExpectedText(), Icon::Exclamation, "ZEP Lumo");
             QElapsedTimer waited;
             waited.start();
             tests::StartProgram(desk, practice.Folder());
@@ -139,7 +139,7 @@ TEST_F(LockedDatabase, SettlesAnActOnceAnotherHasStoppedWriting)
     EXPECT_EQ(practice.Stored("Presta", 1, "denom").Text(), "Consultation") << "what the killed one hadn't committed";
 }
 
-TEST_F(LockedDatabase, EndsWithoutSettlingWhenAnotherWritesForTooLong)
+TEST_F(LockedDatabase, EndsWithoutSettlingAfterTheTimeout)
 {
     tests::ChildProcess other = Lock(Writing);
     ASSERT_TRUE(other.Next<char>());

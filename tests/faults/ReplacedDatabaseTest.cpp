@@ -13,7 +13,7 @@ using forms::Icon;
 
 namespace {
 
-const QString Told =
+const QString ExpectedText =
     "Le fichier 'ZEP_ONE.MDB' n'est plus celui qui a été ouvert : il a été remplacé, déplacé ou supprimé "
     "pendant le travail. Rien de plus n'est enregistré ni archivé.";
 
@@ -34,7 +34,7 @@ void WriteOver(const QString& file, const QByteArray& bytes)
     target.write(bytes);
 }
 
-const Replacement replacements[] = {
+const Replacement Replacements[] = {
     {"overwritten", WriteOver},
     {"renamed over",
      [](const QString& file, const QByteArray& bytes) {
@@ -45,7 +45,7 @@ const Replacement replacements[] = {
     {"deleted", [](const QString& file, const QByteArray&) { ASSERT_TRUE(QFile::remove(file)); }},
 };
 
-/// A day's work over which a user puts yesterday's copy back by hand.
+/// A working day during which a user restores yesterday's copy by hand.
 class ReplacedDatabase : public testing::TestWithParam<Replacement> {
 protected:
     ReplacedDatabase()
@@ -56,7 +56,7 @@ protected:
         yesterday = tests::BytesOf(archive);
     }
 
-    /// What is in the folder's file now, read by another program; the log that was set aside is not read.
+    /// The current content of the file, read by another program without the log that was set aside.
     QString Amount() const { return tests::OtherProgram(file).Answer("select montant from Actes where num = 1"); }
 
     bool IsLogKept() const { return !QDir(practice.Folder()).entryList({"ZEP_ONE.MDB-wal.set-aside*"}).isEmpty(); }
@@ -79,9 +79,9 @@ protected:
 
 } // namespace
 
-INSTANTIATE_TEST_SUITE_P(By, ReplacedDatabase, testing::ValuesIn(replacements));
+INSTANTIATE_TEST_SUITE_P(By, ReplacedDatabase, testing::ValuesIn(Replacements));
 
-TEST_P(ReplacedDatabase, IsNeitherMixedWithTodaysLogNorArchived)
+TEST_P(ReplacedDatabase, IsNeitherMixedWithTheLogNorArchived)
 {
     ScriptedDesk today;
     auto& main = tests::StartProgram(today, practice.Folder());
@@ -90,7 +90,7 @@ TEST_P(ReplacedDatabase, IsNeitherMixedWithTodaysLogNorArchived)
     const bool hasFile = QFile::exists(file);
 
     today.ExpectMessage("Veuiller Confirmer Fin de Travail !!", Icon::Question, "ZEP Lumo", forms::Answer::Yes);
-    today.ExpectMessage("Erreur N° 3044\n" + Told, Icon::Exclamation, "ZEP Lumo");
+    today.ExpectMessage("Erreur N° 3044\n" + ExpectedText, Icon::Exclamation, "ZEP Lumo");
     main.Entry("mnuQ")->trigger();
     EXPECT_EQ(today.EndCode(), 1);
     EXPECT_EQ(tests::BytesOf(archive), yesterday);
@@ -101,7 +101,7 @@ TEST_P(ReplacedDatabase, IsNeitherMixedWithTodaysLogNorArchived)
     }
 }
 
-TEST_P(ReplacedDatabase, TakesNoMoreChanges)
+TEST_P(ReplacedDatabase, RefusesChanges)
 {
     ScriptedDesk today;
     tests::StartProgram(today, practice.Folder());
@@ -113,7 +113,7 @@ TEST_P(ReplacedDatabase, TakesNoMoreChanges)
             ADD_FAILURE() << "saved";
         } catch (const basic::RuntimeError& error) {
             EXPECT_EQ(error.Code(), basic::Error::FileReplaced);
-            EXPECT_EQ(error.Description(), Told);
+            EXPECT_EQ(error.Description(), ExpectedText);
         }
     }
     TheDatabase.Close();

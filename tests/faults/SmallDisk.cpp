@@ -11,7 +11,8 @@
 namespace tests {
 namespace {
 
-/// Whether this process may mount, and then where nobody else sees it and nothing of it outlives the process.
+/// Whether this process may mount. Enters a mount namespace of its own, so that mounts are private and end with the
+/// process.
 bool HasItsOwnMounts()
 {
     static const bool has =

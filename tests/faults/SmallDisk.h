@@ -5,10 +5,9 @@
 
 namespace tests {
 
-/// A disk of its own, empty, laid over a folder for as long as this object lives and seen by this process alone.
+/// A small empty disk mounted on a folder during the lifetime of this object, visible to this process only.
 ///
-/// It takes the administrator's rights. Without them there is none, which is said in the test's output: what the disk
-/// would show must be shown in another way as well.
+/// Needs root. Otherwise nothing is mounted and the test output says so; tests must not depend on it alone.
 class SmallDisk {
 public:
     SmallDisk(const QString& folder, qint64 kilobytes);
@@ -16,7 +15,7 @@ public:
     SmallDisk(const SmallDisk&) = delete;
     SmallDisk& operator=(const SmallDisk&) = delete;
 
-    bool IsThere() const { return mounted; }
+    bool IsMounted() const { return mounted; }
     void MakeReadOnly() const;
 
 private:

@@ -9,8 +9,10 @@
 #include "support/Practice.h"
 #include "support/Rounds.h"
 
+#include <QDateTime>
 #include <QFile>
 
+#include <algorithm>
 #include <gtest/gtest.h>
 #include <random>
 #include <sys/stat.h>
@@ -23,14 +25,14 @@ namespace {
 constexpr qsizetype PageSize = 4096;
 constexpr qsizetype HeadSize = 100;
 
-/// A practice with yesterday's archive copy, whose database is then spoilt in one way after the other.
+/// A practice with yesterday's archive copy, whose database is damaged in various ways.
 class SpoiltDatabase : public testing::Test {
 protected:
     SpoiltDatabase()
     {
         for (int act = 0; act < 150; ++act)
-            practice.Act({.montant = double(act)});
-        practice.Open(); // which leaves the file to the program alone
+            practice.Act({.montant = static_cast<double>(act)});
+        practice.Open(); // makes the program the file's only user
         tests::ResetGlobals();
         ScriptedDesk desk;
         tests::Quit(desk, tests::StartProgram(desk, practice.Folder()));
@@ -44,8 +46,8 @@ protected:
 
     void Write(const QByteArray& bytes) const { tests::WriteContent(practice.Folder(), {{"ZEP_ONE.MDB", bytes}}); }
 
-    /// Starts the program and types the code: it says what is wrong, both before its change of the schema and at the
-    /// opening, and ends; nothing in the folder has changed, not even the archive copy.
+    /// Starts the program and types the code: it reports the error, both before the schema change and at the opening,
+    /// and ends. Nothing in the folder has changed, not even the archive copy.
     void ExpectRefused(const basic::RuntimeError& error) const
     {
         const FolderContent before = tests::ContentOf(practice.Folder());
@@ -62,6 +64,39 @@ protected:
     {
         Write(bytes);
         ExpectRefused(basic::RuntimeError(error, "ZEP_ONE.MDB"));
+    }
+
+    /// The program says once that nothing may be written here, and what to do.
+    void ExpectToldToBeProtected() const
+    {
+        ScriptedDesk desk;
+        desk.ExpectMessage("Erreur N° 3027\nLa base de données ou son dossier « " + practice.Folder() +
+                               " » est en lecture seule : rien ne pourrait y être enregistré. Donnez-vous le droit d'y "
+                               "écrire, ou copiez le dossier sur un disque où vous l'avez, puis ouvrez le cabinet de "
+                               "nouveau.",
+                           Icon::Exclamation, "ZEP Lumo");
+        tests::StartProgram(desk, practice.Folder());
+        EXPECT_EQ(desk.EndCode(), 0);
+        EXPECT_TRUE(tests::BytesOf(database) == sound);
+    }
+
+    /// The copy of the evening before, which was made at 18:02.
+    void DateCopy(const QString& name = "ZEP_ONE.MDB") const
+    {
+        QFile copy(practice.File("ARCHIVES/" + name));
+        ASSERT_TRUE(copy.open(QIODevice::ReadWrite));
+        copy.setFileTime(QDateTime(QDate(2008, 6, 16), QTime(18, 2)), QFileDevice::FileModificationTime);
+    }
+
+    /// A damaged database is told as the rules have it, then the copy is offered.
+    void ExpectOffer(ScriptedDesk& desk, forms::Answer answer) const
+    {
+        const QString text = core::ErrorText(basic::RuntimeError(Error::DamagedDatabase, "ZEP_ONE.MDB"));
+        desk.ExpectMessage(text, Icon::Exclamation, "Lumo ZEP");
+        desk.ExpectMessage(text, Icon::Exclamation, "ZEP Lumo");
+        desk.ExpectMessage("Remettre la copie du 16/06/2008 à 18:02 ? Les actes saisis depuis n'y sont pas.",
+                           Icon::Question, "ZEP Lumo", answer);
+        tests::StartProgram(desk, practice.Folder());
     }
 
     /// Made sound again, it opens without a message.
@@ -81,7 +116,7 @@ protected:
 
 } // namespace
 
-TEST_F(SpoiltDatabase, IsRefusedWhenItIsNoneOfOurs)
+TEST_F(SpoiltDatabase, IsRefusedWhenForeign)
 {
     const QByteArray oldEngine = QByteArray::fromHex("000100005374616e64617264204a657420444200");
     QByteArray ofAnotherProgram = sound;
@@ -110,10 +145,10 @@ TEST_F(SpoiltDatabase, IsRefusedWhenItIsNoneOfOurs)
     ExpectOpens();
 }
 
-TEST_F(SpoiltDatabase, IsRefusedWhenCutAtAnyLength)
+TEST_F(SpoiltDatabase, IsRefusedWhenTruncated)
 {
     std::mt19937 random(20080617);
-    // SQLite itself takes what is missing of the last page for zeros and finds no fault with it.
+    // SQLite itself reads the missing part of the last page as zeros, without an error.
     std::vector<qsizetype> lengths{sound.size() - 1, sound.size() - 31};
     lengths.insert(lengths.end(), {1, 15, 16, HeadSize - 1, HeadSize, 512, PageSize - 1, PageSize, PageSize + 1});
     for (int round = 0; round < tests::Rounds(25); ++round)
@@ -132,7 +167,7 @@ TEST_F(SpoiltDatabase, IsRefusedWhenAPageIsDestroyed)
 {
     for (qsizetype start = 0; start < sound.size(); start += PageSize) {
         SCOPED_TRACE(start / PageSize + 1);
-        // The first page keeps its head, so that it isn't taken for a foreign file.
+        // Keeps the header, so that the file is still recognised as ours.
         const qsizetype from = start == 0 ? HeadSize : start;
         const qsizetype size = start + PageSize - from;
         QByteArray bytes = sound;
@@ -144,11 +179,11 @@ TEST_F(SpoiltDatabase, IsRefusedWhenAPageIsDestroyed)
     ExpectOpens();
 }
 
-TEST_F(SpoiltDatabase, IsRefusedWhereNothingMayBeWritten)
+TEST_F(SpoiltDatabase, IsRefusedOnReadOnlyMedia)
 {
     const auto refuse = [this](const QString& path, mode_t protectedMode, mode_t mode) {
         ::chmod(path.toUtf8().constData(), protectedMode);
-        ExpectRefused(basic::RuntimeError(Error::ReadOnly));
+        ExpectToldToBeProtected();
         ::chmod(path.toUtf8().constData(), mode);
     };
     refuse(database, 0444, 0600);
@@ -156,11 +191,53 @@ TEST_F(SpoiltDatabase, IsRefusedWhereNothingMayBeWritten)
     {
         const FolderContent files = tests::ContentOf(practice.Folder());
         const tests::SmallDisk medium(practice.Folder(), 8192);
-        if (medium.IsThere()) {
+        if (medium.IsMounted()) {
             tests::WriteContent(practice.Folder(), files);
             medium.MakeReadOnly();
-            ExpectRefused(basic::RuntimeError(Error::ReadOnly));
+            ExpectToldToBeProtected();
         }
     }
     ExpectOpens();
+}
+
+TEST_F(SpoiltDatabase, IsReplacedByTheNewestWholeCopyWhenTheUserWantsThat)
+{
+    DateCopy();
+    QByteArray damaged = sound;
+    damaged.replace(5 * PageSize, PageSize, QByteArray(PageSize, '\xA5'));
+    Write(damaged);
+    const FolderContent before = tests::ContentOf(practice.Folder());
+    {
+        ScriptedDesk desk;
+        ExpectOffer(desk, forms::Answer::No);
+        EXPECT_EQ(desk.EndCode(), 0);
+        EXPECT_TRUE(tests::ContentOf(practice.Folder()) == before);
+    }
+    {
+        ScriptedDesk desk;
+        ExpectOffer(desk, forms::Answer::Yes);
+        EXPECT_EQ(desk.EndCode(), std::nullopt) << "the opening goes on";
+        EXPECT_EQ(core::TheDatabase.OpenRecordset("select count(num) as S1 from Actes")["S1"].Long(), 150);
+        EXPECT_EQ(core::PermnTable.RecordCount(), 1);
+        tests::ResetGlobals();
+    }
+    FolderContent after = tests::ContentOf(practice.Folder());
+    const auto kept = std::ranges::find_if(after, [](const auto& file) { return file.first.contains("avant"); });
+    ASSERT_NE(kept, after.end());
+    EXPECT_TRUE(kept->second == damaged);
+    ExpectOpens();
+}
+
+TEST_F(SpoiltDatabase, IsLeftAloneWhereNoWholeCopyIsToBeHad)
+{
+    DateCopy();
+    Write(QByteArray("Cabinet"));
+    ExpectRefused(basic::RuntimeError(Error::UnrecognizedFormat, "ZEP_ONE.MDB")); // foreign: no question
+    const QString copy = practice.File("ARCHIVES/ZEP_ONE.MDB");
+    QFile(copy).resize(2 * PageSize);
+    DateCopy();
+    Write(sound.first(3 * PageSize));
+    ExpectRefused(basic::RuntimeError(Error::DamagedDatabase, "ZEP_ONE.MDB"));
+    QFile::remove(copy);
+    ExpectRefused(basic::RuntimeError(Error::DamagedDatabase, "ZEP_ONE.MDB"));
 }

@@ -5,12 +5,12 @@
 #include <cstdio>
 #include <cstdlib>
 
-/// Takes any bytes; ends the process when the program does with them what it must never do.
+/// Runs one input; ends the process if the program violates an invariant.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size);
 
 namespace fuzz {
 
-/// Ends the process, telling which rule was broken, unless `holds`.
+/// Ends the process with the message `rule` unless `holds`.
 inline void Require(bool holds, const char* rule, const QString& detail = {})
 {
     if (holds)

@@ -1,4 +1,4 @@
-// Any bytes as the configuration file of a practice: reading takes them all, and every text keeps its width.
+// Arbitrary bytes as the configuration file of a practice: reading never fails, and every text has its width.
 #include "core/configuration.h"
 #include "core/globals.h"
 #include "data/ConfigurationFile.h"
@@ -15,13 +15,13 @@ namespace {
 constexpr qsizetype FileBytes = qsizetype{data::configRecordCount} * data::configRecordBytes;
 constexpr qsizetype ConfigLineWidth = 40;
 
-/// What reading leaves behind, as text.
+/// The state after reading, as text.
 QStringList Taken(const QByteArray& content)
 {
     core::TakeConfiguration(content);
     QStringList taken{QString::number(int{core::LanguageMode}), QString::number(int{core::StoredAccessValue()})};
     for (int field = 1; field <= data::letterheadFields; ++field)
-        taken << core::LetterheadField(field) << core::ConfigLines[std::size_t(field) - 1];
+        taken << core::LetterheadField(field) << core::ConfigLines[static_cast<std::size_t>(field) - 1];
     return taken;
 }
 
@@ -39,17 +39,18 @@ void CheckHeader(const QByteArray& content)
 void CheckWidths()
 {
     for (int field = 1; field <= data::letterheadFields; ++field) {
-        const qsizetype width = data::letterheadWidths[std::size_t(field) - 1];
+        const qsizetype width = data::letterheadWidths[static_cast<std::size_t>(field) - 1];
         const QString stored = core::LetterheadField(field);
         Require(stored.size() == width, "a field fills its width", stored);
-        Require(core::ConfigLines[std::size_t(field) - 1].size() == ConfigLineWidth, "a line fills its width");
+        Require(core::ConfigLines[static_cast<std::size_t>(field) - 1].size() == ConfigLineWidth,
+                "a line fills its width");
         const QString trimmed = core::TrimLetterheadField(field);
         Require(core::LetterheadField(field) == trimmed.leftJustified(width), "trimming stores the text back");
         Require(core::TrimLetterheadField(field) == trimmed, "trimming twice changes nothing");
     }
 }
 
-/// The text of a record; none where the record can't be decoded.
+/// The text of a record; none if it can't be decoded.
 std::optional<QString> Decoded(const QByteArray& record)
 {
     try {
@@ -61,20 +62,21 @@ std::optional<QString> Decoded(const QByteArray& record)
     }
 }
 
-/// What the file would be if its own texts were written anew.
+/// The file as written again from its own texts.
 data::Configuration WrittenAnew(const QByteArray& content)
 {
     data::Configuration anew;
-    anew.language = qint16(int{core::LanguageMode});
-    anew.accessValue = qint16(int{core::StoredAccessValue()});
+    anew.language = static_cast<qint16>(int{core::LanguageMode});
+    anew.accessValue = static_cast<qint16>(int{core::StoredAccessValue()});
     for (int field = 1; field <= data::letterheadFields; ++field) {
         const qsizetype place = qsizetype{data::LetterheadRecord(field) - 1} * data::configRecordBytes;
         const std::optional<QString> text = Decoded(content.mid(place, data::configRecordBytes));
         Require(!text || text->size() <= data::configRecordWords, "a text is no longer than its record");
         if (text && text->size() <= data::longestConfigText)
-            anew.letterhead[std::size_t(field) - 1] = *text;
-        else // the length itself read as a character, or nothing that can be read
-            anew.letterhead[std::size_t(field) - 1] = core::ConfigLines[std::size_t(field) - 1];
+            anew.letterhead[static_cast<std::size_t>(field) - 1] = *text;
+        else // the length read as a character, or unreadable
+            anew.letterhead[static_cast<std::size_t>(field) - 1] =
+                core::ConfigLines[static_cast<std::size_t>(field) - 1];
     }
     return anew;
 }
@@ -83,7 +85,7 @@ data::Configuration WrittenAnew(const QByteArray& content)
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size)
 {
-    const QByteArray content(reinterpret_cast<const char*>(bytes), qsizetype(size));
+    const QByteArray content(reinterpret_cast<const char*>(bytes), static_cast<qsizetype>(size));
     const QStringList taken = Taken(content);
     CheckHeader(content);
     Require(Taken(content.leftJustified(FileBytes, '\0', true)) == taken, "what is missing counts as 0");

@@ -1,5 +1,5 @@
-// Any text as a statement of the screens and as a search condition, over a real practice of a few rows: it is refused
-// with an error that statements have, or it does what a statement may do.
+// Arbitrary text as a statement and as a search condition, on a real practice with a few rows: it is refused with a
+// documented error, or does what a statement may do.
 #include "data/Practice.h"
 #include "fuzz/Fuzz.h"
 #include "platform/basic/RuntimeError.h"
@@ -36,7 +36,7 @@ constexpr const char* Rows = R"(
     insert into Prov (num, unite, Mt) values (3, 'L''Écho', 1.5);
 )";
 
-/// A practice that is made once for all inputs.
+/// A practice shared by all inputs.
 class Practice {
 public:
     Practice()
@@ -63,12 +63,12 @@ const Practice& ThePractice()
     return practice;
 }
 
-/// A connection opened as the program opens it. A statement that would run on for too long is stopped.
+/// A connection opened as by the program. Statements that run too long are interrupted.
 class Session {
 public:
     explicit Session(const QString& path) : connection(Opened(path)), database(connection) { Restart(); }
 
-    /// Gives the next statement all its time.
+    /// Restarts the time limit.
     void Restart()
     {
         constexpr int stepsAtATime = 1000;
@@ -92,7 +92,7 @@ private:
     int stops = 0;
 };
 
-/// Runs `work`; false when it was refused with one of these errors. Any other refusal is a fault.
+/// Runs `work`; false when it was refused with one of these errors. Any other error is a fault.
 template <class Work>
 bool Succeeds(Session& session, std::initializer_list<Error> refusals, const QString& statement, Work work)
 {
@@ -109,7 +109,7 @@ bool Succeeds(Session& session, std::initializer_list<Error> refusals, const QSt
     }
 }
 
-/// A literal of the same kind and with another value.
+/// A literal of the same kind with another value.
 QString OtherLiteral(const Token& token)
 {
     switch (token.kind) {
@@ -151,7 +151,7 @@ void CheckLiteral(const Token& token, const dao::Value& value)
     }
 }
 
-/// The statement's shape, with all its literals right; none when it can't be read.
+/// The statement's shape, after checking its literals; none for a syntax error.
 std::optional<dao::StatementShape> ShapeOf(Session& session, const QString& statement)
 {
     dao::StatementShape split;
@@ -170,7 +170,7 @@ std::optional<dao::StatementShape> ShapeOf(Session& session, const QString& stat
     return split;
 }
 
-/// Whether a plan may do this to the database, asked by SQLite while it reads the plan's statement.
+/// Authorizer: what a plan may do to the database.
 int Permit(void* asked, int action, const char* first, const char*, const char*, const char*)
 {
     const Plan& plan = *static_cast<const Plan*>(asked);
@@ -193,7 +193,7 @@ int Permit(void* asked, int action, const char* first, const char*, const char*,
     return SQLITE_OK;
 }
 
-/// Has SQLite read a plan's text: exactly one statement with a parameter for each literal, or one it can't read.
+/// Prepares a plan: it must be exactly one statement with a parameter for each literal, unless SQLite refuses it.
 void CheckText(Session& session, const Plan& plan, std::size_t literals)
 {
     sqlite3* const database = session.connection->Handle();
@@ -201,7 +201,7 @@ void CheckText(Session& session, const Plan& plan, std::size_t literals)
     sqlite3_stmt* prepared = nullptr;
     const char* rest = nullptr;
     sqlite3_set_authorizer(database, Permit, const_cast<Plan*>(&plan));
-    const int code = sqlite3_prepare_v2(database, plan.sql.data(), int(plan.sql.size()), &prepared, &rest);
+    const int code = sqlite3_prepare_v2(database, plan.sql.data(), static_cast<int>(plan.sql.size()), &prepared, &rest);
     sqlite3_set_authorizer(database, nullptr, nullptr);
     if (code != SQLITE_OK) {
         Require((code & 0xff) == SQLITE_ERROR, "a statement fails by its syntax or a name", shown);
@@ -209,7 +209,8 @@ void CheckText(Session& session, const Plan& plan, std::size_t literals)
     }
     Require(prepared != nullptr, "a plan is a statement", shown);
     Require(rest == plan.sql.data() + plan.sql.size(), "a plan is one statement", shown);
-    Require(sqlite3_bind_parameter_count(prepared) == int(literals), "each literal has its parameter", shown);
+    Require(sqlite3_bind_parameter_count(prepared) == static_cast<int>(literals), "each literal has its parameter",
+            shown);
     const bool reads = plan.kind != Plan::Kind::Change;
     Require((sqlite3_stmt_readonly(prepared) != 0) == reads, "selects read, the others write", shown);
     sqlite3_finalize(prepared);
@@ -228,7 +229,7 @@ void CheckPlan(Session& session, const QString& statement, const dao::StatementS
         CheckText(session, plan, split.literals.size());
 }
 
-/// Goes through all rows and reads all their fields; the number of rows.
+/// Reads all fields of all rows; returns the number of rows.
 int Walked(dao::Recordset rows)
 {
     int count = 0;
@@ -254,7 +255,7 @@ void CheckOpening(Session& session, const QString& statement)
              });
 }
 
-/// Runs the statement in a transaction that is taken back.
+/// Runs the statement in a transaction and rolls it back.
 void CheckRunning(Session& session, const QString& statement, int options)
 {
     session.database.BeginTrans();
@@ -268,7 +269,7 @@ void CheckRunning(Session& session, const QString& statement, int options)
     session.database.Rollback();
 }
 
-/// A search finds the row that a select with the same condition gives first.
+/// A search finds the first row of a select with the same condition.
 void CheckSearch(Session& session, const QString& condition)
 {
     for (const char* const table : {"Patients", "Actes"}) {
@@ -298,11 +299,11 @@ void CheckSearch(Session& session, const QString& condition)
     }
 }
 
-/// A session that serves many inputs, as one serves a day's work; a new one now and then bounds its memory.
+/// A session shared by many inputs, as in a day's work; replaced from time to time to bound its memory.
 Session& TheSession()
 {
     constexpr int inputsOfASession = 200;
-    const QString path = ThePractice().Path(); // made first, so that it outlives the session
+    const QString path = ThePractice().Path(); // created first, so that it outlives the session
     static std::optional<Session> session;
     static int served = 0;
     if (served++ % inputsOfASession == 0)
@@ -314,7 +315,7 @@ Session& TheSession()
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size)
 {
-    const QString statement = QString::fromUtf8(reinterpret_cast<const char*>(bytes), qsizetype(size));
+    const QString statement = QString::fromUtf8(reinterpret_cast<const char*>(bytes), static_cast<qsizetype>(size));
     Session& session = TheSession();
     CheckOpening(session, statement);
     CheckRunning(session, statement, 0);

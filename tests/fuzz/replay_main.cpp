@@ -1,4 +1,4 @@
-// Gives every file of the folders named on the command line to a fuzz target, once and in the order of their names.
+// Runs a fuzz target once for every file in the folders on the command line, in name order.
 #include "fuzz/Fuzz.h"
 
 #include <QDir>
@@ -15,8 +15,9 @@ bool Replay(const QString& folder)
             return false;
         const QByteArray content = file.readAll();
         std::printf("%s\n", qPrintable(entry.filePath()));
-        std::fflush(stdout); // the last line names the input that ended the process
-        LLVMFuzzerTestOneInput(reinterpret_cast<const std::uint8_t*>(content.constData()), std::size_t(content.size()));
+        std::fflush(stdout); // the last line names the input that crashed
+        LLVMFuzzerTestOneInput(reinterpret_cast<const std::uint8_t*>(content.constData()),
+                               static_cast<std::size_t>(content.size()));
     }
     return !files.isEmpty();
 }

@@ -1,5 +1,5 @@
-// Any bytes as a template: reading ends with faults or with a template whose pages can be made. Its corpus is
-// corpus/template here and the templates of the program.
+// Arbitrary bytes as a template: either faults, or a template whose pages can be laid out. Corpus: corpus/template and
+// the templates of the program.
 #include "data/ReportTemplates.h"
 #include "fuzz/Fuzz.h"
 #include "platform/pages/PageLayout.h"
@@ -11,7 +11,7 @@ using fuzz::Require;
 
 namespace {
 
-/// Rows with all kinds of values under the fields that the template asks for.
+/// Rows with all kinds of values for the template's fields.
 pages::Content RowsFor(const pages::Template& design, int rows)
 {
     static const dao::Value values[] = {{}, 7, -12.5, "BENALI", "{ch4}", "2008-06-17", 1e300, "\u0627\n\t{page}"};
@@ -23,7 +23,8 @@ pages::Content RowsFor(const pages::Template& design, int rows)
         for (const QString& text : {design.group->heading, design.group->subtotal})
             pages::FillPlaceholders(text, [&](const QString& name) { return content.rows.fields << name, QString(); });
     }
-    for (std::size_t cell = 0; cell < std::size_t(content.rows.fields.size()) * std::size_t(rows); ++cell)
+    for (std::size_t cell = 0;
+         cell < static_cast<std::size_t>(content.rows.fields.size()) * static_cast<std::size_t>(rows); ++cell)
         content.rows.cells.push_back(values[cell % std::size(values)]);
     content.texts.insert("ch4", "Mouvements de fonds du  Mar 17/06/2008");
     return content;
@@ -59,7 +60,7 @@ void CheckPage(const pages::Page& page)
         check(shade, "shade");
 }
 
-/// Makes all pages over so many rows; returns the number of pages.
+/// Lays out all pages for this many rows; returns the number of pages.
 int CheckPages(const pages::Template& design, int rows)
 {
     pages::Content content = RowsFor(design, rows);
@@ -75,7 +76,7 @@ int CheckPages(const pages::Template& design, int rows)
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size)
 {
-    const QByteArray text(reinterpret_cast<const char*>(bytes), qsizetype(size));
+    const QByteArray text(reinterpret_cast<const char*>(bytes), static_cast<qsizetype>(size));
     const pages::ParsedTemplate read = pages::ReadTemplate(text, data::ReportTextNames);
     CheckFaults(text, read.faults);
     if (!read.faults.isEmpty())

@@ -33,7 +33,7 @@ protected:
         return window;
     }
 
-    /// The entry opens this screen and no other.
+    /// The entry opens only this screen.
     template <class Screen>
     void Opens(const char* entry)
     {
@@ -48,7 +48,7 @@ protected:
         EXPECT_TRUE(isOpened);
     }
 
-    /// The list of patients comes up behind the search.
+    /// The list of patients opens behind the search.
     void OpensPatients()
     {
         bool isOpened = false;
@@ -104,7 +104,7 @@ TEST_F(Menu, OpensTheScreenOfEachEntry)
     OpensPatients();
 }
 
-TEST_F(Menu, LooksForRowsBeforeItOpensAScreen)
+TEST_F(Menu, ChecksForRowsBeforeItOpensAScreen)
 {
     practice.Write("delete from Patients");
     Start();

@@ -28,7 +28,7 @@ protected:
         practice.Add("Plani", {{"date", "17/06/2008"}, {"Num_Presta", unit}, {"HH", slot}, {"num_patient", patient}});
     }
 
-    /// A template of the practice's own that prints what is selected.
+    /// A small template that prints the selected rows.
     void PutTemplate()
     {
         QFile file(practice.File("Planning.RPT"));
@@ -60,7 +60,7 @@ TEST_F(Appointments, AreListedByHourWithTheirPatients)
                  {{"nom", "Ziani"}, {"Prenom", "Nora"}, {"tel", ""}, {"ville", "Sétif"}, {"N_carte", " 7"}});
     Appointment(2, 9, 2);
     Appointment(2, 0, 3);
-    Appointment(2, 0, 99); // the patient is gone
+    Appointment(2, 0, 99); // a deleted patient
     Appointment(2, 10, 1);
     Appointment(2, -1, dao::Value());
     Appointment(2, dao::Value(), 1);
@@ -87,7 +87,7 @@ TEST_F(Appointments, AreListedByHourWithTheirPatients)
 
     Click(board.Image4[Planning::CloseList]);
     EXPECT_TRUE(board.SSPanel4.isEnabled());
-    OpenList(board, 0); // one is enough, and nothing of the longer list is left
+    OpenList(board, 0); // one is enough, and the longer list is cleared
     ASSERT_EQ(board.Grid2.Rows(), 1);
     EXPECT_EQ(RowOf(board.Grid2, 0), QStringList({"1", " 11-12", " Benali", " Zoé", "", "", ""}));
 }
@@ -121,7 +121,7 @@ TEST_F(Appointments, ArePrintedForOneUnitOrForAll)
     EXPECT_EQ(core::ReportName, "Planning.RPT");
     EXPECT_EQ(Heading(), "Planning de la Journée du Mar  17/06/2008");
     EXPECT_EQ(board.Report1.SelectionFormula, "{Plani.date} = date(2008,06,17) and {Plani.Num_Presta} = 2");
-    EXPECT_TRUE(board.SSPanel6.isVisible()); // stays as it was
+    EXPECT_TRUE(board.SSPanel6.isVisible()); // unchanged
 
     tests::ExpectPreview(desk, "Planning 17-06-2008");
     Press(board.SSOption1[Planning::CurrentUnit], Qt::Key_Down);
@@ -150,7 +150,7 @@ TEST_F(Appointments, CloseTheirPanelsOneByOne)
     Press(board.SSOption1[Planning::CurrentUnit], Qt::Key_Escape);
     EXPECT_FALSE(board.SSPanel6.isVisible());
     EXPECT_TRUE(board.SSPanel1.isVisible());
-    Press(board.Grid2, Qt::Key_W, Qt::ControlModifier); // leaves nothing while a panel is open
+    Press(board.Grid2, Qt::Key_W, Qt::ControlModifier); // doesn't close anything while a panel is open
     EXPECT_TRUE(board.isVisible());
     Press(board.Grid2, Qt::Key_Escape);
     EXPECT_FALSE(board.SSPanel1.isVisible());
@@ -158,16 +158,16 @@ TEST_F(Appointments, CloseTheirPanelsOneByOne)
 
     OpenList(board, 0);
     Click(board.Image4[Planning::OpenPrint]);
-    Click(board.Image4[Planning::CloseList]); // leaves the print options as they are
+    Click(board.Image4[Planning::CloseList]); // keeps the print options open
     EXPECT_TRUE(board.SSPanel6.isVisible());
     EXPECT_TRUE(board.SSPanel4.isEnabled());
     PutTemplate();
     Click(board.Grid1, 1);
     tests::ExpectPreview(desk, "Planning 17-06-2008");
-    Click(board.Image4[Planning::Print]); // what is printed is the board's unit now
+    Click(board.Image4[Planning::Print]); // now prints the board's unit
     EXPECT_TRUE(board.Report1.SelectionFormula.endsWith("{Plani.Num_Presta} = 2"));
     Click(board.Image1[Planning::ChooseDay]);
-    board.Text5[0].setText("20/06/"); // of a date that is being typed nothing is printed
+    board.Text5[0].setText("20/06/"); // nothing is printed for an unfinished date
     tests::ExpectPreview(desk, "Planning 17-06-2008");
     Click(board.Image4[Planning::Print]);
     EXPECT_TRUE(board.Report1.SelectionFormula.startsWith("{Plani.date} = date(2008,06,17)"));

@@ -31,7 +31,7 @@ protected:
         practice.Add("Plani", {{"date", day}, {"Num_Presta", unit}, {"HH", slot}, {"num_patient", 1}});
     }
 
-    /// Types a day into its panel, which is opened for it.
+    /// Opens the panel and types a day.
     static void ChooseDay(Planning& board, const QString& day)
     {
         Click(board.Image1[Planning::ChooseDay]);
@@ -84,7 +84,7 @@ protected:
 
 } // namespace
 
-TEST_F(Board, HoldsTheDaysAppointmentsAgainstItsActs)
+TEST_F(Board, ComparesTheDaysAppointmentsWithItsActs)
 {
     practice.Service("Pansement", -1); // first in the lists: unit 3
     practice.Service("Visite", 7);     // unit 4
@@ -93,7 +93,7 @@ TEST_F(Board, HoldsTheDaysAppointmentsAgainstItsActs)
     Appointment("17/06/2008", 1, 4);
     Appointment("16/06/2008", 1, 4);
     for (int act = 0; act < 3; ++act)
-        practice.Act({.flag_R = act, .num_presta = 3, .Flag_H = act % 2}); // whatever was paid, archived or not
+        practice.Act({.flag_R = act, .num_presta = 3, .Flag_H = act % 2}); // in any payment state, archived or not
     practice.Add("Actes", {{"Date", "12/06/2008"}, {"date_Presta", "17/06/2008"}, {"num_presta", 1}});
     practice.Add("Actes", {{"Date", "17/06/2008"}, {"date_Presta", "12/06/2008"}, {"num_presta", 1}});
     practice.Act({.num_presta = 77}); // of no unit
@@ -115,7 +115,7 @@ TEST_F(Board, HoldsTheDaysAppointmentsAgainstItsActs)
     EXPECT_EQ(AccessibilityFaults(board), QStringList());
 }
 
-TEST_F(Board, LeavesTotalsOfNothingBlank)
+TEST_F(Board, LeavesZeroTotalsBlank)
 {
     auto& board = OpenScreen();
     EXPECT_EQ(Totals(board), QStringList({"", "", ""}));
@@ -127,12 +127,12 @@ TEST_F(Board, LeavesTotalsOfNothingBlank)
     EXPECT_EQ(RowOf(board.Grid1, 1), QStringList({" ECG", "", "1", "-1"}));
     EXPECT_EQ(Totals(board), QStringList({"1", "1", ""}));
 
-    Click(board.Image2[Planning::DayBefore]); // nothing of the day after is left
+    Click(board.Image2[Planning::DayBefore]); // cleared from the following day
     EXPECT_EQ(RowOf(board.Grid1, 1), QStringList({" ECG", "", "", ""}));
     EXPECT_EQ(Totals(board), QStringList({"", "", ""}));
 }
 
-TEST_F(Board, WalksDayByDayOverTheEndsOfMonthsAndYears)
+TEST_F(Board, StepsAcrossTheEndsOfMonthsAndYears)
 {
     Appointment("29/02/2008", 2);
     Appointment("29/02/2008", 2);
@@ -152,18 +152,18 @@ TEST_F(Board, WalksDayByDayOverTheEndsOfMonthsAndYears)
     ChooseDay(board, "01/01/2008");
     Press(board.Grid1, Qt::Key_Left, Qt::AltModifier);
     EXPECT_EQ(board.DayHeading.text(), "Journée du Lun  31/12/2007");
-    EXPECT_EQ(LabelText(board, "Label1(32)"), month); // the month is the other panel's
+    EXPECT_EQ(LabelText(board, "Label1(32)"), month); // the month is independent
     EXPECT_EQ(Counts(board), monthCounts);
 
     ChooseDay(board, "28/02/2100");
     Click(board.Image2[Planning::DayAfter]);
     EXPECT_EQ(board.Text5[0].text(), "01/03/2100");
-    ChooseDay(board, "29/02/2100"); // passes as a date and holds no row
+    ChooseDay(board, "29/02/2100"); // accepted as a date, without rows
     EXPECT_EQ(board.DayHeading.text(), "Journée du Lun  29/02/2100");
     EXPECT_EQ(Totals(board), QStringList({"", "", ""}));
 }
 
-TEST_F(Board, RefusesWhatIsNoDayAndKeepsTheOneItShows)
+TEST_F(Board, RefusesInvalidDatesAndKeepsTheDay)
 {
     Appointment("17/06/2008", 1);
     auto& board = OpenScreen();
@@ -181,7 +181,7 @@ TEST_F(Board, RefusesWhatIsNoDayAndKeepsTheOneItShows)
     }
 }
 
-TEST_F(Board, TakesADayFromTheKeyboard)
+TEST_F(Board, AcceptsADayFromTheKeyboard)
 {
     Appointment("20/06/2008", 1);
     auto& board = OpenScreen();
@@ -191,7 +191,7 @@ TEST_F(Board, TakesADayFromTheKeyboard)
     ASSERT_TRUE(board.Text5[0].hasFocus());
     EXPECT_EQ(board.Text5[0].selectedText(), "17/06/2008");
     Type(board.Text5[0], "31062008");
-    Press(board.Text5[0], Qt::Key_Tab); // left: judged, emptied and come back to
+    Press(board.Text5[0], Qt::Key_Tab); // on leaving: validated, cleared and focused again
     EXPECT_EQ(desk.BeepCount(), 1);
     EXPECT_EQ(board.Text5[0].text(), "");
     EXPECT_TRUE(board.Text5[0].hasFocus());
@@ -202,7 +202,7 @@ TEST_F(Board, TakesADayFromTheKeyboard)
     EXPECT_EQ(Totals(board), QStringList({"1", "", "1"}));
 
     Press(board.Grid1, Qt::Key_F4);
-    Type(board.Text5[0], "21062008"); // a good one, given up
+    Type(board.Text5[0], "21062008"); // a valid one, cancelled
     Press(board.Text5[0], Qt::Key_Escape);
     EXPECT_TRUE(IsBoardAlone(board));
     EXPECT_EQ(board.Text5[0].text(), "20/06/2008");
@@ -232,9 +232,9 @@ TEST_F(Board, CountsTheMonthOfTheSecondUnitBySlot)
     EXPECT_EQ(LabelText(board, "HH(9)"), "17");
     EXPECT_EQ(Counts(board), QStringList({"1/0=1", "1/9=2", "30/4=1"}));
     EXPECT_EQ(board.Grid3.Row(), 0);
-    EXPECT_EQ(Totals(board), QStringList({"1", "", "1"})); // no slot, but programmed
+    EXPECT_EQ(Totals(board), QStringList({"1", "", "1"})); // no slot, but counted as programmed
 
-    Click(board.Grid1, 0); // the unit of the day isn't the month's
+    Click(board.Grid1, 0); // the day's unit doesn't affect the month
     EXPECT_EQ(board.SSPanel2.Caption(), "Unité --> ECG");
     ChooseMonth(board, 0, 6, "2008");
     EXPECT_EQ(board.SSPanel2.Caption(), "Unité --> Consultation");
@@ -266,7 +266,7 @@ TEST_F(Board, LaysOutEveryMonthWithItsDays)
     }
     EXPECT_EQ(board.Grid3.Text(0, 0), " Lundi  1");
 
-    // Every fourth year has a 29 February; where the calendar has none, it is named as the day after the 28th.
+    // Every fourth year has a 29 February; if the calendar has none, it gets the weekday after the 28th.
     const struct {
         const char* year;
         int days;
@@ -282,24 +282,24 @@ TEST_F(Board, LaysOutEveryMonthWithItsDays)
     }
 }
 
-TEST_F(Board, TellsDaysOffAndTodayApart)
+TEST_F(Board, MarksDaysOffAndToday)
 {
     auto& board = OpenScreen();
-    const auto groundOf = [&](int day) {
+    const auto backgroundOf = [&](int day) {
         return board.Grid3.model()->index(day - 1, 0).data(Qt::BackgroundRole).value<QColor>();
     };
     const QColor none;
-    EXPECT_EQ(groundOf(17), forms::TheColours().today);
-    EXPECT_EQ(groundOf(19), none); // Thursday
-    EXPECT_EQ(groundOf(20), forms::TheColours().weekend);
-    EXPECT_EQ(groundOf(21), forms::TheColours().weekend);
-    EXPECT_EQ(groundOf(22), none);
+    EXPECT_EQ(backgroundOf(17), forms::TheColours().today);
+    EXPECT_EQ(backgroundOf(19), none); // Thursday
+    EXPECT_EQ(backgroundOf(20), forms::TheColours().weekend);
+    EXPECT_EQ(backgroundOf(21), forms::TheColours().weekend);
+    EXPECT_EQ(backgroundOf(22), none);
     ChooseMonth(board, 1, 7, "2008");
-    EXPECT_EQ(groundOf(17), none);
-    EXPECT_EQ(groundOf(18), forms::TheColours().weekend);
+    EXPECT_EQ(backgroundOf(17), none);
+    EXPECT_EQ(backgroundOf(18), forms::TheColours().weekend);
 }
 
-TEST_F(Board, AsksForAYearOfFourDigits)
+TEST_F(Board, RequiresAYearOfFourDigits)
 {
     auto& board = OpenScreen();
     for (const char* year : {"", "208", "20080", "2 08", "0000"}) {
@@ -312,7 +312,7 @@ TEST_F(Board, AsksForAYearOfFourDigits)
     }
     EXPECT_EQ(LabelText(board, "Label1(32)"), "Juin 2008");
     EXPECT_EQ(board.SSPanel2.Caption(), "Unité --> ECG");
-    Click(board.Image1[Planning::ChooseMonth]); // what was chosen is still there, unapplied
+    Click(board.Image1[Planning::ChooseMonth]); // the choice is kept, unapplied
     EXPECT_EQ(board.Combo1[Planning::UnitChoice].currentIndex(), 0);
     EXPECT_EQ(board.Text3.text(), "0000");
     Type(board.Text3, "-2x009 ");
@@ -321,7 +321,7 @@ TEST_F(Board, AsksForAYearOfFourDigits)
     EXPECT_EQ(board.SSPanel2.Caption(), "Unité --> Consultation");
 }
 
-TEST_F(Board, ChoosesNoUnitOfOneAndOpensWithoutAny)
+TEST_F(Board, SelectsNoUnitIfThereIsOneOrNone)
 {
     practice.Remove("Presta", 2);
     Appointment("17/06/2008", 1);
@@ -348,7 +348,7 @@ TEST_F(Board, ChoosesNoUnitOfOneAndOpensWithoutAny)
     EXPECT_EQ(board.Grid3.Rows(), 28);
 }
 
-TEST_F(Board, EndsPastSixteenBits)
+TEST_F(Board, EndsTheProgramPastSixteenBits)
 {
     practice.Open();
     tests::OtherProgram other(practice.File("ZEP_ONE.MDB"));

@@ -3,6 +3,6 @@
 #include <QStringList>
 #include <QWidget>
 
-/// The controls below `root`, shown or not, that assistive software can't name: buttons, fields, lists and tables
-/// without an accessible name. Each by its class and object name.
+/// The controls below `root`, visible or not, without an accessible name: buttons, fields, lists and tables. Each as
+/// class and object name.
 QStringList AccessibilityFaults(QWidget& root);

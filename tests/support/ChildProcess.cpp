@@ -13,7 +13,7 @@ namespace tests {
 
 void Reports::Write(const void* bytes, std::size_t size)
 {
-    if (write(pipe, bytes, size) != ssize_t(size)) // so few bytes go through a pipe in one piece or not at all
+    if (write(pipe, bytes, size) != static_cast<ssize_t>(size)) // writes this small are atomic on a pipe
         std::abort();
 }
 
@@ -26,7 +26,7 @@ ChildProcess::ChildProcess(const std::function<void(Reports&)>& work)
     process = fork();
     if (process == 0) {
         close(ends[0]);
-        [&]() noexcept { // whatever goes wrong must not run on into the tests of the other process
+        [&]() noexcept { // noexcept: an exception must not continue into the parent's tests
             Reports reports(ends[1]);
             work(reports);
         }();
@@ -80,7 +80,7 @@ bool ChildProcess::Read(void* bytes, std::size_t size)
     do
         got = read(pipe, bytes, size);
     while (got < 0 && errno == EINTR);
-    return got == ssize_t(size);
+    return got == static_cast<ssize_t>(size);
 }
 
 } // namespace tests

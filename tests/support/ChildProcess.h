@@ -8,13 +8,13 @@
 
 namespace tests {
 
-/// The channel by which a child process reports its progress. Reports survive the kill of the process.
+/// The channel for a child process to report its progress. Reports survive killing the process.
 class Reports {
 public:
     explicit Reports(int writingEnd) : pipe(writingEnd) {}
 
     template <class Report>
-    void Tell(const Report& report)
+    void Send(const Report& report)
     {
         static_assert(std::is_trivially_copyable_v<Report>);
         Write(&report, sizeof report);
@@ -25,10 +25,10 @@ private:
     int pipe;
 };
 
-/// A piece of work in a process of its own, which can be killed at any moment.
+/// Work in a child process, which can be killed at any moment.
 ///
-/// It starts as a copy of this process, so no database and no screen may be open here. It fails the test when it ends
-/// by itself with a failed expectation, an exception or a crash.
+/// The process is forked, so no database or screen may be open. Fails the test when it ends with a failed expectation,
+/// an exception or a crash.
 class ChildProcess {
 public:
     explicit ChildProcess(const std::function<void(Reports&)>& work);
@@ -36,7 +36,7 @@ public:
     ChildProcess(const ChildProcess&) = delete;
     ChildProcess& operator=(const ChildProcess&) = delete;
 
-    /// The next report, waited for; none once the process is gone and all reports were read.
+    /// Waits for the next report; none once the process has ended and all reports were read.
     template <class Report>
     std::optional<Report> Next()
     {
@@ -44,16 +44,16 @@ public:
         return Read(&report, sizeof report) ? std::optional(report) : std::nullopt;
     }
 
-    /// Kills it as a power cut would: it gets no chance to tidy up. False when it had ended by itself before.
+    /// Kills it, without a chance to clean up. False when it had already ended.
     bool Kill();
-    /// Sends it a signal, as the system does.
+    /// Sends it a signal.
     void Signal(int signal) const;
-    /// Waits until it has done its work.
+    /// Waits until it has finished its work.
     void Wait();
 
 private:
     bool Read(void* bytes, std::size_t size);
-    /// Takes note of its end; true when it was killed.
+    /// Collects its exit status; true when it was killed.
     bool Reap();
 
     pid_t process = 0;

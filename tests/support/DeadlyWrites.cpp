@@ -1,8 +1,10 @@
 #include "support/DeadlyWrites.h"
 
 #include <csignal>
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sqlite3.h>
+#include <sys/syscall.h>
 #include <unistd.h>
 
 namespace tests {
@@ -20,6 +22,19 @@ ssize_t Write(int file, const void* bytes, size_t size, off_t offset)
     if (dies)
         ::raise(SIGKILL);
     return written;
+}
+
+/// A step that is done whole or not at all: an odd one isn't done any more, after an even one the process dies.
+template <class Work>
+auto Step(Work work)
+{
+    ++made;
+    if (made == deadly && made % 2 == 1)
+        ::raise(SIGKILL);
+    const auto result = work();
+    if (made == deadly)
+        ::raise(SIGKILL);
+    return result;
 }
 
 } // namespace
@@ -40,3 +55,27 @@ int WritesMade()
 }
 
 } // namespace tests
+
+// In the place of the system's own, for the program's code and for the libraries.
+extern "C" {
+
+int rename(const char* path, const char* target) noexcept
+{
+    return tests::Step([=] { return int(::syscall(SYS_renameat2, AT_FDCWD, path, AT_FDCWD, target, 0)); });
+}
+
+int link(const char* path, const char* target) noexcept
+{
+    return tests::Step([=] { return int(::syscall(SYS_linkat, AT_FDCWD, path, AT_FDCWD, target, 0)); });
+}
+
+int unlink(const char* path) noexcept
+{
+    return tests::Step([=] { return int(::syscall(SYS_unlinkat, AT_FDCWD, path, 0)); });
+}
+
+ssize_t sendfile(int to, int from, off_t* offset, size_t size) noexcept
+{
+    return tests::Step([=] { return ::syscall(SYS_sendfile, to, from, offset, size); });
+}
+}

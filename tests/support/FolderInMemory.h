@@ -6,8 +6,8 @@
 
 namespace tests {
 
-/// Makes new folders in memory where the system has such a place: what a killed process has written stays there as
-/// well, and hundreds of commits don't wait for a disk. To be declared before the practice that shall lie there.
+/// Creates temporary folders in memory if the system supports it: writes of a killed process survive there too, and
+/// hundreds of commits don't wait for a disk. Declare it before the practice.
 class FolderInMemory {
 public:
     FolderInMemory()

@@ -2,8 +2,7 @@
 
 namespace tests {
 
-/// Puts every global of the program back to its state before the start, closing what is open: a run of the program does
-/// this once, a test program once for each test.
+/// Resets the global state of the program to that before the start, closing what is open.
 void ResetGlobals();
 
 } // namespace tests

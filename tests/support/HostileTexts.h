@@ -9,7 +9,7 @@ namespace tests {
 /// characters, many scripts, markup and shell commands.
 QStringList HostileTexts();
 
-/// Enters the text at once, as an input method does, in place of what the field holds and through its filter.
+/// Replaces the field's text as an input method does, through its filter.
 void Enter(QWidget& field, const QString& text);
 
 } // namespace tests

@@ -15,7 +15,7 @@ void TypeCode(ScriptedDesk& desk, Form1& main, const QString& folder, const QStr
         Type(dialog.Text1, code);
         Press(dialog.Text1, Qt::Key_Return);
         if (dialog.isVisible())
-            Click(dialog.Image2[1]);
+            Click(dialog.Image2[core::Auteur::Cancel]);
     });
     main.Entry("mnu_aprpos")->trigger();
 }
@@ -27,11 +27,11 @@ Form1& StartProgram(ScriptedDesk& desk, const QString& folder)
     return main;
 }
 
-void Quit(ScriptedDesk& desk, Form1& main, std::optional<basic::Error> toldError)
+void Quit(ScriptedDesk& desk, Form1& main, const std::optional<basic::RuntimeError>& expectedError)
 {
     desk.ExpectMessage("Veuiller Confirmer Fin de Travail !!", forms::Icon::Question, "ZEP Lumo", forms::Answer::Yes);
-    if (toldError)
-        desk.ExpectMessage(core::ErrorText(basic::RuntimeError(*toldError)), forms::Icon::Exclamation, "ZEP Lumo");
+    if (expectedError)
+        desk.ExpectMessage(core::ErrorText(*expectedError), forms::Icon::Exclamation, "ZEP Lumo");
     main.Entry("mnuQ")->trigger();
 }
 

@@ -8,16 +8,16 @@
 
 namespace tests {
 
-/// What a user does at the main window. Messages that come of it are the test's to expect beforehand.
+/// User actions on the main window. The test must expect the resulting messages beforehand.
 
-/// Chooses a practice's folder and types a code into the dialog that "Explorer ..." opens; cancels it when the code
-/// isn't taken.
+/// Chooses a practice's folder and types a code into the dialog "Explorer ..."; cancels the dialog when the code is
+/// refused.
 void TypeCode(ScriptedDesk& desk, core::Form1& main, const QString& folder, const QString& code);
 
 /// Starts the program and opens the practice in this folder, whose access code is 6.
 core::Form1& StartProgram(ScriptedDesk& desk, const QString& folder);
 
-/// Ends the program by its menu and confirms it. `toldError` is the error that comes of it.
-void Quit(ScriptedDesk& desk, core::Form1& main, std::optional<basic::Error> toldError = {});
+/// Ends the program through its menu and confirms. `expectedError` is the error that is shown.
+void Quit(ScriptedDesk& desk, core::Form1& main, const std::optional<basic::RuntimeError>& expectedError = {});
 
 } // namespace tests

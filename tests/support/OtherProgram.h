@@ -7,10 +7,10 @@
 
 namespace tests {
 
-/// Another program that has the same file open.
+/// A connection of another program to the same file.
 class OtherProgram {
 public:
-    explicit OtherProgram(const QString& path) // a path, or a file: address
+    explicit OtherProgram(const QString& path) // a path, or a file: URI
     {
         EXPECT_EQ(
             sqlite3_open_v2(path.toUtf8().constData(), &database, SQLITE_OPEN_READWRITE | SQLITE_OPEN_URI, nullptr),

@@ -26,9 +26,8 @@ struct ExpenseRow {
     dao::Value objet = "Coton";
 };
 
-/// A small practice in a folder of its own: access code 6, letterhead, two services, one patient. It opens as the
-/// program does when its code was accepted, and the globals go back to their first state at its end. "Today" is
-/// 17/06/2008.
+/// A small practice in its own folder: access code 6, letterhead, two services, one patient. Opened as by the program
+/// after its code was accepted; the destructor resets the globals. "Today" is 17/06/2008.
 class Practice {
 public:
     Practice();
@@ -36,7 +35,7 @@ public:
 
     QString Folder() const;
     QString File(const QString& name) const;
-    /// Makes the globals and handles what they are once the main window has opened this practice.
+    /// Sets globals and handles as if the main window had opened this practice.
     void Open();
 
     dao::Key Act(const ActRow& act);
@@ -47,15 +46,15 @@ public:
 
     using Row = std::vector<std::pair<const char*, dao::Value>>;
     dao::Key Add(const QString& table, const Row& row);
-    /// Runs a statement as another program does.
+    /// Runs a statement as another program.
     void Write(const QString& statement);
-    /// Deletes a row as another program does.
+    /// Deletes a row as another program.
     void Remove(const QString& table, dao::Key key);
-    /// A field of the row with this key, read through a connection of its own.
+    /// A field of the row with this key, read through a separate connection.
     dao::Value Stored(const QString& table, dao::Key key, const char* field);
-    /// The first field of the first row that a statement gives.
+    /// The first field of the first row of a statement.
     dao::Value Ask(const QString& statement);
-    /// The rows that a statement gives, read through the same connection.
+    /// The rows of a statement, read through the same connection.
     dao::Recordset Rows(const QString& statement);
 
 private:

@@ -8,7 +8,7 @@
 #include <optional>
 #include <ostream>
 
-/// How a failed test shows texts and dates.
+/// Printing of texts and dates in failed tests.
 inline void PrintTo(const QString& text, std::ostream* out)
 {
     *out << '"' << text.toStdString() << '"';
@@ -31,7 +31,7 @@ inline void PrintTo(Error error, std::ostream* out)
 
 using basic::Error;
 
-/// The run-time error that `action` raises; none when it raises none.
+/// The run-time error that `action` raises; none if it doesn't.
 template <class Action>
 std::optional<basic::Error> ErrorOf(Action action)
 {

@@ -9,8 +9,7 @@
 #include <QFileInfo>
 #include <gtest/gtest.h>
 
-/// What the tests of printing screens need: the templates of the program in the practice's folder, and a look at what a
-/// print left.
+/// For tests of printing screens: puts templates into the practice's folder and reads what was printed.
 namespace tests {
 
 /// Puts a template of the program into the data folder.
@@ -25,7 +24,7 @@ inline void RemoveTemplate(const Practice& practice, const QString& name)
     QFile::remove(practice.File(name));
 }
 
-/// The next print shows its preview, which the user closes, having seen what it proposes as the name of a PDF.
+/// Expects a preview, checks the proposed PDF name and closes it.
 inline void ExpectPreview(ScriptedDesk& desk, const QString& pdfName)
 {
     desk.WhenModal<report::PreviewWindow>([pdfName](report::PreviewWindow& preview) {

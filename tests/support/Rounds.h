@@ -4,13 +4,13 @@
 
 namespace tests {
 
-/// Whether the fault tests are to take their time: ZEP_FAULTS=long in the environment.
+/// Whether to run the long form of the fault tests: ZEP_FAULTS=long in the environment.
 inline bool IsLongForm()
 {
     return qgetenv("ZEP_FAULTS") == "long";
 }
 
-/// How many rounds to play where the short form plays that many.
+/// The number of rounds: ten times as many in the long form.
 inline int Rounds(int inShortForm)
 {
     return IsLongForm() ? inShortForm * 10 : inShortForm;

@@ -6,8 +6,7 @@
 
 namespace tests {
 
-/// The rows of a statement, each as its fields with "|" between; "-" for Null. Read through a connection of its
-/// own.
+/// The rows of a statement, each as its fields separated by "|"; "-" for Null. Read through a separate connection.
 inline QStringList RowsOf(Practice& practice, const QString& statement)
 {
     QStringList lines;

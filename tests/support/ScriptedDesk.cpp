@@ -27,7 +27,7 @@ const char* NameOf(Icon icon)
 
 Answer SafeAnswer(Buttons buttons)
 {
-    return buttons == Buttons::YesNo ? Answer::No : Answer::Ok;
+    return buttons == Buttons::Ok ? Answer::Ok : Answer::No;
 }
 
 std::string Described(const QString& text, Icon icon, const QString& title)
@@ -45,7 +45,7 @@ ScriptedDesk::ScriptedDesk()
 ScriptedDesk::~ScriptedDesk()
 {
     Verify();
-    while (!screens.empty()) // the last opened goes first, and hidden, so that its end sends no event
+    while (!screens.empty()) // destroyed in reverse order, hidden first so that no events are sent
     {
         screens.back()->hide();
         screens.pop_back();
@@ -88,7 +88,7 @@ void ScriptedDesk::Show(forms::Form& form)
         return;
     form.show();
     form.activateWindow();
-    support::Settle();
+    support::ProcessEvents();
 }
 
 void ScriptedDesk::ShowModal(forms::Form& form)
@@ -106,14 +106,14 @@ void ScriptedDesk::ShowModal(forms::Form& form)
     if (form.IsLoaded())
         script(form);
     if (endCode)
-        form.hide(); // its owner is about to be unwound
+        form.hide(); // its owner is about to be destroyed
     StopWhenEnded();
     if (form.IsLoaded()) {
         ADD_FAILURE() << "the script left " << qPrintable(form.objectName()) << " open";
         form.Unload();
-        form.hide(); // where the screen refuses to close
+        form.hide(); // if the screen refuses to close
     }
-    support::Settle();
+    support::ProcessEvents();
 }
 
 std::unique_ptr<forms::WaitNotice> ScriptedDesk::Wait(const QString& text)

@@ -11,11 +11,10 @@
 #include <optional>
 #include <vector>
 
-/// The desk of the tests: answers message boxes and plays modal screens as the test has said beforehand, each once and
-/// in this order. What comes and wasn't expected fails the test at once; what was expected and didn't come fails it at
-/// the end.
+/// The desk of the tests: answers message boxes and plays modal screens as expected by the test, each once and in
+/// order. An unexpected one fails the test at once, a missing one at the end.
 ///
-/// It is the desk in force for as long as it lives.
+/// It is the current desk during its lifetime.
 class ScriptedDesk : public forms::Desk {
 public:
     ScriptedDesk();
@@ -26,8 +25,7 @@ public:
     void ExpectMessage(const QString& text, forms::Icon icon, const QString& title,
                        forms::Answer answer = forms::Answer::Ok);
 
-    /// The next modal screen is a `Screen`: it is loaded and shown, `script` plays the user, and must leave it
-    /// unloaded.
+    /// Expects a modal `Screen`: it is loaded and shown, and `script`, which plays the user, must unload it.
     template <class Screen>
     void WhenModal(std::function<void(Screen&)> script)
     {
@@ -40,7 +38,7 @@ public:
         });
     }
 
-    /// Makes a screen, loads and shows it; the desk keeps it.
+    /// Creates a screen, loads and shows it; the desk owns it.
     template <class Screen, class... Arguments>
     Screen& Open(Arguments&&... arguments)
     {
@@ -52,19 +50,19 @@ public:
     }
 
     int BeepCount() const { return beeps; }
-    /// The code the program has ended with; none while it runs.
+    /// The exit code of the program; none while it runs.
     std::optional<int> EndCode() const { return endCode; }
 
-    /// Fails the test for each expected message box and modal screen that hasn't come, and forgets them.
+    /// Fails the test for each missing message box and modal screen, and clears the expectations.
     void Verify();
 
     forms::Answer Message(const QString& text, forms::Icon icon, const QString& title, forms::Buttons buttons) override;
     void ShowModal(forms::Form& form) override;
     void Beep() override { ++beeps; }
     std::unique_ptr<forms::WaitNotice> Wait(const QString& text) override;
-    /// The notices that came so far, in their order.
+    /// The notices so far, in order.
     const QStringList& Notices() const { return notices; }
-    /// Remembers the code and throws ProgramEnded; so does everything that is asked of the desk later.
+    /// Records the code and throws ProgramEnded, as does every later call of the desk.
     [[noreturn]] void EndProgram(int code) override;
 
 private:

@@ -21,7 +21,7 @@ bool TakeFocus(QWidget& control)
         return false;
     if (!control.isActiveWindow()) {
         control.window()->activateWindow();
-        support::Settle();
+        support::ProcessEvents();
     }
     if (!control.hasFocus())
         control.setFocus(Qt::TabFocusReason);
@@ -45,7 +45,7 @@ void Type(QWidget& control, const QString& text)
     for (const QChar character : text) {
         if (character.unicode() < 0x80)
             QTest::keyClick(&control, character.toLatin1());
-        else // Qt's key events know no other characters by themselves
+        else // QTest::keyClick only supports ASCII
             QTest::sendKeyEvent(QTest::Click, &control, Qt::Key_unknown, QString(character), Qt::NoModifier);
     }
 }
@@ -64,7 +64,7 @@ void Click(QAbstractButton& button)
 
 void Click(forms::Grid& grid, int row, int column)
 {
-    support::Settle(); // the grid may still be laying out its rows
+    support::ProcessEvents(); // the grid may not have laid out its rows yet
     if (IsWithinReach(grid))
         QTest::mouseClick(grid.viewport(), Qt::LeftButton, {}, PlaceOf(grid, row, column));
 }
@@ -76,7 +76,7 @@ void DoubleClick(forms::Grid& grid, int row, int column)
         QTest::mouseDClick(grid.viewport(), Qt::LeftButton, {}, PlaceOf(grid, row, column));
 }
 
-void support::Settle()
+void support::ProcessEvents()
 {
     QCoreApplication::sendPostedEvents();
     QCoreApplication::processEvents();

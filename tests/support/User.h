@@ -6,8 +6,8 @@
 #include <QAbstractButton>
 #include <QString>
 
-/// The user's hands: what a test does to a screen. Each fails the test when the user couldn't do it, the control being
-/// hidden or disabled.
+/// User actions on controls. Each fails the test when the user couldn't do it because the control is hidden or
+/// disabled.
 
 /// Gives the control the keyboard focus and types the text, key by key.
 void Type(QWidget& control, const QString& text);
@@ -21,6 +21,6 @@ void Click(forms::Grid& grid, int row, int column = 0);
 void DoubleClick(forms::Grid& grid, int row, int column = 0);
 
 namespace support {
-/// Lets go of everything that is waiting to run.
-void Settle();
+/// Delivers posted and pending events.
+void ProcessEvents();
 } // namespace support

@@ -4,7 +4,7 @@
 
 #include <QDir>
 
-TEST(PracticeCommand, AnswersNonsenseWithItsUsage)
+TEST(PracticeCommand, ShowsItsUsageForInvalidArguments)
 {
     const QStringList nonsense[] = {
         {},
@@ -62,7 +62,7 @@ TEST(PracticeCommand, NewStoresHalfTheCodeAndTheLetterhead)
     EXPECT_TRUE(again.errors.contains("contient déjà un cabinet"));
 }
 
-TEST(PracticeCommand, CheckTellsWhatIsWrong)
+TEST(PracticeCommand, CheckReportsFaults)
 {
     const NewPractice practice;
     EXPECT_EQ(CommandRun({"check", practice.Folder()}).code, 0);

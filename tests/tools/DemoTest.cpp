@@ -5,7 +5,7 @@
 
 namespace {
 
-/// A fingerprint of every field of every row.
+/// A hash of all fields of all rows.
 QByteArray Content(const QString& folder)
 {
     const practice::PracticeData data(folder);
@@ -74,7 +74,7 @@ TEST_F(Demo, RefusesAFolderInUse)
     EXPECT_FALSE(QFile::exists(place.filePath("ZEP_ONE.MDB")));
 }
 
-TEST_F(Demo, LeavesFoldersAloneThatItDidNotMake)
+TEST_F(Demo, KeepsFoldersThatItDidNotMake)
 {
     for (const char* const other : {"a.part", "a.part-abcdef"}) {
         ASSERT_TRUE(QDir(place.path()).mkpath(other));

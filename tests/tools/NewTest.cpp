@@ -9,7 +9,7 @@
 
 namespace {
 
-constexpr auto everything = QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot;
+constexpr auto Everything = QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot;
 
 CommandRun MakeNew(const QString& folder)
 {
@@ -23,7 +23,7 @@ QByteArray BytesOf(const QString& path)
     return file.readAll();
 }
 
-/// Runs the step in a process of its own, which then dies without leaving anything in order.
+/// Runs the step in a child process, which then exits without cleaning up.
 template <typename Step>
 void KilledAfter(Step step)
 {
@@ -39,7 +39,7 @@ void KilledAfter(Step step)
 
 } // namespace
 
-TEST(New, WorksAgainAfterARunThatWasKilled)
+TEST(New, WorksAfterAKilledRun)
 {
     const QTemporaryDir place;
     const QString folder = place.filePath("cabinet");
@@ -48,16 +48,16 @@ TEST(New, WorksAgainAfterARunThatWasKilled)
         data::MakePracticeFiles(half->Path(), {.accessCode = 12, .letterhead = {"Dr Haddad"}});
     });
     EXPECT_FALSE(QFile::exists(folder));
-    EXPECT_EQ(QDir(place.path()).entryList(everything).size(), 1) << "the half one, under another name";
+    EXPECT_EQ(QDir(place.path()).entryList(Everything).size(), 1) << "the half one, under another name";
 
     const CommandRun made = MakeNew(folder);
     EXPECT_EQ(made.code, 0) << made.errors.toStdString();
-    EXPECT_EQ(QDir(place.path()).entryList(everything), QStringList("cabinet"));
+    EXPECT_EQ(QDir(place.path()).entryList(Everything), QStringList("cabinet"));
     EXPECT_EQ(CommandRun({"check", folder}).code, 0);
     EXPECT_EQ(MakeNew(folder).code, 1) << "there is one now";
 }
 
-TEST(New, JoinsWhatTheFolderHoldsOrLeavesItAsItWas)
+TEST(New, AddsToTheFolderOrLeavesItUnchanged)
 {
     const QTemporaryDir place;
     const QDir folder(place.path());
@@ -83,11 +83,11 @@ TEST(New, JoinsWhatTheFolderHoldsOrLeavesItAsItWas)
     EXPECT_EQ(made.code, 0) << made.errors.toStdString();
     EXPECT_EQ(CommandRun({"check", place.path()}).code, 0);
     EXPECT_TRUE(QFile::exists(notes.fileName()));
-    EXPECT_TRUE(folder.entryList({".practice*"}, everything).isEmpty());
+    EXPECT_TRUE(folder.entryList({".practice*"}, Everything).isEmpty());
     EXPECT_EQ(MakeNew(place.path()).code, 1);
 }
 
-TEST(Set, ChangesOneThingAndNothingElse)
+TEST(Set, ChangesOnlyWhatIsGiven)
 {
     const NewPractice practice;
     const QString path = practice.Folder() + "/ZEP_CFIG.CFG";
@@ -117,7 +117,7 @@ TEST(Set, ChangesOneThingAndNothingElse)
     EXPECT_EQ(BytesOf(path), last);
 }
 
-TEST(PracticeCommand, SaysWhatItDoesNotUnderstand)
+TEST(PracticeCommand, NamesInvalidArguments)
 {
     const struct {
         QStringList typed;

@@ -9,23 +9,22 @@
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
-/// Runs the command as typed and keeps what it wrote.
+/// Runs the command and captures its output.
 struct CommandRun {
     QString output;
     QString errors;
     int code;
 
-    explicit CommandRun(const QStringList& arguments)
+    explicit CommandRun(const QStringList& arguments, QString typed = {})
     {
         QTextStream out(&output);
         QTextStream err(&errors);
-        QString typed;
         QTextStream in(&typed);
         code = practice::RunCommand(arguments, {in, out, err});
     }
 };
 
-/// Runs the command that was built, with the programs that it finds from its own place.
+/// Runs the built command, which looks up other programs relative to itself.
 struct BuiltCommand {
     explicit BuiltCommand(const QStringList& arguments)
     {
@@ -42,7 +41,7 @@ struct BuiltCommand {
     int code;
 };
 
-/// A new practice in a folder that goes away with it.
+/// A new practice in a temporary folder.
 class NewPractice {
 public:
     NewPractice()

@@ -11,7 +11,7 @@ QString Dashed(const QString& option)
     return "--" + option;
 }
 
-/// The parser gives one value to each option: "--letterhead A B" becomes "--letterhead A --letterhead B".
+/// The parser supports one value per option: "--letterhead A B" becomes "--letterhead A --letterhead B".
 QStringList OneValueEach(const QStringList& words, std::span<const Option> options)
 {
     QStringList expanded{"practice"};
@@ -33,7 +33,7 @@ QStringList OneValueEach(const QStringList& words, std::span<const Option> optio
     return expanded;
 }
 
-/// An option's name where a value should be is a value that was forgotten; one that begins so is given by
+/// An option's name instead of a value means that the value is missing; a value that starts with dashes is written
 /// "--NAME=VALUE".
 void RequireValues(const QStringList& words, std::span<const Option> options)
 {
@@ -44,8 +44,8 @@ void RequireValues(const QStringList& words, std::span<const Option> options)
     }
 }
 
-/// Why the parser refused the words, in French. It can only be a value that is missing at the end, one given to an
-/// option that takes none, or a name that isn't an option's.
+/// Why the parser refused the arguments, in French: a missing last value, a value for an option without one, or an
+/// unknown option.
 QString ReasonOfRefusal(const QCommandLineParser& parser, const QStringList& words)
 {
     if (const QStringList unknown = parser.unknownOptionNames(); !unknown.isEmpty()) {

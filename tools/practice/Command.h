@@ -12,17 +12,17 @@ namespace practice {
 
 /// Exit codes.
 inline constexpr int Done = 0;
-inline constexpr int Refused = 1; ///< or something is wrong with the practice
-inline constexpr int Misused = 2; ///< arguments that make no sense, or what was asked for can't be read
+inline constexpr int Refused = 1; ///< or the practice has a fault
+inline constexpr int Misused = 2; ///< invalid arguments, or unreadable input
 
-/// Where a command reads answers and writes what it has to say.
+/// The streams of a command.
 struct Streams {
     QTextStream& input;
     QTextStream& output;
     QTextStream& errors;
 };
 
-/// The arguments make no sense; the text says why, in French and without a full stop.
+/// Invalid arguments; the text gives the reason in French, without a full stop.
 class Misuse : public std::exception {
 public:
     explicit Misuse(QString text) : reason(std::move(text)) {}
@@ -41,19 +41,19 @@ struct Option {
     bool required = false;
 };
 
-/// What was typed after a command's name, taken apart.
+/// The parsed arguments of a command.
 class Arguments {
 public:
-    /// Raises Misuse for an unknown option, a missing one, a missing value, and too few or too many names.
+    /// Raises Misuse for unknown or missing options, missing values, and too few or too many names.
     Arguments(const QStringList& words, std::span<const char* const> names, int optionalNames,
               std::span<const Option> options);
 
-    /// The name at a position, from 0; empty when it is optional and wasn't given.
+    /// The name at a position, from 0; empty if it is optional and missing.
     QString Name(int position) const { return given.value(position); }
     bool Has(const char* option) const;
     QString Text(const char* option) const;
     QStringList Texts(const char* option) const;
-    /// None when the option isn't given. Raises Misuse for what isn't a whole number from `lowest` to `highest`.
+    /// None if the option is missing. Raises Misuse unless it is an integer from `lowest` to `highest`.
     std::optional<qint64> Whole(const char* option, qint64 lowest, qint64 highest) const;
 
 private:
@@ -65,7 +65,7 @@ private:
     QList<Value> values;
 };
 
-/// One command: what is typed, what it says of itself, what it does.
+/// One command: syntax, help and implementation.
 struct Command {
     const char* name;
     const char* usage; ///< its line or lines of the usage, after its name
@@ -81,6 +81,9 @@ extern const Command setCommand;
 extern const Command demoCommand;
 extern const Command importCommand;
 extern const Command fieldsCommand;
+extern const Command archivesCommand;
+extern const Command compareCommand;
+extern const Command restoreCommand;
 extern const Command checkCommand;
 extern const Command checkTemplateCommand;
 extern const Command previewCommand;

@@ -8,15 +8,16 @@
 namespace practice {
 namespace {
 
-constexpr std::array commands{&newCommand,   &setCommand,           &demoCommand,    &importCommand,  &fieldsCommand,
-                              &checkCommand, &checkTemplateCommand, &previewCommand, &shortcutCommand};
+constexpr std::array commands{&newCommand,    &setCommand,           &demoCommand,    &importCommand,
+                              &fieldsCommand, &archivesCommand,      &compareCommand, &restoreCommand,
+                              &checkCommand,  &checkTemplateCommand, &previewCommand, &shortcutCommand};
 
 QString UsageOf(const Command& command)
 {
     return QString("  practice %1 %2\n%3").arg(command.name, command.usage, command.help);
 }
 
-/// All commands, or the one whose name is given.
+/// The usage of all commands, or of one.
 QString Usage(const Command* one = nullptr)
 {
     QString text = "Utilisation :\n";

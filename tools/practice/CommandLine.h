@@ -4,8 +4,8 @@
 
 namespace practice {
 
-/// Runs the command as a user types it, without the program's name. Returns the exit code: 0 done, 1 refused or
-/// something is wrong with the practice, 2 arguments that make no sense (with the usage on the stream of errors).
+/// Runs a command line, without the program's name. Returns the exit code: 0 done, 1 refused or the practice has a
+/// fault, 2 invalid arguments (with the usage on the error stream).
 int RunCommand(const QStringList& arguments, const Streams& streams);
 
 } // namespace practice

@@ -50,7 +50,7 @@ std::vector<WorkingDay> WorkingDaysUntil(const QDate& until, std::optional<int> 
     return days;
 }
 
-/// 20 to 60 acts a day, half of it on a half day; the last day is a full one.
+/// 20 to 60 acts a day, half as many on a half day; the last day is a full one.
 void SpreadActs(std::vector<WorkingDay>& days, std::optional<int> wanted, Dice& dice)
 {
     qint64 weights = 0;
@@ -70,7 +70,7 @@ void SpreadActs(std::vector<WorkingDay>& days, std::optional<int> wanted, Dice& 
     }
 }
 
-/// One expense on each thursday, when the cash goes to the bank, three on the last day, the others anywhere.
+/// One expense on each Thursday, when the cash goes to the bank, three on the last day, the others on random days.
 void SpreadExpenses(std::vector<WorkingDay>& days, int wanted, Dice& dice)
 {
     int left = wanted;
@@ -87,7 +87,7 @@ void SpreadExpenses(std::vector<WorkingDay>& days, int wanted, Dice& dice)
         ++days[static_cast<std::size_t>(dice.Below(static_cast<int>(days.size())))].expenses;
 }
 
-DemoPlan Settle(const DemoOptions& options, Dice& dice)
+DemoPlan PlanDemo(const DemoOptions& options, Dice& dice)
 {
     constexpr int mostDays = 4000;
     constexpr int largePractice = 100000;
@@ -135,7 +135,7 @@ void MakeDemo(const QString& folder, const DemoOptions& options)
     RefuseFolderInUse(folder);
     data::NewFolder making(folder);
     Dice dice(options.seed);
-    const DemoPlan plan = Settle(options, dice);
+    const DemoPlan plan = PlanDemo(options, dice);
     data::MakePracticeFiles(making.Path(), DemoSetup());
     {
         const PracticeData practice(making.Path());

@@ -26,7 +26,7 @@ QString TimeText(int step)
         .arg(step % StepsOfHour * MinutesStep, 2, 10, QChar('0'));
 }
 
-/// How acts are settled, in parts of a hundred, by the order of the codes. What is recent is more often still pending.
+/// How acts are settled, in percent, in the order of the codes. Recent acts are more often pending.
 int SettlementOf(int daysAgo, Dice& dice)
 {
     constexpr std::array<int, 6> today{16, 12, 56, 8, 5, 3};
@@ -51,7 +51,7 @@ double AmountOf(int settlement, int rate, Dice& dice)
     }
 }
 
-/// The tariff position of an act: mostly the usual one of its service, now and then any, seldom none (-1).
+/// The tariff position of an act: mostly the usual one of its service, sometimes any, rarely none (-1).
 int CodeOf(int service, Dice& dice)
 {
     const int lot = dice.Below(100);
@@ -62,7 +62,7 @@ int CodeOf(int service, Dice& dice)
     return Services()[static_cast<std::size_t>(service) % Services().size()].code;
 }
 
-/// Writes the acts and expenses of the days and keeps the cash between them.
+/// Writes the acts and expenses of the days, tracking the cash.
 class DayWriter {
 public:
     DayWriter(const dao::Database& database, const DemoPlan& demo, Dice& generator)
@@ -98,7 +98,7 @@ private:
         for (int act = 0; act < day.acts; ++act) {
             const int service = dice.Weighted(weights);
             const int daysAgo = static_cast<int>(day.date.daysTo(plan.until));
-            // The last day shows every code, whatever the dice say.
+            // The last day has every code.
             const int settlement = daysAgo == 0 && act < 12 ? act % 6 : SettlementOf(daysAgo, dice);
             const bool keptVisible =
                 ofService[static_cast<std::size_t>(service)]++ % 3 == 0 || settlement == PaymentCode::RMinus;
@@ -141,7 +141,7 @@ private:
                 WriteExpense(day.date, "Versement à la banque", std::floor((cash - keptInTheTill) / 1000) * 1000);
                 continue;
             }
-            constexpr int step = 7; // so that no kind comes twice on a day
+            constexpr int step = 7; // so that no kind occurs twice on a day
             const ExpenseWords& words = Expenses()[static_cast<std::size_t>((firstKind + step * expense) % kinds)];
             const double amount = dice.Between(words.lowest / 10, words.highest / 10) * 10;
             WriteExpense(day.date, words.object, dice.OneIn(6) ? amount + 0.25 * dice.Between(1, 3) : amount);

@@ -7,8 +7,8 @@
 namespace practice {
 namespace {
 
-constexpr const char* demoNames[] = {"DOSSIER"};
-constexpr Option demoOptions[] = {
+constexpr const char* DemoNames[] = {"DOSSIER"};
+constexpr Option DemoOptionList[] = {
     {"acts", Option::Takes::OneValue},     {"seed", Option::Takes::OneValue},     {"until", Option::Takes::OneValue},
     {"patients", Option::Takes::OneValue}, {"services", Option::Takes::OneValue}, {"days", Option::Takes::OneValue},
     {"expenses", Option::Takes::OneValue},
@@ -50,9 +50,9 @@ const Command demoCommand{
     "                        [--patients N] [--services N] [--days N] [--expenses N]",
     "      Crée un cabinet de démonstration dont DATE (aujourd'hui sinon) est le dernier jour.\n"
     "      Les mêmes options donnent toujours les mêmes données.\n",
-    demoNames,
+    DemoNames,
     0,
-    demoOptions,
+    DemoOptionList,
     RunDemo,
 };
 

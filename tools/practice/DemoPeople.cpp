@@ -13,13 +13,13 @@ QString Telephone(Dice& dice)
         .arg(QString::number(dice.Between(5, 7)), number.left(2), number.mid(2, 2), number.mid(4, 2), number.mid(6, 2));
 }
 
-/// Unique through the patient's key; many begin with zeros, and they are text.
+/// Unique because it contains the patient's key; text, often with leading zeros.
 QString CardNumber(const QDate& birth, int patient)
 {
     return birth.toString("yy") + QString("%1").arg(patient, 6, 10, QChar('0')) + birth.toString("MM");
 }
 
-dao::Value Unless(bool missing, const QString& text)
+dao::Value NullIf(bool missing, const QString& text)
 {
     return missing ? dao::Value() : dao::Value(text);
 }
@@ -32,12 +32,12 @@ void FillPatient(dao::Recordset& patients, int key, const QDate& until, Dice& di
     patients["num"] = key;
     patients["nom"] = dice.Pick(FamilyNames());
     patients["Prenom"] = dice.Pick(woman ? FirstNamesOfWomen() : FirstNamesOfMen());
-    patients["Naiss"] = Unless(dice.OneIn(50), basic::DateText(birth));
+    patients["Naiss"] = NullIf(dice.OneIn(50), basic::DateText(birth));
     patients["Sexe"] = woman ? 1 : 0;
-    patients["tel"] = Unless(dice.Percent(15), Telephone(dice));
-    patients["ville"] = Unless(dice.Percent(8), dice.Pick(Towns()));
-    patients["N_carte"] = Unless(dice.Percent(10), CardNumber(birth, key));
-    patients["diagno"] = Unless(dice.Percent(20), dice.Pick(Diagnoses()));
+    patients["tel"] = NullIf(dice.Percent(15), Telephone(dice));
+    patients["ville"] = NullIf(dice.Percent(8), dice.Pick(Towns()));
+    patients["N_carte"] = NullIf(dice.Percent(10), CardNumber(birth, key));
+    patients["diagno"] = NullIf(dice.Percent(20), dice.Pick(Diagnoses()));
     patients["Flag_H"] = dice.Percent(12) ? 1 : 0;
 }
 

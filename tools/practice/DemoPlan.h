@@ -17,14 +17,14 @@ struct WorkingDay {
     bool IsHalfDay() const { return date.dayOfWeek() == Qt::Saturday; }
 };
 
-/// The size of a demo, with every wish settled.
+/// The size of a demo, with all defaults applied.
 struct DemoPlan {
     int patients = 0;
     int services = 0;
     int appointments = 0;
     int deletedActs = 0;
     QDate until;
-    std::vector<WorkingDay> days; ///< in their order; the last one is `until`
+    std::vector<WorkingDay> days; ///< in order; the last one is `until`
 };
 
 /// The rate in dinars of tariff position 0 ("C") to 31 ("K30").
@@ -33,7 +33,7 @@ int TariffRate(int position);
 QString TariffCode(int position);
 inline constexpr int TariffPositions = 32;
 
-// One writer for each part of the practice; each adds its rows through the record sets that the program uses.
+// One writer for each part of the practice; they use the program's record sets.
 void WriteServices(const dao::Database& database, const DemoPlan& plan);
 void WriteTariffs(const dao::Database& database);
 void WriteCharges(const dao::Database& database, const DemoPlan& plan);
@@ -43,10 +43,10 @@ void WriteDays(const dao::Database& database, const DemoPlan& plan, Dice& dice);
 void WriteAppointments(const dao::Database& database, const DemoPlan& plan, Dice& dice);
 void WriteDeletedActs(const dao::Database& database, const DemoPlan& plan, Dice& dice);
 
-/// Days older than this many days have been through an actualisation that keeps one act in three.
+/// Older days have been thinned by an actualisation that keeps one act in three.
 inline constexpr int DaysKeptWhole = 60;
 
-/// The friday is the day of rest.
+/// Friday is the day of rest.
 bool IsWorkingDay(const QDate& date);
 
 } // namespace practice

@@ -3,7 +3,7 @@
 namespace practice {
 namespace {
 
-constexpr const char* familyNames[] = {
+constexpr const char* FamilyNameTable[] = {
     "Abdelkader", "Abdi",        "Achour",     "Aïssaoui", "Aït Saïd",  "Allaoui",   "Amrani",        "Arezki",
     "Azzouz",     "Bachir",      "Belaïd",     "Belhadj",  "Belkacem",  "Benali",    "Benamar",       "Benaïssa",
     "Benchikh",   "Bendjelloul", "Benmansour", "Bensalem", "Benyahia",  "Bernard",   "Bertrand",      "Bouaziz",
@@ -19,7 +19,7 @@ constexpr const char* familyNames[] = {
     "Zaïdi",      "Zemmouri",    "Zerrouki",   "Ziani",    "Zitouni",
 };
 
-constexpr const char* firstNamesOfMen[] = {
+constexpr const char* MaleNameTable[] = {
     "Abdelaziz", "Abderrahmane", "Adel",   "Ahmed", "Ali",    "Amine",    "André",  "Anis",   "Aziz",
     "Bilal",     "Brahim",       "Djamel", "Farid", "Fayçal", "François", "Hakim",  "Hamza",  "Hocine",
     "Ismaël",    "Jean-Pierre",  "Kamel",  "Karim", "Khaled", "Lotfi",    "Lyès",   "Mehdi",  "Mohamed",
@@ -27,7 +27,7 @@ constexpr const char* firstNamesOfMen[] = {
     "Samir",     "Sofiane",      "Tahar",  "Théo",  "Walid",  "Yacine",   "Younès", "Youcef", "Zinedine",
 };
 
-constexpr const char* firstNamesOfWomen[] = {
+constexpr const char* FemaleNameTable[] = {
     "Aïcha",   "Amel",   "Amina",  "Anissa", "Assia",  "Baya",     "Célia",  "Chahinez", "Chloé",   "Dalila",
     "Djamila", "Élodie", "Ève",    "Farida", "Fatiha", "Fatima",   "Fella",  "Hakima",   "Hanane",  "Hayet",
     "Houria",  "Imane",  "Inès",   "Kahina", "Karima", "Khadidja", "Lamia",  "Leïla",    "Lila",    "Lydia",
@@ -35,7 +35,7 @@ constexpr const char* firstNamesOfWomen[] = {
     "Sabrina", "Salima", "Samira", "Sarah",  "Souad",  "Thiziri",  "Yamina", "Yasmine",  "Zahra",   "Zoé",
 };
 
-constexpr const char* towns[] = {
+constexpr const char* TownTable[] = {
     "Alger",
     "Oran",
     "Constantine",
@@ -68,7 +68,7 @@ constexpr const char* towns[] = {
     "Jijel",
 };
 
-constexpr const char* diagnoses[] = {
+constexpr const char* DiagnosisTable[] = {
     "Hypertension artérielle",
     "Diabète de type 2",
     "Asthme",
@@ -99,7 +99,7 @@ constexpr const char* diagnoses[] = {
     "Douleur thoracique",
 };
 
-constexpr ServiceWords services[] = {
+constexpr ServiceWords ServiceTable[] = {
     {"Consultation", 0, 300},   {"ECG", 9, 110},         {"Échographie", 19, 120},     {"Radiologie", 16, 90},
     {"Écho-Doppler", 26, 60},   {"Holter ECG", 31, 30},  {"Épreuve d'effort", 29, 25}, {"Spirométrie", 13, 40},
     {"Pansement", 4, 70},       {"Injection", 2, 80},    {"Petite chirurgie", 22, 25}, {"Visite à domicile", 11, 30},
@@ -107,7 +107,7 @@ constexpr ServiceWords services[] = {
     {"Électrothérapie", 7, 15}, {"Prélèvement", 5, 50},  {"Plâtre", 18, 15},           {"Certificat", 1, 25},
 };
 
-constexpr ExpenseWords expenses[] = {
+constexpr ExpenseWords ExpenseTable[] = {
     {"Fournitures de bureau", 800, 6500},
     {"Produits d'entretien", 600, 3500},
     {"Facture d'électricité et de gaz", 4500, 14000},
@@ -134,31 +134,31 @@ constexpr ExpenseWords expenses[] = {
 
 Words FamilyNames()
 {
-    return familyNames;
+    return FamilyNameTable;
 }
 Words FirstNamesOfMen()
 {
-    return firstNamesOfMen;
+    return MaleNameTable;
 }
 Words FirstNamesOfWomen()
 {
-    return firstNamesOfWomen;
+    return FemaleNameTable;
 }
 Words Towns()
 {
-    return towns;
+    return TownTable;
 }
 Words Diagnoses()
 {
-    return diagnoses;
+    return DiagnosisTable;
 }
 std::span<const ServiceWords> Services()
 {
-    return services;
+    return ServiceTable;
 }
 std::span<const ExpenseWords> Expenses()
 {
-    return expenses;
+    return ExpenseTable;
 }
 
 } // namespace practice

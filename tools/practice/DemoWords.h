@@ -4,7 +4,7 @@
 #include <span>
 #include <vector>
 
-/// The words a demo practice is written with.
+/// The vocabulary of a demo practice.
 namespace practice {
 
 using Words = std::span<const char* const>;

@@ -18,7 +18,7 @@ void RefuseControlCharacters(const QString& path)
                 .arg(path));
 }
 
-/// A value of the entry: what would end it, or be cut off its start, is escaped.
+/// Escapes a value: line breaks, backslashes and leading blanks.
 QString Value(const QString& text)
 {
     const qsizetype blanks = std::ranges::find_if(text, [](QChar letter) { return letter != ' '; }) - text.begin();
@@ -44,7 +44,7 @@ QString Value(const QString& text)
     return escaped;
 }
 
-/// One word of a command line, in quotes: the shell's signs and the place marks of the line are taken as they are.
+/// Quotes an argument of Exec and escapes its special characters and field codes.
 QString Quoted(const QString& word)
 {
     QString quoted = "\"";

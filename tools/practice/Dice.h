@@ -6,8 +6,8 @@
 
 namespace practice {
 
-/// A small generator of our own: the distributions of the standard library differ from one library to the next, and a
-/// demo of one seed must be the same everywhere.
+/// A portable generator: the distributions of the standard library differ between implementations, but a seed must give
+/// the same demo everywhere.
 class Dice {
 public:
     explicit Dice(quint64 seed) : state(seed) {}
@@ -25,7 +25,7 @@ public:
         return list[static_cast<std::size_t>(Below(static_cast<int>(std::size(list))))];
     }
 
-    /// An index into the weights, each as likely as its weight.
+    /// A random index, with probabilities proportional to the weights.
     int Weighted(std::span<const int> weights)
     {
         int left = Below(std::accumulate(weights.begin(), weights.end(), 0));

@@ -4,14 +4,14 @@
 namespace practice {
 namespace {
 
-constexpr const char* newNames[] = {"DOSSIER"};
-constexpr Option newOptions[] = {{"code", Option::Takes::OneValue, true},
+constexpr const char* NewNames[] = {"DOSSIER"};
+constexpr Option NewOptions[] = {{"code", Option::Takes::OneValue, true},
                                  {"letterhead", Option::Takes::Values, true},
                                  {"language", Option::Takes::OneValue}};
-constexpr Option setOptions[] = {
+constexpr Option SetOptions[] = {
     {"code", Option::Takes::OneValue}, {"letterhead", Option::Takes::Values}, {"language", Option::Takes::OneValue}};
 
-/// The options that `new` and `set` have in common.
+/// The common options of `new` and `set`.
 data::PracticeChange ChangeFrom(const Arguments& arguments)
 {
     data::PracticeChange change;
@@ -65,9 +65,9 @@ const Command newCommand{
     "DOSSIER --code N --letterhead LIGNE... [--language fr|ar]",
     "      Crée un cabinet vide. N est le code d'accès à saisir : un nombre pair de -32768 à 32766.\n"
     "      Jusqu'à 16 lignes d'en-tête ; les quatre premières ont au plus 40, 30, 20 et 20 caractères.\n",
-    newNames,
+    NewNames,
     0,
-    newOptions,
+    NewOptions,
     RunNew,
 };
 
@@ -75,9 +75,9 @@ const Command setCommand{
     "set",
     "DOSSIER [--code N] [--letterhead LIGNE...] [--language fr|ar]",
     "      Change le code d'accès, tout l'en-tête ou la langue des bulles ; le reste ne change pas.\n",
-    newNames,
+    NewNames,
     0,
-    setOptions,
+    SetOptions,
     RunSet,
 };
 

@@ -5,11 +5,11 @@
 
 namespace practice {
 
-/// The path of a program that comes with this one, looked up in folders relative to this one's: those of an installed
-/// program and of the build folder. Raises 53 when none has it.
+/// The path of a program installed or built with this one; `folders` are relative to this one's folder. Raises 53 if it
+/// is in none of them.
 QString OwnProgram(const QString& name, const QStringList& folders);
 
-/// The program that opens practices.
+/// The path of zep_lumo.
 QString PracticeProgram();
 
 } // namespace practice

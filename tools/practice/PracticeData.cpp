@@ -25,7 +25,7 @@ PracticeData::~PracticeData()
         dao::DBEngine.Idle(1);
         workspace.Close();
     } catch (const basic::RuntimeError&) {
-        // Every row was committed before; only the move from the log into the file is left to the next opening.
+        // All rows are committed; the checkpoint can wait until the next opening.
     }
 }
 

@@ -6,11 +6,11 @@
 
 namespace practice {
 
-/// A practice opened the way the program opens it: through its workgroup, with the password of the workspace.
+/// A practice opened as by the program: through its workgroup, with the workspace password.
 class PracticeData {
 public:
-    /// Raises 76 when the folder is missing, 3028 or 3029 for a workgroup that doesn't open, and what
-    /// Workspace::OpenDatabase raises.
+    /// Raises 76 when the folder is missing, 3028 or 3029 when the workgroup can't be opened, and the errors of
+    /// Workspace::OpenDatabase.
     explicit PracticeData(const QString& folder);
     ~PracticeData();
     PracticeData(const PracticeData&) = delete;
@@ -23,8 +23,8 @@ private:
     dao::Database database;
 };
 
-/// A long run of new rows, bundled into transactions of 10,000 rows. What hasn't been committed by Finish when the run
-/// is left is rolled back.
+/// Groups a large number of new rows into transactions of 10,000 rows. The destructor rolls back what Finish hasn't
+/// committed.
 class RowBatches {
 public:
     explicit RowBatches(dao::Database target);

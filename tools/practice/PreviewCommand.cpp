@@ -14,7 +14,7 @@ namespace {
 constexpr const char* previewNames[] = {"DOSSIER", "MODELE.RPT"};
 constexpr Option previewOptions[] = {{"pdf", Option::Takes::OneValue, true}};
 
-/// A path is taken as it is; a name is that of a template of the practice or of one that comes with the program.
+/// A path is used as it is; a name is looked up in the practice, then in the program's folder.
 QString FindTemplate(const QString& folder, const QString& report)
 {
     if (report.contains('/'))
@@ -40,7 +40,7 @@ QString FindDatabase(const QString& folder)
     return database;
 }
 
-/// A program of its own paints: fonts need libraries that a machine without a display doesn't load otherwise.
+/// A separate program prints, since fonts need libraries that the command must not load.
 int RunPreview(const Arguments& arguments, const Streams& streams)
 {
     const QString folder = arguments.Name(0);

@@ -17,7 +17,7 @@ namespace {
 constexpr const char* shortcutNames[] = {"DOSSIER"};
 constexpr Option shortcutOptions[] = {{"remove"}};
 
-/// The folder without links where it exists, so that one practice has one entry.
+/// Resolves links if the folder exists, so that each practice has one entry.
 QString WholePath(const QString& folder)
 {
     const QString found = QFileInfo(folder).canonicalFilePath();
@@ -32,7 +32,7 @@ QString EntryPath(const QString& folder)
            QString::fromLatin1(mark.first(digits)) + ".desktop";
 }
 
-/// The first line of the letterhead; the folder's name where that is empty.
+/// The first line of the letterhead, or the folder's name if that is empty.
 QString NameOf(const QString& folder)
 {
     QFile file(host::PathIn(folder, data::configurationFile));

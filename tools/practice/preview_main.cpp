@@ -1,5 +1,5 @@
-// practice-preview DATABASE TEMPLATE PDF: writes a report into a PDF with the texts and rows that the database has now.
-// No window system is needed. `practice preview` runs it.
+// practice-preview DATABASE TEMPLATE PDF: prints a report into a PDF with the current texts and rows of the database,
+// without a window system. Run by `practice preview`.
 
 #include "data/ReportTemplates.h"
 #include "platform/basic/Dates.h"
@@ -21,7 +21,7 @@ using practice::Refused;
 
 namespace {
 
-/// What the planning selects when it prints a day: here the last one that has an appointment.
+/// The selection formula of the planning for its last day with an appointment.
 QString LastDayOfPlanning(const QString& database)
 {
     const dao::RowTable day =

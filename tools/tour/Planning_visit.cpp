@@ -29,7 +29,7 @@ void ChooseDayAndMonth(TourDesk& desk, Planning& board)
     desk.TakePicture(board, "Planning-mois");
 }
 
-/// Goes to a unit that has appointments, on the board's day or one of the days before.
+/// Goes to a unit with appointments, on the board's day or an earlier one.
 void FindAppointments(Planning& board)
 {
     constexpr int mostDays = 31;

@@ -8,7 +8,7 @@ namespace tour {
 
 class TourDesk;
 
-/// Reads the journal of the month so far, each of its pages, and prints each of its reports.
+/// Shows the journal of the month so far, page by page, and prints each of its reports.
 void VisitJournal(TourDesk& desk, core::Form1& main);
 
 } // namespace tour

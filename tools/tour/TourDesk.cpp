@@ -14,7 +14,7 @@ namespace tour {
 
 namespace {
 
-/// A picture name without what file systems dislike.
+/// A picture name without characters that file systems refuse.
 QString FileName(int number, const QString& name)
 {
     return QStringLiteral("%1-%2.png").arg(number, 2, 10, QLatin1Char('0')).arg(name);

@@ -8,23 +8,23 @@
 
 namespace tour {
 
-/// The program's own desk, with a visitor in front of it: each message box and each modal screen is answered by the
-/// next step of the visit. What the visit doesn't expect ends it with exit code 1.
+/// The program's desk with a scripted user: the next step of the visit answers each message box and modal screen.
+/// Anything unexpected ends the tour with exit code 1.
 class TourDesk : public forms::QtDesk {
 public:
     /// `folder` receives the pictures.
     explicit TourDesk(const QString& folder);
 
-    /// The next modal screen is given to `visit`, which must leave it.
+    /// Passes the next modal screen to `visit`, which must close it.
     void Visit(std::function<void(forms::Form&)> visit);
-    /// The next message box must say `text` and is answered with the button of that caption ("Oui", "OK").
+    /// Expects a message box with `text` and clicks the button with this caption ("Oui", "OK").
     void Answer(const QString& text, const QString& button);
-    /// What is looked at when the program ends.
+    /// Called when the program ends.
     void AtEnd(std::function<void()> look);
 
     /// Saves a picture of the window as "03-name.png", numbered in the order of the visit.
     void TakePicture(QWidget& window, const QString& name);
-    /// Ends the visit with a reason unless `holds`.
+    /// Ends the tour with a reason unless `holds`.
     static void Require(bool holds, const QString& reason);
 
     forms::Answer Message(const QString& text, forms::Icon icon, const QString& title, forms::Buttons buttons) override;

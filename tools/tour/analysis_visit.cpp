@@ -40,7 +40,7 @@ void LookAtMonths(TourDesk& desk, core::Form1& main)
     main.Entry("mnu_mens")->trigger();
 }
 
-/// Charges of `rent` dinars among others; what was there before counts in the total.
+/// Enters charges, with a rent of `rent` dinars; existing charges are included in the total.
 void EnterCharges(TourDesk& desk, core::Form1& main, const char* rent)
 {
     desk.Visit([&desk, rent](forms::Form& form) {
@@ -55,7 +55,7 @@ void EnterCharges(TourDesk& desk, core::Form1& main, const char* rent)
     main.Entry("mnu_Charges")->trigger();
 }
 
-/// Prints the result, unless the practice is older than the report and has no template for it.
+/// Prints the result, unless the practice has no template for it.
 void PrintResult(TourDesk& desk, Result& result, const QString& pdf)
 {
     const QString name = "ZEP_Rstt.RPT";

@@ -40,7 +40,7 @@ void VisitPatients(TourDesk& desk, core::Form1& main)
         desk.TakePicture(screen, "j_Client-liste");
         screen.Crecettes[j_Client::Quit].click();
     });
-    // The search comes up while the list is being loaded.
+    // The search opens while the list is being loaded.
     desk.Visit([&desk](forms::Form& form) { Search(desk, dynamic_cast<New_Rech&>(form)); });
     main.Entry("NPatients")->trigger();
 }

@@ -1,4 +1,4 @@
-// Plays the road of one act through the real screens on a copy of a practice, and saves a picture of each screen.
+// Takes one act through the real screens on a copy of a practice, and saves a picture of each screen.
 
 #include "Catalogue_visit.h"
 #include "F_Dep_visit.h"
@@ -42,7 +42,7 @@ namespace {
 constexpr int PendingTab = 2;
 constexpr int PaidCode = 2;
 
-/// Copies a data folder, its archive aside, so that the visit changes nothing of the practice itself.
+/// Copies a data folder without its archive, so that the tour doesn't change the practice.
 void CopyPractice(const QString& from, const QString& to)
 {
     QDir(to).removeRecursively();
@@ -52,7 +52,7 @@ void CopyPractice(const QString& from, const QString& to)
         TourDesk::Require(QFile::copy(source.filePath(name), QDir(to).filePath(name)), "Copie impossible : " + name);
 }
 
-/// The code that opens the practice, as its configuration file stores it.
+/// The access code of the practice, from its configuration file.
 QString AccessCode(const QString& folder)
 {
     core::DataFolder = folder;
@@ -104,7 +104,7 @@ private:
         desk.TakePicture(main, "Form1-cabinet");
     }
 
-    /// The visit's today is the last day with an act to settle, whenever the practice was made.
+    /// "Today" is the last day with an act to settle.
     static void ChooseToday()
     {
         dao::Recordset pending = core::TheDatabase.OpenRecordset("Select * from Actes where Flag_R < 2 order by date");
@@ -113,7 +113,7 @@ private:
         host::FixToday(basic::DateValue(pending["date"].Text()));
     }
 
-    /// The identifiers and the printers, which no menu entry opens.
+    /// The identifiers and the printers, which have no menu entry.
     void ShowWhatHasNoEntry()
     {
         const auto show = [this](forms::Form& screen, const QString& name) {
@@ -200,7 +200,7 @@ private:
         main.Entry("mnu_Inst")->trigger();
     }
 
-    /// "1 sur 3" over the days since the last actualisation; at its end the sheet closes as well.
+    /// "1 sur 3" for the days since the last actualisation; the day sheet closes at the end as well.
     void ThinTheActs()
     {
         desk.Visit([this](forms::Form& form) {

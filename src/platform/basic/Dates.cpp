@@ -8,10 +8,10 @@
 namespace basic {
 namespace {
 
-constexpr int firstYear = 100;
-constexpr int lastYear = 9999;
+constexpr int FirstYear = 100;
+constexpr int LastYear = 9999;
 
-/// The groups of digits of the text; raises 13 when it holds a letter, since "12 mai" is no date in figures.
+/// The digit groups of the text; raises 13 if it contains a letter: "12 mai" isn't a numeric date.
 QStringList DigitGroups(const QString& text)
 {
     QStringList groups;
@@ -29,7 +29,7 @@ QStringList DigitGroups(const QString& text)
     return groups;
 }
 
-/// A year of one or two digits lies between 1930 and 2029.
+/// One- and two-digit years are 1930 to 2029.
 int FullYear(const QString& digits)
 {
     const int year = digits.toInt();
@@ -58,9 +58,19 @@ QDate DateValue(const QString& text)
     const int day = groups[0].toInt();
     const int month = groups[1].toInt();
     const int year = FullYear(groups[2]);
-    if (tooLong || day < 1 || day > 31 || month < 1 || month > 12 || year < firstYear)
+    if (tooLong || day < 1 || day > 31 || month < 1 || month > 12 || year < FirstYear)
         throw RuntimeError(Error::TypeMismatch);
     return QDate(year, month, 1).addDays(day - 1);
+}
+
+bool IsDate(const QString& text)
+{
+    try {
+        DateValue(text);
+        return true;
+    } catch (const RuntimeError&) {
+        return false;
+    }
 }
 
 QString DateText(const QDate& date)
@@ -71,7 +81,7 @@ QString DateText(const QDate& date)
 QDate AddDays(const QDate& date, int days)
 {
     const QDate moved = Valid(date).addDays(days);
-    if (!moved.isValid() || moved.year() < firstYear || moved.year() > lastYear)
+    if (!moved.isValid() || moved.year() < FirstYear || moved.year() > LastYear)
         throw RuntimeError(Error::Overflow);
     return moved;
 }

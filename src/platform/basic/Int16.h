@@ -4,11 +4,11 @@
 
 namespace basic {
 
-/// A signed 16-bit counter. Arithmetic that leaves -32768 to 32767 raises error 6, as the rules of the counters ask.
+/// A signed 16-bit counter. Arithmetic outside -32768 to 32767 raises error 6.
 class Int16 {
 public:
     constexpr Int16() = default;
-    Int16(qint64 value); // NOLINT(google-explicit-constructor): counters are written as plain numbers
+    Int16(qint64 value); // NOLINT(google-explicit-constructor): counters are used like plain numbers
 
     constexpr operator int() const { return number; } // NOLINT(google-explicit-constructor)
 
@@ -24,7 +24,7 @@ private:
     qint16 number = 0;
 };
 
-/// The sum of two counters; raises 6 outside 16 bits. (A plain + would be done in `int` and not notice.)
+/// The sum of two counters; raises 6 outside 16 bits. (A plain + would be computed as `int`.)
 Int16 Sum(Int16 left, Int16 right);
 /// The product of two counters; raises 6 outside 16 bits.
 Int16 Product(Int16 left, Int16 right);

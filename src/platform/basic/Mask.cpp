@@ -10,7 +10,7 @@
 namespace basic {
 namespace {
 
-/// A number without its sign as decimal digits: `whole` without leading zeros, `fraction` of a set length.
+/// An unsigned decimal number: `whole` without leading zeros, `fraction` of fixed length.
 struct DecimalText {
     std::string whole;
     std::string fraction;
@@ -18,12 +18,12 @@ struct DecimalText {
     bool IsZero() const { return whole.empty() && fraction.find_first_not_of('0') == std::string::npos; }
 };
 
-/// The 15 significant digits of a number that isn't negative, written out without exponent.
-DecimalText SignificantDigits(double number)
+/// A non-negative number with 15 significant digits, without exponent.
+DecimalText ToSignificantDigits(double number)
 {
     std::array<char, 40> buffer{};
     const auto result =
-        std::to_chars(buffer.begin(), buffer.end(), number, std::chars_format::scientific, significantDigits - 1);
+        std::to_chars(buffer.begin(), buffer.end(), number, std::chars_format::scientific, SignificantDigits - 1);
     const std::string_view text(buffer.data(), static_cast<std::size_t>(result.ptr - buffer.data()));
     const auto mark = text.find('e');
     std::string digits{text.substr(0, 1)};
@@ -40,7 +40,7 @@ DecimalText SignificantDigits(double number)
     return decimal;
 }
 
-/// Adds one to the last digit of a row of digits; true when it runs over at the left.
+/// Increments a string of digits; true on overflow.
 bool CarryInto(std::string& digits)
 {
     for (auto digit = digits.rbegin(); digit != digits.rend(); ++digit) {
@@ -71,7 +71,7 @@ bool IsPlace(QChar character)
     return character == '#' || character == '0';
 }
 
-/// Fills the mask's part before the point, from its last place to its first.
+/// Fills the mask's integer part, from right to left.
 QString FillWhole(const QString& mask, std::string digits)
 {
     const qsizetype leftmost = mask.indexOf('#') < 0   ? mask.indexOf('0')
@@ -96,7 +96,7 @@ QString FillWhole(const QString& mask, std::string digits)
     return filled;
 }
 
-/// Fills the mask's part after the point, from its first place to its last.
+/// Fills the mask's fraction, from left to right.
 QString FillFraction(const QString& mask, const std::string& digits)
 {
     const std::size_t lastNeeded = digits.find_last_not_of('0') + 1; // 0 when all are zeros
@@ -124,13 +124,13 @@ QString Format(double number, const QString& mask)
     const QString wholeMask = mask.left(point);
     const QString fractionMask = point < 0 ? QString() : mask.mid(point + 1);
 
-    DecimalText decimal = SignificantDigits(std::abs(number));
+    DecimalText decimal = ToSignificantDigits(std::abs(number));
     RoundTo(decimal, static_cast<std::size_t>(fractionMask.count('#') + fractionMask.count('0')));
 
     QString text = FillWhole(wholeMask, decimal.whole);
     if (point >= 0)
         text += "." + FillFraction(fractionMask, decimal.fraction);
-    const bool showsMinus = number < 0 && !decimal.IsZero(); // what rounds to nothing has no sign
+    const bool showsMinus = number < 0 && !decimal.IsZero(); // no "-0.00"
     return showsMinus ? "-" + text : text;
 }
 

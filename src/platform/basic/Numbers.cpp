@@ -17,7 +17,7 @@ bool IsBlank(QChar character)
     return character == ' ' || character == '\t' || character == '\n' || character == '\r';
 }
 
-/// The text without blanks, up to the first character that no number can hold.
+/// The text without blanks, up to the first character that can't be part of a number.
 std::string NumberCharacters(const QString& text)
 {
     std::string kept;
@@ -47,7 +47,7 @@ double Val(const QString& text)
     }
 
     double number = 0;
-    // No letters but the exponent's are left, so the words for infinity and "not a number" can't be met here.
+    // No letters but the exponent's are left, so "inf" and "nan" can't occur.
     const auto [end, problem] = std::from_chars(first, last, number);
     if (problem == std::errc::result_out_of_range) {
         const std::string_view read(first, static_cast<std::size_t>(end - first));
@@ -72,13 +72,13 @@ QString PlainText(double number)
         return "0"; // also for a zero with a minus sign
     std::array<char, 40> buffer{};
     const auto result =
-        std::to_chars(buffer.begin(), buffer.end(), number, std::chars_format::general, significantDigits);
+        std::to_chars(buffer.begin(), buffer.end(), number, std::chars_format::general, SignificantDigits);
     return QString::fromLatin1(buffer.data(), result.ptr - buffer.data()).toUpper();
 }
 
 qint32 RoundToInt(double number)
 {
-    const double whole = std::nearbyint(number); // in the default rounding mode: ties to even
+    const double whole = std::nearbyint(number); // half to even in the default rounding mode
     if (!(whole >= std::numeric_limits<qint32>::min() && whole <= std::numeric_limits<qint32>::max()))
         throw RuntimeError(Error::Overflow);
     return static_cast<qint32>(whole);

@@ -5,7 +5,7 @@
 
 namespace basic {
 
-/// Files that are made while what it returns lives are readable by their owner alone.
+/// Files created during the lifetime of the returned guard are readable by their owner only.
 [[nodiscard]] inline auto ForOwnerOnly()
 {
     return qScopeGuard([before = ::umask(S_IRWXG | S_IRWXO)] { ::umask(before); });

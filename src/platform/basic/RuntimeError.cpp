@@ -11,16 +11,15 @@ struct UsualDescription {
     const char* text;
 };
 
-// "|" is the place of the detail; where none is given it and its quotes are dropped with the words around left
-// readable.
-constexpr UsualDescription usualDescriptions[] = {
+// "|" is replaced by the detail; without one, it is dropped with its quotes.
+constexpr UsualDescription UsualDescriptions[] = {
     {Error::BadArgument, "Argument ou appel de procédure incorrect"},
     {Error::Overflow, "Dépassement de capacité"},
     {Error::OutOfMemory, "Mémoire insuffisante"},
     {Error::IndexOutOfRange, "L'indice n'appartient pas à la sélection"},
     {Error::TypeMismatch, "Incompatibilité de type"},
     {Error::FileNotFound, "Fichier introuvable"},
-    {Error::DiskFull, "Disque plein"},
+    {Error::DiskFull, "Disque plein : '|'"},
     {Error::PermissionDenied, "Permission refusée"},
     {Error::PathAccess, "Erreur dans le chemin d'accès"},
     {Error::PathNotFound, "Chemin d'accès introuvable"},
@@ -76,8 +75,8 @@ QString WithDetail(QString description, const QString& detail)
 
 QString Usual(Error error, const QString& detail)
 {
-    const auto* const usual = std::ranges::find(usualDescriptions, error, &UsualDescription::error);
-    return usual == std::end(usualDescriptions) ? QStringLiteral("Erreur définie par l'application ou par l'objet")
+    const auto* const usual = std::ranges::find(UsualDescriptions, error, &UsualDescription::error);
+    return usual == std::end(UsualDescriptions) ? QStringLiteral("Erreur définie par l'application ou par l'objet")
                                                 : WithDetail(QString::fromUtf8(usual->text), detail);
 }
 

@@ -35,7 +35,7 @@ enum class Error : int {
     NoTransaction = 3034,
     TooManyRows = 3035,
     DiskOrNetwork = 3043,
-    FileReplaced = 3044, ///< the open file isn't any more the one under its name
+    FileReplaced = 3044, ///< the path no longer leads to the open file
     DamagedDatabase = 3049,
     FileNotOpened = 3051,
     QueryTimeout = 3059,
@@ -62,13 +62,13 @@ enum class Error : int {
     ConversionFailed = 3421,
 };
 
-/// The one exception type of the program: a numbered run-time error with its French description.
+/// The program's exception type: a numbered run-time error with its French description.
 ///
-/// A refusal that the user can mend is a message box and never this.
+/// What the user can correct is a message box, not an exception.
 class RuntimeError : public std::exception {
 public:
-    /// The error with its usual description; `detail` replaces the description's "|" where it has one. An error without
-    /// a usual description reads "Erreur définie par l'application ou par l'objet".
+    /// The error with its standard description, in which `detail` replaces "|". Without one it is "Erreur définie par
+    /// l'application ou par l'objet".
     explicit RuntimeError(Error error, const QString& detail = {});
     /// The error with a description of its own.
     static RuntimeError Described(Error error, const QString& description);

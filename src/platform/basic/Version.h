@@ -4,7 +4,7 @@
 
 namespace basic {
 
-/// The version of the program and its command, as the build has it: "1.0.0".
+/// The version of the program and its command: "1.0.0".
 QString Version();
 
 } // namespace basic

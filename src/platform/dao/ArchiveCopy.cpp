@@ -2,18 +2,16 @@
 
 #include "platform/basic/OwnerOnly.h"
 #include "platform/dao/Errors.h"
+#include "platform/dao/FileState.h"
+#include "platform/dao/FileWork.h"
 #include "platform/dao/Opening.h"
+#include "platform/dao/Seal.h"
 
-#include <QFile>
 #include <QFileInfo>
 #include <QScopeGuard>
 #include <fcntl.h>
 #include <sqlite3.h>
-#include <sys/file.h>
-#include <unistd.h>
 
-#include <cerrno>
-#include <cstdio>
 #include <map>
 
 namespace dao {
@@ -21,48 +19,14 @@ namespace {
 
 using RowCounts = std::map<std::string, qint64>;
 
-/// Raises the run-time error of a system error.
-[[noreturn]] void RaiseFileError(int systemError)
-{
-    if (IsDiskFull(systemError))
-        throw RuntimeError(Error::DiskFull);
-    if (systemError == EACCES || systemError == EPERM || systemError == EROFS)
-        throw RuntimeError(Error::PermissionDenied);
-    throw RuntimeError(systemError == ENOENT || systemError == ENOTDIR ? Error::PathNotFound : Error::PathAccess);
-}
-
 /// As Check, for the side that is written: what stopped the writing is a file error.
-void CheckWriting(sqlite3* database, int code)
+void CheckWriting(sqlite3* database, int code, const QString& path)
 {
     const int kind = code & 0xff;
     if (kind == SQLITE_CANTOPEN || kind == SQLITE_IOERR || kind == SQLITE_READONLY || kind == SQLITE_PERM)
-        RaiseFileError(sqlite3_system_errno(database));
+        RaiseFileError(sqlite3_system_errno(database), path);
     Check(database, code);
 }
-
-/// A file or folder that is open until the end of the scope.
-class OpenFile {
-public:
-    OpenFile(const QString& path, int flags) : file(::open(SystemPath(path).c_str(), flags | O_CLOEXEC, 0600))
-    {
-        if (file < 0)
-            RaiseFileError(errno);
-    }
-    ~OpenFile() { ::close(file); }
-    Q_DISABLE_COPY_MOVE(OpenFile)
-
-    void Sync() const
-    {
-        if (::fsync(file) != 0)
-            RaiseFileError(errno);
-    }
-
-    /// Locks it unless another program has. A file system without locks counts as one on which nobody else is.
-    bool TryLock() const { return ::flock(file, LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK; }
-
-private:
-    int file;
-};
 
 RowCounts CountRows(sqlite3* database)
 {
@@ -75,7 +39,7 @@ RowCounts CountRows(sqlite3* database)
     return counts;
 }
 
-void CopyPages(sqlite3* source, sqlite3* copy, const CopyProgress& progress)
+void CopyPages(sqlite3* source, sqlite3* copy, const QString& part, const CopyProgress& progress)
 {
     constexpr int pagesAtATime = 2048; // 8 MB
     sqlite3_backup* const backup = sqlite3_backup_init(copy, "main", source, "main");
@@ -91,8 +55,8 @@ void CopyPages(sqlite3* source, sqlite3* copy, const CopyProgress& progress)
     const int systemError = sqlite3_system_errno(copy);
     const int finished = sqlite3_backup_finish(backup);
     if ((code & 0xff) == SQLITE_IOERR && systemError != 0)
-        RaiseFileError(systemError);
-    CheckWriting(copy, code == SQLITE_DONE ? finished : code);
+        RaiseFileError(systemError, part);
+    CheckWriting(copy, code == SQLITE_DONE ? finished : code, part);
 }
 
 /// Copies the source in one read transaction; returns how many rows each table had then.
@@ -108,8 +72,8 @@ RowCounts WriteCopy(const QString& source, const QString& part, const CopyProgre
     }
     const SqliteHandle copy = OpenHardened(part, SQLITE_OPEN_READWRITE);
     RunOnce(copy.get(), "pragma synchronous=off"); // synced once, below
-    CopyPages(from.get(), copy.get(), progress);
-    CheckWriting(copy.get(), sqlite3_exec(copy.get(), "pragma journal_mode=delete", nullptr, nullptr, nullptr));
+    CopyPages(from.get(), copy.get(), part, progress);
+    CheckWriting(copy.get(), sqlite3_exec(copy.get(), "pragma journal_mode=delete", nullptr, nullptr, nullptr), part);
     return counts;
 }
 
@@ -119,32 +83,6 @@ void CheckCopy(const QString& part, const QString& name, const RowCounts& expect
     if (!FirstDamage(copy.get(), Thoroughness::Indexes).isEmpty() || CountRows(copy.get()) != expected)
         throw RuntimeError(Error::DamagedDatabase, name);
 }
-
-/// The file itself that a path leads to; a link that leads nowhere is a missing file.
-QString BehindLinks(const QString& path)
-{
-    const QFileInfo file(path);
-    return file.exists() ? file.canonicalFilePath() : file.isSymLink() ? file.symLinkTarget() : path;
-}
-
-/// Keeps other programs from copying into the same folder: each would take the other's half copy for one that was left
-/// behind. Waits for the other one; raises 70 when it takes longer than any copy does.
-class FolderLock {
-public:
-    explicit FolderLock(const QString& path) : folder(path, O_RDONLY | O_DIRECTORY)
-    {
-        constexpr int longestWait = 60'000; // ms
-        constexpr int betweenTries = 20;
-        for (int waited = 0; !folder.TryLock(); waited += betweenTries) {
-            if (waited > longestWait)
-                throw RuntimeError(Error::PermissionDenied);
-            ::usleep(betweenTries * 1000);
-        }
-    }
-
-private:
-    OpenFile folder; // closing it lets go of the lock
-};
 
 void RequirePlaces(const QString& source, const QString& target)
 {
@@ -161,7 +99,7 @@ void RequirePlaces(const QString& source, const QString& target)
 
 } // namespace
 
-void CopyDatabase(const QString& linkedSource, const QString& linkedTarget, const CopyProgress& progress)
+void CopyDatabase(const QString& linkedSource, const QString& linkedTarget, const CopySteps& steps)
 {
     const QString source = BehindLinks(linkedSource);
     const QString target = BehindLinks(linkedTarget);
@@ -169,18 +107,15 @@ void CopyDatabase(const QString& linkedSource, const QString& linkedTarget, cons
     const FolderLock alone(QFileInfo(target).absolutePath());
     const auto ownerOnly = basic::ForOwnerOnly();
     const QString part = target + ".part";
-    const auto removePart = [&part] {
-        for (const char* const ending : {"", "-journal", "-wal", "-shm"})
-            QFile::remove(part + ending);
-    };
-    removePart(); // of a program that died
-    const auto removeAtEnd = qScopeGuard(removePart);
-    const RowCounts counts = WriteCopy(source, part, progress);
+    RemoveDatabase(part); // of a program that died
+    const auto removeAtEnd = qScopeGuard([&part] { RemoveDatabase(part); });
+    const RowCounts counts = WriteCopy(source, part, steps.progress);
     CheckCopy(part, QFileInfo(source).fileName(), counts);
+    Seal(part);
     OpenFile(part, O_RDWR).Sync();
-    if (std::rename(SystemPath(part).c_str(), SystemPath(target).c_str()) != 0)
-        RaiseFileError(errno);
-    OpenFile(QFileInfo(target).absolutePath(), O_RDONLY | O_DIRECTORY).Sync();
+    if (steps.beforeReplacing && QFileInfo::exists(target))
+        steps.beforeReplacing(target);
+    Replace(part, target);
 }
 
 } // namespace dao

@@ -36,17 +36,17 @@ ColumnType TypeOfDeclaration(const char* declared)
 
 int Columns::PositionOf(std::string_view name) const
 {
-    // A walk through few names beats any index over them, and most of them differ in length.
+    // For a few names a linear search beats a hash; most differ in length already.
     constexpr int otherCase = 'a' ^ 'A';
     const auto same = [](char left, char right) { return (left | otherCase) == (right | otherCase); };
     for (std::size_t i = 0; i < columns.size(); ++i) {
         if (columns[i].name.size() == name.size() && std::ranges::equal(columns[i].name, name, same))
-            return int(i);
+            return static_cast<int>(i);
     }
     return -1;
 }
 
-Columns AnswerColumns(const Statement& statement)
+Columns ResultColumnsOf(const Statement& statement)
 {
     Columns answer;
     for (int i = 0; i < sqlite3_column_count(statement.Raw()); ++i)
@@ -70,7 +70,7 @@ Table::Table(sqlite3* database, std::string_view storedName) : name(storedName)
     following = "select " + rowParts + from + " where " + key + ">? and " + key + "<=? order by " + key + " limit ?";
     byKey = "select " + rowParts + from + " where " + key + "=?";
     last = "select " + rowParts + from + " where " + key + "<=? order by " + key + " desc limit 1";
-    // Counting all is far quicker than counting up to a key.
+    // Counting all rows is far faster than counting up to a key.
     count = "select (select count(*)" + from + ")-(select count(*)" + from + " where " + key + ">?)";
 }
 

@@ -12,8 +12,8 @@ namespace dao {
 namespace {
 
 constexpr std::size_t StatementsKept = 1000;
-constexpr int PagesBeforeCheckpoint = 1000;    // of the log, by themselves
-constexpr int PagesBeforeIdleCheckpoint = 256; // at an idle moment
+constexpr int PagesBeforeCheckpoint = 1000;    // of the log, checkpointed after a commit
+constexpr int PagesBeforeIdleCheckpoint = 256; // of the log, checkpointed when idle
 
 } // namespace
 
@@ -60,8 +60,8 @@ void Connection::Close() noexcept
     plans.clear();
     prepared.clear();
     holder = Statement();
-    LookForReplacement();
-    // The last one out of a file moves its log into it and removes the log; that another one is still in is no failure.
+    CheckForReplacement();
+    // The last connection to close checkpoints the log and removes it; failing because another is open is fine.
     sqlite3_busy_timeout(database, 0);
     sqlite3_close_v2(database);
     database = nullptr;
@@ -80,14 +80,14 @@ const std::shared_ptr<Plan>& Connection::PlanOf(QStringView statement, const std
         auto plan = std::make_shared<Plan>(Translate(statement, find, skipsFailures));
         if (!plan->sql.empty())
             plan->statement = Statement(Handle(), plan->sql);
-        if (plan->kind == Plan::Kind::Answer)
-            plan->answer = AnswerColumns(plan->statement);
+        if (plan->kind == Plan::Kind::Snapshot)
+            plan->columns = ResultColumnsOf(plan->statement);
         known = plans.emplace(shape, std::move(plan)).first;
     }
     return known->second;
 }
 
-/// Sets that are open keep their plans; they have no further use for the statements.
+/// Open sets keep their plans but no longer need the statements.
 void Connection::DropPlans()
 {
     FinishAllReading();
@@ -160,10 +160,10 @@ bool Connection::IsCurrent(const DataVersion& version) const
     return version.commits == commitsSeen && version.ownChanges == sqlite3_total_changes64(database) + rollbacks;
 }
 
-void Connection::LookForChanges()
+void Connection::CheckForChanges()
 {
     if (sqlite3_txn_state(Handle(), "main") != SQLITE_TXN_NONE)
-        return; // as long as this connection reads, it sees no change of others
+        return; // while this connection reads, it sees no changes of others
     Statement& look = Prepared("pragma data_version");
     const ResetAtEnd reset(look);
     look.Step();
@@ -175,12 +175,12 @@ void Connection::LookForChanges()
 void Connection::RequireSameFile()
 {
     Handle();
-    LookForReplacement();
+    CheckForReplacement();
     if (isReplaced)
         throw RuntimeError(Error::FileReplaced, QFileInfo(path).fileName());
 }
 
-void Connection::LookForReplacement()
+void Connection::CheckForReplacement()
 {
     if (isReplaced || file.IsInPlace(database))
         return;
@@ -198,14 +198,14 @@ int Connection::Change(Plan& plan, const std::vector<Value>& literals)
 
 void Connection::RunChange(Statement& change)
 {
-    if (sqlite3_get_autocommit(Handle()) != 0) // whoever began a transaction has asked then
+    if (sqlite3_get_autocommit(Handle()) != 0) // within a transaction this was checked when it began
         RequireSameFile();
     FinishAllReading();
-    holder = Statement(); // a change starts from what the file holds now
+    holder = Statement(); // a change must start from the current state of the file
     change.Run();
     if (inTransaction || sqlite3_get_autocommit(database) != 0)
         return;
-    // The lock of a pending edit must not hold back what is reported as done.
+    // A pending edit's lock must not delay a change that is reported as done.
     editing = nullptr;
     Commit();
 }
@@ -231,7 +231,7 @@ void Connection::Commit()
 void Connection::Rollback()
 {
     ++rollbacks;
-    if (sqlite3_get_autocommit(database) == 0) // SQLite may have rolled it back by itself, on a full disk for instance
+    if (sqlite3_get_autocommit(database) == 0) // SQLite may have rolled back already, on a full disk for instance
         Prepared("rollback").Run();
 }
 
@@ -270,13 +270,13 @@ void Connection::UnlockEdit(const TableSet& set) noexcept
     if (editing != &set)
         return;
     editing = nullptr;
-    // Whatever was written has been committed by RunChange: there is nothing in this transaction but its lock.
+    // RunChange has committed all writes: the transaction holds only the lock.
     try {
         FinishAllReading();
         if (sqlite3_get_autocommit(database) == 0)
             Prepared("rollback").Run();
     } catch (const RuntimeError&) {
-        // SQLite ends a transaction that it can't roll back when the file is closed.
+        // SQLite rolls it back when the file is closed.
     }
 }
 
@@ -291,12 +291,12 @@ void Connection::Idle()
 {
     FinishAllReading();
     holder = Statement();
-    LookForReplacement();
+    CheckForReplacement();
     if (!isReplaced && logPages >= PagesBeforeIdleCheckpoint && sqlite3_get_autocommit(database) != 0) {
         logPages = 0;
         sqlite3_wal_checkpoint_v2(database, "main", SQLITE_CHECKPOINT_PASSIVE, nullptr, nullptr);
     }
-    LookForChanges();
+    CheckForChanges();
 }
 
 } // namespace dao

@@ -2,7 +2,8 @@
 
 #include "platform/dao/Dialect.h"
 #include "platform/dao/Errors.h"
-#include "platform/dao/Opening.h"
+#include "platform/dao/FileState.h"
+#include "platform/dao/Sqlite.h"
 #include "platform/dao/Tokenizer.h"
 
 #include <QString>
@@ -13,23 +14,23 @@ namespace dao {
 class ListedSet;
 class TableSet;
 
-/// How long a lock of another process is waited for before error 3187.
+/// How long to wait for the lock of another process before error 3187.
 inline int busyMilliseconds = 5000;
 
-/// What was written to a database file up to a moment: by this connection, and by any as far as this one has read.
+/// Version of the data in a file: changes by this connection, and commits of any connection as last seen.
 struct DataVersion {
     qint64 ownChanges = -1;
     quint32 commits = 0;
     bool operator==(const DataVersion&) const = default;
 };
 
-/// One open database file: SQLite's handle, the plans of the statements seen so far, the tables, the transaction.
+/// One open database file: SQLite handle, cached plans, tables, transaction.
 ///
-/// A record set that has read its first row keeps its statement open, which holds the file as it was at the set's
-/// opening. Whoever runs another statement calls FinishReading() first. Everything raises 3420 once it is closed.
+/// A record set that has read only its first row keeps its statement open, and with it the snapshot of its opening.
+/// Call FinishReading() before running another statement. Once closed, everything raises 3420.
 class Connection {
 public:
-    /// Takes over an opened handle.
+    /// Takes ownership of an open handle.
     explicit Connection(sqlite3* opened, QString openedPath);
     ~Connection();
     Q_DISABLE_COPY_MOVE(Connection)
@@ -39,54 +40,52 @@ public:
     const QString& File() const { return path; }
     void Close() noexcept;
 
-    /// The plan of a statement's shape, with its statement prepared. `skipsFailures` as for Translate; the caller makes
-    /// it a part of the shape.
+    /// The plan for a statement's shape, prepared. `skipsFailures` as for Translate; it must be reflected in the shape.
     const std::shared_ptr<Plan>& PlanOf(QStringView statement, const std::u16string& shape, bool skipsFailures = false);
-    /// A statement that is prepared once for its text, valid until the next call.
+    /// A statement cached by its text; valid until the next call.
     Statement& Prepared(const std::string& sql);
     Table* FindTable(std::string_view name);
     void ForgetTable(std::string_view name);
 
-    /// The set keeps its statement open; the connection has it finish before others run.
+    /// The set keeps its statement open until FinishReading.
     void BeginReading(ListedSet& set) { reading.push_back(&set); }
     void EndReading(ListedSet& set) noexcept { std::erase(reading, &set); }
-    /// To be called before a statement reads. Within a read transaction the others stay open, unless it is the one of
-    /// the plan `used` that is to run.
+    /// Call before a statement reads: finishes the open sets; within a read transaction, only those that use the plan
+    /// `used`.
     void FinishReading(const Plan* used = nullptr);
 
-    /// Raises 3044 when the file under the database's name isn't any more the one that was opened, or an older copy was
-    /// written over it. The log is set aside then, and nothing more gets into any file.
+    /// Raises 3044 when the path no longer leads to the opened file, or an older copy was written over it. The log is
+    /// set aside then, and nothing more is written.
     void RequireSameFile();
 
-    /// Runs a plan that changes rows; returns how many.
+    /// Runs a plan that changes rows; returns their number.
     int Change(Plan& plan, const std::vector<Value>& literals);
-    /// Runs a change so that it is durable at return, unless a transaction of the caller is open. It ends the lock of
-    /// an edit.
+    /// Runs a change, durable on return unless a transaction is open. Ends the lock of an edit.
     void RunChange(Statement& change);
 
     void BeginTransaction();
     void EndTransaction(bool commits);
 
-    /// Read transactions, which may be nested: see ReadTransaction.
+    /// Read transactions may be nested, see ReadTransaction.
     void BeginReadTransaction();
     void EndReadTransaction() noexcept;
 
-    /// The write lock of an edit. One set has it at a time: the last that asked.
+    /// The write lock of an edit. Only the last set to ask for it holds it.
     void LockForEdit(const TableSet& set);
     void UnlockEdit(const TableSet& set) noexcept;
 
-    /// To be called after a statement has read: the version that it read.
+    /// The version that a statement has just read.
     DataVersion Version();
-    /// Whether nothing was written since: nothing by this connection, and nothing by another that it has noticed.
+    /// Whether nothing was written since, by this connection or (as far as noticed) by others.
     bool IsCurrent(const DataVersion& version) const;
-    /// Notices what others have written.
-    void LookForChanges();
+    /// Notices changes by others.
+    void CheckForChanges();
 
-    /// Lets go of the file and moves changes from the log into it, once there are enough of them.
+    /// Releases the snapshot, and checkpoints the log if it is large enough.
     void Idle();
 
 private:
-    void LookForReplacement();
+    void CheckForReplacement();
     void DropPlans();
     void FinishAllReading();
     void Begin();
@@ -100,18 +99,18 @@ private:
     bool isReplaced = false;
     std::unordered_map<std::u16string, std::shared_ptr<Plan>> plans;
     std::unordered_map<std::string, Statement> prepared;
-    Statement holder; // while it is open the file is seen as it was
+    Statement holder; // holds the snapshot while open
     Catalog catalog;
     std::vector<ListedSet*> reading;
     bool inTransaction = false;
     int readTransactions = 0;
-    const TableSet* editing = nullptr; // the set whose edit has the write lock
+    const TableSet* editing = nullptr; // the set whose edit holds the write lock
     qint64 rollbacks = 0;
     quint32 commitsSeen = 0;
     int logPages = 0;
 };
 
-/// Every connection of the program that is open now.
+/// All open connections of the program.
 std::vector<Connection*>& OpenConnections();
 
 } // namespace dao

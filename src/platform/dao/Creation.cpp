@@ -1,6 +1,7 @@
 #include "platform/basic/OwnerOnly.h"
 #include "platform/dao/Engine.h"
 #include "platform/dao/Errors.h"
+#include "platform/dao/FileHeader.h"
 #include "platform/dao/Opening.h"
 
 #include <QFile>
@@ -29,24 +30,6 @@ void CreateDatabase(const QString& path, const QString& schema)
     RunScript(handle.get(), "pragma application_id=" + std::to_string(ApplicationId) + "; pragma user_version=" +
                                 std::to_string(SchemaVersion) + "; commit; pragma journal_mode=wal");
     removeHalfMade.dismiss();
-}
-
-QStringList CheckDatabase(const QString& path)
-{
-    QStringList damage;
-    try {
-        const SqliteHandle handle = OpenForReading(path);
-        Statement check(handle.get(), "pragma integrity_check");
-        while (check.Step())
-            damage << QString::fromStdString(check.TextAt(0));
-    } catch (const RuntimeError& error) {
-        if (error.Code() != Error::DamagedDatabase)
-            throw;
-        damage << error.Description();
-    }
-    if (damage == QStringList("ok"))
-        damage.clear();
-    return damage;
 }
 
 } // namespace dao

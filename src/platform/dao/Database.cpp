@@ -33,8 +33,8 @@ Recordset Database::OpenRecordset(const QString& statementOrTable) const
         return Recordset(std::make_shared<WholeSet>(connection, *plan->table));
     case Plan::Kind::Rows:
         return Recordset(std::make_shared<ListedSet>(connection, plan, std::move(split.literals)));
-    case Plan::Kind::Answer:
-        return Recordset(std::make_shared<AnswerSet>(connection, plan, split.literals));
+    case Plan::Kind::Snapshot:
+        return Recordset(std::make_shared<SnapshotSet>(connection, plan, split.literals));
     case Plan::Kind::Change:
         break;
     }
@@ -108,7 +108,7 @@ Transaction::~Transaction()
     try {
         target.Rollback();
     } catch (const RuntimeError&) {
-        // The file was closed meanwhile, which has rolled it back.
+        // The file was closed, which rolled it back.
     }
 }
 

@@ -9,18 +9,18 @@ namespace dao {
 
 class Connection;
 
-/// Fails the whole statement on an error; the only option of Execute that the screens use.
+/// Option of Execute: an error fails the whole statement.
 inline constexpr int FailOnError = 128;
 
 enum class FieldType { Double = 7 };
 
-/// A table's fields, for looking and for adding one.
+/// A table's fields.
 class TableDef {
 public:
     TableDef(std::shared_ptr<Connection> database, const QString& table);
     int FieldCount() const;
     QStringList FieldNames() const;
-    /// Adds a field that is `initially` in every row there is and in new ones. Raises 3191 when the name is taken.
+    /// Adds a field with the value `initially` in existing and new rows. Raises 3191 when the name is taken.
     void AppendField(const QString& name, FieldType type, const Value& initially);
 
 private:
@@ -31,8 +31,8 @@ private:
 /// One open database file. A handle like Recordset: copies share the connection.
 ///
 /// Statements are in the dialect of the screens (dates between "#", like with * ? # [..], case and accents ignored in
-/// text comparisons, "Delete * from"); exactly one statement is taken, anything after it raises 3075. All statements of
-/// one shape share one prepared statement.
+/// text comparisons, "Delete * from"). Anything after the first statement raises 3075. Statements of one shape share
+/// one prepared statement.
 class Database {
 public:
     Database() = default;
@@ -40,27 +40,27 @@ public:
 
     bool IsOpen() const { return connection != nullptr; }
 
-    /// Opens the rows of a select statement, or of a table by its name. Raises 3078 for an unknown table, 3061 for an
-    /// unknown field in a statement, 3075 for a statement that can't be read (platform/dao/Dialect.h lists those that
-    /// can), 3085 for an unknown function, 3219 for a statement that gives no rows.
+    /// Opens a select statement, or a table by name. Raises 3078 for an unknown table, 3061 for an unknown field, 3075
+    /// for a syntax error (see platform/dao/Dialect.h), 3085 for an unknown function, 3219 for a statement that isn't a
+    /// select.
     Recordset OpenRecordset(const QString& statementOrTable) const;
 
-    /// Runs a statement that gives no rows; returns the number of rows changed. Without FailOnError the rows that can
-    /// be changed are; errors of the statement itself are raised in both cases. Raises 3065 for a select.
+    /// Runs an update or delete; returns the number of rows changed. Without FailOnError, rows that can't be changed
+    /// are skipped; errors of the statement itself are always raised. Raises 3065 for a select.
     int Execute(const QString& statement, int options = 0) const;
 
     /// Raises 3265 when there is no such table.
     dao::TableDef TableDef(const QString& table) const;
 
-    /// Raises 3044 when the file was replaced, moved or deleted since it was opened. Every change asks by itself.
+    /// Raises 3044 when the file was replaced, moved or deleted since it was opened. Every change checks this itself.
     void RequireSameFile() const;
 
-    /// One writing transaction around several changes; they don't nest (3246). Ending none raises 3034.
+    /// A write transaction around several changes; doesn't nest (3246). Ending without one raises 3034.
     void BeginTrans() const;
     void CommitTrans() const;
     void Rollback() const;
 
-    /// Closes the file for all handles; record sets over it raise 3420 from then on. A second Close does nothing.
+    /// Closes the file for all handles; its record sets then raise 3420. A second Close does nothing.
     void Close();
 
 private:
@@ -69,10 +69,9 @@ private:
     std::shared_ptr<Connection> connection;
 };
 
-/// While it lives, everything that is read shows the file as it was at the first reading, own changes included,
-/// whatever other programs write meanwhile. The file is locked once and not for each row: a screen's fill that looks up
-/// a row for each of its rows takes half the time. A change ends the transaction; what is read after it begins
-/// a new one.
+/// A read transaction: during its lifetime all reads see one snapshot, taken at the first read, plus own changes. The
+/// file is locked once instead of per look-up, which halves the time of a fill that looks up a row for each of its
+/// rows. A change ends the transaction; the next read begins a new one.
 class ReadTransaction {
 public:
     explicit ReadTransaction(const Database& database);
@@ -83,7 +82,7 @@ private:
     std::shared_ptr<Connection> connection;
 };
 
-/// A transaction that is rolled back on every way out but Commit.
+/// A transaction that is rolled back unless committed.
 class Transaction {
 public:
     explicit Transaction(Database database);

@@ -12,8 +12,8 @@ namespace {
 constexpr const char* Keywords[] = {"select", "from", "where", "and",    "like", "order", "by",
                                     "asc",    "desc", "as",    "update", "set",  "delete"};
 
-/// Reads the tokens of one statement and writes them in SQLite's language, a blank between any two: so nothing that
-/// isn't a token here can come together to one there, a comment for instance.
+/// Translates one statement into SQLite's SQL token by token, with blanks between: so no two tokens can combine into
+/// something else, such as a comment.
 class Parser {
 public:
     explicit Parser(QStringView text) : statement(text), tokens(Tokens(text)) { tokens.emplace_back(); }
@@ -33,7 +33,7 @@ private:
     std::string ReadItems();
     std::string ReadAssignments();
     std::string ReadWhere();
-    /// `order by` as the statement has it, then by key; whether that is by key alone.
+    /// Reads `order by` and appends the key; true if the order is by key alone.
     std::pair<std::string, bool> ReadOrder();
     std::string ReadTests();
     std::string ReadLiteral();
@@ -47,7 +47,7 @@ private:
     Error unknownColumn = Error::UnknownColumn;
 };
 
-/// Raises 3075, with the statement from the next token on, unless what is expected is there.
+/// Raises 3075, with the statement from the next token on, unless `isThere`.
 void Parser::Require(bool isThere) const
 {
     if (isThere)
@@ -95,11 +95,11 @@ int Parser::ReadColumn()
     return position;
 }
 
-/// A column that was just read; its text is compared as the screens compare it.
+/// A column that was just read, with the collation of the screens if it is text.
 std::string Parser::Compared(int position) const
 {
     const Column& column = table->columns[position];
-    // A text without letters is equal to itself alone, so an index of the column may serve.
+    // A text without letters has no case variants, so a plain index on the column can be used.
     const bool plainEquality = Next().IsSymbol(u"=") && tokens[at + 1].kind == Token::Kind::PlainText;
     const bool collates = column.type == ColumnType::Text && !plainEquality;
     return " " + Quoted(column.name) + (collates ? std::string(" collate ") + TextCollation : "");
@@ -153,7 +153,7 @@ std::pair<std::string, bool> Parser::ReadOrder()
     return {" order by" + order + " " + table->key, isByKey};
 }
 
-/// What a select gives when it isn't whole rows; the fields are SQLite's to look for.
+/// The items of a select that isn't `*`; SQLite resolves the fields.
 std::string Parser::ReadItems()
 {
     std::string items;
@@ -192,7 +192,7 @@ void Parser::ReadSelect(Plan& plan, const TableFinder& find)
     const std::string where = ReadWhere();
     const bool isOrdered = isRows || Next().Is("order");
     const auto [order, isByKey] = ReadOrder();
-    plan.kind = !isRows ? Plan::Kind::Answer : isByKey && where.empty() ? Plan::Kind::Table : Plan::Kind::Rows;
+    plan.kind = !isRows ? Plan::Kind::Snapshot : isByKey && where.empty() ? Plan::Kind::Table : Plan::Kind::Rows;
     if (plan.kind != Plan::Kind::Table)
         plan.sql = "select " + (isRows ? table->rowParts : items) + " from " + Quoted(table->name) + where +
                    (isOrdered ? order : std::string());

@@ -7,22 +7,22 @@
 
 namespace dao {
 
-/// What a statement of the screens comes to in SQLite's language.
+/// A statement of the screens translated into SQLite's SQL.
 struct Plan {
     enum class Kind : quint8 {
-        Table,  ///< all rows of a table in the order of their keys: `sql` is empty
-        Rows,   ///< rows of one table: the key, then all columns
-        Answer, ///< single columns, counts and sums
-        Change  ///< an update or delete
+        Table,    ///< all rows of a table in the order of their keys: `sql` is empty
+        Rows,     ///< rows of one table: the key, then all columns
+        Snapshot, ///< single columns, counts and sums
+        Change    ///< an update or delete
     };
-    Kind kind = Kind::Answer;
+    Kind kind = Kind::Snapshot;
     Table* table = nullptr;
     std::string sql;
     Statement statement;
-    Columns answer; ///< Answer: names and types, known once it is prepared
+    Columns columns; ///< Snapshot: names and types, known once it is prepared
 };
 
-/// Finds a table by name; null when there is none.
+/// Finds a table by name; null if there is none.
 using TableFinder = std::function<Table*(std::string_view)>;
 
 /// Translates one statement:
@@ -34,8 +34,8 @@ using TableFinder = std::function<Table*(std::string_view)>;
 ///     delete [*] from TABLE [where CONDITION]
 ///
 /// A condition compares fields with literals (= < > <= >= <> like), joined by "and". With `skipsFailures` an update
-/// passes over the rows that can't be changed. Raises 3075 for what can't be read, 3078 for an unknown table, 3061 for
-/// an unknown field.
+/// skips the rows that can't be changed. Raises 3075 for a syntax error, 3078 for an unknown table, 3061 for an unknown
+/// field.
 Plan Translate(QStringView statement, const TableFinder& find, bool skipsFailures);
 
 /// Translates a search condition over a table. Raises 3070 for an unknown field.

@@ -2,6 +2,7 @@
 
 #include "platform/basic/RuntimeError.h"
 #include "platform/dao/Connection.h"
+#include "platform/dao/FileState.h"
 #include "platform/dao/Opening.h"
 #include "platform/dao/Workgroup.h"
 

@@ -5,8 +5,8 @@
 namespace dao {
 namespace {
 
-constexpr std::size_t RowsFetched = 32768; // that are kept with their keys
-// A look for what others have written costs as much as reading a row.
+constexpr std::size_t RowsFetched = 32768; // rows cached with their keys
+// Checking for changes by others costs as much as reading a row.
 constexpr std::size_t RowsLookedAtSingly = 3;
 constexpr std::size_t RowsBetweenLooks = 256;
 
@@ -52,19 +52,19 @@ void ListedSet::FinishReading()
     if (!std::exchange(isReading, false))
         return;
     connection->EndReading(*this);
-    const ResetAtEnd reset(plan->statement); // until then the file is seen as it was at the opening
+    const ResetAtEnd reset(plan->statement); // until then it holds the snapshot of the opening
     try {
         while (plan->statement.Step())
             Take();
     } catch (...) {
-        Close(); // rather no set than one that has lost members
+        Close(); // better closed than incomplete
         throw;
     }
 }
 
 void ListedSet::NoteDeleted()
 {
-    keys.erase(keys.begin() + qsizetype(index));
+    keys.erase(keys.begin() + static_cast<qsizetype>(index));
     fetched.Clear();
     fetchedVersion = {};
     isRemoved = true;
@@ -72,12 +72,12 @@ void ListedSet::NoteDeleted()
 
 int ListedSet::RecordCount()
 {
-    return keys.empty() ? 0 : reachedAll ? int(keys.size()) : 1;
+    return keys.empty() ? 0 : reachedAll ? static_cast<int>(keys.size()) : 1;
 }
 
 // -- moving
 
-/// Goes to a row and shows its values as they are now.
+/// Goes to a row and reads its current values.
 void ListedSet::GoTo(std::size_t place)
 {
     index = place;
@@ -92,7 +92,7 @@ void ListedSet::GoToFirst()
 {
     FinishReading();
     walked = 0;
-    connection->LookForChanges();
+    connection->CheckForChanges();
     GoTo(0);
 }
 
@@ -107,7 +107,7 @@ void ListedSet::GoToNext()
     }
     ++walked;
     if (walked <= RowsLookedAtSingly || walked % RowsBetweenLooks == 0)
-        connection->LookForChanges();
+        connection->CheckForChanges();
     GoTo(next);
 }
 
@@ -116,7 +116,7 @@ void ListedSet::GoToLast()
     FinishReading();
     reachedAll = true;
     walked = 0;
-    connection->LookForChanges();
+    connection->CheckForChanges();
     GoTo(keys.size() - 1);
 }
 

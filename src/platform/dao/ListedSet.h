@@ -4,11 +4,11 @@
 
 namespace dao {
 
-/// Rows of one table that meet a condition or are in an order: a list of keys that is fixed at the opening.
+/// Rows of one table under a condition or in an order: a list of keys, fixed at opening.
 ///
-/// Opening reads one row and leaves its statement open, which holds the file as it was. The set finishes reading, that
-/// is reads its other keys and lets go of the file, when it moves on or when the connection asks for it. Rows that were
-/// read with the keys serve as long as nobody has written; then each row is read by its key as it is reached.
+/// Opening reads one row and leaves the statement open, which holds the snapshot. The remaining keys are read, and the
+/// snapshot released, when the set moves on or the connection calls FinishReading. The rows cached with the keys are
+/// used until somebody writes; then each row is read by key when it is reached.
 class ListedSet final : public TableSet {
 public:
     ListedSet(std::shared_ptr<Connection> opened, std::shared_ptr<Plan> select, const std::vector<Value>& literals);
@@ -17,7 +17,7 @@ public:
     int RecordCount() override;
     void Close() noexcept override;
 
-    /// Reads the keys that are still to be read and lets go of the file. Called by the connection.
+    /// Reads the remaining keys and releases the snapshot. Called by the connection.
     void FinishReading();
     bool Uses(const Plan* other) const { return plan.get() == other; }
 
@@ -35,12 +35,12 @@ private:
 
     const std::shared_ptr<Plan> plan;
     std::vector<qint64> keys;
-    RowStore fetched; // rows of the first keys
+    RowStore fetched; // cached rows of the first keys
     DataVersion fetchedVersion;
     bool isReading = false;
 
     std::size_t index = 0;
-    bool isRemoved = false; // the current row, by this set: what followed it is at `index` now
+    bool isRemoved = false; // this set deleted the current row: `index` is the following one
     std::size_t walked = 0; // rows since the last jump
     bool reachedAll = false;
 };

@@ -2,22 +2,15 @@
 
 #include "platform/dao/Connection.h"
 #include "platform/dao/Errors.h"
+#include "platform/dao/FileHeader.h"
+#include "platform/dao/FileState.h"
 #include "platform/dao/TextCompare.h"
 #include "platform/dao/Upgrade.h"
 
-#include <QFile>
 #include <QFileInfo>
-#include <QUrl>
-#include <QtEndian>
-#include <sqlite3.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
-#include <algorithm>
 #include <array>
-#include <map>
-#include <span>
-#include <tuple>
+#include <sqlite3.h>
+#include <utility>
 
 namespace dao {
 namespace {
@@ -26,135 +19,67 @@ namespace {
 /// spares the next balance all its reading, whatever was read in between.
 constexpr auto CacheOfBalances = "pragma cache_size=-49152"; // in KiB
 
-/// Opens the file alone, without a lock and without its log. Not by a file of our own: closing one would release the
-/// locks that this process holds on the same file through another connection.
-SqliteHandle OpenImmutable(const QString& path)
+[[noreturn]] void RaiseProtected(const QString& path)
 {
-    const QByteArray address = QUrl::toPercentEncoding(QFileInfo(path).absoluteFilePath(), "/");
-    return OpenHardened("file:" + QString::fromLatin1(address) + "?immutable=1",
-                        SQLITE_OPEN_READONLY | SQLITE_OPEN_URI);
-}
-
-[[noreturn]] void RaiseNewer(const QString& name)
-{
-    throw RuntimeError::Described(Error::UnrecognizedFormat,
-                                  "Format de base de données '" + name +
-                                      "' non reconnu : le fichier vient d'une version plus récente du programme.");
-}
-
-/// The file's header as it is on the disk. A checkpoint that was cut off leaves a header that SQLite takes only
-/// together with the log, so no pragma reads it from the file alone.
-struct Header {
-    std::array<unsigned char, 100> bytes{};
-
-    quint32 NumberAt(std::size_t offset) const { return qFromBigEndian<quint32>(bytes.data() + offset); }
-    qint64 PageSize() const { return bytes[16] == 0 && bytes[17] == 1 ? 65536 : bytes[16] << 8 | bytes[17]; }
-    bool IsInRollbackMode() const { return bytes[18] == 1; }
-    quint32 Stamp() const { return NumberAt(40); }
-};
-
-/// Reads the raw header of the file behind a connection. False when the file is shorter or can't be read.
-bool ReadHeader(sqlite3* database, Header& header)
-{
-    sqlite3_file* file = nullptr;
-    sqlite3_file_control(database, "main", SQLITE_FCNTL_FILE_POINTER, &file);
-    return file != nullptr && file->pMethods != nullptr &&
-           file->pMethods->xRead(file, header.bytes.data(), int(header.bytes.size()), 0) == SQLITE_OK;
-}
-
-/// Raises 3343 unless the file is a database of this program, and not of a newer one.
-Header HeaderOf(sqlite3* immutable, const QString& name)
-{
-    constexpr std::string_view magic("SQLite format 3\0", 16);
-    Header header;
-    const bool isOurs = ReadHeader(immutable, header) &&
-                        std::ranges::equal(magic, std::span(header.bytes).first(magic.size()),
-                                           [](char left, unsigned char right) { return left == char(right); }) &&
-                        header.NumberAt(68) == ApplicationId;
-    if (!isOurs)
-        throw RuntimeError(Error::UnrecognizedFormat, name);
-    if (header.NumberAt(60) > SchemaVersion)
-        RaiseNewer(name);
-    return header;
-}
-
-/// A log or journal beside the file holds pages that the file alone doesn't show.
-bool StandsAlone(const QString& path)
-{
-    return QFileInfo(path + "-wal").size() == 0 && QFileInfo(path + "-journal").size() == 0;
-}
-
-bool RenameAside(const QString& log)
-{
-    QString aside = log + ".set-aside";
-    for (int i = 2; QFileInfo::exists(aside); ++i)
-        aside = log + ".set-aside-" + QString::number(i);
-    return QFile::rename(log, aside);
+    throw RuntimeError::Described(
+        Error::ReadOnly,
+        QStringLiteral("La base de données ou son dossier « %1 » est en lecture seule : rien ne pourrait y être "
+                       "enregistré. Donnez-vous le droit d'y écrire, ou copiez le dossier sur un disque où vous "
+                       "l'avez, puis ouvrez le cabinet de nouveau.")
+            .arg(QFileInfo(path).absolutePath()));
 }
 
 /// A log beside a file in rollback mode was left by another file that had this name, before an archive copy was put
 /// back: its pages must not get into this one. It is kept under a name that SQLite doesn't look for.
-void SetForeignLogAside(const QString& path, const Header& header)
+void SetForeignLogAside(const QString& path, const FileHeader& header)
 {
     const QString log = path + "-wal";
     if (QFileInfo(log).size() != 0 && header.IsInRollbackMode() && !RenameAside(log))
         throw RuntimeError(Error::PathAccess);
 }
 
-/// File identity: inode, size, mtime.
-using FileIdentity = std::tuple<ino_t, off_t, time_t, long>;
-
-FileIdentity IdentityOf(const QString& path)
-{
-    struct stat state = {};
-    ::stat(SystemPath(path).c_str(), &state);
-    return {state.st_ino, state.st_size, state.st_mtim.tv_sec, state.st_mtim.tv_nsec};
-}
-
-/// The files that this program has worked with and closed, as they were then.
-std::map<QString, FileIdentity>& ClosedSound()
-{
-    static auto& files = *new std::map<QString, FileIdentity>; // never destroyed: a global handle may close later
-    return files;
-}
-
-/// Whether the file was checked when it was opened before and hasn't changed but by this program since.
-bool IsKnownSound(const QString& path)
-{
-    const auto hasOpen = [&](const Connection* connection) { return connection->File() == path; };
-    if (std::ranges::any_of(OpenConnections(), hasOpen))
-        return true;
-    const auto closed = ClosedSound().find(path);
-    return closed != ClosedSound().end() && closed->second == IdentityOf(path) && StandsAlone(path);
-}
-
-/// Raises 3049 when the file ends within a page. Pages are written whole; SQLite would take what is missing of the last
-/// one for zeros, be it amounts that are lost.
-void RequireWholePages(const Header& header, const QString& path)
-{
-    if (header.PageSize() == 0 || QFileInfo(path).size() % header.PageSize() != 0)
-        throw RuntimeError(Error::DamagedDatabase, QFileInfo(path).fileName());
-}
-
 /// How a file is checked at its opening, which is not to take longer than a user notices.
 Thoroughness ThoroughnessFor(const QString& path)
 {
     constexpr qint64 largest = qint64{12} << 20; // bytes: about 0.3 s
-    return QFileInfo(path).size() <= largest ? Thoroughness::Indexes : Thoroughness::Pages;
+    return QFileInfo(path).size() <= largest ? Thoroughness::Indexes : Thoroughness::Balances;
 }
 
 /// Checks all pages of a file that nobody has open, without making anything beside it. False when another program came
 /// in meanwhile, so that the check must be made through its log.
-bool IsSoundAlone(sqlite3* immutable, const Header& header, const QString& path)
+bool IsSoundAlone(sqlite3* immutable, const FileHeader& header, const QString& path)
 {
-    if (!StandsAlone(path))
+    if (HasLog(path))
         return false;
     RequireWholePages(header, path);
     if (FirstDamage(immutable, ThoroughnessFor(path)).isEmpty())
         return true;
-    if (StandsAlone(path))
+    if (!HasLog(path))
         throw RuntimeError(Error::DamagedDatabase, QFileInfo(path).fileName());
     return false;
+}
+
+/// An index from which a balance is read and whose rows aren't those of its table: their number or their sum by day
+/// differ. Empty when there is none.
+QString DisagreeingIndex(sqlite3* database)
+{
+    // A date counts by its digits: an amount under another day shows. Whole hundredths don't depend on the order.
+    constexpr const char* sums =
+        "select count(*), sum(cast(round(montant * 100) as integer)), "
+        "sum(cast(round(montant * 100) as integer) * cast(replace(Date, '-', '') as integer)) from ";
+    constexpr std::pair<const char*, const char*> indexes[] = {{"Actes", "Actes_Date_Montant"},
+                                                               {"Recettes", "Recettes_Date"}};
+    const auto answer = [&](const QString& source) {
+        Statement statement(database, (sums + source).toStdString());
+        statement.Step();
+        return std::array{statement.WholeAt(0), statement.WholeAt(1), statement.WholeAt(2)};
+    };
+    for (const auto& [table, index] : indexes) {
+        const QString name = QString::fromLatin1(table);
+        if (answer(name + " not indexed") != answer(name + " indexed by " + index))
+            return QString("index %1").arg(index);
+    }
+    return {};
 }
 
 /// Whether the end of this connection leaves log and file as they are.
@@ -220,28 +145,6 @@ Found PrepareForWork(sqlite3* database, bool isChecked, Thoroughness thoroughnes
 
 } // namespace
 
-std::string SystemPath(const QString& path)
-{
-    return QFile::encodeName(path).toStdString();
-}
-
-bool IsWritable(const QString& path)
-{
-    constexpr mode_t anyWrite = S_IWUSR | S_IWGRP | S_IWOTH;
-    struct stat state = {};
-    const std::string name = SystemPath(path);
-    return ::stat(name.c_str(), &state) == 0 && (state.st_mode & anyWrite) != 0 && ::access(name.c_str(), W_OK) == 0;
-}
-
-void RequireFile(const QString& path)
-{
-    const QFileInfo file(path);
-    if (!file.isFile())
-        throw RuntimeError(Error::DatabaseNotFound, path);
-    if (!file.isReadable())
-        throw RuntimeError(Error::PermissionDenied);
-}
-
 SqliteHandle OpenHardened(const QString& path, int flags)
 {
     sqlite3* opened = nullptr;
@@ -265,7 +168,9 @@ QString FirstDamage(sqlite3* database, Thoroughness thoroughness)
     try {
         const std::string answer = TextAnswer(
             database, thoroughness == Thoroughness::Indexes ? "pragma integrity_check(1)" : "pragma quick_check(1)");
-        return answer == "ok" ? QString() : QString::fromStdString(answer);
+        if (answer != "ok")
+            return QString::fromStdString(answer);
+        return thoroughness == Thoroughness::Balances ? DisagreeingIndex(database) : QString();
     } catch (const RuntimeError& error) {
         if (error.Code() == Error::DamagedDatabase || error.Code() == Error::UnrecognizedFormat)
             return error.Description();
@@ -279,9 +184,9 @@ SqliteHandle OpenForWork(const QString& path)
     bool isChecked = IsKnownSound(path);
     {
         const SqliteHandle immutable = OpenImmutable(path);
-        const Header header = HeaderOf(immutable.get(), name);
+        const FileHeader header = HeaderOf(immutable.get(), name);
         if (!IsWritable(path) || !IsWritable(QFileInfo(path).absolutePath()))
-            throw RuntimeError(Error::ReadOnly);
+            RaiseProtected(path);
         SetForeignLogAside(path, header);
         isChecked = isChecked || IsSoundAlone(immutable.get(), header, path);
     }
@@ -303,42 +208,17 @@ SqliteHandle OpenForWork(const QString& path)
     return handle;
 }
 
-OpenedFile::OpenedFile(sqlite3* opened, const QString& openedPath) : path(openedPath)
+void MoveLogIntoFile(const QString& path)
 {
-    struct stat state = {};
-    ::stat(SystemPath(path).c_str(), &state);
-    device = state.st_dev;
-    inode = state.st_ino;
-    Header header;
-    if (ReadHeader(opened, header))
-        stamp = header.Stamp();
-}
-
-bool OpenedFile::IsInPlace(sqlite3* opened) const
-{
-    struct stat state = {};
-    Header header;
-    return ::stat(SystemPath(path).c_str(), &state) == 0 && state.st_dev == device && state.st_ino == inode &&
-           ReadHeader(opened, header) && header.Stamp() >= stamp;
-}
-
-void SetLogAside(const QString& path)
-{
-    if (RenameAside(path + "-wal"))
-        QFile::remove(path + "-shm");
-}
-
-void RememberSound(const QString& path)
-{
-    ClosedSound()[path] = IdentityOf(path);
+    RunOnce(OpenHardened(path, SQLITE_OPEN_READWRITE).get(), "pragma wal_checkpoint(truncate)");
 }
 
 SqliteHandle OpenForReading(const QString& path)
 {
     RequireFile(path);
     SqliteHandle immutable = OpenImmutable(path);
-    const Header header = HeaderOf(immutable.get(), QFileInfo(path).fileName());
-    if (!StandsAlone(path))
+    const FileHeader header = HeaderOf(immutable.get(), QFileInfo(path).fileName());
+    if (HasLog(path))
         return OpenHardened(path, SQLITE_OPEN_READONLY);
     RequireWholePages(header, path);
     return immutable;

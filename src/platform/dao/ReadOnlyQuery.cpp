@@ -1,6 +1,7 @@
 #include "platform/dao/ReadOnlyQuery.h"
 
 #include "platform/dao/Catalog.h"
+#include "platform/dao/FileState.h"
 #include "platform/dao/Opening.h"
 
 #include <QRegularExpression>
@@ -16,9 +17,9 @@ using Clock = std::chrono::steady_clock;
 
 constexpr auto LongestRun = std::chrono::seconds(30);
 constexpr int StepsBetweenLooks = 100'000;
-constexpr int LargestRow = 1 << 20; // bytes, of a row or a single value
+constexpr int LargestRow = 1 << 20; // bytes, of one row or value
 
-/// Lets a statement read tables and call functions, and nothing else.
+/// Authorizer: a statement may only read tables and call functions.
 int AllowReading(void*, int action, const char*, const char* function, const char*, const char*)
 {
     switch (action) {
@@ -33,7 +34,7 @@ int AllowReading(void*, int action, const char*, const char* function, const cha
     }
 }
 
-/// Ends a statement that runs past its time or is given up.
+/// Progress handler: interrupts a statement that runs too long or is given up.
 class TimeLimit {
 public:
     TimeLimit(sqlite3* connection, const std::function<bool()>& givenUp)
@@ -94,14 +95,14 @@ StatementError Refusal(Error error, const QString& reason, int line = 0)
     return {basic::RuntimeError::Described(error, reason), line};
 }
 
-/// The line, from 0, of the mistake that SQLite has just reported; `name` is looked for where it gives no place.
+/// The line, from 0, of the error that SQLite has just reported; searches for `name` if there is no offset.
 int LineOfMistake(sqlite3* database, const QByteArray& sql, const QString& name)
 {
     qsizetype offset = sqlite3_error_offset(database);
     if (offset < 0 && !name.isEmpty())
         offset = QString::fromUtf8(sql).indexOf(QRegularExpression("\\b" + QRegularExpression::escape(name) + "\\b",
                                                                    QRegularExpression::CaseInsensitiveOption));
-    return int(sql.first(std::max<qsizetype>(offset, 0)).count('\n'));
+    return static_cast<int>(sql.first(std::max<qsizetype>(offset, 0)).count('\n'));
 }
 
 [[noreturn]] void RaiseRefusal(sqlite3* database, int code, const QByteArray& sql)
@@ -124,7 +125,7 @@ int LineOfMistake(sqlite3* database, const QByteArray& sql, const QString& name)
     throw Refusal(Error::SyntaxError, "SQLite refuse cette interrogation", LineOfMistake(database, sql, {}));
 }
 
-/// Blanks, semicolons and comments may follow a statement; another statement may not.
+/// Only blanks, semicolons and comments may follow a statement.
 bool HasStatement(sqlite3* database, const char* text)
 {
     sqlite3_stmt* raw = nullptr;
@@ -145,10 +146,10 @@ Statement Prepare(sqlite3* database, const QByteArray& sql, std::size_t valueCou
         throw Refusal(Error::SyntaxError, "l'interrogation est vide");
     if (HasStatement(database, tail))
         throw Refusal(Error::SyntaxError, "une seule interrogation est permise",
-                      int(std::count(sql.constData(), tail, '\n')));
+                      static_cast<int>(std::count(sql.constData(), tail, '\n')));
     if (sqlite3_stmt_readonly(raw) == 0 || sqlite3_stmt_isexplain(raw) != 0)
         throw Refusal(Error::ReadOnly, "seul « select » est permis : un état lit la base et n'y écrit jamais");
-    if (sqlite3_bind_parameter_count(raw) > int(valueCount))
+    if (sqlite3_bind_parameter_count(raw) > static_cast<int>(valueCount))
         throw Refusal(Error::SyntaxError, "l'interrogation attend une valeur (?) que rien ne donne");
     return statement;
 }
@@ -161,7 +162,7 @@ QStringList NamesOf(const Columns& columns)
     return names;
 }
 
-/// Appends the current row; returns the memory it takes, in bytes.
+/// Appends the current row; returns its size in memory, in bytes.
 qsizetype AppendRow(const Statement& statement, const Columns& columns, RowTable& table)
 {
     qsizetype text = 0;
@@ -172,7 +173,7 @@ qsizetype AppendRow(const Statement& statement, const Columns& columns, RowTable
             throw Refusal(Error::TooManyRows, TooLargeRow);
         table.cells.push_back(ValueOf(value, columns[column].type));
     }
-    return columns.Count() * qsizetype(sizeof(Value)) + text * qsizetype(sizeof(QChar));
+    return columns.Count() * static_cast<qsizetype>(sizeof(Value)) + text * static_cast<qsizetype>(sizeof(QChar));
 }
 
 } // namespace
@@ -192,7 +193,7 @@ ReadOnlyQuery::ReadOnlyQuery(const QString& path)
     sqlite3_limit(database.get(), SQLITE_LIMIT_LENGTH, LargestRow);
     RunOnce(database.get(), "begin");
     RunOnce(database.get(),
-            "select count(*) from sqlite_schema"); // the snapshot starts with the first reading
+            "select count(*) from sqlite_schema"); // the snapshot starts with the first read
     sqlite3_set_authorizer(database.get(), AllowReading, nullptr);
 }
 
@@ -202,10 +203,10 @@ RowTable ReadOnlyQuery::Read(const QString& select, const std::vector<Value>& pa
     const QByteArray sql = select.toUtf8();
     Statement statement = Prepare(database.get(), sql, parameters.size());
     for (int parameter = 0; parameter < sqlite3_bind_parameter_count(statement.Raw()); ++parameter)
-        statement.Bind(parameter + 1, parameters[std::size_t(parameter)]);
+        statement.Bind(parameter + 1, parameters[static_cast<std::size_t>(parameter)]);
 
     const TimeLimit limit(database.get(), limits.isGivenUp);
-    const Columns columns = AnswerColumns(statement);
+    const Columns columns = ResultColumnsOf(statement);
     RowTable table;
     table.fields = NamesOf(columns);
     qsizetype bytes = 0;
@@ -225,7 +226,7 @@ RowTable ReadOnlyQuery::Read(const QString& select, const std::vector<Value>& pa
 
 QStringList ReadOnlyQuery::FieldsOf(const QString& select) const
 {
-    return NamesOf(AnswerColumns(Prepare(database.get(), select.toUtf8(), 0)));
+    return NamesOf(ResultColumnsOf(Prepare(database.get(), select.toUtf8(), 0)));
 }
 
 } // namespace dao

@@ -23,9 +23,9 @@ Value RowSet::Get(int column)
     return pending != nullptr ? ValueOf(*pending, type) : ValueOf(Current(column), type);
 }
 
-AnswerSet::AnswerSet(std::shared_ptr<Connection> opened, std::shared_ptr<Plan> select,
-                     const std::vector<Value>& literals)
-    : RowSet(std::move(opened), select->answer), plan(std::move(select))
+SnapshotSet::SnapshotSet(std::shared_ptr<Connection> opened, std::shared_ptr<Plan> select,
+                         const std::vector<Value>& literals)
+    : RowSet(std::move(opened), select->columns), plan(std::move(select))
 {
     connection->FinishReading();
     const ResetAtEnd reset(plan->statement);
@@ -34,21 +34,21 @@ AnswerSet::AnswerSet(std::shared_ptr<Connection> opened, std::shared_ptr<Plan> s
         rows.Append(plan->statement, 0, columns.Count());
 }
 
-void AnswerSet::GoTo(std::size_t row)
+void SnapshotSet::GoTo(std::size_t row)
 {
     if (rows.Count() == 0)
         Refuse(Error::NoCurrentRecord);
     position = row;
 }
 
-void AnswerSet::MoveNext()
+void SnapshotSet::MoveNext()
 {
     if (IsEOF())
         Refuse(Error::NoCurrentRecord);
     GoTo(position + 1);
 }
 
-StoredValue AnswerSet::Current(int column)
+StoredValue SnapshotSet::Current(int column)
 {
     if (IsEOF())
         Refuse(Error::NoCurrentRecord);

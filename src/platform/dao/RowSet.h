@@ -6,7 +6,7 @@
 
 namespace dao {
 
-/// Rows with columns on an open connection. Those that can't be written raise 3027, or 3020 without an edit.
+/// Rows with columns on an open connection; read-only unless overridden (3027, 3020).
 class RowSet : public RecordsetState {
 public:
     RowSet(std::shared_ptr<Connection> opened, const Columns& fields) : connection(std::move(opened)), columns(fields)
@@ -36,7 +36,7 @@ protected:
     /// Raises 3420 when the set or its database is closed.
     void RequireOpen() const;
 
-    /// The value that a pending edit holds for a column; null when it holds none.
+    /// The value of a column in a pending edit; null if not written.
     virtual const Value* PendingValue(int) const { return nullptr; }
     /// A field of the current row.
     virtual StoredValue Current(int column) = 0;
@@ -48,16 +48,16 @@ private:
     bool closed = false;
 };
 
-/// The answer of a select over single columns, counts and sums: read whole at opening.
-class AnswerSet final : public RowSet {
+/// The result of a select of single columns, counts and sums: read completely at opening.
+class SnapshotSet final : public RowSet {
 public:
-    AnswerSet(std::shared_ptr<Connection> opened, std::shared_ptr<Plan> select, const std::vector<Value>& literals);
+    SnapshotSet(std::shared_ptr<Connection> opened, std::shared_ptr<Plan> select, const std::vector<Value>& literals);
 
     void MoveFirst() override { GoTo(0); }
     void MoveNext() override;
     void MoveLast() override { GoTo(rows.Count() - 1); }
     bool IsEOF() const override { return position == rows.Count(); }
-    int RecordCount() override { return int(rows.Count()); }
+    int RecordCount() override { return static_cast<int>(rows.Count()); }
 
 private:
     StoredValue Current(int column) override;

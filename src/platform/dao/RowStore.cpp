@@ -6,14 +6,14 @@ namespace dao {
 namespace {
 
 constexpr std::size_t MostSpare = 8;
-constexpr std::size_t LargestSpare = std::size_t(1) << 20; // bytes
+constexpr std::size_t LargestSpare = std::size_t{1} << 20; // bytes
 
 } // namespace
 
 std::vector<RowStore::Memory>& RowStore::Spare()
 {
-    static auto& spare = *new std::vector<Memory>; // never destroyed: a global record set may go later
-    spare.reserve(MostSpare);                      // so that a destructor, which gives memory back, asks for none
+    static auto& spare = *new std::vector<Memory>; // never destroyed: a global record set may outlive it
+    spare.reserve(MostSpare);                      // so that returning memory in a destructor never allocates
     return spare;
 }
 
@@ -35,14 +35,14 @@ RowStore::~RowStore()
 
 void RowStore::Append(const Statement& statement, int first, int columns)
 {
-    width = std::size_t(columns);
+    width = static_cast<std::size_t>(columns);
     memory.values.resize(++count * width);
     StoredValue* const row = &memory.values[(count - 1) * width];
     for (int column = 0; column < columns; ++column) {
         row[column] = statement.At(first + column);
         if (row[column].kind == StoredValue::Kind::Text) {
             const char* const text = row[column].text;
-            row[column].whole = qint64(memory.texts.size());
+            row[column].whole = static_cast<qint64>(memory.texts.size());
             memory.texts.insert(memory.texts.end(), text, text + row[column].length);
         }
     }
@@ -57,7 +57,7 @@ void RowStore::Clear()
 
 StoredValue RowStore::At(std::size_t row, int column) const
 {
-    StoredValue value = memory.values[row * width + std::size_t(column)];
+    StoredValue value = memory.values[row * width + static_cast<std::size_t>(column)];
     if (value.kind == StoredValue::Kind::Text)
         value.text = memory.texts.data() + value.whole;
     return value;

@@ -9,15 +9,15 @@ namespace dao {
 
 class Statement;
 
-/// Rows that were read, 16 bytes a value and their texts one behind the other. Its memory goes to the next store:
-/// record sets come and go by the hundred while a screen is filled.
+/// Cached rows: 16 bytes per value, and a buffer with all texts. The memory is recycled, because filling a screen opens
+/// and closes hundreds of record sets.
 class RowStore {
 public:
     RowStore();
     ~RowStore();
     Q_DISABLE_COPY_MOVE(RowStore)
 
-    /// Takes `columns` columns of the statement's current row, from column `first` on.
+    /// Appends `columns` columns of the statement's current row, starting at column `first`.
     void Append(const Statement& statement, int first, int columns);
     void Clear();
     std::size_t Count() const { return count; }
@@ -26,7 +26,7 @@ public:
 
 private:
     struct Memory {
-        std::vector<StoredValue> values; // in place of its text a value has where in `texts` that begins
+        std::vector<StoredValue> values; // a text value holds its offset in `texts`
         std::vector<char> texts;
     };
     static std::vector<Memory>& Spare();

@@ -2,6 +2,7 @@
 
 #include "platform/dao/Errors.h"
 
+#include <QFileInfo>
 #include <sqlite3.h>
 
 #include <algorithm>
@@ -23,7 +24,7 @@ namespace {
     throw RuntimeError(Error::SyntaxError, message);
 }
 
-/// The errors of result codes that need no further detail.
+/// Result codes whose error needs no further detail.
 constexpr std::pair<int, Error> ErrorsOfCodes[] = {
     {SQLITE_BUSY, Error::Locked},
     {SQLITE_LOCKED, Error::Locked},
@@ -42,7 +43,7 @@ constexpr std::pair<int, Error> ErrorsOfCodes[] = {
 
 Error ErrorOfCode(sqlite3* database, int code)
 {
-    // So SQLite reports a full disk when -shm can't grow, and a quota that is used up.
+    // SQLite reports a full disk (when -shm can't grow) or an exceeded quota like this.
     if (code == SQLITE_IOERR && database != nullptr && IsDiskFull(sqlite3_system_errno(database)))
         return Error::DiskFull;
     const auto* const known = std::ranges::find(ErrorsOfCodes, code, &std::pair<int, Error>::first);
@@ -66,11 +67,21 @@ void CloseSqlite::operator()(sqlite3_stmt* statement) const noexcept
     sqlite3_finalize(statement);
 }
 
+void RaiseDiskFull(const QString& path)
+{
+    const QFileInfo file(path);
+    throw RuntimeError(Error::DiskFull, file.isDir() ? file.filePath() : file.absolutePath());
+}
+
 void RaiseSqliteError(sqlite3* database, int code)
 {
     if ((code & 0xff) == SQLITE_ERROR)
         RaiseUnreadable(QString::fromUtf8(sqlite3_errmsg(database)));
-    throw RuntimeError(ErrorOfCode(database, code & 0xff));
+    const Error error = ErrorOfCode(database, code & 0xff);
+    const char* const file = database != nullptr ? sqlite3_db_filename(database, "main") : nullptr;
+    if (error == Error::DiskFull && file != nullptr && *file != '\0')
+        RaiseDiskFull(QString::fromUtf8(file));
+    throw RuntimeError(error);
 }
 
 void Check(sqlite3* database, int code)
@@ -82,8 +93,8 @@ void Check(sqlite3* database, int code)
 Statement::Statement(sqlite3* database, std::string_view sql)
 {
     sqlite3_stmt* statement = nullptr;
-    Check(database,
-          sqlite3_prepare_v3(database, sql.data(), int(sql.size()), SQLITE_PREPARE_PERSISTENT, &statement, nullptr));
+    Check(database, sqlite3_prepare_v3(database, sql.data(), static_cast<int>(sql.size()), SQLITE_PREPARE_PERSISTENT,
+                                       &statement, nullptr));
     prepared.reset(statement);
 }
 
@@ -96,7 +107,7 @@ void Statement::Bind(int parameter, const Value& value)
         code = sqlite3_bind_double(Raw(), parameter, *real);
     } else if (const auto* const text = std::get_if<QString>(&value.Raw())) {
         const QByteArray utf8 = text->toUtf8();
-        code = sqlite3_bind_text(Raw(), parameter, utf8.constData(), int(utf8.size()), SQLITE_TRANSIENT);
+        code = sqlite3_bind_text(Raw(), parameter, utf8.constData(), static_cast<int>(utf8.size()), SQLITE_TRANSIENT);
     } else {
         code = sqlite3_bind_null(Raw(), parameter);
     }
@@ -123,7 +134,7 @@ bool Statement::Step()
     if (code == SQLITE_DONE)
         return false;
     sqlite3* const database = sqlite3_db_handle(Raw());
-    sqlite3_reset(Raw()); // gives the code again, so that the message stays
+    sqlite3_reset(Raw()); // returns the code again and keeps the message
     RaiseSqliteError(database, code);
 }
 
@@ -170,7 +181,8 @@ qint64 Statement::WholeAt(int column) const
 std::string Statement::TextAt(int column) const
 {
     const auto* const text = reinterpret_cast<const char*>(sqlite3_column_text(Raw(), column));
-    return text != nullptr ? std::string(text, std::size_t(sqlite3_column_bytes(Raw(), column))) : std::string();
+    return text != nullptr ? std::string(text, static_cast<std::size_t>(sqlite3_column_bytes(Raw(), column)))
+                           : std::string();
 }
 
 void RunOnce(sqlite3* database, std::string_view sql)

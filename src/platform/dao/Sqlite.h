@@ -16,25 +16,28 @@ struct CloseSqlite {
     void operator()(sqlite3* database) const noexcept;
     void operator()(sqlite3_stmt* statement) const noexcept;
 };
-/// A connection that closes itself.
+/// An owning connection handle.
 using SqliteHandle = std::unique_ptr<sqlite3, CloseSqlite>;
 
-/// Whether the system error means that there is no more room, on the disk or for this user.
+/// Whether the system error means a full disk or an exceeded quota.
 bool IsDiskFull(int systemError);
 
-/// Raises the run-time error of SQLite's result code; its message gives the detail.
+/// Raises 61 with the name of the folder in which there is no more room.
+[[noreturn]] void RaiseDiskFull(const QString& path);
+
+/// Raises the run-time error for SQLite's result code, with details from SQLite's message.
 [[noreturn]] void RaiseSqliteError(sqlite3* database, int code);
 
-/// Every result code of SQLite passes here: does nothing for success, raises otherwise.
+/// Checks a result code of SQLite: raises unless it means success.
 void Check(sqlite3* database, int code);
 
 /// A prepared statement. Parameters are numbered from 1, columns from 0.
 class Statement {
 public:
     Statement() = default;
-    /// Raises 3078 for an unknown table, 3061 for an unknown field, 3075 for what can't be read.
+    /// Raises 3078 for an unknown table, 3061 for an unknown field, 3075 for a syntax error.
     Statement(sqlite3* database, std::string_view sql);
-    /// Takes over a statement that was prepared.
+    /// Takes ownership of a prepared statement.
     explicit Statement(sqlite3_stmt* statement) : prepared(statement) {}
 
     explicit operator bool() const { return prepared != nullptr; }
@@ -42,13 +45,13 @@ public:
 
     void Bind(int parameter, const Value& value);
     void Bind(int parameter, qint64 number);
-    /// Binds the first parameters.
+    /// Binds the parameters from 1 on.
     void Bind(const std::vector<Value>& values);
 
-    /// Goes to the next row; false at the end. An error resets the statement before it is raised.
+    /// Moves to the next row; false at the end. On an error the statement is reset first.
     bool Step();
     void Reset() noexcept;
-    /// Runs a statement that gives no rows, and resets it.
+    /// Runs a statement without result rows, and resets it.
     void Run();
 
     /// A value of the current row; its text is valid until the next Step or Reset.
@@ -60,7 +63,7 @@ private:
     std::unique_ptr<sqlite3_stmt, CloseSqlite> prepared;
 };
 
-/// Resets a statement on every way out of a scope.
+/// Resets a statement at the end of the scope.
 class ResetAtEnd {
 public:
     explicit ResetAtEnd(Statement& running) : statement(running) {}
@@ -73,13 +76,13 @@ private:
 
 /// Prepares and runs a statement once.
 void RunOnce(sqlite3* database, std::string_view sql);
-/// Runs statements one after the other, up to the first that fails.
+/// Runs several statements; stops at the first that fails.
 void RunScript(sqlite3* database, const std::string& statements);
-/// The first column of the first row; 0 when there is no row.
+/// The first column of the first row; 0 or empty if there is no row.
 qint64 WholeAnswer(sqlite3* database, std::string_view sql);
 std::string TextAnswer(sqlite3* database, std::string_view sql);
 
-/// The name between double quotes, as SQLite reads it whatever its characters.
+/// The name as a quoted SQL identifier.
 std::string Quoted(std::string_view name);
 
 } // namespace dao

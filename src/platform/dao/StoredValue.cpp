@@ -16,7 +16,7 @@ bool IsIsoDate(const char* text, int length)
     if (length != IsoDateLength || text[4] != '-' || text[7] != '-')
         return false;
     for (const int place : {0, 1, 2, 3, 5, 6, 8, 9}) {
-        if (!basic::IsDigit(char16_t(text[place])))
+        if (!basic::IsDigit(static_cast<char16_t>(text[place])))
             return false;
     }
     return true;
@@ -28,7 +28,7 @@ QString DayFirst(const char* iso)
     return QString::fromLatin1(text, IsoDateLength);
 }
 
-/// The ISO text of a dd/mm/yyyy date that exists; raises 3421.
+/// The ISO text of a dd/mm/yyyy date; raises 3421 if it doesn't exist.
 QString IsoDate(const QString& dayFirst)
 {
     const QString text = dayFirst.trimmed();
@@ -38,7 +38,7 @@ QString IsoDate(const QString& dayFirst)
     return date.toString(Qt::ISODate);
 }
 
-/// The number that a value is or that its text reads as.
+/// A value as a number, parsing text.
 Value Number(const Value& value)
 {
     if (!std::holds_alternative<QString>(value.Raw()))
@@ -55,11 +55,11 @@ Value WholeNumber(const Value& value)
 {
     const Value number = Number(value);
     const auto* const held = std::get_if<qint64>(&number.Raw());
-    // The default rounding sends a tie to the even number.
-    const double whole = held != nullptr ? double(*held) : std::nearbyint(number.Double());
+    // Half to even in the default rounding mode.
+    const double whole = held != nullptr ? static_cast<double>(*held) : std::nearbyint(number.Double());
     if (!(whole >= Limits::min() && whole <= Limits::max()))
         throw RuntimeError(Error::Overflow);
-    return qint64(whole);
+    return static_cast<qint64>(whole);
 }
 
 } // namespace

@@ -4,10 +4,10 @@
 
 namespace dao {
 
-/// What a column holds by its declared type; `Any` is an expression without one.
+/// The declared type of a column; `Any` for expressions.
 enum class ColumnType : quint8 { Any, Small, Whole, Real, Date, Text };
 
-/// One value of a row that was read. Its UTF-8 text belongs to whoever holds the row.
+/// One value of a row. Its UTF-8 text is owned by the row's store or statement.
 struct StoredValue {
     enum class Kind : quint8 { Null, Whole, Real, Text };
 
@@ -20,12 +20,12 @@ struct StoredValue {
     Kind kind = Kind::Null;
 };
 
-/// The value as the screens read it: a date as dd/mm/yyyy.
+/// The value for the screens: dates as dd/mm/yyyy.
 Value ValueOf(const StoredValue& stored, ColumnType type);
-/// The same for a value that ToColumn gave.
+/// The same for a value returned by ToColumn.
 Value ValueOf(const Value& stored, ColumnType type);
 
-/// The value as a column of this type stores it. Raises 3421 when text is no number or no dd/mm/yyyy date, 6 when a
+/// The value as stored in a column of this type. Raises 3421 when text isn't a number or a dd/mm/yyyy date, 6 when a
 /// number doesn't fit.
 Value ToColumn(const Value& value, ColumnType type);
 

@@ -74,7 +74,7 @@ void TableSet::RequireRow() const
         Refuse(Error::RecordDeleted);
 }
 
-/// A search that missed has left another row current than the one that is meant.
+/// After a failed search the current row isn't the one the caller means.
 void TableSet::RequireEditable() const
 {
     if (hasMissed)
@@ -88,7 +88,7 @@ void TableSet::RequirePending() const
         Refuse(Error::NoPendingEdit);
 }
 
-/// After a write the current row is read again, or found deleted.
+/// Re-reads the current row after a write; it may be deleted.
 void TableSet::Revalidate()
 {
     RequireRow();
@@ -104,7 +104,7 @@ const Value* TableSet::PendingValue(int column) const
     if (!pending)
         return nullptr;
     if (const auto written = std::ranges::find(pending->columns, column); written != pending->columns.end())
-        return &pending->values[std::size_t(written - pending->columns.begin())];
+        return &pending->values[static_cast<std::size_t>(written - pending->columns.begin())];
     static const Value null;
     return pending->adds ? &null : nullptr;
 }
@@ -150,11 +150,11 @@ void TableSet::FindFirst(const QString& criteria)
     const auto* const sought = condition.literals.empty() ? nullptr : std::get_if<qint64>(&condition.literals[0].Raw());
     const bool isByKey = QStringView(condition.shape).compare(QStringView(table.keyTest), Qt::CaseInsensitive) == 0;
     noMatch =
-        !GoToAny(isByKey && sought != nullptr ? std::vector{*sought} : KeysThatMeet(criteria, condition.literals));
+        !GoToAny(isByKey && sought != nullptr ? std::vector{*sought} : MatchingKeys(criteria, condition.literals));
     hasMissed = noMatch;
 }
 
-std::vector<qint64> TableSet::KeysThatMeet(const QString& criteria, const std::vector<Value>& literals)
+std::vector<qint64> TableSet::MatchingKeys(const QString& criteria, const std::vector<Value>& literals)
 {
     const std::string condition = TranslateCondition(criteria, table);
     Statement& scan = connection->Prepared("select " + table.key + " from " + Quoted(table.name) + " where" +
@@ -190,8 +190,8 @@ void TableSet::Edit()
         connection->LockForEdit(*this);
     pending.emplace();
     try {
-        connection->LookForChanges();
-        Revalidate(); // an edit starts from the row as it is now
+        connection->CheckForChanges();
+        Revalidate(); // an edit starts from the current values
     } catch (...) {
         DropPending();
         throw;
@@ -207,7 +207,7 @@ void TableSet::Write(int column, const Value& value)
     Value stored = ToColumn(value, columns[column].type);
     const auto written = std::ranges::find(pending->columns, column);
     if (written != pending->columns.end()) {
-        pending->values[std::size_t(written - pending->columns.begin())] = std::move(stored);
+        pending->values[static_cast<std::size_t>(written - pending->columns.begin())] = std::move(stored);
         return;
     }
     pending->columns.push_back(column);
@@ -223,7 +223,7 @@ void TableSet::CancelUpdate()
 void TableSet::Update()
 {
     RequirePending();
-    // Whatever happens now, the edit is over and its lock is given back.
+    // Ends the edit and releases its lock in any case.
     const Pending writing = *std::exchange(pending, std::nullopt);
     const auto unlock = qScopeGuard([this] { DropPending(); });
     if (writing.adds)
@@ -259,7 +259,7 @@ void TableSet::UpdateEdited(const Pending& edited)
     Statement& update =
         connection->Prepared("update " + Quoted(table.name) + " set " + assignments + " where " + table.key + "=?");
     update.Bind(edited.values);
-    update.Bind(int(edited.values.size()) + 1, key);
+    update.Bind(static_cast<int>(edited.values.size()) + 1, key);
     RunOnCurrent(update);
 }
 

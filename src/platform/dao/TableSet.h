@@ -6,8 +6,8 @@
 
 namespace dao {
 
-/// Rows of one table that can be written: the current row, and the one being added or edited. WholeSet and ListedSet
-/// say which rows are members and where they are.
+/// Writable rows of one table: the current row, and the row being added or edited. WholeSet and ListedSet define the
+/// members and their order.
 class TableSet : public RowSet {
 public:
     TableSet(std::shared_ptr<Connection> opened, Table& over);
@@ -35,22 +35,22 @@ protected:
     virtual void GoToFirst() = 0;
     virtual void GoToNext() = 0;
     virtual void GoToLast() = 0;
-    /// Goes to the first member that has one of these keys, which ascend; false when there is none.
+    /// Goes to the first member with one of these keys (ascending); false if there is none.
     virtual bool GoToAny(const std::vector<qint64>& sought) = 0;
-    /// A row was added through the set, or its current one deleted.
+    /// Called when a row was added through the set, or the current one deleted.
     virtual void NoteAdded(qint64 added) = 0;
     virtual void NoteDeleted() = 0;
 
     sqlite3* Handle() const { return connection->Handle(); }
     qint64 CurrentKey() const { return key; }
 
-    /// Makes a row the current one: where it was read, and of what version its values are.
+    /// Makes a row current: where it is cached, and the data version of its values.
     void SetCurrent(qint64 rowKey, const RowStore& store, std::size_t row, const DataVersion& version);
     void SetDeleted(qint64 rowKey);
     void SetEnd();
     /// Makes the statement's current row the current one.
     void TakeRow(Statement& statement);
-    /// Reads a row and makes it the current one; false, and nothing changed, when it doesn't exist.
+    /// Reads a row and makes it current; false, without a change, if it doesn't exist.
     bool ReadRow(qint64 rowKey);
 
     Table& table;
@@ -59,13 +59,13 @@ private:
     struct Pending {
         bool adds = false;
         std::vector<int> columns;  ///< written so far
-        std::vector<Value> values; ///< as they store them
+        std::vector<Value> values; ///< converted for storage
     };
 
     const Value* PendingValue(int column) const override;
     StoredValue Current(int column) override;
     void RequireMembers() const;
-    std::vector<qint64> KeysThatMeet(const QString& criteria, const std::vector<Value>& literals);
+    std::vector<qint64> MatchingKeys(const QString& criteria, const std::vector<Value>& literals);
     void RequireRow() const;
     void RequireEditable() const;
     void RequirePending() const;
@@ -77,9 +77,9 @@ private:
 
     bool isAtEnd = true;
     bool noMatch = false;
-    bool hasMissed = false; // the last search: the current row isn't the one that was looked for
+    bool hasMissed = false; // the last search failed: the current row isn't the one sought
     qint64 key = 0;
-    const RowStore* rows = nullptr; // where the current row is; none when it was deleted
+    const RowStore* rows = nullptr; // holds the current row; null if that was deleted
     std::size_t rowIndex = 0;
     DataVersion readVersion;
     RowStore single;

@@ -14,7 +14,7 @@
 namespace dao {
 namespace {
 
-/// A letter as it counts in a comparison: first its base letter, then the letter with its accent.
+/// Sort keys of a letter: first the base letter, then the accented letter.
 struct Letter {
     char16_t base = 0;
     char16_t folded = 0;
@@ -31,7 +31,7 @@ Letter MakeLetter(char16_t character)
 
 Letter LetterOf(QChar character)
 {
-    // Latin letters with their accents, Greek, Cyrillic, Hebrew and Arabic are below this bound.
+    // Covers Latin with accents, Greek, Cyrillic, Hebrew and Arabic.
     static const std::array<Letter, 0x700> known = [] {
         std::array<Letter, 0x700> letters;
         for (char16_t each = 0; each < letters.size(); ++each)
@@ -42,7 +42,7 @@ Letter LetterOf(QChar character)
     return unicode < known.size() ? known[unicode] : MakeLetter(unicode);
 }
 
-/// One place of a pattern as a regular expression, from `at` on, which goes on behind it.
+/// Translates one pattern element at `at` into a regular expression; advances `at`.
 QString ExpressionAt(const QString& pattern, qsizetype& at)
 {
     const QChar first = pattern[at++];
@@ -58,7 +58,7 @@ QString ExpressionAt(const QString& pattern, qsizetype& at)
     const bool excludes = list.size() > 1 && list.startsWith(u'!');
     if (excludes)
         list.remove(0, 1);
-    if (list.isEmpty()) // matches nothing and takes no character
+    if (list.isEmpty()) // matches nothing
         return {};
     list.replace(QRegularExpression(R"(([\\^\[]))"), R"(\\1)");
     return (excludes ? "[^" : "[") + list + "]";
@@ -66,8 +66,8 @@ QString ExpressionAt(const QString& pattern, qsizetype& at)
 
 QRegularExpression ExpressionOf(const QString& pattern)
 {
-    // A run and what follows it up to the next run take the first place where they fit and never try another: none
-    // could serve better, and a pattern of many runs stays quick. Only the last one must reach the end.
+    // Each "*" and the text up to the next one match at the first possible position, without backtracking: no other
+    // position could do better, and patterns with many "*" stay fast. Only the last part must reach the end.
     QStringList runs{QString()};
     for (qsizetype at = 0; at < pattern.size();) {
         if (pattern[at] == u'*') {
@@ -108,7 +108,7 @@ char LowerCase(char ascii)
     return ascii >= 'A' && ascii <= 'Z' ? char(ascii - 'A' + 'a') : ascii;
 }
 
-/// A pattern of "like", ready to be matched with the texts of many rows.
+/// A compiled "like" pattern.
 class Pattern {
 public:
     explicit Pattern(const QString& pattern) : expression(ExpressionOf(pattern))
@@ -125,7 +125,7 @@ public:
     }
 
 private:
-    /// Most rows of a table differ from what is sought in their first letters.
+    /// Quick test: most rows differ in their first letters.
     bool BeginsOtherwise(sqlite3_value* text) const
     {
         const auto* const bytes = reinterpret_cast<const char*>(sqlite3_value_text(text));
@@ -136,7 +136,7 @@ private:
     }
 
     QRegularExpression expression;
-    QByteArray start; ///< plain ASCII letters that the pattern begins with
+    QByteArray start; ///< plain ASCII prefix of the pattern
 };
 
 /// like(pattern, text), as SQLite calls it for "text like pattern".
@@ -151,7 +151,7 @@ void Like(sqlite3_context* context, int, sqlite3_value** arguments)
         pattern = made.get();
     }
     sqlite3_result_int(context, pattern->Matches(arguments[1]) ? 1 : 0);
-    // Kept for the statement's next rows, as long as the pattern is one for all of them.
+    // Cached for the statement's next rows while the pattern is constant.
     if (made)
         sqlite3_set_auxdata(context, 0, made.release(), [](void* kept) { delete static_cast<Pattern*>(kept); });
 }

@@ -9,13 +9,12 @@ namespace dao {
 /// The collation under which SQLite compares the text of the screens.
 inline constexpr const char* TextCollation = "PRACTICE_TEXT";
 
-/// Compares two texts: negative, 0 or positive. Case counts for nothing, in accented letters neither; texts that
-/// differ by accents alone are different and come side by side ("eve", "Ève", "evelyne").
+/// Compares two texts: negative, 0 or positive. Ignores case, also in accented letters; texts that differ only in
+/// accents are different but adjacent ("eve", "Ève", "evelyne").
 int CompareTexts(QStringView left, QStringView right);
 
-/// Gives a connection the collation and the `like` of the screens: * any run, ? any one character, # any one digit,
-/// [a-z] and [!a-z] one of a list; a bracket that isn't closed is itself. Case counts for nothing, in accented
-/// letters neither.
+/// Defines the collation and the `like` of the screens: * any text, ? any character, # any digit, [a-z] and [!a-z]
+/// character classes; an unclosed bracket is literal. Ignores case, also in accented letters.
 void DefineTextComparison(sqlite3* database);
 
 } // namespace dao

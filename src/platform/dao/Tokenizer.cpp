@@ -62,7 +62,8 @@ Value DateValue(QStringView text)
 
 constexpr char16_t MarkOf(Token::Kind kind)
 {
-    return char16_t(1 + int(kind)); // a control character, which no statement holds outside of its literals
+    return static_cast<char16_t>(1 +
+                                 static_cast<int>(kind)); // a control character, which never occurs outside literals
 }
 
 } // namespace
@@ -125,7 +126,7 @@ Token Tokenizer::Take(Token::Kind kind, qsizetype start, qsizetype end, qsizetyp
     return {kind, statement.sliced(start, end - start)};
 }
 
-/// A quote within the text is doubled.
+/// Quotes within the text are doubled.
 Token Tokenizer::TakeText()
 {
     const qsizetype start = position + 1;
@@ -178,14 +179,14 @@ Value LiteralValue(const Token& token)
 StatementShape ShapeOf(QStringView statement)
 {
     StatementShape split;
-    split.shape.reserve(std::size_t(statement.size()) + 16);
+    split.shape.reserve(static_cast<std::size_t>(statement.size()) + 16);
     Tokenizer tokenizer(statement);
     for (Token token = tokenizer.Next(); token.kind != Token::Kind::End; token = tokenizer.Next()) {
         if (token.IsLiteral()) {
             split.shape += MarkOf(token.kind);
             split.literals.push_back(LiteralValue(token));
         } else {
-            split.shape.append(token.text.utf16(), std::size_t(token.text.size())) += u' ';
+            split.shape.append(token.text.utf16(), static_cast<std::size_t>(token.text.size())) += u' ';
         }
     }
     return split;

@@ -8,20 +8,20 @@
 
 namespace dao {
 
-/// One piece of a statement. `PlainText` is a text without letters, which no rule of case concerns.
+/// A token of a statement. `PlainText` is a text literal without letters, for which case doesn't matter.
 struct Token {
     enum class Kind : quint8 { Word, Number, Date, Text, PlainText, Symbol, End };
     Kind kind = Kind::End;
-    QStringView text; ///< of a literal without its quotes
+    QStringView text; ///< literals without quotes
 
     bool IsLiteral() const { return kind >= Kind::Number && kind <= Kind::PlainText; }
     bool IsSymbol(QStringView symbol) const { return kind == Kind::Symbol && text == symbol; }
-    /// Whether it is this word, written in small letters here, in any case there.
+    /// Case-insensitive; `word` must be lower case.
     bool Is(const char* word) const;
 };
 
-/// Cuts one statement of the screens into tokens. A semicolon may end it; anything after it raises 3075, as does what
-/// is no token.
+/// Splits one statement of the screens into tokens. A final semicolon is allowed; anything after it, or an invalid
+/// token, raises 3075.
 class Tokenizer {
 public:
     explicit Tokenizer(QStringView text) : statement(text) {}
@@ -43,21 +43,21 @@ private:
     qsizetype position = 0;
 };
 
-/// Raises 3075 for the statement from this piece on.
+/// Raises 3075, quoting the statement from this token on.
 [[noreturn]] void RaiseSyntaxError(QStringView from);
 
-/// The value of a literal. A number too large for any raises 3075. A date (mm/dd/yyyy) becomes its ISO text, cut
-/// and not validated; one without such groups of digits becomes Null, which equals nothing.
+/// The value of a literal. A number out of range raises 3075. A date (mm/dd/yyyy) becomes ISO text without validation;
+/// without three digit groups it becomes Null, which equals nothing.
 Value LiteralValue(const Token& token);
 
-/// A statement's text with a mark in the place of each literal, and the literals' values. Statements of one shape are
-/// one statement with other values.
+/// A statement's text with placeholders for the literals, and the literals' values. Statements with the same shape
+/// differ only in values.
 struct StatementShape {
     std::u16string shape;
     std::vector<Value> literals;
 };
 
-/// Raises 3075 when the statement can't be read.
+/// Raises 3075 for a syntax error.
 StatementShape ShapeOf(QStringView statement);
 
 /// The tokens of one statement, up to its end.

@@ -13,7 +13,7 @@
 namespace dao {
 namespace {
 
-/// The text that a select gives; empty when it gives no row.
+/// The text result of a select; empty if there is no row.
 QString Ask(sqlite3* database, std::string_view select, const std::vector<Value>& parameters)
 {
     Statement statement(database, select);
@@ -21,13 +21,13 @@ QString Ask(sqlite3* database, std::string_view select, const std::vector<Value>
     return statement.Step() ? QString::fromStdString(statement.TextAt(0)) : QString();
 }
 
-/// The statement that made a table; empty when there is no such table.
+/// The SQL that created a table; empty if there is no such table.
 QString DefinitionOf(sqlite3* database, const QString& table)
 {
     return Ask(database, "select sql from sqlite_schema where type='table' and name=? collate nocase", {table});
 }
 
-/// The highest key that a column holds, 0 for none. What is no 32-bit number is no key.
+/// The highest key in a column, 0 if none. Ignores values that aren't 32-bit numbers.
 qint64 HighestKey(sqlite3* database, const KeyedTable::Column& column)
 {
     constexpr auto isThere = "select 1 from pragma_table_info(?) where name=? collate nocase";
@@ -39,8 +39,8 @@ qint64 HighestKey(sqlite3* database, const KeyedTable::Column& column)
                                      " order by " + key + " desc limit 1");
 }
 
-/// Makes the table anew with the same columns, rows, indexes and triggers.
-void KeepKeysForGood(sqlite3* database, const KeyedTable& keyed)
+/// Recreates the table with AUTOINCREMENT, with the same columns, rows, indexes and triggers.
+void AddAutoincrement(sqlite3* database, const KeyedTable& keyed)
 {
     static const QRegularExpression key("\\binteger\\s+primary\\s+key\\b(?!\\s+autoincrement)",
                                         QRegularExpression::CaseInsensitiveOption);
@@ -63,8 +63,8 @@ void KeepKeysForGood(sqlite3* database, const KeyedTable& keyed)
                             others.toStdString());
 }
 
-/// Makes the next key higher than those that are held elsewhere.
-void KeepAboveReferences(sqlite3* database, const KeyedTable& keyed)
+/// Raises the next key above all keys referenced elsewhere.
+void RaiseSequence(sqlite3* database, const KeyedTable& keyed)
 {
     if (!DefinitionOf(database, keyed.table).contains("autoincrement", Qt::CaseInsensitive))
         return;
@@ -92,8 +92,8 @@ void ChangeTables(sqlite3* database, const QList<KeyedTable>& tables)
     if (WholeAnswer(database, "pragma user_version") >= SchemaVersion) // another program was first
         return;
     for (const KeyedTable& keyed : tables) {
-        KeepKeysForGood(database, keyed);
-        KeepAboveReferences(database, keyed);
+        AddAutoincrement(database, keyed);
+        RaiseSequence(database, keyed);
     }
     RunOnce(database, "pragma user_version=" + std::to_string(SchemaVersion));
     RunOnce(database, "commit");
@@ -105,7 +105,7 @@ void BringUpToDate(sqlite3* database, const QList<KeyedTable>& tables)
 {
     if (tables.isEmpty() || WholeAnswer(database, "pragma user_version") >= SchemaVersion)
         return;
-    // Renaming a table must not have the views and triggers of others rewritten.
+    // Renaming a table must not rewrite views and triggers.
     sqlite3_db_config(database, SQLITE_DBCONFIG_LEGACY_ALTER_TABLE, 1, nullptr);
     const auto restore =
         qScopeGuard([database] { sqlite3_db_config(database, SQLITE_DBCONFIG_LEGACY_ALTER_TABLE, 0, nullptr); });

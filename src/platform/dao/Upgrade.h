@@ -6,10 +6,10 @@ struct sqlite3;
 
 namespace dao {
 
-/// Brings a database of an older version up to date, in one transaction: these tables never give a key twice.
+/// Upgrades a database of an older version in one transaction: these tables never reuse a key.
 ///
-/// A database that can't be brought up to date now (locked, disk full, made otherwise than expected) is left as it is,
-/// to be used as before. Raises 3049 when it turns out to be damaged.
+/// A database that can't be upgraded now (locked, disk full, unexpected schema) is left unchanged and remains usable.
+/// Raises 3049 when it turns out to be damaged.
 void BringUpToDate(sqlite3* database, const QList<KeyedTable>& tables);
 
 } // namespace dao

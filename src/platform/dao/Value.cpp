@@ -23,7 +23,7 @@ double Value::Double() const
     if (const auto* real = std::get_if<double>(&held))
         return *real;
     if (const auto* whole = std::get_if<qint64>(&held))
-        return double(*whole);
+        return static_cast<double>(*whole);
     throw basic::RuntimeError(IsNull() ? basic::Error::InvalidNull : basic::Error::TypeMismatch);
 }
 

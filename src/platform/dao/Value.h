@@ -8,7 +8,7 @@
 
 namespace dao {
 
-/// One value on its way to or from a field: Null, a whole number, a real number or text.
+/// A field value: Null, integer, real or text.
 class Value {
 public:
     Value() = default; ///< Null
@@ -21,7 +21,7 @@ public:
 
     bool IsNull() const { return std::holds_alternative<std::monostate>(held); }
 
-    /// The readers raise 94 on Null, 13 when the value isn't of that kind and 6 when it doesn't fit.
+    /// The readers raise 94 on Null, 13 for another type and 6 when the value doesn't fit.
     QString Text() const;
     double Double() const;
     qint32 Long() const;

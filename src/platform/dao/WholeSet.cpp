@@ -6,8 +6,8 @@
 namespace dao {
 namespace {
 
-constexpr int MostAhead = 512;                   // rows read at a time
-constexpr std::size_t InTable = std::size_t(-1); // the place of a row that isn't an added one
+constexpr int MostAhead = 512;                                // rows read at a time
+constexpr std::size_t InTable = static_cast<std::size_t>(-1); // index of a row that wasn't added
 constexpr qint64 LowestKey = std::numeric_limits<qint64>::min();
 
 } // namespace
@@ -29,7 +29,7 @@ WholeSet::WholeSet(std::shared_ptr<Connection> opened, Table& over)
 
 void WholeSet::NoteAdded(qint64 newKey)
 {
-    if (!hadRows || newKey > upTo) // a lower one is met on the way
+    if (!hadRows || newKey > upTo) // lower keys are within the traversal anyway
         added.push_back(newKey);
 }
 
@@ -52,7 +52,7 @@ int WholeSet::RecordCount()
         row.Bind(1, each);
         count += row.Step() ? 1 : 0;
     }
-    return int(count);
+    return static_cast<int>(count);
 }
 
 // -- moving
@@ -69,7 +69,7 @@ void WholeSet::GoToFirst()
     Jump(InTable);
     if (!(hadRows && GoToFollowing(LowestKey)) && !GoToAdded(0)) {
         SetEnd();
-        Refuse(Error::NoCurrentRecord); // all were deleted
+        Refuse(Error::NoCurrentRecord); // all rows were deleted
     }
 }
 
@@ -99,7 +99,7 @@ void WholeSet::GoToLast()
     if (hadRows && last.Step())
         return TakeRow(last);
     SetEnd();
-    Refuse(Error::NoCurrentRecord); // all were deleted
+    Refuse(Error::NoCurrentRecord); // all rows were deleted
 }
 
 bool WholeSet::GoToAdded(std::size_t from)
@@ -113,7 +113,7 @@ bool WholeSet::GoToAdded(std::size_t from)
     return false;
 }
 
-/// Rows come in growing bundles as long as nobody writes, one by one otherwise.
+/// Reads growing batches while nobody writes, single rows otherwise.
 bool WholeSet::GoToFollowing(qint64 after)
 {
     const bool isAhead = aheadNext < aheadKeys.size() && connection->IsCurrent(aheadVersion);
@@ -134,8 +134,8 @@ void WholeSet::ReadAhead(qint64 after)
     const ResetAtEnd reset(some);
     some.Bind(1, after);
     some.Bind(2, upTo);
-    some.Bind(3, qint64(aheadSize));
-    SetDeleted(after); // the current row may be one of those that go away now
+    some.Bind(3, static_cast<qint64>(aheadSize));
+    SetDeleted(after); // the current row may be in the batch that is discarded
     ahead.Clear();
     aheadKeys.clear();
     aheadNext = 0;
@@ -153,7 +153,7 @@ bool WholeSet::GoToAny(const std::vector<qint64>& sought)
         const auto place = std::ranges::find(added, each);
         if ((!isInTable && place == added.end()) || !ReadRow(each))
             continue;
-        Jump(isInTable ? InTable : std::size_t(place - added.begin()));
+        Jump(isInTable ? InTable : static_cast<std::size_t>(place - added.begin()));
         return true;
     }
     return false;

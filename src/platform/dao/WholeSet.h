@@ -4,9 +4,8 @@
 
 namespace dao {
 
-/// All rows of a table in the order of their keys, up to the highest key at the opening; behind them the rows that were
-/// added through the set. Nothing is listed: rows are read by key as they are reached, some ahead as long as nobody
-/// writes.
+/// All rows of a table in key order, up to the highest key at opening, followed by the rows added through the set. No
+/// key list: rows are read by key when reached, with read-ahead while nobody writes.
 class WholeSet final : public TableSet {
 public:
     WholeSet(std::shared_ptr<Connection> opened, Table& over);
@@ -31,8 +30,8 @@ private:
 
     bool hadRows = false;
     qint64 upTo = 0;           // the highest key at the opening
-    std::vector<qint64> added; // keys above it, in the order they were added
-    std::size_t inAdded;       // where the current row is in `added`; behind its end for one of the table's
+    std::vector<qint64> added; // added keys above it, in order of addition
+    std::size_t inAdded;       // index of the current row in `added`, or InTable
 
     RowStore ahead;
     std::vector<qint64> aheadKeys;

@@ -55,7 +55,7 @@ void RequireAccount(const QString& path, const QString& user, const QString& pas
     if (!file.open(QIODevice::ReadOnly))
         throw basic::RuntimeError(basic::Error::UnreadableWorkgroup);
     const QByteArrayList lines = file.read(MostBytes).split('\n');
-    constexpr int lineCount = 6; // the last one is empty
+    constexpr int lineCount = 6; // including an empty last one
     if (lines.size() != lineCount || lines[0] != FileMark)
         throw basic::RuntimeError(basic::Error::UnreadableWorkgroup);
     const int times = lines[2].toInt();

@@ -10,7 +10,7 @@ namespace forms {
 
 namespace {
 
-constexpr int Distance = 4; // between the picture and the bubble
+constexpr int Distance = 4; // pixels between picture and bubble
 constexpr int KeysGap = 10;
 constexpr int SideMargin = 8;
 constexpr int TopMargin = 4;
@@ -24,26 +24,26 @@ Bulle::Bulle(const QString& name) : Label(name)
     hide();
 }
 
-void Bulle::Serve(Picture& picture, std::function<QString()> caption)
+void Bulle::Attach(Picture& picture, std::function<QString()> caption)
 {
     picture.LeaveToolTipToBulle();
     picture.SetAction(caption());
     On(picture, &Picture::MouseOver, *this,
        [this, &picture, caption = std::move(caption)] { ShowFor(picture, caption()); });
     On(picture, &Picture::MouseLeft, *this, [this, &picture] {
-        if (served == &picture) // another picture may have taken the bubble since
+        if (target == &picture) // the bubble may have moved to another picture
             hide();
     });
 }
 
-void Bulle::Serve(Picture& picture)
+void Bulle::Attach(Picture& picture)
 {
-    Serve(picture, [action = picture.Action()] { return action; });
+    Attach(picture, [action = picture.Action()] { return action; });
 }
 
 void Bulle::ShowFor(Picture& picture, const QString& caption)
 {
-    served = &picture;
+    target = &picture;
     picture.SetAction(caption);
     QWidget* screen = picture.window();
     if (parentWidget() != screen) {
@@ -65,7 +65,7 @@ void Bulle::FollowPicture()
     resize(2 * SideMargin + fontMetrics().horizontalAdvance(text().trimmed()) + keysWidth,
            fontMetrics().height() + 2 * TopMargin);
     const QWidget* screen = parentWidget();
-    const QRect area(served->mapTo(screen, QPoint()), served->size());
+    const QRect area(target->mapTo(screen, QPoint()), target->size());
     const int below = area.bottom() + Distance;
     const bool fitsBelow = below + height() <= screen->height();
     move(qBound(0, area.center().x() - width() / 2, qMax(0, screen->width() - width())),
@@ -74,17 +74,17 @@ void Bulle::FollowPicture()
 
 QString Bulle::Keys() const
 {
-    return served ? KeyTextOf(served->BoundCommand()) : QString();
+    return target ? KeyTextOf(target->BoundCommand()) : QString();
 }
 
 bool Bulle::eventFilter(QObject* watched, QEvent* event)
 {
     const bool moves = event->type() == QEvent::Resize || event->type() == QEvent::LayoutRequest;
-    if (moves && isVisible() && served) // after the layout has had its turn
+    if (moves && isVisible() && target) // after the layout has been updated
         QMetaObject::invokeMethod(
             this,
             [this] {
-                if (served)
+                if (target)
                     FollowPicture();
             },
             Qt::QueuedConnection);

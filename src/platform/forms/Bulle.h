@@ -7,21 +7,20 @@
 
 namespace forms {
 
-/// The tooltip label of a screen: shows a picture's action beside it, and the keys of its command behind, while the
-/// pointer or the keyboard focus is on it.
+/// The tooltip label of a screen: shows a picture's action and its keys next to it while the picture is hovered or
+/// focused.
 ///
-/// Hidden otherwise. Each screen with hover captions has one. Its text is the action alone.
+/// One for each screen with hover captions. Its text is the action without the keys.
 class Bulle : public Label {
     Q_OBJECT
 public:
     explicit Bulle(const QString& name = QStringLiteral("Bulle"));
 
-    /// Shows what `caption` gives (asked each time, since it depends on the language) while the picture is hovered or
-    /// focused, and gives the picture its border; moving elsewhere takes both away. The picture's accessible name is
-    /// the caption.
-    void Serve(Picture& picture, std::function<QString()> caption);
-    /// The same with the picture's action as it was dressed.
-    void Serve(Picture& picture);
+    /// Shows `caption` (evaluated each time, since it depends on the language) while the picture is hovered or focused,
+    /// and draws the picture's border. The caption is also the picture's accessible name.
+    void Attach(Picture& picture, std::function<QString()> caption);
+    /// The same with the picture's current action.
+    void Attach(Picture& picture);
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -32,7 +31,7 @@ private:
     void FollowPicture();
     QString Keys() const;
 
-    QPointer<Picture> served;
+    QPointer<Picture> target;
 };
 
 } // namespace forms

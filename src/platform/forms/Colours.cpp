@@ -40,14 +40,14 @@ double LowestContrast(const QColor& ink, std::initializer_list<QColor> grounds)
     return lowest;
 }
 
-/// The ink, or the nearest shade of it towards black or white that can be read on all grounds. Where no shade can,
-/// black or white, whichever is better.
+/// The colour, or its nearest shade towards black or white that is readable on all backgrounds. If there is none, the
+/// better of black and white.
 QColor Readable(const QColor& ink, std::initializer_list<QColor> grounds)
 {
     constexpr int steps = 20;
     for (int step = 0; step <= steps; ++step) {
         for (const QColor end : {QColor(Qt::black), QColor(Qt::white)}) {
-            const QColor shade = Mix(ink, end, double(step) / steps);
+            const QColor shade = Mix(ink, end, static_cast<double>(step) / steps);
             if (LowestContrast(shade, grounds) >= EnoughContrast)
                 return shade;
         }
@@ -55,7 +55,7 @@ QColor Readable(const QColor& ink, std::initializer_list<QColor> grounds)
     return LowestContrast(Qt::black, grounds) >= LowestContrast(Qt::white, grounds) ? Qt::black : Qt::white;
 }
 
-/// A ground, tinted with `tint` as far as `ink` stays readable on it.
+/// A background, tinted with `tint` as far as `ink` stays readable on it.
 QColor Tinted(const QColor& ground, const QColor& tint, double share, const QColor& ink)
 {
     for (; share > 0.02; share *= 0.8) {

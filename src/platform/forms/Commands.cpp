@@ -13,7 +13,7 @@ struct CommandKeys {
     const char* text;
 };
 
-constexpr CommandKeys commandKeys[] = {
+constexpr CommandKeys KeysByCommand[] = {
     {Command::Help, Qt::Key_F1, "F1"},
     {Command::ChooseDate, Qt::Key_F4, "F4"},
     {Command::Modify, Qt::Key_F2, "F2"},
@@ -35,8 +35,8 @@ constexpr CommandKeys commandKeys[] = {
 
 const CommandKeys* Find(Command command)
 {
-    const auto* const found = std::ranges::find(commandKeys, command, &CommandKeys::command);
-    return found == std::end(commandKeys) ? nullptr : found;
+    const auto* const found = std::ranges::find(KeysByCommand, command, &CommandKeys::command);
+    return found == std::end(KeysByCommand) ? nullptr : found;
 }
 
 } // namespace

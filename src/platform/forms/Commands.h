@@ -5,7 +5,7 @@
 
 namespace forms {
 
-/// What a key does on every screen that offers it. A picture is given its command by Dress; the key then clicks it.
+/// Keyboard commands, the same on every screen. Dress assigns a command to a picture, which its keys then click.
 enum class Command {
     None,
     Help,
@@ -27,10 +27,10 @@ enum class Command {
     OpenPending,
 };
 
-/// The keys of a command, the same on every screen. None has no keys.
+/// The keys of a command; none for None.
 QKeySequence KeysOf(Command command);
 
-/// The keys as they are written in tooltips ("Ctrl+P", "Suppr").
+/// The keys as shown in tooltips ("Ctrl+P", "Suppr").
 QString KeyTextOf(Command command);
 
 } // namespace forms

@@ -9,7 +9,7 @@
 
 namespace forms {
 
-/// Controls that share a name and differ by index, counted from `First`. Each carries "Name(i)" as its objectName.
+/// An array of controls with indexes from `First`. Their object names are "Name(i)".
 template <class Control, int Count, int First = 0>
 class ControlArray {
 public:

@@ -26,7 +26,7 @@ FigureLabel::FigureLabel(const QString& name) : Label(name)
     setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Fixed);
 }
 
-void FigureLabel::StandUnderColumns(bool centred)
+void FigureLabel::AlignUnderColumns(bool centred)
 {
     underColumns = true;
     setAlignment((centred ? Qt::AlignHCenter : Qt::AlignRight) | Qt::AlignVCenter);
@@ -34,7 +34,7 @@ void FigureLabel::StandUnderColumns(bool centred)
 
 int FigureLabel::Inset() const
 {
-    constexpr int besideColumns = 6; // where the figures of a right-aligned column end
+    constexpr int besideColumns = 6; // lines up with right-aligned columns
     constexpr int inBox = 9;
     return underColumns ? ((alignment() & Qt::AlignHCenter) != 0 ? 2 : besideColumns) : inBox;
 }
@@ -144,8 +144,8 @@ void ComboBox::paintEvent(QPaintEvent* event)
 ComboBox::ComboBox(const QString& name)
 {
     setObjectName(name);
-    setItemDelegate(new QStyledItemDelegate(this)); // lets the style sheet give the lines their height
-    setPlaceholderText(QStringLiteral(" "));        // with one, Qt doesn't choose the first line that is added
+    setItemDelegate(new QStyledItemDelegate(this)); // required for the style sheet's line height
+    setPlaceholderText(QStringLiteral(" "));        // otherwise Qt selects the first line added
 }
 
 void ComboBox::SetListIndex(int line)
@@ -157,7 +157,7 @@ void ComboBox::SetListIndex(int line)
 
 void ComboBox::keyPressEvent(QKeyEvent* event)
 {
-    QComboBox::keyPressEvent(event); // doesn't take Enter
+    QComboBox::keyPressEvent(event); // ignores Enter
     if ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) && !event->isAutoRepeat())
         Q_EMIT Entered();
 }

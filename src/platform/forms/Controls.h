@@ -14,7 +14,7 @@
 class QSvgRenderer;
 class QVBoxLayout;
 
-/// The controls of the screens: Qt's own, named as the rules name them, with what the screens need and Qt lacks.
+/// The controls of the screens: Qt's widgets, with names and the features that Qt lacks.
 namespace forms {
 
 /// Shows text as plain text.
@@ -26,19 +26,19 @@ public:
     QString Tag;
 };
 
-/// A figure in a sunken box, right-aligned: totals and balances. A figure is never cut: where its box is too narrow, it
-/// is written smaller.
+/// A right-aligned figure in a sunken box: totals and balances. Never cut: if the box is too narrow, the font is
+/// reduced.
 class FigureLabel : public Label {
     Q_OBJECT
 public:
     explicit FigureLabel(const QString& name);
 
-    /// The width in pixels that the figure takes with its box, at its usual size.
+    /// The width in pixels of the figure with its box, in the normal font size.
     int NeededWidth() const;
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
-    /// A figure under the columns of a grid has no padding: columns are narrow.
-    void StandUnderColumns(bool centred);
+    /// For figures under the columns of a grid: no padding, since columns are narrow.
+    void AlignUnderColumns(bool centred);
 
 protected:
     void paintEvent(QPaintEvent* event) override;
@@ -48,28 +48,28 @@ private:
     bool underColumns = false;
 };
 
-/// A picture that is a button: an icon, a hover and focus border, an action text that is its tooltip and accessible
-/// name, and a command whose keys click it.
+/// An icon button with a hover and focus border, an action text (tooltip and accessible name), and a command whose keys
+/// click it.
 ///
-/// Reached by Tab; a click leaves the keyboard focus where it is, so that an entry field isn't left by it.
+/// Focusable by Tab only: a click doesn't move the focus out of an entry field.
 class Picture : public QAbstractButton {
     Q_OBJECT
     Q_PROPERTY(bool border READ HasBorder WRITE SetBorder)
 public:
     explicit Picture(const QString& name);
 
-    /// `icon` names a file of resources/icons without its ending. An unknown one ends the program with a message.
+    /// `icon` is a file of resources/icons without extension. An unknown one ends the program with a message.
     void SetIcon(const QString& icon);
-    /// A word beside the icon; it is the accessible name too until SetAction gives one.
+    /// A word next to the icon; also the accessible name until SetAction is called.
     void SetCaption(const QString& caption);
-    /// The action in the user's words: accessible name, and with the command's keys the tooltip, unless the screen
-    /// shows a Bulle for it.
+    /// The action in the user's words: the accessible name and, with the command's keys, the tooltip, unless the screen
+    /// uses a Bulle.
     void SetAction(const QString& action);
-    /// As it was set, blanks around kept.
+    /// As set, including surrounding blanks.
     const QString& Action() const { return action; }
     void SetCommand(Command command);
     forms::Command BoundCommand() const { return command; }
-    /// The screen shows the action in its Bulle instead of a tooltip.
+    /// Disables the tooltip: the screen shows the action in its Bulle.
     void LeaveToolTipToBulle();
     void SetBorder(bool single);
     bool HasBorder() const { return border; }
@@ -77,8 +77,8 @@ public:
     QSize minimumSizeHint() const override { return sizeHint(); }
 
 Q_SIGNALS:
-    void MouseOver(); ///< the pointer came over the picture, or the keyboard focus did
-    void MouseLeft(); ///< neither the pointer nor the focus is on it any more, or it was hidden
+    void MouseOver(); ///< the picture was hovered or focused
+    void MouseLeft(); ///< it is no longer hovered or focused, or was hidden
 
 protected:
     void paintEvent(QPaintEvent* event) override;
@@ -88,29 +88,29 @@ protected:
     void focusOutEvent(QFocusEvent* event) override;
     void hideEvent(QHideEvent* event) override;
     void changeEvent(QEvent* event) override;
-    void keyPressEvent(QKeyEvent* event) override; ///< Enter clicks, as Space does
+    void keyPressEvent(QKeyEvent* event) override; ///< Enter clicks, like Space
 
 private:
-    void Attract();
+    void Highlight();
     void Release();
     void DescribeAction();
     void LoadDrawing();
-    void PaintGround(QPainter& painter) const;
+    void PaintBackground(QPainter& painter) const;
 
     QSvgRenderer* drawing;
     QString iconName;
     QString action;
-    int drawnGeneration = -1; ///< of the colours that the drawing has
+    int drawnGeneration = -1; ///< ColourGeneration of the drawing
     forms::Command command = forms::Command::None;
     bool hasToolTip = true;
     bool border = false;
-    bool attracted = false;
+    bool highlighted = false;
 };
 
-/// Gives a picture its icon, its action in the user's words, and the command whose keys click it.
+/// Sets a picture's icon, action and command.
 void Dress(Picture& picture, const char* icon, const QString& action, Command command = Command::None);
 
-/// A push button that Enter presses when it has the focus, and never otherwise.
+/// A push button that Enter clicks only when it has the focus.
 class Button : public QPushButton {
     Q_OBJECT
 public:
@@ -126,11 +126,11 @@ public:
     explicit OptionButton(const QString& name, const QString& caption = {});
 
 Q_SIGNALS:
-    /// The option was set on, or clicked while it was on.
+    /// The option was selected, or clicked while selected.
     void Chosen();
 };
 
-/// A framed area with a caption. Its controls may outlive it: they belong to the screen.
+/// A framed area with a caption. Its controls are owned by the screen and may outlive it.
 class Panel : public QFrame {
     Q_OBJECT
     Q_PROPERTY(QString caption READ Caption WRITE SetCaption)
@@ -146,23 +146,23 @@ private:
     QLabel* captionLabel;
 };
 
-/// A list to choose a line from. Adding lines chooses none: the current line is -1 until one is set.
+/// A drop-down list. Adding lines selects none: the current line is -1 until set.
 class ComboBox : public QComboBox {
     Q_OBJECT
     Q_PROPERTY(QString Tag MEMBER Tag)
 public:
     explicit ComboBox(const QString& name);
-    /// Chooses a line, -1 for none; raises 380 outside the list.
+    /// Selects a line, -1 for none; raises 380 outside the list.
     void SetListIndex(int line);
     QString Tag;
 
 Q_SIGNALS:
-    void Entered(); ///< Enter while the list is closed; the form still gets the key
+    void Entered(); ///< Enter while the list is closed; the form receives the key as well
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
-    void wheelEvent(QWheelEvent* event) override; ///< turns the lines only while the list has the focus
+    void wheelEvent(QWheelEvent* event) override; ///< ignored unless the list has the focus
 };
 
 class TabStrip : public QTabWidget {

@@ -7,7 +7,7 @@
 namespace forms {
 
 namespace {
-constexpr qsizetype ShortestBackspaceLength = 7; // below, the year is gone and backspace wipes the field
+constexpr qsizetype ShortestBackspaceLength = 7; // shorter texts have no year: backspace clears the field
 }
 
 DateField::DateField(const QString& name) : TextBox(name)
@@ -19,7 +19,7 @@ void DateField::CompleteText()
 {
     QString completed = text();
     if (DateAutoSlash(completed) != text())
-        setText(completed); // comes back here, with nothing to append
+        setText(completed); // recursive call, with nothing to append
     setCursorPosition(static_cast<int>(text().trimmed().size()));
 }
 
@@ -33,7 +33,7 @@ void DateField::FilterKey(int& keyCode)
 void DateField::TypeText(const QString& newText)
 {
     for (const QChar character : newText) {
-        // The field has placed this slash itself.
+        // The field has added this slash itself.
         const bool standsAlready = character == '/' && text().endsWith('/') && !hasSelectedText();
         if (!standsAlready)
             TextBox::TypeText(character);

@@ -8,7 +8,7 @@ namespace {
 
 QSize& ChosenWorkingArea()
 {
-    static QSize area; // invalid until a size is asked for
+    static QSize area; // invalid until ChangeWorkingArea
     return area;
 }
 

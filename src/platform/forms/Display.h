@@ -7,10 +7,10 @@ namespace forms {
 /// The size of the display in pixels.
 QSize DisplaySize();
 
-/// The area in pixels that the main window works in, instead of a display mode; the whole display until
+/// The area in pixels available to the main window, in place of a display mode; the whole display until
 /// ChangeWorkingArea is called.
 QSize WorkingArea();
-/// Sets the working area, never more than the display. Never fails visibly.
+/// Sets the working area, limited to the display.
 void ChangeWorkingArea(const QSize& pixels);
 
 } // namespace forms

@@ -5,7 +5,7 @@
 
 namespace forms {
 
-/// The font, or a smaller one in which `text` takes at most `width` pixels: a figure is never cut.
+/// The font, reduced until `text` fits into `width` pixels.
 QFont FittingFont(QFont font, const QString& text, int width);
 
 } // namespace forms

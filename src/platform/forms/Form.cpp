@@ -30,7 +30,7 @@ double DotsPerInch()
     return screen ? screen->logicalDotsPerInch() : 96;
 }
 
-/// The first control that `suits` from the focused one on, in the order of Tab, itself last.
+/// The next control in tab order, after the focused one, for which `suits` is true; the focused one last.
 template <class Control, class Condition>
 Control* NextInWindow(QWidget& window, Condition suits)
 {
@@ -118,7 +118,8 @@ void Form::keyPressEvent(QKeyEvent* event)
         event->accept();
         break;
     default:
-        QWidget::keyPressEvent(event); // NOLINT(bugprone-parent-virtual-call): past the dialog's keys, which close it
+        QWidget::keyPressEvent(
+            event); // NOLINT(bugprone-parent-virtual-call): skips the dialog's handler, which closes it on Esc
     }
 }
 
@@ -148,13 +149,13 @@ void Form::Centre()
 void Form::MoveFrame(const QPoint& upperLeft)
 {
     move(upperLeft);
-    if (windowHandle() != nullptr) // a window that the desktop knows, perhaps without its frame yet
+    if (windowHandle() != nullptr) // mapped, perhaps without its frame yet
         windowHandle()->setFramePosition(upperLeft);
 }
 
 QMargins Form::Frame() const
 {
-    constexpr int titleBar = 32; // until the window manager has put its frame around the window
+    constexpr int titleBar = 32; // until the window manager has added the frame
     constexpr int edge = 2;
     const QRect outer = frameGeometry();
     const QRect inner = geometry();
@@ -182,7 +183,7 @@ void Form::FitScreen()
 void Form::setVisible(bool visible)
 {
     if (visible && !isVisible() && !isMaximized()) {
-        // Lists are filled by now and know their length.
+        // Lists are filled by now.
         if (!hasOwnSize && layout() != nullptr) {
             layout()->activate();
             resize(size().expandedTo(sizeHint()));
@@ -192,7 +193,7 @@ void Form::setVisible(bool visible)
     }
     QDialog::setVisible(visible);
     if (visible && layout() != nullptr) {
-        // Only a grid that is shown knows the places of its columns, which the totals take.
+        // The totals need the column positions, which a grid knows only when shown.
         layout()->invalidate();
         layout()->activate();
     }
@@ -203,7 +204,7 @@ void Form::SetContent(Layout content)
     setLayout(std::move(content).Margin(16).Take().release());
 }
 
-/// The keys of the commands that the screen's pictures have, and of its pages.
+/// Shortcuts for the commands of the screen's pictures and pages.
 void Form::AddCommandKeys()
 {
     if (hasCommandKeys)
@@ -243,7 +244,7 @@ void Form::TurnPage(int step)
     if (page < 0 || page >= tabs->count())
         return;
     tabs->setFocus();
-    tabs->setCurrentIndex(page); // a page may take the focus into its first field
+    tabs->setCurrentIndex(page); // the page may move the focus to its first field
 }
 
 void OnHelp(std::function<void(const QString& screen)> showHelp)

@@ -10,37 +10,35 @@ namespace forms {
 
 class Layout;
 
-/// A screen: a window named after its form. Load runs Form_Load once; Unload closes it, the way out of every screen.
+/// A screen: a window named after its form. Load runs Form_Load once; Unload closes it.
 ///
-/// Only Unload and the close box close it: Esc goes to EscapePressed, Enter presses no button that hasn't the focus.
-/// The keys of a command click the picture that has it; those for pages turn the pages of the screen's TabStrip.
+/// Only Unload and the close box close it: Esc calls EscapePressed, Enter clicks only a focused button. The keys of a
+/// command click its picture; the page commands turn the pages of the screen's TabStrip.
 class Form : public QDialog {
     Q_OBJECT
 public:
     explicit Form(const QString& name, const QString& caption = {});
 
-    /// Runs Form_Load; what runs before the window shows. The window opens in its natural size, unless it has one, as
-    /// far as the screen has room. Does nothing on a loaded form. Raises what Form_Load raises, and the form isn't
-    /// loaded then.
+    /// Runs Form_Load before the window is shown. The window opens in its natural size, unless a size was set, limited
+    /// to the screen. Does nothing on a loaded form. If Form_Load throws, the form isn't loaded.
     void Load();
     bool IsLoaded() const { return loaded; }
 
-    /// Closes the window and ends its modal showing, unless Form_QueryUnload keeps it open. Raises what that one
-    /// raises.
+    /// Closes the window and ends its modal loop, unless Form_QueryUnload keeps it open or throws.
     void Unload();
-    /// Qt's ways of closing a dialog are the close box's way here, whatever the result.
+    /// Qt's ways of closing a dialog behave like the close box, whatever the result.
     void done(int result) override;
 
-    /// Puts the window in the middle of its screen, half the screen less half the window each way, in twips and in
-    /// floating point; Load repeats it when the window has its final size.
+    /// Centres the window on its screen: half the screen minus half the window in each direction, in twips, floating
+    /// point. Load repeats it with the final window size.
     void Centre();
-    /// Moves and shrinks the window into the free area of its screen, the frame counted.
+    /// Moves and shrinks the window, with its frame, into the free area of its screen.
     void FitScreen();
 
-    /// The size that a window can have at most on its screen, the frame counted.
+    /// The largest window size on its screen, allowing for the frame.
     QSize RoomOnScreen() const;
 
-    /// The screen that windows open on: that of the window in use, or the primary one.
+    /// The screen for new windows: that of the active window, or the primary one.
     static QScreen* OpeningScreen();
 
 Q_SIGNALS:
@@ -48,9 +46,9 @@ Q_SIGNALS:
 
 protected:
     virtual void Form_Load() {}
-    /// Asked before the close box or Unload takes effect; true keeps the window open.
+    /// Called before the close box or Unload takes effect; true keeps the window open.
     virtual bool Form_QueryUnload() { return false; }
-    /// Esc. A screen cancels its open panel here; nothing else closes by Esc.
+    /// Esc was pressed: a screen cancels its open panel.
     virtual void EscapePressed() {}
 
     /// Sets what the window shows.
@@ -74,10 +72,10 @@ private:
     bool hasCommandKeys = false;
 };
 
-/// What F1 does on every screen that has no picture for it: it is given the screen's name.
+/// Sets what F1 does on every screen without a picture for it; it is passed the screen's name.
 void OnHelp(std::function<void(const QString& screen)> showHelp);
 
-/// The hourglass pointer for as long as it lives.
+/// Shows the hourglass pointer during its lifetime.
 class Hourglass {
 public:
     Hourglass();
@@ -89,7 +87,7 @@ inline constexpr double TwipsPerInch = 1440;
 /// Twips to device-independent pixels at the logical resolution of the display, and back.
 int PixelsOf(double twips);
 double TwipsOf(int pixels);
-/// The same for a width that holds text: it grows with the desktop's font.
+/// The same for widths of text, which grow with the desktop's font.
 int ScaledPixelsOf(double twips);
 
 } // namespace forms

@@ -2,14 +2,10 @@
 
 #include "platform/basic/RuntimeError.h"
 #include "platform/forms/FittingFont.h"
-#include "platform/forms/Form.h"
 #include "platform/forms/GridHeader.h"
 #include "platform/forms/GridModel.h"
 
 #include <QAbstractButton>
-#include <QApplication>
-#include <QClipboard>
-#include <QKeyEvent>
 #include <QPainter>
 #include <QScopedValueRollback>
 #include <QScrollBar>
@@ -20,22 +16,19 @@ namespace forms {
 
 namespace {
 
-constexpr int UsualRowPadding = 8; // above and below a line of text together
-constexpr int CellMargin = 3;      // beside a text; Qt's own
-constexpr int FewestRows = 3;
-constexpr int MostRowsAtOpening = 60;
+constexpr int CellMargin = 3; // on each side of a text, as in Qt
 
-/// Paints cells. A centred text that just fits its column is written whole and not cut for the sake of a margin; a
-/// figure is written smaller where its column is too narrow.
+/// Paints cells. A centred text that just fits its column isn't cut for the sake of a margin; figures are reduced to
+/// fit their columns.
 class CellPainter : public QStyledItemDelegate {
 public:
     using QStyledItemDelegate::QStyledItemDelegate;
 
     void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override
     {
-        // The style sheet passes over the ground of a row.
-        if (const QVariant ground = index.data(Qt::BackgroundRole); ground.isValid())
-            painter->fillRect(option.rect, ground.value<QColor>());
+        // With a style sheet, the base class ignores the background role.
+        if (const QVariant background = index.data(Qt::BackgroundRole); background.isValid())
+            painter->fillRect(option.rect, background.value<QColor>());
         QStyledItemDelegate::paint(painter, option, index);
     }
 
@@ -59,7 +52,7 @@ protected:
 } // namespace
 
 Grid::Grid(const QString& name, const QList<Column>& columns)
-    : rowPadding(UsualRowPadding), cells(new GridModel(columns, this)), header(new GridHeader(this))
+    : cells(new GridModel(columns, this)), header(new GridHeader(this))
 {
     setObjectName(name);
     setHorizontalHeader(header);
@@ -143,9 +136,9 @@ void Grid::SetText(int row, int column, const QString& text)
     cells->SetText(row, column, text);
 }
 
-void Grid::SetRowGround(int row, Ground ground)
+void Grid::SetRowBackground(int row, Background background)
 {
-    cells->SetRowGround(row, ground);
+    cells->SetRowBackground(row, background);
 }
 
 void Grid::SetHeading(int column, const QString& text)
@@ -198,7 +191,7 @@ void Grid::SelectRow(int row)
     scrollTo(index);
 }
 
-/// Called at the first change: the view is updated as soon as the current work is done.
+/// Called at the first change: schedules the update of the view for when control returns to the event loop.
 void Grid::BeginChange()
 {
     rowSelected = selectionModel()->hasSelection();
@@ -218,7 +211,7 @@ void Grid::ShowChanges()
         selectRow(currentRow);
 }
 
-/// Brings the view's current cell to the grid's, unless the view is still to learn of the rows.
+/// Sets the view's current cell, unless the view doesn't know the rows yet.
 void Grid::MarkCurrent()
 {
     if (cells->HasPendingRows() || currentRow >= Rows())
@@ -229,7 +222,7 @@ void Grid::MarkCurrent()
     setAutoScroll(true);
 }
 
-/// The view's current cell changed: by the mouse, a key or assistive software, when the grid itself didn't do it.
+/// The view's current cell was changed by mouse, keyboard or assistive software.
 void Grid::Follow(const QModelIndex& index)
 {
     if (settling || !index.isValid())
@@ -237,167 +230,9 @@ void Grid::Follow(const QModelIndex& index)
     currentRow = index.row();
     currentColumn = index.column();
     if (pressing)
-        clickedByPress = true; // sent when the view has handled the press
+        clickedByPress = true; // Click follows when the view has handled the press
     else
         Q_EMIT Click();
-}
-
-void Grid::keyPressEvent(QKeyEvent* event)
-{
-    ShowChanges();
-    if (event->matches(QKeySequence::Copy))
-        return CopyChosenRows();
-    if (event->matches(QKeySequence::SelectAll))
-        return ChooseAllRows();
-    switch (event->key()) {
-    case Qt::Key_Return:
-    case Qt::Key_Enter:
-        Q_EMIT Entered();
-        break;
-    case Qt::Key_Home:
-    case Qt::Key_End:
-        if (Rows() > 0)
-            setCurrentIndex(cells->index(event->key() == Qt::Key_Home ? 0 : Rows() - 1, currentColumn));
-        break;
-    default:
-        QTableView::keyPressEvent(event);
-    }
-}
-
-void Grid::mousePressEvent(QMouseEvent* event)
-{
-    clickedByPress = false;
-    {
-        const QScopedValueRollback<bool> press(pressing, true);
-        QTableView::mousePressEvent(event);
-    }
-    // Not left to the release: where the button is let go elsewhere, the row is current all the same.
-    if (clickedByPress)
-        Q_EMIT Click();
-}
-
-/// A drag over the rows would move the current row without a click.
-void Grid::mouseMoveEvent(QMouseEvent* event)
-{
-    if (event->buttons() == Qt::NoButton)
-        QTableView::mouseMoveEvent(event);
-}
-
-bool Grid::viewportEvent(QEvent* event)
-{
-    ShowChanges(); // the view draws and finds cells only after it has learnt of changed rows
-    return QTableView::viewportEvent(event);
-}
-
-void Grid::keyboardSearch(const QString& search)
-{
-    int column = nameColumn;
-    for (int each = 0; column < 0 && each < Columns(); ++each)
-        if (cells->IsLeftAligned(each))
-            column = each;
-    if (column < 0)
-        return;
-    const auto row = typeAhead.Find(search, Rows(), currentRow, [&](int each) { return Text(each, column); });
-    if (row)
-        setCurrentIndex(cells->index(*row, currentColumn));
-}
-
-void Grid::ChooseAllRows()
-{
-    if (Rows() == 0)
-        return;
-    const QItemSelection all(cells->index(0, 0), cells->index(Rows() - 1, Columns() - 1));
-    selectionModel()->select(all, QItemSelectionModel::ClearAndSelect);
-}
-
-void Grid::CopyChosenRows() const
-{
-    QStringList lines;
-    const auto addLine = [&](const auto& textOf) {
-        QStringList texts;
-        for (int column = 0; column < Columns(); ++column)
-            texts << textOf(column).trimmed();
-        lines << texts.join('\t');
-    };
-    addLine([&](int column) { return cells->headerData(column, Qt::Horizontal, Qt::DisplayRole).toString(); });
-    for (int row = 0; row < Rows(); ++row)
-        if (selectionModel()->isRowSelected(row))
-            addLine([&](int column) { return Text(row, column); });
-    if (lines.size() > 1)
-        QApplication::clipboard()->setText(lines.join('\n') + '\n');
-}
-
-void Grid::SetRowPadding(int pixels)
-{
-    rowPadding = pixels;
-    ScaleToFont();
-}
-
-void Grid::ScaleToFont()
-{
-    verticalHeader()->setDefaultSectionSize(fontMetrics().height() + rowPadding);
-    ShareWidth();
-    updateGeometry();
-}
-
-int Grid::NaturalWidth() const
-{
-    int width = 0;
-    for (const int twips : columnTwips)
-        width += ScaledPixelsOf(twips);
-    return width;
-}
-
-void Grid::ShareWidth()
-{
-    int sharing = 0; // pixels of the columns that take more where there is more, and give way where there is less
-    for (int column = 0; column < columnTwips.size(); ++column)
-        if (cells->IsLeftAligned(column))
-            sharing += ScaledPixelsOf(columnTwips[column]);
-    int room = qMax(-sharing / 2, viewport()->width() - NaturalWidth());
-    for (int column = 0; column < columnTwips.size(); ++column) {
-        const int natural = ScaledPixelsOf(columnTwips[column]);
-        const bool shares = cells->IsLeftAligned(column);
-        const int more = shares ? room * natural / sharing : 0;
-        setColumnWidth(column, natural + more);
-        room -= more;
-        sharing -= shares ? natural : 0;
-    }
-}
-
-void Grid::resizeEvent(QResizeEvent* event)
-{
-    QTableView::resizeEvent(event);
-    ShareWidth();
-}
-
-void Grid::changeEvent(QEvent* event)
-{
-    QTableView::changeEvent(event);
-    if (event->type() == QEvent::FontChange)
-        ScaleToFont();
-}
-
-void Grid::SetUsualRows(int rows)
-{
-    usualRows = rows;
-    updateGeometry();
-}
-
-int Grid::HeightOfRows(int rows) const
-{
-    return header->sizeHint().height() + rows * verticalHeader()->defaultSectionSize() + 2 * frameWidth();
-}
-
-QSize Grid::sizeHint() const
-{
-    const int width = NaturalWidth() + verticalScrollBar()->sizeHint().width() + 2 * frameWidth();
-    return {width, HeightOfRows(qMax(usualRows, qMin(Rows(), MostRowsAtOpening)))};
-}
-
-QSize Grid::minimumSizeHint() const
-{
-    return {qMin(sizeHint().width(), 160), HeightOfRows(FewestRows)};
 }
 
 } // namespace forms

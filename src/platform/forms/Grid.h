@@ -10,14 +10,14 @@ namespace forms {
 class GridHeader;
 class GridModel;
 
-/// A table of texts with a current row and column, as the screens use it. Cells are held by the model as text; filling
-/// sends no signal per cell: the view is updated once, when control returns to it, while the model itself always has
-/// the present texts. Widths are in twips, 1440 to the inch, at the usual font size. It starts with one empty row.
-/// Where it has more or less room than its columns take, the left-aligned ones share it or give way, by half at most.
+/// A table of texts with a current row and column. Filling sends no signals: the model is always up to date, the view
+/// is updated once, when control returns to the event loop. Widths are in twips, 1440 to the inch, in the normal font
+/// size. Starts with one empty row. The left-aligned columns share spare width, or shrink by up to half where there
+/// isn't enough.
 ///
-/// Keys: arrows, Home and End (first and last row), pages; Enter; letters go to the next row whose name begins with
-/// them; Ctrl+A chooses all rows, Ctrl+C copies the chosen ones with the headings, trimmed, cells between tabs. A
-/// figure that is wider than its column is written smaller and never cut.
+/// Keys: arrows, Home and End (first and last row), Page Up and Page Down; Enter; letters find the next row whose name
+/// starts with them; Ctrl+A selects all rows, Ctrl+C copies the selected ones with the headings, trimmed and
+/// tab-separated. Figures wider than their column are reduced, never cut.
 class Grid : public QTableView {
     Q_OBJECT
     Q_PROPERTY(QString Tag MEMBER Tag)
@@ -29,18 +29,17 @@ public:
         QString tip = {}; ///< tooltip of the heading
     };
 
-    /// What lies under a row. In a calendar table days off and the current day are told apart from the others.
-    enum class Ground { Usual, DayOff, Today };
+    /// The background of a row; calendar tables mark days off and today.
+    enum class Background { Usual, DayOff, Today };
 
     Grid(const QString& name, const QList<Column>& columns);
 
     int Rows() const;
-    /// Cuts to, or fills up to, `rows`; new rows are empty. Raises 9 for a negative number.
+    /// Truncates or extends to `rows`; new rows are empty. Raises 9 for a negative number.
     void SetRows(int rows);
     int Columns() const;
 
-    /// One empty row (the emptied first state of every list): one row, all of its cells empty, row 0 current, none
-    /// selected.
+    /// Resets to one empty row, current and not selected.
     void ClearToOneRow();
     /// Adds a row at the end and returns its number.
     int AppendRow();
@@ -51,26 +50,26 @@ public:
     QString Text(int row, int column) const;
     void SetText(int row, int column, const QString& text);
 
-    /// New rows have the usual ground. Raises 9 outside the grid.
-    void SetRowGround(int row, Ground ground);
+    /// Raises 9 outside the grid.
+    void SetRowBackground(int row, Background background);
 
     /// Raises 9 outside the grid.
     void SetHeading(int column, const QString& text);
     /// A second heading line over the columns from first to last. Raises 9 outside the grid.
     void SetGroupHeading(int firstColumn, int lastColumn, const QString& text);
 
-    /// The current row and column. They follow clicks and keys. Setting them neither sends a Click nor moves the view;
-    /// raises 9 outside the grid.
+    /// The current row and column, changed by clicks and keys. Setting them neither emits Click nor scrolls; raises 9
+    /// outside the grid.
     int Row() const;
     int Col() const;
     void SetRow(int row);
     void SetCol(int column);
 
-    /// The column that typed letters are looked for in; the first left-aligned one where none is set.
+    /// The column searched by typed letters; by default the first left-aligned one.
     void SetNameColumn(int column) { nameColumn = column; }
-    /// Rows that the grid asks room for at its window's opening, besides those it has then.
+    /// Least number of rows in the size hint.
     void SetUsualRows(int rows);
-    /// The room above and below a line of text together, in pixels.
+    /// Pixels above and below a line of text together.
     void SetRowPadding(int pixels);
 
     /// Highlights the whole row, makes it current and brings it into view. Raises 9 outside the grid.
@@ -82,10 +81,10 @@ public:
     QString Tag;
 
 Q_SIGNALS:
-    /// The user made a cell current, by click or key, or clicked the current one again.
+    /// The user selected a cell by mouse or keyboard, or clicked the current one again.
     void Click();
     void DblClick();
-    /// Enter was typed in the grid (it acts as a double click where a screen connects it so).
+    /// Enter was pressed.
     void Entered();
 
 protected:
@@ -105,7 +104,6 @@ private:
     void ChooseAllRows();
     void CopyChosenRows() const;
     void ScaleToFont();
-    int rowPadding;
     void ShareWidth();
     int NaturalWidth() const;
     int HeightOfRows(int rows) const;
@@ -116,12 +114,13 @@ private:
     TypeAhead typeAhead;
     int nameColumn = -1;
     int usualRows = 12;
+    int rowPadding = 8; // pixels above and below a line of text together
     int currentRow = 0;
     int currentColumn = 0;
     bool rowSelected = false;    // restored when the view is reset
-    bool settling = false;       // the view follows the grid, and not the other way round
-    bool pressing = false;       // Qt is at work on a mouse press
-    bool clickedByPress = false; // the press has sent its Click; the release must not repeat it
+    bool settling = false;       // the grid itself is changing the view's current cell
+    bool pressing = false;       // Qt is handling a mouse press
+    bool clickedByPress = false; // Click was emitted on press; don't repeat it on release
 };
 
 } // namespace forms

@@ -7,7 +7,7 @@
 namespace forms {
 
 namespace {
-constexpr int TextInset = 8; // a cell's own inset and the blank that its text begins or ends with
+constexpr int TextInset = 8; // a cell's own inset plus its leading or trailing blank
 }
 
 GridHeader::GridHeader(QWidget* parent) : QHeaderView(Qt::Horizontal, parent)
@@ -42,7 +42,7 @@ void GridHeader::paintSection(QPainter* painter, const QRect& rect, int column) 
     QRect lower = rect;
     lower.setTop(rect.bottom() + 1 - LineHeight());
     const auto alignment = model()->headerData(column, orientation(), Qt::TextAlignmentRole).value<Qt::Alignment>();
-    const bool centred = alignment.testFlag(Qt::AlignHCenter); // narrow columns, which need all of their width
+    const bool centred = alignment.testFlag(Qt::AlignHCenter); // narrow columns, which need their full width
     const QRect place = lower.adjusted(centred ? 0 : TextInset, 0, centred ? 0 : -TextInset, 0);
     const QString text = model()->headerData(column, orientation()).toString();
 

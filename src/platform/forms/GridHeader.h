@@ -4,7 +4,7 @@
 
 namespace forms {
 
-/// The headings of a grid's columns, with a second line above for headings that span several columns.
+/// The column headings of a grid, with an optional line above for headings that span several columns.
 class GridHeader : public QHeaderView {
     Q_OBJECT
 public:

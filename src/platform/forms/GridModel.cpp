@@ -28,8 +28,8 @@ QVariant GridModel::data(const QModelIndex& index, int role) const
         return cells[CellNumber(index.row(), index.column())];
     if (role == Qt::TextAlignmentRole)
         return QVariant::fromValue(columns[index.column()].alignment | Qt::AlignVCenter);
-    if (role == Qt::BackgroundRole && grounds[index.row()] != Grid::Ground::Usual)
-        return grounds[index.row()] == Grid::Ground::Today ? TheColours().today : TheColours().weekend;
+    if (role == Qt::BackgroundRole && backgrounds[index.row()] != Grid::Background::Usual)
+        return backgrounds[index.row()] == Grid::Background::Today ? TheColours().today : TheColours().weekend;
     return {};
 }
 
@@ -80,7 +80,7 @@ void GridModel::SetRows(int newRows)
         return;
     ChangeRows();
     cells.resize(newRows * columns.size());
-    grounds.resize(newRows);
+    backgrounds.resize(newRows);
     rows = newRows;
 }
 
@@ -89,7 +89,7 @@ void GridModel::RemoveRow(int row)
     const qsizetype first = CellNumber(row, 0);
     ChangeRows();
     cells.remove(first, columns.size());
-    grounds.remove(row);
+    backgrounds.remove(row);
     --rows;
 }
 
@@ -104,10 +104,10 @@ void GridModel::SetText(int row, int column, const QString& text)
     ChangeCells({column, row, 1, 1});
 }
 
-void GridModel::SetRowGround(int row, Grid::Ground ground)
+void GridModel::SetRowBackground(int row, Grid::Background background)
 {
-    CellNumber(row, 0); // raises outside the grid
-    grounds[row] = ground;
+    CellNumber(row, 0); // range check
+    backgrounds[row] = background;
     ChangeCells({0, row, columnCount(), 1});
 }
 

@@ -6,7 +6,7 @@
 
 namespace forms {
 
-/// The cells of a grid, row after row, as text. Reads are always current; change signals are collected: Changed is
+/// The cells of a grid as text, in row order. Reads are always up to date; change signals are collected: Changed is
 /// emitted for the first change after UpdateViews, which then notifies the views of all changes at once.
 class GridModel : public QAbstractTableModel {
     Q_OBJECT
@@ -23,7 +23,7 @@ public:
     /// Raises 9 outside the grid.
     QString Text(int row, int column) const;
     void SetText(int row, int column, const QString& text);
-    void SetRowGround(int row, Grid::Ground ground);
+    void SetRowBackground(int row, Grid::Background background);
     void SetHeading(int column, const QString& text);
     bool IsLeftAligned(int column) const { return columns[column].alignment.testFlag(Qt::AlignLeft); }
 
@@ -40,10 +40,10 @@ private:
 
     QList<Grid::Column> columns;
     QList<QString> cells;
-    QList<Grid::Ground> grounds; // by row
+    QList<Grid::Background> backgrounds; // by row
     int rows = 0;
-    bool resetting = false; // a reset has begun and not ended: rows have come or gone
-    QRect changedCells;     // x are columns, y rows
+    bool resetting = false; // in a model reset: the number of rows has changed
+    QRect changedCells;     // x is the column, y the row
 };
 
 } // namespace forms

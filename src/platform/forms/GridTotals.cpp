@@ -14,9 +14,9 @@ namespace forms {
 
 namespace {
 
-constexpr int CaptionGap = 8; // pixels before the total that follows
+constexpr int CaptionGap = 8; // pixels between caption and total
 
-/// Places the controls of a line of totals by the columns of its grid.
+/// Aligns a line of totals with the columns of its grid.
 class TotalsLayout : public QLayout {
 public:
     explicit TotalsLayout(Grid& gridAbove) : grid(&gridAbove)
@@ -38,7 +38,7 @@ public:
         entries.push_back({new QWidgetItem(total.control), total});
     }
 
-    void addItem(QLayoutItem* item) override { delete item; } // Add is the only way in
+    void addItem(QLayoutItem* item) override { delete item; } // unused, see Add
     int count() const override { return static_cast<int>(entries.size()); }
     QLayoutItem* itemAt(int index) const override
     {
@@ -58,7 +58,7 @@ public:
     {
         QLayout::setGeometry(rect);
         if (grid)
-            Place(rect);
+            Arrange(rect);
     }
 
 private:
@@ -77,7 +77,7 @@ private:
 
     int LeftOf(int column) const { return grid->x() + grid->frameWidth() + grid->columnViewportPosition(column); }
 
-    void Place(const QRect& rect)
+    void Arrange(const QRect& rect)
     {
         const int gridRight = grid->x() + grid->frameWidth() + grid->viewport()->width();
         int limit = qMin(rect.right() + 1, gridRight);
@@ -100,7 +100,7 @@ private:
         }
     }
 
-    /// Where a figure may begin at most: behind the room that the figures before it need.
+    /// The leftmost position of a figure, leaving room for the figures before it.
     int LeastLeft(std::vector<Entry>::reverse_iterator entry, const QRect& rect) const
     {
         int least = rect.left();
@@ -125,7 +125,7 @@ bool IsCentred(const Grid& grid, int column)
 
 GridTotal Under(const Grid& grid, int firstColumn, int lastColumn, FigureLabel& total)
 {
-    total.StandUnderColumns(IsCentred(grid, lastColumn));
+    total.AlignUnderColumns(IsCentred(grid, lastColumn));
     return {&total, firstColumn, lastColumn};
 }
 

@@ -9,24 +9,24 @@ namespace forms {
 class FigureLabel;
 class Grid;
 
-/// One thing on the line of totals: a figure under columns of the grid, or a caption that ends where the next figure
-/// begins.
+/// An item of the line of totals: a figure under columns of the grid, or a caption that ends where the next figure
+/// starts.
 struct GridTotal {
     QWidget* control;
     int firstColumn;
     int lastColumn;
 };
 
-/// A total that is as wide as these columns together, centred where their cells are.
+/// A total as wide as these columns together, centred if their cells are.
 GridTotal Under(const Grid& grid, int firstColumn, int lastColumn, FigureLabel& total);
 GridTotal Under(const Grid& grid, int column, FigureLabel& total);
 
-/// A caption before the total that follows it, below the columns from `firstColumn` on.
+/// A caption for the next total, starting below `firstColumn`.
 GridTotal Caption(const QString& name, const QString& text, int firstColumn = 0);
 
-/// The line of totals below a grid: each total follows its columns. A figure that is wider than
-/// its columns grows to the left; where a neighbour leaves no room it is written smaller. Totals of columns that the
-/// grid has scrolled out of sight stay in sight. Grid and line belong into one Column.
+/// The line of totals below a grid: each total stays aligned with its columns. A figure wider than its columns grows to
+/// the left, or is reduced where a neighbour leaves no room. Totals of columns scrolled out of view stay visible. Put
+/// the grid and this line into one Column.
 Layout Totals(Grid& grid, std::initializer_list<GridTotal> totals);
 
 } // namespace forms

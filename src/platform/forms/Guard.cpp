@@ -25,7 +25,7 @@ void RunClosingStep()
         return;
     try {
         ClosingStep()();
-    } catch (...) { // the program ends with the first error; nobody is left to mend a second one
+    } catch (...) { // the program ends anyway: ignore a second error
     }
 }
 
@@ -62,7 +62,7 @@ void Guarded(const std::function<void()>& handler)
 {
     try {
         RunReporting(handler);
-    } catch (const ProgramEnded&) { // the desk knows the code
+    } catch (const ProgramEnded&) { // the desk has recorded the exit code
     }
 }
 

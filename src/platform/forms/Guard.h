@@ -7,22 +7,22 @@
 
 namespace forms {
 
-/// Runs a handler. A RuntimeError that nothing catches shows "Erreur d'exécution '6' :" with its description, runs the
-/// closing step and ends the program. No exception gets past it into the toolkit.
+/// Runs a handler. An uncaught RuntimeError is shown ("Erreur d'exécution '6' :" and its description), the closing step
+/// is run and the program ends. No exception reaches the toolkit.
 ///
-/// An error that comes while another one is being reported is dropped: the first one ends the program anyway.
+/// An error raised while another one is being reported is ignored: the program ends anyway.
 void Guarded(const std::function<void()>& handler);
 
-/// What a fatal error does before the program ends: the core closes the database here. An error it raises is dropped.
+/// Sets the closing step of a fatal error: the core closes the database. Its errors are ignored.
 void OnFatalError(std::function<void()> closingStep);
 
-/// Thrown by a desk whose EndProgram can't end the process, so that no handler goes on after the program's end. Guarded
-/// swallows it.
+/// Thrown by a desk whose EndProgram doesn't end the process, so that no handler continues. Caught by Guarded.
 struct ProgramEnded {
     int code = 0;
 };
 
-/// Calls a handler, a callable or a member function of `receiver`, with what it accepts: all that is given, or nothing.
+/// Calls a handler, a callable or a member function of `receiver`, with all arguments or, if it doesn't accept them,
+/// none.
 template <class Handler, class Receiver, class... Given>
 void Call(Handler& handler, [[maybe_unused]] Receiver& receiver, Given&&... given)
 {
@@ -38,8 +38,8 @@ void Call(Handler& handler, [[maybe_unused]] Receiver& receiver, Given&&... give
     }
 }
 
-/// Connects a signal to a handler that runs guarded: a callable, or a member function of `receiver`. It is given the
-/// signal's arguments when it accepts them, and none otherwise. The connection ends with the sender or with `receiver`.
+/// Connects a signal to a guarded handler, a callable or a member function of `receiver`. It receives the signal's
+/// arguments if it accepts them. The connection ends with the sender or `receiver`.
 template <class Sender, class Signal, class Receiver, class Handler>
 void On(Sender& sender, Signal signal, Receiver& receiver, Handler handler)
 {
@@ -49,7 +49,7 @@ void On(Sender& sender, Signal signal, Receiver& receiver, Handler handler)
                      });
 }
 
-/// Connects a signal of each control of an array to a member function of `receiver` that is given the control's index.
+/// Connects a signal of each control of an array to a member function of `receiver` that takes the control's index.
 template <class Array, class Signal, class Receiver>
 void OnEach(Array& controls, Signal signal, Receiver& receiver, void (Receiver::*handler)(int))
 {

@@ -12,7 +12,7 @@ namespace forms {
 
 namespace {
 
-/// The roles that the colours of the drawings stand for.
+/// The roles of the colours in the SVG files.
 QHash<QByteArray, QColor> RolesOfDrawnColours()
 {
     const Colours& colours = TheColours();

@@ -1,5 +1,6 @@
 #include "platform/forms/KeyFilters.h"
 
+#include "platform/basic/Dates.h"
 #include "platform/basic/Numbers.h"
 #include "platform/forms/Desk.h"
 
@@ -19,17 +20,17 @@ bool IsOneOf(int keyCode, QStringView characters)
 
 bool IsDateKey(qsizetype length, int keyCode)
 {
-    const auto lies = [keyCode](char first, char last) { return keyCode >= first && keyCode <= last; };
-    if (length == 2 || length >= 10) // DateAutoSlash has normally made the length 3
+    const auto isBetween = [keyCode](char first, char last) { return keyCode >= first && keyCode <= last; };
+    if (length == 2 || length >= basic::DateLength) // DateAutoSlash has normally added the slash already
         return true;
     if (length == 0)
-        return lies('0', '3');
+        return isBetween('0', '3');
     if (length == 3)
-        return lies('0', '1');
-    return lies('0', '9');
+        return isBetween('0', '1');
+    return isBetween('0', '9');
 }
 
-/// Whether the day is past the end of its month. A month text of any other form than two digits has no such test.
+/// Whether the day is past the end of its month. False unless the month is two digits.
 bool IsPastMonthEnd(const QString& day, const QString& month, double year)
 {
     static const QStringList longMonths{"01", "03", "05", "07", "08", "10", "12"};
@@ -38,7 +39,7 @@ bool IsPastMonthEnd(const QString& day, const QString& month, double year)
         return basic::Val(day) > 31;
     if (shortMonths.contains(month))
         return basic::Val(day) > 30;
-    if (month == "02") // texts are compared here, and there is no century rule
+    if (month == "02") // text comparison; no century rule
         return day > (std::fmod(std::nearbyint(year), 4) == 0 ? QStringLiteral("29") : QStringLiteral("28"));
     return false;
 }
@@ -88,8 +89,9 @@ int DateIsInvalid(const QString& text)
     const double year = basic::Val(text.right(4));
 
     int result = 0;
-    for (const bool fails : {basic::Val(day) > 31, basic::Val(day) < 1, basic::Val(month) > 12, year < 1900,
-                             basic::Val(month) < 1, IsPastMonthEnd(day, month, year), text.size() < 10}) {
+    for (const bool fails :
+         {basic::Val(day) > 31, basic::Val(day) < 1, basic::Val(month) > 12, year < 1900, basic::Val(month) < 1,
+          IsPastMonthEnd(day, month, year), text.size() < basic::DateLength}) {
         if (fails) {
             TheDesk().Beep();
             result = 1;

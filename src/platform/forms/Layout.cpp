@@ -24,7 +24,7 @@ QWidget* Lent(QWidget& control)
 void AddControl(QBoxLayout& box, QWidget& control, int share)
 {
     const bool down = box.direction() == QBoxLayout::TopToBottom;
-    // What doesn't grow would be centred in a column.
+    // Otherwise fixed-width controls would be centred.
     const bool grows = (control.sizePolicy().horizontalPolicy() & QSizePolicy::GrowFlag) != 0;
     box.addWidget(Lent(control), share, down && !grows ? Qt::AlignLeft : Qt::Alignment());
 }
@@ -128,7 +128,7 @@ void Lend(QWidget& control)
         control.setProperty(LentByOwner, true);
 }
 
-void KeepPlace(QWidget& control)
+void RetainSizeWhenHidden(QWidget& control)
 {
     QSizePolicy policy = control.sizePolicy();
     policy.setRetainSizeWhenHidden(true);
@@ -146,7 +146,7 @@ Item Inside(QWidget& container, Layout content)
 
 Item Titled(const QString& title, Layout content)
 {
-    auto* frame = new QGroupBox(title); // owned by the container that the item goes to
+    auto* frame = new QGroupBox(title); // owned by the item's future container
     frame->setProperty(OwnedByContainer, true);
     frame->setLayout(std::move(content).Margin(Rhythm).Take().release());
     return {*frame};
@@ -154,7 +154,7 @@ Item Titled(const QString& title, Layout content)
 
 void AddPage(TabStrip& tabs, const QString& title, Layout content)
 {
-    // The page takes its place first: each step up that a filled page takes styles all of its controls anew.
+    // Insert the page before filling it: reparenting a filled page restyles all of its controls.
     auto* page = new QWidget;
     tabs.addTab(page, title);
     page->setLayout(std::move(content).Margin(WindowMargin).Take().release());
@@ -163,7 +163,7 @@ void AddPage(TabStrip& tabs, const QString& title, Layout content)
 void ReleaseControls(QWidget& container)
 {
     for (QWidget* control : container.findChildren<QWidget*>()) {
-        // The contents of a lent container leave with it.
+        // The contents of a lent container stay with it.
         if (control->property(LentByOwner).toBool() && container.isAncestorOf(control))
             control->setParent(nullptr);
     }

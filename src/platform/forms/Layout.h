@@ -12,13 +12,13 @@ class Label;
 class TabStrip;
 class Layout;
 
-/// One thing in a Row or Column: a control, a nested layout, a gap or a stretch.
+/// An item of a Row or Column: a control, a nested layout, a gap or a stretch.
 class Item {
 public:
-    Item(QWidget& control); ///< takes its natural size; stays its owner's
+    Item(QWidget& control); ///< natural size; ownership isn't taken
     Item(Layout&& nested);
-    static Item Stretch(int share = 1); ///< empty room that grows
-    static Item Gap(int eights = 1);    ///< empty room of n times 8 pixels
+    static Item Stretch(int share = 1); ///< growing space
+    static Item Gap(int eights = 1);    ///< space of n times 8 pixels
     static Item Growing(QWidget& control, int share = 1);
     static Item Growing(Layout&& nested, int share = 1);
 
@@ -27,18 +27,18 @@ private:
     Item() = default;
 
     QWidget* control = nullptr;
-    mutable std::unique_ptr<QLayout> nested; // given away by the list that an item is written in
+    mutable std::unique_ptr<QLayout> nested; // mutable: moved out of the initializer list
     int share = 0;
     int gap = 0; // pixels
 };
 
-/// An arrangement on the 8-pixel rhythm: Column{title, Row{a, b, Item::Stretch()}, grid}.
+/// A layout on an 8-pixel grid: Column{title, Row{a, b, Item::Stretch()}, grid}.
 class Layout {
 public:
     explicit Layout(std::unique_ptr<QLayout> made) : layout(std::move(made)) {}
-    /// No margin is around a nested layout; a window or panel has 8 pixels (16 for a window).
+    /// Margins: none for a nested layout, 8 pixels for a panel, 16 for a window.
     Layout Margin(int pixels) &&;
-    Layout Spacing(int pixels) &&; ///< between the things of this layout; 8 by default
+    Layout Spacing(int pixels) &&; ///< between the items; 8 by default
     std::unique_ptr<QLayout> Take() && { return std::move(layout); }
 
 protected:
@@ -56,31 +56,31 @@ struct Column : Layout {
     Column(std::initializer_list<Item> items) : Layout(Direction::Down, items) {}
 };
 
-/// Label and field pairs in two aligned columns: Pairs{{caption, field}, ...}. The label becomes the field's buddy.
+/// Pairs of label and field in two aligned columns: Pairs{{caption, field}, ...}. The label becomes the field's buddy.
 struct Pairs : Layout {
     Pairs(std::initializer_list<std::pair<QWidget*, QWidget*>> lines);
 };
 
-/// A label that belongs to the container it is put into: a caption that the screen never refers to again.
+/// A label owned by its container: a caption that the screen doesn't refer to again.
 Label& NewLabel(const QString& name, const QString& text);
 
-/// Lets a control keep its room while it is hidden, so that nothing moves when it comes and goes.
-void KeepPlace(QWidget& control);
+/// Reserves a control's space while it is hidden, so that nothing moves.
+void RetainSizeWhenHidden(QWidget& control);
 
-/// Puts the arrangement into a panel (under its caption) or any other container; returns the container as an item.
+/// Sets the layout of a panel (below its caption) or another container; returns the container as an item.
 Item Inside(QWidget& container, Layout content);
 
-/// A titled frame around an arrangement: Titled("Correction", Column{...}).
+/// A titled frame around a layout: Titled("Correction", Column{...}).
 Item Titled(const QString& title, Layout content);
 
 /// Adds a page to a tab strip, with 16 pixels around.
 void AddPage(TabStrip& tabs, const QString& title, Layout content);
 
-/// Marks a control that a layout takes in: it stays its owner's when the container is destroyed.
+/// Marks a control as lent to a layout: it isn't destroyed with the container.
 void Lend(QWidget& control);
 
-/// Takes out of `container` every control that a layout was lent by its owner. Screens hold their controls by value, so
-/// a container that is destroyed first must not delete them.
+/// Removes all lent controls from `container`: screens hold their controls by value, so a container that is destroyed
+/// first must not delete them.
 void ReleaseControls(QWidget& container);
 
 } // namespace forms

@@ -92,7 +92,7 @@ QSize Picture::sizeHint() const
     return {Padding + IconSize + CaptionGap + caption + CaptionMargin, side};
 }
 
-void Picture::PaintGround(QPainter& painter) const
+void Picture::PaintBackground(QPainter& painter) const
 {
     const Colours& colours = TheColours();
     const bool isLively = isEnabled() && (border || hasFocus() || isDown());
@@ -113,7 +113,7 @@ void Picture::paintEvent(QPaintEvent*)
         LoadDrawing();
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    PaintGround(painter);
+    PaintBackground(painter);
 
     constexpr double fadedOpacity = 0.4;
     painter.setOpacity(isEnabled() ? 1.0 : fadedOpacity);
@@ -128,27 +128,27 @@ void Picture::paintEvent(QPaintEvent*)
                      Qt::AlignLeft | Qt::AlignVCenter | Qt::TextShowMnemonic, text());
 }
 
-void Picture::Attract()
+void Picture::Highlight()
 {
     if (!isEnabled())
         return;
-    attracted = true;
+    highlighted = true;
     SetBorder(true);
     Q_EMIT MouseOver();
 }
 
 void Picture::Release()
 {
-    const bool wasAttracted = std::exchange(attracted, false);
+    const bool wasHighlighted = std::exchange(highlighted, false);
     SetBorder(false);
-    if (wasAttracted)
+    if (wasHighlighted)
         Q_EMIT MouseLeft();
 }
 
 void Picture::enterEvent(QEnterEvent* event)
 {
     QAbstractButton::enterEvent(event);
-    Attract();
+    Highlight();
 }
 
 void Picture::leaveEvent(QEvent* event)
@@ -161,9 +161,9 @@ void Picture::leaveEvent(QEvent* event)
 void Picture::focusInEvent(QFocusEvent* event)
 {
     QAbstractButton::focusInEvent(event);
-    // A window that opens or comes back to the front has moved nobody's attention to the picture.
+    // Ignore focus that comes from the window being opened or activated.
     if (event->reason() != Qt::ActiveWindowFocusReason && event->reason() != Qt::PopupFocusReason)
-        Attract();
+        Highlight();
 }
 
 void Picture::focusOutEvent(QFocusEvent* event)

@@ -83,10 +83,10 @@ private:
     QElapsedTimer lastPaint;
 };
 
-/// Keeps the form in front of the window it was called from, also on desktops that let windows change places.
+/// Keeps the form in front of the window that opened it, on any window manager.
 void StandBefore(Form& form, const QWidget* caller)
 {
-    form.winId(); // makes the window handle
+    form.winId(); // creates the window handle
     if (caller && caller->windowHandle() && caller != &form)
         form.windowHandle()->setTransientParent(caller->windowHandle());
 }
@@ -97,7 +97,7 @@ Answer QtDesk::Message(const QString& text, Icon icon, const QString& title, But
 {
     QMessageBox box(QApplication::activeWindow());
     box.setObjectName(QStringLiteral("MessageBox"));
-    box.setTextFormat(Qt::PlainText); // messages contain names of patients and files
+    box.setTextFormat(Qt::PlainText); // messages may contain names of patients and files
     box.setIcon(BoxIcon(icon));
     box.setWindowTitle(title);
     box.setText(text);
@@ -108,7 +108,7 @@ Answer QtDesk::Message(const QString& text, Icon icon, const QString& title, But
     }
     QPushButton* yes = box.addButton(QStringLiteral("&Oui"), QMessageBox::YesRole);
     QPushButton* no = box.addButton(QStringLiteral("&Non"), QMessageBox::NoRole);
-    box.setDefaultButton(yes);
+    box.setDefaultButton(buttons == Buttons::NoYes ? no : yes);
     box.setEscapeButton(no);
     box.exec();
     return box.clickedButton() == yes ? Answer::Yes : Answer::No;
@@ -117,7 +117,7 @@ Answer QtDesk::Message(const QString& text, Icon icon, const QString& title, But
 void QtDesk::ShowModal(Form& form)
 {
     form.Load();
-    if (!form.IsLoaded()) // Form_Load itself may close the screen
+    if (!form.IsLoaded()) // Form_Load may close the screen
         return;
     StandBefore(form, QApplication::activeWindow());
     form.exec();

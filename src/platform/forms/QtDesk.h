@@ -4,7 +4,7 @@
 
 namespace forms {
 
-/// The desk of the real program: QMessageBox, modal windows, the system's bell.
+/// The desk of the program: QMessageBox, modal windows, the system bell.
 class QtDesk : public Desk {
 public:
     Answer Message(const QString& text, Icon icon, const QString& title, Buttons buttons) override;

@@ -4,7 +4,7 @@ class QWidget;
 
 namespace forms {
 
-/// Keeps a visible control from assistive software, where another one in the same place says the same.
+/// Hides a visible control from assistive software because another one has the same content.
 void HideFromReaders(QWidget& control);
 
 } // namespace forms

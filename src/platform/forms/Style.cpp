@@ -13,7 +13,7 @@
 #include <QProxyStyle>
 #include <QTranslator>
 
-// A static library's resources are linked in only where something asks for them; the macro must be outside namespaces.
+// A static library's resources must be initialised explicitly; the macro must be outside namespaces.
 static void LinkResources()
 {
     Q_INIT_RESOURCE(resources);
@@ -23,9 +23,9 @@ namespace forms {
 
 namespace {
 
-constexpr double UsualPoints = 10; // columns are laid out for it
+constexpr double UsualPoints = 10; // column widths are designed for it
 
-/// The style sheet with its "@role@" places filled.
+/// The style sheet with its "@role@" placeholders filled.
 QString StyleSheet()
 {
     QFile file(QStringLiteral(":/style.qss"));
@@ -61,7 +61,7 @@ QString StyleSheet()
     return sheet.replace("@large-points@", QString::number(1.5 * QApplication::font().pointSizeF()));
 }
 
-/// Fusion, with the program's own icons in message boxes.
+/// Fusion with the program's icons in message boxes.
 class ProgramStyle : public QProxyStyle {
 public:
     ProgramStyle() : QProxyStyle(QStringLiteral("Fusion")) {}
@@ -83,7 +83,7 @@ public:
     }
 };
 
-/// Takes the colours anew when the desktop changes its own.
+/// Refreshes the colours when the desktop's palette changes.
 class PaletteWatch : public QObject {
 public:
     explicit PaletteWatch(QApplication& watched) : QObject(&watched), application(watched) {}
@@ -91,7 +91,7 @@ public:
     bool eventFilter(QObject* watched, QEvent* event) override
     {
         if (watched == &application && event->type() == QEvent::ApplicationPaletteChange && !refreshing) {
-            refreshing = true; // a style sheet changes palettes as well
+            refreshing = true; // setting a style sheet also changes palettes
             RefreshColours();
             application.setStyleSheet(StyleSheet());
             refreshing = false;

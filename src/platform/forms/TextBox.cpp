@@ -15,8 +15,8 @@ namespace forms {
 
 namespace {
 
-/// Whether the window itself went to the back or came to the front, rather than the focus moving between its controls.
-bool IsWindowMatter(Qt::FocusReason reason)
+/// Whether the window was activated or deactivated, rather than the focus moving between its controls.
+bool IsWindowActivation(Qt::FocusReason reason)
 {
     return reason == Qt::ActiveWindowFocusReason || reason == Qt::PopupFocusReason || reason == Qt::MenuBarFocusReason;
 }
@@ -52,8 +52,7 @@ QClipboard::Mode PasteSource(const QKeyEvent& event)
 TextBox::TextBox(const QString& name)
 {
     setObjectName(name);
-    // A field can lose its place as the window's focused control while the window is in the background, without a focus
-    // event.
+    // While the window is in the background, another control can become its focus widget without a focus event.
     connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) {
         if (entered && now && now != this && now->window() == window())
             FocusLeaves();
@@ -62,7 +61,7 @@ TextBox::TextBox(const QString& name)
 
 TextBox::~TextBox()
 {
-    // Qt lets go of the focus after this destructor; what then remains is no text box any more.
+    // Qt clears the focus after this destructor, when the object is no longer a TextBox.
     disconnect(qApp, nullptr, this, nullptr);
 }
 
@@ -87,7 +86,7 @@ void TextBox::FilterKey(int& keyCode)
 
 int TextBox::Filtered(int keyCode)
 {
-    int passed = 0; // a filter that fails swallows the key
+    int passed = 0; // a filter that throws swallows the key
     Guarded([&] {
         int code = keyCode;
         FilterKey(code);
@@ -144,7 +143,7 @@ void TextBox::inputMethodEvent(QInputMethodEvent* event)
         QLineEdit::inputMethodEvent(event);
         return;
     }
-    // The composition ends first, then its result is typed through the filter, then the next composition begins.
+    // End the composition, type its result through the filter, then start the next composition.
     QInputMethodEvent end;
     end.setCommitString({}, event->replacementStart(), event->replacementLength());
     QLineEdit::inputMethodEvent(&end);
@@ -186,7 +185,7 @@ void TextBox::contextMenuEvent(QContextMenuEvent* event)
     for (QAction* action : menu->actions()) {
         if (!action->text().startsWith(QLineEdit::tr("&Paste")))
             continue;
-        action->disconnect(); // Qt's own pasting goes past the filter
+        action->disconnect(); // Qt's paste would bypass the filter
         connect(action, &QAction::triggered, this, [this] { TypeText(QApplication::clipboard()->text()); });
     }
     menu->popup(event->globalPos());
@@ -201,13 +200,12 @@ void TextBox::focusInEvent(QFocusEvent* event)
         selectAll();
         selectsOnRelease = event->reason() == Qt::MouseFocusReason;
     }
-    Q_EMIT GotFocus();
 }
 
 void TextBox::focusOutEvent(QFocusEvent* event)
 {
     QLineEdit::focusOutEvent(event);
-    if (!IsWindowMatter(event->reason()))
+    if (!IsWindowActivation(event->reason()))
         FocusLeaves();
 }
 

@@ -5,12 +5,12 @@
 
 namespace forms {
 
-/// An entry field with a filter on typed keys. Text that the user pastes, drops or composes passes through the same
-/// filter, character by character; line ends at its end are cut and other control characters turn into blanks. setText
-/// passes freely.
+/// An entry field with a filter for typed characters. Pasted, dropped and composed text passes the same filter
+/// character by character, without trailing line breaks and with other control characters as blanks. setText isn't
+/// filtered.
 ///
-/// GotFocus and LostFocus report focus moves between the controls of the window. A window that goes to the background,
-/// behind a message box for instance, neither takes the focus from the field nor gives it back.
+/// LostFocus reports that the focus has moved to another control of the window. Deactivating the window, by a message
+/// box for instance, doesn't count.
 class TextBox : public QLineEdit {
     Q_OBJECT
     Q_PROPERTY(QString Tag MEMBER Tag)
@@ -18,24 +18,23 @@ public:
     explicit TextBox(const QString& name);
     ~TextBox() override;
 
-    /// Called with the code of each typed character (8 backspace, 13 Enter) before the field takes it; 0 swallows it,
-    /// another code is typed instead. Runs after the field's own filter, with the codes that this one lets pass.
+    /// Called with the code of each typed character (8 backspace, 13 Enter), after the field's own filter; 0 swallows
+    /// it, another code replaces it.
     std::function<void(int& keyCode)> KeyPress;
     bool SelectsAllOnFocus = true;
     QString Tag;
 
 Q_SIGNALS:
-    /// Enter was typed and the filter let it pass.
+    /// Enter was typed and not swallowed by the filter.
     void Entered();
-    void GotFocus();
     void LostFocus();
 
 protected:
-    /// The field's filter: changes the code of a typed character, or swallows it with 0.
+    /// The field's own filter: replaces the code of a typed character, 0 swallows it.
     virtual void FilterKey(int& keyCode);
-    /// What the field does with its text when the focus leaves it, before LostFocus.
+    /// Called when the focus leaves the field, before LostFocus.
     virtual void Leave() {}
-    /// Types text that comes in one piece through the filter.
+    /// Types a whole text through the filter.
     virtual void TypeText(const QString& text);
 
     void keyPressEvent(QKeyEvent* event) override;
@@ -46,7 +45,7 @@ protected:
     void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
 
-    /// The code of a key event in the sense of the filters; 0 for keys that type nothing.
+    /// The filter code of a key event; 0 for keys that type nothing.
     static int CodeOf(const QKeyEvent& event);
 
 private:
@@ -54,19 +53,19 @@ private:
     void TypeCode(int keyCode);
     void FocusLeaves();
 
-    bool entered = false;          // between GotFocus and LostFocus
-    bool selectsOnRelease = false; // a click gave the focus; Qt places the caret between press and release
+    bool entered = false;          // focused, see LostFocus
+    bool selectsOnRelease = false; // focused by a click; Qt places the caret between press and release
 };
 
-/// The standard date field: filter, slashes by themselves, backspace that wipes below 7 characters, emptied on leaving
-/// when the date is bad. Entered comes only at a length at which the filter lets Enter pass.
+/// The standard date field: key filter, automatic slashes, backspace clears texts below 7 characters, and leaving it
+/// clears an invalid date. Entered is emitted only at a length at which the filter lets Enter pass.
 class DateField : public TextBox {
     Q_OBJECT
 public:
     explicit DateField(const QString& name);
 
 Q_SIGNALS:
-    /// The focus left a bad date: the field has beeped and is empty now. A screen may give the focus back here.
+    /// The focus has left an invalid date: the field has beeped and was cleared. A screen may return the focus here.
     void DateRefused();
 
 protected:

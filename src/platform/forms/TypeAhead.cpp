@@ -31,7 +31,7 @@ std::optional<int> TypeAhead::Find(const QString& typed, int rows, int currentRo
     const bool repeats = goesOn && letters == key;
     letters = goesOn && !repeats ? letters + (key.isEmpty() ? typed : key) : key;
 
-    // A longer text may still be the current row's; a new one begins behind it.
+    // A continued text may still match the current row; a new one starts after it.
     const int start = qMax(0, letters.size() > key.size() ? currentRow : currentRow + 1);
     for (int step = 0; step < rows; ++step) {
         const int row = (start + step) % rows;

@@ -7,12 +7,11 @@
 
 namespace forms {
 
-/// Finds a row of a list by letters typed one after the other: the next row whose name begins with them. Leading
-/// blanks, case and accents are ignored. The same letter typed again goes on to the next row; after a pause typing
-/// starts anew.
+/// Type-ahead search in a list: finds the next row whose name starts with the typed letters, ignoring leading blanks,
+/// case and accents. Repeating a letter moves to the next row; a pause starts a new search.
 class TypeAhead {
 public:
-    /// `typed` is the text of one key; `nameOf` gives the name of a row, 0 to `rows` - 1. None when no row begins so.
+    /// `typed` is the text of one key; `nameOf` returns the name of a row, 0 to `rows` - 1. None if no row matches.
     std::optional<int> Find(const QString& typed, int rows, int currentRow,
                             const std::function<QString(int row)>& nameOf);
 

@@ -10,11 +10,11 @@ namespace host {
 
 namespace {
 
-constexpr std::array signals{SIGTERM, SIGHUP, SIGINT};
+constexpr std::array Signals{SIGTERM, SIGHUP, SIGINT};
 
 int signalPipe[2] = {-1, -1};
 
-/// Runs in the signal's context: writes to the pipe and nothing else. A second signal finds the default handling.
+/// Signal handler: only writes to the pipe. A second signal gets the default handling.
 extern "C" void NoteSignal(int signal)
 {
     const char byte = 0;
@@ -33,13 +33,13 @@ EndSignals::EndSignals(std::function<void()> handler)
         notifier->setEnabled(false);
         handler();
     });
-    for (const int signal : signals)
+    for (const int signal : Signals)
         std::signal(signal, NoteSignal);
 }
 
 EndSignals::~EndSignals()
 {
-    for (const int signal : signals)
+    for (const int signal : Signals)
         std::signal(signal, SIG_DFL);
     delete notifier;
     for (int& end : signalPipe) {

@@ -8,7 +8,7 @@ class QSocketNotifier;
 namespace host {
 
 /// Calls `handler` from the event loop, once, when the system asks the program to end: SIGTERM, SIGHUP or SIGINT. A
-/// second signal ends it at once. One object at a time; the former handling comes back with its end.
+/// second signal ends it at once. One object at a time; its destructor restores the former handling.
 class EndSignals : public QObject {
 public:
     explicit EndSignals(std::function<void()> handler);

@@ -14,15 +14,15 @@
 namespace host {
 namespace {
 
-constexpr int readOnlyAttribute = 1;
-constexpr int folderAttribute = 16;
+constexpr int ReadOnlyAttribute = 1;
+constexpr int FolderAttribute = 16;
 
-constexpr QFile::Permissions modeBits = QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner | QFile::ReadGroup |
+constexpr QFile::Permissions ModeBits = QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner | QFile::ReadGroup |
                                         QFile::WriteGroup | QFile::ExeGroup | QFile::ReadOther | QFile::WriteOther |
                                         QFile::ExeOther;
 
-/// How `name` is written in `folder`: as given when it exists so or not at all, else the first that differs in case
-/// only.
+/// The spelling of `name` in `folder`: as given if it exists like that or not at all, otherwise the first that differs
+/// only in case.
 QString NameOnDisk(const QString& folder, const QString& name)
 {
     const QStringList entries = QDir(folder).entryList(QDir::AllEntries | QDir::Hidden | QDir::System, QDir::Name);
@@ -35,14 +35,13 @@ QString NameOnDisk(const QString& folder, const QString& name)
     return name;
 }
 
-/// The mode bits of a file. The bits count and not what this user may do: the administrator may write everywhere, and a
-/// file marked read-only is read-only for him too.
+/// The mode bits of a file, not the user's actual rights: a read-only file is read-only even for the administrator.
 QFile::Permissions ModeOf(const QString& path)
 {
     const QFileInfo file(path);
     if (!file.isFile())
         throw basic::RuntimeError(basic::Error::FileNotFound);
-    return file.permissions() & modeBits;
+    return file.permissions() & ModeBits;
 }
 
 } // namespace
@@ -86,25 +85,25 @@ bool FileExists(const QString& path, int attributes)
     if (path.isEmpty())
         return false;
     if (pattern.isEmpty())
-        pattern = ".*"; // a folder with nothing after it looks for anything in it
+        pattern = ".*"; // a path that ends with a folder matches anything in it
 
     const QRegularExpression wanted(QRegularExpression::anchoredPattern(pattern),
                                     QRegularExpression::CaseInsensitiveOption);
     QDir::Filters kinds = QDir::Files | QDir::NoDotAndDotDot;
-    if ((attributes & folderAttribute) != 0)
+    if ((attributes & FolderAttribute) != 0)
         kinds |= QDir::Dirs;
     return !QDir(folder).entryList(kinds).filter(wanted).isEmpty();
 }
 
 int FileAttributes(const QString& path)
 {
-    return ModeOf(path).testFlag(QFile::WriteOwner) ? 0 : readOnlyAttribute;
+    return ModeOf(path).testFlag(QFile::WriteOwner) ? 0 : ReadOnlyAttribute;
 }
 
 void SetFileAttributes(const QString& path, int attributes)
 {
     QFile::Permissions mode = ModeOf(path);
-    if ((attributes & readOnlyAttribute) != 0)
+    if ((attributes & ReadOnlyAttribute) != 0)
         mode &= ~(QFile::WriteOwner | QFile::WriteGroup | QFile::WriteOther);
     else
         mode |= QFile::WriteOwner;

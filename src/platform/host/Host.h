@@ -2,11 +2,10 @@
 
 #include <QDate>
 
-/// What the machine gives: clock, files. Number and date conversions are the program's own and depend on no setting of
-/// the machine.
+/// Access to the machine: clock and files. Number and date conversions don't depend on its settings.
 namespace host {
 
-/// The current date. FixToday sets it for tests and for the tour; an invalid date gives the real one again.
+/// The current date. FixToday overrides it for tests and the tour; an invalid date restores the real one.
 QDate Today();
 void FixToday(const QDate& date);
 

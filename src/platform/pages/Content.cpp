@@ -25,7 +25,7 @@ void ReadRows(const dao::ReadOnlyQuery& query, const Template& design, const QSt
     content.rows = query.Read(select, selection.values, {.rows = MostRows, .isGivenUp = isGivenUp});
 }
 
-/// Finds fields by name and notes those that the rows don't have.
+/// Finds fields by name and reports missing ones.
 class FieldFinder {
 public:
     explicit FieldFinder(const dao::RowTable& table) : rows(table) {}

@@ -7,19 +7,19 @@
 
 namespace pages {
 
-/// What a report reads besides its template.
+/// The data source of a report.
 struct Source {
     QString database;              ///< path
-    QString textSelect;            ///< gives one row; templates print its fields at {name}
+    QString textSelect;            ///< returns one row; templates print its fields at {name}
     QStringList textNames;         ///< the fields of textSelect, in lower case
-    QString selectionFormula = {}; ///< condition on the rows, see ReadSelection; empty selects all
+    QString selectionFormula = {}; ///< condition for the rows, see ReadSelection; empty selects all
 };
 
-/// What a report prints, all of it read at one moment.
+/// The data of a report, read in one snapshot.
 struct Content {
     QHash<QString, QString> texts; ///< by name in lower case
     dao::RowTable rows;
-    std::vector<int> fieldOf; ///< for each column of the template, its field in the rows
+    std::vector<int> fieldOf; ///< field in the rows for each template column
     int groupField = -1;
     QString printDate; ///< dd/mm/yyyy or empty
 };
@@ -27,19 +27,18 @@ struct Content {
 struct ReadContentResult {
     Content content;
     QList<Fault> faults;
-    bool isGivenUp = false; ///< neither content nor faults then
+    bool isGivenUp = false; ///< if true, there is neither content nor faults
 };
 
-/// Reads what a report prints, in one read snapshot. Mistakes of the select and the selection formula, and fields that
-/// the select doesn't give, are faults with their line of the template; a database that can't be read is a fault of
-/// line 0. Raises nothing.
+/// Reads the data of a report in one snapshot. Errors in the select and the selection formula, and fields missing from
+/// the select, are faults with their template line; an unreadable database is a fault of line 0. Never throws.
 ///
-/// While the rows are read, `isGivenUp` is asked now and then; true ends the reading. It may handle events and raises
-/// nothing.
+/// While the rows are read, `isGivenUp` is called from time to time; true cancels. It may process events but must not
+/// throw.
 ReadContentResult ReadContent(const Template& design, const Source& source,
                               const std::function<bool()>& isGivenUp = {});
 
-/// Finds the template's fields in the rows; those that aren't there are faults. ReadContent calls it.
+/// Finds the template's fields in the rows; missing ones are faults. Called by ReadContent.
 QList<Fault> FindFields(const Template& design, Content& content);
 
 } // namespace pages

@@ -9,8 +9,7 @@
 
 namespace pages {
 
-/// One line of text in a box: never wrapped, cut with an ellipsis where it is wider than the box. Millimetres and
-/// points.
+/// One line of text in a box: never wrapped, elided if wider than the box. Millimetres and points.
 struct Run {
     QRectF box;
     QString text;
@@ -27,18 +26,17 @@ struct Rule {
     bool faint = false;
 };
 
-/// A picture, as high as its box and at one side of it.
+/// A picture, as high as its box.
 struct Picture {
     QRectF box;
     QByteArray file; ///< PNG or JPEG
     Qt::Alignment alignment = Qt::AlignLeft;
 };
 
-/// The content of one sheet, in millimetres from its upper left corner. Screen, printer and PDF paint this and nothing
-/// else.
+/// The content of one sheet, in millimetres from its upper left corner: everything that screen, printer and PDF paint.
 struct Page {
     QSizeF paper;
-    std::vector<QRectF> shades; ///< light grey backgrounds, under everything
+    std::vector<QRectF> shades; ///< light grey backgrounds, painted first
     std::vector<Picture> pictures;
     std::vector<Rule> rules;
     std::vector<Run> runs;

@@ -27,12 +27,12 @@ void PageLayout::SetColumnWidths()
     double whole = 0;
     double shown = 0;
     for (std::size_t index = 0; index < content.fieldOf.size(); ++index) {
-        const Column& column = design.columns[qsizetype(index)];
+        const Column& column = design.columns[static_cast<qsizetype>(index)];
         cells.push_back({0, column.width, column.hideEmpty && HasNoValue(content.fieldOf[index])});
         whole += column.width;
         shown += cells.back().hidden ? 0 : column.width;
     }
-    if (shown == 0) { // no column is left to take the others' room: all of them are shown
+    if (shown == 0) { // no column would remain: show all
         for (Cell& cell : cells)
             cell.hidden = false;
         shown = whole;
@@ -140,7 +140,7 @@ void PageLayout::BreakPages()
             while (blocks[start].staysWithPrevious && start > pageStarts.back())
                 --start;
             if (start > pageStarts.back())
-                block = start; // what must stay together moves to the next page
+                block = start; // blocks that must stay together move to the next page
             pageStarts.push_back(block);
             height = laterTop + (ContinuesGroup(block) ? lineHeight * measures::HeadLines : 0);
         }
@@ -186,8 +186,8 @@ Page PageLayout::MakePage(int index) const
     AddColumnHeads(page, headTop);
     double top = headTop + ColumnHeadsHeight();
 
-    const std::size_t first = pageStarts[std::size_t(index)];
-    const std::size_t end = index + 1 < PageCount() ? pageStarts[std::size_t(index) + 1] : blocks.size();
+    const std::size_t first = pageStarts[static_cast<std::size_t>(index)];
+    const std::size_t end = index + 1 < PageCount() ? pageStarts[static_cast<std::size_t>(index) + 1] : blocks.size();
     if (ContinuesGroup(first)) {
         AddGroupHead(page, blocks[first].index, top, true);
         top += lineHeight * measures::HeadLines;

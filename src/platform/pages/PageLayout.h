@@ -6,25 +6,24 @@
 
 namespace pages {
 
-/// A report broken into pages. The breaks follow from the number of rows; a page is made when it is asked for.
+/// The page layout of a report. Page breaks are computed at once, pages on demand.
 ///
-/// Depends on the template and the content alone, not on a display or fonts, so the same input always gives the same
-/// pages. Column heads are on every page. A group's heading is never separated from its first row, nor a subtotal from
-/// its last, and totals and ending follow at least one row; a group that continues has its heading again, with
-/// "(suite)", at the top of the next page. A heading or ending line whose placeholders are all empty is left out. A
-/// report without rows has one page.
+/// Depends only on template and content, not on display or fonts: the same input always gives the same pages. Every
+/// page has the column heads. A group heading is never separated from its first row, a subtotal from its last row;
+/// totals and ending follow at least one row. A continued group repeats its heading with "(suite)". Heading and ending
+/// lines whose placeholders are all empty are omitted. A report without rows has one page.
 class PageLayout {
 public:
     PageLayout(Template layoutDesign, Content read);
 
     const Template& Design() const { return design; }
     const Content& Data() const { return content; }
-    int PageCount() const { return int(pageStarts.size()); }
+    int PageCount() const { return static_cast<int>(pageStarts.size()); }
     Page MakePage(int index) const;
 
 private:
     enum class Part : quint8 { Row, GroupHead, Subtotal, Totals, Empty, Gap, Ending };
-    /// A part of the body that no page break divides.
+    /// A part of the body that isn't split across pages.
     struct Block {
         Part part;
         bool staysWithPrevious; ///< no page starts with it

@@ -1,4 +1,4 @@
-// How the parts of a page look, each at the position its caller gives.
+// Appearance of the parts of a page, at positions given by the caller.
 #include "platform/pages/PageLayout.h"
 #include "platform/pages/PageMeasures.h"
 #include "platform/pages/ValueText.h"
@@ -14,7 +14,7 @@ void AddRule(Page& page, double left, double right, double top, double thickness
     page.rules.push_back({QLineF(left, top, right, top), thickness, faint});
 }
 
-/// Adds text unless there is none.
+/// Adds text unless empty.
 void AddRun(Page& page, Run run)
 {
     run.text = SingleLine(run.text);
@@ -54,7 +54,8 @@ void PageLayout::AddCell(Page& page, std::size_t column, double top, double heig
     const Cell& cell = cells[column];
     const QRectF box(cell.left + measures::CellPadding, top, cell.width - 2 * measures::CellPadding, height);
     if (!cell.hidden && box.width() > 0)
-        AddRun(page, {box, text, design.columns[qsizetype(column)].alignment, design.points, bold, false, false});
+        AddRun(page, {box, text, design.columns[static_cast<qsizetype>(column)].alignment, design.points, bold, false,
+                      false});
 }
 
 void PageLayout::AddLabel(Page& page, double left, double top, double width, double height, const QString& text,
@@ -73,7 +74,7 @@ void PageLayout::AddColumnHeads(Page& page, double top) const
     page.shades.emplace_back(design.left, top, TableRight() - design.left, height);
     AddHeadsAbove(page, top, height - headHeight);
     for (std::size_t column = 0; column < cells.size(); ++column)
-        AddCell(page, column, headTop, headHeight, design.columns[qsizetype(column)].heading, true);
+        AddCell(page, column, headTop, headHeight, design.columns[static_cast<qsizetype>(column)].heading, true);
     AddRule(page, design.left, TableRight(), top + height, StrongLine);
 }
 
@@ -81,8 +82,8 @@ void PageLayout::AddHeadsAbove(Page& page, double top, double height) const
 {
     std::size_t end = 0;
     for (std::size_t first = 0; first < cells.size(); first = end) {
-        const QString& text = design.columns[qsizetype(first)].above;
-        for (end = first; end < cells.size() && design.columns[qsizetype(end)].above == text;)
+        const QString& text = design.columns[static_cast<qsizetype>(first)].above;
+        for (end = first; end < cells.size() && design.columns[static_cast<qsizetype>(end)].above == text;)
             ++end;
         const double left = cells[first].left + measures::CellPadding;
         const double right = cells[end - 1].left + cells[end - 1].width - measures::CellPadding;
@@ -137,8 +138,10 @@ void PageLayout::AddBlock(Page& page, const Block& block, double top, int pageIn
 void PageLayout::AddRow(Page& page, int row, double top) const
 {
     for (std::size_t column = 0; column < cells.size(); ++column)
-        AddCell(page, column, top, lineHeight,
-                CellText(design.columns[qsizetype(column)], content.rows.Cell(row, content.fieldOf[column])), false);
+        AddCell(
+            page, column, top, lineHeight,
+            CellText(design.columns[static_cast<qsizetype>(column)], content.rows.Cell(row, content.fieldOf[column])),
+            false);
     AddRule(page, design.left, TableRight(), top + lineHeight, ThinLine, true);
 }
 
@@ -154,7 +157,7 @@ void PageLayout::AddGroupHead(Page& page, int row, double top, bool continued) c
 double PageLayout::FirstSumLeft() const
 {
     for (std::size_t column = 0; column < cells.size(); ++column)
-        if (design.columns[qsizetype(column)].total && !cells[column].hidden)
+        if (design.columns[static_cast<qsizetype>(column)].total && !cells[column].hidden)
             return cells[column].left;
     return TableRight();
 }
@@ -175,7 +178,7 @@ void PageLayout::AddSums(Page& page, const QString& label, const Block& block, d
     AddRule(page, design.left, TableRight(), top, block.part == Part::Totals ? StrongLine : ThinLine);
     AddLabel(page, design.left, top, FirstSumLeft() - design.left, height, label, true);
     for (std::size_t column = 0; column < cells.size(); ++column) {
-        const Column& summed = design.columns[qsizetype(column)];
+        const Column& summed = design.columns[static_cast<qsizetype>(column)];
         if (!summed.total)
             continue;
         const bool isGiven = block.part == Part::Totals && !summed.totalText.isEmpty();

@@ -8,11 +8,10 @@ namespace pages {
 /// A text of a template with its placeholders filled in.
 struct FilledText {
     QString text;
-    bool printed = false; ///< it has no placeholder, or one of them had a text
+    bool printed = false; ///< false if all of its placeholders were empty
 };
 
-/// Replaces each {name}, or {name|text for an empty value}, by what `valueOf` gives for the name. Braces in a value
-/// stay as they are.
+/// Replaces {name} and {name|text for an empty value} by `valueOf(name)`. Braces in values are literal.
 FilledText FillPlaceholders(const QString& text, const std::function<QString(const QString& name)>& valueOf);
 
 } // namespace pages

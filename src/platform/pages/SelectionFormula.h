@@ -7,13 +7,13 @@
 
 namespace pages {
 
-/// A selection formula as a condition of a select, with its values to be bound to ?1, ?2 ... .
+/// A selection formula as an SQL condition, with the values for ?1, ?2 ... .
 struct Selection {
     QString condition;
     std::vector<dao::Value> values;
 };
 
-/// Reads "{Plani.date} = date(2008,06,17) and {Plani.Num_Presta} = 3": comparisons (= <> < <= > >=) of a field with a
+/// Parses "{Plani.date} = date(2008,06,17) and {Plani.Num_Presta} = 3": comparisons (= <> < <= > >=) of a field with a
 /// number, a quoted text or a date, joined by "and". A date becomes ISO text. Raises 3075 for anything else.
 Selection ReadSelection(const QString& formula);
 

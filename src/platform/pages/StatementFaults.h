@@ -5,8 +5,8 @@
 
 namespace pages {
 
-/// Runs `read` and appends what it raises to `faults`: a mistake in the template's select, which starts in
-/// `selectLine`, with its line; anything else as a fault of the whole file.
+/// Runs `read` and appends its errors to `faults`: an error in the template's select, which starts at `selectLine`,
+/// with its line; others as faults of the whole file.
 template <class Reading>
 void CollectStatementFaults(QList<Fault>& faults, int selectLine, Reading read)
 {

@@ -4,10 +4,10 @@
 
 namespace pages {
 
-/// All mistakes of a template file: its own, and those of its select over the tables of the source's database.
+/// All errors of a template file, including those of its select against the source's database.
 QList<Fault> CheckTemplate(const QString& file, const Source& source);
 
-/// A fault as a user reads it: "ZEP_R1.RPT, ligne 3 : table inconnue « Rien »".
+/// A fault as shown to the user: "ZEP_R1.RPT, ligne 3 : table inconnue « Rien »".
 QString FaultText(const QString& file, const Fault& fault);
 
 } // namespace pages

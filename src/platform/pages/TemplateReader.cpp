@@ -12,14 +12,14 @@ namespace pages {
 namespace {
 
 constexpr qint64 LargestFile = 64 * 1024;
-constexpr double SmallestBody = 40; // mm left for the rows of a page
+constexpr double SmallestBody = 40; // mm, room for the rows of a page
 
 struct PaperSize {
     const char* name;
     double width;
     double height;
 };
-constexpr PaperSize paperSizes[] = {{"A4", 210, 297}, {"A5", 148, 210}, {"A3", 297, 420}, {"Letter", 215.9, 279.4}};
+constexpr PaperSize PaperSizes[] = {{"A4", 210, 297}, {"A5", 148, 210}, {"A3", 297, 420}, {"Letter", 215.9, 279.4}};
 
 /// Reads a template from its root table.
 class Reader {
@@ -51,12 +51,12 @@ private:
 void Reader::ReadPaper(TomlTable paper)
 {
     const QString size = paper.Text("size", "A4");
-    const auto* known = std::ranges::find_if(paperSizes, [&](const PaperSize& each) {
+    const auto* known = std::ranges::find_if(PaperSizes, [&](const PaperSize& each) {
         return size.compare(QLatin1String(each.name), Qt::CaseInsensitive) == 0;
     });
-    if (known == std::end(paperSizes)) {
+    if (known == std::end(PaperSizes)) {
         paper.Refuse("size", QStringLiteral("papier inconnu « %1 » (A3, A4, A5 ou Letter)").arg(size));
-        known = paperSizes;
+        known = PaperSizes;
     }
     design.paper = {known->width, known->height};
     const QString orientation = paper.Text("orientation", "portrait");
@@ -189,7 +189,7 @@ void Reader::ReadFooter(TomlTable footer)
     footer.RefuseOtherKeys();
 }
 
-/// Heading and margins must leave room for rows.
+/// Checks that heading and margins leave room for rows.
 void Reader::RefuseFullPages()
 {
     double room = design.paper.height() - design.top - design.bottom;
@@ -244,7 +244,7 @@ ParsedTemplate ReadTemplateFile(const QString& path, const QStringList& textName
     const QFileInfo info(path);
     if (!info.exists())
         return refused(QStringLiteral("le fichier n'existe pas"));
-    if (!info.isFile()) // a folder, or a pipe whose reading would wait
+    if (!info.isFile()) // a folder, or a pipe, where reading would block
         return refused(QStringLiteral("ce n'est pas un fichier"));
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))

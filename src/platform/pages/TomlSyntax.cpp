@@ -7,10 +7,10 @@
 namespace pages {
 namespace {
 
-/// Goes through a text once and notes where quotes and brackets are left open. Lines count from 1, 0 is none.
-class OpenEnds {
+/// Scans a text for unclosed quotes and brackets. Lines count from 1; 0 means none.
+class DelimiterScanner {
 public:
-    explicit OpenEnds(const QByteArray& text) : rest(text.constData(), std::size_t(text.size()))
+    explicit DelimiterScanner(const QByteArray& text) : rest(text.constData(), static_cast<std::size_t>(text.size()))
     {
         while (!rest.empty())
             Step();
@@ -19,9 +19,9 @@ public:
     }
 
     int TooDeep() const { return tooDeep; }
-    int Quote() const { return quote; }             ///< of a text on one line
-    int TripleQuote() const { return tripleQuote; } ///< of a text on several lines
-    int Bracket() const { return bracket; }         ///< of a list that a heading follows
+    int Quote() const { return quote; }             ///< of an unclosed single-line text
+    int TripleQuote() const { return tripleQuote; } ///< of an unclosed multi-line text
+    int Bracket() const { return bracket; }         ///< of an unclosed list followed by a heading
 
 private:
     void Step()
@@ -61,7 +61,7 @@ private:
         Advance(1);
     }
 
-    /// Where the text that starts with `delimiter` ends: behind its closing delimiter, or npos.
+    /// The position after the closing `delimiter` of a text, or npos.
     std::size_t EndOfQuoted(std::string_view delimiter) const
     {
         const bool hasEscapes = delimiter.front() == '"';
@@ -81,7 +81,7 @@ private:
         const std::size_t end = EndOfQuoted(rest.substr(0, 1));
         if (end == std::string_view::npos && quote == 0)
             quote = line;
-        Advance(end == std::string_view::npos ? 1 : end); // brackets behind an open quote count
+        Advance(end == std::string_view::npos ? 1 : end); // brackets after an unclosed quote count
     }
 
     void SkipTripleQuoted()
@@ -93,8 +93,8 @@ private:
             return Advance(3);
         }
         for (int more = 0; more < 2 && end < rest.size() && rest[end] == delimiter; ++more)
-            ++end; // the text itself may end with one or two quotes
-        line += int(std::ranges::count(rest.substr(0, end), '\n'));
+            ++end; // the text may end with one or two quotes of its own
+        line += static_cast<int>(std::ranges::count(rest.substr(0, end), '\n'));
         Advance(end);
     }
 
@@ -102,7 +102,7 @@ private:
     {
         static const QRegularExpression heading(R"(^\s*\[\[?\w+\]\]?\s*(#|$))");
         const std::string_view next = rest.substr(0, rest.find('\n'));
-        return heading.match(QString::fromUtf8(next.data(), qsizetype(next.size()))).hasMatch();
+        return heading.match(QString::fromUtf8(next.data(), static_cast<qsizetype>(next.size()))).hasMatch();
     }
 
     void Advance(std::size_t count) { rest.remove_prefix(count); }
@@ -110,7 +110,7 @@ private:
     std::string_view rest;
     int line = 1;
     int depth = 0;
-    int dots = 0; ///< of the name at hand
+    int dots = 0; ///< in the current name
     int tooDeep = 0;
     int quote = 0;
     int tripleQuote = 0;
@@ -132,7 +132,7 @@ int LineOfForeignEncoding(const QByteArray& text)
     return 0;
 }
 
-/// Whether an earlier line of the same table, or an earlier heading, says the same.
+/// Whether the key repeats an earlier one of the same table, or the heading an earlier heading.
 bool IsRepeated(const QStringList& lines, int index, const QRegularExpression& same, bool withinTable)
 {
     for (int earlier = index - 1; earlier >= 0; --earlier) {
@@ -210,14 +210,14 @@ std::optional<Fault> FindUnreadableText(const QByteArray& text)
         return Fault{1, QStringLiteral("le fichier est en UTF-16 : l'enregistrer en UTF-8")};
     if (const int line = LineOfForeignEncoding(text); line > 0)
         return Fault{line, QStringLiteral("cette ligne n'est pas en UTF-8 : enregistrer le fichier en UTF-8")};
-    if (const int line = OpenEnds(text).TooDeep(); line > 0)
+    if (const int line = DelimiterScanner(text).TooDeep(); line > 0)
         return Fault{line, QStringLiteral("plus de %1 niveaux l'un dans l'autre").arg(DeepestNesting)};
     return {};
 }
 
 Fault ExplainSyntaxError(const QByteArray& text, int line)
 {
-    const OpenEnds ends(text);
+    const DelimiterScanner ends(text);
     if (ends.TripleQuote() > 0)
         return {ends.TripleQuote(), QStringLiteral("les trois guillemets ouverts ici ne sont fermés nulle part")};
     if (ends.Quote() > 0 && ends.Quote() <= line)
@@ -227,7 +227,7 @@ Fault ExplainSyntaxError(const QByteArray& text, int line)
     const auto startsWithBracket = [&](int number) { return lines.value(number - 1).trimmed().startsWith('['); };
     if (ends.Bracket() > 0 && ends.Bracket() <= line && !startsWithBracket(ends.Bracket()))
         return {ends.Bracket(), QStringLiteral("un crochet ouvert ici n'est fermé nulle part")};
-    const int index = std::clamp(line, 1, int(lines.size())) - 1;
+    const int index = std::clamp(line, 1, static_cast<int>(lines.size())) - 1;
     const QString reason = startsWithBracket(index + 1) ? ExplainHeading(lines, index) : ExplainKey(lines, index);
     return {line, reason.isEmpty() ? QStringLiteral("cette ligne n'est pas écrite comme il faut") : reason};
 }

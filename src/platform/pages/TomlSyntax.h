@@ -9,12 +9,12 @@ namespace pages {
 
 inline constexpr int DeepestNesting = 8;
 
-/// What rules a template's text out before it is parsed: text that isn't UTF-8, and lists, tables or dotted names
-/// nested deeper than DeepestNesting, which the parser would follow until its stack is exhausted.
+/// Checks a template's text before it is parsed: it must be UTF-8, and lists, tables and dotted names must not be
+/// nested deeper than DeepestNesting, which could overflow the parser's stack.
 std::optional<Fault> FindUnreadableText(const QByteArray& text);
 
-/// The mistake in words for a text that the parser has refused in `line`, from 1. The fault's line is the one to mend:
-/// that of an opening quote or bracket whose end is missing comes before the line in which the parser gave up.
+/// Explains why the parser has refused a text at `line`, from 1. The fault's line is where the user must correct it:
+/// that of an unclosed quote or bracket rather than the line at which the parser gave up.
 Fault ExplainSyntaxError(const QByteArray& text, int line);
 
 } // namespace pages

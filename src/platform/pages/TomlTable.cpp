@@ -10,12 +10,12 @@ namespace {
 
 int LineOf(const toml::node& node)
 {
-    return int(node.source().begin.line);
+    return static_cast<int>(node.source().begin.line);
 }
 
 QString TextOf(std::string_view text)
 {
-    return QString::fromUtf8(text.data(), qsizetype(text.size()));
+    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
 
 const toml::table& NoTable()
@@ -183,16 +183,17 @@ int TomlTable::FirstLineOf(const char* key) const
         return Line();
     const std::string_view text = node->as_string()->get();
     const auto first = text.find_first_not_of(" \t\r\n");
-    const auto newlines = [](std::string_view part) { return int(std::ranges::count(part, '\n')); };
-    // The parser gives the line of the closing quotes; the text has as many line breaks as it has lines before that.
-    return int(node->source().end.line) - newlines(text) + newlines(text.substr(0, first == text.npos ? 0 : first));
+    const auto newlines = [](std::string_view part) { return static_cast<int>(std::ranges::count(part, '\n')); };
+    // The parser reports the line of the closing quotes: subtract the line breaks in the text.
+    return static_cast<int>(node->source().end.line) - newlines(text) +
+           newlines(text.substr(0, first == text.npos ? 0 : first));
 }
 
 void TomlTable::RefuseOtherKeys()
 {
     for (const auto& [key, node] : *table)
         if (!readKeys.contains(TextOf(key.str())))
-            faults->append({int(key.source().begin.line),
+            faults->append({static_cast<int>(key.source().begin.line),
                             QStringLiteral("« %1 » est inconnu dans %2").arg(TextOf(key.str()), name)});
 }
 
@@ -203,11 +204,11 @@ void ReadToml(const QByteArray& text, QList<Fault>& faults, const std::function<
         return;
     }
     try {
-        const toml::table root = toml::parse(std::string_view(text.constData(), std::size_t(text.size())));
+        const toml::table root = toml::parse(std::string_view(text.constData(), static_cast<std::size_t>(text.size())));
         TomlTable file(root, "le modèle", faults);
         read(file);
     } catch (const toml::parse_error& error) {
-        faults.append(ExplainSyntaxError(text, int(error.source().begin.line)));
+        faults.append(ExplainSyntaxError(text, static_cast<int>(error.source().begin.line)));
     }
 }
 

@@ -8,8 +8,8 @@
 
 namespace pages {
 
-/// One table of a template file. Its readers return the value of a key; for a value that isn't right they note a fault
-/// with the key's line and return a default, so that one reading finds all mistakes.
+/// One table of a template file. The readers return the value of a key; for an invalid value they add a fault with the
+/// key's line and return a default, so that one pass finds all errors.
 class TomlTable {
 public:
     /// `tableName` is the table's name in messages ("[[column]]"); `found` receives the faults and outlives the table.
@@ -21,7 +21,7 @@ public:
 
     QString Text(const char* key, const QString& otherwise = {});
     QString RequiredText(const char* key);
-    /// Refuses placeholders that are not among `known`.
+    /// A text whose placeholders must be among `known`.
     QString TextWithPlaceholders(const char* key, const QStringList& known);
     /// A display mask: "#", "0", point and blanks, or "dd/mm/yyyy".
     QString Mask(const char* key);
@@ -32,12 +32,12 @@ public:
     TomlTable Table(const char* key);
     QList<TomlTable> Tables(const char* key);
 
-    /// The line of a text's first character that isn't blank: a text in three quotes may start on the next line.
+    /// The line of a text's first non-blank character: a multi-line text may start on the next line.
     int FirstLineOf(const char* key) const;
 
-    /// Notes a fault at the key, or at the table when it has no such key.
+    /// Adds a fault at the key, or at the table if the key is missing.
     void Refuse(const char* key, const QString& reason);
-    /// Notes every key that nothing has read, such as a mistyped one.
+    /// Adds a fault for every key that wasn't read, such as a mistyped one.
     void RefuseOtherKeys();
 
 private:
@@ -50,7 +50,7 @@ private:
     QSet<QString> readKeys;
 };
 
-/// Parses `text` and calls `read` with its root table; text that can't be parsed is one fault and `read` isn't called.
+/// Parses `text` and calls `read` with its root table; a syntax error is one fault and `read` isn't called.
 void ReadToml(const QByteArray& text, QList<Fault>& faults, const std::function<void(TomlTable&)>& read);
 
 } // namespace pages

@@ -9,7 +9,7 @@
 namespace pages {
 namespace {
 
-constexpr int LongestText = 400; // characters, more than the widest sheet holds in the smallest letters
+constexpr int LongestText = 400; // characters; more than fit on the widest sheet in the smallest font
 const QString DateMask = QStringLiteral("dd/mm/yyyy");
 
 bool IsNumber(const dao::Value& value)
@@ -17,14 +17,14 @@ bool IsNumber(const dao::Value& value)
     return std::holds_alternative<qint64>(value.Raw()) || std::holds_alternative<double>(value.Raw());
 }
 
-/// A mask writes the blanks of its empty digits behind the minus sign: "-     12.50".
+/// A mask leaves blanks for empty digits after the minus sign: "-     12.50".
 QString WithoutMaskBlanks(const QString& number)
 {
     const QString text = number.trimmed();
     return text.startsWith('-') ? "-" + text.sliced(1).trimmed() : text;
 }
 
-/// Whether the text is an amount as a screen writes it under a mask.
+/// Whether the text is an amount formatted with a mask.
 bool IsAmount(const QString& text)
 {
     static const QRegularExpression amount(R"(^\s*-?(?=.*\d)[\d ]*\.?\d*\s*$)");
@@ -92,8 +92,9 @@ QString CellText(const Column& column, const dao::Value& value)
     const double number = value.Double();
     if (column.blankZero && number == 0)
         return {};
-    const bool isChoice = number >= 0 && number < double(column.choices.size()) && number == std::floor(number);
-    return isChoice ? SingleLine(column.choices[int(number)]) : NumberText(number, column.mask);
+    const bool isChoice =
+        number >= 0 && number < static_cast<double>(column.choices.size()) && number == std::floor(number);
+    return isChoice ? SingleLine(column.choices[static_cast<int>(number)]) : NumberText(number, column.mask);
 }
 
 } // namespace pages

@@ -59,7 +59,7 @@ void PagePainter::Paint(QPainter& painter, const pages::Page& page, double dotsP
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setRenderHint(QPainter::TextAntialiasing);
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
-    painter.setLayoutDirection(Qt::LayoutDirectionAuto); // each text runs in the direction of its own letters
+    painter.setLayoutDirection(Qt::LayoutDirectionAuto); // each text has the direction of its own script
     for (const QRectF& box : page.shades)
         painter.fillRect(InUnits(box), Shade);
     for (const pages::Picture& picture : page.pictures)

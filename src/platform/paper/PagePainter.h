@@ -12,7 +12,7 @@ namespace paper {
 /// Paints pages on the screen, the printer or a PDF, all in the same way.
 class PagePainter {
 public:
-    /// Paints with the sheet's upper left corner at the painter's origin. The paper's own colour is left to the caller.
+    /// Paints with the sheet's upper left corner at the painter's origin. Doesn't paint the paper itself.
     void Paint(QPainter& painter, const pages::Page& page, double dotsPerMillimetre);
 
 private:

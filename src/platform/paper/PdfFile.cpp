@@ -18,7 +18,7 @@ namespace {
 
 constexpr int PdfResolution = 1200; // dots per inch
 
-/// Opens a temporary file beside `file`'s path that only its owner can read; committing renames it to that path.
+/// Opens a temporary file, readable by its owner only, next to `file`'s path; commit renames it.
 void OpenForOwner(QSaveFile& file)
 {
     const auto ownerOnly = basic::ForOwnerOnly();
@@ -50,7 +50,7 @@ void WritePdf(const pages::PageLayout& layout, PagePainter& painter, const QStri
             painter.Paint(onPaper, layout.MakePage(page), PdfResolution / pages::measures::PerInch);
         }
     }
-    if (!file.commit()) // opened but not written: the disk or a quota is full
+    if (!file.commit()) // open succeeded but writing failed: full disk or quota
         throw basic::RuntimeError(basic::Error::DiskFull);
 }
 

@@ -6,7 +6,7 @@
 
 namespace paper {
 
-/// The sheet a report is printed on: the template's paper size and orientation, without margins of the device.
+/// The sheet of a report: the template's paper size and orientation, without device margins.
 QPageLayout SheetOf(const pages::Template& design);
 
 } // namespace paper

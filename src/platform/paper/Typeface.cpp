@@ -14,11 +14,11 @@ QFont MakeFont(double points, bool bold, bool italic)
                                   QStringLiteral("DejaVu Sans")};
     QFont font(families);
     font.setStyleHint(QFont::SansSerif);
-    font.setPixelSize(int(std::lround(points * pages::measures::PerPoint * UnitsPerMillimetre)));
+    font.setPixelSize(static_cast<int>(std::lround(points * pages::measures::PerPoint * UnitsPerMillimetre)));
     font.setBold(bold);
     font.setItalic(italic);
-    font.setHintingPreference(QFont::PreferNoHinting); // hinted letters have other widths on each device
-    font.setKerning(false);                            // so that the width of a text is the sum of its letters'
+    font.setHintingPreference(QFont::PreferNoHinting); // hinted letters differ in width between devices
+    font.setKerning(false);                            // so that a text's width is the sum of its letters' widths
     return font;
 }
 
@@ -46,7 +46,7 @@ double Typeface::WidthOf(const QString& text) const
     for (const QChar character : text) {
         const double advance = character.unicode() < TableSize ? advances[character.unicode()] : 0;
         if (advance == 0)
-            return metrics.horizontalAdvance(text); // letters that join or change with their neighbours
+            return metrics.horizontalAdvance(text); // letters that are shaped by their neighbours
         width += advance;
     }
     return width;

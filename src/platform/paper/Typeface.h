@@ -12,8 +12,8 @@
 
 namespace paper {
 
-/// A font of one size and weight, measured in hundredths of a millimetre: the same on every device, so that what fits
-/// on the screen fits on paper.
+/// A font of one size and weight with device-independent metrics (hundredths of a millimetre): what fits on the screen
+/// fits on paper.
 class Typeface {
 public:
     Typeface(double points, bool bold, bool italic);
@@ -22,10 +22,10 @@ public:
     double Ascent() const { return metrics.ascent(); }
     double Height() const { return metrics.height(); }
     double WidthOf(const QString& text) const;
-    /// `text`, cut with an ellipsis when it is wider than `width`.
+    /// `text`, elided if wider than `width`.
     QString Elided(const QString& text, double width) const;
-    /// The glyphs of `text` with their positions, from the left end of its base line. None for text that needs shaping,
-    /// which Qt does but takes longer: letters that join, combine or run from right to left.
+    /// The glyphs of `text` with their positions, from the left end of the baseline. None for text that needs shaping
+    /// (joining, combining or right-to-left), which is left to Qt and slower.
     std::optional<QGlyphRun> GlyphsOf(const QString& text) const;
 
 private:
@@ -37,10 +37,10 @@ private:
     QFontMetricsF metrics;
     std::array<double, TableSize> advances{}; ///< of the printable Latin-1 characters; 0 for others
     QRawFont rawFont;
-    std::array<quint32, TableSize> glyphs{}; ///< of the same characters; 0 where the font has none
+    std::array<quint32, TableSize> glyphs{}; ///< of the same characters; 0 if the font lacks one
 };
 
-/// The typefaces in use, made once each.
+/// Cache of typefaces.
 class Typefaces {
 public:
     const Typeface& For(const pages::Run& run);

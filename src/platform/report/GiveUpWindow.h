@@ -5,7 +5,7 @@
 
 namespace report {
 
-/// The window "LongReading": the rows of a report take long to read, and can be given up.
+/// The window "LongReading": offers to cancel a report whose rows take long to read.
 class GiveUpWindow : public forms::Form {
     Q_OBJECT
 public:

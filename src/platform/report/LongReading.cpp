@@ -48,7 +48,7 @@ bool LongReading::IsGivenUp()
         return window && window->IsGivenUp();
     if (!window)
         ShowWindow();
-    // Input and painting only: handlers of sockets and pipes mustn't run in the middle of a reading.
+    // Input and painting only: socket and pipe handlers mustn't run while reading.
     QApplication::processEvents(QEventLoop::ExcludeSocketNotifiers);
     sinceEvents.restart();
     return window->IsGivenUp();
@@ -59,7 +59,7 @@ void LongReading::ShowWindow()
     const QWidget* caller = QApplication::activeWindow();
     window = std::make_unique<GiveUpWindow>();
     window->Load();
-    window->winId(); // makes the window handle
+    window->winId(); // creates the window handle
     if (caller != nullptr && caller->windowHandle() != nullptr)
         window->windowHandle()->setTransientParent(caller->windowHandle());
     window->show();

@@ -8,14 +8,14 @@ namespace report {
 
 class GiveUpWindow;
 
-/// Lets the user give up a reading that takes long: after `untilOffered` a window says so and offers to. Its events are
-/// handled while IsGivenUp is called, in the program's one thread; no other window takes input meanwhile.
+/// Lets the user cancel a long read: after `untilOffered` a window offers to. Events are processed inside IsGivenUp, in
+/// the single thread; no other window accepts input meanwhile.
 class LongReading {
 public:
     explicit LongReading(std::chrono::milliseconds untilOffered);
     ~LongReading();
 
-    /// To be called often. True once the user has pressed Esc or "Abandonner" or has closed the window.
+    /// Call often. True once the user has pressed Esc or "Abandonner" or closed the window.
     bool IsGivenUp();
 
 private:
@@ -24,7 +24,7 @@ private:
     std::chrono::milliseconds patience;
     QElapsedTimer sinceStart;
     QElapsedTimer sinceEvents;
-    std::unique_ptr<GiveUpWindow> window; ///< none until patience has run out
+    std::unique_ptr<GiveUpWindow> window; ///< null until it is shown
 };
 
 } // namespace report

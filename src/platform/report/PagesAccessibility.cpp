@@ -26,12 +26,12 @@ public:
     }
 
     QString text(int start, int end) const override { return view.PageText().mid(start, end - start); }
-    int characterCount() const override { return int(view.PageText().size()); }
+    int characterCount() const override { return static_cast<int>(view.PageText().size()); }
     int cursorPosition() const override { return std::min(cursor, characterCount()); }
     void setCursorPosition(int position) override { cursor = std::max(position, 0); }
     using QAccessibleWidget::text;
 
-    // Nothing can be selected, and all letters look alike.
+    // No selection and no text attributes.
     void selection(int, int* start, int* end) const override { *start = *end = 0; }
     int selectionCount() const override { return 0; }
     void addSelection(int, int) override {}
@@ -55,14 +55,14 @@ private:
 QAccessibleInterface* MakeAccessible(const QString&, QObject* object)
 {
     auto* view = qobject_cast<PagesView*>(object);
-    return view != nullptr ? new PagesAccessible(*view) : nullptr; // the toolkit's cache owns it
+    return view != nullptr ? new PagesAccessible(*view) : nullptr; // owned by the toolkit's cache
 }
 
 } // namespace
 
 void MakePagesAccessible()
 {
-    QAccessible::installFactory(MakeAccessible); // once only, however often it is called
+    QAccessible::installFactory(MakeAccessible); // the factory is installed only once
 }
 
 } // namespace report

@@ -28,7 +28,7 @@ PagesView::PagesView(const pages::PageLayout& shownPages) : layout(shownPages)
     setObjectName(QStringLiteral("Pages"));
     setFocusPolicy(Qt::StrongFocus);
     setFrameShape(QFrame::NoFrame);
-    setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn); // showing and hiding it would change the fitted width
+    setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn); // toggling it would change the fitted width
     verticalScrollBar()->setObjectName(QStringLiteral("VerticalScroll"));
     horizontalScrollBar()->setObjectName(QStringLiteral("HorizontalScroll"));
 }
@@ -52,14 +52,14 @@ int PagesView::CurrentPage() const
 {
     const double middle = verticalScrollBar()->value() + viewport()->height() / 2.0;
     const bool atEnd = verticalScrollBar()->value() == verticalScrollBar()->maximum();
-    const int page = int((atEnd ? middle + viewport()->height() / 2.0 - Gap * 2 : middle) / SheetStep());
+    const int page = static_cast<int>((atEnd ? middle + viewport()->height() / 2.0 - Gap * 2 : middle) / SheetStep());
     return std::clamp(page, 0, layout.PageCount() - 1);
 }
 
 void PagesView::ShowPage(int page)
 {
     const int shown = std::clamp(page, 0, layout.PageCount() - 1);
-    verticalScrollBar()->setValue(shown == 0 ? 0 : int(std::lround(shown * SheetStep() + Gap / 2)));
+    verticalScrollBar()->setValue(shown == 0 ? 0 : static_cast<int>(std::lround(shown * SheetStep() + Gap / 2)));
 }
 
 void PagesView::SetZoom(double factor)
@@ -82,7 +82,7 @@ void PagesView::ApplyZoom(double factor)
     const bool atTop = verticalScrollBar()->value() == 0;
     zoom = factor;
     UpdateRanges();
-    verticalScrollBar()->setValue(atTop ? 0 : int(std::lround(middle * SheetStep() - half)));
+    verticalScrollBar()->setValue(atTop ? 0 : static_cast<int>(std::lround(middle * SheetStep() - half)));
     viewport()->update();
     AnnouncePage();
     Q_EMIT ViewChanged();
@@ -91,12 +91,13 @@ void PagesView::ApplyZoom(double factor)
 void PagesView::UpdateRanges()
 {
     const QSize view = viewport()->size();
-    verticalScrollBar()->setRange(0,
-                                  std::max(0, int(std::ceil(layout.PageCount() * SheetStep() + Gap)) - view.height()));
+    verticalScrollBar()->setRange(
+        0, std::max(0, static_cast<int>(std::ceil(layout.PageCount() * SheetStep() + Gap)) - view.height()));
     verticalScrollBar()->setPageStep(view.height());
     verticalScrollBar()->setSingleStep(LineStep);
-    // Rounded: a sheet fitted to the view may be wider than it by a rounding error.
-    horizontalScrollBar()->setRange(0, std::max(0, int(std::lround(SheetWidth() + 2 * Gap)) - view.width()));
+    // Rounded: a fitted sheet may be wider than the view by a rounding error.
+    horizontalScrollBar()->setRange(0,
+                                    std::max(0, static_cast<int>(std::lround(SheetWidth() + 2 * Gap)) - view.width()));
     horizontalScrollBar()->setPageStep(view.width());
     horizontalScrollBar()->setSingleStep(LineStep);
 }
@@ -147,8 +148,9 @@ void PagesView::paintEvent(QPaintEvent* event)
     const double scrolled = verticalScrollBar()->value();
     const double left = horizontalScrollBar()->maximum() > 0 ? Gap - horizontalScrollBar()->value()
                                                              : std::round((viewport()->width() - SheetWidth()) / 2);
-    const int first = std::max(0, int((scrolled + event->rect().top() - Gap) / SheetStep()));
-    const int last = std::min(layout.PageCount() - 1, int((scrolled + event->rect().bottom()) / SheetStep()));
+    const int first = std::max(0, static_cast<int>((scrolled + event->rect().top() - Gap) / SheetStep()));
+    const int last =
+        std::min(layout.PageCount() - 1, static_cast<int>((scrolled + event->rect().bottom()) / SheetStep()));
     for (int page = first; page <= last; ++page)
         PaintSheet(painter, page, left, std::round(Gap + page * SheetStep() - scrolled));
 }

@@ -10,24 +10,24 @@ class PageLayout;
 
 namespace report {
 
-/// Shows the pages of a report one below the other. Only visible pages are made and painted, so that a report of
-/// thousands of rows appears as fast as one of ten.
+/// Shows the pages of a report one below the other. Only visible pages are laid out and painted, so the time doesn't
+/// depend on the number of rows.
 class PagesView : public QAbstractScrollArea {
     Q_OBJECT
 public:
     explicit PagesView(const pages::PageLayout& shownPages);
 
-    /// The page that fills most of the view, from 0.
+    /// The page that fills most of the view, counted from 0.
     int CurrentPage() const;
-    /// The text of the current page for screen readers, a line for each line on paper.
+    /// The text of the current page for screen readers, one line for each printed line.
     QString PageText() const;
-    /// Brings the upper edge of a page to the top of the view; a page outside the report means the nearest one.
+    /// Scrolls the upper edge of a page to the top of the view; page numbers outside the report are clamped.
     void ShowPage(int page);
 
-    /// 1 is the sheet's real size. Keeps the point in the middle of the view; the width is no longer fitted.
+    /// 1 is the sheet's real size. Keeps the centre of the view; ends FitWidth.
     void SetZoom(double factor);
     double Zoom() const { return zoom; }
-    /// Makes a sheet as wide as the view, also when the window is resized later.
+    /// Makes a sheet as wide as the view, and keeps it so when the window is resized.
     void FitWidth();
     bool FitsWidth() const { return fitsWidth; }
 
@@ -35,7 +35,7 @@ public:
     static constexpr double LargestZoom = 4;
 
 Q_SIGNALS:
-    /// Another page is current, or the zoom changed.
+    /// The current page or the zoom has changed.
     void ViewChanged();
 
 protected:
@@ -43,15 +43,15 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
     void scrollContentsBy(int dx, int dy) override;
     void wheelEvent(QWheelEvent* event) override;  ///< with Ctrl it zooms
-    void keyPressEvent(QKeyEvent* event) override; ///< arrows scroll; all other keys are the window's
+    void keyPressEvent(QKeyEvent* event) override; ///< arrows scroll; other keys are left to the window
 
 private:
     double DotsPerMillimetre() const;
     double SheetWidth() const;
-    double SheetStep() const; ///< from the top of one sheet to that of the next
+    double SheetStep() const; ///< distance between the tops of two sheets
     void ApplyZoom(double factor);
     void UpdateRanges();
-    void AnnouncePage(); ///< to assistive software, when another page has become current
+    void AnnouncePage(); ///< notifies assistive software when the current page changes
     void PaintSheet(QPainter& painter, int page, double left, double top);
 
     const pages::PageLayout& layout;

@@ -31,7 +31,7 @@ QString AskPathInDialog(PreviewWindow& preview, const QString& proposedPath)
     QFileDialog dialog(&preview, "Enregistrer en PDF", QFileInfo(proposedPath).absolutePath(), "PDF (*.pdf)");
     dialog.setObjectName(QStringLiteral("SaveDialog"));
     dialog.setAcceptMode(QFileDialog::AcceptSave);
-    dialog.setOption(QFileDialog::DontConfirmOverwrite); // asked by AskAndSave, for the name with its ending
+    dialog.setOption(QFileDialog::DontConfirmOverwrite); // AskAndSave asks, for the name with its extension
     dialog.selectFile(QFileInfo(proposedPath).fileName());
     return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
 }

@@ -20,15 +20,15 @@ namespace report {
 
 class PagesView;
 
-/// The preview of a report, the window "Preview": its pages, and the ways out of it to printer and PDF.
+/// The window "Preview": shows the pages of a report, prints them and saves them as PDF.
 ///
-/// Page Up and Page Down, with Ctrl or without, move by a page, Home and End to the first and last, Ctrl+P prints,
-/// Ctrl+S saves as PDF, Ctrl+plus, Ctrl+minus and Ctrl+0 zoom in, out and to the real size, Ctrl+2 fits the width, Esc
-/// and Ctrl+W close.
+/// Keys: Page Up and Page Down, with or without Ctrl, move by a page, Home and End to the first and last; Ctrl+P
+/// prints, Ctrl+S saves as PDF; Ctrl+plus, Ctrl+minus and Ctrl+0 zoom in, out and to the real size, Ctrl+2 fits the
+/// width; Esc and Ctrl+W close.
 class PreviewWindow : public forms::Form {
     Q_OBJECT
 public:
-    /// `proposedName` is the PDF's file name without folder and ending, `title` is that of message boxes.
+    /// `proposedName` is the PDF's file name without folder and extension, `title` the title of message boxes.
     PreviewWindow(std::unique_ptr<pages::PageLayout> report, const QString& proposedName, const QString& title);
     ~PreviewWindow() override;
 
@@ -52,13 +52,13 @@ public:
     const pages::PageLayout& Pages() const { return *layout; }
     const PagesView& View() const { return *view; }
 
-    /// Writes the PDF and then offers to open its folder; false after a message when writing failed.
+    /// Writes the PDF and offers to open its folder; on failure shows a message and returns false.
     bool SavePdf(const QString& path);
-    /// Prints the pages chosen in `printer`; false after a message when it refuses.
+    /// Prints the pages chosen in `printer`; on failure shows a message and returns false.
     bool Print(QPrinter& printer);
 
-    /// Ask the user for the PDF's path (empty when he cancels) and for the printer. The system's dialogs, replaced
-    /// where no user is.
+    /// Ask the user for the PDF's path (empty on cancel) and for the printer. System dialogs by default; replaced in
+    /// tests.
     std::function<QString(PreviewWindow& preview, const QString& proposedPath)> AskPdfPath;
     std::function<bool(PreviewWindow& preview, QPrinter& printer)> AskPrinter;
 

@@ -16,7 +16,7 @@ namespace {
 
 constexpr qsizetype MostFaultsShown = 8;
 
-/// File, line and reason of each mistake; of many, the first ones and how many more there are.
+/// File, line and reason of each error; of many, the first ones and the number of the others.
 QString MessageOf(const QString& file, const QList<pages::Fault>& faults)
 {
     QStringList lines;

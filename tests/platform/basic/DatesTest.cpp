@@ -35,7 +35,7 @@ TEST(Dates, CountAndName)
     EXPECT_EQ(ErrorOf([] { Weekday({}); }), Error::TypeMismatch);
 }
 
-TEST(QueryDate, CutsWithoutLooking)
+TEST(QueryDate, CutsWithoutValidation)
 {
     EXPECT_EQ(QueryDate("25/03/2004"), "03/25/2004");
     EXPECT_EQ(QueryDate("29/02/2100"), "02/29/2100");
@@ -43,7 +43,7 @@ TEST(QueryDate, CutsWithoutLooking)
     EXPECT_EQ(QueryDate(""), "//");
 }
 
-TEST(DateToQueryText, GathersDigitsByGroup)
+TEST(DateToQueryText, SplitsDigitsIntoGroups)
 {
     EXPECT_EQ(DateToQueryText(""), "..../.../...");
     EXPECT_EQ(DateToQueryText("  "), "..../.../...");

@@ -56,7 +56,7 @@ TEST(Val, ReadsTheLeadingNumberAndSkipsBlanks)
     EXPECT_EQ(ErrorOf([] { Val("1e400"); }), Error::Overflow);
 }
 
-TEST(PlainText, WritesTheShortestOfFifteenDigits)
+TEST(PlainText, WritesAtMostFifteenDigits)
 {
     const struct {
         double number;
@@ -128,7 +128,7 @@ TEST(Format, FillsTheMaskFromTheDecimalText)
         EXPECT_EQ(Format(row.number, row.mask), QString(row.text)) << row.number << " under " << row.mask;
 }
 
-TEST(RoundToInt, SendsTiesToTheEvenNumber)
+TEST(RoundToInt, RoundsHalfToEven)
 {
     EXPECT_EQ(RoundToInt(0.5), 0);
     EXPECT_EQ(RoundToInt(1.5), 2);
@@ -140,7 +140,7 @@ TEST(RoundToInt, SendsTiesToTheEvenNumber)
     EXPECT_EQ(ErrorOf([] { RoundToInt(std::nan("")); }), Error::Overflow);
 }
 
-TEST(FixedText, FillsOrCutsByCharacters)
+TEST(FixedText, PadsOrTruncates)
 {
     EXPECT_EQ(FixedText("Élodie", 8), "Élodie  ");
     EXPECT_EQ(FixedText("L'Hôpital d'O'Brien", 9), "L'Hôpital");

@@ -38,7 +38,7 @@ protected:
     const QString target = folder.filePath("ARCHIVES/ZEP_ONE.MDB");
 };
 
-TEST_F(Archive, HoldsWhatWasSavedAndOpensFromReadOnlyMedia)
+TEST_F(Archive, ContainsAllSavedDataAndOpensFromReadOnlyMedia)
 {
     database.Execute("update Actes set montant = 42 where num = 2");
     EXPECT_EQ(CopyError(), std::nullopt) << "while the database is open";
@@ -53,7 +53,7 @@ TEST_F(Archive, HoldsWhatWasSavedAndOpensFromReadOnlyMedia)
     EXPECT_EQ(medium.Answer("select montant from Actes where num = 2"), "42.0");
     ASSERT_EQ(::chmod(folder.filePath("ARCHIVES").toUtf8().constData(), 0700), 0);
 
-    // Put back, it is worked with like any other.
+    // Restored, it can be used like any other.
     ASSERT_TRUE(QFile::remove(path));
     ASSERT_TRUE(QFile::copy(target, path));
     const Database again = workspace.OpenDatabase(path);
@@ -61,7 +61,7 @@ TEST_F(Archive, HoldsWhatWasSavedAndOpensFromReadOnlyMedia)
     EXPECT_EQ(again.OpenRecordset("select * from Actes where num = 2")["montant"].Double(), 43);
 }
 
-TEST_F(Archive, IsWrittenThroughALinkToItsPlace)
+TEST_F(Archive, FollowsASymbolicLink)
 {
     const QString elsewhere = folder.filePath("ailleurs.MDB");
     ASSERT_EQ(CopyError(), std::nullopt);
@@ -73,12 +73,12 @@ TEST_F(Archive, IsWrittenThroughALinkToItsPlace)
     EXPECT_EQ(Other(elsewhere).Answer("select montant from Actes where num = 2"), "42.0");
 }
 
-TEST_F(Archive, WaitsForAnotherProgramThatCopiesToTheSameFolder)
+TEST_F(Archive, WaitsForAnotherCopyIntoTheSameFolder)
 {
     const QByteArray archives = folder.filePath("ARCHIVES").toUtf8();
     const int other = ::open(archives.constData(), O_RDONLY | O_DIRECTORY);
     ASSERT_EQ(::flock(other, LOCK_EX), 0);
-    QFile part(target + ".part"); // the other one's, half written
+    QFile part(target + ".part"); // half written by the other program
     ASSERT_TRUE(part.open(QIODevice::WriteOnly));
     std::thread otherProgram([&] {
         std::this_thread::sleep_for(std::chrono::milliseconds(100));
@@ -90,22 +90,22 @@ TEST_F(Archive, WaitsForAnotherProgramThatCopiesToTheSameFolder)
     EXPECT_EQ(ArchiveContent(), QStringList("ZEP_ONE.MDB"));
 }
 
-TEST_F(Archive, SaysHowFarItHasCome)
+TEST_F(Archive, ReportsItsProgress)
 {
     Other(path).Run("with recursive n(i) as (select 100 union all select i + 1 from n where i < 9000) "
                     "insert into Patients (num, nom) select i, hex(zeroblob(1000)) from n");
     std::vector<int> done;
     int pages = 0;
-    CopyDatabase(path, target, [&](int copied, int total) {
-        done.push_back(copied);
-        pages = total;
-    });
+    CopyDatabase(path, target, {.progress = [&](int copied, int total) {
+                     done.push_back(copied);
+                     pages = total;
+                 }});
     EXPECT_GT(done.size(), 1U);
     EXPECT_TRUE(std::ranges::is_sorted(done));
     EXPECT_EQ(done.back(), pages);
 }
 
-TEST_F(Archive, StaysAsItWasWhenAnyPageOfTheDatabaseIsDamaged)
+TEST_F(Archive, IsUnchangedWhenAnyPageOfTheDatabaseIsDamaged)
 {
     ASSERT_EQ(CopyError(), std::nullopt);
     const QByteArray yesterday = Bytes(target);
@@ -115,7 +115,7 @@ TEST_F(Archive, StaysAsItWasWhenAnyPageOfTheDatabaseIsDamaged)
     constexpr qsizetype pageSize = 4096;
     constexpr qsizetype headerSize = 100;
     for (qsizetype start = 0; start < sound.size(); start += pageSize) {
-        const qsizetype from = start == 0 ? headerSize : start; // else it would be no database at all
+        const qsizetype from = start == 0 ? headerSize : start; // otherwise it wouldn't be recognised as a database
         const qsizetype size = start + pageSize - from;
         QFile file(path);
         ASSERT_TRUE(file.open(QIODevice::WriteOnly));
@@ -127,7 +127,7 @@ TEST_F(Archive, StaysAsItWasWhenAnyPageOfTheDatabaseIsDamaged)
     }
 }
 
-TEST_F(Archive, StaysAsItWasWithoutADatabase)
+TEST_F(Archive, IsUnchangedWithoutADatabase)
 {
     ASSERT_EQ(CopyError(), std::nullopt);
     const QByteArray yesterday = Bytes(target);
@@ -139,7 +139,7 @@ TEST_F(Archive, StaysAsItWasWithoutADatabase)
     EXPECT_FALSE(QFile::exists(path)) << "no empty file takes its place";
 }
 
-TEST_F(Archive, NamesTheFolderThatIsMissing)
+TEST_F(Archive, ReportsAMissingFolder)
 {
     ASSERT_TRUE(QDir(folder.path()).rmdir("ARCHIVES"));
     EXPECT_EQ(CopyError(), Error::PathNotFound);

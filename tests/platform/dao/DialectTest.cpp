@@ -13,7 +13,7 @@ TEST_F(Dialect, FindsRowsByDatesWrittenMonthFirst)
     EXPECT_EQ(Keys("select * from Actes where date >=#02/29/2100#"), "");
 }
 
-TEST_F(Dialect, TakesADateThatCanBeNoneAsEqualToNothing)
+TEST_F(Dialect, MatchesNothingWithAnInvalidDate)
 {
     for (const char* const date : {"#/..//..#", "##", "#//#", "#1/2#", "#2008/3/2#", "#3/1/2008/1#",
                                    "#99999999999/1/2008#", "#13/45/2008#", "#é/é/é#"}) {
@@ -83,7 +83,7 @@ TEST_F(Dialect, ChangesRows)
     EXPECT_EQ(database.Execute("Delete * from Patients"), 0);
 }
 
-TEST_F(Dialect, PassesOverRowsThatCantBeChangedUnlessToldToFail)
+TEST_F(Dialect, SkipsRowsThatCantBeChangedUnlessFailOnError)
 {
     const QString taken = "update Presta set num = 12 where num = 10";
     EXPECT_EQ(database.Execute(taken), 0);
@@ -93,7 +93,7 @@ TEST_F(Dialect, PassesOverRowsThatCantBeChangedUnlessToldToFail)
     EXPECT_EQ(Keys("Presta"), "10 11 12");
 }
 
-TEST_F(Dialect, RefusesWhatIsNoSingleStatementOfItsOwn)
+TEST_F(Dialect, RefusesAnythingButASingleStatement)
 {
     const struct {
         const char* statement;
@@ -162,7 +162,7 @@ TEST_F(Dialect, RefusesWhatIsNoSingleStatementOfItsOwn)
     EXPECT_EQ(Open("select count(*) as S1 from Patients")["S1"].Long(), 5);
 }
 
-TEST_F(Dialect, ShowsWhatItCouldntRead)
+TEST_F(Dialect, QuotesTheSyntaxError)
 {
     const std::pair<const char*, const char*> cases[] = {
         {"select * from Patients where nom like 'D'Artagnan*'", "'"},
@@ -194,7 +194,7 @@ TEST_F(Dialect, KeepsHostileTextApartFromTheStatement)
     EXPECT_EQ(Keys(statement), QString::number(rows.LastKey()));
 }
 
-TEST_F(Dialect, ReadsOrRefusesWhateverIsPutTogether)
+TEST_F(Dialect, AcceptsOrRefusesRandomStatements)
 {
     const QStringList pieces = {"select", "*",        "from",  "Patients", "Actes",  "where", "nom",
                                 "num",    "[",        "]",     "=",        "<",      ">",     "'",
@@ -205,15 +205,15 @@ TEST_F(Dialect, ReadsOrRefusesWhateverIsPutTogether)
     quint32 state = 20080302;
     const auto pick = [&](int count) {
         state = state * 1664525 + 1013904223;
-        return int((state >> 8) % quint32(count));
+        return static_cast<int>((state >> 8) % static_cast<quint32>(count));
     };
     for (int i = 0; i < 3000; ++i) {
         QString statement = pick(2) ? "select * from Patients where " : "";
         for (int length = pick(12); length >= 0; --length)
-            statement += pieces[pick(int(pieces.size()))] + (pick(4) ? " " : "");
+            statement += pieces[pick(static_cast<int>(pieces.size()))] + (pick(4) ? " " : "");
         const auto refusal = ErrorOf([&] { Walk(Open(statement)); });
-        const bool isOfTheEngine = !refusal || int(*refusal) > 3000 || refusal == Error::InvalidNull;
-        EXPECT_TRUE(isOfTheEngine) << statement.toStdString() << ": " << int(*refusal);
+        const bool isOfTheEngine = !refusal || static_cast<int>(*refusal) > 3000 || refusal == Error::InvalidNull;
+        EXPECT_TRUE(isOfTheEngine) << statement.toStdString() << ": " << static_cast<int>(*refusal);
         ErrorOf([&] { Open("Patients").FindFirst(statement); });
     }
     EXPECT_EQ(Open("select count(*) as S1 from Patients")["S1"].Long(), 5);

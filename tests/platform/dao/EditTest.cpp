@@ -27,7 +27,7 @@ TEST_F(EditedRows, AreWrittenAtUpdateAndSeenByOthersAtOnce)
     EXPECT_EQ(other.Answer("select montant from Actes where num = 2"), "75.25");
 }
 
-TEST_F(EditedRows, StartFromTheRowAsItIsNow)
+TEST_F(EditedRows, StartFromTheCurrentValues)
 {
     Other other(path);
     Recordset rows = Open("Actes");
@@ -40,7 +40,7 @@ TEST_F(EditedRows, StartFromTheRowAsItIsNow)
     EXPECT_EQ(other.Answer("select montant || Type || flag_R from Actes where num = 1"), "7.0K94");
 }
 
-TEST_F(EditedRows, AddedStandAtTheEnd)
+TEST_F(EditedRows, AddedComeLast)
 {
     Recordset rows = Open("select * from Actes where flag_R = 3");
     EXPECT_EQ(ErrorOf([&] { rows.LastKey(); }), Error::NoCurrentRecord);
@@ -100,7 +100,7 @@ TEST_F(EditedRows, ConvertWhatIsWritten)
     EXPECT_EQ(rows["num_presta"].Long(), 2);
     EXPECT_EQ(rows["montant"].Double(), 12.75);
     EXPECT_EQ(rows["Type"].Text(), "30");
-    EXPECT_EQ(int(rows["flag_R"].Integer()), 3);
+    EXPECT_EQ(static_cast<int>(rows["flag_R"].Integer()), 3);
 
     rows.Edit();
     for (const char* const date :
@@ -160,7 +160,7 @@ TEST_F(EditedRows, RefusedByTheTableAreNotWritten)
     EXPECT_EQ(Walk(rows), "11 12 10");
 }
 
-TEST_F(EditedRows, AreNeverThoseThatASearchHasMissed)
+TEST_F(EditedRows, AreNeverTheOldRowAfterAFailedSearch)
 {
     for (const char* const statement : {"Actes", "select * from Actes where num > 0"}) {
         Recordset rows = Open(statement);
@@ -189,7 +189,7 @@ TEST_F(EditedRows, AreNeverThoseThatASearchHasMissed)
     EXPECT_EQ(Keys("Actes"), "1 2 3 4 5 6");
 }
 
-TEST_F(EditedRows, TakeAFieldThatWasAppendedToTheirTable)
+TEST_F(EditedRows, SeeAFieldAppendedToTheirTable)
 {
     Recordset before = Open("Prov");
     TableDef table = database.TableDef("PROV");

@@ -7,7 +7,7 @@
 namespace dao::test {
 namespace {
 
-/// A closed database, to be spoilt and opened again.
+/// A closed database, to be damaged and reopened.
 class OpenedFile : public SmallPractice {
 protected:
     OpenedFile()
@@ -39,10 +39,10 @@ protected:
     }
 
     QByteArray sound;
-    static constexpr int pageSize = 4096;
+    static constexpr int PageSize = 4096;
 };
 
-TEST_F(OpenedFile, IsRefusedWithATriggerOrAViewThatTheProgramNeverMade)
+TEST_F(OpenedFile, IsRefusedWithATriggerOrView)
 {
     Other(path).Run("create trigger gift after update on Actes begin update Actes set montant = 0; end");
     const QByteArray planted = Bytes();
@@ -61,7 +61,7 @@ TEST_F(OpenedFile, IsRefusedWithATriggerOrAViewThatTheProgramNeverMade)
     EXPECT_EQ(Other(path).Answer("select montant from Actes where num = 2"), "43.0") << "planted while it is open";
 }
 
-TEST_F(OpenedFile, IsTheOneBehindALink)
+TEST_F(OpenedFile, IsResolvedThroughALink)
 {
     const QString linked = folder.filePath("LIEN.MDB");
     ASSERT_TRUE(QFile::link(path, linked));
@@ -83,12 +83,12 @@ TEST_F(OpenedFile, IsRefusedWhereAnIndexDisagreesWithItsTable)
     EXPECT_EQ(OpeningError(), Error::DamagedDatabase) << "pages that nothing leads to";
 }
 
-TEST_F(OpenedFile, IsSeenThroughByAMereLook)
+TEST_F(OpenedFile, IsNotChangedByReadOnlyAccess)
 {
     ASSERT_EQ(::chmod(folder.path().toUtf8().constData(), 0555), 0);
     EXPECT_TRUE(CheckDatabase(path).isEmpty()) << "a look doesn't ask for more than reading";
     ASSERT_EQ(::chmod(folder.path().toUtf8().constData(), 0700), 0);
-    Write(QByteArray(sound).replace(2 * pageSize, pageSize, QByteArray(pageSize, '\x5A')));
+    Write(QByteArray(sound).replace(2 * PageSize, PageSize, QByteArray(PageSize, '\x5A')));
     EXPECT_FALSE(CheckDatabase(path).isEmpty());
     Write(QByteArray("ZEP\n").repeated(2000));
     EXPECT_EQ(ErrorOf([&] { CheckDatabase(path); }), Error::UnrecognizedFormat);
@@ -97,9 +97,9 @@ TEST_F(OpenedFile, IsSeenThroughByAMereLook)
     EXPECT_FALSE(QFile::exists(path)) << "no empty file takes its place";
 }
 
-TEST_F(OpenedFile, TakesUpTheLogOfAProgramThatDied)
+TEST_F(OpenedFile, RecoversTheLogOfACrashedProgram)
 {
-    // The folder as it was while another had it open: what a kill leaves.
+    // The folder as it was while the database was open: as after a kill.
     const QString saved = folder.filePath("saved");
     ASSERT_TRUE(QDir().mkdir(saved));
     {
@@ -112,7 +112,7 @@ TEST_F(OpenedFile, TakesUpTheLogOfAProgramThatDied)
         const Database found = workspace.OpenDatabase(saved + "/ZEP_ONE.MDB");
         EXPECT_EQ(found.OpenRecordset("Actes")["montant"].Double(), 77);
     }
-    // Garbage in place of a log is none.
+    // Garbage instead of a log is ignored.
     QFile log(path + "-wal");
     ASSERT_TRUE(log.open(QIODevice::WriteOnly));
     log.write(QByteArray(10000, '\x37'));
@@ -120,22 +120,22 @@ TEST_F(OpenedFile, TakesUpTheLogOfAProgramThatDied)
     EXPECT_EQ(workspace.OpenDatabase(path).OpenRecordset("Actes")["montant"].Double(), 77);
 }
 
-TEST_F(OpenedFile, LeavesTheLogOfADamagedFileAsItIs)
+TEST_F(OpenedFile, KeepsTheLogOfADamagedFile)
 {
     {
         Other other(path);
         ASSERT_EQ(other.Run("update Actes set montant = 77 where num = 1"), SQLITE_OK);
         ASSERT_TRUE(QFile::copy(path + "-wal", folder.filePath("log")));
     }
-    Write(sound.first(3 * pageSize) + QByteArray(sound.size() - 3 * pageSize, '\x5A'));
+    Write(sound.first(3 * PageSize) + QByteArray(sound.size() - 3 * PageSize, '\x5A'));
     ASSERT_TRUE(QFile::rename(folder.filePath("log"), path + "-wal"));
     const qint64 size = QFileInfo(path + "-wal").size();
     EXPECT_EQ(OpeningError(), Error::DamagedDatabase);
     EXPECT_EQ(QFileInfo(path + "-wal").size(), size);
-    EXPECT_EQ(Bytes().mid(3 * pageSize, 4), "ZZZZ");
+    EXPECT_EQ(Bytes().mid(3 * PageSize, 4), "ZZZZ");
 }
 
-TEST_F(OpenedFile, KeepsALeftLogOutOfAnArchiveCopyPutBack)
+TEST_F(OpenedFile, KeepsAStaleLogOutOfARestoredArchiveCopy)
 {
     {
         Other other(path);
@@ -150,19 +150,19 @@ TEST_F(OpenedFile, KeepsALeftLogOutOfAnArchiveCopyPutBack)
     EXPECT_TRUE(QFile::exists(path + "-wal.set-aside")) << "nothing is thrown away";
 }
 
-TEST_F(OpenedFile, IsLookedOverAgainWhenAnotherHasChangedIt)
+TEST_F(OpenedFile, IsCheckedAgainAfterChangesByOthers)
 {
     Database first = workspace.OpenDatabase(path);
     Database second = workspace.OpenDatabase(path);
     first.Close();
     second.Close();
     QByteArray bytes = sound;
-    bytes.replace(2 * pageSize, pageSize, QByteArray(pageSize, '\x5A'));
+    bytes.replace(2 * PageSize, PageSize, QByteArray(PageSize, '\x5A'));
     Write(bytes);
     EXPECT_EQ(OpeningError(), Error::DamagedDatabase);
 }
 
-TEST_F(OpenedFile, IsMadeForItsOwnerAlone)
+TEST_F(OpenedFile, IsCreatedForItsOwnerOnly)
 {
     database = workspace.OpenDatabase(path);
     database.Execute("delete * from Prov where num = 1");
@@ -178,7 +178,7 @@ TEST_F(OpenedFile, IsMadeForItsOwnerAlone)
     EXPECT_FALSE(QFile::exists(folder.filePath("half")));
 }
 
-TEST_F(OpenedFile, AsksForTheAccountOfTheWorkgroup)
+TEST_F(OpenedFile, RequiresTheWorkgroupAccount)
 {
     Engine engine;
     engine.SystemDB = folder.filePath("system.mdw");

@@ -17,7 +17,7 @@ protected:
         return acts.LastKey();
     }
 
-    /// Acts 1 to `count` in place of the few there are.
+    /// Replaces the acts by acts 1 to `count`.
     void FillActs(int count)
     {
         Other other(path);
@@ -28,10 +28,10 @@ protected:
             "select i, '2008-03-01', i % 20, i from n";
         ASSERT_EQ(other.Run(fill.toUtf8().constData()), SQLITE_OK);
     }
-    static constexpr int many = 10000;
+    static constexpr int Many = 10000;
 };
 
-TEST_F(RecordsetRows, AreCountedOnceTheLastIsReached)
+TEST_F(RecordsetRows, AreCountedWhenTheLastWasReached)
 {
     Recordset rows = Open("select * from Actes where date =#03/02/2008# order by num");
     EXPECT_EQ(rows.RecordCount(), 1) << "not counted yet, and not empty";
@@ -65,7 +65,7 @@ TEST_F(RecordsetRows, ReportAnEmptySet)
     }
 }
 
-TEST_F(RecordsetRows, ComeByKeyWithoutAnOrderAndInTiesOfOne)
+TEST_F(RecordsetRows, AreInKeyOrderByDefaultAndOnTies)
 {
     EXPECT_EQ(Keys("Actes"), "1 2 3 4 5 6");
     EXPECT_EQ(Keys("Select * from Actes where date >=#03/01/2008# order by num_presta"), "1 2 4 3 5");
@@ -89,7 +89,7 @@ TEST_F(RecordsetRows, KeepTheirMembersAndShowLiveValues)
     EXPECT_EQ(pending["num"].Key(), 3) << "a miss leaves the row";
 }
 
-TEST_F(RecordsetRows, ShowTheValuesOfTheMomentTheyAreReached)
+TEST_F(RecordsetRows, ShowTheValuesAtTheTimeTheyAreReached)
 {
     Other other(path);
     Recordset rows = Open("select * from Actes where num < 4");
@@ -114,7 +114,7 @@ TEST_F(RecordsetRows, DeletedBehindTheSetRaiseOnReadingOnly)
         rows.FindFirst("num = 7");
         ASSERT_FALSE(rows.NoMatch()) << statement;
         ASSERT_EQ(other.Run("delete from Actes where num in (7, 8)"), SQLITE_OK);
-        DBEngine.Idle(1); // from here on what others have written counts
+        DBEngine.Idle(1); // notices what others have written
         EXPECT_EQ(ErrorOf([&] { rows["num"].Key(); }), Error::RecordDeleted) << statement;
         rows.MoveNext();
         EXPECT_EQ(ErrorOf([&] { rows["num"].Key(); }), Error::RecordDeleted) << statement;
@@ -153,9 +153,9 @@ TEST_F(RecordsetRows, AreFoundByKeyAndByOtherConditions)
     EXPECT_EQ(byName["num"].Key(), 3) << "the first in the set's order";
 }
 
-TEST_F(RecordsetRows, OfALongTableAreWalkedFoundAndCounted)
+TEST_F(RecordsetRows, OfALongTableAreTraversedFoundAndCounted)
 {
-    FillActs(many);
+    FillActs(Many);
     Recordset rows = Open("Select * from Actes");
     qint64 sum = 0;
     int walked = 0;
@@ -163,14 +163,14 @@ TEST_F(RecordsetRows, OfALongTableAreWalkedFoundAndCounted)
         ASSERT_EQ(rows["num"].Key(), ++walked);
         sum += rows["montant"].Long();
     }
-    EXPECT_EQ(sum, qint64{many} * (many + 1) / 2);
-    EXPECT_EQ(rows.RecordCount(), many);
+    EXPECT_EQ(sum, qint64{Many} * (Many + 1) / 2);
+    EXPECT_EQ(rows.RecordCount(), Many);
 
     Recordset again = Open("select * from Actes order by num");
     again.MoveLast();
-    EXPECT_EQ(again["num"].Key(), many);
-    EXPECT_EQ(again.RecordCount(), many);
-    for (const int key : {many - 5, 1, 5000, 4097, 4098}) {
+    EXPECT_EQ(again["num"].Key(), Many);
+    EXPECT_EQ(again.RecordCount(), Many);
+    for (const int key : {Many - 5, 1, 5000, 4097, 4098}) {
         again.FindFirst("num = " + QString::number(key));
         ASSERT_FALSE(again.NoMatch());
         EXPECT_EQ(again["montant"].Long(), key);
@@ -181,8 +181,8 @@ TEST_F(RecordsetRows, OfALongTableAreWalkedFoundAndCounted)
     EXPECT_EQ(again["num"].Key(), 9003);
 }
 
-// One way of membership at all sizes: from the lowest key to the highest at the opening, whatever is there when a row
-// is reached, and behind them what the set itself has added.
+// Membership at all sizes: from the lowest key to the highest at opening, live rows, followed by rows added through the
+// set.
 TEST_F(RecordsetRows, OfAWholeTableAreThoseUpToTheHighestKeyAtTheOpening)
 {
     for (const int count : {10, 10000}) {
@@ -229,7 +229,7 @@ TEST_F(RecordsetRows, OfAWholeTableAreThoseUpToTheHighestKeyAtTheOpening)
     }
 }
 
-TEST_F(RecordsetRows, OfATableThatIsEmptiedAreGone)
+TEST_F(RecordsetRows, OfAClearedTableAreDeleted)
 {
     Recordset rows = Open("Actes");
     database.Execute("delete * from Actes");
@@ -244,7 +244,7 @@ TEST_F(RecordsetRows, OfATableThatIsEmptiedAreGone)
     EXPECT_EQ(Walk(rows), "1");
 }
 
-TEST_F(RecordsetRows, MoreThanAreKeptCanBeWalked)
+TEST_F(RecordsetRows, CanExceedTheCache)
 {
     constexpr int moreThanKept = 40000;
     FillActs(moreThanKept);
@@ -264,7 +264,7 @@ TEST_F(RecordsetRows, AreReadByNameAndPosition)
     EXPECT_EQ(rows.Collect("montant").Text(), "100.5");
     EXPECT_EQ(rows.Fields(9).Double(), 100.5);
     EXPECT_EQ(rows["montant"].Long(), 100) << "a tie goes to the even number";
-    EXPECT_EQ(int(rows["flag_R"].Integer()), 2);
+    EXPECT_EQ(static_cast<int>(rows["flag_R"].Integer()), 2);
     EXPECT_EQ(ErrorOf([&] { rows["nul"]; }), Error::UnknownField);
     EXPECT_EQ(ErrorOf([&] { rows.Fields(13); }), Error::UnknownField);
     EXPECT_EQ(ErrorOf([&] { rows.Fields(-1); }), Error::UnknownField);
@@ -278,7 +278,7 @@ TEST_F(RecordsetRows, AreReadByNameAndPosition)
     EXPECT_EQ(ErrorOf([&] { rows["flag_R"].Integer(); }), Error::InvalidNull);
 }
 
-TEST_F(RecordsetRows, SayWhenTheyOrTheirDatabaseAreClosed)
+TEST_F(RecordsetRows, RaiseWhenTheyOrTheirDatabaseAreClosed)
 {
     EXPECT_EQ(ErrorOf([] { Recordset().MoveFirst(); }), Error::ObjectClosed);
     Recordset rows = Open("Actes");

@@ -5,7 +5,7 @@
 namespace dao::test {
 namespace {
 
-/// Sets that share a file with each other and with another program, which waits for nothing.
+/// Sets that share a file with each other and with another program, without a busy timeout.
 class SharedFile : public SmallPractice {
 protected:
     SharedFile() { other.Run("pragma busy_timeout = 0"); }
@@ -35,7 +35,7 @@ TEST_F(SharedFile, IsLockedFromEditToUpdateOnly)
     EXPECT_EQ(other.Answer("select montant from Actes where num = 1"), "1.0");
 }
 
-TEST_F(SharedFile, IsFreedOnEveryWayOutOfAnEdit)
+TEST_F(SharedFile, IsUnlockedHoweverAnEditEnds)
 {
     Recordset cancelled = LockedAct();
     cancelled.Edit();
@@ -98,7 +98,7 @@ TEST_F(SharedFile, KeepsWhatAnotherSetWroteDuringALockedEdit)
     EXPECT_TRUE(OtherCanWrite());
 }
 
-TEST_F(SharedFile, IsSeenAsItWasWithinAReadTransaction)
+TEST_F(SharedFile, IsASnapshotWithinAReadTransaction)
 {
     Recordset acts = Open("Actes");
     {
@@ -134,7 +134,7 @@ TEST_F(SharedFile, IsSeenAsItWasWithinAReadTransaction)
     database.Close();
 }
 
-TEST_F(SharedFile, TakesATransactionWholeOrNotAtAll)
+TEST_F(SharedFile, CommitsTransactionsAtomically)
 {
     Recordset rows = Open("Actes");
     rows.LockEdits(true);
@@ -162,7 +162,7 @@ TEST_F(SharedFile, TakesATransactionWholeOrNotAtAll)
     EXPECT_EQ(ErrorOf([&] { database.Rollback(); }), Error::NoTransaction);
 }
 
-TEST_F(SharedFile, ShowsAChangeOfOneHandleThroughTheOther)
+TEST_F(SharedFile, SharesChangesBetweenHandles)
 {
     Database second = workspace.OpenDatabase(path);
     Recordset rows = second.OpenRecordset("select * from Actes order by date desc");
@@ -177,12 +177,12 @@ TEST_F(SharedFile, ShowsAChangeOfOneHandleThroughTheOther)
     EXPECT_EQ(second.OpenRecordset("select sum(montant) as S1 from Actes where num = 1")["S1"].Double(), 3);
 }
 
-TEST_F(SharedFile, HoldsNoReaderOnceASetHasSettled)
+TEST_F(SharedFile, HasNoReaderOnceASetWasRead)
 {
     Recordset walked = Open("select * from Actes where num > 0");
     Recordset looked = Open("Patients");
     DBEngine.Idle(1);
-    // A reader that still held the file would keep the log from being emptied.
+    // A remaining reader would keep the log from being emptied.
     EXPECT_TRUE(OtherCanWrite());
     EXPECT_EQ(other.Answer("pragma wal_checkpoint(truncate)"), "0");
     EXPECT_EQ(Walk(walked), "1 2 3 4 5 6");

@@ -14,7 +14,7 @@ namespace dao::test {
 
 using Other = tests::OtherProgram;
 
-/// A practice with a few rows in a folder of its own, opened as the program opens it.
+/// A practice with a few rows in its own folder, opened as by the program.
 class SmallPractice : public ::testing::Test {
 protected:
     SmallPractice()
@@ -29,7 +29,7 @@ protected:
 
     Recordset Open(const QString& statement) const { return database.OpenRecordset(statement); }
 
-    /// The keys of a statement's rows in their order, as "1 2 3".
+    /// The keys of a statement's rows in order, as "1 2 3".
     QString Keys(const QString& statement) const { return Walk(Open(statement)); }
 
     static QString Walk(Recordset rows)

@@ -7,7 +7,7 @@
 namespace dao {
 namespace {
 
-/// Whether a connection of the program finds that the text is like the pattern.
+/// Whether the text is like the pattern, on a connection of the program.
 bool IsLike(const char* text, const char* pattern)
 {
     sqlite3* database = nullptr;
@@ -24,7 +24,7 @@ bool IsLike(const char* text, const char* pattern)
     return is;
 }
 
-TEST(LikePattern, MeetsTexts)
+TEST(LikePattern, Matches)
 {
     const struct {
         const char* text;
@@ -73,12 +73,12 @@ TEST(LikePattern, MeetsTexts)
     };
     for (const auto& each : cases)
         EXPECT_EQ(IsLike(each.text, each.pattern), each.meets) << each.text << " like " << each.pattern;
-    // As many runs as a field can hold: an answer that tried every way to divide the text would never come.
+    // As many "*" as a field can hold: backtracking would never end.
     EXPECT_FALSE(IsLike(std::string(2000, 'a').append("b").c_str(), "*a*a*a*a*a*a*a*a*a*a*a*a*a*a*a*a*a*a*a*a*c"));
     EXPECT_TRUE(IsLike(std::string(2000, 'a').append("c").c_str(), "*a*a*a*a*a*a*a*a*a*a*a*a*a*a*a*a*a*a*a*a*c"));
 }
 
-TEST(TextOrder, PutsAccentsBesideTheirLetter)
+TEST(TextOrder, SortsAccentsNextToTheirLetter)
 {
     const QStringList ascending = {"", " ", "a", "ab", "eve", "Ève", "evelyne", "ÉVRARD 1", "zidane", "أحمد", "بشير"};
     for (qsizetype i = 0; i < ascending.size(); ++i) {

@@ -27,7 +27,7 @@ void ExpectReadable(const QColor& ink, std::initializer_list<QColor> grounds, co
 
 } // namespace
 
-TEST(Colours, CanBeReadOnLightDarkAndHighContrastDesktops)
+TEST(Colours, AreReadableOnLightDarkAndHighContrastDesktops)
 {
     const struct {
         const char* name;

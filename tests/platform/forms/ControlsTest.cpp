@@ -14,13 +14,13 @@
 
 namespace {
 
-/// A screen with two pictures and the bubble that shows what they do.
+/// A screen with two pictures and a Bulle.
 struct Hover : forms::Form {
     Hover() : Form("Hover")
     {
         SetContent(forms::Column{images[0], images[1], field});
-        bulle.Serve(images[0], [this] { return arabic ? QStringLiteral("تـغـيير") : QStringLiteral(" Autre date "); });
-        bulle.Serve(images[1], [] { return QStringLiteral(" Quitter "); });
+        bulle.Attach(images[0], [this] { return arabic ? QStringLiteral("تـغـيير") : QStringLiteral(" Autre date "); });
+        bulle.Attach(images[1], [] { return QStringLiteral(" Quitter "); });
     }
 
     bool arabic = false;
@@ -63,7 +63,7 @@ TEST_F(Controls, BulleShowsTheActionOfThePictureUnderThePointerOrFocus)
     EXPECT_TRUE(screen.images[0].HasBorder());
     EXPECT_FALSE(screen.bulle.geometry().intersects(screen.images[0].geometry()));
 
-    screen.images[1].setFocus(Qt::TabFocusReason); // the focus takes the bubble from the pointer, which then leaves
+    screen.images[1].setFocus(Qt::TabFocusReason); // the focus takes the bubble over, then the pointer leaves
     EXPECT_EQ(screen.bulle.text(), " Quitter ");
     MovePointer(screen.images[0], false);
     EXPECT_TRUE(screen.bulle.isVisible());
@@ -94,7 +94,7 @@ TEST_F(Controls, DisabledPictureNeitherClicksNorTakesABorder)
     EXPECT_EQ(clicked.count(), 0);
 }
 
-TEST_F(Controls, AreNamedForAssistiveSoftwareOrListedAsFaults)
+TEST_F(Controls, WithoutAccessibleNamesAreFaults)
 {
     auto& screen = desk.Open<Hover>();
     EXPECT_EQ(AccessibilityFaults(screen), QStringList{"forms::TextBox Text1"});
@@ -108,7 +108,7 @@ TEST_F(Controls, AreNamedForAssistiveSoftwareOrListedAsFaults)
     EXPECT_EQ(AccessibilityFaults(sheet).size(), 4);
 }
 
-TEST_F(Controls, ComboBoxChoosesNoLineByItself)
+TEST_F(Controls, ComboBoxSelectsNoLineByItself)
 {
     forms::ComboBox combo("Combo1");
     QSignalSpy chosen(&combo, &QComboBox::currentIndexChanged);

@@ -22,7 +22,7 @@ struct DateEntry : testing::Test {
 
 } // namespace
 
-TEST_F(DateEntry, PlacesTheSlashesWhileDigitsAreTyped)
+TEST_F(DateEntry, AddsTheSlashesWhileDigitsAreTyped)
 {
     QStringList steps;
     for (const QChar digit : QStringLiteral("17062008")) {
@@ -49,7 +49,7 @@ TEST_F(DateEntry, LetsEnterPassAtFullLengthOnly)
     EXPECT_EQ(desk.BeepCount(), 8);
 }
 
-TEST_F(DateEntry, IsCorrectedByBackspaceInTheYearAndWipedBefore)
+TEST_F(DateEntry, BackspaceEditsTheYearAndClearsShorterTexts)
 {
     date.setText("17/06/20");
     Press(date, Qt::Key_End);
@@ -63,7 +63,7 @@ TEST_F(DateEntry, IsCorrectedByBackspaceInTheYearAndWipedBefore)
     EXPECT_EQ(desk.BeepCount(), 0);
 }
 
-TEST_F(DateEntry, CompletesTextSetByTheScreenAndPutsTheCaretBehindIt)
+TEST_F(DateEntry, CompletesTextSetByTheScreen)
 {
     date.setText("17");
     EXPECT_EQ(date.text(), "17/");
@@ -86,7 +86,7 @@ TEST_F(DateEntry, IsSelectedOnArrivalSoThatTypingReplacesIt)
     EXPECT_EQ(date.text(), "18/");
 }
 
-TEST_F(DateEntry, IsEmptiedWithBeepsAloneWhenABadDateIsLeft)
+TEST_F(DateEntry, IsClearedWithBeepsWhenAnInvalidDateIsLeft)
 {
     int refused = 0;
     QString atLeaving = "?";
@@ -122,38 +122,38 @@ TEST_F(DateEntry, CanTakeTheFocusBackWhenItsDateIsRefused)
     EXPECT_TRUE(sheet.amount.hasFocus());
 }
 
-TEST_F(DateEntry, KeepsAnUnfinishedDateWhileAnotherWindowStandsInFront)
+TEST_F(DateEntry, KeepsAnUnfinishedDateWhileAnotherWindowIsActive)
 {
     Type(date, "17");
     auto& other = desk.Open<Sheet>();
     EXPECT_FALSE(date.hasFocus());
     other.Unload();
     sheet.activateWindow();
-    support::Settle();
+    support::ProcessEvents();
     EXPECT_EQ(date.text(), "17/");
     EXPECT_EQ(desk.BeepCount(), 0);
-    Type(date, "06"); // and the caret is still behind the text
+    Type(date, "06"); // the caret is still at the end
     EXPECT_EQ(date.text(), "17/06/");
 }
 
-TEST_F(DateEntry, JudgesItsDateWhenTheFocusMovedOnBehindAnotherWindow)
+TEST_F(DateEntry, ValidatesWhenTheFocusMovedBehindAnotherWindow)
 {
     Type(date, "17");
     auto& other = desk.Open<Sheet>();
     sheet.amount.setFocus();
     other.Unload();
     sheet.activateWindow();
-    support::Settle();
+    support::ProcessEvents();
     ASSERT_TRUE(sheet.amount.hasFocus());
     EXPECT_EQ(date.text(), "");
 }
 
-TEST_F(DateEntry, TakesPastedAndComposedTextThroughItsFilter)
+TEST_F(DateEntry, FiltersPastedAndComposedText)
 {
     QApplication::clipboard()->setText("17/06/2008\n");
     Press(date, Qt::Key_V, Qt::ControlModifier);
     EXPECT_EQ(date.text(), "17/06/2008");
-    EXPECT_EQ(desk.BeepCount(), 0); // the slashes of the pasted text are those the field has placed
+    EXPECT_EQ(desk.BeepCount(), 0); // the field skips the slashes it has added itself
 
     Press(date, Qt::Key_A, Qt::ControlModifier);
     QApplication::clipboard()->setText("x18Z012001");

@@ -14,7 +14,7 @@ struct Screen : testing::Test {
 
 } // namespace
 
-TEST_F(Screen, IsClosedByItsCloseBoxAndUnloadAloneAndMayRefuse)
+TEST_F(Screen, IsClosedByItsCloseBoxAndUnloadOnlyAndMayRefuse)
 {
     auto& sheet = desk.Open<Sheet>();
     QSignalSpy unloaded(&sheet, &forms::Form::Unloaded);
@@ -96,7 +96,7 @@ TEST_F(Screen, ClicksThePictureOfACommandFromAnyControl)
     EXPECT_EQ(clicks.count(), 2);
 }
 
-TEST_F(Screen, OpensWholeInsideTheFreeAreaOfItsScreen)
+TEST_F(Screen, OpensInsideTheFreeAreaOfItsScreen)
 {
     const QRect area = forms::Form::OpeningScreen()->availableGeometry();
     auto& sheet = desk.Open<Sheet>([](Sheet& made) {
@@ -112,10 +112,10 @@ TEST_F(Screen, OpensWholeInsideTheFreeAreaOfItsScreen)
     auto& oblong = desk.Open<Sheet>([](Sheet& made) { made.loading = [&made] { made.Centre(); }; });
     EXPECT_NEAR(oblong.geometry().center().x(), area.center().x(), 3);
     EXPECT_NEAR(oblong.geometry().center().y(), area.center().y(), 18);
-    EXPECT_NE(area.width(), area.height()); // or the two could be mixed up unseen
+    EXPECT_NE(area.width(), area.height()); // otherwise swapping them would go unnoticed
 }
 
-TEST_F(Screen, TabFollowsTheEye)
+TEST_F(Screen, TabFollowsTheLayout)
 {
     auto& sheet = desk.Open<Sheet>();
     sheet.text.setFocus();
@@ -127,10 +127,10 @@ TEST_F(Screen, TabFollowsTheEye)
     }
 }
 
-TEST_F(Screen, MayDestroyAPanelBeforeWhatStandsInIt)
+TEST_F(Screen, MayDestroyAPanelBeforeItsControls)
 {
-    struct Upside : forms::Form {
-        Upside() : Form("Upside")
+    struct ReversedOrder : forms::Form {
+        ReversedOrder() : Form("ReversedOrder")
         {
             SetContent(
                 forms::Column{forms::Inside(panel, forms::Column{forms::Titled("Cadre", forms::Row{inner})}), tabs});
@@ -141,7 +141,7 @@ TEST_F(Screen, MayDestroyAPanelBeforeWhatStandsInIt)
         forms::Panel panel{"SSPanel1", "Correction"};
         forms::TabStrip tabs{"SSTab1"};
     };
-    auto& screen = desk.Open<Upside>();
+    auto& screen = desk.Open<ReversedOrder>();
     EXPECT_TRUE(screen.inner.isVisible());
     EXPECT_TRUE(screen.onPage.isVisible());
 }

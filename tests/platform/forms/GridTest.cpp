@@ -38,7 +38,7 @@ struct GridOnSheet : testing::Test {
 
 } // namespace
 
-TEST_F(GridOnSheet, AnswersWithThePresentCellsBeforeTheViewIsTold)
+TEST_F(GridOnSheet, ReturnsCurrentCellsBeforeTheViewIsUpdated)
 {
     QSignalSpy changed(grid.model(), &QAbstractItemModel::dataChanged);
     QSignalSpy reset(grid.model(), &QAbstractItemModel::modelReset);
@@ -52,17 +52,17 @@ TEST_F(GridOnSheet, AnswersWithThePresentCellsBeforeTheViewIsTold)
     EXPECT_EQ(Shown(1, 2), "150 ");
     EXPECT_EQ(reset.count() + changed.count(), 0);
 
-    support::Settle();
+    support::ProcessEvents();
     EXPECT_EQ(reset.count(), 1);
     grid.SetText(0, 0, "1");
     grid.SetText(1, 2, "2");
-    support::Settle();
+    support::ProcessEvents();
     ASSERT_EQ(changed.count(), 1);
     EXPECT_EQ(changed[0][0].toModelIndex(), grid.model()->index(0, 0));
     EXPECT_EQ(changed[0][1].toModelIndex(), grid.model()->index(1, 2));
 }
 
-TEST_F(GridOnSheet, CutsFillsAndClearsRows)
+TEST_F(GridOnSheet, TruncatesExtendsAndClearsRows)
 {
     Fill(4);
     grid.SetRow(3);
@@ -75,14 +75,14 @@ TEST_F(GridOnSheet, CutsFillsAndClearsRows)
     EXPECT_EQ(grid.Text(1, 1), "");
     grid.SelectRow(1);
     grid.ClearToOneRow();
-    support::Settle();
+    support::ProcessEvents();
     EXPECT_EQ(grid.Rows(), 1);
     EXPECT_EQ(grid.Row(), 0);
     EXPECT_EQ(grid.Text(0, 1), "");
     EXPECT_TRUE(SelectedRows().isEmpty());
 }
 
-TEST_F(GridOnSheet, RaisesNineOutsideItself)
+TEST_F(GridOnSheet, RaisesNineOutOfRange)
 {
     Fill(2);
     EXPECT_EQ(ErrorOf([&] { grid.Text(2, 0); }), Error::IndexOutOfRange);
@@ -97,7 +97,7 @@ TEST_F(GridOnSheet, RaisesNineOutsideItself)
     EXPECT_EQ(grid.Rows(), 2);
 }
 
-TEST_F(GridOnSheet, FollowsClicksAndKeysAndTellsOfEachOnce)
+TEST_F(GridOnSheet, EmitsOneClickForEachClickOrKey)
 {
     Fill(40);
     Click(grid, 2, 1);
@@ -116,12 +116,12 @@ TEST_F(GridOnSheet, FollowsClicksAndKeysAndTellsOfEachOnce)
         EXPECT_EQ(grid.Row(), step.row);
         EXPECT_EQ(SelectedRows(), QList<int>{step.row});
     }
-    EXPECT_EQ(clicks.count(), 2 + 4); // Down on the last row moves nothing
+    EXPECT_EQ(clicks.count(), 2 + 4); // Down on the last row does nothing
     Press(grid, Qt::Key_PageDown);
     EXPECT_GT(grid.Row(), 1);
 }
 
-TEST_F(GridOnSheet, TellsOfDoubleClickAndEnterOnTheirRow)
+TEST_F(GridOnSheet, EmitsDoubleClickAndEnterOnTheirRow)
 {
     Fill(5);
     QSignalSpy entered(&grid, &forms::Grid::Entered);
@@ -134,21 +134,21 @@ TEST_F(GridOnSheet, TellsOfDoubleClickAndEnterOnTheirRow)
     EXPECT_TRUE(sheet.isVisible());
 }
 
-TEST_F(GridOnSheet, KeepsSilentWhenTheScreenMovesIt)
+TEST_F(GridOnSheet, EmitsNothingWhenTheScreenMovesIt)
 {
     Fill(5);
     grid.SetRow(1);
     grid.SelectRow(4);
     EXPECT_EQ(SelectedRows(), QList<int>{4});
-    grid.AppendRow(); // the view learns of a row: current and selected rows stay
-    support::Settle();
+    grid.AppendRow(); // the view is updated: current and selected rows stay
+    support::ProcessEvents();
     EXPECT_EQ(grid.Row(), 4);
     EXPECT_EQ(grid.currentIndex().row(), 4);
     EXPECT_EQ(SelectedRows(), QList<int>{4});
     EXPECT_EQ(clicks.count(), 0);
 }
 
-TEST_F(GridOnSheet, MayBeRefilledByTheHandlerOfItsClick)
+TEST_F(GridOnSheet, CanBeRefilledByItsClickHandler)
 {
     Fill(5);
     QObject::connect(&grid, &forms::Grid::Click, &sheet, [&] {
@@ -189,12 +189,12 @@ TEST_F(GridOnSheet, CopiesTheChosenRowsWithHeadingsBetweenTabs)
     Press(grid, Qt::Key_A, Qt::ControlModifier);
     Press(grid, Qt::Key_C, Qt::ControlModifier);
     EXPECT_EQ(QApplication::clipboard()->text(), "N°\tNom\tMontant\n\tligne 0\t\n2\tligne 1\t1 250.50\n\tligne 2\t\n");
-    EXPECT_EQ(grid.Row(), 1); // the row in hand stays
+    EXPECT_EQ(grid.Row(), 1); // the current row stays
     Press(grid, Qt::Key_Down);
     EXPECT_EQ(SelectedRows(), QList<int>{2});
 }
 
-TEST_F(GridOnSheet, GoesToTheNextNameThatBeginsWithTheTypedLetters)
+TEST_F(GridOnSheet, FindsTheNextNameByTypedLetters)
 {
     grid.SetRows(5);
     const char* names[] = {" Élie", " benali", " Bensaïd", "  Çelik", " Ben Ali"};
@@ -211,22 +211,22 @@ TEST_F(GridOnSheet, GoesToTheNextNameThatBeginsWithTheTypedLetters)
         Type(grid, search.typed);
         EXPECT_EQ(grid.Row(), search.row) << search.typed;
     }
-    EXPECT_GE(clicks.count(), 6); // tells of each move, as arrows do
+    EXPECT_GE(clicks.count(), 6); // one for each move, as with arrows
 }
 
-TEST_F(GridOnSheet, SharesMoreWidthAmongItsNamesAlone)
+TEST_F(GridOnSheet, SharesSpareWidthAmongLeftAlignedColumns)
 {
     const int number = grid.columnWidth(0);
     const int name = grid.columnWidth(1);
     const int amount = grid.columnWidth(2);
     grid.resize(grid.width() + 200, grid.height());
-    support::Settle();
+    support::ProcessEvents();
     EXPECT_EQ(grid.columnWidth(0), number);
     EXPECT_EQ(grid.columnWidth(2), amount);
     EXPECT_GT(grid.columnWidth(1), name + 150);
 }
 
-TEST_F(GridOnSheet, LaysAGroundUnderARowThatGoesWithIt)
+TEST_F(GridOnSheet, RowBackgroundsMoveWithTheirRows)
 {
     const auto groundOf = [&](int row) { return grid.model()->index(row, 1).data(Qt::BackgroundRole).value<QColor>(); };
     const auto painted = [&](int row) {
@@ -235,9 +235,9 @@ TEST_F(GridOnSheet, LaysAGroundUnderARowThatGoesWithIt)
     };
     const QColor none;
     Fill(5);
-    grid.SetRowGround(1, forms::Grid::Ground::DayOff);
-    grid.SetRowGround(3, forms::Grid::Ground::Today);
-    support::Settle();
+    grid.SetRowBackground(1, forms::Grid::Background::DayOff);
+    grid.SetRowBackground(3, forms::Grid::Background::Today);
+    support::ProcessEvents();
     EXPECT_EQ(painted(1), forms::TheColours().weekend);
     EXPECT_EQ(painted(3), forms::TheColours().today);
     EXPECT_EQ(painted(2), forms::TheColours().field);
@@ -248,9 +248,9 @@ TEST_F(GridOnSheet, LaysAGroundUnderARowThatGoesWithIt)
     EXPECT_EQ(groundOf(0), forms::TheColours().weekend);
     EXPECT_EQ(groundOf(1), none);
     EXPECT_EQ(groundOf(2), forms::TheColours().today);
-    grid.SetRowGround(0, forms::Grid::Ground::Usual);
+    grid.SetRowBackground(0, forms::Grid::Background::Usual);
     EXPECT_EQ(groundOf(0), none);
     Fill(5); // new rows
     EXPECT_EQ(groundOf(2), none);
-    EXPECT_EQ(ErrorOf([&] { grid.SetRowGround(5, forms::Grid::Ground::Today); }), Error::IndexOutOfRange);
+    EXPECT_EQ(ErrorOf([&] { grid.SetRowBackground(5, forms::Grid::Background::Today); }), Error::IndexOutOfRange);
 }

@@ -46,11 +46,11 @@ struct TotalsOfAGrid : testing::Test {
             label->setText(figure);
         screen.count.setText("32767");
         screen.layout()->activate();
-        support::Settle();
+        support::ProcessEvents();
     }
 };
 
-/// The leftmost and rightmost ink of a label's figure, in pixels of the label.
+/// The horizontal extent of the ink of a label, in pixels.
 std::pair<int, int> InkOf(forms::FigureLabel& label)
 {
     const QImage image = label.grab().toImage();
@@ -70,20 +70,20 @@ std::pair<int, int> InkOf(forms::FigureLabel& label)
 
 } // namespace
 
-TEST_F(TotalsOfAGrid, StandUnderTheirColumnsWhereverTheseGo)
+TEST_F(TotalsOfAGrid, StayUnderTheirColumns)
 {
     Show("1 250.00 ");
     EXPECT_EQ(screen.received.geometry().right(), RightOf(2));
     EXPECT_EQ(screen.count.width(), screen.grid.columnWidth(1));
     screen.resize(screen.width() + 300, screen.height());
-    support::Settle();
+    support::ProcessEvents();
     EXPECT_EQ(screen.received.geometry().right(), RightOf(2));
     EXPECT_EQ(screen.due.geometry().right(), RightOf(3));
 
-    screen.resize(220, screen.height()); // narrower than the columns: all totals stay in sight
-    support::Settle();
+    screen.resize(220, screen.height()); // narrower than the columns: all totals stay visible
+    support::ProcessEvents();
     screen.grid.horizontalScrollBar()->setValue(0);
-    support::Settle();
+    support::ProcessEvents();
     EXPECT_LE(screen.due.geometry().right(), screen.width());
     EXPECT_LT(screen.received.geometry().right(), screen.due.geometry().left() + 1);
     EXPECT_GE(screen.count.geometry().left(), 0);
@@ -105,5 +105,5 @@ TEST_F(TotalsOfAGrid, AreNeverCut)
     screen.due.setText("9999 999.98");
     const int shorter = InkOf(screen.due).second - InkOf(screen.due).first;
     screen.due.setText("19999 999.98");
-    EXPECT_GT(InkOf(screen.due).second - InkOf(screen.due).first, shorter); // its first digit is there
+    EXPECT_GT(InkOf(screen.due).second - InkOf(screen.due).first, shorter); // not cut on the left
 }

@@ -31,7 +31,7 @@ TEST_F(Guard, ReportsAnUncaughtErrorClosesAndEndsTheProgram)
     bool wentOn = false;
     forms::Guarded([&] {
         forms::Guarded([] { throw basic::RuntimeError(basic::Error::Overflow); });
-        forms::MsgBox("le programme est terminé"); // nothing reaches the user any more
+        forms::MsgBox("le programme est terminé"); // not shown any more
         wentOn = true;
     });
     EXPECT_EQ(closings, 1);
@@ -59,14 +59,14 @@ TEST_F(Guard, DropsASecondErrorWhileItReportsOne)
     EXPECT_EQ(desk.EndCode(), 1);
 }
 
-TEST_F(Guard, LetsNoForeignExceptionIntoTheToolkit)
+TEST_F(Guard, LetsNoExceptionIntoTheToolkit)
 {
     ExpectFatal("Erreur d'exécution '51' :\nErreur interne : vector");
     forms::Guarded([] { throw std::out_of_range("vector"); });
     EXPECT_EQ(desk.EndCode(), 1);
 }
 
-TEST_F(Guard, CoversWhatTheToolkitCallsOnAScreen)
+TEST_F(Guard, CoversEventHandlersOfAScreen)
 {
     auto& sheet = desk.Open<Sheet>();
     sheet.text.KeyPress = [](int&) { throw basic::RuntimeError(basic::Error::TypeMismatch); };

@@ -15,7 +15,7 @@ using forms::Icon;
 
 namespace {
 
-/// Plays the user on the window that is about to come up.
+/// Plays the user on the next window.
 void OnNextWindow(std::function<void(QWidget&)> play)
 {
     QTimer::singleShot(0, qApp, [play = std::move(play)] {
@@ -74,6 +74,16 @@ TEST_F(RealDesk, AnswersAYesNoBoxByButtonEnterAndEscape)
     EXPECT_EQ(ask([](QWidget& box) { QTest::keyClick(&box, Qt::Key_Return); }), Answer::Yes);
 }
 
+TEST_F(RealDesk, TakesEnterForNoWhereThatIsTheDefault)
+{
+    const auto ask = [](std::function<void(QWidget&)> play) {
+        OnNextWindow(std::move(play));
+        return forms::MsgBox("Remettre ?", Icon::Question, "ZEP Lumo", Buttons::NoYes);
+    };
+    EXPECT_EQ(ask([](QWidget& box) { QTest::keyClick(&box, Qt::Key_Return); }), Answer::No);
+    EXPECT_EQ(ask([](QWidget& box) { PressButton(box, "&Oui"); }), Answer::Yes);
+}
+
 TEST_F(RealDesk, ShowsAScreenUntilItIsUnloaded)
 {
     Sheet sheet;
@@ -91,7 +101,7 @@ TEST_F(RealDesk, ShowsAScreenUntilItIsUnloaded)
     EXPECT_FALSE(sheet.isVisible());
 
     sheet.loading = [&] { sheet.Unload(); };
-    desk.ShowModal(sheet); // comes back at once
+    desk.ShowModal(sheet); // returns at once
     EXPECT_FALSE(sheet.isVisible());
 }
 

@@ -5,7 +5,7 @@
 #include "platform/forms/Grid.h"
 #include "platform/forms/Layout.h"
 
-/// A small screen with one control of each kind that is typed in or clicked.
+/// A small screen with one control of each kind.
 class Sheet : public forms::Form {
 public:
     /// `prepare` runs before the sheet shows.

@@ -36,7 +36,7 @@ void ChooseFromContextMenu(QWidget& field, const QString& entry)
     auto* menu = field.findChild<QMenu*>();
     ASSERT_TRUE(menu);
     for (QAction* action : menu->actions()) {
-        if (action->text().remove('&').startsWith(entry)) // its key stands behind
+        if (action->text().remove('&').startsWith(entry)) // followed by its key
             action->trigger();
     }
     menu->close();
@@ -44,7 +44,7 @@ void ChooseFromContextMenu(QWidget& field, const QString& entry)
 
 } // namespace
 
-TEST_F(Entry, GivesEachTypedCharacterToTheFilterByItsCode)
+TEST_F(Entry, PassesEachTypedCharacterToTheFilter)
 {
     QList<int> codes;
     sheet.text.KeyPress = [&](int& code) { codes << code; };
@@ -60,7 +60,7 @@ TEST_F(Entry, GivesEachTypedCharacterToTheFilterByItsCode)
     EXPECT_EQ(QApplication::clipboard()->text(), sheet.text.text());
 }
 
-TEST_F(Entry, TypesWhatTheFilterMakesOfAKey)
+TEST_F(Entry, TypesTheFilteredCharacter)
 {
     sheet.text.KeyPress = [](int& code) { code = code == 'x' ? 0 : code == 'a' ? 'A' : code; };
     Type(sheet.text, "axbxa");
@@ -88,7 +88,7 @@ TEST_F(Entry, KeepsASwallowedEnterFromTheButtons)
     EXPECT_TRUE(sheet.isVisible());
 }
 
-TEST_F(Entry, FiltersTextThatComesInOnePieceByEveryWay)
+TEST_F(Entry, FiltersPastedDroppedAndComposedText)
 {
     const QString hostile = "1 2x,5\n.0'; --\r\n";
     const QString clean = "1 2.50 --";
@@ -96,7 +96,7 @@ TEST_F(Entry, FiltersTextThatComesInOnePieceByEveryWay)
 
     QApplication::clipboard()->setText(hostile);
     Press(amount, Qt::Key_V, Qt::ControlModifier);
-    EXPECT_EQ(amount.text(), "1 2.5 0 --"); // a line end inside turns into a blank, one at the end is cut
+    EXPECT_EQ(amount.text(), "1 2.5 0 --"); // an inner line break becomes a blank, a trailing one is cut
 
     amount.clear();
     Drop(amount, "1 2x,5.0'; --");
@@ -116,7 +116,7 @@ TEST_F(Entry, FiltersTextThatComesInOnePieceByEveryWay)
     EXPECT_EQ(amount.text(), "free ,, text");
 }
 
-TEST_F(Entry, SelectsItsTextHoweverTheFocusComes)
+TEST_F(Entry, SelectsItsTextOnEveryKindOfFocus)
 {
     forms::TextBox& field = sheet.text;
     field.setText("DUPONT");

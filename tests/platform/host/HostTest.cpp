@@ -17,7 +17,7 @@ void Touch(const QString& path)
 
 } // namespace
 
-TEST(Files, AreFoundWithoutRegardToCase)
+TEST(Files, AreFoundCaseInsensitively)
 {
     const QTemporaryDir folder;
     QDir(folder.path()).mkdir("Archives");
@@ -27,11 +27,11 @@ TEST(Files, AreFoundWithoutRegardToCase)
     EXPECT_EQ(host::PathIn(folder.path(), "ZEP_CFIG.cfg"), folder.filePath("zep_cfig.CFG"));
     EXPECT_EQ(host::PathIn(folder.path(), "ARCHIVES/ZEP_ONE.MDB"), folder.filePath("Archives/ZEP_one.mdb"));
     EXPECT_EQ(host::PathIn(folder.path(), "ARCHIVES/new.txt"), folder.filePath("Archives/new.txt"));
-    Touch(folder.filePath("ZEP_CFIG.cfg")); // the name as asked for comes before a like one
+    Touch(folder.filePath("ZEP_CFIG.cfg")); // an exact match is preferred
     EXPECT_EQ(host::PathIn(folder.path(), "ZEP_CFIG.cfg"), folder.filePath("ZEP_CFIG.cfg"));
 }
 
-TEST(Files, OfTheProgramLieBesideItOrInTheShareOfAnInstalledOne)
+TEST(Files, OfTheProgramAreInItsFolderOrTheInstalledShare)
 {
     const QTemporaryDir root;
     const QDir folder(root.path());
@@ -40,16 +40,16 @@ TEST(Files, OfTheProgramLieBesideItOrInTheShareOfAnInstalledOne)
         return QDir::cleanPath(host::FolderOfOwnFile(folder.filePath("bin"), name));
     };
 
-    EXPECT_EQ(found("ZEP_Supp.RPT"), folder.filePath("bin")); // where its absence is told
+    EXPECT_EQ(found("ZEP_Supp.RPT"), folder.filePath("bin")); // where it is reported missing
     Touch(folder.filePath("share/zep-lumo/ZEP_Supp.RPT"));
     Touch(folder.filePath("share/zep-lumo/guide/index.md"));
     EXPECT_EQ(found("ZEP_Supp.RPT"), folder.filePath("share/zep-lumo"));
     EXPECT_EQ(found("guide/index.md"), folder.filePath("share/zep-lumo"));
-    Touch(folder.filePath("bin/zep_supp.rpt")); // in whatever upper and lower case
+    Touch(folder.filePath("bin/zep_supp.rpt")); // case-insensitive
     EXPECT_EQ(found("ZEP_Supp.RPT"), folder.filePath("bin"));
 }
 
-TEST(Files, SearchTakesWildcardsAndKinds)
+TEST(Files, SearchSupportsWildcardsAndAttributes)
 {
     const QTemporaryDir folder;
     QDir(folder.path()).mkdir("ARCHIVES");
@@ -59,7 +59,7 @@ TEST(Files, SearchTakesWildcardsAndKinds)
     EXPECT_TRUE(host::FileExists(folder.filePath("*.rpt"), 0));
     EXPECT_TRUE(host::FileExists(folder.filePath("a[?].RPT"), 0));
     EXPECT_FALSE(host::FileExists(folder.filePath("a1.RPT"), 0));
-    EXPECT_FALSE(host::FileExists(folder.filePath("a[1]xRPT"), 0)); // the point is a point
+    EXPECT_FALSE(host::FileExists(folder.filePath("a[1]xRPT"), 0)); // the point is literal
     EXPECT_FALSE(host::FileExists(folder.filePath("ARCHIVES"), 0));
     EXPECT_TRUE(host::FileExists(folder.filePath("archives"), 16));
     EXPECT_FALSE(host::FileExists(folder.filePath("missing/x"), 0));

@@ -33,7 +33,7 @@ TEST(SelectionFormula, ReadsComparisonsAndNothingElse)
         EXPECT_EQ(ErrorOf([&] { pages::ReadSelection(bad); }), Error::SyntaxError) << bad;
 }
 
-TEST(Content, SelectsRowsByAFormulaWhereTheTemplateLetsIt)
+TEST(Content, SelectsRowsByFormula)
 {
     ReportPractice practice;
     const pages::Template without = PatientsTemplate("select num, nom from Patients");
@@ -48,7 +48,7 @@ TEST(Content, SelectsRowsByAFormulaWhereTheTemplateLetsIt)
     EXPECT_EQ(pages::ReadContent(with, practice.Source("{Patients.num}")).faults.at(0).line, 0);
 }
 
-TEST(Content, ADatabaseThatCantBeReadIsAFaultOfTheWholeFile)
+TEST(Content, ReportsAnUnreadableDatabaseAsAFaultOfTheFile)
 {
     ReportPractice practice;
     const pages::Template design = PatientsTemplate("select num, nom from Patients");
@@ -62,7 +62,7 @@ TEST(Content, ADatabaseThatCantBeReadIsAFaultOfTheWholeFile)
     }
 }
 
-TEST(ReadOnlyQuery, ReadsOneMomentWhileAnotherConnectionWrites)
+TEST(ReadOnlyQuery, ReadsOneSnapshotWhileAnotherConnectionWrites)
 {
     ReportPractice practice;
     const dao::ReadOnlyQuery query(practice.Path());
@@ -74,7 +74,7 @@ TEST(ReadOnlyQuery, ReadsOneMomentWhileAnotherConnectionWrites)
     EXPECT_EQ(dao::ReadOnlyQuery(practice.Path()).Read("select num from Patients", {}, {.rows = 100}).RowCount(), 4);
 }
 
-TEST(ReadOnlyQuery, EndsWhatWouldGiveTooMuch)
+TEST(ReadOnlyQuery, StopsAtItsLimits)
 {
     ReportPractice practice;
     const dao::ReadOnlyQuery query(practice.Path());
@@ -102,7 +102,7 @@ TEST(ReadOnlyQuery, EndsWhatWouldGiveTooMuch)
     EXPECT_TRUE(
         refusal(endless.arg("count(*)"), {.rows = 1, .isGivenUp = [&] { return ++asked == 3; }}).startsWith("3059"));
     EXPECT_EQ(ErrorOf([&] { query.FieldsOf("select load_extension('x')"); }), Error::ReadOnly);
-    EXPECT_EQ(query.Read("select 1", {}, {.rows = 1}).RowCount(), 1); // still of use after each refusal
+    EXPECT_EQ(query.Read("select 1", {}, {.rows = 1}).RowCount(), 1); // still usable after each refusal
 }
 
 TEST(ReadOnlyQuery, GivesItsReasonsInFrench)

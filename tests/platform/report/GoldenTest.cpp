@@ -1,4 +1,4 @@
-// Each report of the program, page by page, against a text that was looked at. The run never writes these texts.
+// Compares each report of the program, page by page, with a reviewed text. Tests never write these texts.
 #include "platform/report/PageText.h"
 #include "platform/report/ReportPractice.h"
 #include "support/Printing.h"
@@ -12,8 +12,7 @@ namespace {
 
 using tests::ReportPractice;
 
-/// Fails with the first line that differs. What was printed is left in the build folder, to be looked at and copied
-/// by hand.
+/// Fails with the first line that differs. The actual text is left in the build folder, for review.
 void ExpectGolden(const pages::PageLayout& layout, const QString& name)
 {
     QDir().mkpath(ZEP_PRINTED);
@@ -88,8 +87,8 @@ TEST(GoldenPages, DetailOfPendingActsHasNoEmptyColumn)
     ExpectGolden(practice.LayOut(practice.Template("ZEP_DTAL.RPT")), "ZEP_DTAL_instance");
 }
 
-// Every act has its line, every page its headings, and the totals close the last page.
-TEST(JournalPages, HoldEveryActWhateverTheirNumber)
+// Every act has a line, every page the headings, and the totals are on the last page.
+TEST(JournalPages, ContainEveryAct)
 {
     const QRegularExpression date(R"(^\d\d/\d\d/\d{4}$)");
     for (const int acts : {0, 1, 40, 16352}) {
@@ -103,7 +102,7 @@ TEST(JournalPages, HoldEveryActWhateverTheirNumber)
             const QStringList texts = tests::TextsOf(layout, page);
             EXPECT_TRUE(texts.contains("Journal d'activité de la")) << page;
             EXPECT_TRUE(texts.contains("Patient") || acts == 0) << page;
-            lines += int(texts.filter(date).size() / 2); // reception and service
+            lines += static_cast<int>(texts.filter(date).size() / 2); // reception and service
             EXPECT_EQ(texts.contains("Actes, toutes unités"), page == layout.PageCount() - 1) << page;
         }
         EXPECT_EQ(lines, acts);
@@ -155,7 +154,7 @@ TEST(GoldenPages, NetResultAsALossAndWithArabicTitles)
     practice.SetTexts({{"ch5", " نـتـيجة الـنشاط مـن 2008/06/01 إلى 2008/06/30"},
                        {"ch6", " تـكالـيف 30  يــومـا "},
                        {"ch7", ""},
-                       {"ch8", "  540.50"}}); // a unit of -10.00 isn't printed and counts all the same
+                       {"ch8", "  540.50"}}); // the unit with -10.00 isn't printed but counts
     ExpectGolden(practice.LayOut(practice.Template("ZEP_Rstt.RPT")), "ZEP_Rstt_arabe");
 }
 

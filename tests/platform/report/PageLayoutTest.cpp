@@ -15,7 +15,7 @@ using tests::TextsOf;
 
 constexpr double BodyBottom = 297 - 15 - 8 + 0.01; // of an A4 sheet, above margin and footer
 
-const QByteArray groupedTemplate = R"(
+const QByteArray GroupedTemplate = R"(
 title = "Actes par unité"
 [rows]
 select = """
@@ -69,11 +69,11 @@ TEST(PageLayout, RepeatsColumnHeadsAndKeepsTheTotalsUnderARow)
     }
 }
 
-TEST(PageLayout, GroupsHaveTheirSubtotalsAndGoOnWithTheirName)
+TEST(PageLayout, GroupsHaveSubtotalsAndRepeatTheirName)
 {
     ReportPractice practice;
     practice.AddActs(150, false);
-    const pages::PageLayout layout = practice.LayOut(practice.WriteTemplate(groupedTemplate));
+    const pages::PageLayout layout = practice.LayOut(practice.WriteTemplate(GroupedTemplate));
     ASSERT_GT(layout.PageCount(), 2);
 
     QStringList all;
@@ -94,7 +94,7 @@ TEST(PageLayout, GroupsHaveTheirSubtotalsAndGoOnWithTheirName)
     EXPECT_EQ(sumBehind("Total"), "350 312.50");
 }
 
-/// A page of one text, painted at ten dots a millimetre: the first and the last column with ink on it.
+/// Paints a page with one text at ten dots per millimetre; returns the first and last column with ink.
 std::pair<int, int> InkOf(const QString& text, Qt::Alignment alignment)
 {
     pages::Page page;
@@ -118,7 +118,7 @@ std::pair<int, int> InkOf(const QString& text, Qt::Alignment alignment)
 
 TEST(PagePainter, AlignsTextsInTheirBoxes)
 {
-    for (const QString& text : {QString("HIH"), QString("بن علي")}) { // set letter by letter, and shaped
+    for (const QString& text : {QString("HIH"), QString("بن علي")}) { // set by letter, and shaped
         const auto left = InkOf(text, Qt::AlignLeft);
         const auto right = InkOf(text, Qt::AlignRight);
         const auto centre = InkOf(text, Qt::AlignHCenter);
@@ -130,7 +130,7 @@ TEST(PagePainter, AlignsTextsInTheirBoxes)
     EXPECT_GE(InkOf(QString(60, 'H'), Qt::AlignRight).first, 199);
 }
 
-TEST(PageLayout, PrintsAmountsOfTheScreenInOneLook)
+TEST(PageLayout, ReformatsAmountsOfTheScreen)
 {
     const QString mask = "# ### ##0.00";
     const struct {
@@ -177,7 +177,7 @@ TEST(PageLayout, PrintsValuesUnderMasksAndChoices)
     pages::Column code;
     code.choices = {"NP", "R-"};
     EXPECT_EQ(text(code, 1), "R-");
-    EXPECT_EQ(text(code, 7), "7"); // a code that isn't known is shown and not hidden
+    EXPECT_EQ(text(code, 7), "7"); // an unknown code is shown
     EXPECT_EQ(text(code, -1), "-1");
     EXPECT_EQ(text(code, 0.5), "0.5");
 
@@ -187,9 +187,9 @@ TEST(PageLayout, PrintsValuesUnderMasksAndChoices)
     EXPECT_EQ(text(date, "17/06/2008"), "17/06/2008");
 }
 
-TEST(PageLayout, AHeadingAboveCoversTheColumnsThatShareIt)
+TEST(PageLayout, ASharedHeadingSpansItsColumns)
 {
-    const QByteArray above = QByteArray(groupedTemplate).replace("width_mm = 60", "width_mm = 60\nabove = \"Groupe\"");
+    const QByteArray above = QByteArray(GroupedTemplate).replace("width_mm = 60", "width_mm = 60\nabove = \"Groupe\"");
     const QByteArray two = QByteArray(above).replace("above = \"Groupe\"\nalign", "above = \"Somme\"\nalign");
     ReportPractice practice;
     practice.AddActs(200, false);
@@ -209,10 +209,10 @@ TEST(PageLayout, AHeadingAboveCoversTheColumnsThatShareIt)
     EXPECT_LE(boxOf(two, "Somme").bottom(), boxOf(two, "Montant").top() + 0.01);
 }
 
-TEST(PageLayout, AReportOfColumnsThatMayAllBeLeftOutKeepsThem)
+TEST(PageLayout, KeepsTheColumnsIfAllCouldBeHidden)
 {
     const QByteArray optional =
-        QByteArray(groupedTemplate).replace("width_mm = 60", "width_mm = 60\nhide_empty = true");
+        QByteArray(GroupedTemplate).replace("width_mm = 60", "width_mm = 60\nhide_empty = true");
     ReportPractice practice;
     const pages::PageLayout layout = practice.LayOut(practice.WriteTemplate(optional));
     const std::vector<pages::Run> runs = layout.MakePage(0).runs;
@@ -243,12 +243,12 @@ TEST(PageLayout, HostileTextsPrintAsOneLineOfText)
     const pages::PageLayout layout = practice.LayOut(practice.Template("ZEP_R2.RPT"));
     const QStringList texts = TextsOf(layout, 0);
     EXPECT_EQ(texts[0], hostile[0]);
-    EXPECT_EQ(texts.count("{ch4} {page}"), 3); // the heading, name and first name: put in once, never looked at again
+    EXPECT_EQ(texts.count("{ch4} {page}"), 3); // heading, name and first name: replaced once, not recursively
     EXPECT_TRUE(texts.contains("un deux  trois quatre"));
     for (const QString& text : texts)
         EXPECT_LE(text.size(), 400);
 
-    // Painted, a name stays within its column: the gap on its right is white.
+    // A painted name stays within its column: the gap to its right is white.
     QImage sheet(840, 1188, QImage::Format_RGB32);
     sheet.fill(Qt::white);
     QPainter painter(&sheet);
@@ -257,8 +257,9 @@ TEST(PageLayout, HostileTextsPrintAsOneLineOfText)
     for (const pages::Run& run : layout.MakePage(0).runs) {
         if (!run.text.startsWith("WWW"))
             continue;
-        for (int y = int(run.box.top() * 4) + 1; y < int(run.box.bottom() * 4) - 1; ++y)
-            for (int x = int(std::ceil(run.box.right() * 4)) + 1; x < int((run.box.right() + 2) * 4); ++x)
+        for (int y = static_cast<int>(run.box.top() * 4) + 1; y < static_cast<int>(run.box.bottom() * 4) - 1; ++y)
+            for (int x = static_cast<int>(std::ceil(run.box.right() * 4)) + 1;
+                 x < static_cast<int>((run.box.right() + 2) * 4); ++x)
                 ASSERT_EQ(sheet.pixelColor(x, y), QColor(Qt::white)) << "the name runs over its column";
     }
 }

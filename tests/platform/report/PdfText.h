@@ -11,7 +11,7 @@ struct PdfPage {
     QString text;  ///< its words in the order they were written, with blanks between
 };
 
-/// The pages of a PDF as a reader sees them. Fails the test when the file is no PDF.
+/// The pages of a PDF as read by poppler. Fails the test when the file isn't a PDF.
 QList<PdfPage> ReadPdf(const QString& path);
 
 } // namespace tests

@@ -24,7 +24,7 @@ namespace {
 using report::PreviewWindow;
 using tests::ReportPractice;
 
-/// A report of several pages on its way to the preview.
+/// A report of several pages.
 class Preview : public testing::Test {
 protected:
     Preview()
@@ -60,7 +60,7 @@ QWidget& PagesOf(PreviewWindow& preview)
     return *preview.findChild<report::PagesView*>("Pages");
 }
 
-TEST_F(Preview, IsDrivenByTheKeyboardAlone)
+TEST_F(Preview, IsUsableByKeyboardOnly)
 {
     Run(400, [](PreviewWindow& preview) {
         EXPECT_EQ(preview.objectName(), "Preview");
@@ -112,7 +112,7 @@ TEST_F(Preview, ScreenReadersReadThePageLineByLine)
     });
 }
 
-TEST_F(Preview, ItsPicturesMoveToThePagesTheyName)
+TEST_F(Preview, MovesBetweenPagesByItsPictures)
 {
     Run(400, [](PreviewWindow& preview) {
         const auto shows = [&](forms::Picture& picture, const char* page, bool first, bool last) {
@@ -159,7 +159,7 @@ TEST_F(Preview, AFittedSheetNeedsNoHorizontalScrollBar)
     Run(40, [](PreviewWindow& preview) {
         for (int width = 700; width < 1100; width += 7) {
             preview.resize(width, 600);
-            support::Settle();
+            support::ProcessEvents();
             ASSERT_TRUE(preview.View().FitsWidth());
             EXPECT_EQ(preview.View().horizontalScrollBar()->maximum(), 0) << "at a width of " << width;
         }
@@ -221,7 +221,7 @@ TEST_F(Preview, ReplacesAnExistingFileOnlyWhenTheUserSaysSo)
                            forms::Answer::No);
         Click(preview.SaveButton);
         desk.Verify();
-        EXPECT_EQ(proposals.value(1), "caisse.pdf"); // asked again, from the name that was refused
+        EXPECT_EQ(proposals.value(1), "caisse.pdf"); // asked again, starting from the refused name
         EXPECT_EQ(practice.Read("caisse.pdf"), "hier");
         EXPECT_TRUE(practice.Read("CAISSE.PDF").startsWith("%PDF")); // a new file: nothing to ask
 
@@ -238,7 +238,7 @@ TEST_F(Preview, ReplacesAnExistingFileOnlyWhenTheUserSaysSo)
     }
 }
 
-/// No file of the process may grow beyond `bytes` while it lives: what a full disk does.
+/// Limits the size of files during its lifetime, as on a full disk.
 class FullDisk {
 public:
     explicit FullDisk(rlim_t bytes)
@@ -255,7 +255,7 @@ private:
     rlimit before{};
 };
 
-TEST_F(Preview, AFullDiskLeavesNoHalfPdfAndTheFormerOneWhole)
+TEST_F(Preview, AFullDiskLeavesNoPartialPdfAndKeepsTheOldOne)
 {
     const QString path = practice.WriteTemplate("hier", "etat.pdf");
     QStringList before;
@@ -281,7 +281,7 @@ TEST_F(Preview, PrintsTheChosenPagesOnTheTemplatesPaper)
     const struct {
         int from;
         int to;
-        QStringList pages; ///< numbers that the printed pages show
+        QStringList pages; ///< numbers on the printed pages
     } ranges[] = {{2, 4, {"2", "3", "4"}}, {13, 99, {"13", "14", "15"}}, {1, 1, {"1"}}, {50, 60, {"15"}}};
     Report1.ReportFileName = practice.Template("ZEP_DTAL.RPT");
     Run(400, [&](PreviewWindow& preview) {
@@ -306,7 +306,7 @@ TEST_F(Preview, PrintsTheChosenPagesOnTheTemplatesPaper)
     });
 }
 
-TEST_F(Preview, ALongReadingIsGivenUpByEsc)
+TEST_F(Preview, ALongReadIsCancelledByEsc)
 {
     const QByteArray endless =
         "title = \"Essai\"\n[rows]\nselect = \"with recursive n(i) as (select 1 union all select "
@@ -328,7 +328,7 @@ TEST_F(Preview, ALongReadingIsGivenUpByEsc)
     EXPECT_TRUE(wasOffered);
 }
 
-TEST_F(Preview, ATemplateWithAMistakeIsAMessageAndNoWindow)
+TEST_F(Preview, ATemplateErrorShowsAMessageOnly)
 {
     Report1.ReportFileName = practice.WriteTemplate("title = \"Essai\"\n[rows]\nselect = \"select num from Rien\"\n"
                                                     "[[column]]\nheading = \"N°\"\nfield = \"num\"\nwidth_mm = 20\n",

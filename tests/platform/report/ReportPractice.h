@@ -23,19 +23,19 @@ public:
     pages::Source Source(const QString& selectionFormula = {}) const;
     /// The path of a template of the program.
     static QString Template(const QString& name);
-    /// Writes a template into the folder and gives its path.
+    /// Writes a template into the folder; returns its path.
     QString WriteTemplate(const QByteArray& text, const QString& name = "ESSAI.RPT");
     /// The content of a file of the folder.
     QByteArray Read(const QString& name) const;
 
     dao::Key Add(const QString& table, Cells cells);
     void SetTexts(Cells cells);
-    /// Acts that go through all codes, slots, services and patients, each with its row in Prov; `withReference` fills
+    /// Adds acts with all codes, slots, services and patients, each with its row in Prov; `withReference` fills
     /// Prov.Mt.
     void AddActs(int count, bool withReference);
     void AddExpenses(int count);
 
-    /// Reads a template and its rows, which must have no fault, and lays them out. The printing date is 17/06/2008.
+    /// Reads a template and its rows, without faults, and lays them out. The print date is 17/06/2008.
     pages::PageLayout LayOut(const QString& templatePath, const QString& selectionFormula = {});
 
 private:

@@ -9,7 +9,7 @@ namespace {
 
 using tests::ReportPractice;
 
-const QByteArray good = R"(title = "Essai"
+const QByteArray GoodTemplate = R"(title = "Essai"
 [rows]
 select = """
 select num, nom
@@ -23,7 +23,7 @@ width_mm = 50
 
 QByteArray With(const char* part, const char* instead)
 {
-    return QByteArray(good).replace(part, instead);
+    return QByteArray(GoodTemplate).replace(part, instead);
 }
 
 TEST(Template, NamesEachMistakeWithItsLineAndReason)
@@ -72,7 +72,7 @@ TEST(Template, NamesEachMistakeWithItsLineAndReason)
     EXPECT_EQ(practice.Database().OpenRecordset("select count(num) as S1 from Patients")["S1"].Long(), 3);
 }
 
-TEST(Template, ExplainsWhatTheParserRefuses)
+TEST(Template, ExplainsSyntaxErrors)
 {
     const QByteArray deepName = "[" + QByteArray("a.").repeated(50'000) + "a]\n";
     const QByteArray deepList = "\na = " + QByteArray("[").repeated(50'000);
@@ -106,7 +106,7 @@ TEST(Template, ExplainsWhatTheParserRefuses)
         {"a = \"\"\"un \"mot\"\"\"\"\nb =\n", 2, "la valeur manque"}, // the text ends with a quote of its own
         {deepName, 1, "plus de 8 niveaux"},
         {deepList, 2, "plus de 8 niveaux"},
-        {"a = \"\"\"x\"\"\"\"\nb = '" + deepList, 3, "plus de 8 niveaux"}, // not to be hidden in an open text
+        {"a = \"\"\"x\"\"\"\"\nb = '" + deepList, 3, "plus de 8 niveaux"}, // must not be hidden by an unclosed text
     };
     for (const Case& each : cases) {
         const QList<pages::Fault> faults = pages::ReadTemplate(each.text, {}).faults;
@@ -117,7 +117,7 @@ TEST(Template, ExplainsWhatTheParserRefuses)
     }
 }
 
-TEST(Template, NestsEightLevelsAndNoMore)
+TEST(Template, AllowsEightLevelsOfNesting)
 {
     const auto isTooDeep = [](const QByteArray& text) {
         const QList<pages::Fault> faults = pages::ReadTemplate(text, {}).faults;
@@ -130,14 +130,14 @@ TEST(Template, NestsEightLevelsAndNoMore)
     EXPECT_FALSE(isTooDeep("# " + QByteArray(".").repeated(99) + "\na = '" + QByteArray("[").repeated(99) + "'\n"));
 }
 
-TEST(Template, AllMistakesAreToldAtOnce)
+TEST(Template, ReportsAllErrorsAtOnce)
 {
     ReportPractice practice;
     const QByteArray text = With("width_mm = 50", "align = 3").replace("from Patients", "from Rien");
     EXPECT_GE(pages::CheckTemplate(practice.WriteTemplate(text), practice.Source()).size(), 3);
 }
 
-TEST(Template, TemplatesOfTheProgramHaveNoMistake)
+TEST(Template, TemplatesOfTheProgramHaveNoErrors)
 {
     ReportPractice practice;
     const QStringList names = QDir(ReportPractice::Template("")).entryList({"*.RPT"});
@@ -148,7 +148,7 @@ TEST(Template, TemplatesOfTheProgramHaveNoMistake)
             ADD_FAILURE() << qPrintable(name) << ", " << fault.line << ": " << qPrintable(fault.reason);
 }
 
-TEST(Template, UnreadableFilesAreFaultsOfTheWholeFile)
+TEST(Template, ReportsUnreadableFilesAsFaultsOfTheFile)
 {
     ReportPractice practice;
     const auto refusal = [](const QString& path) {
@@ -159,9 +159,9 @@ TEST(Template, UnreadableFilesAreFaultsOfTheWholeFile)
     EXPECT_EQ(refusal(practice.Folder()), "ce n'est pas un fichier");
     EXPECT_EQ(refusal("/proc/self/mem"), "le fichier ne peut pas être lu : le disque répond par une erreur");
     constexpr qsizetype largest = 64 * 1024;
-    EXPECT_EQ(refusal(practice.WriteTemplate(good + QByteArray(largest + 1 - good.size(), '#'))),
+    EXPECT_EQ(refusal(practice.WriteTemplate(GoodTemplate + QByteArray(largest + 1 - GoodTemplate.size(), '#'))),
               "le fichier est trop grand pour un modèle d'état (plus de 64 Ko)");
-    const QString allowed = practice.WriteTemplate(good + QByteArray(largest - good.size(), '#'));
+    const QString allowed = practice.WriteTemplate(GoodTemplate + QByteArray(largest - GoodTemplate.size(), '#'));
     EXPECT_EQ(pages::ReadTemplateFile(allowed, {}).faults.size(), 0);
 }
 

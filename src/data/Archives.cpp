@@ -1,0 +1,162 @@
+#include "data/Archives.h"
+
+#include "data/Generations.h"
+#include "data/Practice.h"
+#include "platform/basic/RuntimeError.h"
+#include "platform/dao/DatabaseReader.h"
+#include "platform/dao/FileState.h"
+#include "platform/dao/FileWork.h"
+#include "platform/dao/Seal.h"
+#include "platform/host/Files.h"
+#include "platform/host/Host.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QRegularExpression>
+#include <algorithm>
+#include <tuple>
+
+namespace data {
+namespace {
+
+QString PlainCopy(const QString& folder)
+{
+    return host::PathIn(folder, archiveFolder + "/" + databaseFile);
+}
+
+/// Keeps the copy that is about to be replaced under the name of its day. One that is damaged, of today or dated later
+/// is not worth keeping.
+void KeepGeneration(const QString& present)
+{
+    const QFileInfo file(present);
+    const QDate day = file.lastModified().date();
+    if (day >= host::Today() || !FaultOf(present).isEmpty())
+        return;
+    const QString generation = file.absolutePath() + "/" + GenerationName(day);
+    const QFileInfo before(generation);
+    if (before.exists() && (dao::IsSameFile(present, generation) || before.lastModified() > file.lastModified()))
+        return;
+    const QString part = generation + ".part";
+    QFile::remove(part);
+    dao::LinkFile(present, part);
+    dao::Replace(part, generation);
+}
+
+void ClearAwayGenerations(const QString& copies)
+{
+    const QDir folder(copies);
+    for (const QString& name : SurplusGenerations(folder.entryList(QDir::Files | QDir::Hidden), host::Today()))
+        QFile::remove(folder.filePath(name));
+}
+
+} // namespace
+
+QString ArchivedCopy::Name() const
+{
+    return QFileInfo(path).fileName();
+}
+
+QDate ArchivedCopy::Day() const
+{
+    return kind == Kind::Generation ? GenerationDay(Name()) : changed.date();
+}
+
+ArchivedCopy CopyAt(const QString& path)
+{
+    static const QRegularExpression replaced("^ZEP_ONE avant .*\\.MDB$", QRegularExpression::CaseInsensitiveOption);
+    using Kind = ArchivedCopy::Kind;
+    const QFileInfo file(path);
+    const QString name = file.fileName();
+    const Kind kind = GenerationDay(name).isValid()                          ? Kind::Generation
+                      : replaced.match(name).hasMatch()                      ? Kind::Replaced
+                      : name.compare(databaseFile, Qt::CaseInsensitive) == 0 ? Kind::Latest
+                                                                             : Kind::Other;
+    return {file.absoluteFilePath(), kind, file.lastModified()};
+}
+
+QString CopiesFolder(const QString& folder)
+{
+    return QFileInfo(dao::BehindLinks(PlainCopy(folder))).absolutePath();
+}
+
+QList<ArchivedCopy> ArchivedCopies(const QString& folder)
+{
+    QList<ArchivedCopy> copies;
+    for (const QFileInfo& file : QDir(CopiesFolder(folder)).entryInfoList(QDir::Files | QDir::Hidden)) {
+        const ArchivedCopy copy = CopyAt(file.filePath());
+        if (copy.kind != ArchivedCopy::Kind::Other)
+            copies << copy;
+    }
+    std::ranges::sort(copies, [](const ArchivedCopy& left, const ArchivedCopy& right) {
+        const auto rank = [](const ArchivedCopy& copy) {
+            return std::tuple(copy.kind != ArchivedCopy::Kind::Replaced, copy.Day(),
+                              copy.kind == ArchivedCopy::Kind::Latest, copy.changed);
+        };
+        return rank(left) > rank(right);
+    });
+    return copies;
+}
+
+void RequireWhole(const QString& copy)
+{
+    const QString name = QFileInfo(copy).fileName();
+    const dao::DatabaseReader reader(copy);
+    if (const QStringList planted = reader.PlantedCode(); !planted.isEmpty())
+        throw basic::RuntimeError::Described(
+            basic::Error::UnrecognizedFormat,
+            QString("« %1 » contient un déclencheur ou une vue que le programme n'a pas créés : %2.")
+                .arg(name, planted.join(", ")));
+    const dao::SealState seal = dao::HasLog(copy) ? dao::SealState::None : dao::StateOfSeal(copy);
+    if (seal == dao::SealState::Intact)
+        return;
+    const QStringList damage = seal == dao::SealState::Broken
+                                   ? QStringList("son contenu a changé depuis qu'il a été écrit et contrôlé.")
+                                   : reader.Damage(1);
+    if (!damage.isEmpty())
+        throw basic::RuntimeError::Described(basic::Error::DamagedDatabase,
+                                             QString("« %1 » est endommagé : %2").arg(name, damage.first()));
+}
+
+QString FaultOf(const QString& copy)
+{
+    try {
+        RequireWhole(copy);
+        return {};
+    } catch (const basic::RuntimeError& error) {
+        return error.Description();
+    }
+}
+
+std::optional<ArchivedCopy> NewestWholeCopy(const QString& folder, const std::optional<QDate>& before)
+{
+    const QDate first = before.value_or(host::Today().addDays(1)); // of those that don't count
+    for (const ArchivedCopy& copy : ArchivedCopies(folder)) {
+        const bool counts = copy.kind != ArchivedCopy::Kind::Replaced && copy.Day() < first;
+        if (counts && FaultOf(copy.path).isEmpty())
+            return copy;
+    }
+    return std::nullopt;
+}
+
+QString MomentOf(const ArchivedCopy& copy)
+{
+    return copy.changed.toString("dd/MM/yyyy 'à' HH:mm");
+}
+
+void CopyToArchives(const QString& folder, const dao::CopyProgress& progress)
+{
+    constexpr int plain = 0;
+    constexpr int archiveBit = 32;
+    const QString target = PlainCopy(folder);
+    if (host::FileExists(target, plain)) {
+        const int attributes = host::FileAttributes(target);
+        if (attributes != plain && attributes != archiveBit)
+            host::SetFileAttributes(target, plain);
+    }
+    dao::CopyDatabase(host::PathIn(folder, databaseFile), target,
+                      {.progress = progress, .beforeReplacing = KeepGeneration});
+    ClearAwayGenerations(CopiesFolder(folder));
+}
+
+} // namespace data

@@ -1,0 +1,69 @@
+#include "data/Generations.h"
+
+#include <QRegularExpression>
+#include <QSet>
+#include <algorithm>
+
+namespace data {
+namespace {
+
+constexpr int DaysKept = 7;
+constexpr int WeeksKept = 5;
+constexpr int MonthsKept = 12;
+
+QDate MondayOf(const QDate& day)
+{
+    return day.addDays(1 - day.dayOfWeek());
+}
+
+QDate FirstOfMonth(const QDate& day)
+{
+    return {day.year(), day.month(), 1};
+}
+
+} // namespace
+
+QString GenerationName(const QDate& day)
+{
+    return "ZEP_ONE " + day.toString(Qt::ISODate) + ".MDB";
+}
+
+QDate GenerationDay(const QString& name)
+{
+    static const QRegularExpression dated("^ZEP_ONE (\\d{4}-\\d{2}-\\d{2})\\.MDB$",
+                                          QRegularExpression::CaseInsensitiveOption);
+    const auto match = dated.match(name);
+    return match.hasMatch() ? QDate::fromString(match.captured(1), Qt::ISODate) : QDate();
+}
+
+QStringList SurplusGenerations(const QStringList& names, const QDate& today)
+{
+    QList<std::pair<QDate, QString>> newestFirst;
+    for (const QString& name : names) {
+        if (const QDate day = GenerationDay(name); day.isValid() && day <= today)
+            newestFirst << std::pair(day, name);
+    }
+    std::ranges::sort(newestFirst, std::ranges::greater());
+
+    QStringList surplus;
+    QSet<QDate> days;
+    QSet<QDate> weeks;
+    QSet<QDate> months;
+    // True for the newest of its day, week or month while fewer than so many of them have one.
+    const auto isKeptBy = [](QSet<QDate>& kept, const QDate& period, int most) {
+        if (kept.size() == most || kept.contains(period))
+            return false;
+        kept << period;
+        return true;
+    };
+    for (const auto& [day, name] : newestFirst) {
+        const bool byDay = isKeptBy(days, day, DaysKept);
+        const bool byWeek = isKeptBy(weeks, MondayOf(day), WeeksKept);
+        const bool byMonth = isKeptBy(months, FirstOfMonth(day), MonthsKept);
+        if (!byDay && !byWeek && !byMonth)
+            surplus << name;
+    }
+    return surplus;
+}
+
+} // namespace data

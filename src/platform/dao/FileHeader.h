@@ -1,0 +1,45 @@
+#pragma once
+
+#include "platform/dao/Sqlite.h"
+
+#include <QString>
+#include <QtEndian>
+#include <array>
+
+namespace dao {
+
+/// What marks a database as this program's, and the newest version of its tables that this program knows.
+inline constexpr int ApplicationId = 0x5A455031;
+inline constexpr int SchemaVersion = 2;
+
+/// The file's header as it is on the disk. A checkpoint that was cut off leaves a header that SQLite takes only
+/// together with the log, so no pragma reads it from the file alone.
+struct FileHeader {
+    std::array<unsigned char, 100> bytes{};
+
+    quint32 NumberAt(std::size_t offset) const { return qFromBigEndian<quint32>(bytes.data() + offset); }
+    qint64 PageSize() const { return bytes[16] == 0 && bytes[17] == 1 ? 65536 : bytes[16] << 8 | bytes[17]; }
+    /// A file in this mode has no log of its own.
+    bool IsInRollbackMode() const { return bytes[18] == 1; }
+    /// The schema version: raised at each opening for work, started anew by a copy.
+    quint32 Stamp() const { return NumberAt(40); }
+};
+
+/// Opens the file alone, without a lock and without its log. Not by a file of our own: closing one would release the
+/// locks that this process holds on the same file through another connection.
+SqliteHandle OpenImmutable(const QString& path);
+
+/// Reads the raw header of the file behind a connection. False when the file is shorter or can't be read.
+bool ReadHeader(sqlite3* database, FileHeader& header);
+
+/// Raises 3343 unless the file is a database of this program, and not of a newer one.
+FileHeader HeaderOf(sqlite3* immutable, const QString& name);
+
+/// Raises 3343: the file is of a newer version of this program.
+[[noreturn]] void RaiseNewer(const QString& name);
+
+/// Raises 3049 when the file ends within a page. Pages are written whole; SQLite would take what is missing of the last
+/// one for zeros, be it amounts that are lost.
+void RequireWholePages(const FileHeader& header, const QString& path);
+
+} // namespace dao

@@ -1,0 +1,164 @@
+#include "data/Generations.h"
+
+#include "data/Archives.h"
+#include "data/Practice.h"
+#include "platform/host/Host.h"
+#include "support/OtherProgram.h"
+#include "support/Printing.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+
+namespace {
+
+QDate Day(const char* iso)
+{
+    return QDate::fromString(iso, Qt::ISODate);
+}
+
+/// Closed on Fridays, in August and over the feast of March.
+bool IsWorked(const QDate& day)
+{
+    return day.dayOfWeek() != Qt::Friday && day.month() != 8 && (day < Day("2026-03-18") || day > Day("2026-03-24"));
+}
+
+/// The evenings of a practice: each writes an act and copies the database, as the program does at its end.
+class Evenings : public testing::Test {
+protected:
+    Evenings() { data::CreatePractice(folder, {.accessCode = 6, .letterhead = {}}); }
+    ~Evenings() override { host::FixToday(QDate()); }
+
+    void End(const QDate& day)
+    {
+        host::FixToday(day);
+        tests::OtherProgram(folder + "/ZEP_ONE.MDB").Run("insert into Actes (Type) values ('C')");
+        data::CopyToArchives(folder);
+        SetDay(Copy(), day);
+    }
+    void End(const char* iso) { End(Day(iso)); }
+
+    static void SetDay(const QString& path, const QDate& day)
+    {
+        QFile file(path);
+        ASSERT_TRUE(file.open(QIODevice::ReadWrite));
+        ASSERT_TRUE(file.setFileTime(QDateTime(day, QTime(18, 2)), QFileDevice::FileModificationTime));
+    }
+
+    QString Copy(const QString& name = "ZEP_ONE.MDB") const { return folder + "/ARCHIVES/" + name; }
+    QStringList Files() const { return QDir(folder + "/ARCHIVES").entryList(QDir::Files | QDir::Hidden, QDir::Name); }
+    static QString ActsIn(const QString& copy)
+    {
+        return tests::OtherProgram("file:" + copy + "?immutable=1").Answer("select count(*) from Actes");
+    }
+
+    QTemporaryDir place;
+    const QString folder = place.filePath("cabinet");
+};
+
+} // namespace
+
+TEST(Generations, LeaveTheNewestOfSevenDaysFiveWeeksAndTwelveMonths)
+{
+    QStringList names{"ZEP_ONE.MDB",
+                      "notes.txt",
+                      "ZEP_ONE 2026-02-30.MDB",
+                      "ZEP_ONE 2026-11-01 bis.MDB",
+                      "ZEP_ONE avant restauration 2024-01-01 10-00-00.MDB",
+                      "ZEP_ONE 2031-01-01.MDB"};
+    const qsizetype others = names.size();
+    QDate evening;
+    const QDate first = Day("2025-10-13");
+    for (QDate day = first; day < first.addDays(400); day = day.addDays(1)) {
+        if (!IsWorked(day))
+            continue;
+        if (evening.isValid())
+            names << data::GenerationName(evening);
+        evening = day;
+        for (const QString& surplus : data::SurplusGenerations(names, day))
+            names.removeAll(surplus);
+        ASSERT_LE(names.size(), others + 7 + 5 + 12);
+    }
+    QStringList days;
+    for (const QString& name : names.mid(others))
+        days << data::GenerationDay(name).toString(Qt::ISODate);
+    EXPECT_EQ(days.join(' '), "2025-11-30 2025-12-31 2026-01-31 2026-02-28 2026-03-31 2026-04-30 2026-05-31 2026-06-30 "
+                              "2026-07-30 2026-09-30 2026-10-18 2026-10-25 2026-10-31 2026-11-01 2026-11-08 "
+                              "2026-11-09 2026-11-10 2026-11-11 2026-11-12 2026-11-14 2026-11-15");
+}
+
+TEST_F(Evenings, KeepTheCopyOfAnEarlierDay)
+{
+    End("2026-11-20");
+    EXPECT_EQ(Files(), QStringList("ZEP_ONE.MDB"));
+    End("2026-11-23");
+    End("2026-11-23"); // twice a day: the copy of the evening is the last one
+    End("2026-11-24");
+    EXPECT_EQ(Files(), QStringList({"ZEP_ONE 2026-11-20.MDB", "ZEP_ONE 2026-11-23.MDB", "ZEP_ONE.MDB"}));
+    EXPECT_EQ(ActsIn(Copy("ZEP_ONE 2026-11-20.MDB")), "1");
+    EXPECT_EQ(ActsIn(Copy("ZEP_ONE 2026-11-23.MDB")), "3");
+    EXPECT_EQ(ActsIn(Copy()), "4");
+
+    End("2026-11-23"); // the clock was set back: the copy of "tomorrow" isn't kept, nothing else changes
+    EXPECT_EQ(Files(), QStringList({"ZEP_ONE 2026-11-20.MDB", "ZEP_ONE 2026-11-23.MDB", "ZEP_ONE.MDB"}));
+    EXPECT_EQ(ActsIn(Copy("ZEP_ONE 2026-11-23.MDB")), "3");
+    End("2026-11-24");
+    EXPECT_EQ(ActsIn(Copy("ZEP_ONE 2026-11-23.MDB")), "5") << "the newest copy of a day is kept";
+}
+
+TEST_F(Evenings, KeepNoCopyThatIsntWholeOrOurs)
+{
+    const std::pair<const char*, std::function<void(QByteArray&)>> faults[] = {
+        {"a letter", [](QByteArray& bytes) { bytes[bytes.size() / 2] = char(bytes[bytes.size() / 2] ^ 1); }},
+        {"cut", [](QByteArray& bytes) { bytes.chop(100); }},
+        {"foreign", [](QByteArray& bytes) { bytes = "Cabinet;12,50\n"; }},
+        {"newer", [](QByteArray& bytes) { bytes[63] = 9; }},
+    };
+    End("2026-11-19");
+    for (const auto& [fault, spoil] : faults) {
+        SCOPED_TRACE(fault);
+        End("2026-11-20");
+        QFile file(Copy());
+        ASSERT_TRUE(file.open(QIODevice::ReadWrite));
+        QByteArray bytes = file.readAll();
+        spoil(bytes);
+        file.resize(0);
+        file.seek(0);
+        file.write(bytes);
+        file.close();
+        SetDay(Copy(), Day("2026-11-20"));
+        QFile::remove(Copy("ZEP_ONE 2026-11-19.MDB"));
+        EXPECT_NE(data::FaultOf(Copy()), "");
+        host::FixToday(Day("2026-11-21"));
+        data::CopyToArchives(folder);
+        EXPECT_EQ(Files(), QStringList("ZEP_ONE.MDB"));
+    }
+}
+
+TEST_F(Evenings, AreListedNewestFirstAndOfferedWhenWhole)
+{
+    for (const char* day : {"2026-11-19", "2026-11-20", "2026-11-23"})
+        End(day);
+    QFile::copy(Copy("ZEP_ONE 2026-11-19.MDB"), Copy("ZEP_ONE avant restauration 2026-11-22 18-02-33.MDB"));
+    QFile::copy(Copy(), Copy("zep_one 2026-12-24.mdb")); // dated later than today
+    QFile(Copy("ZEP_ONE 2026-13-01.MDB")).open(QIODevice::WriteOnly);
+    QStringList names;
+    for (const data::ArchivedCopy& copy : data::ArchivedCopies(folder))
+        names << copy.Name();
+    EXPECT_EQ(names, QStringList({"zep_one 2026-12-24.mdb", "ZEP_ONE.MDB", "ZEP_ONE 2026-11-20.MDB",
+                                  "ZEP_ONE 2026-11-19.MDB", "ZEP_ONE avant restauration 2026-11-22 18-02-33.MDB"}));
+
+    const auto newest = [this](const std::optional<QDate>& before = {}) {
+        const auto copy = data::NewestWholeCopy(folder, before);
+        return copy ? copy->Name() : QString();
+    };
+    EXPECT_EQ(newest(), "ZEP_ONE.MDB");
+    EXPECT_EQ(data::MomentOf(data::ArchivedCopies(folder)[1]), "23/11/2026 à 18:02");
+    EXPECT_EQ(newest(Day("2026-11-23")), "ZEP_ONE 2026-11-20.MDB");
+    QFile(Copy()).resize(5000);
+    QFile(Copy("ZEP_ONE 2026-11-20.MDB")).resize(0);
+    EXPECT_EQ(newest(), "ZEP_ONE 2026-11-19.MDB");
+    QFile::remove(Copy("ZEP_ONE 2026-11-19.MDB"));
+    EXPECT_EQ(newest(), "") << "what a restoration has replaced is never offered";
+}

@@ -1,0 +1,203 @@
+#include "data/Archives.h"
+#include "data/Practice.h"
+#include "platform/dao/Opening.h"
+#include "support/OtherProgram.h"
+#include "support/Printing.h"
+
+#include <QDir>
+#include <QFile>
+#include <QRegularExpression>
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+using basic::Error;
+
+namespace {
+
+/// A practice with one act, copied; since then it has two.
+class Restoring : public testing::Test {
+protected:
+    Restoring()
+    {
+        data::CreatePractice(folder, {.accessCode = 6, .letterhead = {}});
+        Run("insert into Actes (Type, montant) values ('C', 40)");
+        data::CopyToArchives(folder);
+        Run("insert into Actes (Type, montant) values ('K1', 50)");
+    }
+
+    void Run(const char* sql) const { ASSERT_EQ(tests::OtherProgram(database).Run(sql), SQLITE_OK) << sql; }
+    QString Acts() const { return tests::OtherProgram(database).Answer("select count(*) from Actes"); }
+
+    static QByteArray BytesOf(const QString& path)
+    {
+        QFile file(path);
+        EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << path.toStdString();
+        return file.readAll();
+    }
+    static void Write(const QString& path, const QByteArray& bytes)
+    {
+        QFile file(path);
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
+        file.write(bytes);
+    }
+
+    std::optional<Error> ErrorOfRestore() const
+    {
+        try {
+            data::Restore(copy, folder);
+            return std::nullopt;
+        } catch (const basic::RuntimeError& error) {
+            return error.Code();
+        }
+    }
+
+    QStringList Files() const { return QDir(folder).entryList(QDir::Files | QDir::Hidden).filter("ZEP_ONE"); }
+
+    QTemporaryDir place;
+    const QString folder = place.filePath("cabinet");
+    const QString database = folder + "/ZEP_ONE.MDB";
+    const QString archives = folder + "/ARCHIVES";
+    const QString copy = archives + "/ZEP_ONE.MDB";
+};
+
+} // namespace
+
+TEST_F(Restoring, PutsTheCopyInPlaceAndKeepsThePresentFile)
+{
+    const QByteArray present = BytesOf(database);
+    const QByteArray copied = BytesOf(copy);
+    const QString kept = data::Restore(copy, folder);
+    static const QRegularExpression name(
+        "/ARCHIVES/ZEP_ONE avant restauration \\d{4}-\\d\\d-\\d\\d \\d\\d-\\d\\d-\\d\\d\\.MDB$");
+    EXPECT_TRUE(name.match(kept).hasMatch()) << kept.toStdString();
+    EXPECT_TRUE(BytesOf(kept) == present);
+    EXPECT_TRUE(BytesOf(copy) == copied);
+    EXPECT_EQ(Acts(), "1");
+    EXPECT_EQ(Files(), QStringList("ZEP_ONE.MDB"));
+    struct stat state = {};
+    ::stat(database.toUtf8().constData(), &state);
+    EXPECT_EQ(state.st_mode & 0777, 0600U);
+
+    data::Restore(kept, folder); // and back again
+    EXPECT_EQ(Acts(), "2");
+    EXPECT_TRUE(BytesOf(kept) == present) << "the kept file isn't the one that is worked with";
+    EXPECT_EQ(QDir(archives).entryList(QDir::Files).size(), 3);
+}
+
+TEST_F(Restoring, KeepsTheLogOfThePresentFileAndLeavesNone)
+{
+    QByteArray present;
+    QByteArray log;
+    {
+        tests::OtherProgram program(database); // which dies with its log beside the file
+        program.Run("insert into Actes (Type) values ('K2')");
+        present = BytesOf(database);
+        log = BytesOf(database + "-wal");
+    }
+    Write(database, present);
+    Write(database + "-wal", log);
+    const QString kept = data::Restore(copy, folder);
+    EXPECT_TRUE(BytesOf(kept) == present);
+    EXPECT_TRUE(BytesOf(kept + "-wal") == log);
+    EXPECT_EQ(Files(), QStringList("ZEP_ONE.MDB"));
+    EXPECT_EQ(Acts(), "1");
+
+    data::Restore(kept, folder); // with what its log holds
+    EXPECT_EQ(Acts(), "3");
+    EXPECT_EQ(Files(), QStringList("ZEP_ONE.MDB"));
+}
+
+TEST_F(Restoring, TakesThePlaceOfADamagedOrMissingFile)
+{
+    for (const QByteArray& bytes : {BytesOf(database).first(5000), QByteArray("rien"), QByteArray()}) {
+        Write(database, bytes);
+        Write(database + "-wal", QByteArray(4096, '\xA5'));
+        const QString kept = data::Restore(copy, folder);
+        EXPECT_TRUE(BytesOf(kept) == bytes);
+        EXPECT_EQ(BytesOf(kept + "-wal").size(), 4096);
+        EXPECT_EQ(Acts(), "1");
+    }
+    QFile::remove(database);
+    EXPECT_EQ(data::Restore(copy, folder), "");
+    EXPECT_EQ(Acts(), "1");
+}
+
+TEST_F(Restoring, BringsAnOlderCopyUpToDate)
+{
+    QFile::remove(copy);
+    dao::CreateDatabase(copy, data::Schema().remove(" AUTOINCREMENT"));
+    tests::OtherProgram(copy).Run("pragma user_version=1; insert into Recettes (num, objet) values (7, 'Coton')");
+    data::Restore(copy, folder);
+    tests::OtherProgram restored(database);
+    EXPECT_EQ(restored.Answer("pragma user_version"), "2");
+    EXPECT_EQ(restored.Answer("select seq from sqlite_sequence where name = 'Recettes'"), "7");
+}
+
+TEST_F(Restoring, ChangesNothingWhenItRefuses)
+{
+    const QByteArray whole = BytesOf(copy);
+    QByteArray newer = whole;
+    newer[63] = 9;
+    QByteArray damaged = whole;
+    damaged.replace(4096, 4096, QByteArray(4096, '\xA5'));
+    const auto refuses = [this](Error error) {
+        const QByteArray before = BytesOf(database);
+        EXPECT_EQ(ErrorOfRestore(), error);
+        EXPECT_TRUE(BytesOf(database) == before);
+        EXPECT_EQ(Files(), QStringList("ZEP_ONE.MDB"));
+        EXPECT_EQ(QDir(archives).entryList({"*avant*"}, QDir::Files), QStringList());
+    };
+    for (const auto& [bytes, error] :
+         {std::pair(newer, Error::UnrecognizedFormat), std::pair(damaged, Error::DamagedDatabase),
+          std::pair(whole.first(whole.size() - 1), Error::DamagedDatabase),
+          std::pair(QByteArray("Cabinet"), Error::UnrecognizedFormat)}) {
+        Write(copy, bytes);
+        refuses(error);
+    }
+    Write(copy, whole);
+    tests::OtherProgram(copy).Run("create trigger t after insert on Actes begin select 1; end");
+    refuses(Error::UnrecognizedFormat);
+    QFile::remove(copy);
+    refuses(Error::DatabaseNotFound);
+    Write(copy, whole);
+    EXPECT_EQ(ErrorOfRestore(), std::nullopt);
+}
+
+TEST_F(Restoring, RemovesWhatOneThatWasCutOffHasLeft)
+{
+    const QString linked = archives + "/ZEP_ONE avant restauration 2026-11-24 18-02-33.MDB";
+    ASSERT_EQ(::link(database.toUtf8().constData(), linked.toUtf8().constData()), 0);
+    Write(database + ".part", "half");
+    Write(database + ".part-wal", "half");
+    const QString kept = data::Restore(copy, folder);
+    EXPECT_FALSE(QFile::exists(linked)) << "it was the database itself";
+    EXPECT_EQ(Files(), QStringList("ZEP_ONE.MDB"));
+    EXPECT_EQ(QDir(archives).entryList({"*avant*"}, QDir::Files), QStringList(QFileInfo(kept).fileName()));
+}
+
+/// Wherever a byte of a copy is damaged: the copy is refused, or what comes back is what was copied.
+TEST_F(Restoring, NeverPutsBackDamage)
+{
+    Run("with recursive n(i) as (select 1 union all select i + 1 from n where i < 300) "
+        "insert into Actes (Date, num_presta, montant, Type) select date('2008-01-01', i || ' days'), i % 5, i * "
+        "10.25, 'C' from n");
+    data::CopyToArchives(folder);
+    const QByteArray whole = BytesOf(copy);
+    const char* const content = "select count(*) || ' ' || sum(montant * num) || ' ' || group_concat(Date) from Actes";
+    const QString expected = tests::OtherProgram("file:" + copy + "?immutable=1").Answer(content);
+    int refused = 0;
+    constexpr int places = 300;
+    for (int flip = 0; flip < places; ++flip) {
+        QByteArray bytes = whole;
+        const qsizetype at = flip * whole.size() / places;
+        bytes[at] = char(bytes[at] ^ (1 << flip % 8));
+        Write(copy, bytes); // in place: the seal stays
+        if (ErrorOfRestore()) {
+            ++refused;
+            continue;
+        }
+        EXPECT_EQ(tests::OtherProgram(database).Answer(content), expected) << at;
+    }
+    EXPECT_GE(refused, places - 1) << "the seal tells all but damage of the header";
+}

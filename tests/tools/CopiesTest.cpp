@@ -1,0 +1,241 @@
+#include "tools/PracticeCommand.h"
+
+#include "data/Archives.h"
+#include "platform/host/Host.h"
+#include "support/OtherProgram.h"
+
+#include <QDir>
+
+namespace {
+
+constexpr auto Rows = R"(
+    insert into Patients (num, nom, Prenom) values (1, 'SAÏDI', 'Fatima'), (2, 'L''Herbier', 'Malika');
+    insert into Presta (num, denom, prix, Ordre) values (1, 'Consultation', 800, 0), (2, 'ECG', 1200, 1);
+    insert into Actes (num, Date, MM, AA, num_patient, num_presta, montant, Type) values
+        (1, '2008-06-02', 6, 2008, 1, 1, 800, 'C'), (2, '2008-06-09', 6, 2008, 2, 2, 1200, 'K5'),
+        (3, '2008-06-16', 6, 2008, 1, 1, 800, 'C');
+    insert into Recettes (num, Date, objet, montant) values (1, '2008-06-05', 'Coton', 150);
+)";
+
+const QString SameDays = "Aucun jour avant le 16/06/2008 n'a changé : les soldes sont ceux de la copie.\n";
+
+/// A practice whose copy was made on 16/06/2008 at 18:02; today is the 17th.
+class Copies : public testing::Test {
+protected:
+    Copies()
+    {
+        host::FixToday(QDate(2008, 6, 17));
+        Run(Rows);
+        Copy();
+    }
+    ~Copies() override { host::FixToday(QDate()); }
+
+    void Run(const char* sql) const
+    {
+        ASSERT_EQ(tests::OtherProgram(practice.Folder() + "/ZEP_ONE.MDB").Run(sql), SQLITE_OK) << sql;
+    }
+
+    void Copy(const QString& name = "ZEP_ONE.MDB", const QDate& day = QDate(2008, 6, 16)) const
+    {
+        QDir().mkpath(archives);
+        dao::CopyDatabase(practice.Folder() + "/ZEP_ONE.MDB", archives + "/" + name);
+        Date(name, day);
+    }
+
+    void Date(const QString& name, const QDate& day) const
+    {
+        QFile file(archives + "/" + name);
+        ASSERT_TRUE(file.open(QIODevice::ReadWrite));
+        file.setFileTime(QDateTime(day, QTime(18, 2)), QFileDevice::FileModificationTime);
+    }
+
+    /// What is said of the days when the practice has changed since.
+    QString DaysAfter(const char* change)
+    {
+        Run("delete from Actes; delete from Recettes; delete from Patients; delete from Presta");
+        Run(Rows);
+        Run(change);
+        const CommandRun run({"compare", practice.Folder()});
+        const QString days = run.output.section("18:02.\n", 1).section("Lignes :", 0, 0);
+        EXPECT_EQ(run.code, days == SameDays ? 0 : 1) << change;
+        return days;
+    }
+
+    NewPractice practice;
+    const QString archives = practice.Folder() + "/ARCHIVES";
+};
+
+} // namespace
+
+TEST_F(Copies, AreComparedDayByDay)
+{
+    EXPECT_EQ(DaysAfter("select 1"), SameDays);
+    EXPECT_EQ(DaysAfter("update Patients set nom = 'Saïdi' where num = 1"), SameDays);
+    EXPECT_EQ(DaysAfter("delete from Presta where num = 2"), SameDays);
+    EXPECT_EQ(DaysAfter("update Actes set flag_R = 2"), SameDays) << "what isn't cash";
+    EXPECT_EQ(DaysAfter("update Actes set montant = 900 where num = 3"), SameDays) << "the day of the copy";
+    EXPECT_EQ(DaysAfter("update Actes set montant = 800.004 where num = 1"), SameDays) << "to the cent";
+
+    EXPECT_EQ(DaysAfter("update Actes set montant = 750 where num = 1"),
+              "Jours dont la caisse a changé :\n"
+              "  lundi 02/06/2008 : solde du soir 800.00 -> 750.00\n"
+              "    Acte 1 (SAÏDI Fatima, Consultation) : montant 800.00 -> 750.00\n");
+    EXPECT_EQ(DaysAfter("delete from Actes where num = 2; delete from Patients where num = 2"),
+              "Jours dont la caisse a changé :\n"
+              "  lundi 09/06/2008 : solde du soir 1 850.00 -> 650.00\n"
+              "    Acte 2 (L'Herbier Malika, ECG) : disparu, 1 200.00\n");
+    EXPECT_EQ(DaysAfter("insert into Actes (num, Date, num_patient, num_presta, montant) "
+                        "values (9, '2008-06-04', 7, null, 0.1 + 0.2)"),
+              "Jours dont la caisse a changé :\n"
+              "  mercredi 04/06/2008 : solde du soir 800.00 -> 800.30\n"
+              "    Acte 9 (n° 7, ?) : ajouté, 0.30\n");
+    EXPECT_EQ(DaysAfter("update Recettes set montant = 175.5 where num = 1;"
+                        "insert into Recettes (num, Date, objet, montant) values (2, '2008-06-01', 'Loyer', 20)"),
+              "Jours dont la caisse a changé :\n"
+              "  dimanche 01/06/2008 : solde du soir 0.00 -> -20.00\n"
+              "    Dépense 2 (Loyer) : ajoutée, 20.00\n"
+              "  jeudi 05/06/2008 : solde du soir 650.00 -> 604.50\n"
+              "    Dépense 1 (Coton) : montant 150.00 -> 175.50\n");
+    EXPECT_EQ(DaysAfter("update Actes set Date = '2008-06-03' where num = 1"),
+              "Jours dont la caisse a changé :\n"
+              "  lundi 02/06/2008 : solde du soir 800.00 -> 0.00\n"
+              "    Acte 1 (SAÏDI Fatima, Consultation) : date 02/06/2008 -> 03/06/2008\n"
+              "  mardi 03/06/2008 : solde du soir 800.00 -> 800.00\n"
+              "    Acte 1 (SAÏDI Fatima, Consultation) : date 02/06/2008 -> 03/06/2008\n");
+}
+
+TEST_F(Copies, AreComparedRowByRow)
+{
+    Run("update Patients set nom = 'Saïdi; Fatima \"F.\"', tel = null where num = 1; delete from Plani; delete from "
+        "Presta "
+        "where num = 2; insert into Actes (num, Date, flag_R) values (4, '2008-06-17', 3); update Permn set Charge1 = "
+        "10.5");
+    const QString csv = practice.Folder() + "/ecarts.csv";
+    const CommandRun run({"compare", practice.Folder(), "--rows", "--csv", csv});
+    EXPECT_EQ(run.code, 0);
+    EXPECT_EQ(run.output.section("Lignes :\n", 1),
+              "  Patients : 1 modifiée\n"
+              "    Patients 1 modifiée : nom : SAÏDI -> Saïdi; Fatima \"F.\"\n"
+              "  Actes : 1 ajoutée\n"
+              "    Actes 4 ajoutée : date : 17/06/2008, montant : 0.00, règlement : R+, archivé : 0\n"
+              "  Actes_suppr : rien n'a changé\n"
+              "  Plani : rien n'a changé\n"
+              "  Presta : 1 disparue\n"
+              "    Presta 2 disparue : nom : ECG, prix : 1 200.00, Ordre : 1\n"
+              "  Recettes : rien n'a changé\n"
+              "  Tarif : rien n'a changé\n"
+              "  Permn : 1 modifiée\n"
+              "    Permn 1 modifiée : Charge1 : vide -> 10.50\n");
+    QFile file(csv);
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    const QByteArray bytes = file.readAll();
+    EXPECT_TRUE(bytes.startsWith("\xEF\xBB\xBF")) << "spreadsheets know UTF-8 by it";
+    const QString lines = QString::fromUtf8(bytes);
+    EXPECT_TRUE(lines.startsWith("table;num;changement;champ;avant;maintenant\r\n"
+                                 "Patients;1;modifiée;\"nom\";\"SAÏDI\";\"Saïdi; Fatima \"\"F.\"\"\"\r\n"))
+        << lines.toStdString();
+    EXPECT_TRUE(lines.endsWith("Permn;1;modifiée;\"Charge1\";\"\";\"10.50\"\r\n"));
+    EXPECT_EQ(CommandRun({"compare", practice.Folder(), "--csv", "/nulle/part.csv"}).code, 2);
+}
+
+TEST_F(Copies, AreNamedByPathNameOrDay)
+{
+    Copy("ZEP_ONE 2008-06-10.MDB", QDate(2008, 6, 12));
+    Copy("ZEP_ONE avant restauration 2008-06-15 10-00-00.MDB", QDate(2008, 6, 15));
+    const auto compared = [this](const QStringList& copy) {
+        const CommandRun run(QStringList{"compare", practice.Folder()} + copy);
+        return run.code == 0 ? run.output.section('\n', 0, 0) : run.errors;
+    };
+    EXPECT_EQ(compared({}), "Comparé à la copie « ZEP_ONE.MDB » du 16/06/2008 à 18:02.");
+    EXPECT_EQ(compared({"2008-06-10"}), "Comparé à la copie « ZEP_ONE 2008-06-10.MDB » du 12/06/2008 à 18:02.");
+    EXPECT_EQ(compared({"16/06/2008"}), "Comparé à la copie « ZEP_ONE.MDB » du 16/06/2008 à 18:02.");
+    EXPECT_EQ(compared({"zep_one 2008-06-10.mdb"}),
+              "Comparé à la copie « ZEP_ONE 2008-06-10.MDB » du 12/06/2008 à 18:02.");
+    const QString elsewhere = practice.Folder() + "/clé usb.sauve";
+    QFile::copy(archives + "/ZEP_ONE.MDB", elsewhere);
+    EXPECT_TRUE(compared({elsewhere}).startsWith("Comparé à la copie « clé usb.sauve » du "));
+    EXPECT_TRUE(compared({"2008-06-15"})
+                    .contains("n'existe pas ; copies : ZEP_ONE.MDB, ZEP_ONE 2008-06-10.MDB, ZEP_ONE "
+                              "avant restauration 2008-06-15 10-00-00.MDB."));
+
+    host::FixToday(QDate(2008, 6, 10)); // both are of today or later
+    EXPECT_EQ(CommandRun({"compare", practice.Folder()}).code, 2);
+    EXPECT_EQ(CommandRun({"compare", "/nulle/part"}).code, 2);
+}
+
+TEST_F(Copies, OfAnOlderVersionAreComparedByWhatBothHave)
+{
+    ASSERT_EQ(tests::OtherProgram(archives + "/ZEP_ONE.MDB")
+                  .Run("pragma user_version=1; alter table Patients drop column diagno; drop table Plani"),
+              SQLITE_OK);
+    Date("ZEP_ONE.MDB", QDate(2008, 6, 16));
+    Run("update Patients set diagno = 'HTA'");
+    const CommandRun run({"compare", practice.Folder()});
+    EXPECT_EQ(run.code, 0) << run.errors.toStdString();
+    EXPECT_TRUE(run.output.contains("Patients : rien n'a changé"));
+    EXPECT_FALSE(run.output.contains("Plani"));
+}
+
+TEST_F(Copies, AreListedWithWhatTheyHold)
+{
+    Copy("ZEP_ONE 2008-06-10.MDB", QDate(2008, 6, 10));
+    const CommandRun run({"archives", practice.Folder()});
+    EXPECT_EQ(run.code, 0);
+    EXPECT_TRUE(run.output.startsWith("ZEP_ONE.MDB\n  16/06/2008 à 18:02, ")) << run.output.toStdString();
+    EXPECT_TRUE(
+        run.output.contains(", entière\n"
+                            "  Patients 2, Actes 3, Actes_suppr 0, Plani 0, Presta 2, Tarif 0, Recettes 1, Permn 1\n"
+                            "  Dernier acte : n° 3 du 16/06/2008 (SAÏDI Fatima)\n"
+                            "  Solde : 2 650.00 au soir du lundi 16/06/2008\n"));
+    QFile(archives + "/ZEP_ONE 2008-06-10.MDB").resize(8192);
+    const CommandRun damaged({"archives", practice.Folder()});
+    EXPECT_EQ(damaged.code, 1);
+    EXPECT_TRUE(damaged.output.contains("INUTILISABLE : ")) << damaged.output.toStdString();
+    QDir(archives).removeRecursively();
+    EXPECT_TRUE(CommandRun({"archives", practice.Folder()}).output.startsWith("Il n'y a aucune copie"));
+}
+
+TEST_F(Copies, ArePutBackOnlyWhenTheUserSaysOui)
+{
+    Run("delete from Actes where num = 3; update Actes set montant = 5; insert into Actes (num, Date, num_patient) "
+        "values (8, '2008-06-17', 2), (9, '2008-06-17', 2)");
+    for (const char* answer : {"", "non\n", "o\n", "oui, mais\n"}) {
+        const CommandRun run({"restore", practice.Folder()}, answer);
+        EXPECT_EQ(run.code, 1) << answer;
+        EXPECT_TRUE(run.output.endsWith("Rien n'a été changé.\n"));
+    }
+    EXPECT_EQ(practice.Count("Actes"), 4);
+
+    const CommandRun run({"restore", practice.Folder()}, " OUI \n");
+    EXPECT_EQ(run.code, 0) << run.errors.toStdString();
+    EXPECT_TRUE(run.output.startsWith("Copie : ZEP_ONE.MDB du 16/06/2008 à 18:02\n"
+                                      "Dernier acte de la copie : n° 3 du 16/06/2008 (SAÏDI Fatima)\n"
+                                      "Dernier acte actuel : n° 9 du 17/06/2008 (L'Herbier Malika)\n"
+                                      "  Actes : 2 lignes perdues, 2 remises à leur état d'avant, 1 retrouvée\n"))
+        << run.output.toStdString();
+    EXPECT_TRUE(run.output.contains("Le fichier d'avant est gardé : " + archives + "/ZEP_ONE avant restauration "));
+    EXPECT_EQ(practice.Count("Actes"), 3);
+}
+
+TEST_F(Copies, ArePutBackInPlaceOfWhatCantBeRead)
+{
+    QFile(practice.Folder() + "/ZEP_ONE.MDB").resize(5000);
+    const CommandRun run({"restore", practice.Folder(), "--yes"});
+    EXPECT_EQ(run.code, 0) << run.errors.toStdString();
+    EXPECT_TRUE(run.output.contains("Le fichier actuel ne peut pas être lu : ")) << run.output.toStdString();
+    EXPECT_EQ(practice.Count("Actes"), 3);
+}
+
+TEST_F(Copies, AreNotPutBackUnderAnOpenPractice)
+{
+    {
+        const practice::PracticeData open(practice.Folder());
+        const CommandRun run({"restore", practice.Folder(), "--yes"});
+        EXPECT_EQ(run.code, 2);
+        EXPECT_TRUE(run.errors.contains("Le cabinet est ouvert dans un programme")) << run.errors.toStdString();
+    }
+    QFile(archives + "/ZEP_ONE.MDB").resize(8192);
+    EXPECT_EQ(CommandRun({"restore", practice.Folder(), "--yes"}).code, 2) << "no whole copy";
+    EXPECT_EQ(CommandRun({"restore", practice.Folder(), "ZEP_ONE.MDB", "--yes"}).code, 2) << "a damaged one";
+    EXPECT_EQ(practice.Count("Actes"), 3);
+}
