@@ -16,6 +16,7 @@ from gi.repository import Atspi, GLib  # noqa: E402
 # Controls that may be without a name, by place, role and reason. There is none.
 EXCEPTIONS = set()
 
+MAIN = "Mouvements"  # the menu, which no other window has
 PATIENCE = 20  # seconds until a screen counts as missing
 faults = []
 
@@ -183,7 +184,7 @@ def press(program, name):
 
 def leave(program, mark):
     keys("ctrl+w")
-    wait_for(f"{mark} stays", lambda: not has(program, mark))
+    wait_for(f"{mark} stays", lambda: front(program) is not None and not has(program, mark))
 
 
 def open_practice(program):
@@ -235,11 +236,13 @@ def visit_acts(program):
     keys("ctrl+w")
     question(program, "Modification annulée")
     keys("Return")
-    if has(program, "Paramètres d'affichage"):
+    wait_for("no screen comes back", lambda: has(program, "Paramètres d'affichage") or has(program, MAIN))
+    if not has(program, MAIN):
         leave(program, "Paramètres d'affichage")
 
 
 def visit_cash(program):
+    wait_for("the main window doesn't come back", lambda: has(program, MAIN))
     keys("F7")
     screen(program, "Calendar", "Mois suivant")
     keys("Return")
