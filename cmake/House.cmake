@@ -41,8 +41,11 @@ function(zep_room name path)
     target_link_libraries(${name} PUBLIC house ${ROOM_LINKS} PRIVATE ${ROOM_USES} ${ROOM_PRIVATE_LINKS})
 endfunction()
 
-# zep_own_template(): copies the template that belongs to the program, rather than to a practice, next to the program
-# built in this folder.
-function(zep_own_template)
+# zep_own_files(): copies or links the files that belong to the program, rather than to a practice, next to the program
+# built in this folder: the template of the deleted acts and the guide.
+function(zep_own_files)
     configure_file(${CMAKE_SOURCE_DIR}/reports/ZEP_Supp.RPT ${CMAKE_CURRENT_BINARY_DIR}/ZEP_Supp.RPT COPYONLY)
+    foreach(page guide report-templates.md)
+        file(CREATE_LINK ${CMAKE_SOURCE_DIR}/docs/${page} ${CMAKE_CURRENT_BINARY_DIR}/${page} SYMBOLIC)
+    endforeach()
 endfunction()

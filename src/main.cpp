@@ -1,5 +1,6 @@
 #include "core/Form1.h"
 #include "menu.h"
+#include "platform/basic/Version.h"
 #include "platform/forms/Guard.h"
 #include "platform/forms/QtDesk.h"
 #include "platform/forms/Style.h"
@@ -8,11 +9,16 @@
 #include <QApplication>
 #include <QEventLoop>
 #include <QSessionManager>
+#include <QSettings>
 
 int main(int argc, char* argv[])
 {
     QApplication application(argc, argv);
     QApplication::setApplicationName("ZEP Lumo");
+    QApplication::setApplicationVersion(basic::Version());
+    QApplication::setDesktopFileName("zep-lumo");
+    // The program has no settings; Qt's file dialog would write its own into the user's home.
+    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, "/dev/null");
     // Only the main window ends the program, even if a dialog is briefly the last visible window.
     QApplication::setQuitOnLastWindowClosed(false);
     forms::ApplyStyle(application);

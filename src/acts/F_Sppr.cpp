@@ -9,6 +9,7 @@
 #include "platform/basic/Numbers.h"
 #include "platform/forms/Desk.h"
 #include "platform/forms/Guard.h"
+#include "platform/host/Files.h"
 
 using namespace basic;
 using namespace core;
@@ -209,7 +210,7 @@ void F_Sppr::PrintJournal()
                            .scratchTable = "Prov",
                            .fillRows = KeyRows(List1),
                            .refusalTitle = "Lumo Orvane",
-                           .folder = FolderOfOwnTemplate(Template),
+                           .folder = host::FolderOfOwnFile(ProgramFolder, Template),
                            .proposedName = SSPanel1.Caption()});
 }
 

@@ -48,13 +48,6 @@ void RefillScratchTable(const QString& table, const std::function<void(ScratchRo
     dao::DBEngine.Idle(1); // the template reads through its own connection
 }
 
-QString FolderOfOwnTemplate(const QString& name)
-{
-    const QString installed = ProgramFolder + "/../share/zep-lumo";
-    const bool isBesideProgram = host::FileExists(host::PathIn(ProgramFolder, name), 0);
-    return !isBesideProgram && host::FileExists(host::PathIn(installed, name), 0) ? installed : ProgramFolder;
-}
-
 void RunPrintStep(report::Report& Report1, const PrintStep& step)
 {
     ReportName = step.reportName;

@@ -54,10 +54,6 @@ struct PrintStep {
 /// for inspection until the next report. Returns when the preview is closed.
 void RunPrintStep(report::Report& Report1, const PrintStep& step);
 
-/// The folder of a template installed with the program rather than with a practice: the program's folder or
-/// ../share/zep-lumo; the former if neither has it.
-QString FolderOfOwnTemplate(const QString& name);
-
 /// Clears and fills a scratch table in one transaction, visible to other connections on return. Part of RunPrintStep.
 void RefillScratchTable(const QString& table, const std::function<void(ScratchRows&)>& fillRows);
 

@@ -26,6 +26,25 @@ QList<ReportTemplate> ReportTemplates()
     return templates;
 }
 
+QStringList ReportTextsOf(const QString& templateName)
+{
+    static const struct {
+        const char* name;
+        int first;
+        int last;
+    } given[] = {
+        {"ZEP_R1.RPT", 5, 10},  {"ZEP_R2.RPT", 4, 4},   {"ZEP_R3.RPT", 4, 4},   {"ZEP_R4.RPT", 4, 4},
+        {"ZEP_DTAL.RPT", 4, 7}, {"ZEP_RCAP.RPT", 4, 7}, {"ZEP_RCP2.RPT", 4, 4}, {"ZEP_Rstt.RPT", 5, 8},
+        {"ZEP_Supp.RPT", 4, 4}, {"Planning.RPT", 4, 4},
+    };
+    QStringList texts;
+    for (const auto& report : given)
+        if (templateName.compare(QLatin1String(report.name), Qt::CaseInsensitive) == 0)
+            for (int text = report.first; text <= report.last; ++text)
+                texts << QStringLiteral("ch%1").arg(text);
+    return texts;
+}
+
 bool HasReportTemplate(const QString& folder, const QString& name)
 {
     constexpr int filesAndFolders = 16;

@@ -23,6 +23,10 @@ inline const QString ReportTextSelect =
     QStringLiteral("select ch1, ch2, ch3, ch4, ch5, ch6, ch7, ch8, ch9, ch10, nullif(ch30, '()') as ch30 "
                    "from textes limit 1");
 
+/// The texts that a screen writes before it prints this template, besides the letterhead: "ch4" to "ch7". Others keep
+/// the values of an earlier report. Empty for an unknown template.
+QStringList ReportTextsOf(const QString& templateName);
+
 /// Whether the folder has a template of this name, in whatever upper and lower case.
 bool HasReportTemplate(const QString& folder, const QString& name);
 

@@ -233,23 +233,3 @@ TEST_F(DeletedActs, AreCountedInSixteenBits)
     screen.FillDeletedGrid();
     EXPECT_EQ(screen.Grid1.Rows(), 32767);
 }
-
-TEST(OwnTemplates, AreInTheProgramsFolderOrTheInstalledShare)
-{
-    const QTemporaryDir root;
-    const QDir folder(root.path());
-    ASSERT_TRUE(folder.mkpath("bin") && folder.mkpath("share/zep-lumo"));
-    const auto put = [&folder](const QString& name) {
-        QFile file(folder.filePath(name));
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-    };
-    const auto found = [] { return QDir::cleanPath(core::FolderOfOwnTemplate(TemplateName)); };
-    core::ProgramFolder = folder.filePath("bin");
-
-    EXPECT_EQ(found(), folder.filePath("bin")); // where it is reported missing
-    put("share/zep-lumo/ZEP_Supp.RPT");
-    EXPECT_EQ(found(), folder.filePath("share/zep-lumo"));
-    put("bin/zep_supp.rpt"); // case-insensitive
-    EXPECT_EQ(found(), folder.filePath("bin"));
-    core::ProgramFolder.clear();
-}

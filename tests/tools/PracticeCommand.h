@@ -7,6 +7,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QProcess>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
@@ -23,6 +24,23 @@ struct CommandRun {
         QTextStream in(&typed);
         code = practice::RunCommand(arguments, {in, out, err});
     }
+};
+
+/// Runs the built command, which looks up other programs relative to itself.
+struct BuiltCommand {
+    explicit BuiltCommand(const QStringList& arguments)
+    {
+        QProcess command;
+        command.start(PRACTICE_COMMAND, arguments);
+        EXPECT_TRUE(command.waitForFinished());
+        code = command.exitCode();
+        output = QString::fromUtf8(command.readAllStandardOutput());
+        errors = QString::fromUtf8(command.readAllStandardError());
+    }
+
+    QString output;
+    QString errors;
+    int code;
 };
 
 /// A new practice in a temporary folder.

@@ -87,5 +87,7 @@ extern const Command restoreCommand;
 extern const Command checkCommand;
 extern const Command repairCommand;
 extern const Command checkTemplateCommand;
+extern const Command previewCommand;
+extern const Command shortcutCommand;
 
 } // namespace practice

@@ -1,15 +1,16 @@
 #include "practice/CommandLine.h"
 
 #include "platform/basic/RuntimeError.h"
+#include "platform/basic/Version.h"
 
 #include <array>
 
 namespace practice {
 namespace {
 
-constexpr std::array commands{&newCommand,    &setCommand,      &demoCommand,         &importCommand,
-                              &fieldsCommand, &archivesCommand, &compareCommand,      &restoreCommand,
-                              &checkCommand,  &repairCommand,   &checkTemplateCommand};
+constexpr std::array commands{&newCommand,           &setCommand,     &demoCommand,    &importCommand, &fieldsCommand,
+                              &archivesCommand,      &compareCommand, &restoreCommand, &checkCommand,  &repairCommand,
+                              &checkTemplateCommand, &previewCommand, &shortcutCommand};
 
 QString UsageOf(const Command& command)
 {
@@ -51,6 +52,10 @@ int RunCommand(const QStringList& arguments, const Streams& streams)
     const Command* const command = FindCommand(name);
     if (arguments.contains("--help") || arguments.contains("-h")) {
         streams.output << Usage(command);
+        return Done;
+    }
+    if (name == "--version") {
+        streams.output << "practice " << basic::Version() << "\n";
         return Done;
     }
     try {

@@ -3,6 +3,7 @@
 #include "Catalogue_visit.h"
 #include "F_Dep_visit.h"
 #include "F_Sppr_visit.h"
+#include "Guide_visit.h"
 #include "Planning_visit.h"
 #include "Recettes_visit.h"
 #include "TourDesk.h"
@@ -82,6 +83,7 @@ public:
         tour::VisitPlanning(desk, main, pictures);
         ThinTheActs();
         tour::VisitCatalogue(desk, main);
+        tour::VisitGuide(desk, main);
         ShowWhatHasNoEntry();
         Quit();
     }

@@ -8,6 +8,7 @@ namespace forms {
 /// Keyboard commands, the same on every screen. Dress assigns a command to a picture, which its keys then click.
 enum class Command {
     None,
+    Help,
     ChooseDate,
     Modify,
     New,

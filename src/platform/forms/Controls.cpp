@@ -173,6 +173,7 @@ void ComboBox::wheelEvent(QWheelEvent* event)
 TabStrip::TabStrip(const QString& name)
 {
     setObjectName(name);
+    setAccessibleName("Onglets");
 }
 
 TabStrip::~TabStrip()

@@ -18,6 +18,12 @@ namespace forms {
 
 namespace {
 
+std::function<void(const QString&)>& Help()
+{
+    static std::function<void(const QString&)> help;
+    return help;
+}
+
 double DotsPerInch()
 {
     const QScreen* screen = QGuiApplication::primaryScreen();
@@ -212,6 +218,8 @@ void Form::AddCommandKeys()
     for (const Picture* picture : findChildren<Picture*>())
         offered.insert(picture->BoundCommand());
     offered.erase(Command::None);
+    if (Help() && !offered.contains(Command::Help))
+        addKeys(Command::Help, [this] { Guarded([this] { Help()(objectName()); }); });
     for (const Command command : offered)
         addKeys(command, [this, command] { RunCommand(command); });
     if (findChild<TabStrip*>() == nullptr)
@@ -237,6 +245,11 @@ void Form::TurnPage(int step)
         return;
     tabs->setFocus();
     tabs->setCurrentIndex(page); // the page may move the focus to its first field
+}
+
+void OnHelp(std::function<void(const QString& screen)> showHelp)
+{
+    Help() = std::move(showHelp);
 }
 
 Hourglass::Hourglass()

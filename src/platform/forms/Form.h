@@ -4,6 +4,7 @@
 
 #include <QDialog>
 #include <QString>
+#include <functional>
 
 namespace forms {
 
@@ -70,6 +71,9 @@ private:
     bool hasOwnSize = false;
     bool hasCommandKeys = false;
 };
+
+/// Sets what F1 does on every screen without a picture for it; it is passed the screen's name.
+void OnHelp(std::function<void(const QString& screen)> showHelp);
 
 /// Shows the hourglass pointer during its lifetime.
 class Hourglass {

@@ -56,6 +56,13 @@ QString PathIn(const QString& folder, const QString& name)
     return path;
 }
 
+QString FolderOfOwnFile(const QString& programFolder, const QString& name)
+{
+    const QString installed = programFolder + "/../share/zep-lumo";
+    const bool isBesideProgram = FileExists(PathIn(programFolder, name), 0);
+    return !isBesideProgram && FileExists(PathIn(installed, name), 0) ? installed : programFolder;
+}
+
 QString DriveFolder(const QString& drive)
 {
     QString path = drive.trimmed();

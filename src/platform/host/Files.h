@@ -8,6 +8,10 @@ namespace host {
 /// between systems. `name` may have several parts ("ARCHIVES/ZEP_ONE.MDB").
 QString PathIn(const QString& folder, const QString& name);
 
+/// The folder of a file installed with the program rather than with a practice: the program's folder or
+/// ../share/zep-lumo; the former if neither has it.
+QString FolderOfOwnFile(const QString& programFolder, const QString& name);
+
 /// The folder of a drive text: "C:" is the root of C on systems with drive letters; elsewhere the colon is removed and
 /// the rest is a path ("/:" is the root). Empty if there is no such folder.
 QString DriveFolder(const QString& drive);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArray>
 #include <QLineF>
 #include <QRectF>
 #include <QSizeF>
@@ -25,10 +26,18 @@ struct Rule {
     bool faint = false;
 };
 
+/// A picture, as high as its box.
+struct Picture {
+    QRectF box;
+    QByteArray file; ///< PNG or JPEG
+    Qt::Alignment alignment = Qt::AlignLeft;
+};
+
 /// The content of one sheet, in millimetres from its upper left corner: everything that screen, printer and PDF paint.
 struct Page {
     QSizeF paper;
     std::vector<QRectF> shades; ///< light grey backgrounds, painted first
+    std::vector<Picture> pictures;
     std::vector<Rule> rules;
     std::vector<Run> runs;
 };

@@ -178,6 +178,10 @@ Page PageLayout::MakePage(int index) const
 {
     Page page;
     page.paper = design.paper;
+    if (index == 0 && design.logo)
+        page.pictures.push_back({{design.left, design.top, design.BodyWidth(), design.logo->height},
+                                 design.logo->picture,
+                                 design.logo->alignment});
     const double headTop = AddHeading(page, index);
     AddColumnHeads(page, headTop);
     double top = headTop + ColumnHeadsHeight();

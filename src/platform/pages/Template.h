@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArray>
 #include <QList>
 #include <QSizeF>
 #include <QString>
@@ -28,6 +29,15 @@ struct HeadingLine {
     bool rule = false;        ///< draws a line below, across the page
     bool onEveryPage = false; ///< otherwise on the first page only
     double spaceBefore = 0;   ///< mm
+};
+
+/// A picture at the top of the first page; heading lines are printed over it.
+struct Logo {
+    QString file;       ///< name without a folder: in the template's folder
+    QByteArray picture; ///< content of the file, PNG or JPEG
+    double height = 0;  ///< mm; the width follows from it
+    Qt::Alignment alignment = Qt::AlignLeft;
+    int line = 0;
 };
 
 struct Column {
@@ -75,6 +85,7 @@ struct Template {
     QSizeF paper; ///< width and height; landscape if wider than high
     double top = 15, right = 15, bottom = 15, left = 15;
     double points = 9;
+    std::optional<Logo> logo;
     QList<HeadingLine> heading;
     QString select;
     int selectLine = 0; ///< line of its first text
@@ -100,7 +111,8 @@ struct ParsedTemplate {
 /// are in the faults.
 ParsedTemplate ReadTemplate(const QByteArray& text, const QStringList& textNames);
 
-/// Reads a template file. A file that is unreadable or larger than 64 KB is a fault of line 0.
+/// Reads a template file and its logo. A file that is unreadable or larger than 64 KB is a fault of line 0; a logo must
+/// be a PNG or JPEG file of at most 2 MB in the template's folder.
 ParsedTemplate ReadTemplateFile(const QString& path, const QStringList& textNames);
 
 } // namespace pages

@@ -1,7 +1,9 @@
 #include "platform/pages/Template.h"
 
+#include "platform/pages/LogoFile.h"
 #include "platform/pages/TomlTable.h"
 
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <algorithm>
@@ -31,6 +33,7 @@ public:
 
 private:
     void ReadPaper(TomlTable paper);
+    void ReadLogo(TomlTable logo);
     HeadingLine ReadHeading(TomlTable line) const;
     Column ReadColumn(TomlTable column) const;
     void ReadColumns();
@@ -69,6 +72,20 @@ void Reader::ReadPaper(TomlTable paper)
     design.left = paper.Number("left_mm", design.left, 0, 100);
     design.points = paper.Number("text_points", design.points, 5, 24);
     paper.RefuseOtherKeys();
+}
+
+void Reader::ReadLogo(TomlTable logo)
+{
+    Logo read;
+    read.line = logo.Line();
+    read.file = logo.RequiredText("file");
+    read.height = logo.Number("height_mm", 18, 3, 100);
+    read.alignment = logo.Alignment("align", Qt::AlignLeft);
+    logo.RefuseOtherKeys();
+    if (read.file.contains('/') || read.file.contains('\\'))
+        return logo.Refuse("file", "le logo est à côté du modèle : un nom de fichier sans dossier");
+    if (!read.file.trimmed().isEmpty())
+        design.logo = read;
 }
 
 HeadingLine Reader::ReadHeading(TomlTable line) const
@@ -186,6 +203,8 @@ Template Reader::Read()
 {
     design.title = file.Text("title", "État");
     ReadPaper(file.Table("paper"));
+    if (file.Has("logo"))
+        ReadLogo(file.Table("logo"));
     for (const TomlTable& line : file.Tables("heading"))
         design.heading << ReadHeading(line);
     if (file.Has("rows"))
@@ -236,7 +255,10 @@ ParsedTemplate ReadTemplateFile(const QString& path, const QStringList& textName
     if (text.size() > LargestFile)
         return refused(
             QStringLiteral("le fichier est trop grand pour un modèle d'état (plus de %1 Ko)").arg(LargestFile / 1024));
-    return ReadTemplate(text, textNames);
+    ParsedTemplate read = ReadTemplate(text, textNames);
+    if (read.design.logo)
+        ReadLogoFile(info.dir(), *read.design.logo, read.faults);
+    return read;
 }
 
 } // namespace pages

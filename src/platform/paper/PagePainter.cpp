@@ -17,6 +17,23 @@ QRectF InUnits(const QRectF& box)
 
 } // namespace
 
+void PagePainter::PaintPicture(QPainter& painter, const pages::Picture& picture)
+{
+    if (decodedFile.constData() != picture.file.constData()) {
+        decodedFile = picture.file;
+        decoded = QImage::fromData(decodedFile);
+    }
+    if (decoded.isNull())
+        return;
+    const QRectF box = InUnits(picture.box);
+    QRectF place(box.topLeft(), QSizeF(decoded.size()).scaled(box.size(), Qt::KeepAspectRatio));
+    if (picture.alignment == Qt::AlignRight)
+        place.moveRight(box.right());
+    else if (picture.alignment == Qt::AlignHCenter)
+        place.moveCenter(box.center());
+    painter.drawImage(place, decoded);
+}
+
 void PagePainter::PaintRun(QPainter& painter, const pages::Run& run)
 {
     const Typeface& face = typefaces.For(run);
@@ -41,9 +58,12 @@ void PagePainter::Paint(QPainter& painter, const pages::Page& page, double dotsP
     painter.scale(dotsPerMillimetre / UnitsPerMillimetre, dotsPerMillimetre / UnitsPerMillimetre);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setRenderHint(QPainter::TextAntialiasing);
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
     painter.setLayoutDirection(Qt::LayoutDirectionAuto); // each text has the direction of its own script
     for (const QRectF& box : page.shades)
         painter.fillRect(InUnits(box), Shade);
+    for (const pages::Picture& picture : page.pictures)
+        PaintPicture(painter, picture);
     for (const pages::Rule& rule : page.rules) {
         painter.setPen(QPen(rule.faint ? FaintRule : Ink, rule.thickness * UnitsPerMillimetre));
         painter.drawLine(rule.line.p1() * UnitsPerMillimetre, rule.line.p2() * UnitsPerMillimetre);

@@ -3,6 +3,8 @@
 #include "platform/pages/Page.h"
 #include "platform/paper/Typeface.h"
 
+#include <QImage>
+
 class QPainter;
 
 namespace paper {
@@ -14,9 +16,12 @@ public:
     void Paint(QPainter& painter, const pages::Page& page, double dotsPerMillimetre);
 
 private:
+    void PaintPicture(QPainter& painter, const pages::Picture& picture);
     void PaintRun(QPainter& painter, const pages::Run& run);
 
     Typefaces typefaces;
+    QByteArray decodedFile; ///< the picture painted last; a report has one
+    QImage decoded;
 };
 
 } // namespace paper

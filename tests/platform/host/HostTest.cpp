@@ -31,6 +31,24 @@ TEST(Files, AreFoundCaseInsensitively)
     EXPECT_EQ(host::PathIn(folder.path(), "ZEP_CFIG.cfg"), folder.filePath("ZEP_CFIG.cfg"));
 }
 
+TEST(Files, OfTheProgramAreInItsFolderOrTheInstalledShare)
+{
+    const QTemporaryDir root;
+    const QDir folder(root.path());
+    ASSERT_TRUE(folder.mkpath("bin") && folder.mkpath("share/zep-lumo/guide"));
+    const auto found = [&folder](const QString& name) {
+        return QDir::cleanPath(host::FolderOfOwnFile(folder.filePath("bin"), name));
+    };
+
+    EXPECT_EQ(found("ZEP_Supp.RPT"), folder.filePath("bin")); // where it is reported missing
+    Touch(folder.filePath("share/zep-lumo/ZEP_Supp.RPT"));
+    Touch(folder.filePath("share/zep-lumo/guide/index.md"));
+    EXPECT_EQ(found("ZEP_Supp.RPT"), folder.filePath("share/zep-lumo"));
+    EXPECT_EQ(found("guide/index.md"), folder.filePath("share/zep-lumo"));
+    Touch(folder.filePath("bin/zep_supp.rpt")); // case-insensitive
+    EXPECT_EQ(found("ZEP_Supp.RPT"), folder.filePath("bin"));
+}
+
 TEST(Files, SearchSupportsWildcardsAndAttributes)
 {
     const QTemporaryDir folder;

@@ -1,0 +1,137 @@
+#include "core/Guide.h"
+
+#include "core/Form1.h"
+#include "core/globals.h"
+#include "platform/basic/Version.h"
+#include "platform/forms/Colours.h"
+#include "support/Accessibility.h"
+#include "support/ScriptedDesk.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QRegularExpression>
+#include <QTextBlock>
+#include <gtest/gtest.h>
+
+using core::Guide;
+
+namespace {
+
+class GuidePages : public testing::Test {
+protected:
+    void SetUp() override { core::ProgramFolder = QCoreApplication::applicationDirPath(); }
+    void TearDown() override { core::ProgramFolder.clear(); }
+
+    static QString TextOf(const QString& page)
+    {
+        QFile file(Guide::Folder() + "/" + page);
+        return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
+    }
+
+    static QStringList LinksOf(const QString& page)
+    {
+        static const QRegularExpression link(R"(\]\(([^)]+)\))");
+        QStringList links;
+        for (const auto& match : link.globalMatch(TextOf(page)))
+            links << match.captured(1);
+        return links;
+    }
+};
+
+class GuideWindow : public GuidePages {
+protected:
+    ScriptedDesk desk;
+};
+
+} // namespace
+
+TEST_F(GuidePages, AreAllInTheContentsAndLinkToPagesAndPicturesThatExist)
+{
+    const QDir folder(Guide::Folder());
+    QStringList pages = Guide::Pages();
+    QStringList shown;
+    for (const QString& page : pages) {
+        EXPECT_TRUE(TextOf(page).startsWith("# ")) << page.toStdString();
+        for (const QString& link : LinksOf(page)) {
+            EXPECT_TRUE(folder.exists(link)) << page.toStdString() << ": " << link.toStdString();
+            shown << link;
+        }
+        EXPECT_TRUE(page == "index.md" || LinksOf(page).contains("index.md")) << page.toStdString();
+    }
+    pages.sort();
+    EXPECT_EQ(pages, folder.entryList({"*.md"}, QDir::Files, QDir::Name));
+
+    qint64 bytes = 0;
+    for (const QFileInfo& picture : QDir(folder.filePath("images")).entryInfoList(QDir::Files)) {
+        EXPECT_TRUE(shown.contains("images/" + picture.fileName())) << picture.fileName().toStdString();
+        bytes += picture.size();
+    }
+    EXPECT_GT(bytes, 0);
+    EXPECT_LT(bytes, 1'500'000);
+}
+
+TEST_F(GuidePages, NameEveryKeyThatAScreenHas)
+{
+    const QString keys = TextOf("touches.md");
+    for (int command = 1; command <= int(forms::Command::OpenPending); ++command)
+        EXPECT_TRUE(keys.contains(forms::KeyTextOf(forms::Command(command))))
+            << forms::KeyTextOf(forms::Command(command)).toStdString();
+}
+
+TEST_F(GuideWindow, OpensByF1AndSearchesAllPages)
+{
+    auto& main = desk.Open<core::Form1>(core::ScreenOpeners());
+    desk.WhenModal<Guide>([](Guide& guide) {
+        EXPECT_EQ(guide.windowTitle(), "Guide - Guide de ZEP Lumo");
+        EXPECT_TRUE(guide.Version.text().endsWith(basic::Version()));
+        EXPECT_EQ(AccessibilityFaults(guide), QStringList());
+        EXPECT_FALSE(guide.Back.isEnabled());
+
+        Press(guide.Page, Qt::Key_F, Qt::ControlModifier);
+        Type(guide.SearchText, "1 sur 3");
+        Press(guide.SearchText, Qt::Key_Return);
+        EXPECT_EQ(guide.Page.source().fileName(), "actes-visibles.md");
+        EXPECT_EQ(guide.Page.textCursor().selectedText(), "1 sur 3");
+
+        guide.SearchText.setText("n'est nulle part");
+        Press(guide.Page, Qt::Key_F3);
+        EXPECT_EQ(guide.Found.text(), "Introuvable");
+        EXPECT_EQ(guide.Page.source().fileName(), "actes-visibles.md") << "the page stays";
+
+        Press(guide.Page, Qt::Key_Left, Qt::AltModifier);
+        EXPECT_EQ(guide.Page.source().fileName(), "index.md") << "pages without the text aren't gone through";
+        Press(guide.Page, Qt::Key_Escape);
+    });
+    Press(main, Qt::Key_F1);
+}
+
+TEST_F(GuideWindow, IsLeftToItsContentsByF1FromThePageAboutTheScreen)
+{
+    Guide guide("F_Inst");
+    guide.Load();
+    guide.show();
+    EXPECT_EQ(guide.windowTitle(), "Guide - Régler les actes en instance");
+    Press(guide.Page, Qt::Key_F1);
+    EXPECT_EQ(guide.Page.source().fileName(), "index.md");
+}
+
+TEST_F(GuideWindow, FollowsLinksByTabAndEnterInColoursThatCanBeRead)
+{
+    Guide guide("");
+    guide.Load();
+    guide.show();
+    for (const Qt::Key key : {Qt::Key_Tab, Qt::Key_Return})
+        Press(guide.Page, key);
+    EXPECT_EQ(guide.Page.source().fileName(), "ouvrir.md");
+    const QTextBlock last = guide.Page.document()->lastBlock();
+    ASSERT_EQ(last.text(), "Sommaire");
+    EXPECT_EQ(last.begin().fragment().charFormat().foreground().color(), forms::TheColours().accent);
+}
+
+TEST_F(GuideWindow, SaysWhereTheMissingGuideShouldBe)
+{
+    core::ProgramFolder = "/nulle/part";
+    Guide guide("");
+    guide.Load();
+    EXPECT_EQ(guide.Page.toPlainText(), "Le guide n'est pas installé : /nulle/part/guide/index.md manque.");
+}

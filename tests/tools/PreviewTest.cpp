@@ -1,0 +1,153 @@
+#include "data/ReportTemplates.h"
+#include "platform/report/PdfText.h"
+#include "tools/PracticeCommand.h"
+
+namespace {
+
+void Rewrite(const QString& path, const QByteArray& from, const QByteArray& to)
+{
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::ReadWrite));
+    const QByteArray text = file.readAll();
+    ASSERT_TRUE(text.contains(from));
+    file.resize(0);
+    file.write(QByteArray(text).replace(from, to));
+}
+
+class Preview : public testing::Test {
+protected:
+    void SetUp() override
+    {
+        const practice::PracticeData data(practice.Folder());
+        const auto add = [&data](const char* table, std::initializer_list<std::pair<const char*, dao::Value>> cells) {
+            dao::Recordset rows = data.Database().OpenRecordset(table);
+            rows.AddNew();
+            for (const auto& [field, value] : cells)
+                rows[field] = value;
+            rows.Update();
+        };
+        add("Recettes", {{"num", 3}, {"date", "17/06/2008"}, {"objet", "Gants stériles"}, {"montant", 1200}});
+        add("Prov", {{"num", 3}});
+        add("Presta", {{"num", 1}, {"denom", "Écho"}, {"Ordre", 0}});
+        add("Patients", {{"num", 1}, {"nom", "Haddad"}});
+        add("Patients", {{"num", 2}, {"nom", "Benali"}});
+        add("Plani", {{"num", 1}, {"date", "16/06/2008"}, {"HH", 2}, {"num_patient", 1}, {"Num_Presta", 1}});
+        add("Plani", {{"num", 2}, {"date", "17/06/2008"}, {"HH", 3}, {"num_patient", 2}, {"Num_Presta", 1}});
+    }
+
+    QString Pdf() const { return practice.Folder() + "/essai.pdf"; }
+
+    NewPractice practice;
+};
+
+} // namespace
+
+TEST_F(Preview, ShowsAChangedTemplateWithTheRowsOfTheLastReport)
+{
+    Rewrite(practice.Folder() + "/ZEP_R4.RPT", "heading = \"Objet", "heading = \"Motif");
+    const BuiltCommand run({"preview", practice.Folder(), "zep_r4.rpt", "--pdf", Pdf()});
+    ASSERT_EQ(run.code, 0) << run.errors.toStdString();
+    EXPECT_TRUE(run.output.endsWith("1 page, 1 ligne\n")) << run.output.toStdString();
+    EXPECT_EQ(run.errors, "");
+    const QString text = tests::ReadPdf(Pdf()).value(0).text;
+    for (const char* part : {"Motif", "Gants stériles", "1 200.00"})
+        EXPECT_TRUE(text.contains(part)) << part << "\n" << text.toStdString();
+}
+
+TEST_F(Preview, ShowsTheLastDayOfThePlanning)
+{
+    ASSERT_EQ(BuiltCommand({"preview", practice.Folder(), "Planning.RPT", "--pdf", Pdf()}).code, 0);
+    const QString text = tests::ReadPdf(Pdf()).value(0).text;
+    EXPECT_TRUE(text.contains("Benali")) << text.toStdString();
+    EXPECT_FALSE(text.contains("Haddad")) << text.toStdString();
+}
+
+TEST_F(Preview, FindsTheTemplateThatComesWithTheProgram)
+{
+    EXPECT_FALSE(QFile::exists(practice.Folder() + "/ZEP_Supp.RPT"));
+    EXPECT_EQ(BuiltCommand({"preview", practice.Folder(), "ZEP_Supp.RPT", "--pdf", Pdf()}).code, 0);
+}
+
+TEST_F(Preview, RefusesMistakesAndWritesNothing)
+{
+    Rewrite(practice.Folder() + "/ZEP_R4.RPT", "field = \"objet\"", "field = \"sujet\"");
+    const struct {
+        QStringList arguments;
+        const char* reason;
+    } rows[] = {
+        {{practice.Folder(), "ZEP_R4.RPT", "--pdf", Pdf()}, "ZEP_R4.RPT, ligne "},
+        {{practice.Folder(), "RIEN.RPT", "--pdf", Pdf()}, "Fichier RIEN.RPT absent"},
+        {{practice.Folder() + "/ARCHIVES", "ZEP_R4.RPT", "--pdf", Pdf()}, "n'est pas le dossier d'un cabinet"},
+        {{practice.Folder(), "ZEP_R1.RPT", "--pdf", practice.Folder() + "/rien/essai.pdf"},
+         "Chemin d'accès introuvable"},
+    };
+    for (const auto& row : rows) {
+        const BuiltCommand run(QStringList("preview") + row.arguments);
+        EXPECT_EQ(run.code, 1) << row.reason;
+        EXPECT_TRUE(run.errors.contains(row.reason)) << run.errors.toStdString();
+    }
+    EXPECT_FALSE(QFile::exists(Pdf()));
+}
+
+/// The changes that docs/report-templates.md shows, as it has them.
+TEST_F(Preview, TheChangesOfTheManualCanBeMadeAsItShowsThem)
+{
+    QFile manual(PRACTICE_MANUAL);
+    ASSERT_TRUE(manual.open(QIODevice::ReadOnly));
+    QStringList listings;
+    QString last;
+    for (const QString& line : QString::fromUtf8(manual.readAll()).section("## Trois changements", 1).split('\n')) {
+        if (line.trimmed() == "```")
+            listings << std::exchange(last, {});
+        else if (line.trimmed() == "```toml" || !last.isEmpty())
+            last += line.trimmed() == "```toml" ? "\n" : line.mid(line.startsWith("   ") ? 3 : 0) + "\n";
+    }
+    ASSERT_EQ(listings.size(), 5);
+    const auto listing = [&](int number) { return listings[number].trimmed().toUtf8(); };
+
+    const QString pending = practice.Folder() + "/ZEP_R3.RPT";
+    Rewrite(pending, "Patients.Prenom, Presta.denom,", listing(0));
+    Rewrite(pending, "[[column]]\nheading = \"Unité\"", listing(1) + "\n\n[[column]]\nheading = \"Unité\"");
+    EXPECT_TRUE(CommandRun({"check-template", pending}).output.contains("les colonnes ont ensemble 208 mm"));
+    Rewrite(pending, "width_mm = 40", "width_mm = 32");
+    Rewrite(pending, "width_mm = 36", "width_mm = 26");
+    Rewrite(pending, "width_mm = 38", "width_mm = 28");
+
+    const QString settled = practice.Folder() + "/ZEP_R2.RPT";
+    Rewrite(settled, " order by Prov.rowid\n\"", " " + listing(2) + "\n\"");
+    Rewrite(settled, "select row_number() over (order by Prov.rowid) as ligne,", listing(3));
+
+    const QString logo = practice.Folder() + "/ZEP_R4.RPT";
+    Rewrite(logo, "[[heading]]\ntext = \"{ch1}\"", listing(4) + "\n\n[[heading]]\ntext = \"{ch1}\"");
+    EXPECT_TRUE(CommandRun({"check-template", logo}).output.contains("logo « logo.png »"));
+    ASSERT_TRUE(QFile::copy(PRACTICE_PICTURE, practice.Folder() + "/logo.png"));
+
+    for (const QString& report : {pending, settled, logo}) {
+        EXPECT_EQ(CommandRun({"check-template", report}).output, "Le modèle est en ordre.\n");
+        EXPECT_EQ(BuiltCommand({"preview", practice.Folder(), report, "--pdf", Pdf()}).code, 0);
+        EXPECT_EQ(tests::ReadPdf(Pdf()).value(0).text.contains("Téléphone"), report == pending);
+    }
+}
+
+TEST_F(Preview, ChecksPlacesThatNothingFills)
+{
+    for (const data::ReportTemplate& report : data::ReportTemplates())
+        EXPECT_EQ(CommandRun({"check-template", practice.Folder() + "/" + report.name}).output,
+                  "Le modèle est en ordre.\n")
+            << report.name.toStdString();
+
+    const QString dailyExpenses = practice.Folder() + "/ZEP_R4.RPT";
+    Rewrite(dailyExpenses, "[footer]", "[group]\nfield = \"objet\"\nheading = \"{motif}\"\n\n[footer]");
+    Rewrite(dailyExpenses, "right = \"Page {page}", "right = \"{nom} {page}");
+    const CommandRun unknown({"check-template", dailyExpenses});
+    EXPECT_EQ(unknown.code, 1);
+    EXPECT_TRUE(unknown.output.contains("champ inconnu « motif »")) << unknown.output.toStdString();
+    EXPECT_TRUE(unknown.output.contains("repère inconnu « {nom} »")) << unknown.output.toStdString();
+
+    Rewrite(practice.Folder() + "/ZEP_R2.RPT", "right = \"Page {page}", "right = \"{ch1} {ch7|-} {page}");
+    const CommandRun unwritten({"check-template", practice.Folder() + "/ZEP_R2.RPT"});
+    EXPECT_EQ(unwritten.code, 1);
+    EXPECT_TRUE(unwritten.output.endsWith(" : « {ch7} » n'est pas rempli pour cet état, qui reçoit ch4\n"))
+        << unwritten.output.toStdString();
+    EXPECT_EQ(unwritten.output.count('\n'), 1);
+}
