@@ -43,7 +43,7 @@ SheetPractice::SheetPractice(int acts)
     data::PracticeSetup setup;
     setup.accessCode = 6;
     data::CreatePractice(folder.path(), setup);
-    const QString file = folder.filePath(data::databaseFile);
+    const QString file = folder.filePath(data::DatabaseFile);
     {
         PlainDatabase database(file);
         Fill(database, acts);

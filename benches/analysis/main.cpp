@@ -181,7 +181,7 @@ int main(int argc, char** argv)
     forms::ApplyStyle(application);
     const QuietDesk desk;
     const OpenPractice practice(folder);
-    const PlainDatabase database(host::PathIn(folder, data::databaseFile));
+    const PlainDatabase database(host::PathIn(folder, data::DatabaseFile));
     const QDate last = basic::DateValue(OpenPractice::LastDay());
     Figures figures;
     MeasureMonth(figures, database);

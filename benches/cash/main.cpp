@@ -87,7 +87,7 @@ private:
 void MeasureCashDay(Figures& figures, const QString& folder)
 {
     const OpenPractice practice(folder);
-    const PlainDatabase database(host::PathIn(folder, data::databaseFile));
+    const PlainDatabase database(host::PathIn(folder, data::DatabaseFile));
     core::PickedDate = OpenPractice::LastDay();
     PlainStatementOfDay plain(database, basic::DateValue(core::PickedDate).toString(Qt::ISODate));
     int rows = 0;

@@ -60,7 +60,7 @@ void MeasureOrder(Figures& figures)
 {
     const QTemporaryDir folder;
     data::CreatePractice(folder.path(), {.accessCode = 6, .letterhead = {"Cabinet"}});
-    PlainDatabase database(host::PathIn(folder.path(), data::databaseFile));
+    PlainDatabase database(host::PathIn(folder.path(), data::DatabaseFile));
     FillServices(database);
     const OpenPractice practice(folder.path());
     PlainStatement services(database, "select num, denom, prix from Presta order by Ordre");
@@ -95,7 +95,7 @@ void MeasureOrder(Figures& figures)
 
 void MeasureUse(Figures& figures, const QString& folder)
 {
-    PlainDatabase database(host::PathIn(folder, data::databaseFile));
+    PlainDatabase database(host::PathIn(folder, data::DatabaseFile));
     database.Run(
         QString("insert or replace into Presta (num, denom, Ordre) values (%1, 'Mesure', 999)").arg(UnusedService));
     {

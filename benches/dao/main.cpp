@@ -30,7 +30,7 @@ constexpr int GrowthLimit = 2; // of an opening on ten times the rows: allows fo
 
 QString FileOf(const QString& folder)
 {
-    return host::PathIn(folder, data::databaseFile);
+    return host::PathIn(folder, data::DatabaseFile);
 }
 
 /// Returns the time of one opening, in milliseconds.

@@ -56,7 +56,7 @@ int main(int argc, char* argv[])
     forms::ApplyStyle(application);
     const QuietDesk desk;
     const OpenPractice practice(folder);
-    PlainDatabase plain(host::PathIn(folder, data::databaseFile));
+    PlainDatabase plain(host::PathIn(folder, data::DatabaseFile));
     const QDate last = basic::DateValue(OpenPractice::LastDay());
     const QDate first = last.addYears(-1);
 

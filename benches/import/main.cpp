@@ -88,7 +88,7 @@ void WriteCsv(const QString& path, const std::vector<Act>& acts)
 
 void InsertPlainly(const QString& folder, const std::vector<Act>& acts)
 {
-    PlainDatabase plain(host::PathIn(folder, data::databaseFile));
+    PlainDatabase plain(host::PathIn(folder, data::DatabaseFile));
     plain.Run("begin immediate");
     PlainStatement insert(plain,
                           "insert into Actes (num, Date, MM, AA, date_Presta, HH, Heure, num_patient, num_presta, "
@@ -140,7 +140,7 @@ void Renew(std::vector<Act>& acts, int days)
 
 double ImportWatched(const QString& folder, const QString& file)
 {
-    LockWatch watch(host::PathIn(folder, data::databaseFile));
+    LockWatch watch(host::PathIn(folder, data::DatabaseFile));
     ImportFile(folder, file);
     return watch.Longest();
 }

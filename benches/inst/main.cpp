@@ -139,7 +139,7 @@ int main(int argc, char** argv)
 
     const QTemporaryDir folder;
     data::CreatePractice(folder.path(), {.accessCode = 6, .letterhead = {"Cabinet"}});
-    PlainDatabase database(host::PathIn(folder.path(), data::databaseFile));
+    PlainDatabase database(host::PathIn(folder.path(), data::DatabaseFile));
     FillPractice(database);
 
     const OpenPractice practice(folder.path());

@@ -71,7 +71,7 @@ JournalPractice::JournalPractice(const QString& large)
 
 QString JournalPractice::Database() const
 {
-    return host::PathIn(folder.path(), data::databaseFile);
+    return host::PathIn(folder.path(), data::DatabaseFile);
 }
 
 } // namespace bench

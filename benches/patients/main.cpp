@@ -171,7 +171,7 @@ void MeasureJournal(Figures& figures)
 {
     const QTemporaryDir folder;
     data::CreatePractice(folder.path(), {.accessCode = 6, .letterhead = {"Cabinet"}});
-    PlainDatabase plain(host::PathIn(folder.path(), data::databaseFile));
+    PlainDatabase plain(host::PathIn(folder.path(), data::DatabaseFile));
     FillJournal(plain);
     const OpenPractice practice(folder.path());
     F_Sppr screen;
@@ -202,7 +202,7 @@ int main(int argc, char* argv[])
     Figures figures;
     {
         const OpenPractice practice(folder);
-        const PlainDatabase plain(host::PathIn(folder, data::databaseFile));
+        const PlainDatabase plain(host::PathIn(folder, data::DatabaseFile));
         MeasureNames(figures, plain);
         MeasureCard(figures, plain);
         MeasureList(figures, plain);

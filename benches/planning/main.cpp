@@ -98,7 +98,7 @@ qint64 CountedOn(const Planning& board)
 void MeasureBoard(Figures& figures, const QString& folder)
 {
     const OpenPractice practice(folder);
-    const PlainDatabase database(host::PathIn(folder, data::databaseFile));
+    const PlainDatabase database(host::PathIn(folder, data::DatabaseFile));
     const QDate today = basic::DateValue(OpenPractice::LastDay());
     host::FixToday(today);
     PlainBoard plain(database);
@@ -261,7 +261,7 @@ int main(int argc, char** argv)
     const QTemporaryDir folder;
     data::CreatePractice(folder.path(), {.accessCode = 6, .letterhead = {"Cabinet"}});
     Require(data::HasReportTemplate(folder.path(), "Planning.RPT"), "the program has no Planning.RPT");
-    PlainDatabase database(host::PathIn(folder.path(), data::databaseFile));
+    PlainDatabase database(host::PathIn(folder.path(), data::DatabaseFile));
     FillPractice(database);
     host::FixToday(ListedDay);
     const OpenPractice practice(folder.path());

@@ -126,7 +126,7 @@ int main(int argc, char** argv)
     MeasuringDesk desk;
     Figures figures;
     report::Report Report1;
-    Report1.DataFiles(0) = folder.filePath(data::databaseFile);
+    Report1.DataFiles(0) = folder.filePath(data::DatabaseFile);
     Report1.TextSelect = data::ReportTextSelect;
     Report1.TextNames = data::ReportTextNames;
     const auto visibleAfter = [&](const char* file) {

@@ -99,14 +99,14 @@ void Auteur::Image2_Click(int index)
 bool Auteur::CheckFolderFiles()
 {
     const QString folder = Label1.text().trimmed();
-    for (const QString& name : {QStringLiteral("ZEP_CFIG.cfg"), data::workgroupFile}) {
+    for (const QString& name : {QStringLiteral("ZEP_CFIG.cfg"), data::WorkgroupFile}) {
         if (!host::FileExists(host::PathIn(folder, name), 0)) {
             MsgBox("Fichier '" + name + "' absent", Icon::Critical, "ATTENTION");
             return false;
         }
     }
     DataFolder = folder;
-    DatabasePath = host::PathIn(DataFolder, data::databaseFile);
+    DatabasePath = host::PathIn(DataFolder, data::DatabaseFile);
     return true;
 }
 

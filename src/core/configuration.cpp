@@ -19,25 +19,25 @@ namespace {
 constexpr int ConfigLineWidth = 40;
 constexpr int AlternativeSet = 1;
 
-std::array<QString, data::letterheadFields> Letterhead;
+std::array<QString, data::LetterheadFields> Letterhead;
 Int16 AccessValue;
 Int16 LetterheadSelector; ///< 1 selects the alternative set; never set so far
 
 QString& Stored(int field)
 {
-    if (field < 1 || field > data::letterheadFields)
+    if (field < 1 || field > data::LetterheadFields)
         throw basic::RuntimeError(basic::Error::IndexOutOfRange);
     return Letterhead[static_cast<std::size_t>(field - 1)];
 }
 
 void StoreLetterheadField(int field, const QString& text)
 {
-    Stored(field) = FixedText(text, data::letterheadWidths[static_cast<std::size_t>(field - 1)]);
+    Stored(field) = FixedText(text, data::LetterheadWidths[static_cast<std::size_t>(field - 1)]);
 }
 
 QByteArray Record(const QByteArray& file, int number)
 {
-    return file.mid(static_cast<qsizetype>(number - 1) * data::configRecordBytes, data::configRecordBytes);
+    return file.mid(static_cast<qsizetype>(number - 1) * data::ConfigRecordBytes, data::ConfigRecordBytes);
 }
 
 /// The decoded text of a record; empty if it can't be decoded.
@@ -54,21 +54,21 @@ QString ReadConfigField(const QByteArray& record)
 
 void LoadConfiguration()
 {
-    ConfigPath = host::PathIn(DataFolder, data::configurationFile);
+    ConfigPath = host::PathIn(DataFolder, data::ConfigurationFile);
     QFile file(ConfigPath);
     QByteArray content;
     if (file.open(QIODevice::ReadOnly))
-        content = file.read(static_cast<qint64>(data::configRecordCount) * data::configRecordBytes);
+        content = file.read(static_cast<qint64>(data::ConfigRecordCount) * data::ConfigRecordBytes);
     TakeConfiguration(content);
 }
 
 void TakeConfiguration(const QByteArray& content)
 {
-    const QByteArray header = Record(content, data::configHeaderRecord);
-    LanguageMode = data::ConfigWord(header, data::configLanguageWord) == 1 ? 1 : True;
-    AccessValue = data::ConfigWord(header, data::configAccessWord);
+    const QByteArray header = Record(content, data::ConfigHeaderRecord);
+    LanguageMode = data::ConfigWord(header, data::ConfigLanguageWord) == 1 ? 1 : True;
+    AccessValue = data::ConfigWord(header, data::ConfigAccessWord);
 
-    for (int field = 1; field <= data::letterheadFields; ++field) {
+    for (int field = 1; field <= data::LetterheadFields; ++field) {
         QString& line = ConfigLines[static_cast<std::size_t>(field - 1)];
         line = FixedText(ReadConfigField(Record(content, data::LetterheadRecord(field))), ConfigLineWidth);
         StoreLetterheadField(field, line);
@@ -94,7 +94,7 @@ QString TrimLetterheadField(int field)
 
 void WriteTextesFromConfig()
 {
-    const int before = LetterheadSelector == AlternativeSet ? data::letterheadFields / 2 : 0;
+    const int before = LetterheadSelector == AlternativeSet ? data::LetterheadFields / 2 : 0;
 
     TextesTable.MoveFirst();
     TextesTable.LockEdits(true);

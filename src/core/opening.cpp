@@ -25,12 +25,12 @@ void CreateTheWorkspace()
     WorkspacePassword = data::BuildWorkspacePassword();
 
     dao::DBEngine.IniPath = host::PathIn(DataFolder, "KOFA.INI");
-    dao::DBEngine.DefaultUser = data::workspaceUser;
+    dao::DBEngine.DefaultUser = data::WorkspaceUser;
     dao::DBEngine.DefaultPassword = WorkspacePassword;
-    dao::DBEngine.SystemDB = host::PathIn(DataFolder, data::workgroupFile);
+    dao::DBEngine.SystemDB = host::PathIn(DataFolder, data::WorkgroupFile);
     dao::DBEngine.KeyedTables = data::KeyedTables();
 
-    TheWorkspace = dao::DBEngine.CreateWorkspace("Special", data::workspaceUser, WorkspacePassword);
+    TheWorkspace = dao::DBEngine.CreateWorkspace("Special", data::WorkspaceUser, WorkspacePassword);
 }
 
 void UpgradeProvTable()
@@ -92,7 +92,7 @@ bool OfferCopy()
 
 void OpenDataFiles()
 {
-    DatabasePath = host::PathIn(DataFolder, data::databaseFile);
+    DatabasePath = host::PathIn(DataFolder, data::DatabaseFile);
     UpgradeProvTable();
     auto error = TryOpening();
     if (error == Error::DamagedDatabase && OfferCopy()) {

@@ -22,7 +22,7 @@ namespace {
 
 QString PlainCopy(const QString& folder)
 {
-    return host::PathIn(folder, archiveFolder + "/" + databaseFile);
+    return host::PathIn(folder, ArchiveFolder + "/" + DatabaseFile);
 }
 
 /// Keeps the copy that is about to be replaced under the name of its day. One that is damaged, of today or dated later
@@ -70,7 +70,7 @@ ArchivedCopy CopyAt(const QString& path)
     const QString name = file.fileName();
     const Kind kind = GenerationDay(name).isValid()                          ? Kind::Generation
                       : replaced.match(name).hasMatch()                      ? Kind::Replaced
-                      : name.compare(databaseFile, Qt::CaseInsensitive) == 0 ? Kind::Latest
+                      : name.compare(DatabaseFile, Qt::CaseInsensitive) == 0 ? Kind::Latest
                                                                              : Kind::Other;
     return {file.absoluteFilePath(), kind, file.lastModified()};
 }
@@ -154,7 +154,7 @@ void CopyToArchives(const QString& folder, const dao::CopyProgress& progress)
         if (attributes != plain && attributes != archiveBit)
             host::SetFileAttributes(target, plain);
     }
-    dao::CopyDatabase(host::PathIn(folder, databaseFile), target,
+    dao::CopyDatabase(host::PathIn(folder, DatabaseFile), target,
                       {.progress = progress, .beforeReplacing = KeepGeneration});
     ClearAwayGenerations(CopiesFolder(folder));
 }

@@ -32,7 +32,7 @@ std::optional<int> ConfigCode(QChar character)
     const int code = character.unicode();
     const bool takenByAnother =
         code >= FirstUpperControl && code < FirstUpperControl + static_cast<int>(UpperControls.size());
-    const bool fits = code * configCodeFactor <= std::numeric_limits<qint16>::max();
+    const bool fits = code * ConfigCodeFactor <= std::numeric_limits<qint16>::max();
     return fits && !takenByAnother ? std::optional(code) : std::nullopt;
 }
 
@@ -59,22 +59,22 @@ QChar ConfigCharacter(int code)
 
 QString DecodeConfigRecord(const QByteArray& record)
 {
-    const int length = ConfigWord(record, configLengthWord) / configCodeFactor;
-    if (length > configRecordWords)
+    const int length = ConfigWord(record, ConfigLengthWord) / ConfigCodeFactor;
+    if (length > ConfigRecordWords)
         throw basic::RuntimeError(basic::Error::IndexOutOfRange);
     QString text;
     for (int word = 1; word <= length; ++word)
-        text += ConfigCharacter(ConfigWord(record, word) / configCodeFactor);
+        text += ConfigCharacter(ConfigWord(record, word) / ConfigCodeFactor);
     return text;
 }
 
 QByteArray EncodeConfigRecord(const QString& text)
 {
-    if (text.size() > longestConfigText)
+    if (text.size() > LongestConfigText)
         throw basic::RuntimeError::Described(
             basic::Error::BadArgument,
-            QString("La ligne « %1 » dépasse %2 caractères.").arg(text, QString::number(longestConfigText)));
-    QByteArray record(configRecordBytes, '\0');
+            QString("La ligne « %1 » dépasse %2 caractères.").arg(text, QString::number(LongestConfigText)));
+    QByteArray record(ConfigRecordBytes, '\0');
     for (qsizetype position = 0; position < text.size(); ++position) {
         const std::optional<int> code = ConfigCode(text[position]);
         if (!code)
@@ -83,24 +83,24 @@ QByteArray EncodeConfigRecord(const QString& text)
                 QString("La ligne « %1 » contient un caractère qui ne peut pas être enregistré "
                         "(le %2e).")
                     .arg(text, QString::number(position + 1)));
-        SetWord(record, static_cast<int>(position) + 1, static_cast<qint16>(*code * configCodeFactor));
+        SetWord(record, static_cast<int>(position) + 1, static_cast<qint16>(*code * ConfigCodeFactor));
     }
-    SetWord(record, configLengthWord, static_cast<qint16>(text.size() * configCodeFactor));
+    SetWord(record, ConfigLengthWord, static_cast<qint16>(text.size() * ConfigCodeFactor));
     return record;
 }
 
 QByteArray EncodeConfiguration(const Configuration& configuration)
 {
-    QByteArray header(configRecordBytes, '\0');
-    SetWord(header, configLanguageWord, configuration.language);
-    SetWord(header, configAccessWord, configuration.accessValue);
+    QByteArray header(ConfigRecordBytes, '\0');
+    SetWord(header, ConfigLanguageWord, configuration.language);
+    SetWord(header, ConfigAccessWord, configuration.accessValue);
 
-    QByteArray file(configRecordCount * configRecordBytes, '\0');
-    const auto place = [](int record) { return (record - 1) * configRecordBytes; };
-    file.replace(place(configHeaderRecord), configRecordBytes, header);
-    for (int field = 1; field <= letterheadFields; ++field) {
+    QByteArray file(ConfigRecordCount * ConfigRecordBytes, '\0');
+    const auto place = [](int record) { return (record - 1) * ConfigRecordBytes; };
+    file.replace(place(ConfigHeaderRecord), ConfigRecordBytes, header);
+    for (int field = 1; field <= LetterheadFields; ++field) {
         const QString& text = configuration.letterhead[static_cast<std::size_t>(field) - 1];
-        file.replace(place(LetterheadRecord(field)), configRecordBytes, EncodeConfigRecord(text));
+        file.replace(place(LetterheadRecord(field)), ConfigRecordBytes, EncodeConfigRecord(text));
     }
     return file;
 }

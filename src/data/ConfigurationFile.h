@@ -8,28 +8,28 @@
 /// words numbered from 1. Characters are stored as their code times 7.
 namespace data {
 
-inline constexpr int configRecordBytes = 84;
-inline constexpr int configRecordWords = 42;
-inline constexpr int configRecordCount = 52;
-inline constexpr int configCodeFactor = 7;
+inline constexpr int ConfigRecordBytes = 84;
+inline constexpr int ConfigRecordWords = 42;
+inline constexpr int ConfigRecordCount = 52;
+inline constexpr int ConfigCodeFactor = 7;
 
 /// The header record and its words.
-inline constexpr int configHeaderRecord = 4;
-inline constexpr int configLanguageWord = 5;
-inline constexpr int configAccessWord = 12; ///< half of the access code
+inline constexpr int ConfigHeaderRecord = 4;
+inline constexpr int ConfigLanguageWord = 5;
+inline constexpr int ConfigAccessWord = 12; ///< half of the access code
 
 /// The letterhead: 16 fields, one record each, of which the block in use is the third; word 42 is the length.
-inline constexpr int letterheadFields = 16;
-inline constexpr int configLengthWord = 42;
-inline constexpr int longestConfigText = 41;
-inline constexpr std::array<int, letterheadFields> letterheadWidths{40, 30, 20, 20, 30, 38, 38, 38,
+inline constexpr int LetterheadFields = 16;
+inline constexpr int ConfigLengthWord = 42;
+inline constexpr int LongestConfigText = 41;
+inline constexpr std::array<int, LetterheadFields> LetterheadWidths{40, 30, 20, 20, 30, 38, 38, 38,
                                                                     40, 30, 20, 20, 30, 38, 38, 38};
 
 /// The record number of a letterhead field, 1 to 16, in the block in use: 37 to 52.
 constexpr int LetterheadRecord(int field)
 {
     constexpr int blockInUse = 3;
-    return (blockInUse - 1) * letterheadFields + configHeaderRecord + field;
+    return (blockInUse - 1) * LetterheadFields + ConfigHeaderRecord + field;
 }
 
 /// Word `number` (from 1) of a record; bytes that are missing count as 0.
@@ -50,7 +50,7 @@ QByteArray EncodeConfigRecord(const QString& text);
 struct Configuration {
     qint16 language = -1;   ///< -1 for French tooltips, 1 for Arabic ones
     qint16 accessValue = 0; ///< half of the access code
-    std::array<QString, letterheadFields> letterhead;
+    std::array<QString, LetterheadFields> letterhead;
 };
 
 /// The whole file, 52 records. Raises 5 as EncodeConfigRecord does.

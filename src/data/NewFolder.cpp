@@ -13,9 +13,9 @@
 namespace data {
 namespace {
 
-constexpr auto everything = QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden | QDir::System;
-const auto lockName = QStringLiteral(".practice.lock");
-const auto moveList = QStringLiteral(".practice.moves");
+constexpr auto Everything = QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden | QDir::System;
+const auto LockName = QStringLiteral(".practice.lock");
+const auto MoveList = QStringLiteral(".practice.moves");
 
 [[noreturn]] void RaiseNotMade(const QString& path)
 {
@@ -25,7 +25,7 @@ const auto moveList = QStringLiteral(".practice.moves");
 
 std::unique_ptr<QLockFile> LockOf(const QString& part)
 {
-    auto lock = std::make_unique<QLockFile>(part + "/" + lockName);
+    auto lock = std::make_unique<QLockFile>(part + "/" + LockName);
     lock->setStaleLockTime(0); // only the end of its process makes it stale
     return lock;
 }
@@ -33,19 +33,19 @@ std::unique_ptr<QLockFile> LockOf(const QString& part)
 /// What is to be moved, the database last: until it is there, there is no practice.
 QStringList EntriesToMove(const QString& part)
 {
-    QStringList entries = QDir(part).entryList(everything);
-    entries.removeAll(lockName);
-    entries.removeAll(moveList);
-    if (entries.removeOne(databaseFile))
-        entries << databaseFile;
+    QStringList entries = QDir(part).entryList(Everything);
+    entries.removeAll(LockName);
+    entries.removeAll(MoveList);
+    if (entries.removeOne(DatabaseFile))
+        entries << DatabaseFile;
     return entries;
 }
 
 /// Takes back the files that a run moved before it was killed, unless it had moved them all.
 void UndoMoves(const QString& part, const QString& wanted)
 {
-    QFile list(part + "/" + moveList);
-    if (!list.open(QIODevice::ReadOnly) || !QFileInfo::exists(part + "/" + databaseFile))
+    QFile list(part + "/" + MoveList);
+    if (!list.open(QIODevice::ReadOnly) || !QFileInfo::exists(part + "/" + DatabaseFile))
         return;
     for (const QString& entry : QString::fromUtf8(list.readAll()).split('\n', Qt::SkipEmptyParts)) {
         const QString moved = wanted + "/" + entry;
@@ -59,7 +59,7 @@ void RemoveLeftovers(const QString& place, const QString& prefix, const QString&
 {
     for (const QString& name : QDir(place).entryList(QDir::Dirs | QDir::Hidden | QDir::NoDotAndDotDot)) {
         const QString part = place + "/" + name;
-        if (!name.startsWith(prefix) || !QFileInfo::exists(part + "/" + lockName))
+        if (!name.startsWith(prefix) || !QFileInfo::exists(part + "/" + LockName))
             continue;
         const auto lock = LockOf(part);
         if (!lock->tryLock(0)) // its run is alive
@@ -72,7 +72,7 @@ void RemoveLeftovers(const QString& place, const QString& prefix, const QString&
 
 void SyncAll(const QString& folder)
 {
-    QDirIterator entries(folder, everything, QDirIterator::Subdirectories);
+    QDirIterator entries(folder, Everything, QDirIterator::Subdirectories);
     while (entries.hasNext())
         host::Sync(entries.next());
     host::Sync(folder);
@@ -93,7 +93,7 @@ NewFolder::NewFolder(const QString& folder) : wanted(QDir::cleanPath(QDir(folder
     RemoveLeftovers(parent, self.fileName() + ".part-", wanted);
     RemoveLeftovers(wanted, ".practice.part-", wanted);
 
-    isWithin = self.exists() && !QDir(wanted).isEmpty(everything);
+    isWithin = self.exists() && !QDir(wanted).isEmpty(Everything);
     QTemporaryDir made(isWithin ? wanted + "/.practice.part-XXXXXX" : wanted + ".part-XXXXXX");
     if (!made.isValid())
         throw basic::RuntimeError::Described(basic::Error::PathNotFound,
@@ -130,7 +130,7 @@ void NewFolder::Complete()
 void NewFolder::MoveInto() const
 {
     const QStringList entries = EntriesToMove(part);
-    QFile list(part + "/" + moveList);
+    QFile list(part + "/" + MoveList);
     if (!list.open(QIODevice::WriteOnly) || list.write(entries.join('\n').toUtf8()) < 0 || !list.flush())
         RaiseNotMade(wanted);
     host::Sync(list.fileName());

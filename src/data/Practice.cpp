@@ -37,7 +37,7 @@ qint16 AccessValue(int accessCode)
 
 void RefuseExistingPractice(const QString& folder)
 {
-    for (const QString& name : {databaseFile, workgroupFile, configurationFile, archiveFolder}) {
+    for (const QString& name : {DatabaseFile, WorkgroupFile, ConfigurationFile, ArchiveFolder}) {
         constexpr int filesAndFolders = 16;
         const QString path = host::PathIn(folder, name);
         if (host::FileExists(path, filesAndFolders))
@@ -62,15 +62,15 @@ void WriteNewFile(const QString& path, const QByteArray& content)
 /// Makes the files of a practice in a folder that has none; templates that `kept` holds already are left out.
 void WriteFiles(const QString& folder, const QByteArray& configuration, const QString& kept)
 {
-    dao::CreateDatabase(folder + "/" + databaseFile, Schema());
-    const QString workgroup = folder + "/" + workgroupFile;
-    dao::WriteWorkgroup(workgroup, workspaceUser, BuildWorkspacePassword());
+    dao::CreateDatabase(folder + "/" + DatabaseFile, Schema());
+    const QString workgroup = folder + "/" + WorkgroupFile;
+    dao::WriteWorkgroup(workgroup, WorkspaceUser, BuildWorkspacePassword());
     QFile::setPermissions(workgroup, OwnerFile);
-    WriteNewFile(folder + "/" + configurationFile, configuration);
+    WriteNewFile(folder + "/" + ConfigurationFile, configuration);
     for (const ReportTemplate& report : ReportTemplates())
         if (!HasReportTemplate(kept, report.name))
             WriteNewFile(folder + "/" + report.name, report.text);
-    const QString archives = folder + "/" + archiveFolder;
+    const QString archives = folder + "/" + ArchiveFolder;
     if (!QDir().mkdir(archives, OwnerFolder))
         throw basic::RuntimeError::Described(basic::Error::PathNotFound,
                                              QString("Le dossier « %1 » ne peut pas être créé.").arg(archives));
@@ -78,16 +78,16 @@ void WriteFiles(const QString& folder, const QByteArray& configuration, const QS
 
 void SetLetterhead(Configuration& configuration, const QStringList& lines)
 {
-    if (lines.size() > letterheadFields)
+    if (lines.size() > LetterheadFields)
         throw basic::RuntimeError::Described(
-            basic::Error::BadArgument, QString("L'en-tête ne peut pas dépasser %1 lignes.").arg(letterheadFields));
+            basic::Error::BadArgument, QString("L'en-tête ne peut pas dépasser %1 lignes.").arg(LetterheadFields));
     for (std::size_t field = 0; field < static_cast<std::size_t>(lines.size()); ++field) {
         const QString line = lines[static_cast<qsizetype>(field)].trimmed();
-        if (line.size() > letterheadWidths[field])
+        if (line.size() > LetterheadWidths[field])
             throw basic::RuntimeError::Described(basic::Error::BadArgument,
                                                  QString("La ligne %1 de l'en-tête dépasse %2 caractères : « %3 ».")
                                                      .arg(field + 1)
-                                                     .arg(letterheadWidths[field])
+                                                     .arg(LetterheadWidths[field])
                                                      .arg(line));
         configuration.letterhead[field] = line;
     }
@@ -109,18 +109,18 @@ qint16 LanguageWord(TooltipLanguage language)
 QByteArray Changed(QByteArray file, const PracticeChange& change)
 {
     const auto replaceWord = [&file](int word, qint16 value) {
-        qToLittleEndian(value, file.data() + (configHeaderRecord - 1) * configRecordBytes + 2 * (word - 1));
+        qToLittleEndian(value, file.data() + (ConfigHeaderRecord - 1) * ConfigRecordBytes + 2 * (word - 1));
     };
     if (change.accessCode)
-        replaceWord(configAccessWord, AccessValue(*change.accessCode));
+        replaceWord(ConfigAccessWord, AccessValue(*change.accessCode));
     if (change.language)
-        replaceWord(configLanguageWord, LanguageWord(*change.language));
+        replaceWord(ConfigLanguageWord, LanguageWord(*change.language));
     if (change.letterhead) {
         Configuration configuration;
         SetLetterhead(configuration, *change.letterhead);
         const QByteArray whole = EncodeConfiguration(configuration);
-        constexpr int start = (LetterheadRecord(1) - 1) * configRecordBytes;
-        constexpr int length = letterheadFields * configRecordBytes;
+        constexpr int start = (LetterheadRecord(1) - 1) * ConfigRecordBytes;
+        constexpr int length = LetterheadFields * ConfigRecordBytes;
         file.replace(start, length, whole.mid(start, length));
     }
     return file;
@@ -166,17 +166,17 @@ void MakePracticeFiles(const QString& folder, const PracticeSetup& setup, const 
 
 void ChangePractice(const QString& folder, const PracticeChange& change)
 {
-    const QString path = host::PathIn(folder, configurationFile);
+    const QString path = host::PathIn(folder, ConfigurationFile);
     QFile present(path);
     if (!present.open(QIODevice::ReadOnly))
         throw basic::RuntimeError::Described(
             basic::Error::FileNotFound,
-            QString("« %1 » n'est pas le dossier d'un cabinet : %2 manque.").arg(folder, configurationFile));
+            QString("« %1 » n'est pas le dossier d'un cabinet : %2 manque.").arg(folder, ConfigurationFile));
     const QByteArray bytes = present.readAll();
     present.close();
-    if (bytes.size() < configRecordCount * configRecordBytes)
+    if (bytes.size() < ConfigRecordCount * ConfigRecordBytes)
         throw basic::RuntimeError::Described(
-            basic::Error::PathAccess, QString("%1 est trop court : rien n'a été modifié.").arg(configurationFile));
+            basic::Error::PathAccess, QString("%1 est trop court : rien n'a été modifié.").arg(ConfigurationFile));
     QSaveFile file(path);
     if (!file.open(QIODevice::WriteOnly))
         RaiseUnusable(file);

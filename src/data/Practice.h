@@ -10,11 +10,11 @@
 /// What makes an empty practice: its tables, its files and the password of its workspace.
 namespace data {
 
-inline const QString databaseFile = QStringLiteral("ZEP_ONE.MDB");
-inline const QString workgroupFile = QStringLiteral("system.mdw");
-inline const QString configurationFile = QStringLiteral("ZEP_CFIG.CFG");
-inline const QString archiveFolder = QStringLiteral("ARCHIVES");
-inline const QString workspaceUser = QStringLiteral("ADMIN");
+inline const QString DatabaseFile = QStringLiteral("ZEP_ONE.MDB");
+inline const QString WorkgroupFile = QStringLiteral("system.mdw");
+inline const QString ConfigurationFile = QStringLiteral("ZEP_CFIG.CFG");
+inline const QString ArchiveFolder = QStringLiteral("ARCHIVES");
+inline const QString WorkspaceUser = QStringLiteral("ADMIN");
 
 /// The statements that make the tables of a practice, its indexes and the rows that must exist.
 QString Schema();
@@ -30,7 +30,7 @@ enum class TooltipLanguage { French, Arabic };
 
 struct PracticeSetup {
     int accessCode = 0;     ///< as the user types it: even, from -32768 to 32766
-    QStringList letterhead; ///< at most 16 lines; widths as letterheadWidths
+    QStringList letterhead; ///< at most 16 lines; widths as LetterheadWidths
     TooltipLanguage language = TooltipLanguage::French;
 };
 

@@ -95,14 +95,14 @@ void RemoveUnfinished(const QString& database, const QString& folder)
 
 void RequireClosed(const QString& folder)
 {
-    if (dao::IsInUse(dao::BehindLinks(host::PathIn(folder, databaseFile))))
+    if (dao::IsInUse(dao::BehindLinks(host::PathIn(folder, DatabaseFile))))
         throw RuntimeError::Described(
             Error::Locked, "Le cabinet est ouvert dans un programme. Fermez-le, puis recommencez la restauration.");
 }
 
 QString Restore(const QString& copy, const QString& folder)
 {
-    const QString database = dao::BehindLinks(host::PathIn(folder, databaseFile));
+    const QString database = dao::BehindLinks(host::PathIn(folder, DatabaseFile));
     RequireClosed(folder);
     RequireWhole(copy);
     const auto ownerOnly = basic::ForOwnerOnly();

@@ -107,8 +107,8 @@ TEST_F(Configuration, AcceptsAnyContent)
         } else {
             core::TakeConfiguration(noise);
         }
-        for (int field = 1; field <= data::letterheadFields; ++field)
-            ASSERT_EQ(core::LetterheadField(field).size(), data::letterheadWidths[static_cast<std::size_t>(field - 1)])
+        for (int field = 1; field <= data::LetterheadFields; ++field)
+            ASSERT_EQ(core::LetterheadField(field).size(), data::LetterheadWidths[static_cast<std::size_t>(field - 1)])
                 << file;
     }
 }

@@ -10,7 +10,7 @@ namespace {
 
 QByteArray Record(std::initializer_list<std::pair<int, qint16>> words)
 {
-    QByteArray record(configRecordBytes, '\0');
+    QByteArray record(ConfigRecordBytes, '\0');
     for (const auto& [number, word] : words)
         qToLittleEndian(word, record.data() + 2 * (number - 1));
     return record;

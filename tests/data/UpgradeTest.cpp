@@ -18,10 +18,10 @@ class OlderPractice : public testing::Test {
 protected:
     OlderPractice()
     {
-        dao::WriteWorkgroup(folder.filePath("system.mdw"), data::workspaceUser, "secret");
+        dao::WriteWorkgroup(folder.filePath("system.mdw"), data::WorkspaceUser, "secret");
         dao::DBEngine.SystemDB = folder.filePath("system.mdw");
         dao::DBEngine.KeyedTables = data::KeyedTables();
-        workspace = dao::DBEngine.CreateWorkspace("Special", data::workspaceUser, "secret");
+        workspace = dao::DBEngine.CreateWorkspace("Special", data::WorkspaceUser, "secret");
         Make(data::Schema().remove(" AUTOINCREMENT"));
     }
 
@@ -117,7 +117,7 @@ TEST(NewPractice, NeverReusesAKey)
     data::CreatePractice(place.path(), {});
     dao::DBEngine.SystemDB = place.filePath("system.mdw");
     const dao::Workspace workspace =
-        dao::DBEngine.CreateWorkspace("Special", data::workspaceUser, data::BuildWorkspacePassword());
+        dao::DBEngine.CreateWorkspace("Special", data::WorkspaceUser, data::BuildWorkspacePassword());
     for (const char* table : {"Presta", "Recettes"}) {
         for (const dao::Key expected : {1, 2, 3}) {
             dao::Database database = workspace.OpenDatabase(place.filePath("ZEP_ONE.MDB"));
@@ -138,7 +138,7 @@ TEST(NewPractice, SetsTheDefaultsOfSingleRowTables)
     data::CreatePractice(place.path(), {});
     dao::DBEngine.SystemDB = place.filePath("system.mdw");
     const dao::Workspace workspace =
-        dao::DBEngine.CreateWorkspace("Special", data::workspaceUser, data::BuildWorkspacePassword());
+        dao::DBEngine.CreateWorkspace("Special", data::WorkspaceUser, data::BuildWorkspacePassword());
     const dao::Database database = workspace.OpenDatabase(place.filePath("ZEP_ONE.MDB"));
     dao::Recordset permanent = database.OpenRecordset("Permn");
     EXPECT_EQ(permanent["RIB"].Text(), " ");

@@ -12,7 +12,7 @@ using fuzz::Require;
 
 namespace {
 
-constexpr qsizetype FileBytes = qsizetype{data::configRecordCount} * data::configRecordBytes;
+constexpr qsizetype FileBytes = qsizetype{data::ConfigRecordCount} * data::ConfigRecordBytes;
 constexpr qsizetype ConfigLineWidth = 40;
 
 /// The state after reading, as text.
@@ -20,7 +20,7 @@ QStringList Taken(const QByteArray& content)
 {
     core::TakeConfiguration(content);
     QStringList taken{QString::number(int{core::LanguageMode}), QString::number(int{core::StoredAccessValue()})};
-    for (int field = 1; field <= data::letterheadFields; ++field)
+    for (int field = 1; field <= data::LetterheadFields; ++field)
         taken << core::LetterheadField(field) << core::ConfigLines[static_cast<std::size_t>(field) - 1];
     return taken;
 }
@@ -38,8 +38,8 @@ void CheckHeader(const QByteArray& content)
 
 void CheckWidths()
 {
-    for (int field = 1; field <= data::letterheadFields; ++field) {
-        const qsizetype width = data::letterheadWidths[static_cast<std::size_t>(field) - 1];
+    for (int field = 1; field <= data::LetterheadFields; ++field) {
+        const qsizetype width = data::LetterheadWidths[static_cast<std::size_t>(field) - 1];
         const QString stored = core::LetterheadField(field);
         Require(stored.size() == width, "a field fills its width", stored);
         Require(core::ConfigLines[static_cast<std::size_t>(field) - 1].size() == ConfigLineWidth,
@@ -68,11 +68,11 @@ data::Configuration WrittenAnew(const QByteArray& content)
     data::Configuration anew;
     anew.language = static_cast<qint16>(int{core::LanguageMode});
     anew.accessValue = static_cast<qint16>(int{core::StoredAccessValue()});
-    for (int field = 1; field <= data::letterheadFields; ++field) {
-        const qsizetype place = qsizetype{data::LetterheadRecord(field) - 1} * data::configRecordBytes;
-        const std::optional<QString> text = Decoded(content.mid(place, data::configRecordBytes));
-        Require(!text || text->size() <= data::configRecordWords, "a text is no longer than its record");
-        if (text && text->size() <= data::longestConfigText)
+    for (int field = 1; field <= data::LetterheadFields; ++field) {
+        const qsizetype place = qsizetype{data::LetterheadRecord(field) - 1} * data::ConfigRecordBytes;
+        const std::optional<QString> text = Decoded(content.mid(place, data::ConfigRecordBytes));
+        Require(!text || text->size() <= data::ConfigRecordWords, "a text is no longer than its record");
+        if (text && text->size() <= data::LongestConfigText)
             anew.letterhead[static_cast<std::size_t>(field) - 1] = *text;
         else // the length read as a character, or unreadable
             anew.letterhead[static_cast<std::size_t>(field) - 1] =

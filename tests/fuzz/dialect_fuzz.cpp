@@ -49,7 +49,7 @@ public:
         tables.erase("sqlite_sequence");
     }
 
-    QString Path() const { return folder.filePath(data::databaseFile); }
+    QString Path() const { return folder.filePath(data::DatabaseFile); }
     bool HasTable(const char* name) const { return name != nullptr && tables.contains(name); }
 
 private:

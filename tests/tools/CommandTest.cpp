@@ -51,8 +51,8 @@ TEST(PracticeCommand, NewStoresHalfTheCodeAndTheLetterhead)
     QFile file(folder + "/ZEP_CFIG.CFG");
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
     const QByteArray bytes = file.readAll();
-    EXPECT_EQ(data::ConfigWord(bytes.mid(3 * 84, 84), data::configAccessWord), -3);
-    EXPECT_EQ(data::ConfigWord(bytes.mid(3 * 84, 84), data::configLanguageWord), 1);
+    EXPECT_EQ(data::ConfigWord(bytes.mid(3 * 84, 84), data::ConfigAccessWord), -3);
+    EXPECT_EQ(data::ConfigWord(bytes.mid(3 * 84, 84), data::ConfigLanguageWord), 1);
     EXPECT_EQ(data::DecodeConfigRecord(bytes.mid(36 * 84, 84)), "Dr D'Angelo");
     EXPECT_EQ(data::DecodeConfigRecord(bytes.mid(39 * 84, 84)), "Tél. 036");
 

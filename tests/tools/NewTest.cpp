@@ -95,12 +95,12 @@ TEST(Set, ChangesOnlyWhatIsGiven)
     const auto record = [&path](int number) { return BytesOf(path).mid((number - 1) * 84, 84); };
 
     ASSERT_EQ(CommandRun({"set", practice.Folder(), "--language", "ar"}).code, 0);
-    EXPECT_EQ(data::ConfigWord(record(4), data::configLanguageWord), 1);
+    EXPECT_EQ(data::ConfigWord(record(4), data::ConfigLanguageWord), 1);
     ASSERT_EQ(CommandRun({"set", practice.Folder(), "--language", "fr"}).code, 0);
     EXPECT_EQ(BytesOf(path), before);
 
     ASSERT_EQ(CommandRun({"set", practice.Folder(), "--code", "-010"}).code, 0);
-    EXPECT_EQ(data::ConfigWord(record(4), data::configAccessWord), -5) << "not read as octal";
+    EXPECT_EQ(data::ConfigWord(record(4), data::ConfigAccessWord), -5) << "not read as octal";
     ASSERT_EQ(CommandRun({"set", practice.Folder(), "--code", "2468"}).code, 0);
     EXPECT_EQ(BytesOf(path), before);
 

@@ -11,7 +11,7 @@
 namespace practice {
 namespace {
 
-constexpr const char* archivesNames[] = {"DOSSIER"};
+constexpr const char* ArchivesNames[] = {"DOSSIER"};
 
 QString RowsText(const dao::DatabaseReader& reader)
 {
@@ -65,12 +65,12 @@ int RunArchives(const Arguments& arguments, const Streams& streams)
 
 } // namespace
 
-const Command archivesCommand{
+const Command ArchivesCommand{
     "archives",
     "DOSSIER",
     "      Donne les copies du cabinet dans ARCHIVES : date et heure, taille, lignes de chaque table,\n"
     "      dernier acte, solde du dernier soir, et si la copie est entière. Ne modifie rien.\n",
-    archivesNames,
+    ArchivesNames,
     0,
     {},
     RunArchives,

@@ -45,11 +45,11 @@ private:
         CheckConfiguration();
         CheckWorkgroup();
         CheckTemplates();
-        if (!QFileInfo(host::PathIn(path, data::archiveFolder)).isDir())
+        if (!QFileInfo(host::PathIn(path, data::ArchiveFolder)).isDir())
             report.remarks
-                << QString("Le dossier %1 est absent : la copie de fin de travail échouera.").arg(data::archiveFolder);
-        if (Exists(data::databaseFile))
-            CheckFile(host::PathIn(path, data::databaseFile));
+                << QString("Le dossier %1 est absent : la copie de fin de travail échouera.").arg(data::ArchiveFolder);
+        if (Exists(data::DatabaseFile))
+            CheckFile(host::PathIn(path, data::DatabaseFile));
     }
 
     bool Exists(const QString& name)
@@ -62,47 +62,47 @@ private:
 
     void CheckConfiguration()
     {
-        if (!Exists(data::configurationFile))
+        if (!Exists(data::ConfigurationFile))
             return;
-        QFile file(host::PathIn(path, data::configurationFile));
+        QFile file(host::PathIn(path, data::ConfigurationFile));
         if (!file.open(QIODevice::ReadOnly)) {
-            report.failures << QString("%1 ne peut pas être lu : %2").arg(data::configurationFile, file.errorString());
+            report.failures << QString("%1 ne peut pas être lu : %2").arg(data::ConfigurationFile, file.errorString());
             return;
         }
         const QByteArray bytes = file.readAll();
-        if (bytes.size() < data::configRecordCount * data::configRecordBytes) {
+        if (bytes.size() < data::ConfigRecordCount * data::ConfigRecordBytes) {
             report.failures << QString("%1 est trop court : %2 octets au lieu de %3.")
-                                   .arg(data::configurationFile)
+                                   .arg(data::ConfigurationFile)
                                    .arg(bytes.size())
-                                   .arg(data::configRecordCount * data::configRecordBytes);
+                                   .arg(data::ConfigRecordCount * data::ConfigRecordBytes);
             return;
         }
-        Guarded(data::configurationFile, [&] { CheckRecords(bytes); });
+        Guarded(data::ConfigurationFile, [&] { CheckRecords(bytes); });
     }
 
     void CheckRecords(const QByteArray& bytes)
     {
         const auto record = [&bytes](int number) {
-            return bytes.mid((number - 1) * data::configRecordBytes, data::configRecordBytes);
+            return bytes.mid((number - 1) * data::ConfigRecordBytes, data::ConfigRecordBytes);
         };
         QStringList lines;
-        for (int field = 1; field <= data::letterheadFields; ++field)
+        for (int field = 1; field <= data::LetterheadFields; ++field)
             lines << data::DecodeConfigRecord(record(data::LetterheadRecord(field))).trimmed();
         report.facts << QString("En-tête : %1").arg(lines.mid(0, 3).join(" / "));
-        const int access = data::ConfigWord(record(data::configHeaderRecord), data::configAccessWord);
+        const int access = data::ConfigWord(record(data::ConfigHeaderRecord), data::ConfigAccessWord);
         if (access < -16384 || access > 16383)
             report.failures << QString("%1 : la valeur d'accès %2 ne donne aucun code d'accès.")
-                                   .arg(data::configurationFile)
+                                   .arg(data::ConfigurationFile)
                                    .arg(access);
     }
 
     void CheckWorkgroup()
     {
-        if (!Exists(data::workgroupFile))
+        if (!Exists(data::WorkgroupFile))
             return;
-        Guarded(data::workgroupFile, [this] {
-            dao::DBEngine.SystemDB = host::PathIn(path, data::workgroupFile);
-            dao::DBEngine.CreateWorkspace("Special", data::workspaceUser, data::BuildWorkspacePassword());
+        Guarded(data::WorkgroupFile, [this] {
+            dao::DBEngine.SystemDB = host::PathIn(path, data::WorkgroupFile);
+            dao::DBEngine.CreateWorkspace("Special", data::WorkspaceUser, data::BuildWorkspacePassword());
         });
     }
 

@@ -6,8 +6,8 @@
 namespace practice {
 namespace {
 
-constexpr const char* checkNames[] = {"DOSSIER|FICHIER"};
-constexpr const char* checkTemplateNames[] = {"FICHIER"};
+constexpr const char* CheckNames[] = {"DOSSIER|FICHIER"};
+constexpr const char* CheckTemplateNames[] = {"FICHIER"};
 
 int RunCheck(const Arguments& arguments, const Streams& streams)
 {
@@ -28,22 +28,22 @@ int RunCheckTemplate(const Arguments& arguments, const Streams& streams)
 
 } // namespace
 
-const Command checkCommand{
+const Command CheckCommand{
     "check",
     "DOSSIER|FICHIER",
     "      Contrôle les fichiers, la base de données et chacune de ses lignes, ou un fichier seul : une copie\n"
     "      d'ARCHIVES par exemple. Ne modifie rien.\n",
-    checkNames,
+    CheckNames,
     0,
     {},
     RunCheck,
 };
 
-const Command checkTemplateCommand{
+const Command CheckTemplateCommand{
     "check-template",
     "FICHIER.RPT",
     "      Contrôle un modèle d'état : chaque erreur avec sa ligne. Ne modifie rien.\n",
-    checkTemplateNames,
+    CheckTemplateNames,
     0,
     {},
     RunCheckTemplate,

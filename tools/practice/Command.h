@@ -76,18 +76,18 @@ struct Command {
     int (*run)(const Arguments& arguments, const Streams& streams);
 };
 
-extern const Command newCommand;
-extern const Command setCommand;
-extern const Command demoCommand;
-extern const Command importCommand;
-extern const Command fieldsCommand;
-extern const Command archivesCommand;
-extern const Command compareCommand;
-extern const Command restoreCommand;
-extern const Command checkCommand;
-extern const Command repairCommand;
-extern const Command checkTemplateCommand;
-extern const Command previewCommand;
-extern const Command shortcutCommand;
+extern const Command NewCommand;
+extern const Command SetCommand;
+extern const Command DemoCommand;
+extern const Command ImportCommand;
+extern const Command FieldsCommand;
+extern const Command ArchivesCommand;
+extern const Command CompareCommand;
+extern const Command RestoreCommand;
+extern const Command CheckCommand;
+extern const Command RepairCommand;
+extern const Command CheckTemplateCommand;
+extern const Command PreviewCommand;
+extern const Command ShortcutCommand;
 
 } // namespace practice

@@ -8,9 +8,9 @@
 namespace practice {
 namespace {
 
-constexpr std::array commands{&newCommand,           &setCommand,     &demoCommand,    &importCommand, &fieldsCommand,
-                              &archivesCommand,      &compareCommand, &restoreCommand, &checkCommand,  &repairCommand,
-                              &checkTemplateCommand, &previewCommand, &shortcutCommand};
+constexpr std::array Commands{&NewCommand,           &SetCommand,     &DemoCommand,    &ImportCommand, &FieldsCommand,
+                              &ArchivesCommand,      &CompareCommand, &RestoreCommand, &CheckCommand,  &RepairCommand,
+                              &CheckTemplateCommand, &PreviewCommand, &ShortcutCommand};
 
 QString UsageOf(const Command& command)
 {
@@ -21,15 +21,15 @@ QString UsageOf(const Command& command)
 QString Usage(const Command* one = nullptr)
 {
     QString text = "Utilisation :\n";
-    for (const Command* command : commands)
+    for (const Command* command : Commands)
         if (one == nullptr || one == command)
-            text += UsageOf(*command) + (one == nullptr && command != commands.back() ? "\n" : "");
+            text += UsageOf(*command) + (one == nullptr && command != Commands.back() ? "\n" : "");
     return text;
 }
 
 const Command* FindCommand(const QString& name)
 {
-    for (const Command* command : commands)
+    for (const Command* command : Commands)
         if (name == QLatin1String(command->name))
             return command;
     return nullptr;
@@ -38,7 +38,7 @@ const Command* FindCommand(const QString& name)
 QString WhyNoCommand(const QString& name)
 {
     QStringList names;
-    for (const Command* command : commands)
+    for (const Command* command : Commands)
         names << command->name;
     return QString("%1. Commandes : %2")
         .arg(name.isEmpty() ? "il faut une commande" : "commande inconnue : « " + name + " »", names.join(", "));

@@ -13,8 +13,8 @@
 namespace practice {
 namespace {
 
-constexpr const char* compareNames[] = {"DOSSIER", "COPIE"};
-constexpr Option compareOptions[] = {{"rows"}, {"csv", Option::Takes::OneValue}};
+constexpr const char* CompareNames[] = {"DOSSIER", "COPIE"};
+constexpr Option CompareOptions[] = {{"rows"}, {"csv", Option::Takes::OneValue}};
 
 data::ArchivedCopy CopyToCompare(const QString& folder, const QString& text)
 {
@@ -123,7 +123,7 @@ int Compare(const Arguments& arguments, const Streams& streams)
     const data::ArchivedCopy copy = CopyToCompare(folder, arguments.Name(1));
     data::RequireWhole(copy.path);
     const dao::DatabaseReader before(copy.path);
-    const dao::DatabaseReader after(host::PathIn(folder, data::databaseFile));
+    const dao::DatabaseReader after(host::PathIn(folder, data::DatabaseFile));
     const QList<TableChanges> changes = DifferencesOf(before, after);
     const QList<DifferingDay> days = DifferingDays(before, after, changes, copy.Day());
     if (arguments.Has("csv"))
@@ -147,7 +147,7 @@ int RunCompare(const Arguments& arguments, const Streams& streams)
 
 } // namespace
 
-const Command compareCommand{
+const Command CompareCommand{
     "compare",
     "DOSSIER [COPIE] [--rows] [--csv FICHIER]",
     "      Compare le cabinet à une copie : un chemin, un nom dans ARCHIVES ou un jour (2026-11-23) ; sans elle,\n"
@@ -155,9 +155,9 @@ const Command compareCommand{
     "      qui l'explique, puis le nombre de lignes ajoutées, modifiées, disparues. --rows les donne toutes,\n"
     "      --csv les écrit pour un tableur. Code de retour : 0 si aucun jour passé n'a changé, 1 sinon, 2 en cas\n"
     "      d'ennui. Ne modifie rien.\n",
-    compareNames,
+    CompareNames,
     1,
-    compareOptions,
+    CompareOptions,
     RunCompare,
 };
 

@@ -43,8 +43,8 @@ void RequirePractice(const QString& folder)
 {
     if (!QFileInfo(folder).isDir())
         throw RuntimeError::Described(Error::PathNotFound, QString("Le dossier « %1 » n'existe pas.").arg(folder));
-    if (!QFileInfo::exists(host::PathIn(folder, data::configurationFile)) &&
-        !QFileInfo::exists(host::PathIn(folder, data::databaseFile)))
+    if (!QFileInfo::exists(host::PathIn(folder, data::ConfigurationFile)) &&
+        !QFileInfo::exists(host::PathIn(folder, data::DatabaseFile)))
         throw RuntimeError::Described(Error::FileNotFound,
                                       QString("Le dossier « %1 » ne contient aucun cabinet.").arg(folder));
 }

@@ -44,7 +44,7 @@ int RunDemo(const Arguments& arguments, const Streams& streams)
 
 } // namespace
 
-const Command demoCommand{
+const Command DemoCommand{
     "demo",
     "DOSSIER [--acts N] [--seed N] [--until DATE]\n"
     "                        [--patients N] [--services N] [--days N] [--expenses N]",

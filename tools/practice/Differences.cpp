@@ -8,7 +8,7 @@ namespace practice {
 namespace {
 
 /// The tables that a practice's work is in, with what identifies a row of each.
-constexpr std::pair<const char*, const char*> Tables[] = {
+constexpr std::pair<const char*, const char*> ComparedTables[] = {
     {"Patients", "num"}, {"Actes", "num"},    {"Actes_suppr", "num"}, {"Plani", "num"},
     {"Presta", "num"},   {"Recettes", "num"}, {"Tarif", "rowid"},     {"Permn", "rowid"}};
 
@@ -141,7 +141,7 @@ int TableChanges::Count(RowChange::Kind kind) const
 QList<TableChanges> DifferencesOf(const dao::DatabaseReader& before, const dao::DatabaseReader& after)
 {
     QList<TableChanges> all;
-    for (const auto& [table, key] : Tables) {
+    for (const auto& [table, key] : ComparedTables) {
         const QStringList columns = CommonColumns(ColumnsOf(before, table), ColumnsOf(after, table), key);
         if (!columns.isEmpty())
             all << ChangesOf(table, Rows(before, table, key, columns), Rows(after, table, key, columns), columns);

@@ -5,12 +5,12 @@ namespace {
 
 using enum FieldKind;
 
-constexpr FieldRule patientFields[] = {
+constexpr FieldRule PatientFields[] = {
     {"num", Key, true}, {"nom", Text},   {"Prenom", Text},  {"Naiss", Date},  {"Sexe", Code},
     {"tel", Text},      {"ville", Text}, {"N_carte", Text}, {"diagno", Text}, {"Flag_H", Code},
 };
 
-constexpr FieldRule actFields[] = {
+constexpr FieldRule ActFields[] = {
     {"num", Key, true},
     {"Date", FieldKind::Date, true},
     {"MM", Code, false, 1, 12},
@@ -26,12 +26,12 @@ constexpr FieldRule actFields[] = {
     {"Flag_H", Code},
 };
 
-constexpr FieldRule appointmentFields[] = {
+constexpr FieldRule AppointmentFields[] = {
     {"num", Key, true},       {"date", FieldKind::Date, true}, {"Num_Presta", Reference, true},
     {"HH", Code, true, 0, 9}, {"num_patient", Reference},
 };
 
-constexpr FieldRule deletedActFields[] = {
+constexpr FieldRule DeletedActFields[] = {
     {"num", Key, true},
     {"Date", FieldKind::Date},
     {"Heure", Time},
@@ -43,19 +43,19 @@ constexpr FieldRule deletedActFields[] = {
     {"H_Suppr", Time},
 };
 
-constexpr FieldRule serviceFields[] = {
+constexpr FieldRule ServiceFields[] = {
     {"num", Key, true},
     {"denom", Text, true},
     {"prix", Amount},
     {"Ordre", Code, true},
 };
 
-constexpr FieldRule expenseFields[] = {
+constexpr FieldRule ExpenseFields[] = {
     {"num", Key, true}, {"Date", FieldKind::Date, true}, {"MM", Code, false, 1, 12},
     {"objet", Text},    {"montant", Amount, true},
 };
 
-constexpr FieldRule rateFields[] = {
+constexpr FieldRule RateFields[] = {
     {"C", Code},   {"K0", Code},  {"K1", Code},  {"K2", Code},  {"K3", Code},  {"K4", Code},  {"K5", Code},
     {"K6", Code},  {"K7", Code},  {"K8", Code},  {"K9", Code},  {"K10", Code}, {"K11", Code}, {"K12", Code},
     {"K13", Code}, {"K14", Code}, {"K15", Code}, {"K16", Code}, {"K17", Code}, {"K18", Code}, {"K19", Code},
@@ -63,7 +63,7 @@ constexpr FieldRule rateFields[] = {
     {"K27", Code}, {"K28", Code}, {"K29", Code}, {"K30", Code},
 };
 
-constexpr FieldRule permanentFields[] = {
+constexpr FieldRule PermanentFields[] = {
     {"Registre", Text},        {"Id_Fiscale", Text}, {"Article", Text},     {"Telephone", Text}, {"Fax", Text},
     {"Compte", Text},          {"Agence", Text},     {"RIB", Text},         {"Charge1", Amount}, {"Charge2", Amount},
     {"Charge3", Amount},       {"Charge4", Amount},  {"Charge5", Amount},   {"Charge6", Amount}, {"Charge7", Amount},
@@ -71,11 +71,11 @@ constexpr FieldRule permanentFields[] = {
     {"Date", FieldKind::Date}, {"nbre", Code},       {"RC", Text},
 };
 
-constexpr TableRule tables[] = {
-    {"Patients", patientFields},  {"Actes", actFields},
-    {"Plani", appointmentFields}, {"Actes_suppr", deletedActFields},
-    {"Presta", serviceFields},    {"Recettes", expenseFields},
-    {"Tarif", rateFields, true},  {"Permn", permanentFields, true},
+constexpr TableRule Tables[] = {
+    {"Patients", PatientFields},  {"Actes", ActFields},
+    {"Plani", AppointmentFields}, {"Actes_suppr", DeletedActFields},
+    {"Presta", ServiceFields},    {"Recettes", ExpenseFields},
+    {"Tarif", RateFields, true},  {"Permn", PermanentFields, true},
 };
 
 } // namespace
@@ -91,12 +91,12 @@ int TableRule::Find(const QString& field) const
 
 std::span<const TableRule> ImportTables()
 {
-    return tables;
+    return Tables;
 }
 
 const TableRule* FindTable(const QString& name)
 {
-    for (const TableRule& table : tables) {
+    for (const TableRule& table : Tables) {
         if (name.compare(QLatin1String(table.name), Qt::CaseInsensitive) == 0)
             return &table;
     }
@@ -106,7 +106,7 @@ const TableRule* FindTable(const QString& name)
 QString ImportTableNames()
 {
     QStringList names;
-    for (const TableRule& table : tables)
+    for (const TableRule& table : Tables)
         names << table.name;
     return names.join(", ");
 }

@@ -8,8 +8,8 @@
 namespace practice {
 namespace {
 
-constexpr const char* importNames[] = {"DOSSIER", "TABLE ou DOSSIER_CSV", "FICHIER"};
-constexpr Option importOptions[] = {{"update"}, {"dry-run"}};
+constexpr const char* ImportNames[] = {"DOSSIER", "TABLE ou DOSSIER_CSV", "FICHIER"};
+constexpr Option ImportOptions[] = {{"update"}, {"dry-run"}};
 
 /// "1 ligne ajoutée", "2 lignes ajoutées", and so on.
 QString RowsThatAre(int count, const QString& what)
@@ -113,7 +113,7 @@ int RunFields(const Arguments&, const Streams& streams)
 
 } // namespace
 
-const Command importCommand{
+const Command ImportCommand{
     "import",
     "DOSSIER TABLE FICHIER.csv [--update] [--dry-run]\n"
     "  practice import DOSSIER DOSSIER_CSV [--update] [--dry-run]",
@@ -122,13 +122,13 @@ const Command importCommand{
     "      avec --update, qui prend celles du fichier. --dry-run contrôle tout et n'écrit rien.\n"
     "      La première ligne nomme les champs (practice fields les donne) ; point-virgule, virgule ou\n"
     "      tabulation, UTF-8 ou Windows-1252, dates jj/mm/aaaa ou aaaa-mm-jj, une valeur vide est Null.\n",
-    importNames,
+    ImportNames,
     1,
-    importOptions,
+    ImportOptions,
     RunImport,
 };
 
-const Command fieldsCommand{
+const Command FieldsCommand{
     "fields", "",        "      Donne les tables à importer, leurs champs et ce que chacun peut contenir.\n", {}, 0,
     {},       RunFields,
 };

@@ -60,7 +60,7 @@ int RunSet(const Arguments& arguments, const Streams& streams)
 
 } // namespace
 
-const Command newCommand{
+const Command NewCommand{
     "new",
     "DOSSIER --code N --letterhead LIGNE... [--language fr|ar]",
     "      Crée un cabinet vide. N est le code d'accès à saisir : un nombre pair de -32768 à 32766.\n"
@@ -71,7 +71,7 @@ const Command newCommand{
     RunNew,
 };
 
-const Command setCommand{
+const Command SetCommand{
     "set",
     "DOSSIER [--code N] [--letterhead LIGNE...] [--language fr|ar]",
     "      Change le code d'accès, tout l'en-tête ou la langue des bulles ; le reste ne change pas.\n",

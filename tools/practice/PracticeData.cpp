@@ -13,10 +13,10 @@ PracticeData::PracticeData(const QString& folder)
     if (!QFileInfo(folder).isDir())
         throw basic::RuntimeError::Described(basic::Error::PathNotFound,
                                              QString("Le dossier « %1 » n'existe pas.").arg(folder));
-    dao::DBEngine.SystemDB = host::PathIn(folder, data::workgroupFile);
+    dao::DBEngine.SystemDB = host::PathIn(folder, data::WorkgroupFile);
     dao::DBEngine.KeyedTables = data::KeyedTables();
-    workspace = dao::DBEngine.CreateWorkspace("Special", data::workspaceUser, data::BuildWorkspacePassword());
-    database = workspace.OpenDatabase(host::PathIn(folder, data::databaseFile));
+    workspace = dao::DBEngine.CreateWorkspace("Special", data::WorkspaceUser, data::BuildWorkspacePassword());
+    database = workspace.OpenDatabase(host::PathIn(folder, data::DatabaseFile));
 }
 
 PracticeData::~PracticeData()

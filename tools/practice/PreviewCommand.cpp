@@ -11,8 +11,8 @@
 namespace practice {
 namespace {
 
-constexpr const char* previewNames[] = {"DOSSIER", "MODELE.RPT"};
-constexpr Option previewOptions[] = {{"pdf", Option::Takes::OneValue, true}};
+constexpr const char* PreviewNames[] = {"DOSSIER", "MODELE.RPT"};
+constexpr Option PreviewOptions[] = {{"pdf", Option::Takes::OneValue, true}};
 
 /// A path is used as it is; a name is looked up in the practice, then in the program's folder.
 QString FindTemplate(const QString& folder, const QString& report)
@@ -32,11 +32,11 @@ QString FindTemplate(const QString& folder, const QString& report)
 
 QString FindDatabase(const QString& folder)
 {
-    const QString database = host::PathIn(folder, data::databaseFile);
+    const QString database = host::PathIn(folder, data::DatabaseFile);
     if (!QFileInfo(database).isFile())
         throw basic::RuntimeError::Described(
             basic::Error::FileNotFound,
-            QString("« %1 » n'est pas le dossier d'un cabinet : %2 manque.").arg(folder, data::databaseFile));
+            QString("« %1 » n'est pas le dossier d'un cabinet : %2 manque.").arg(folder, data::DatabaseFile));
     return database;
 }
 
@@ -56,14 +56,14 @@ int RunPreview(const Arguments& arguments, const Streams& streams)
 
 } // namespace
 
-const Command previewCommand{
+const Command PreviewCommand{
     "preview",
     "DOSSIER MODELE.RPT --pdf FICHIER",
     "      Écrit un état dans un PDF, avec les lignes et les titres du dernier état imprimé. Pour voir\n"
     "      aussitôt ce que donne un modèle changé ; un chemin est pris comme il est.\n",
-    previewNames,
+    PreviewNames,
     0,
-    previewOptions,
+    PreviewOptions,
     RunPreview,
 };
 

@@ -239,16 +239,16 @@ private:
 
 RepairReport RepairPractice(const QString& folder, const QDateTime& moment)
 {
-    const QString database = host::PathIn(folder, data::databaseFile);
+    const QString database = host::PathIn(folder, data::DatabaseFile);
     if (!QFileInfo(database).isFile())
         throw RuntimeError::Described(
             Error::DatabaseNotFound,
-            QString("« %1 » n'est pas le dossier d'un cabinet : %2 manque.").arg(folder, data::databaseFile));
+            QString("« %1 » n'est pas le dossier d'un cabinet : %2 manque.").arg(folder, data::DatabaseFile));
     if (dao::IsInUse(dao::BehindLinks(database)))
         throw RuntimeError::Described(
             Error::Locked,
             "Le cabinet est ouvert dans un programme : quittez-le, puis recommencez. Rien n'a été modifié.");
-    return Repair(database).Run(host::PathIn(folder, data::archiveFolder), moment);
+    return Repair(database).Run(host::PathIn(folder, data::ArchiveFolder), moment);
 }
 
 } // namespace practice

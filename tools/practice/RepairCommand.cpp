@@ -7,7 +7,7 @@
 namespace practice {
 namespace {
 
-constexpr const char* repairNames[] = {"DOSSIER"};
+constexpr const char* RepairNames[] = {"DOSSIER"};
 
 QString TextOf(const RepairReport& report)
 {
@@ -41,12 +41,12 @@ int RunRepair(const Arguments& arguments, const Streams& streams)
 
 } // namespace
 
-const Command repairCommand{
+const Command RepairCommand{
     "repair",
     "DOSSIER",
     "      Répare ce qui peut l'être avec certitude, après une copie dans ARCHIVES : les index, MM et AA d'après la\n"
     "      date, les dates jj/mm/aaaa. Le programme doit être fermé. Dit ensuite ce que dit check.\n",
-    repairNames,
+    RepairNames,
     0,
     {},
     RunRepair,

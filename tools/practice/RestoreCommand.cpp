@@ -13,8 +13,8 @@
 namespace practice {
 namespace {
 
-constexpr const char* restoreNames[] = {"DOSSIER", "COPIE"};
-constexpr Option restoreOptions[] = {{"yes"}};
+constexpr const char* RestoreNames[] = {"DOSSIER", "COPIE"};
+constexpr Option RestoreOptions[] = {{"yes"}};
 
 data::ArchivedCopy CopyToRestore(const QString& folder, const QString& text)
 {
@@ -80,7 +80,7 @@ int Restore(const Arguments& arguments, const Streams& streams)
     const data::ArchivedCopy copy = CopyToRestore(folder, arguments.Name(1));
     data::RequireWhole(copy.path);
     data::RequireClosed(folder);
-    ShowPlan(copy, host::PathIn(folder, data::databaseFile), streams.output);
+    ShowPlan(copy, host::PathIn(folder, data::DatabaseFile), streams.output);
     if (!arguments.Has("yes") && !IsConfirmed(streams)) {
         streams.output << "Rien n'a été changé.\n";
         return Refused;
@@ -105,16 +105,16 @@ int RunRestore(const Arguments& arguments, const Streams& streams)
 
 } // namespace
 
-const Command restoreCommand{
+const Command RestoreCommand{
     "restore",
     "DOSSIER [COPIE] [--yes]",
     "      Remet une copie en place de la base du cabinet : un chemin, un nom dans ARCHIVES ou un jour\n"
     "      (2026-11-23) ; sans elle, la dernière copie entière. Montre ce qui reviendrait et ce qui serait perdu,\n"
     "      puis demande ; --yes répond oui. Le fichier actuel est gardé dans ARCHIVES. Code de retour : 0 si la\n"
     "      copie est en place, 1 si la réponse n'est pas oui, 2 si ce n'est pas possible ; rien ne change alors.\n",
-    restoreNames,
+    RestoreNames,
     1,
-    restoreOptions,
+    RestoreOptions,
     RunRestore,
 };
 

@@ -14,8 +14,8 @@
 namespace practice {
 namespace {
 
-constexpr const char* shortcutNames[] = {"DOSSIER"};
-constexpr Option shortcutOptions[] = {{"remove"}};
+constexpr const char* ShortcutNames[] = {"DOSSIER"};
+constexpr Option ShortcutOptions[] = {{"remove"}};
 
 /// Resolves links if the folder exists, so that each practice has one entry.
 QString WholePath(const QString& folder)
@@ -35,12 +35,12 @@ QString EntryPath(const QString& folder)
 /// The first line of the letterhead, or the folder's name if that is empty.
 QString NameOf(const QString& folder)
 {
-    QFile file(host::PathIn(folder, data::configurationFile));
-    if (!file.open(QIODevice::ReadOnly) || !QFileInfo(host::PathIn(folder, data::databaseFile)).isFile())
+    QFile file(host::PathIn(folder, data::ConfigurationFile));
+    if (!file.open(QIODevice::ReadOnly) || !QFileInfo(host::PathIn(folder, data::DatabaseFile)).isFile())
         throw basic::RuntimeError::Described(basic::Error::FileNotFound,
                                              QString("« %1 » n'est pas le dossier d'un cabinet.").arg(folder));
-    file.seek((data::LetterheadRecord(1) - 1) * data::configRecordBytes);
-    const QString name = data::DecodeConfigRecord(file.read(data::configRecordBytes)).simplified();
+    file.seek((data::LetterheadRecord(1) - 1) * data::ConfigRecordBytes);
+    const QString name = data::DecodeConfigRecord(file.read(data::ConfigRecordBytes)).simplified();
     return name.isEmpty() ? QFileInfo(folder).fileName() : name;
 }
 
@@ -88,14 +88,14 @@ int RunShortcut(const Arguments& arguments, const Streams& streams)
 
 } // namespace
 
-const Command shortcutCommand{
+const Command ShortcutCommand{
     "shortcut",
     "DOSSIER [--remove]",
     "      Met dans le menu du bureau une entrée au nom du cabinet, qui ouvre le programme dans ce\n"
     "      dossier ; --remove l'enlève.\n",
-    shortcutNames,
+    ShortcutNames,
     0,
-    shortcutOptions,
+    ShortcutOptions,
     RunShortcut,
 };
 

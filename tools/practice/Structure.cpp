@@ -177,7 +177,7 @@ Structure ExpectedStructure()
     const QTemporaryDir place;
     if (!place.isValid())
         throw basic::RuntimeError::Described(basic::Error::PathAccess, "Le dossier temporaire ne peut pas être créé.");
-    const QString path = place.filePath(data::databaseFile);
+    const QString path = place.filePath(data::DatabaseFile);
     dao::CreateDatabase(path, data::Schema());
     const dao::DatabaseReader empty(path);
     return StructureOf([&empty](std::string_view sql) { return empty.Select(sql); });

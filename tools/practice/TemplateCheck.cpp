@@ -69,7 +69,7 @@ QStringList CheckReportTemplate(const QString& file)
     const QTemporaryDir place;
     if (!place.isValid())
         throw basic::RuntimeError::Described(basic::Error::PathAccess, "Le dossier temporaire ne peut pas être créé.");
-    const QString database = place.filePath(data::databaseFile);
+    const QString database = place.filePath(data::DatabaseFile);
     // The field added when a practice is first opened.
     dao::CreateDatabase(database, data::Schema() + "\nALTER TABLE Prov ADD COLUMN Mt2 REAL DEFAULT 0;");
 

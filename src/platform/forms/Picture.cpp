@@ -54,9 +54,9 @@ void Picture::SetAction(const QString& words)
     DescribeAction();
 }
 
-void Picture::SetCommand(forms::Command newCommand)
+void Picture::SetCommand(forms::Command NewCommand)
 {
-    command = newCommand;
+    command = NewCommand;
     DescribeAction();
 }
 

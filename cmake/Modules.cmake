@@ -1,4 +1,4 @@
-# Build options (warnings, sanitizers) and zep_room, which defines the library of a module.
+# Build options (warnings, sanitizers) and zep_module, which defines the library of a module.
 
 option(ZEP_SANITIZE "Build with the address and undefined-behaviour sanitizers" OFF)
 option(ZEP_WERROR "Make warnings errors: in CI, not for a user's newer compiler" OFF)
@@ -9,36 +9,36 @@ if(CCACHE)
     set(CMAKE_CXX_COMPILER_LAUNCHER ${CCACHE})
 endif()
 
-add_library(house INTERFACE)
-target_compile_options(house INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wno-sign-conversion
+add_library(zep_options INTERFACE)
+target_compile_options(zep_options INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wno-sign-conversion
     -Wnon-virtual-dtor -Woverloaded-virtual $<$<BOOL:${ZEP_WERROR}>:-Werror>)
-target_compile_definitions(house INTERFACE QT_NO_CAST_FROM_BYTEARRAY QT_NO_FOREACH QT_NO_KEYWORDS
+target_compile_definitions(zep_options INTERFACE QT_NO_CAST_FROM_BYTEARRAY QT_NO_FOREACH QT_NO_KEYWORDS
     QT_DISABLE_DEPRECATED_BEFORE=0x060400)
 if(ZEP_SANITIZE)
     # False positives: the sanitizers' instrumentation looks like uninitialized reads.
-    target_compile_options(house INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=undefined
+    target_compile_options(zep_options INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=undefined
         -fno-omit-frame-pointer -Wno-maybe-uninitialized)
-    target_link_options(house INTERFACE -fsanitize=address,undefined)
+    target_link_options(zep_options INTERFACE -fsanitize=address,undefined)
 endif()
 if(ZEP_FUZZ)
-    target_compile_options(house INTERFACE -fsanitize=fuzzer-no-link,address,undefined
+    target_compile_options(zep_options INTERFACE -fsanitize=fuzzer-no-link,address,undefined
         -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
-    target_link_options(house INTERFACE -fsanitize=address,undefined)
+    target_link_options(zep_options INTERFACE -fsanitize=address,undefined)
 endif()
 
-# zep_room(NAME PATH USES module... LINKS target... SOURCES file...): the library of the module in src/PATH.
+# zep_module(NAME PATH USES module... LINKS target... SOURCES file...): the library of the module in src/PATH.
 #
 # A module only sees its own headers and those of the modules in USES: each module has its own include folder, so a
 # forbidden include doesn't compile.
-function(zep_room name path)
-    cmake_parse_arguments(ROOM "" "" "USES;LINKS;PRIVATE_LINKS;SOURCES" ${ARGN})
-    add_library(${name} STATIC ${ROOM_SOURCES})
+function(zep_module name path)
+    cmake_parse_arguments(MODULE "" "" "USES;LINKS;PRIVATE_LINKS;SOURCES" ${ARGN})
+    add_library(${name} STATIC ${MODULE_SOURCES})
     set(doorway ${CMAKE_BINARY_DIR}/doorways/${name})
     cmake_path(GET path PARENT_PATH parent)
     file(MAKE_DIRECTORY ${doorway}/${parent})
     file(CREATE_LINK ${CMAKE_SOURCE_DIR}/src/${path} ${doorway}/${path} SYMBOLIC)
     target_include_directories(${name} PUBLIC ${doorway})
-    target_link_libraries(${name} PUBLIC house ${ROOM_LINKS} PRIVATE ${ROOM_USES} ${ROOM_PRIVATE_LINKS})
+    target_link_libraries(${name} PUBLIC zep_options ${MODULE_LINKS} PRIVATE ${MODULE_USES} ${MODULE_PRIVATE_LINKS})
 endfunction()
 
 # zep_own_files(): copies or links the files that belong to the program, rather than to a practice, next to the program
