@@ -21,6 +21,9 @@
 #include "core/Q_Date_2.h"
 #include "core/configuration.h"
 #include "core/globals.h"
+#include "core/opening.h"
+#include "data/Archives.h"
+#include "data/Practice.h"
 #include "menu.h"
 #include "platform/basic/Dates.h"
 #include "platform/forms/Guard.h"
@@ -71,6 +74,7 @@ public:
     void Play()
     {
         desk.TakePicture(main, "Form1");
+        DamageThePractice();
         OpenPractice();
         ChooseToday();
         KeepTheCash();
@@ -89,6 +93,24 @@ public:
     }
 
 private:
+    /// A damaged database, whose copy is offered and taken at the opening.
+    void DamageThePractice()
+    {
+        constexpr int pageBytes = 4096;
+        constexpr int damagedPage = 5;
+        data::CopyToArchives(folder);
+        QFile database(host::PathIn(folder, data::DatabaseFile));
+        TourDesk::Require(database.open(QIODevice::ReadWrite) && database.seek(damagedPage * pageBytes) &&
+                              database.write(QByteArray(pageBytes, '\xA5')) == pageBytes,
+                          "la base ne peut pas être endommagée");
+        const QString error = core::ErrorText(basic::RuntimeError(basic::Error::DamagedDatabase, data::DatabaseFile));
+        desk.Answer(error, "OK");
+        desk.Answer(error, "OK");
+        desk.Answer("Remettre la copie du " + data::MomentOf(data::ArchivedCopies(folder).first()) +
+                        " ? Les actes saisis depuis n'y sont pas.",
+                    "Oui");
+    }
+
     void OpenPractice()
     {
         const QString code = AccessCode(folder);
