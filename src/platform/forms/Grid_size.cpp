@@ -3,6 +3,7 @@
 #include "platform/forms/GridHeader.h"
 #include "platform/forms/GridModel.h"
 
+#include <QEvent>
 #include <QScrollBar>
 
 namespace forms {
