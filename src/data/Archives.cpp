@@ -155,7 +155,10 @@ void CopyToArchives(const QString& folder, const dao::CopyProgress& progress)
             host::SetFileAttributes(target, plain);
     }
     dao::CopyDatabase(host::PathIn(folder, DatabaseFile), target,
-                      {.progress = progress, .beforeReplacing = KeepGeneration});
+                      {.progress = progress, .beforeReplacing = [&folder](const QString& present) {
+                           RemoveUnfinishedRestoration(folder);
+                           KeepGeneration(present);
+                       }});
     ClearAwayGenerations(CopiesFolder(folder));
 }
 

@@ -61,6 +61,10 @@ void CopyToArchives(const QString& folder, const dao::CopyProgress& progress = {
 /// Raises 3187 while a program has the practice open.
 void RequireClosed(const QString& folder);
 
+/// Removes what a killed restoration has left: half a copy, and a kept file that is still the database itself. Only
+/// while the folder of the copies is locked.
+void RemoveUnfinishedRestoration(const QString& folder);
+
 /// Puts a copy in the place of a practice's database. What is there stays, byte for byte and with its log, as
 /// "ARCHIVES/ZEP_ONE avant restauration 2026-11-24 18-02-33.MDB", whose path is returned; empty when there was none.
 ///

@@ -52,12 +52,14 @@ QString FreeName(const QString& copies)
     }
 }
 
-/// Moves what the log holds into the file. A damaged file may refuse: its log was kept and goes.
+/// Moves what the log holds into the file. The log of a file that is too damaged for that goes; it was kept.
 void FoldLog(const QString& database)
 {
     try {
         dao::MoveLogIntoFile(database);
-    } catch (const RuntimeError&) {
+    } catch (const RuntimeError& error) {
+        if (error.Code() != Error::DamagedDatabase && error.Code() != Error::UnrecognizedFormat)
+            throw; // on a full disk for instance: the log stays
     }
     for (const char* const ending : {"-wal", "-journal", "-shm"})
         QFile::remove(database + ending);
@@ -75,20 +77,13 @@ QString KeepPresent(const QString& database, const QString& copies)
         return kept;
     }
     // Not linked: moving the log into the database would change the kept file as well.
+    auto removeKept = qScopeGuard([&kept] { dao::RemoveDatabase(kept); });
     for (const char* const ending : {"-wal", "-journal", ""})
         if (QFileInfo::exists(database + ending))
             dao::CopyFile(database + ending, kept + ending);
     FoldLog(database);
+    removeKept.dismiss();
     return kept;
-}
-
-/// A restoration that was cut off before its last step has linked the present database and not replaced it.
-void RemoveUnfinished(const QString& database, const QString& folder)
-{
-    dao::RemoveDatabase(database + ".part");
-    for (const ArchivedCopy& copy : ArchivedCopies(folder))
-        if (copy.kind == ArchivedCopy::Kind::Replaced && dao::IsSameFile(copy.path, database))
-            QFile::remove(copy.path);
 }
 
 } // namespace
@@ -100,6 +95,15 @@ void RequireClosed(const QString& folder)
             Error::Locked, "Le cabinet est ouvert dans un programme. Fermez-le, puis recommencez la restauration.");
 }
 
+void RemoveUnfinishedRestoration(const QString& folder)
+{
+    const QString database = dao::BehindLinks(host::PathIn(folder, DatabaseFile));
+    dao::RemoveDatabase(database + ".part");
+    for (const ArchivedCopy& copy : ArchivedCopies(folder))
+        if (copy.kind == ArchivedCopy::Kind::Replaced && dao::IsSameFile(copy.path, database))
+            QFile::remove(copy.path);
+}
+
 QString Restore(const QString& copy, const QString& folder)
 {
     const QString database = dao::BehindLinks(host::PathIn(folder, DatabaseFile));
@@ -109,7 +113,7 @@ QString Restore(const QString& copy, const QString& folder)
     QDir().mkpath(CopiesFolder(folder));
     const QString copies = CopiesFolder(folder);
     const dao::FolderLock alone(copies);
-    RemoveUnfinished(database, folder);
+    RemoveUnfinishedRestoration(folder);
 
     const QString part = database + ".part";
     const auto removeAtEnd = qScopeGuard([&part] { dao::RemoveDatabase(part); });

@@ -6,6 +6,7 @@
 #include "support/ChildProcess.h"
 #include "support/FolderInMemory.h"
 #include "support/Practice.h"
+#include "support/Rounds.h"
 
 #include <algorithm>
 #include <chrono>
@@ -19,7 +20,7 @@ using namespace std::chrono_literals;
 
 namespace {
 
-constexpr int Kills = 50;
+const int Kills = tests::IsLongForm() ? 200 : 50;
 constexpr int Days = 250;
 constexpr int Untouched = 7;
 

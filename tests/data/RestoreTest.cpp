@@ -164,16 +164,22 @@ TEST_F(Restoring, ChangesNothingWhenItRefuses)
     EXPECT_EQ(ErrorOfRestore(), std::nullopt);
 }
 
-TEST_F(Restoring, RemovesWhatOneThatWasCutOffHasLeft)
+TEST_F(Restoring, RemovesWhatAKilledOneHasLeftAndSoDoesTheShutdown)
 {
     const QString linked = archives + "/ZEP_ONE avant restauration 2026-11-24 18-02-33.MDB";
-    ASSERT_EQ(::link(database.toUtf8().constData(), linked.toUtf8().constData()), 0);
-    Write(database + ".part", "half");
-    Write(database + ".part-wal", "half");
-    const QString kept = data::Restore(copy, folder);
-    EXPECT_FALSE(QFile::exists(linked)) << "it was the database itself";
-    EXPECT_EQ(Files(), QStringList("ZEP_ONE.MDB"));
-    EXPECT_EQ(QDir(archives).entryList({"*avant*"}, QDir::Files), QStringList(QFileInfo(kept).fileName()));
+    const QStringList replaced{"*avant*"};
+    for (const bool restores : {false, true}) {
+        ASSERT_EQ(::link(database.toUtf8().constData(), linked.toUtf8().constData()), 0);
+        Write(database + ".part", "half");
+        Write(database + ".part-wal", "half");
+        if (restores)
+            data::Restore(copy, folder);
+        else
+            data::CopyToArchives(folder);
+        EXPECT_FALSE(QFile::exists(linked)) << "it was the database itself";
+        EXPECT_EQ(Files(), QStringList("ZEP_ONE.MDB"));
+        EXPECT_EQ(QDir(archives).entryList(replaced, QDir::Files).size(), restores);
+    }
 }
 
 /// Wherever a byte of a copy is damaged: the copy is refused, or what comes back is what was copied.

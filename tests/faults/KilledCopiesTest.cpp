@@ -166,28 +166,40 @@ TEST_F(KilledCopies, LeaveTheOldOrTheNewPracticeInARestoration)
 
 TEST_F(KilledCopies, ChangeNothingOnAFullDisk)
 {
+    const auto fails = [](const std::function<void()>& work) {
+        try {
+            work();
+            return false;
+        } catch (const basic::RuntimeError& error) {
+            EXPECT_EQ(error.Code(), basic::Error::DiskFull);
+            EXPECT_TRUE(error.Description().contains('/')) << "the folder isn't named";
+            return true;
+        }
+    };
+    const FolderContent withoutLog = start;
+    FolderContent withLog;
+    {
+        tests::OtherProgram program(database); // which dies, its log beside the file
+        program.Run("insert into Actes (Type) values ('K2')");
+        withLog = tests::ContentOf(practice.Folder());
+        withLog.erase("ZEP_ONE.MDB-shm");
+    }
+
     constexpr int points = 20;
     int failed = 0;
     for (int point = 0; point < points; ++point) {
         SCOPED_TRACE(point);
+        start = point % 2 == 0 ? withoutLog : withLog;
         const tests::SmallDisk disk(practice.Folder(),
                                     tests::SizeOf(start) / 1024 + 60 + point * 20); // KB, from none to enough
         if (!disk.IsMounted())
             return;
         StartAgain();
-        const auto fails = [](const std::function<void()>& work) {
-            try {
-                work();
-                return false;
-            } catch (const basic::RuntimeError& error) {
-                EXPECT_EQ(error.Code(), basic::Error::DiskFull);
-                EXPECT_TRUE(error.Description().contains('/')) << "the folder isn't named";
-                return true;
-            }
-        };
         if (fails([this] { data::Restore(copy, practice.Folder()); })) {
             ++failed;
             EXPECT_TRUE(BytesOf(database) == start.at("ZEP_ONE.MDB"));
+            const bool hasLog = start.contains("ZEP_ONE.MDB-wal");
+            EXPECT_TRUE(!hasLog || BytesOf(database + "-wal") == start.at("ZEP_ONE.MDB-wal"));
             EXPECT_EQ(Archives("*avant*"), QStringList());
         }
         EXPECT_EQ(HalfFiles(), QStringList());

@@ -231,9 +231,11 @@ TEST_F(PracticeCheck, NamesMissingAndDamagedFiles)
     const QStringList found = Check();
     ASSERT_EQ(found.size(), 4);
     EXPECT_EQ(found[0], "  ERREUR : ZEP_CFIG.CFG est trop court : 1000 octets au lieu de 4368.");
-    EXPECT_TRUE(found[1].startsWith("  ERREUR : system.mdw : erreur 302")) << found[1].toStdString();
+    EXPECT_TRUE(found[1].startsWith("  ERREUR : system.mdw : lecture impossible (erreur 302"))
+        << found[1].toStdString();
     EXPECT_EQ(found[2], "  ERREUR : Le modèle d'état ZEP_R1.RPT est absent.");
-    EXPECT_TRUE(found[3].startsWith("  ERREUR : ZEP_ONE.MDB : erreur 3343")) << found[3].toStdString();
+    EXPECT_TRUE(found[3].startsWith("  ERREUR : ZEP_ONE.MDB : lecture impossible (erreur 3343"))
+        << found[3].toStdString();
 
     for (const char* const name : {"system.mdw", "ZEP_ONE.MDB"})
         ASSERT_TRUE(QFile::remove(folder.filePath(name)));

@@ -28,18 +28,6 @@ public:
     }
 
 private:
-    /// Runs a step; a run-time error of it becomes a failure of the report.
-    template <typename Step>
-    void Guarded(const QString& subject, Step step)
-    {
-        try {
-            step();
-        } catch (const basic::RuntimeError& error) {
-            report.failures
-                << QString("%1 : erreur %2, %3").arg(subject, QString::number(error.Number()), error.Description());
-        }
-    }
-
     void CheckFolder()
     {
         CheckConfiguration();
@@ -77,7 +65,7 @@ private:
                                    .arg(data::ConfigRecordCount * data::ConfigRecordBytes);
             return;
         }
-        Guarded(data::ConfigurationFile, [&] { CheckRecords(bytes); });
+        report.Run(data::ConfigurationFile, [&] { CheckRecords(bytes); });
     }
 
     void CheckRecords(const QByteArray& bytes)
@@ -100,7 +88,7 @@ private:
     {
         if (!Exists(data::WorkgroupFile))
             return;
-        Guarded(data::WorkgroupFile, [this] {
+        report.Run(data::WorkgroupFile, [this] {
             dao::DBEngine.SystemDB = host::PathIn(path, data::WorkgroupFile);
             dao::DBEngine.CreateWorkspace("Special", data::WorkspaceUser, data::BuildWorkspacePassword());
         });
@@ -117,7 +105,7 @@ private:
     void CheckFile(const QString& file)
     {
         const QString name = QFileInfo(file).fileName();
-        Guarded(name, [&] { CheckDatabase(dao::DatabaseReader(file), name, report); });
+        report.Run(name, [&] { CheckDatabase(dao::DatabaseReader(file), name, report); });
     }
 
     QString path;
@@ -125,6 +113,16 @@ private:
 };
 
 } // namespace
+
+void CheckReport::Run(const QString& subject, const std::function<void()>& step)
+{
+    try {
+        step();
+    } catch (const basic::RuntimeError& error) {
+        failures << QString("%1 : lecture impossible (erreur %2, %3)")
+                        .arg(subject, QString::number(error.Number()), error.Description());
+    }
+}
 
 QString CheckReport::Text() const
 {

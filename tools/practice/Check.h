@@ -2,6 +2,7 @@
 
 #include <QString>
 #include <QStringList>
+#include <functional>
 
 namespace practice {
 
@@ -11,6 +12,9 @@ struct CheckReport {
     QStringList facts;    ///< what is there
     QStringList remarks;  ///< unusual, and the screens cope with it
     QStringList failures; ///< wrong: a screen or the opening would stop on it, or a figure be wrong
+
+    /// Runs a step of the check; a run-time error becomes a failure.
+    void Run(const QString& subject, const std::function<void()>& step);
 
     /// All of it, and a last line that says whether all is in order.
     QString Text() const;

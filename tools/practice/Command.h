@@ -74,6 +74,7 @@ struct Command {
     int optionalNames; ///< of the names, from the end
     std::span<const Option> options;
     int (*run)(const Arguments& arguments, const Streams& streams);
+    int trouble = Refused; ///< exit code after a run-time error
 };
 
 extern const Command NewCommand;

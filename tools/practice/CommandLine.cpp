@@ -68,7 +68,7 @@ int RunCommand(const QStringList& arguments, const Streams& streams)
         return Misused;
     } catch (const basic::RuntimeError& error) {
         streams.errors << "practice : " << error.Description() << "\n";
-        return Refused;
+        return command->trouble;
     }
 }
 

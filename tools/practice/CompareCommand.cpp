@@ -16,16 +16,6 @@ namespace {
 constexpr const char* CompareNames[] = {"DOSSIER", "COPIE"};
 constexpr Option CompareOptions[] = {{"rows"}, {"csv", Option::Takes::OneValue}};
 
-data::ArchivedCopy CopyToCompare(const QString& folder, const QString& text)
-{
-    if (!text.isEmpty())
-        return CopyNamed(folder, text);
-    if (const auto newest = data::NewestWholeCopy(folder, host::Today()))
-        return *newest;
-    throw basic::RuntimeError::Described(basic::Error::FileNotFound,
-                                         "Il n'y a aucune copie entière d'un jour passé : rien à comparer.");
-}
-
 void ShowDays(const QList<DifferingDay>& days, const QDate& end, QTextStream& output)
 {
     if (days.isEmpty()) {
@@ -116,12 +106,11 @@ void WriteCsv(const QList<TableChanges>& changes, const QString& path)
             basic::Error::PathAccess, QString("« %1 » n'a pas pu être écrit : %2").arg(path, file.errorString()));
 }
 
-int Compare(const Arguments& arguments, const Streams& streams)
+int RunCompare(const Arguments& arguments, const Streams& streams)
 {
     const QString folder = arguments.Name(0);
     RequirePractice(folder);
-    const data::ArchivedCopy copy = CopyToCompare(folder, arguments.Name(1));
-    data::RequireWhole(copy.path);
+    const data::ArchivedCopy copy = ChosenCopy(folder, arguments.Name(1), host::Today());
     const dao::DatabaseReader before(copy.path);
     const dao::DatabaseReader after(host::PathIn(folder, data::DatabaseFile));
     const QList<TableChanges> changes = DifferencesOf(before, after);
@@ -132,17 +121,6 @@ int Compare(const Arguments& arguments, const Streams& streams)
     ShowDays(days, copy.Day(), streams.output);
     ShowTables(changes, arguments.Has("rows"), streams.output);
     return days.isEmpty() ? Done : Refused;
-}
-
-/// 1 says that a day differs, so trouble has a code of its own.
-int RunCompare(const Arguments& arguments, const Streams& streams)
-{
-    try {
-        return Compare(arguments, streams);
-    } catch (const basic::RuntimeError& error) {
-        streams.errors << "practice : " << error.Description() << "\n";
-        return Misused;
-    }
 }
 
 } // namespace
@@ -159,6 +137,7 @@ const Command CompareCommand{
     1,
     CompareOptions,
     RunCompare,
+    Misused,
 };
 
 } // namespace practice

@@ -22,8 +22,6 @@ QString NamesOf(const QList<data::ArchivedCopy>& copies)
     return names.isEmpty() ? QString("il n'y a aucune copie") : "copies : " + names.join(", ");
 }
 
-} // namespace
-
 data::ArchivedCopy CopyNamed(const QString& folder, const QString& text)
 {
     const QList<data::ArchivedCopy> copies = data::ArchivedCopies(folder);
@@ -37,6 +35,21 @@ data::ArchivedCopy CopyNamed(const QString& folder, const QString& text)
         return data::CopyAt(text);
     throw RuntimeError::Described(Error::FileNotFound,
                                   QString("La copie « %1 » n'existe pas ; %2.").arg(text, NamesOf(copies)));
+}
+
+} // namespace
+
+data::ArchivedCopy ChosenCopy(const QString& folder, const QString& name, const std::optional<QDate>& before)
+{
+    if (!name.isEmpty()) {
+        const data::ArchivedCopy copy = CopyNamed(folder, name);
+        data::RequireWhole(copy.path);
+        return copy;
+    }
+    if (const auto newest = data::NewestWholeCopy(folder, before))
+        return *newest;
+    throw RuntimeError::Described(Error::FileNotFound,
+                                  QString("Il n'y a aucune copie entière%1.").arg(before ? " d'un jour passé" : ""));
 }
 
 void RequirePractice(const QString& folder)

@@ -41,28 +41,16 @@ public:
     {
         const Structure expected = ExpectedStructure();
         const Structure found = StructureOf(select);
-        Guarded(file, [&] { report.failures << DamageOf(select, found).Lines(file); });
-        Guarded(file, [&] { CheckPlantedCode(); });
+        report.Run(file, [&] { report.failures << DamageOf(select, found).Lines(file); });
+        report.Run(file, [&] { CheckPlantedCode(); });
         report.failures << StructureFaults(found, expected);
         for (const Structure::Table& table : expected.tables) {
             if (found.FindTable(table.name) != nullptr && !IsScratchTable(table.name))
-                Guarded(table.name, [&] { CheckTable(table, found); });
+                report.Run(table.name, [&] { CheckTable(table, found); });
         }
     }
 
 private:
-    /// Runs a step; a run-time error becomes a failure of the report.
-    template <typename Step>
-    void Guarded(const QString& subject, Step step)
-    {
-        try {
-            step();
-        } catch (const basic::RuntimeError& error) {
-            report.failures << QString("%1 : lecture impossible (erreur %2, %3)")
-                                   .arg(subject, QString::number(error.Number()), error.Description());
-        }
-    }
-
     void CheckPlantedCode()
     {
         dao::Statement code =

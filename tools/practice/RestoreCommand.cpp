@@ -16,15 +16,6 @@ namespace {
 constexpr const char* RestoreNames[] = {"DOSSIER", "COPIE"};
 constexpr Option RestoreOptions[] = {{"yes"}};
 
-data::ArchivedCopy CopyToRestore(const QString& folder, const QString& text)
-{
-    if (!text.isEmpty())
-        return CopyNamed(folder, text);
-    if (const auto newest = data::NewestWholeCopy(folder))
-        return *newest;
-    throw basic::RuntimeError::Described(basic::Error::FileNotFound, "Il n'y a aucune copie entière à remettre.");
-}
-
 QString LossText(const TableChanges& table)
 {
     const std::tuple<RowChange::Kind, const char*, const char*> words[] = {
@@ -73,12 +64,11 @@ bool IsConfirmed(const Streams& streams)
     return streams.input.readLine().trimmed().compare("oui", Qt::CaseInsensitive) == 0;
 }
 
-int Restore(const Arguments& arguments, const Streams& streams)
+int RunRestore(const Arguments& arguments, const Streams& streams)
 {
     const QString folder = arguments.Name(0);
     RequirePractice(folder);
-    const data::ArchivedCopy copy = CopyToRestore(folder, arguments.Name(1));
-    data::RequireWhole(copy.path);
+    const data::ArchivedCopy copy = ChosenCopy(folder, arguments.Name(1));
     data::RequireClosed(folder);
     ShowPlan(copy, host::PathIn(folder, data::DatabaseFile), streams.output);
     if (!arguments.Has("yes") && !IsConfirmed(streams)) {
@@ -90,17 +80,6 @@ int Restore(const Arguments& arguments, const Streams& streams)
     if (!kept.isEmpty())
         streams.output << "Le fichier d'avant est gardé : " << kept << "\n";
     return Done;
-}
-
-/// 1 says that the user didn't want it, so trouble has a code of its own.
-int RunRestore(const Arguments& arguments, const Streams& streams)
-{
-    try {
-        return Restore(arguments, streams);
-    } catch (const basic::RuntimeError& error) {
-        streams.errors << "practice : " << error.Description() << "\nRien n'a été changé.\n";
-        return Misused;
-    }
 }
 
 } // namespace
@@ -116,6 +95,7 @@ const Command RestoreCommand{
     1,
     RestoreOptions,
     RunRestore,
+    Misused,
 };
 
 } // namespace practice
