@@ -94,6 +94,7 @@ TEST_F(Evenings, KeepTheCopyOfAnEarlierDay)
     EXPECT_EQ(Files(), QStringList("ZEP_ONE.MDB"));
     End("2026-11-23");
     End("2026-11-23"); // twice a day: the copy of the evening is the last one
+    EXPECT_EQ(Files(), QStringList({"ZEP_ONE 2026-11-20.MDB", "ZEP_ONE.MDB"}));
     End("2026-11-24");
     EXPECT_EQ(Files(), QStringList({"ZEP_ONE 2026-11-20.MDB", "ZEP_ONE 2026-11-23.MDB", "ZEP_ONE.MDB"}));
     EXPECT_EQ(ActsIn(Copy("ZEP_ONE 2026-11-20.MDB")), "1");
@@ -141,6 +142,7 @@ TEST_F(Evenings, AreListedNewestFirstAndOfferedWhenWhole)
     for (const char* day : {"2026-11-19", "2026-11-20", "2026-11-23"})
         End(day);
     QFile::copy(Copy("ZEP_ONE 2026-11-19.MDB"), Copy("ZEP_ONE avant restauration 2026-11-22 18-02-33.MDB"));
+    SetDay(Copy("ZEP_ONE avant restauration 2026-11-22 18-02-33.MDB"), Day("2026-11-22"));
     QFile::copy(Copy(), Copy("zep_one 2026-12-24.mdb")); // dated later than today
     QFile(Copy("ZEP_ONE 2026-13-01.MDB")).open(QIODevice::WriteOnly);
     QStringList names;

@@ -96,6 +96,11 @@ TEST_F(Copies, AreComparedDayByDay)
               "    Dépense 2 (Loyer) : ajoutée, 20.00\n"
               "  jeudi 05/06/2008 : solde du soir 650.00 -> 604.50\n"
               "    Dépense 1 (Coton) : montant 150.00 -> 175.50\n");
+    EXPECT_EQ(DaysAfter("update Actes set montant = 800.004 where num = 1;"
+                        "insert into Recettes (num, Date, objet, montant) values (2, '2008-06-02', 'Timbre', 0.006)")
+                  .section('\n', 1, 1),
+              "  lundi 02/06/2008 : solde du soir 800.00 -> 800.00")
+        << "each figure is rounded as it is shown: 800.00 less 0.01";
     EXPECT_EQ(DaysAfter("update Actes set Date = '2008-06-03' where num = 1"),
               "Jours dont la caisse a changé :\n"
               "  lundi 02/06/2008 : solde du soir 800.00 -> 0.00\n"
@@ -161,6 +166,21 @@ TEST_F(Copies, AreNamedByPathNameOrDay)
     host::FixToday(QDate(2008, 6, 10)); // both are of today or later
     EXPECT_EQ(CommandRun({"compare", practice.Folder()}).code, 2);
     EXPECT_EQ(CommandRun({"compare", "/nulle/part"}).code, 2);
+}
+
+TEST_F(Copies, AreNotComparedWhenDamaged)
+{
+    QFile file(archives + "/ZEP_ONE.MDB");
+    ASSERT_TRUE(file.open(QIODevice::ReadWrite));
+    const QByteArray name = "Consultation";
+    const qsizetype at = file.readAll().indexOf(name);
+    ASSERT_GT(at, 0);
+    file.seek(at);
+    file.write("X");
+    file.close();
+    const CommandRun run({"compare", practice.Folder(), "ZEP_ONE.MDB"});
+    EXPECT_EQ(run.code, 2);
+    EXPECT_TRUE(run.errors.contains("est endommagé")) << run.errors.toStdString();
 }
 
 TEST_F(Copies, OfAnOlderVersionAreComparedByWhatBothHave)

@@ -1,0 +1,54 @@
+#include "data/Practice.h"
+#include "platform/dao/Engine.h"
+#include "platform/dao/Opening.h"
+#include "support/OtherProgram.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+#include <QtEndian>
+#include <gtest/gtest.h>
+
+// A large practice is opened after a check of its pages alone, which doesn't see an amount that only an index holds
+// wrongly; the balances are read from there.
+TEST(Balances, AreCheckedAgainstTheirTables)
+{
+    constexpr qsizetype pageBytes = 4096;
+    constexpr double amount = 12345.67;
+    const QTemporaryDir folder;
+    const QString path = folder.filePath("ZEP_ONE.MDB");
+    const auto damage = [&path](dao::Thoroughness thoroughness) {
+        return dao::FirstDamage(dao::OpenForReading(path).get(), thoroughness);
+    };
+    for (const auto& [table, index] : {std::pair("Actes", "Actes_Date_Montant"), {"Recettes", "Recettes_Date"}}) {
+        SCOPED_TRACE(index);
+        QFile::remove(path);
+        dao::CreateDatabase(path, data::Schema());
+        tests::OtherProgram program(path);
+        program.Run(QString("insert into %1 (Date, montant) values ('2008-06-16', 40), ('2008-06-17', %2)")
+                        .arg(table)
+                        .arg(amount, 0, 'f', 2)
+                        .toUtf8()
+                        .constData());
+        const qsizetype page =
+            program
+                .Answer(QString("select rootpage from sqlite_schema where name = '%1'").arg(index).toUtf8().constData())
+                .toLongLong();
+        program.Run("pragma journal_mode=delete");
+        EXPECT_EQ(damage(dao::Thoroughness::Balances), "");
+
+        QFile file(path);
+        ASSERT_TRUE(file.open(QIODevice::ReadWrite));
+        const qsizetype start = (page - 1) * pageBytes;
+        file.seek(start);
+        QByteArray stored(sizeof amount, '\0');
+        qToBigEndian(amount, stored.data());
+        const qsizetype at = file.read(pageBytes).indexOf(stored);
+        ASSERT_GT(at, 0);
+        file.seek(start + at + 1);
+        file.write("\xC9", 1);
+        file.close();
+        EXPECT_EQ(damage(dao::Thoroughness::Pages), "");
+        EXPECT_EQ(damage(dao::Thoroughness::Balances), QString("index %1").arg(index));
+        EXPECT_NE(damage(dao::Thoroughness::Indexes), "");
+    }
+}
