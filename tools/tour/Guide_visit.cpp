@@ -15,12 +15,13 @@ void VisitGuide(TourDesk& desk, core::Form1& main)
     desk.Visit([&desk](forms::Form& form) {
         auto& guide = dynamic_cast<core::Guide&>(form);
         TourDesk::Require(guide.Page.source().fileName() == "index.md", "le guide ne s'ouvre pas au sommaire");
+        desk.TakePicture(guide, "Guide");
         for (const QString& page : core::Guide::Pages()) {
             guide.Page.setSource(guide.Page.source().resolved(QUrl(page)));
             const int beside = guide.height() - guide.Page.viewport()->height();
             guide.resize(guide.width(), beside + static_cast<int>(guide.Page.document()->size().height()));
             QApplication::processEvents();
-            desk.TakePicture(guide, "Guide-" + page.chopped(3));
+            desk.TakeLongPicture(guide, "Guide-" + page.chopped(3));
         }
         QTest::keyClick(&guide, Qt::Key_Escape);
     });

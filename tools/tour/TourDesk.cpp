@@ -1,11 +1,14 @@
 #include "TourDesk.h"
 
+#include "Legibility.h"
+
 #include "platform/forms/Guard.h"
 
 #include <QAbstractButton>
 #include <QApplication>
 #include <QDir>
 #include <QMessageBox>
+#include <QScreen>
 #include <QTextStream>
 #include <QTimer>
 #include <cstdlib>
@@ -44,9 +47,29 @@ void TourDesk::AtEnd(std::function<void()> lastLook)
 
 void TourDesk::TakePicture(QWidget& window, const QString& name)
 {
+    for (int round = 0; round < 2; ++round) // the window follows contents that have grown in the first
+        QApplication::processEvents();
+    const QRect frame = window.frameGeometry();
+    const QRect room = window.screen()->availableGeometry();
+    if (!room.contains(frame))
+        Report(name, QStringLiteral("%1 x %2 points dépassent l'écran").arg(frame.width()).arg(frame.height()));
+    TakeLongPicture(window, name);
+}
+
+void TourDesk::TakeLongPicture(QWidget& window, const QString& name)
+{
     QApplication::processEvents();
     const QString path = QDir(folder).filePath(FileName(++pictures, name));
-    Require(window.grab().save(path), "Image non enregistrée : " + path);
+    const QPixmap picture = window.grab();
+    Require(picture.save(path), "Image non enregistrée : " + path);
+    for (const QString& part : IllegibleParts(window, picture.toImage()))
+        Report(name, part);
+}
+
+void TourDesk::Report(const QString& picture, const QString& fault)
+{
+    QTextStream(stderr) << picture << " : " << fault << Qt::endl;
+    ++faults;
 }
 
 void TourDesk::Require(bool holds, const QString& reason)
@@ -79,16 +102,25 @@ void TourDesk::ShowModal(forms::Form& form)
     Require(!visits.empty(), "écran inattendu : " + form.objectName());
     const auto visit = visits.front();
     visits.pop_front();
-    QTimer::singleShot(0, &form, [&form, visit] {
+    PlayWhenShown(form, visit);
+    QtDesk::ShowModal(form);
+}
+
+void TourDesk::PlayWhenShown(forms::Form& form, const std::function<void(forms::Form&)>& visit)
+{
+    constexpr int patience = 10; // milliseconds; a screen that is loading may show another one first
+    QTimer::singleShot(patience, &form, [this, &form, visit] {
+        if (!form.isVisible())
+            return PlayWhenShown(form, visit);
         forms::Guarded([&] { visit(form); });
         Require(!form.isVisible(), "l'écran reste ouvert : " + form.objectName());
     });
-    QtDesk::ShowModal(form);
 }
 
 void TourDesk::EndProgram(int code)
 {
     Require(visits.empty() && answers.empty(), "la visite n'est pas finie");
+    Require(faults == 0, QStringLiteral("%1 textes ou contrôles mal lisibles").arg(faults));
     if (look)
         look();
     QtDesk::EndProgram(code);

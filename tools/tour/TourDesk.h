@@ -15,15 +15,18 @@ public:
     /// `folder` receives the pictures.
     explicit TourDesk(const QString& folder);
 
-    /// Passes the next modal screen to `visit`, which must close it.
+    /// Passes the next modal screen to `visit`, once it is shown; `visit` must close it.
     void Visit(std::function<void(forms::Form&)> visit);
     /// Expects a message box with `text` and clicks the button with this caption ("Oui", "OK").
     void Answer(const QString& text, const QString& button);
     /// Called when the program ends.
     void AtEnd(std::function<void()> look);
 
-    /// Saves a picture of the window as "03-name.png", numbered in the order of the visit.
+    /// Saves a picture of the window as "03-name.png", numbered in the order of the visit. Parts that can't be read, or
+    /// are off the screen, are printed; with any, the tour ends with exit code 1 when the program ends.
     void TakePicture(QWidget& window, const QString& name);
+    /// The same for a window made larger than the screen on purpose.
+    void TakeLongPicture(QWidget& window, const QString& name);
     /// Ends the tour with a reason unless `holds`.
     static void Require(bool holds, const QString& reason);
 
@@ -38,8 +41,12 @@ private:
         QString button;
     };
 
+    void Report(const QString& picture, const QString& fault);
+    void PlayWhenShown(forms::Form& form, const std::function<void(forms::Form&)>& visit);
+
     QString folder;
     int pictures = 0;
+    int faults = 0;
     std::deque<std::function<void(forms::Form&)>> visits;
     std::deque<ExpectedMessage> answers;
     std::function<void()> look;

@@ -265,7 +265,6 @@ private:
     QString pictures;
 };
 
-/// The palette of a dark desktop.
 QPalette DarkDesktop()
 {
     QPalette palette(QColor(0x3a, 0x3f, 0x44), QColor(0x2a, 0x2e, 0x32));
@@ -275,20 +274,36 @@ QPalette DarkDesktop()
     return palette;
 }
 
+/// White on black, with yellow highlights.
+QPalette HighContrastDesktop()
+{
+    QPalette palette(Qt::black, Qt::black);
+    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::BrightText})
+        palette.setColor(role, Qt::white);
+    palette.setColor(QPalette::Base, Qt::black);
+    palette.setColor(QPalette::Highlight, Qt::yellow);
+    palette.setColor(QPalette::HighlightedText, Qt::black);
+    return palette;
+}
+
 } // namespace
 
 int main(int argc, char* argv[])
 {
     QApplication application(argc, argv);
     const QStringList arguments = QApplication::arguments();
-    const bool dark = arguments.value(3) == "dark";
-    TourDesk::Require(arguments.size() == 3 || (arguments.size() == 4 && dark), "usage : tour CABINET IMAGES [dark]");
+    const QString colours = arguments.value(3, "light");
+    TourDesk::Require(arguments.size() >= 3 && arguments.size() <= 4 &&
+                          QStringList{"light", "dark", "contrast"}.contains(colours),
+                      "usage : tour CABINET IMAGES [light|dark|contrast]");
     const QString pictures = QDir(arguments[2]).absolutePath();
     const QString practice = pictures + "/cabinet";
     CopyPractice(arguments[1], practice);
 
-    if (dark)
+    if (colours == "dark")
         QApplication::setPalette(DarkDesktop());
+    if (colours == "contrast")
+        QApplication::setPalette(HighContrastDesktop());
     forms::ApplyStyle(application);
     TourDesk desk(pictures);
     forms::SetDesk(&desk);

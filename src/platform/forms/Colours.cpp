@@ -93,7 +93,7 @@ Colours ColoursFrom(const QPalette& desktop)
     made.today = Tinted(made.field, highlight, 0.2, made.text);
     made.border = Mix(made.window, made.text, 0.2);
     made.fieldBorder = Mix(made.window, made.text, 0.4);
-    made.quiet = Readable(Mix(made.text, made.window, 0.3), {made.window, made.raised, made.header});
+    made.quiet = Readable(Mix(made.text, made.window, 0.3), {made.window, made.raised, made.field, made.header});
     made.disabled = Readable(Mix(made.text, made.window, 0.55), {made.window, made.raised, made.field});
     made.accent = Readable(highlight, {made.window, made.raised, made.field, made.hover});
     made.accentGround = Mix(highlight, Contrast(Qt::white, highlight) > 3 ? Qt::black : Qt::white, 0.12);

@@ -21,7 +21,7 @@ struct Colours {
     QColor border;       ///< of panels and tables
     QColor fieldBorder;  ///< of fields and buttons
     QColor text;         ///< on window, raised, field, alternate, header, hover, selection, weekend, today
-    QColor quiet;        ///< text of secondary weight, on window, raised and header
+    QColor quiet;        ///< hints and texts of secondary weight, on window, raised, field and header
     QColor disabled;     ///< text of disabled controls, on window, raised and field
     QColor accent;       ///< captions, icons and frames of active controls, on window, raised, field and hover
     QColor accentGround; ///< background of the default button and of pressed pictures

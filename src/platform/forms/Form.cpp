@@ -3,6 +3,7 @@
 #include "platform/forms/Controls.h"
 #include "platform/forms/Guard.h"
 #include "platform/forms/Layout.h"
+#include "platform/forms/Scrolling.h"
 #include "platform/forms/Style.h"
 
 #include <QApplication>
@@ -196,7 +197,23 @@ void Form::setVisible(bool visible)
         // The totals need the column positions, which a grid knows only when shown.
         layout()->invalidate();
         layout()->activate();
+        ScrollIfTooLarge();
     }
+}
+
+void Form::ScrollIfTooLarge()
+{
+    if (!isVisible() || layout() == nullptr || minimumSizeHint() == minimumSizeHint().boundedTo(RoomOnScreen()))
+        return;
+    MakeScrollable(*this);
+    FitScreen();
+}
+
+bool Form::event(QEvent* event)
+{
+    if (event->type() == QEvent::LayoutRequest) // contents have grown, perhaps; looked at after the layout
+        QMetaObject::invokeMethod(this, &Form::ScrollIfTooLarge, Qt::QueuedConnection);
+    return QDialog::event(event);
 }
 
 void Form::SetContent(Layout content)

@@ -20,7 +20,8 @@ public:
     explicit Form(const QString& name, const QString& caption = {});
 
     /// Runs Form_Load before the window is shown. The window opens in its natural size, unless a size was set, limited
-    /// to the screen. Does nothing on a loaded form. If Form_Load throws, the form isn't loaded.
+    /// to the screen, where its contents scroll if even their least size is larger. Does nothing on a loaded form. If
+    /// Form_Load throws, the form isn't loaded.
     void Load();
     bool IsLoaded() const { return loaded; }
 
@@ -57,11 +58,13 @@ protected:
     void closeEvent(QCloseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void setVisible(bool visible) override;
+    bool event(QEvent* event) override;
 
 private:
     QMargins Frame() const;
     QPoint CentredPlace() const;
     void MoveFrame(const QPoint& upperLeft);
+    void ScrollIfTooLarge();
     void AddCommandKeys();
     void RunCommand(Command command);
     void TurnPage(int step);

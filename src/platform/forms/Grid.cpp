@@ -144,6 +144,7 @@ void Grid::SetRowBackground(int row, Background background)
 void Grid::SetHeading(int column, const QString& text)
 {
     cells->SetHeading(column, text);
+    ShareWidth();
 }
 
 void Grid::SetGroupHeading(int firstColumn, int lastColumn, const QString& text)

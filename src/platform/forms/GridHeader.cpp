@@ -37,19 +37,34 @@ QSize GridHeader::sizeHint() const
     return {oneLine.width(), groups.isEmpty() ? oneLine.height() : 2 * oneLine.height() - 4};
 }
 
+Qt::Alignment GridHeader::AlignmentOf(int column) const
+{
+    return model()->headerData(column, orientation(), Qt::TextAlignmentRole).value<Qt::Alignment>();
+}
+
+/// Centred columns are narrow and need their full width.
+int GridHeader::InsetOf(int column) const
+{
+    return AlignmentOf(column).testFlag(Qt::AlignHCenter) ? 0 : TextInset;
+}
+
+int GridHeader::NeededWidth(int column) const
+{
+    const QString text = model()->headerData(column, orientation()).toString();
+    return fontMetrics().horizontalAdvance(text) + 2 * InsetOf(column);
+}
+
 void GridHeader::paintSection(QPainter* painter, const QRect& rect, int column) const
 {
     QRect lower = rect;
     lower.setTop(rect.bottom() + 1 - LineHeight());
-    const auto alignment = model()->headerData(column, orientation(), Qt::TextAlignmentRole).value<Qt::Alignment>();
-    const bool centred = alignment.testFlag(Qt::AlignHCenter); // narrow columns, which need their full width
-    const QRect place = lower.adjusted(centred ? 0 : TextInset, 0, centred ? 0 : -TextInset, 0);
+    const QRect place = lower.adjusted(InsetOf(column), 0, -InsetOf(column), 0);
     const QString text = model()->headerData(column, orientation()).toString();
 
     painter->save();
     painter->setClipRect(rect);
     painter->setPen(TheColours().text);
-    painter->drawText(place, static_cast<int>(alignment),
+    painter->drawText(place, static_cast<int>(AlignmentOf(column)),
                       fontMetrics().elidedText(text, Qt::ElideRight, place.width()));
     painter->setPen(TheColours().border);
     painter->drawLine(lower.right(), lower.top() + 4, lower.right(), lower.bottom() - 4);

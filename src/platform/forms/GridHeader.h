@@ -11,6 +11,8 @@ public:
     explicit GridHeader(QWidget* parent);
 
     void AddGroup(int firstColumn, int lastColumn, const QString& text);
+    /// The least width in pixels at which the column's heading isn't cut.
+    int NeededWidth(int column) const;
     QSize sizeHint() const override;
 
 protected:
@@ -25,6 +27,8 @@ private:
 
     void PaintGroup(QPainter& painter, const Group& group, const QRect& part) const;
     int LineHeight() const;
+    Qt::Alignment AlignmentOf(int column) const;
+    int InsetOf(int column) const;
 
     QList<Group> groups;
 };

@@ -87,7 +87,9 @@ private:
             auto* figure = qobject_cast<FigureLabel*>(total.control);
             if (figure == nullptr) {
                 const int begin = qMin(left, limit);
-                total.control->setGeometry(begin, rect.top(), limit - CaptionGap - begin, rect.height());
+                const int room = limit - CaptionGap - begin;
+                const bool fits = room >= total.control->sizeHint().width(); // left out rather than cut
+                total.control->setGeometry(begin, rect.top(), fits ? room : 0, rect.height());
                 limit = begin;
                 continue;
             }

@@ -39,18 +39,23 @@ int Grid::NaturalWidth() const
 
 void Grid::ShareWidth()
 {
-    int sharing = 0; // pixels of the columns that grow and shrink
-    for (int column = 0; column < columnTwips.size(); ++column)
-        if (cells->IsLeftAligned(column))
-            sharing += ScaledPixelsOf(columnTwips[column]);
-    int room = qMax(-sharing / 2, viewport()->width() - NaturalWidth());
-    for (int column = 0; column < columnTwips.size(); ++column) {
+    const int missing = NaturalWidth() - viewport()->width();
+    const auto shareOf = [&](int column) {
         const int natural = ScaledPixelsOf(columnTwips[column]);
-        const bool shares = cells->IsLeftAligned(column);
-        const int more = shares ? room * natural / sharing : 0;
-        setColumnWidth(column, natural + more);
-        room -= more;
-        sharing -= shares ? natural : 0;
+        if (!cells->IsLeftAligned(column))
+            return 0;
+        return missing < 0 ? natural : qMax(0, natural - qMax(natural / 2, header->NeededWidth(column)));
+    };
+    int shares = 0;
+    for (int column = 0; column < columnTwips.size(); ++column)
+        shares += shareOf(column);
+    int more = missing < 0 ? -missing : qMax(-shares, -missing); // pixels to add to the columns
+    for (int column = 0; column < columnTwips.size(); ++column) {
+        const int share = shareOf(column);
+        const int added = share == 0 ? 0 : more * share / shares;
+        setColumnWidth(column, ScaledPixelsOf(columnTwips[column]) + added);
+        more -= added;
+        shares -= share;
     }
 }
 

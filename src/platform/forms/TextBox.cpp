@@ -1,5 +1,6 @@
 #include "platform/forms/TextBox.h"
 
+#include "platform/forms/Colours.h"
 #include "platform/forms/Guard.h"
 #include "platform/forms/KeyFilters.h"
 
@@ -63,6 +64,18 @@ TextBox::~TextBox()
 {
     // Qt clears the focus after this destructor, when the object is no longer a TextBox.
     disconnect(qApp, nullptr, this, nullptr);
+}
+
+/// A style sheet makes hints half transparent, too faint on a light desktop.
+void TextBox::changeEvent(QEvent* event)
+{
+    QLineEdit::changeEvent(event);
+    const QColor hint = TheColours().quiet;
+    if (event->type() != QEvent::PaletteChange || palette().color(QPalette::PlaceholderText) == hint)
+        return;
+    QPalette shown = palette();
+    shown.setColor(QPalette::PlaceholderText, hint);
+    setPalette(shown);
 }
 
 int TextBox::CodeOf(const QKeyEvent& event)

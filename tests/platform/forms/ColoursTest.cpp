@@ -46,7 +46,7 @@ TEST(Colours, AreReadableOnLightDarkAndHighContrastDesktops)
         ExpectReadable(c.text,
                        {c.window, c.raised, c.field, c.alternate, c.header, c.hover, c.selection, c.weekend, c.today},
                        "text");
-        ExpectReadable(c.quiet, {c.window, c.raised, c.header}, "quiet");
+        ExpectReadable(c.quiet, {c.window, c.raised, c.field, c.header}, "quiet");
         ExpectReadable(c.disabled, {c.window, c.raised, c.field}, "disabled");
         ExpectReadable(c.accent, {c.window, c.raised, c.field, c.hover}, "accent");
         ExpectReadable(c.onAccent, {c.accentGround}, "on accent");

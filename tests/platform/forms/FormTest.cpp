@@ -115,6 +115,33 @@ TEST_F(Screen, OpensInsideTheFreeAreaOfItsScreen)
     EXPECT_NE(area.width(), area.height()); // otherwise swapping them would go unnoticed
 }
 
+TEST_F(Screen, ScrollsContentsThatAreLargerThanItsScreen)
+{
+    const QRect area = forms::Form::OpeningScreen()->availableGeometry();
+    const auto inView = [](const QWidget& control) { return control.visibleRegion().boundingRect() == control.rect(); };
+    auto& sheet = desk.Open<Sheet>();
+    forms::Panel floating{"SSPanel1", "Correction"};
+    floating.setParent(&sheet);
+    floating.hide();
+    sheet.date.setFocus();
+
+    sheet.grid.setMinimumHeight(2 * area.height()); // grows while it is open
+    support::ProcessEvents();
+    EXPECT_TRUE(area.contains(sheet.frameGeometry())) << sheet.frameGeometry().height();
+    EXPECT_EQ(sheet.focusWidget(), &sheet.date);
+    EXPECT_TRUE(inView(sheet.text)); // its beginning
+
+    sheet.button.setFocus();
+    EXPECT_TRUE(inView(sheet.button));
+    EXPECT_FALSE(inView(sheet.text));
+
+    EXPECT_FALSE(floating.isVisible());
+    floating.show();
+    floating.raise();
+    EXPECT_EQ(floating.parentWidget(), sheet.button.parentWidget());
+    floating.setParent(nullptr);
+}
+
 TEST_F(Screen, TabFollowsTheLayout)
 {
     auto& sheet = desk.Open<Sheet>();

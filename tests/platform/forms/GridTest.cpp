@@ -224,6 +224,18 @@ TEST_F(GridOnSheet, SharesSpareWidthAmongLeftAlignedColumns)
     EXPECT_EQ(grid.columnWidth(0), number);
     EXPECT_EQ(grid.columnWidth(2), amount);
     EXPECT_GT(grid.columnWidth(1), name + 150);
+
+    const auto narrowed = [this] {
+        grid.resize(100, grid.height());
+        support::ProcessEvents();
+        return grid.columnWidth(1);
+    };
+    EXPECT_EQ(narrowed(), name / 2);
+    EXPECT_EQ(grid.columnWidth(2), amount);
+    const QString heading = "Dénomination"; // wider than half the column
+    grid.SetHeading(1, heading);
+    EXPECT_GT(narrowed(), grid.fontMetrics().horizontalAdvance(heading));
+    EXPECT_LT(narrowed(), name);
 }
 
 TEST_F(GridOnSheet, RowBackgroundsMoveWithTheirRows)

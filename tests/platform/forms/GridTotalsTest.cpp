@@ -87,6 +87,8 @@ TEST_F(TotalsOfAGrid, StayUnderTheirColumns)
     EXPECT_LE(screen.due.geometry().right(), screen.width());
     EXPECT_LT(screen.received.geometry().right(), screen.due.geometry().left() + 1);
     EXPECT_GE(screen.count.geometry().left(), 0);
+    const auto& caption = *screen.findChild<forms::Label*>("LTotal");
+    EXPECT_TRUE(caption.width() <= 0 || caption.width() >= caption.sizeHint().width()) << caption.width(); // not cut
 }
 
 TEST_F(TotalsOfAGrid, AreNeverCut)
