@@ -9,6 +9,7 @@
 #include <QMenu>
 #include <QShortcut>
 #include <QToolButton>
+#include <algorithm>
 
 using namespace forms;
 
@@ -69,7 +70,6 @@ void Form1::BuildForm()
     if (auto* more = menu.findChild<QToolButton*>())
         more->setAccessibleName("Suite du menu");
 
-    ShowBackdrop();
     Image3.setAlignment(Qt::AlignCenter);
     Dress(Image1, "quit", "Quitter");
     Dress(Image2, "quit-hover", "Quitter");
@@ -106,13 +106,15 @@ void Form1::BuildForm()
     Image2.setParent(this);
     Image2.hide();
     Label4[0].installEventFilter(this);
+    Image3.setMinimumSize(1, 1);
     Image3.setMouseTracking(true);
     setMouseTracking(true);
 }
 
 void Form1::ShowBackdrop()
 {
-    constexpr int side = 480;
+    constexpr int usualSide = 480;
+    const int side = std::min({usualSide, Image3.width(), Image3.height()});
     Image3.setPixmap(IconPixmap("backdrop", side, devicePixelRatioF()));
 }
 
@@ -142,6 +144,7 @@ void Form1::resizeEvent(QResizeEvent* event)
 {
     Form::resizeEvent(event);
     layout()->activate();
+    ShowBackdrop();
     Image2.setGeometry(Image1.geometry());
 }
 

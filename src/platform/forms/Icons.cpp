@@ -45,7 +45,9 @@ QPixmap IconPixmap(const QString& name, int side, double pixelRatio)
     pixmap.fill(Qt::transparent);
     {
         QPainter painter(&pixmap);
-        QSvgRenderer(IconText(name)).render(&painter);
+        QSvgRenderer renderer(IconText(name));
+        renderer.setAspectRatioMode(Qt::KeepAspectRatio);
+        renderer.render(&painter);
     }
     pixmap.setDevicePixelRatio(pixelRatio);
     return pixmap;
