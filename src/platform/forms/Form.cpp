@@ -197,7 +197,6 @@ void Form::setVisible(bool visible)
         // The totals need the column positions, which a grid knows only when shown.
         layout()->invalidate();
         layout()->activate();
-        ScrollIfTooLarge();
     }
 }
 

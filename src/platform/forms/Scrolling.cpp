@@ -28,12 +28,10 @@ void MakeScrollable(QWidget& window)
         ground->setAutoFillBackground(false); // the window's background shows
     outer->addWidget(area);
     area->show();
-    outer->activate(); // lowers the window's least size
     if (focus)
         focus->setFocus();
-    // The first focus of a screen leaves its beginning in view.
-    QObject::connect(qApp, &QApplication::focusChanged, area, [area, content](QWidget* before, QWidget* focused) {
-        if (content->isAncestorOf(before) && content->isAncestorOf(focused))
+    QObject::connect(qApp, &QApplication::focusChanged, area, [area, content](QWidget*, QWidget* focused) {
+        if (content->isAncestorOf(focused))
             area->ensureWidgetVisible(focused);
     });
 }

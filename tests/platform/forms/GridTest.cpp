@@ -236,6 +236,12 @@ TEST_F(GridOnSheet, SharesSpareWidthAmongLeftAlignedColumns)
     grid.SetHeading(1, heading);
     EXPECT_GT(narrowed(), grid.fontMetrics().horizontalAdvance(heading));
     EXPECT_LT(narrowed(), name);
+
+    grid.SetHeading(1, "Une dénomination plus large que sa colonne"); // can't shrink, but grows
+    EXPECT_EQ(narrowed(), name);
+    grid.resize(900, grid.height());
+    support::ProcessEvents();
+    EXPECT_GT(grid.columnWidth(1), name + 150);
 }
 
 TEST_F(GridOnSheet, RowBackgroundsMoveWithTheirRows)

@@ -87,12 +87,12 @@ TEST_F(TotalsOfAGrid, StayUnderTheirColumns)
     EXPECT_LE(screen.due.geometry().right(), screen.width());
     EXPECT_LT(screen.received.geometry().right(), screen.due.geometry().left() + 1);
     EXPECT_GE(screen.count.geometry().left(), 0);
-    const auto& caption = *screen.findChild<forms::Label*>("LTotal");
-    EXPECT_TRUE(caption.width() <= 0 || caption.width() >= caption.sizeHint().width()) << caption.width(); // not cut
 }
 
 TEST_F(TotalsOfAGrid, AreNeverCut)
 {
+    const auto& caption = *screen.findChild<forms::Label*>("LTotal");
+    EXPECT_GE(caption.width(), caption.sizeHint().width());
     for (const char* figure : {"123 456 789.50 ", "-123 456 789.50 ", "-32 123 456 789.50 "}) {
         Show(figure);
         EXPECT_FALSE(screen.received.geometry().intersects(screen.due.geometry())) << figure;
@@ -103,6 +103,7 @@ TEST_F(TotalsOfAGrid, AreNeverCut)
             EXPECT_LE(right, label->width() - 4) << figure;
             EXPECT_GT(right - left, label->width() / 2) << figure;
         }
+        EXPECT_TRUE(caption.width() <= 0 || caption.width() >= caption.sizeHint().width()) << caption.width();
     }
     screen.due.setText("9999 999.98");
     const int shorter = InkOf(screen.due).second - InkOf(screen.due).first;
