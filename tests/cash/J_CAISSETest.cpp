@@ -127,9 +127,10 @@ TEST_F(CashStatement, SettlesAPendingActByKeyboard)
     const dao::Key act = practice.Act({});
     practice.Act({.montant = 40, .flag_R = PaymentCode::RMinus});
     auto& screen = ShowDay("17/06/2008");
-    screen.SSTab1.setCurrentIndex(J_CAISSE::PendingTab);
+    for (int tab = 0; tab < J_CAISSE::PendingTab; ++tab)
+        Press(*screen.focusWidget(), Qt::Key_PageDown, Qt::ControlModifier);
 
-    Press(screen.Grid3, Qt::Key_Return);
+    Press(*screen.focusWidget(), Qt::Key_Return);
     ASSERT_TRUE(screen.SSPanel2.isVisible());
     EXPECT_FALSE(screen.SSTab1.isEnabled());
     EXPECT_EQ(screen.SSPanel2.LastName.text(), " Benali");

@@ -376,6 +376,7 @@ TEST_F(ActivityJournal, KeepsTheFiguresWhenTheChoiceIsCancelled)
     EXPECT_TRUE(screen.Grid1.hasFocus());
     Press(screen.Grid1, Qt::Key_PageDown, Qt::ControlModifier);
     EXPECT_EQ(screen.SSTab1.currentIndex(), Recettes::CodesTab);
+    EXPECT_TRUE(screen.Grid3.hasFocus());
 
     for (const int cancel : {PeriodChooser::CancelDay, PeriodChooser::CancelPeriod}) {
         ChooseDates(screen);

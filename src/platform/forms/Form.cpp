@@ -1,6 +1,7 @@
 #include "platform/forms/Form.h"
 
 #include "platform/forms/Controls.h"
+#include "platform/forms/Grid.h"
 #include "platform/forms/Guard.h"
 #include "platform/forms/Layout.h"
 #include "platform/forms/Scrolling.h"
@@ -261,6 +262,14 @@ void Form::TurnPage(int step)
         return;
     tabs->setFocus();
     tabs->setCurrentIndex(page); // the page may move the focus to its first field
+    if (!tabs->hasFocus())
+        return;
+    auto* first = NextInWindow<QWidget>(*this, [&](const QWidget& control) {
+        const bool entered = qobject_cast<const Grid*>(&control) || qobject_cast<const TextBox*>(&control);
+        return entered && tabs->currentWidget()->isAncestorOf(&control);
+    });
+    if (first != nullptr)
+        first->setFocus();
 }
 
 void OnHelp(std::function<void(const QString& screen)> showHelp)
