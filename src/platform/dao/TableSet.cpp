@@ -1,5 +1,7 @@
 #include "platform/dao/TableSet.h"
 
+#include "platform/basic/Numbers.h"
+
 #include <QScopeGuard>
 #include <algorithm>
 #include <sqlite3.h>
@@ -142,15 +144,36 @@ void TableSet::MoveLast()
     GoToLast();
 }
 
+/// The key that a criterion like an earlier one asks for: most searches repeat "num = " with another number.
+std::optional<qint64> TableSet::RepeatedKeyTest(QStringView criteria) const
+{
+    if (keyLead.isEmpty() || !criteria.startsWith(keyLead))
+        return std::nullopt;
+    const QStringView number = criteria.mid(keyLead.size());
+    bool isKey = std::ranges::all_of(number, [](QChar each) { return basic::IsDigit(each); });
+    const qint64 sought = isKey ? number.toLongLong(&isKey) : 0;
+    return isKey ? std::optional(sought) : std::nullopt;
+}
+
+std::vector<qint64> TableSet::KeysFor(const QString& criteria)
+{
+    if (const auto sought = RepeatedKeyTest(criteria))
+        return {*sought};
+    const StatementShape condition = ShapeOf(criteria);
+    const bool isByKey = QStringView(condition.shape).compare(QStringView(table.keyTest), Qt::CaseInsensitive) == 0;
+    const auto* const sought =
+        isByKey && !condition.literals.empty() ? std::get_if<qint64>(&condition.literals[0].Raw()) : nullptr;
+    if (sought == nullptr)
+        return MatchingKeys(criteria, condition.literals);
+    keyLead = criteria.left(criteria.indexOf('=') + 1) + ' ';
+    return {*sought};
+}
+
 void TableSet::FindFirst(const QString& criteria)
 {
     DropPending();
     RequireMembers();
-    const StatementShape condition = ShapeOf(criteria);
-    const auto* const sought = condition.literals.empty() ? nullptr : std::get_if<qint64>(&condition.literals[0].Raw());
-    const bool isByKey = QStringView(condition.shape).compare(QStringView(table.keyTest), Qt::CaseInsensitive) == 0;
-    noMatch =
-        !GoToAny(isByKey && sought != nullptr ? std::vector{*sought} : MatchingKeys(criteria, condition.literals));
+    noMatch = !GoToAny(KeysFor(criteria));
     hasMissed = noMatch;
 }
 
@@ -180,6 +203,8 @@ void TableSet::AddNew()
 {
     DropPending();
     pending = Pending{.adds = true, .columns = {}, .values = {}};
+    pending->columns.reserve(columns.Count());
+    pending->values.reserve(columns.Count());
 }
 
 void TableSet::Edit()
@@ -232,19 +257,28 @@ void TableSet::Update()
         UpdateEdited(writing);
 }
 
-void TableSet::UpdateAdded(const Pending& added)
+/// The insert of a row with these columns. The last one is kept: rows are often added one after another.
+const std::string& TableSet::InsertOf(const std::vector<int>& written)
 {
+    if (!insert.text.empty() && insert.columns == written)
+        return insert.text;
     std::string names;
     std::string parameters;
-    for (const int column : added.columns) {
+    for (const int column : written) {
         names += (names.empty() ? "" : ",") + Quoted(columns[column].name);
         parameters += parameters.empty() ? "?" : ",?";
     }
-    Statement& insert =
-        connection->Prepared("insert into " + Quoted(table.name) +
-                             (names.empty() ? " default values" : " (" + names + ") values (" + parameters + ")"));
-    insert.Bind(added.values);
-    connection->RunChange(insert);
+    insert.columns = written;
+    insert.text = "insert into " + Quoted(table.name) +
+                  (names.empty() ? " default values" : " (" + names + ") values (" + parameters + ")");
+    return insert.text;
+}
+
+void TableSet::UpdateAdded(const Pending& added)
+{
+    Statement& row = connection->Prepared(InsertOf(added.columns));
+    row.Bind(added.values);
+    connection->RunChange(row);
     lastAdded = sqlite3_last_insert_rowid(Handle());
     NoteAdded(*lastAdded);
 }

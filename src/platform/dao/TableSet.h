@@ -65,6 +65,8 @@ private:
     const Value* PendingValue(int column) const override;
     StoredValue Current(int column) override;
     void RequireMembers() const;
+    std::optional<qint64> RepeatedKeyTest(QStringView criteria) const;
+    std::vector<qint64> KeysFor(const QString& criteria);
     std::vector<qint64> MatchingKeys(const QString& criteria, const std::vector<Value>& literals);
     void RequireRow() const;
     void RequireEditable() const;
@@ -72,6 +74,7 @@ private:
     void RunOnCurrent(Statement& change);
     void Revalidate();
     void DropPending() noexcept;
+    const std::string& InsertOf(const std::vector<int>& written);
     void UpdateAdded(const Pending& added);
     void UpdateEdited(const Pending& edited);
 
@@ -86,7 +89,12 @@ private:
 
     std::optional<Pending> pending;
     bool locksEdits = false;
+    QString keyLead; // a criterion by key up to its number
     std::optional<qint64> lastAdded;
+    struct {
+        std::vector<int> columns;
+        std::string text;
+    } insert;
 };
 
 } // namespace dao

@@ -10,6 +10,8 @@
 #include <algorithm>
 #include <array>
 #include <memory>
+#include <optional>
+#include <string_view>
 
 namespace dao {
 namespace {
@@ -87,12 +89,6 @@ QRegularExpression ExpressionOf(const QString& pattern)
                                                       QRegularExpression::DotMatchesEverythingOption);
 }
 
-int Collate(void*, int leftLength, const void* left, int rightLength, const void* right)
-{
-    return CompareTexts(QString::fromUtf8(static_cast<const char*>(left), leftLength),
-                        QString::fromUtf8(static_cast<const char*>(right), rightLength));
-}
-
 QString TextArgument(sqlite3_value* value)
 {
     return QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_value_text(value)), sqlite3_value_bytes(value));
@@ -106,6 +102,27 @@ bool IsAscii(char byte)
 char LowerCase(char ascii)
 {
     return ascii >= 'A' && ascii <= 'Z' ? char(ascii - 'A' + 'a') : ascii;
+}
+
+/// Compares texts that differ before their first accented letter, as most do, without decoding them.
+std::optional<int> CompareAscii(std::string_view left, std::string_view right)
+{
+    for (std::size_t i = 0; i < std::min(left.size(), right.size()); ++i) {
+        if (!IsAscii(left[i]) || !IsAscii(right[i]))
+            return std::nullopt;
+        if (LowerCase(left[i]) != LowerCase(right[i]))
+            return LowerCase(left[i]) < LowerCase(right[i]) ? -1 : 1;
+    }
+    return static_cast<int>(left.size() > right.size()) - static_cast<int>(left.size() < right.size());
+}
+
+int Collate(void*, int leftLength, const void* left, int rightLength, const void* right)
+{
+    const std::string_view leftText(static_cast<const char*>(left), static_cast<std::size_t>(leftLength));
+    const std::string_view rightText(static_cast<const char*>(right), static_cast<std::size_t>(rightLength));
+    if (const auto order = CompareAscii(leftText, rightText))
+        return *order;
+    return CompareTexts(QString::fromUtf8(leftText), QString::fromUtf8(rightText));
 }
 
 /// A compiled "like" pattern.

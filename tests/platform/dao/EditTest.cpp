@@ -68,6 +68,25 @@ TEST_F(EditedRows, AddedComeLast)
     EXPECT_TRUE(empty["unite"].IsNull());
 }
 
+TEST_F(EditedRows, AddedOneAfterAnotherMayHaveOtherFields)
+{
+    Recordset rows = Open("Actes");
+    const auto add = [&](std::initializer_list<std::pair<const char*, Value>> cells) {
+        rows.AddNew();
+        for (const auto& [field, value] : cells)
+            rows[field] = value;
+        rows.Update();
+    };
+    add({{"montant", 5.5}, {"Type", "K1"}});
+    add({{"montant", 6.5}, {"Type", "K2"}});
+    add({{"Type", "K3"}, {"montant", 7.5}});
+    add({{"montant", 8.5}, {"flag_R", 4}});
+    add({});
+    Other other(path);
+    EXPECT_EQ(other.Answer("select group_concat(montant || ifnull(Type, '-') || flag_R, ' ') from Actes where num > 6"),
+              "5.5K10 6.5K20 7.5K30 8.5-4 0.0-0");
+}
+
 TEST_F(EditedRows, DeletedThroughTheSetLeaveIt)
 {
     Recordset rows = Open("select * from Actes where date =#03/02/2008#");

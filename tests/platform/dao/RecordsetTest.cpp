@@ -135,6 +135,12 @@ TEST_F(RecordsetRows, AreFoundByKeyAndByOtherConditions)
         EXPECT_EQ(rows["nom"].Text(), "Zidane");
         rows.FindFirst("  NUM=3 ");
         EXPECT_EQ(rows["nom"].Text(), "D'Artagnan");
+        rows.FindFirst("num = 5"); // twice the same criterion but for its number
+        rows.FindFirst("num = 4");
+        EXPECT_EQ(rows["num"].Key(), 4);
+        EXPECT_EQ(ErrorOf([&] { rows.FindFirst("num = +5"); }), Error::SyntaxError);
+        rows.FindFirst("num = 4.5");
+        EXPECT_TRUE(rows.NoMatch());
         rows.FindFirst("nom like 'é*' and tel like '9*'");
         EXPECT_TRUE(rows.NoMatch());
         rows.FindFirst("nom = 'ÉVRARD' and Prenom = 'max'");

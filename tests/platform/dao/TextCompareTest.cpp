@@ -7,21 +7,26 @@
 namespace dao {
 namespace {
 
-/// Whether the text is like the pattern, on a connection of the program.
-bool IsLike(const char* text, const char* pattern)
+/// What SQLite answers to a question with two texts, on a connection of the program.
+bool IsTrue(const char* sql, const char* first, const char* second)
 {
     sqlite3* database = nullptr;
     sqlite3_open(":memory:", &database);
     DefineTextComparison(database);
     sqlite3_stmt* question = nullptr;
-    sqlite3_prepare_v2(database, "select ? like ?", -1, &question, nullptr);
-    sqlite3_bind_text(question, 1, text, -1, SQLITE_STATIC);
-    sqlite3_bind_text(question, 2, pattern, -1, SQLITE_STATIC);
+    sqlite3_prepare_v2(database, sql, -1, &question, nullptr);
+    sqlite3_bind_text(question, 1, first, -1, SQLITE_STATIC);
+    sqlite3_bind_text(question, 2, second, -1, SQLITE_STATIC);
     EXPECT_EQ(sqlite3_step(question), SQLITE_ROW);
     const bool is = sqlite3_column_int(question, 0) != 0;
     sqlite3_finalize(question);
     sqlite3_close(database);
     return is;
+}
+
+bool IsLike(const char* text, const char* pattern)
+{
+    return IsTrue("select ? like ?", text, pattern);
 }
 
 TEST(LikePattern, Matches)
@@ -80,15 +85,20 @@ TEST(LikePattern, Matches)
 
 TEST(TextOrder, SortsAccentsNextToTheirLetter)
 {
-    const QStringList ascending = {"", " ", "a", "ab", "eve", "Ève", "evelyne", "ÉVRARD 1", "zidane", "أحمد", "بشير"};
+    const std::string lower = std::string("select ? < ? collate ") + TextCollation;
+    const QStringList ascending = {"",    " ",       "a",        "AB",     "abc",  "eve",
+                                   "Ève", "evelyne", "ÉVRARD 1", "zidane", "أحمد", "بشير"};
     for (qsizetype i = 0; i < ascending.size(); ++i) {
         for (qsizetype k = 0; k < ascending.size(); ++k) {
             const int order = CompareTexts(ascending[i], ascending[k]);
             EXPECT_EQ(order < 0, i < k) << ascending[i].toStdString() << " / " << ascending[k].toStdString();
             EXPECT_EQ(order == 0, i == k) << ascending[i].toStdString() << " / " << ascending[k].toStdString();
+            EXPECT_EQ(IsTrue(lower.c_str(), qUtf8Printable(ascending[i]), qUtf8Printable(ascending[k])), i < k)
+                << ascending[i].toStdString() << " / " << ascending[k].toStdString();
         }
     }
     EXPECT_EQ(CompareTexts(u"ÉVRARD", u"évrard"), 0);
+    EXPECT_FALSE(IsTrue(lower.c_str(), "Benali", "BENALI") || IsTrue(lower.c_str(), "BENALI", "Benali"));
 }
 
 } // namespace
