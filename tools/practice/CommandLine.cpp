@@ -14,7 +14,8 @@ constexpr std::array Commands{&NewCommand,           &SetCommand,     &DemoComma
 
 QString UsageOf(const Command& command)
 {
-    return QString("  practice %1 %2\n%3").arg(command.name, command.usage, command.help);
+    const QString line = QString("practice %1 %2").arg(command.name, command.usage).trimmed();
+    return "  " + line + "\n" + command.help;
 }
 
 /// The usage of all commands, or of one.
