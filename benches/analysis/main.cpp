@@ -127,7 +127,7 @@ void MeasureScreen(Figures& figures, PlainResult& plain, const QDate& last)
     Result screen;
     screen.Load();
     screen.show();
-    screen.Dates.SSTab2.setCurrentIndex(1);
+    screen.Dates.SSTab2.setCurrentIndex(PeriodChooser::PeriodPage);
     screen.Dates.Text1[PeriodChooser::First].setText(basic::DateText(last.addDays(-days)));
     screen.Dates.Text1[PeriodChooser::Last].setText(basic::DateText(last));
     QApplication::processEvents();

@@ -138,7 +138,7 @@ void MeasureEdit(Figures& figures, const PlainDatabase& plain)
             acts["flag_R"] = round % 2;
             acts["montant"] = 10.5 * (round % 7);
             acts.Update();
-            dao::DBEngine.Idle(1);
+            dao::DBEngine.Idle(dao::RefreshCache);
         },
         {.ratio = 1.5});
 }

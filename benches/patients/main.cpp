@@ -68,7 +68,7 @@ void MeasureNames(Figures& figures, const PlainDatabase& plain)
     screen.Load();
     screen.show();
     QApplication::processEvents();
-    screen.SSTab1.setCurrentIndex(1);
+    screen.SSTab1.setCurrentIndex(New_Rech::NamesPage);
     screen.Text2[New_Rech::LastName].setText("Ma");
     std::size_t found = 0;
     figures.Compare(

@@ -181,7 +181,7 @@ void F_Sppr::DeleteJournalLine()
     if (List1.isEmpty() || !ConfirmsDeletion(Str(CurrentRow + 1)))
         return;
     const bool deleted = DeleteKey(JournalSet, List1[CurrentRow]);
-    dao::DBEngine.Idle(1);
+    dao::DBEngine.Idle(dao::RefreshCache);
     RemoveLine(CurrentRow);
     if (deleted)
         MsgBox("Ligne supprimée avec succès", Icon::Information, "Lumo ZEP");

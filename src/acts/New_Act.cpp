@@ -66,7 +66,7 @@ void New_Act::Form_Load()
 {
     CenterForm(*this);
     setWindowTitle(" ");
-    SSTab1.setCurrentIndex(0);
+    SSTab1.setCurrentIndex(SheetPage);
     LoadLookupLists();
     DayLabel.setText(DateText(host::Today()));
     Text1.setText(DateText(host::Today()));
@@ -151,7 +151,7 @@ void New_Act::Image2_Click()
     PermnTable["Date"] = PickedDate;
     PermnTable["nbre"] = SelectedOption;
     PermnTable.Update();
-    dao::DBEngine.Idle(1);
+    dao::DBEngine.Idle(dao::RefreshCache);
     Unload();
 }
 

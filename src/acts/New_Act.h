@@ -22,6 +22,7 @@ class New_Act : public forms::Form {
 public:
     New_Act();
 
+    enum Page { SheetPage, DisplayPage };
     forms::TabStrip SSTab1{"SSTab1"};
     /// The shown day as dd/mm/yyyy. Set when the day changes, read by ShowDay.
     forms::Label DayLabel{"Label1(3)"};
@@ -35,9 +36,11 @@ public:
     forms::ControlArray<forms::FigureLabel, 3, 1> Label4{"Label4"}; ///< under Grid1
     forms::ControlArray<forms::FigureLabel, 3, 1> LT{"LT"};         ///< under Grid2
 
-    forms::ControlArray<forms::OptionButton, 5> Option1{"Option1"}; ///< index: acts skipped between two visible ones
-    forms::Label OptionLabel{"Label1(13)", "//"};                   ///< caption of the chosen option
-    forms::Picture Image2{"Image2"};                                ///< starts the actualisation
+    /// The share of visible acts; its value is the number of acts skipped between two visible ones.
+    enum Share { AllActs, OneInTwo, OneInThree, OneInFour, OneInFive };
+    forms::ControlArray<forms::OptionButton, 5> Option1{"Option1"};
+    forms::Label OptionLabel{"Label1(13)", "//"}; ///< caption of the chosen option
+    forms::Picture Image2{"Image2"};              ///< starts the actualisation
     forms::Panel SSPanel1{"SSPanel1", "Actes sur fiche patient"};
     enum CardDisplayOption { FullDisplay, LimitedDisplay };
     forms::ControlArray<forms::OptionButton, 2> SSOption2{"SSOption2"};

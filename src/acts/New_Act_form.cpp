@@ -50,7 +50,7 @@ void New_Act::BuildForm()
     const char* shares[] = {"5 sur 5", "1 sur 2", "1 sur 3", "1 sur 4", "1 sur 5"};
     for (int option = 0; option < Option1.Size(); ++option)
         Option1[option].setText(shares[option]);
-    Option1[1].setChecked(true);
+    Option1[OneInTwo].setChecked(true);
     SSOption2[FullDisplay].setText("Affichage intégral");
     SSOption2[LimitedDisplay].setText("Affichage limité");
     SSOption2[FullDisplay].setChecked(true);
@@ -89,7 +89,8 @@ void New_Act::BuildDisplayPage()
             Column{
                 Titled("Paramètres d'affichage",
                        Column{
-                           Row{Option1[0], Option1[1], Option1[2], Option1[3], Option1[4], Item::Stretch()},
+                           Row{Option1[AllActs], Option1[OneInTwo], Option1[OneInThree], Option1[OneInFour],
+                               Option1[OneInFive], Item::Stretch()},
                            Row{NewLabel("Label1(12)", "Visibles"), OptionLabel, Item::Stretch(), Image2},
                        }),
                 SSPanel1,

@@ -66,7 +66,7 @@ void New_Act::SaveActToggles()
         ActesRS.Update();
     }
     wholeDay.Commit();
-    dao::DBEngine.Idle(1);
+    dao::DBEngine.Idle(dao::RefreshCache);
     TogglesPending = false;
 }
 
@@ -79,7 +79,7 @@ void New_Act::SaveCardDisplay()
     PermnTable.Edit();
     PermnTable["RC"] = wanted;
     PermnTable.Update();
-    dao::DBEngine.Idle(1);
+    dao::DBEngine.Idle(dao::RefreshCache);
 }
 
 } // namespace acts

@@ -217,7 +217,7 @@ void New_Rech::ShowCriteria()
     FloatOver(criteria, Grid2);
     if (List1.isEmpty())
         Grid2.clearSelection(); // Qt passes the focus through the grid when a page is turned
-    Text2[SSTab1.currentIndex() == 0 ? CardNumber : LastName].setFocus();
+    Text2[SSTab1.currentIndex() == NumberPage ? CardNumber : LastName].setFocus();
 }
 
 void New_Rech::ShowResults()

@@ -18,7 +18,8 @@ public:
     New_Rech();
 
     forms::Panel SSPanel1{"SSPanel1", "Recherche"}; ///< the result page
-    forms::TabStrip SSTab1{"SSTab1"};               ///< the criteria
+    enum Page { NumberPage, NamesPage };
+    forms::TabStrip SSTab1{"SSTab1"}; ///< the criteria
     enum Criterion { CardNumber, LastName, FirstName };
     forms::ControlArray<forms::TextBox, 3> Text2{"Text2"};
     enum { NoCriterion = 2 }; ///< in both frames; 0 and 1 are the stored values

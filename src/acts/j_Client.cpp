@@ -147,7 +147,7 @@ void j_Client::SavePatientToggles()
         PatientSet.Update();
     }
     wholeList.Commit();
-    dao::DBEngine.Idle(1);
+    dao::DBEngine.Idle(dao::RefreshCache);
     TogglesPending = false;
 }
 

@@ -33,7 +33,7 @@ void AddPermanentData()
     PermnTable["Taux_PP"] = 25.5;
     PermnTable["Taux_VF"] = 6;
     PermnTable.Update();
-    dao::DBEngine.Idle(1);
+    dao::DBEngine.Idle(dao::RefreshCache);
 }
 
 /// Moves to the one row of permanent data, adding it if missing. Reopens the table to see rows that another program has
@@ -135,7 +135,7 @@ void Chrges::SaveCharges()
     for (int charge = Salaries; charge <= DailyTotal; ++charge)
         PermnTable.Collect(FieldOf(charge)) = Val(Text1[charge].text());
     PermnTable.Update();
-    dao::DBEngine.Idle(1);
+    dao::DBEngine.Idle(dao::RefreshCache);
 }
 
 } // namespace analysis

@@ -60,8 +60,8 @@ void Result::ApplyArabicCaptions()
     Dates.DayLabel.setText("الـتاريـخ");
     Dates.FirstLabel.setText("مـن");
     Dates.LastLabel.setText("إلـى");
-    Dates.SSTab2.setTabText(0, "في يـوم");
-    Dates.SSTab2.setTabText(1, "في مـدة");
+    Dates.SSTab2.setTabText(core::PeriodChooser::DayPage, "في يـوم");
+    Dates.SSTab2.setTabText(core::PeriodChooser::PeriodPage, "في مـدة");
 }
 
 } // namespace analysis

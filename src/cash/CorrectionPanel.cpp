@@ -95,7 +95,7 @@ bool CorrectionPanel::SaveAct()
         ReportDeletedAct();
         return false;
     }
-    dao::DBEngine.Idle(1);
+    dao::DBEngine.Idle(dao::RefreshCache);
     return true;
 }
 

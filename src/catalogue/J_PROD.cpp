@@ -184,7 +184,7 @@ void J_PROD::SaveService()
         AddService();
     else if (!ChangeService())
         return ReportGone();
-    dao::DBEngine.Idle(1);
+    dao::DBEngine.Idle(dao::RefreshCache);
     MsgBox("Enregistrement réussi", Icon::Information, "Lumo Orvane");
     Grid1.setEnabled(true);
     OrderDirty = true;
@@ -330,7 +330,7 @@ void J_PROD::WriteServiceOrder()
         ServiceRecords.Update();
     }
     writing.Commit();
-    dao::DBEngine.Idle(1);
+    dao::DBEngine.Idle(dao::RefreshCache);
 }
 
 } // namespace catalogue

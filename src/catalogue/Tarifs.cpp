@@ -111,7 +111,7 @@ void Tarifs::StoreRates()
         tariff.Fields(position) = Rates[static_cast<std::size_t>(position)];
     tariff.Update();
     storing.Commit();
-    dao::DBEngine.Idle(1);
+    dao::DBEngine.Idle(dao::RefreshCache);
 }
 
 } // namespace catalogue

@@ -66,7 +66,7 @@ void Identif::SaveIdentification()
     for (int field = 0; field < Identifiers; ++field)
         PermnTable.Fields(field) = Text1[field].text().trimmed();
     PermnTable.Update();
-    dao::DBEngine.Idle(1);
+    dao::DBEngine.Idle(dao::RefreshCache);
 }
 
 bool Identif::eventFilter(QObject* watched, QEvent* event)

@@ -67,7 +67,7 @@ void PeriodChooser::SetToday()
 void PeriodChooser::ShowOver(QWidget& area)
 {
     FloatOver(*this, area);
-    Text1[SSTab2.currentIndex() == 0 ? Day : First].setFocus();
+    Text1[SSTab2.currentIndex() == DayPage ? Day : First].setFocus();
 }
 
 std::optional<PeriodChooser::Period> PeriodChooser::Read(int acceptPicture)

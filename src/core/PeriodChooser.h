@@ -29,6 +29,7 @@ public:
 
     PeriodChooser();
 
+    enum Page { DayPage, PeriodPage };
     forms::TabStrip SSTab2{"SSTab2"};
     forms::Label DayLabel{"Label4(0)", " Du"};
     forms::Label FirstLabel{"Label4(3)", " Du"};

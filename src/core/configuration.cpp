@@ -65,7 +65,7 @@ void LoadConfiguration()
 void TakeConfiguration(const QByteArray& content)
 {
     const QByteArray header = Record(content, data::ConfigHeaderRecord);
-    LanguageMode = data::ConfigWord(header, data::ConfigLanguageWord) == 1 ? 1 : True;
+    LanguageMode = data::ConfigWord(header, data::ConfigLanguageWord) == Arabic ? Arabic : True;
     AccessValue = data::ConfigWord(header, data::ConfigAccessWord);
 
     for (int field = 1; field <= data::LetterheadFields; ++field) {
@@ -104,7 +104,7 @@ void WriteTextesFromConfig()
     TextesTable["ch3"] = TrimLetterheadField(before + 3);
     TextesTable["ch30"] = "(" + TrimLetterheadField(before + 4) + ")";
     TextesTable.Update();
-    dao::DBEngine.Idle(1);
+    dao::DBEngine.Idle(dao::RefreshCache);
 }
 
 } // namespace core

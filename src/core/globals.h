@@ -34,9 +34,10 @@ extern dao::Recordset PermnTable;
 extern QString QueryText;  ///< the last statement built by a screen
 extern QString ReportName; ///< a template's file name during a print
 
-extern QSize InitialScreen;       ///< the display size in pixels found at start
-extern bool DisplayChanged;       ///< the working area was set to 1024 by 768
-extern basic::Int16 LanguageMode; ///< True for French tooltips, 1 for Arabic ones
+extern QSize InitialScreen; ///< the display size in pixels found at start
+extern bool DisplayChanged; ///< the working area was set to 1024 by 768
+inline constexpr int Arabic = 1;
+extern basic::Int16 LanguageMode; ///< of the tooltips: True for French, or Arabic
 
 extern basic::Int16 DialogResult; ///< result of the last modal screen; also passes an option index to New_Mecano
 extern QString PickedDate;        ///< shared text: the date chosen in the picker, a caption passed between screens

@@ -29,6 +29,7 @@ void CreateTheWorkspace()
     dao::DBEngine.DefaultPassword = WorkspacePassword;
     dao::DBEngine.SystemDB = host::PathIn(DataFolder, data::WorkgroupFile);
     dao::DBEngine.KeyedTables = data::KeyedTables();
+    dao::DBEngine.SummedIndexes = data::SummedIndexes();
 
     TheWorkspace = dao::DBEngine.CreateWorkspace("Special", data::WorkspaceUser, WorkspacePassword);
 }

@@ -25,7 +25,7 @@ void WriteHeadings(const std::vector<PrintStep::Heading>& headings)
     for (const auto& [field, text] : headings)
         TextesTable[field] = text;
     TextesTable.Update();
-    dao::DBEngine.Idle(1);
+    dao::DBEngine.Idle(dao::RefreshCache);
 }
 
 } // namespace
@@ -45,7 +45,7 @@ void RefillScratchTable(const QString& table, const std::function<void(ScratchRo
     ScratchRows rows(TheDatabase.OpenRecordset(table));
     fillRows(rows);
     refill.Commit();
-    dao::DBEngine.Idle(1); // the template reads through its own connection
+    dao::DBEngine.Idle(dao::RefreshCache); // the template reads through its own connection
 }
 
 void RunPrintStep(report::Report& Report1, const PrintStep& step)

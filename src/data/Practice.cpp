@@ -134,6 +134,12 @@ QList<dao::KeyedTable> KeyedTables()
             {"Recettes", {}}};
 }
 
+QList<dao::SummedIndex> SummedIndexes()
+{
+    return {{.table = "Actes", .index = "Actes_Date_Montant", .date = "Date", .amount = "montant"},
+            {.table = "Recettes", .index = "Recettes_Date", .date = "Date", .amount = "montant"}};
+}
+
 QString BuildWorkspacePassword()
 {
     static const QString digits = QStringLiteral("42269110117371963075814952182103");

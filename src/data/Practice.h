@@ -23,6 +23,9 @@ QString Schema();
 /// practice is opened, so that an older one is brought up to date.
 QList<dao::KeyedTable> KeyedTables();
 
+/// The indexes from which balances are read. For the engine, as well.
+QList<dao::SummedIndex> SummedIndexes();
+
 /// The eight characters that open the workgroup. Built when asked for and written nowhere.
 QString BuildWorkspacePassword();
 

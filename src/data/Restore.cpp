@@ -38,6 +38,7 @@ void CopyWhole(const QString& copy, const QString& target)
 void OpenOnce(const QString& file)
 {
     dao::DBEngine.KeyedTables = KeyedTables();
+    dao::DBEngine.SummedIndexes = SummedIndexes();
     dao::RememberSound(file); // the copy was checked just before, and these are its bytes
     dao::OpenForWork(file);
 }

@@ -234,7 +234,7 @@ void F_Dep::WriteExpense(const TypedExpense& typed)
         throw;
     }
     ListRecordset.Update();
-    dao::DBEngine.Idle(1);
+    dao::DBEngine.Idle(dao::RefreshCache);
 }
 
 void F_Dep::ShowSaved(const TypedExpense& typed)
@@ -279,7 +279,7 @@ void F_Dep::DeleteExpense()
         return;
     if (!DeleteKey(ListRecordset, List1[SelectedRow]))
         return DropLine(SelectedRow);
-    dao::DBEngine.Idle(1);
+    dao::DBEngine.Idle(dao::RefreshCache);
     RemoveLine(SelectedRow);
     ShowTotal();
 }

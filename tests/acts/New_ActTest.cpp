@@ -237,7 +237,7 @@ TEST_F(DaySheet, SetsTheCaptionOfASelectedOption)
 {
     practice.Act({});
     auto& sheet = ShowSheet();
-    sheet.SSTab1.setCurrentIndex(1);
+    sheet.SSTab1.setCurrentIndex(New_Act::DisplayPage);
     sheet.OptionLabel.setText("//");
     Click(sheet.Option1[0]); // already selected
     EXPECT_EQ(sheet.OptionLabel.text(), "5 sur 5");
@@ -303,7 +303,7 @@ TEST_F(DaySheet, DiscardsTogglesByTheCloseBoxAndSavesTheCardDisplayOnLeaving)
     EXPECT_TRUE(practice.Ask("select RC from Permn").IsNull());
 
     auto& left = desk.Open<New_Act>();
-    left.SSTab1.setCurrentIndex(1);
+    left.SSTab1.setCurrentIndex(New_Act::DisplayPage);
     left.SSOption2[New_Act::LimitedDisplay].setChecked(true);
     Click(left.Image1[New_Act::LeaveDisplay]);
     EXPECT_EQ(practice.Ask("select RC from Permn").Text(), "OUI");
@@ -347,7 +347,7 @@ TEST_F(DaySheet, KeepsOptionAndDateOfACancelledRunAndDiscardsToggles)
     const dao::Key toggled = practice.Act({});
     auto& sheet = ShowSheet();
     Press(sheet.Grid2, Qt::Key_Return);
-    sheet.SSTab1.setCurrentIndex(1);
+    sheet.SSTab1.setCurrentIndex(New_Act::DisplayPage);
     Press(sheet.Option1[0], Qt::Key_Right);
     Press(sheet.Option1[1], Qt::Key_Right);
     EXPECT_EQ(sheet.OptionLabel.text(), "1 sur 3");
@@ -373,7 +373,7 @@ TEST_F(DaySheet, StoresTheEndOfAFinishedRun)
     const dao::Key kept = practice.Act({.Flag_H = 1});
     const dao::Key skipped = practice.Act({});
     auto& sheet = ShowSheet();
-    sheet.SSTab1.setCurrentIndex(1);
+    sheet.SSTab1.setCurrentIndex(New_Act::DisplayPage);
     sheet.Option1[1].setChecked(true);
 
     desk.WhenModal<New_Mecano>([this](New_Mecano& dialog) {
@@ -395,7 +395,7 @@ TEST_F(DaySheet, KeepsTheFocusInAnInvalidDate)
     practice.Act({});
     auto& sheet = ShowSheet();
     EXPECT_EQ(AccessibilityFaults(sheet), QStringList());
-    sheet.SSTab1.setCurrentIndex(1);
+    sheet.SSTab1.setCurrentIndex(New_Act::DisplayPage);
     EXPECT_EQ(sheet.Text1.text(), "17/06/2008");
 
     Type(sheet.Text1, "31022008");

@@ -55,7 +55,7 @@ protected:
     {
         if (!screen.SSTab1.isVisible())
             Click(screen.Image4[New_Rech::Back]);
-        screen.SSTab1.setCurrentIndex(1);
+        screen.SSTab1.setCurrentIndex(New_Rech::NamesPage);
         screen.Text2[New_Rech::LastName].setText(nom);
         screen.Text2[New_Rech::FirstName].setText(Prenom);
         screen.Image2_Click(New_Rech::FindNames);
@@ -92,7 +92,7 @@ TEST_F(PatientSearch, FindsByTheStartOfTheNameIgnoringCase)
     EXPECT_EQ(screen.windowTitle(), " ");
     EXPECT_TRUE(ShowsCriteria(screen));
     EXPECT_EQ(AccessibilityFaults(screen), QStringList());
-    screen.SSTab1.setCurrentIndex(1);
+    screen.SSTab1.setCurrentIndex(New_Rech::NamesPage);
     EXPECT_TRUE(screen.SSOption1[New_Rech::NoCriterion].isChecked()); // "Ensemble" in both frames
     EXPECT_TRUE(screen.SSOption2[New_Rech::NoCriterion].isChecked());
 
@@ -117,7 +117,7 @@ TEST_F(PatientSearch, FindsByTheStartOfTheNameIgnoringCase)
 TEST_F(PatientSearch, AppliesEachCriterion)
 {
     auto& screen = OpenScreen();
-    screen.SSTab1.setCurrentIndex(1);
+    screen.SSTab1.setCurrentIndex(New_Rech::NamesPage);
     screen.SSOption1[0].click();
     screen.SSOption2[1].click();
     ExpectRefusal("Aucun enregistrement selon ces critères");
@@ -168,7 +168,7 @@ TEST_F(PatientSearch, AcceptsWildcardsAccentsAndOtherLetters)
 TEST_F(PatientSearch, RequiresAName)
 {
     auto& screen = OpenScreen();
-    screen.SSTab1.setCurrentIndex(1);
+    screen.SSTab1.setCurrentIndex(New_Rech::NamesPage);
     screen.SSOption1[0].setChecked(true);
     ExpectRefusal("Critères Omis");
     SearchNames(screen, "  ", " ");
@@ -233,7 +233,7 @@ TEST_F(PatientSearch, IsClosedByItsPictures)
     practice.Open();
     for (const int cancel : {New_Rech::CancelNumber, New_Rech::CancelNames}) {
         auto& screen = desk.Open<New_Rech>();
-        screen.SSTab1.setCurrentIndex(cancel == New_Rech::CancelNumber ? 0 : 1);
+        screen.SSTab1.setCurrentIndex(cancel == New_Rech::CancelNumber ? New_Rech::NumberPage : New_Rech::NamesPage);
         core::DialogResult = 0;
         Click(screen.Image2[cancel]);
         EXPECT_FALSE(screen.isVisible());
@@ -276,7 +276,7 @@ TEST_F(PatientSearch, IsSafeFromHostileTexts)
     for (const QString& text : tests::HostileTexts()) {
         if (!screen.SSTab1.isVisible())
             Click(screen.Image4[New_Rech::Back]);
-        screen.SSTab1.setCurrentIndex(1);
+        screen.SSTab1.setCurrentIndex(New_Rech::NamesPage);
         tests::Enter(screen.Text2[New_Rech::LastName], text);
         const QString typed = screen.Text2[New_Rech::LastName].text().trimmed();
         if (typed.isEmpty()) {

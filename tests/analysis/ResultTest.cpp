@@ -78,7 +78,8 @@ TEST_F(NetResult, OpensOnTheChoiceOfDatesAndCanCloseFromThere)
         EXPECT_EQ(AccessibilityFaults(screen), QStringList());
         Press(screen.Dates.Text1[PeriodChooser::Day], Qt::Key_Escape);
         EXPECT_TRUE(IsChoosing(screen));
-        screen.Dates.SSTab2.setCurrentIndex(leave == PeriodChooser::CancelDay ? 0 : 1);
+        screen.Dates.SSTab2.setCurrentIndex(leave == PeriodChooser::CancelDay ? PeriodChooser::DayPage
+                                                                              : PeriodChooser::PeriodPage);
         Click(screen.Dates.Image2[leave]);
         EXPECT_FALSE(screen.isVisible());
     }
@@ -196,7 +197,7 @@ TEST_F(NetResult, RefusesInvalidOrInvertedDates)
     EXPECT_EQ(first.text(), "");
     EXPECT_TRUE(first.hasFocus());
     Type(first, "30022008");
-    screen.Dates.SSTab2.setCurrentIndex(0);
+    screen.Dates.SSTab2.setCurrentIndex(PeriodChooser::DayPage);
     EXPECT_EQ(first.text(), "");
     EXPECT_TRUE(IsChoosing(screen));
 }

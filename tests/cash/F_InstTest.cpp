@@ -206,7 +206,7 @@ TEST_F(PendingSettlements, KeepsTheListWhenTheChoiceIsCancelled)
     ListDay(screen, "17/06/2008");
     Click(screen.Image1[F_Inst::OtherDate]);
     EXPECT_TRUE(IsChoosing(screen));
-    screen.Dates.SSTab2.setCurrentIndex(1);
+    screen.Dates.SSTab2.setCurrentIndex(PeriodChooser::PeriodPage);
     Click(screen.Dates.Image2[PeriodChooser::CancelPeriod]);
     EXPECT_TRUE(IsBrowsing(screen));
     EXPECT_EQ(screen.Grid3.Text(0, cash::ActColumn::Number), "1");

@@ -294,7 +294,7 @@ TEST_F(CashStatement, SpeaksBothLanguagesAndNamesEveryControl)
 
     screen.Image1[J_CAISSE::Quit].setFocus();
     EXPECT_EQ(screen.Bulle.text(), " Quitter ");
-    core::LanguageMode = 1;
+    core::LanguageMode = core::Arabic;
     screen.Image1[J_CAISSE::OtherDate].setFocus();
     EXPECT_TRUE(screen.Bulle.isVisible());
     EXPECT_EQ(screen.Bulle.text(), "تـغـيير");

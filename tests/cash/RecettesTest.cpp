@@ -380,7 +380,8 @@ TEST_F(ActivityJournal, KeepsTheFiguresWhenTheChoiceIsCancelled)
 
     for (const int cancel : {PeriodChooser::CancelDay, PeriodChooser::CancelPeriod}) {
         ChooseDates(screen);
-        screen.Dates.SSTab2.setCurrentIndex(cancel == PeriodChooser::CancelDay ? 0 : 1);
+        screen.Dates.SSTab2.setCurrentIndex(cancel == PeriodChooser::CancelDay ? PeriodChooser::DayPage
+                                                                               : PeriodChooser::PeriodPage);
         EXPECT_TRUE(IsChoosing(screen));
         Click(screen.Dates.Image2[cancel]);
         EXPECT_TRUE(IsReading(screen));

@@ -423,7 +423,7 @@ TEST_F(Services, ReportADeletedServiceAndTouchNoOther)
 TEST_F(Services, NameTheirPicturesInTheLanguageOfThePractice)
 {
     practice.Open();
-    core::LanguageMode = 1;
+    core::LanguageMode = core::Arabic;
     auto& screen = desk.Open<J_PROD>();
     EXPECT_EQ(screen.Bulle.objectName(), "Bulle(1)");
     screen.Crecettes[J_PROD::Modify].setFocus();

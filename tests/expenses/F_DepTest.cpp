@@ -420,7 +420,8 @@ TEST_F(Expenses, KeepTheListWhenTheChoiceIsRefusedOrCancelled)
     EXPECT_EQ(core::ConfigLines[1], "15/06/2008");
 
     for (const int cancel : {PeriodChooser::CancelDay, PeriodChooser::CancelPeriod}) {
-        screen.Dates.SSTab2.setCurrentIndex(cancel == PeriodChooser::CancelDay ? 0 : 1);
+        screen.Dates.SSTab2.setCurrentIndex(cancel == PeriodChooser::CancelDay ? PeriodChooser::DayPage
+                                                                               : PeriodChooser::PeriodPage);
         Click(screen.Dates.Image2[cancel]);
         EXPECT_TRUE(IsBrowsing(screen));
         EXPECT_TRUE(screen.Grid1.isEnabled());
@@ -458,6 +459,6 @@ TEST_F(Expenses, ShowTheirActionsInTheLanguageOfThePractice)
         return texts;
     };
     EXPECT_EQ(tips(), QStringList({"Nouveau", "Modifier", "Supprimer", "Sélection", "Quitter"}));
-    core::LanguageMode = 1;
+    core::LanguageMode = core::Arabic;
     EXPECT_EQ(tips(), QStringList({"جـديـد", "مـراجـعة", "حـذف", "Sélection", "مـغادرة"}));
 }

@@ -75,8 +75,7 @@ protected:
         ScriptedDesk desk;
         desk.ExpectMessage("Erreur N° 3027\nLa base de données ou son dossier « " + practice.Folder() +
                                " » est en lecture seule : rien ne pourrait y être enregistré. Donnez-vous le droit d'y "
-                               "écrire, ou copiez le dossier sur un disque où vous l'avez, puis ouvrez le cabinet de "
-                               "nouveau.",
+                               "écrire, ou copiez le dossier sur un disque où vous l'avez, puis recommencez.",
                            Icon::Exclamation, "ZEP Lumo");
         tests::StartProgram(desk, practice.Folder());
         EXPECT_EQ(desk.EndCode(), 0);

@@ -10,7 +10,7 @@ inline bool IsLongForm()
     return qgetenv("ZEP_FAULTS") == "long";
 }
 
-/// The number of rounds: ten times as many in the long form.
+/// The number of rounds of a test that repeats itself: ten times as many in the long form.
 inline int Rounds(int inShortForm)
 {
     return IsLongForm() ? inShortForm * 10 : inShortForm;

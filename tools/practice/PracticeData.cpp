@@ -15,6 +15,7 @@ PracticeData::PracticeData(const QString& folder)
                                              QString("Le dossier « %1 » n'existe pas.").arg(folder));
     dao::DBEngine.SystemDB = host::PathIn(folder, data::WorkgroupFile);
     dao::DBEngine.KeyedTables = data::KeyedTables();
+    dao::DBEngine.SummedIndexes = data::SummedIndexes();
     workspace = dao::DBEngine.CreateWorkspace("Special", data::WorkspaceUser, data::BuildWorkspacePassword());
     database = workspace.OpenDatabase(host::PathIn(folder, data::DatabaseFile));
 }
@@ -22,7 +23,7 @@ PracticeData::PracticeData(const QString& folder)
 PracticeData::~PracticeData()
 {
     try {
-        dao::DBEngine.Idle(1);
+        dao::DBEngine.Idle(dao::RefreshCache);
         workspace.Close();
     } catch (const basic::RuntimeError&) {
         // All rows are committed; the checkpoint can wait until the next opening.

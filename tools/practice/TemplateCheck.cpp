@@ -17,7 +17,7 @@ namespace {
 /// All texts of a template that may have placeholders of textes.
 QStringList TextsWithPlaces(const pages::Template& design)
 {
-    QStringList texts{design.totalLabel, design.footer.left, design.footer.centre, design.footer.right};
+    QStringList texts{design.footer.left, design.footer.centre, design.footer.right};
     for (const pages::HeadingLine& line : design.heading)
         texts << line.text << line.right;
     for (const pages::Column& column : design.columns)

@@ -50,7 +50,7 @@ void ChoosePeriod(TourDesk& desk, F_Dep& screen)
 {
     screen.Crecettes[F_Dep::Select].click();
     desk.TakePicture(screen, "F_Dep-dates");
-    screen.Dates.SSTab2.setCurrentIndex(1);
+    screen.Dates.SSTab2.setCurrentIndex(core::PeriodChooser::PeriodPage);
     screen.Dates.Text1[core::PeriodChooser::First].setText(
         "01/01/" + screen.Dates.Text1[core::PeriodChooser::Last].text().right(4));
     desk.TakePicture(screen, "F_Dep-dates-periode");

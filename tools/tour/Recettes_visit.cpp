@@ -18,7 +18,7 @@ namespace {
 void ReadTheMonth(TourDesk& desk, Recettes& journal)
 {
     desk.TakePicture(journal, "Recettes-jour");
-    journal.Dates.SSTab2.setCurrentIndex(1);
+    journal.Dates.SSTab2.setCurrentIndex(PeriodChooser::PeriodPage);
     QTest::keyClicks(&journal.Dates.Text1[PeriodChooser::First],
                      "01" + journal.Dates.Text1[PeriodChooser::Last].text().mid(2).remove('/'));
     desk.TakePicture(journal, "Recettes-periode");

@@ -22,8 +22,6 @@ namespace tour {
 
 namespace {
 
-constexpr int Arabic = 1;
-
 void LookAtMonths(TourDesk& desk, core::Form1& main)
 {
     desk.Visit([&desk](forms::Form& form) {
@@ -79,7 +77,7 @@ void ShowMonth(TourDesk& desk, core::Form1& main, const QString& name, const QSt
     desk.Visit([&desk, name, pdf](forms::Form& form) {
         auto& result = dynamic_cast<Result&>(form);
         desk.TakePicture(result, name + "-dates");
-        result.Dates.SSTab2.setCurrentIndex(1);
+        result.Dates.SSTab2.setCurrentIndex(PeriodChooser::PeriodPage);
         const QDate today = host::Today();
         const QDate first(today.year(), today.month(), 1);
         result.Dates.Text1[PeriodChooser::First].setText(basic::DateText(first));
@@ -90,7 +88,7 @@ void ShowMonth(TourDesk& desk, core::Form1& main, const QString& name, const QSt
         desk.TakePicture(result, name + "-bulle");
         PrintResult(desk, result, pdf);
         result.Image1[Result::OtherDate].click();
-        result.Dates.SSTab2.setCurrentIndex(0);
+        result.Dates.SSTab2.setCurrentIndex(PeriodChooser::DayPage);
         QTest::keyClick(&result.Dates.Text1[PeriodChooser::Day], Qt::Key_Return);
         desk.TakePicture(result, name + "-jour");
         result.Image1[Result::Quit].click();
@@ -119,7 +117,7 @@ void VisitAnalysis(TourDesk& desk, core::Form1& main, const QString& pictures)
     ShowMonth(desk, main, "Result", pictures + "/Resultat.pdf");
     EnterCharges(desk, main, "9000000"); // from here on there is a loss
     ShowLoss(desk, main);
-    const QScopedValueRollback<basic::Int16> language(core::LanguageMode, Arabic);
+    const QScopedValueRollback<basic::Int16> language(core::LanguageMode, core::Arabic);
     ShowMonth(desk, main, "Result-arabe", pictures + "/Resultat-arabe.pdf");
 }
 

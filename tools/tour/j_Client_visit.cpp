@@ -15,7 +15,7 @@ namespace {
 void Search(TourDesk& desk, New_Rech& search)
 {
     desk.TakePicture(search, "New_Rech-numero");
-    search.SSTab1.setCurrentIndex(1);
+    search.SSTab1.setCurrentIndex(New_Rech::NamesPage);
     QTest::keyClicks(&search.Text2[New_Rech::LastName], "b");
     desk.TakePicture(search, "New_Rech-nom");
     QTest::keyClick(&search.Text2[New_Rech::LastName], Qt::Key_Return);

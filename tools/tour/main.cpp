@@ -23,6 +23,7 @@
 #include "core/globals.h"
 #include "core/opening.h"
 #include "data/Archives.h"
+#include "data/PaymentCode.h"
 #include "data/Practice.h"
 #include "menu.h"
 #include "platform/basic/Dates.h"
@@ -38,12 +39,14 @@
 #include <QTest>
 #include <QTextStream>
 
+using acts::New_Act;
+using acts::New_Mecano;
+using cash::CorrectionPanel;
+using cash::F_Inst;
+using cash::J_CAISSE;
 using tour::TourDesk;
 
 namespace {
-
-constexpr int PendingTab = 2;
-constexpr int PaidCode = 2;
 
 /// Copies a data folder without its archive, so that the tour doesn't change the practice.
 void CopyPractice(const QString& from, const QString& to)
@@ -129,7 +132,8 @@ private:
     /// "Today" is the last day with an act to settle.
     static void ChooseToday()
     {
-        dao::Recordset pending = core::TheDatabase.OpenRecordset("Select * from Actes where Flag_R < 2 order by date");
+        dao::Recordset pending = core::TheDatabase.OpenRecordset(
+            QStringLiteral("Select * from Actes where Flag_R < %1 order by date").arg(data::PaymentCode::P));
         TourDesk::Require(pending.RecordCount() > 0, "aucun acte en instance dans ce cabinet");
         pending.MoveLast();
         host::FixToday(basic::DateValue(pending["date"].Text()));
@@ -156,41 +160,41 @@ private:
         desk.Visit([this](forms::Form& form) {
             auto& picker = dynamic_cast<core::Q_Date_2&>(form);
             desk.TakePicture(picker, "Q_Date_2");
-            picker.Image2[0].click();
+            picker.Image2[core::Q_Date_2::AcceptDay].click();
         });
-        desk.Visit([this](forms::Form& form) { SettleAnAct(dynamic_cast<cash::J_CAISSE&>(form)); });
+        desk.Visit([this](forms::Form& form) { SettleAnAct(dynamic_cast<J_CAISSE&>(form)); });
         main.Entry("mnu_Caisse")->trigger();
     }
 
-    void SettleAnAct(cash::J_CAISSE& cashDay)
+    void SettleAnAct(J_CAISSE& cashDay)
     {
         const char* const tabs[] = {"Recap", "Actes-Regles", "Instances", "Depenses"};
         for (int tab = 0; tab < cashDay.SSTab1.count(); ++tab) {
             cashDay.SSTab1.setCurrentIndex(tab);
             desk.TakePicture(cashDay, QStringLiteral("J_CAISSE-") + tabs[tab]);
         }
-        const QString balanceBefore = cashDay.RCP[4].text();
+        const QString balanceBefore = cashDay.RCP[J_CAISSE::NewBalance].text();
         const int settledBefore = cashDay.Grid2.Rows();
 
-        cashDay.SSTab1.setCurrentIndex(PendingTab);
-        cashDay.Image2[4].click();
+        cashDay.SSTab1.setCurrentIndex(J_CAISSE::PendingTab);
+        cashDay.Image2[J_CAISSE::Correct].click();
         TourDesk::Require(cashDay.SSPanel2.isVisible(), "aucun acte en instance ce jour");
-        cashDay.SSPanel2.Code.SetListIndex(PaidCode);
+        cashDay.SSPanel2.Code.SetListIndex(data::PaymentCode::P);
         cashDay.SSPanel2.Amount.setFocus();
         QTest::keyClicks(&cashDay.SSPanel2.Amount, "1500");
         desk.TakePicture(cashDay, "J_CAISSE-Correction");
         desk.Answer("Correction enregistrée", "OK");
-        cashDay.SSPanel2.Image3[0].click();
+        cashDay.SSPanel2.Image3[CorrectionPanel::Accept].click();
 
         TourDesk::Require(cashDay.Grid2.Rows() == settledBefore + 1, "l'acte réglé n'a pas changé de liste");
-        TourDesk::Require(cashDay.RCP[4].text() != balanceBefore, "le nouveau solde n'a pas bougé");
-        cashDay.SSTab1.setCurrentIndex(0);
+        TourDesk::Require(cashDay.RCP[J_CAISSE::NewBalance].text() != balanceBefore, "le nouveau solde n'a pas bougé");
+        cashDay.SSTab1.setCurrentIndex(J_CAISSE::RecapTab);
         desk.TakePicture(cashDay, "J_CAISSE-apres");
         PrintTheRecap(cashDay);
-        cashDay.Image1[2].click();
+        cashDay.Image1[J_CAISSE::Quit].click();
     }
 
-    void PrintTheRecap(cash::J_CAISSE& cashDay)
+    void PrintTheRecap(J_CAISSE& cashDay)
     {
         const QString pdf = pictures + "/Recap.pdf";
         desk.Visit([this, pdf](forms::Form& form) {
@@ -199,25 +203,25 @@ private:
             TourDesk::Require(preview.SavePdf(pdf), "PDF non enregistré");
             QTest::keyClick(&preview, Qt::Key_Escape);
         });
-        cashDay.Image2[3].click();
+        cashDay.Image2[J_CAISSE::PrintRecap].click();
         QTextStream(stdout) << "Récapitulatif : " << pdf << Qt::endl;
     }
 
     void SettleOfAPeriod()
     {
         desk.Visit([this](forms::Form& form) {
-            auto& pending = dynamic_cast<cash::F_Inst&>(form);
+            auto& pending = dynamic_cast<F_Inst&>(form);
             desk.TakePicture(pending, "F_Inst-dates");
-            QTest::keyClick(&pending.Dates.Text1[0], Qt::Key_Return);
+            QTest::keyClick(&pending.Dates.Text1[core::PeriodChooser::Day], Qt::Key_Return);
             desk.TakePicture(pending, "F_Inst");
-            pending.Image1[1].click();
-            pending.SSPanel2.Code.SetListIndex(PaidCode);
+            pending.Image1[F_Inst::Correct].click();
+            pending.SSPanel2.Code.SetListIndex(data::PaymentCode::P);
             pending.SSPanel2.Amount.setText("900");
             desk.TakePicture(pending, "F_Inst-Correction");
             desk.Answer("Correction enregistrée", "OK");
-            pending.SSPanel2.Image3[0].click();
+            pending.SSPanel2.Image3[CorrectionPanel::Accept].click();
             desk.TakePicture(pending, "F_Inst-apres");
-            pending.Image1[3].click();
+            pending.Image1[F_Inst::Quit].click();
         });
         main.Entry("mnu_Inst")->trigger();
     }
@@ -226,23 +230,23 @@ private:
     void ThinTheActs()
     {
         desk.Visit([this](forms::Form& form) {
-            auto& sheet = dynamic_cast<acts::New_Act&>(form);
+            auto& sheet = dynamic_cast<New_Act&>(form);
             desk.TakePicture(sheet, "New_Act");
-            sheet.Option1[2].click();
+            sheet.Option1[New_Act::OneInThree].click();
             sheet.Image2.click();
         });
         desk.Visit([this](forms::Form& form) {
-            auto& period = dynamic_cast<acts::New_Mecano&>(form);
+            auto& period = dynamic_cast<New_Mecano&>(form);
             desk.TakePicture(period, "New_Mecano");
             period.SSCommand1.click();
             desk.TakePicture(period, "New_Mecano-dates");
-            period.Image1[2].click();
+            period.Image1[New_Mecano::CloseReminder].click();
             period.SSCommand2.click();
             desk.TakePicture(period, "New_Mecano-duree");
-            period.Image1[3].click();
+            period.Image1[New_Mecano::CloseEstimate].click();
             desk.Answer("Actualisation terminée ! ! !", "OK");
             desk.Answer("Modifications enregistrées avec succès", "OK");
-            period.Image1[0].click();
+            period.Image1[New_Mecano::Run].click();
         });
         main.Entry("NActes")->trigger();
     }

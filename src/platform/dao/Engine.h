@@ -36,6 +36,17 @@ struct KeyedTable {
     QList<Column> references;
 };
 
+/// An index with a day and an amount, from which sums are read.
+struct SummedIndex {
+    QString table;
+    QString index;
+    QString date;
+    QString amount;
+};
+
+/// The option of Engine::Idle.
+inline constexpr int RefreshCache = 1;
+
 /// The database engine: how workspaces are made, and the flush that every update ends with.
 class Engine {
 public:
@@ -46,14 +57,15 @@ public:
     /// Tables that must never give a key twice. At the opening of a database of an older version they are changed so:
     /// the next key is above every key that the table or a reference to it holds.
     QList<KeyedTable> KeyedTables;
+    /// Checked at the opening of a large database, whose other indexes aren't.
+    QList<SummedIndex> SummedIndexes;
 
     /// Opens a session for `user`. Raises 3028 when the workgroup file is missing or can't be read, 3029 when user or
     /// password are not those it holds.
     Workspace CreateWorkspace(const QString& name, const QString& user, const QString& password) const;
 
-    /// With option 1: lets go of the file where a set still holds it as it was, so that the next statement sees every
-    /// change, and once the log has grown past a megabyte moves it into the file where no reader is in the way. Changes
-    /// are durable and visible to other connections from Update or Execute on, also without it.
+    /// With RefreshCache: releases snapshots, so that the next statement sees all changes, and checkpoints a log of
+    /// more than a megabyte if no reader prevents it. Not needed for durability.
     void Idle(int option) const;
 };
 

@@ -15,9 +15,8 @@
 namespace dao {
 namespace {
 
-/// Balances are sums over the index of days and amounts: 25 MB of it for a million acts. A cache that holds it whole
-/// spares the next balance all its reading, whatever was read in between.
-constexpr auto CacheOfBalances = "pragma cache_size=-49152"; // in KiB
+/// The index that is summed most often takes 25 MB per million rows; the cache holds all of it.
+constexpr auto CacheOfSums = "pragma cache_size=-49152"; // in KiB
 
 [[noreturn]] void RaiseProtected(const QString& path)
 {
@@ -25,7 +24,7 @@ constexpr auto CacheOfBalances = "pragma cache_size=-49152"; // in KiB
         Error::ReadOnly,
         QStringLiteral("La base de données ou son dossier « %1 » est en lecture seule : rien ne pourrait y être "
                        "enregistré. Donnez-vous le droit d'y écrire, ou copiez le dossier sur un disque où vous "
-                       "l'avez, puis ouvrez le cabinet de nouveau.")
+                       "l'avez, puis recommencez.")
             .arg(QFileInfo(path).absolutePath()));
 }
 
@@ -33,7 +32,7 @@ constexpr auto CacheOfBalances = "pragma cache_size=-49152"; // in KiB
 Thoroughness ThoroughnessFor(const QString& path)
 {
     constexpr qint64 largest = qint64{12} << 20; // bytes: about 0.3 s
-    return QFileInfo(path).size() <= largest ? Thoroughness::Indexes : Thoroughness::Balances;
+    return QFileInfo(path).size() <= largest ? Thoroughness::Indexes : Thoroughness::Sums;
 }
 
 /// Checks all pages of a file that nobody has open, without making anything beside it. False when another program came
@@ -50,26 +49,25 @@ bool IsSoundAlone(sqlite3* immutable, const FileHeader& header, const QString& p
     return false;
 }
 
-/// An index from which a balance is read and whose rows aren't those of its table: their number or their sum by day
-/// differ. Empty when there is none.
+/// Number of rows, sum of the amounts, and sum of the amounts times their dates: an amount under a wrong day shows.
+/// Whole hundredths don't depend on the order.
+std::array<qint64, 3> SumsOf(sqlite3* database, const SummedIndex& summed, const QString& source)
+{
+    const QString cents = QString("cast(round(%1 * 100) as integer)").arg(summed.amount);
+    const QString day = QString("cast(replace(%1, '-', '') as integer)").arg(summed.date);
+    Statement sums(database, QString("select count(*), sum(%1), sum(%1 * %2) from %3 %4")
+                                 .arg(cents, day, summed.table, source)
+                                 .toStdString());
+    sums.Step();
+    return {sums.WholeAt(0), sums.WholeAt(1), sums.WholeAt(2)};
+}
+
+/// A summed index that disagrees with its table. Empty when there is none.
 QString DisagreeingIndex(sqlite3* database)
 {
-    // A date counts by its digits: an amount under another day shows. Whole hundredths don't depend on the order.
-    constexpr const char* sums =
-        "select count(*), sum(cast(round(montant * 100) as integer)), "
-        "sum(cast(round(montant * 100) as integer) * cast(replace(Date, '-', '') as integer)) from ";
-    constexpr std::pair<const char*, const char*> indexes[] = {{"Actes", "Actes_Date_Montant"},
-                                                               {"Recettes", "Recettes_Date"}};
-    const auto answer = [&](const QString& source) {
-        Statement statement(database, (sums + source).toStdString());
-        statement.Step();
-        return std::array{statement.WholeAt(0), statement.WholeAt(1), statement.WholeAt(2)};
-    };
-    for (const auto& [table, index] : indexes) {
-        const QString name = QString::fromLatin1(table);
-        if (answer(name + " not indexed") != answer(name + " indexed by " + index))
-            return QString("index %1").arg(index);
-    }
+    for (const SummedIndex& summed : DBEngine.SummedIndexes)
+        if (SumsOf(database, summed, "not indexed") != SumsOf(database, summed, "indexed by " + summed.index))
+            return "index " + summed.index;
     return {};
 }
 
@@ -127,7 +125,7 @@ Found PrepareForWork(sqlite3* database, bool isChecked, Thoroughness thoroughnes
     if (TextAnswer(database, "pragma journal_mode=wal") != "wal")
         throw RuntimeError(Error::ReadOnly);
     RunOnce(database, "pragma synchronous=full");
-    RunOnce(database, CacheOfBalances);
+    RunOnce(database, CacheOfSums);
     DefineTextComparison(database);
     BringUpToDate(database, DBEngine.KeyedTables);
     Stamp(database);
@@ -168,7 +166,7 @@ QString FirstDamage(sqlite3* database, Thoroughness thoroughness)
             database, thoroughness == Thoroughness::Indexes ? "pragma integrity_check(1)" : "pragma quick_check(1)");
         if (answer != "ok")
             return QString::fromStdString(answer);
-        return thoroughness == Thoroughness::Balances ? DisagreeingIndex(database) : QString();
+        return thoroughness == Thoroughness::Sums ? DisagreeingIndex(database) : QString();
     } catch (const RuntimeError& error) {
         if (error.Code() == Error::DamagedDatabase || error.Code() == Error::UnrecognizedFormat)
             return error.Description();

@@ -29,9 +29,9 @@ void MoveLogIntoFile(const QString& path);
 SqliteHandle OpenForReading(const QString& path);
 
 enum class Thoroughness : quint8 {
-    Pages,    ///< every page and row
-    Balances, ///< also that the indexes from which balances are read agree with their tables
-    Indexes   ///< also that each index agrees with its table: several times as long
+    Pages,  ///< every page and row
+    Sums,   ///< also that the engine's SummedIndexes agree with their tables
+    Indexes ///< also that each index agrees with its table: several times as long
 };
 
 /// The first damage that a check finds; empty for a sound file.

@@ -114,7 +114,7 @@ TEST_F(RecordsetRows, DeletedBehindTheSetRaiseOnReadingOnly)
         rows.FindFirst("num = 7");
         ASSERT_FALSE(rows.NoMatch()) << statement;
         ASSERT_EQ(other.Run("delete from Actes where num in (7, 8)"), SQLITE_OK);
-        DBEngine.Idle(1); // notices what others have written
+        DBEngine.Idle(RefreshCache); // notices what others have written
         EXPECT_EQ(ErrorOf([&] { rows["num"].Key(); }), Error::RecordDeleted) << statement;
         rows.MoveNext();
         EXPECT_EQ(ErrorOf([&] { rows["num"].Key(); }), Error::RecordDeleted) << statement;

@@ -119,7 +119,7 @@ TEST_F(SharedFile, IsASnapshotWithinAReadTransaction)
         EXPECT_EQ(Keys("Actes"), "1 2 4 5 6");
         ASSERT_EQ(other.Run("update Actes set montant = 100"), SQLITE_OK);
         EXPECT_EQ(Open("Actes")["montant"].Double(), 99);
-        DBEngine.Idle(1);
+        DBEngine.Idle(RefreshCache);
         EXPECT_EQ(Open("Actes")["montant"].Double(), 100);
         Transaction bundle(database);
         database.Execute("update Actes set montant = 101");
@@ -127,7 +127,7 @@ TEST_F(SharedFile, IsASnapshotWithinAReadTransaction)
     }
     EXPECT_EQ(Open("Actes")["montant"].Double(), 100);
     EXPECT_EQ(other.Answer("select flag_R from Actes where num = 2"), "5");
-    DBEngine.Idle(1);
+    DBEngine.Idle(RefreshCache);
     EXPECT_EQ(other.Answer("pragma wal_checkpoint(truncate)"), "0") << "nothing holds the file any more";
 
     const ReadTransaction outlives(database);
@@ -170,7 +170,7 @@ TEST_F(SharedFile, SharesChangesBetweenHandles)
     edited.Edit();
     edited["montant"] = 3;
     edited.Update();
-    DBEngine.Idle(1);
+    DBEngine.Idle(RefreshCache);
     rows.FindFirst("num = 1");
     EXPECT_EQ(rows["montant"].Double(), 3);
     database.Close();
@@ -181,7 +181,7 @@ TEST_F(SharedFile, HasNoReaderOnceASetWasRead)
 {
     Recordset walked = Open("select * from Actes where num > 0");
     Recordset looked = Open("Patients");
-    DBEngine.Idle(1);
+    DBEngine.Idle(RefreshCache);
     // A remaining reader would keep the log from being emptied.
     EXPECT_TRUE(OtherCanWrite());
     EXPECT_EQ(other.Answer("pragma wal_checkpoint(truncate)"), "0");
