@@ -32,7 +32,7 @@ Int16 CountIn(const Grid& grid, int row, int column)
 
 constexpr int UnitTwips = 1780;
 constexpr int CountTwips = 840;
-constexpr int StandingTwips = 580;
+constexpr int StatusTwips = 580;
 
 } // namespace
 
@@ -46,9 +46,9 @@ New_Act::New_Act()
                       {"Date", 1180, Qt::AlignCenter},
                       {"Heure", 590, Qt::AlignCenter},
                       {"Type", 570, Qt::AlignCenter},
-                      {"Règl", StandingTwips, Qt::AlignCenter, PayCodeTips()},
-                      {"Réc.", StandingTwips, Qt::AlignCenter},
-                      {"Arch.", StandingTwips, Qt::AlignCenter}})
+                      {"Règl", StatusTwips, Qt::AlignCenter, PayCodeTips()},
+                      {"Réc.", StatusTwips, Qt::AlignCenter},
+                      {"Arch.", StatusTwips, Qt::AlignCenter}})
 {
     BuildForm();
     On(Grid1, &Grid::Click, *this, &New_Act::Grid1_Click);

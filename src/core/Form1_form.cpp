@@ -43,8 +43,8 @@ void Form1::BuildMenu()
     Entry("mnu_Inst")->setShortcut(KeysOf(Command::OpenPending));
     menu.setFocusPolicy(Qt::StrongFocus);
     menu.setAccessibleName("Menu");
-    auto* reachMenu = new QShortcut(QKeySequence(Qt::Key_F10), this);
-    connect(reachMenu, &QShortcut::activated, this, [this] {
+    auto* menuShortcut = new QShortcut(QKeySequence(Qt::Key_F10), this);
+    connect(menuShortcut, &QShortcut::activated, this, [this] {
         menu.setFocus();
         menu.setActiveAction(menu.actions().first());
     });

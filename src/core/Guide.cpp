@@ -35,7 +35,7 @@ QString TextOf(const QString& page)
 }
 
 /// Whether the rendered page contains the text.
-bool PageHolds(const QString& page, const QString& text)
+bool PageContains(const QString& page, const QString& text)
 {
     QTextDocument read;
     read.setMarkdown(TextOf(page));
@@ -138,7 +138,7 @@ void Guide::FindNext()
     const auto shown = pages.indexOf(Page.source().fileName());
     for (qsizetype step = 1; step <= pages.size(); ++step) {
         const QString& page = pages[(shown + step) % pages.size()];
-        if (!PageHolds(page, text))
+        if (!PageContains(page, text))
             continue;
         Page.setSource(Address(page));
         Page.moveCursor(QTextCursor::Start);

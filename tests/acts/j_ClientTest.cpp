@@ -44,7 +44,8 @@ protected:
 
     static QStringList Counts(j_Client& screen)
     {
-        return {screen.LT[1].text(), screen.LT[2].text(), screen.LT[3].text()};
+        return {screen.LT[j_Client::Recent].text(), screen.LT[j_Client::Archived].text(),
+                screen.LT[j_Client::Listed].text()};
     }
 
     QStringList Statuses() { return tests::RowsOf(practice, "select nom, Flag_H from Patients order by num"); }

@@ -19,6 +19,12 @@ namespace PaymentCode = data::PaymentCode;
 
 namespace {
 
+/// The column of a payment state in the table of codes.
+int CountOf(int state)
+{
+    return Recettes::FirstCount + state;
+}
+
 constexpr int MostRows = 16352;
 
 class ActivityJournal : public testing::Test {
@@ -106,8 +112,8 @@ TEST_F(ActivityJournal, OpensOnTheChoiceOfDatesWithNothingShown)
     EXPECT_EQ(screen.Grid2.Rows(), 1);
     ASSERT_EQ(screen.Grid3.Rows(), 32);
     EXPECT_EQ(RowOf(screen.Grid3, 0), QStringList({"C", "", "", "", "", "", "", ""}));
-    EXPECT_EQ(screen.Grid3.Text(1, 0), "K0");
-    EXPECT_EQ(screen.Grid3.Text(31, 0), "K30");
+    EXPECT_EQ(screen.Grid3.Text(1, Recettes::Code), "K0");
+    EXPECT_EQ(screen.Grid3.Text(31, Recettes::Code), "K30");
     EXPECT_EQ(AccessibilityFaults(screen), QStringList());
 }
 
@@ -199,8 +205,8 @@ TEST_F(ActivityJournal, CarriesTheLastCodeOverServicesAndFills)
     EXPECT_EQ(screen.Grid2.Text(1, Recettes::Value), " 500 ");
     ShowDay(screen, "17/06/2008");
     EXPECT_EQ(screen.Grid2.Text(0, Recettes::Value), " 500 ");
-    EXPECT_EQ(screen.Grid3.Text(13, 3), "1");
-    EXPECT_EQ(screen.Grid3.Text(0, 3), "");
+    EXPECT_EQ(screen.Grid3.Text(13, CountOf(PaymentCode::P)), "1");
+    EXPECT_EQ(screen.Grid3.Text(0, CountOf(PaymentCode::P)), "");
 }
 
 TEST_F(ActivityJournal, EndsTheProgramOnUnknownValues)
@@ -300,7 +306,8 @@ TEST_F(ActivityJournal, KeepsTheLastCellOfTheFirstRowFromThePreviousFill)
     EXPECT_EQ(screen.Grid2.Text(0, Recettes::Value), " 7 ");
     EXPECT_EQ(screen.Grid2.Text(1, Recettes::Value), "");
     EXPECT_EQ(Totals(screen), QStringList({"2", "  11 ", "", " 11 ", ""}));
-    EXPECT_EQ(screen.Grid3.Text(0, 4), ""); // the codes are counted from zero
+    EXPECT_EQ(screen.Grid3.Text(0, CountOf(PaymentCode::RPlus)),
+              ""); // the codes are counted from zero
     EXPECT_EQ(screen.Grid1.Row(), 0);
 
     ShowPeriod(screen, "01/01/2008", "02/01/2008");

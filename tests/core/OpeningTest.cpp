@@ -4,6 +4,8 @@
 #include "core/Q_Date_2.h"
 #include "core/configuration.h"
 #include "core/globals.h"
+#include "data/Practice.h"
+#include "platform/dao/Engine.h"
 #include "platform/host/Files.h"
 #include "platform/host/Host.h"
 #include "support/Accessibility.h"
@@ -56,12 +58,16 @@ TEST_F(Opening, ShowsLetterheadAndMenusAfterTheRightCode)
     EXPECT_FALSE(main.Entry("NActes")->isVisible());
     EXPECT_FALSE(main.Label1[0].isVisible());
     EXPECT_TRUE(core::DisplayChanged);
+    dao::DBEngine.KeyedTables.clear();
+    dao::DBEngine.SummedIndexes.clear();
 
     TypeCode(main, " 6 "); // stored value 3, doubled; surrounding blanks are ignored
 
     EXPECT_FALSE(main.Entry("mnu_aprpos")->isVisible());
     EXPECT_TRUE(main.Entry("mnu_13")->isVisible());
-    EXPECT_FALSE(main.Entry("mnu_tarif")->isEnabled()); // has no screen here
+    EXPECT_FALSE(main.Entry("mnu_tarif")->isEnabled());                      // has no screen here
+    EXPECT_EQ(dao::DBEngine.KeyedTables.size(), data::KeyedTables().size()); // what the opening checks and upgrades
+    EXPECT_EQ(dao::DBEngine.SummedIndexes.size(), data::SummedIndexes().size());
     EXPECT_EQ(main.Label1[0].text(), "Cabinet d'Été");
     EXPECT_TRUE(main.Label1[2].isVisible());
     EXPECT_TRUE(main.Label4[0].isVisible());

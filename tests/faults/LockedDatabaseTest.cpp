@@ -78,7 +78,7 @@ protected:
     static void Settle(J_CAISSE& till)
     {
         Press(till.Grid3, Qt::Key_Return);
-        till.SSPanel2.Code.SetListIndex(2);
+        till.SSPanel2.Code.SetListIndex(data::PaymentCode::P);
         till.SSPanel2.Amount.setText("500");
         Click(till.SSPanel2.Image3[cash::CorrectionPanel::Accept]);
     }

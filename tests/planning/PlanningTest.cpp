@@ -264,7 +264,7 @@ TEST_F(Board, LaysOutEveryMonthWithItsDays)
         ASSERT_EQ(board.Grid3.Rows(), each.days) << each.heading;
         EXPECT_EQ(board.Grid3.Text(each.days - 1, 0), each.lastDay);
     }
-    EXPECT_EQ(board.Grid3.Text(0, 0), " Lundi  1");
+    EXPECT_EQ(board.Grid3.Text(0, Planning::Dates), " Lundi  1");
 
     // Every fourth year has a 29 February; if the calendar has none, it gets the weekday after the 28th.
     const struct {

@@ -31,7 +31,7 @@ QString LastDayOfPlanning(const QString& database)
     return day.RowCount() == 1 && !day.Cell(0, 0).IsNull() ? day.Cell(0, 0).Text() : QString();
 }
 
-int TellFaults(const QString& file, const QList<pages::Fault>& faults, QTextStream& errors)
+int PrintFaults(const QString& file, const QList<pages::Fault>& faults, QTextStream& errors)
 {
     for (const pages::Fault& fault : faults)
         errors << pages::FaultText(file, fault) << "\n";
@@ -42,13 +42,13 @@ int WriteReport(const QString& database, const QString& file, const QString& pdf
 {
     const pages::ParsedTemplate parsed = pages::ReadTemplateFile(file, data::ReportTextNames);
     if (!parsed.faults.isEmpty())
-        return TellFaults(file, parsed.faults, streams.errors);
+        return PrintFaults(file, parsed.faults, streams.errors);
     const bool selects = parsed.design.select.contains(pages::SelectionPlaceholder);
     pages::ReadContentResult read =
         pages::ReadContent(parsed.design, {database, data::ReportTextSelect, data::ReportTextNames,
                                            selects ? LastDayOfPlanning(database) : QString()});
     if (!read.faults.isEmpty())
-        return TellFaults(file, read.faults, streams.errors);
+        return PrintFaults(file, read.faults, streams.errors);
 
     read.content.printDate = basic::DateText(host::Today());
     const pages::PageLayout layout(parsed.design, std::move(read.content));

@@ -48,7 +48,7 @@ void OpenFile::Sync() const
         RaiseFileError(errno, name);
 }
 
-void OpenFile::TakeAll(const OpenFile& from) const
+void OpenFile::AppendAll(const OpenFile& from) const
 {
     constexpr std::size_t atATime = std::size_t{16} << 20;
     ssize_t copied = 0;
@@ -93,7 +93,7 @@ void CopyFile(const QString& path, const QString& target)
     const OpenFile from(path, O_RDONLY);
     const OpenFile made(target, O_WRONLY | O_CREAT | O_EXCL);
     auto removeHalf = qScopeGuard([&target] { QFile::remove(target); });
-    made.TakeAll(from);
+    made.AppendAll(from);
     made.Sync();
     OpenFile(QFileInfo(target).absolutePath(), O_RDONLY | O_DIRECTORY).Sync();
     removeHalf.dismiss();

@@ -19,7 +19,7 @@ public:
     void Sync() const;
 
     /// Appends all of another file.
-    void TakeAll(const OpenFile& from) const;
+    void AppendAll(const OpenFile& from) const;
 
     /// Locks it unless another program has. A file system without locks counts as one on which nobody else is.
     bool TryLock() const;
