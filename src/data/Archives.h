@@ -10,7 +10,7 @@
 /// The copies of a practice's database in its folder "ARCHIVES": how they are made, kept, checked and put back.
 namespace data {
 
-/// A file of "ARCHIVES" that holds a database, by its name and its last change. Nothing of it was read.
+/// A database file in "ARCHIVES", described by its name and modification time; its content isn't read.
 struct ArchivedCopy {
     enum class Kind {
         Latest,     ///< "ZEP_ONE.MDB": of the last shutdown
@@ -31,15 +31,15 @@ struct ArchivedCopy {
 /// The copy in a file, wherever it is.
 ArchivedCopy CopyAt(const QString& path);
 
-/// The folder that holds the copies: "ARCHIVES", or where the copy of the shutdown is linked to.
+/// The folder of the copies: "ARCHIVES", or the folder of the link's target if the latest copy is a symbolic link.
 QString CopiesFolder(const QString& folder);
 
 /// The copies of a practice, newest first; replaced files come last. Empty without "ARCHIVES".
 QList<ArchivedCopy> ArchivedCopies(const QString& folder);
 
-/// Raises 3049 when a copy is damaged, 3343 when it isn't this program's, is of a newer version or holds a trigger or a
-/// view, 3024 when it is missing. All pages and indexes are checked unless the copy's seal tells that it is as it was
-/// then: 3 s for a million acts, or a tenth of a second.
+/// Raises 3049 when a copy is damaged, 3343 when it isn't this program's, is of a newer version or has a trigger or a
+/// view, 3024 when it is missing. All pages and indexes are checked (3 s for a million acts), unless an intact seal
+/// shows that the file is unchanged since its last check (0.1 s).
 void RequireWhole(const QString& copy);
 
 /// What RequireWhole raises, as a sentence for the user; empty for a whole copy.
@@ -52,17 +52,16 @@ std::optional<ArchivedCopy> NewestWholeCopy(const QString& folder, const std::op
 /// "23/11/2026 à 18:02": when a copy was last changed.
 QString MomentOf(const ArchivedCopy& copy);
 
-/// Copies the closed database of a practice over its copy in "ARCHIVES", whose attributes are cleared first when it is
-/// write-protected. When the copy there is whole and of an earlier day it stays under that day's name, and the dated
-/// ones go that aren't the newest of one of the last 7 days, 5 weeks or 12 months which have one. Raises the errors of
-/// dao::CopyDatabase, and then no copy has changed.
+/// Replaces the latest copy in "ARCHIVES" by a copy of the closed database, clearing write protection first. The
+/// previous copy, if intact and of an earlier day, is kept under that day's name; dated copies outside the newest 7
+/// days, 5 weeks and 12 months are deleted. Raises the errors of dao::CopyDatabase; no copy changes then.
 void CopyToArchives(const QString& folder, const dao::CopyProgress& progress = {});
 
 /// Raises 3187 while a program has the practice open.
 void RequireClosed(const QString& folder);
 
-/// Removes what a killed restoration has left: half a copy, and a kept file that is still the database itself. Only
-/// while the folder of the copies is locked.
+/// Removes the leftovers of a killed restoration: a partial copy, and a kept file that is a hard link to the database.
+/// The folder of the copies must be locked.
 void RemoveUnfinishedRestoration(const QString& folder);
 
 /// Puts a copy in the place of a practice's database. What is there stays, byte for byte and with its log, as

@@ -6,12 +6,12 @@
 
 namespace data {
 
-/// A folder that is filled under another name and gets its own when everything is in it and on the disk: what is cut
-/// short is never taken for the whole.
+/// Fills a folder under a temporary name and renames it when it is complete and synced, so that an interrupted run
+/// never leaves a partial folder.
 ///
-/// A folder that is missing or empty is filled beside its place and renamed. One that holds other things is filled in a
-/// hidden folder within it, whose content is moved at the end, the database last. What a run that was killed has left
-/// is taken away by the next one for the same folder, and nothing else ever is.
+/// A missing or empty folder is filled beside its final path. A folder with other content gets a hidden subfolder,
+/// whose entries are moved up at the end, the database last. Leftovers of killed runs for the same folder are removed,
+/// and nothing else.
 class NewFolder {
 public:
     /// Raises 75 or 76, with a description for the user, when no folder can be made there.
@@ -22,7 +22,7 @@ public:
     /// Where to write meanwhile.
     const QString& Path() const { return part; }
 
-    /// Raises 75 when the folder can't get its name; nothing is left then.
+    /// Raises 75, leaving nothing behind, when the folder can't be renamed.
     void Complete();
 
 private:

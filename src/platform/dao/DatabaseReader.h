@@ -9,8 +9,8 @@
 
 namespace dao {
 
-/// Reads a database file, a practice's or a copy of one, as it is at one moment. Nothing in its folder is changed or
-/// made: a file with a log is read through a private copy of both, unless a program has it open.
+/// Reads a database file in one snapshot without changing its folder: a file with a log is read through a private copy,
+/// unless a program has it open.
 class DatabaseReader {
 public:
     /// Raises 3024 when the file is missing, 70 when it may not be read, 3343 when it isn't this program's or of a
@@ -20,7 +20,7 @@ public:
     /// Prepares a select in SQLite's language; its rows are valid as long as the reader.
     Statement Select(std::string_view sql) const;
 
-    /// What a check of all pages and indexes finds, a line each and at most so many; empty for a sound file.
+    /// The result of a check of all pages and indexes: at most so many lines, none for a sound file.
     QStringList Damage(int most = 100) const;
     /// The names of triggers and views. This program makes none, and opens no file that has one.
     QStringList PlantedCode() const;

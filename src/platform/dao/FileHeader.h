@@ -12,8 +12,8 @@ namespace dao {
 inline constexpr int ApplicationId = 0x5A455031;
 inline constexpr int SchemaVersion = 2;
 
-/// The file's header as it is on the disk. A checkpoint that was cut off leaves a header that SQLite takes only
-/// together with the log, so no pragma reads it from the file alone.
+/// The header in the file itself. After an interrupted checkpoint it is valid only together with the log, so a pragma
+/// can't read it from the file.
 struct FileHeader {
     std::array<unsigned char, 100> bytes{};
 
@@ -28,8 +28,8 @@ struct FileHeader {
 /// The path as an address, to which parameters can be added.
 QString AddressOf(const QString& path);
 
-/// Opens the file alone, without a lock and without its log. Not by a file of our own: closing one would release the
-/// locks that this process holds on the same file through another connection.
+/// Opens the file without locks and without its log. Don't open it with open(2): closing that descriptor would release
+/// this process's locks on the file.
 SqliteHandle OpenImmutable(const QString& path);
 
 /// Reads the raw header of the file behind a connection. False when the file is shorter or can't be read.
@@ -41,8 +41,7 @@ FileHeader HeaderOf(sqlite3* immutable, const QString& name);
 /// Raises 3343: the file is of a newer version of this program.
 [[noreturn]] void RaiseNewer(const QString& name);
 
-/// Raises 3049 when the file ends within a page. Pages are written whole; SQLite would take what is missing of the last
-/// one for zeros, be it amounts that are lost.
+/// Raises 3049 when the file ends within a page: SQLite would read the missing part as zeros, for example as amounts.
 void RequireWholePages(const FileHeader& header, const QString& path);
 
 } // namespace dao

@@ -8,24 +8,23 @@ struct sqlite3;
 
 namespace dao {
 
-/// The path as system calls take it.
+/// The path in the system's encoding.
 std::string SystemPath(const QString& path);
 
-/// The file itself that a path leads to; a link that leads nowhere is a missing file.
+/// The path with symbolic links resolved; a dangling link counts as a missing file.
 QString BehindLinks(const QString& path);
 
 /// Raises 3024 when there is no such file, 70 when it may not be read.
 void RequireFile(const QString& path);
 
-/// Whether the file or folder may be written, by its mode as well as by our rights (an administrator's rights go past a
-/// mode that was meant to protect it).
+/// Whether the file or folder is writable by its mode bits as well as by our rights; root would ignore the mode bits.
 bool IsWritable(const QString& path);
 
-/// Whether a log or journal lies beside the file, with pages that the file alone doesn't show.
+/// Whether a log or journal beside the file contains pages.
 bool HasLog(const QString& path);
 
-/// The endings ("-wal", "-journal") of the logs beside the file that hold pages of it. A "-wal" beside a file in
-/// rollback mode is of another file that had this name.
+/// Suffixes ("-wal", "-journal") of logs that belong to the file. A "-wal" beside a file in rollback mode belongs to an
+/// earlier file of that name.
 QStringList LogsOf(const QString& path);
 
 /// Whether a connection of this program or of another one has the database open.
@@ -49,12 +48,11 @@ private:
 /// Renames a file to a name with ".set-aside" that no file has yet. False when that is refused.
 bool RenameAside(const QString& path);
 
-/// Renames the log of a file that isn't ours any more, so that its pages get into no other file and nothing that was
-/// saved is thrown away. Leaves it where it is when that is refused.
+/// Renames the log of a file that was replaced, so that its pages reach no other file and aren't lost. Leaves it in
+/// place when renaming is refused.
 void SetLogAside(const QString& path);
 
-/// To be called when this program has closed a database: as long as nobody else changes the file, opening it again
-/// doesn't check all its pages again.
+/// Call after closing a database: until another program changes the file, opening it skips the page check.
 void RememberSound(const QString& path);
 
 /// Whether the file was checked when it was opened before and hasn't changed but by this program since.

@@ -15,13 +15,13 @@ public:
     ~OpenFile();
     Q_DISABLE_COPY_MOVE(OpenFile)
 
-    /// What was written of the file, or made in the folder, is on the disk when this returns.
+    /// fsync: written data, or new entries of a folder, are durable on return.
     void Sync() const;
 
     /// Appends all of another file.
     void AppendAll(const OpenFile& from) const;
 
-    /// Locks it unless another program has. A file system without locks counts as one on which nobody else is.
+    /// Takes an exclusive lock unless another program holds it. Always succeeds on file systems without locks.
     bool TryLock() const;
 
 private:
@@ -29,8 +29,8 @@ private:
     int file;
 };
 
-/// Keeps other programs from copying into the same folder: each would take the other's half copy for one that was left
-/// behind. Waits for the other one; raises 70 when it takes longer than any copy does.
+/// Prevents concurrent copies into one folder, each of which would remove the other's partial file. Waits for the other
+/// one; raises 70 when that takes longer than any copy does.
 class FolderLock {
 public:
     explicit FolderLock(const QString& path);
@@ -39,21 +39,20 @@ private:
     OpenFile folder; // closing it lets go of the lock
 };
 
-/// The files that SQLite keeps under a database's name, the database itself included.
+/// Removes a database with its log, journal and shared-memory file.
 void RemoveDatabase(const QString& path);
 
-/// Renames a file over another one of the same folder, and returns when that is on the disk.
+/// Renames a file over another one of the same folder; durable on return.
 void Replace(const QString& path, const QString& target);
 
-/// Copies a file byte for byte to a new name, open to its owner alone, and returns when it is on the disk. Raises 58
-/// when the name is taken. A half copy is removed.
+/// Copies a file byte for byte to a new name, readable by its owner only; durable on return. Raises 58 when the name is
+/// taken. A partial copy is removed.
 void CopyFile(const QString& path, const QString& target);
 
-/// Gives a file a second name without a second copy of its bytes, where the file system can; copies it otherwise.
-/// Raises 58 when the name is taken.
+/// Creates a hard link, or a copy where links aren't supported. Raises 58 when the name is taken.
 void LinkFile(const QString& path, const QString& target);
 
-/// Whether two names are of the same file.
+/// Whether both paths lead to the same inode.
 bool IsSameFile(const QString& path, const QString& other);
 
 } // namespace dao

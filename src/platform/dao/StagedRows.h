@@ -12,12 +12,10 @@ namespace dao {
 class Statement;
 class Table;
 
-/// New rows for one table, put aside until all of them are known to be good, then written in one go.
+/// Bulk insert for one table: rows are staged in a temporary table and written together once all are valid.
 ///
-/// They are kept in a temporary file that goes with the process. Reading, checking and sorting them locks nothing in
-/// the database; Write takes them over in the order of the table's pages, so that the write lock is held for no longer
-/// than that takes. A full disk (61) while they are put aside is that of the temporary files. Between the first Add and
-/// Compare nothing else is to be done with the database.
+/// Staging takes no lock on the database; Write inserts in index order to hold the write lock briefly. A full disk (61)
+/// during staging is that of the temporary files. Use the database for nothing else between the first Add and Compare.
 class StagedRows {
 public:
     /// Raises 3265 when there is no such table or field, or the key isn't one of the fields.
@@ -25,12 +23,12 @@ public:
     ~StagedRows();
     Q_DISABLE_COPY_MOVE(StagedRows)
 
-    /// Puts a row aside, its values in the order of the fields; fields that weren't named get their defaults. False
-    /// when a row with its key was put aside before. Raises what writing a field raises, and 3314 without a key.
+    /// Stages a row, its values in the order of the fields; other fields get their defaults. False when a row with this
+    /// key is staged already. Raises what writing a field raises, and 3314 without a key.
     bool Add(const std::vector<Value>& values);
 
-    /// To be called once, after the last Add: sets the rows apart that the table has already. Only the fields that were
-    /// named are compared; blanks around a text don't count, and a blank text is the same as none.
+    /// Call once after the last Add: separates rows that the table already has. Only the given fields are compared;
+    /// blanks around a text don't count, and a blank text equals none.
     void Compare();
     int Fresh() const { return fresh; }     ///< rows whose key the table doesn't have
     int Same() const { return same; }       ///< rows that the table has with the same values
@@ -40,13 +38,13 @@ public:
         Key key = 0;
         QStringList fields;
     };
-    /// The changed rows by ascending key, so many at most.
+    /// The changed rows by ascending key, at most so many.
     std::vector<Difference> Differences(int most) const;
 
-    /// Adds the fresh rows and gives the changed ones their new values. To be called within a Transaction. Returns
-    /// false, having written nothing, when another program has added, changed or deleted one of them since Compare.
+    /// Adds the fresh rows and updates the changed ones; call within a Transaction. Returns false, having written
+    /// nothing, when another program has added, changed or deleted one of them since Compare.
     bool Write();
-    /// The keys of those rows, so many at most.
+    /// The keys of those rows, at most so many.
     std::vector<Key> WrittenMeanwhile(int most) const;
 
 private:
