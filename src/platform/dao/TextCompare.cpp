@@ -36,8 +36,8 @@ Letter LetterOf(QChar character)
     // Covers Latin with accents, Greek, Cyrillic, Hebrew and Arabic.
     static const std::array<Letter, 0x700> known = [] {
         std::array<Letter, 0x700> letters;
-        for (char16_t each = 0; each < letters.size(); ++each)
-            letters[each] = MakeLetter(each);
+        for (std::size_t each = 0; each < letters.size(); ++each)
+            letters[each] = MakeLetter(static_cast<char16_t>(each));
         return letters;
     }();
     const char16_t unicode = character.unicode();
