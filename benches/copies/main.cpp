@@ -4,9 +4,9 @@
 
 #include "data/Archives.h"
 #include "data/Practice.h"
-#include "platform/dao/DatabaseReader.h"
-#include "platform/dao/FileWork.h"
 #include "platform/host/Files.h"
+#include "platform/store/DatabaseReader.h"
+#include "platform/store/FileWork.h"
 #include "practice/CashDays.h"
 #include "support/Floor.h"
 #include "support/Measure.h"
@@ -34,7 +34,7 @@ void MeasureShutdown(Figures& figures, const QString& folder)
     data::CopyToArchives(folder);
     figures.Compare(
         "shutdown with dated copies", {.measured = 5},
-        [&] { dao::CopyDatabase(folder + "/ZEP_ONE.MDB", folder + "/ARCHIVES/plain.db"); },
+        [&] { store::CopyDatabase(folder + "/ZEP_ONE.MDB", folder + "/ARCHIVES/plain.db"); },
         [&] {
             QFile file(copy);
             Require(file.open(QIODevice::ReadWrite), "no copy");
@@ -72,13 +72,13 @@ void MeasureComparison(Figures& figures, const QString& folder)
     figures.Compare(
         "compare with a copy", {.measured = 5}, [&] { Require(ReadAll(plainNow) == ReadAll(plainCopy), "other rows"); },
         [&] {
-            const dao::DatabaseReader before(copy);
-            const dao::DatabaseReader after(now);
+            const store::DatabaseReader before(copy);
+            const store::DatabaseReader after(now);
             const auto changes = practice::DifferencesOf(before, after);
             Require(practice::DifferingDays(before, after, changes, QDate::currentDate()).isEmpty(), "days differ");
         },
         {.ratio = 3});
-    dao::RemoveDatabase(plain);
+    store::RemoveDatabase(plain);
 }
 
 void MeasureRestoration(Figures& figures, const QString& folder)
@@ -89,11 +89,11 @@ void MeasureRestoration(Figures& figures, const QString& folder)
         "restore", {.measured = 5},
         [&] {
             QFile::remove(plain);
-            dao::CopyFile(copy, plain);
+            store::CopyFile(copy, plain);
             PlainDatabase(plain).Run("pragma quick_check");
         },
         [&] { data::Restore(copy, folder); }, {.ratio = 1.5});
-    dao::RemoveDatabase(plain);
+    store::RemoveDatabase(plain);
     RemoveCopies(folder, "ZEP_ONE avant restauration *.MDB");
 }
 

@@ -73,7 +73,7 @@ void MeasureSearch(Figures& figures, const PlainDatabase& plain)
         },
         [&] {
             for (const int key : keys) {
-                acts.FindFirst("num = " + QString::number(key));
+                acts.FindFirst(dao::Key(key));
                 found += !acts.NoMatch() && acts["num"].Key() == key;
             }
         },
@@ -123,7 +123,7 @@ void MeasureEdit(Figures& figures, const PlainDatabase& plain)
 {
     PlainStatement update(plain, "update Actes set flag_R = ?, montant = ? where num = 500");
     dao::Recordset acts = TheDatabase.OpenRecordset("Actes");
-    acts.FindFirst("num = 501");
+    acts.FindFirst(501);
     int round = 0;
     figures.Compare(
         "Edit, two fields, Update, Idle", {.measured = 201},

@@ -81,7 +81,7 @@ bool FindKey(dao::Recordset& lookup, dao::Key key)
 {
     if (lookup.RecordCount() == 0)
         return false;
-    lookup.FindFirst("num = " + QString::number(key));
+    lookup.FindFirst(key);
     return !lookup.NoMatch();
 }
 

@@ -28,8 +28,6 @@ void CreateTheWorkspace()
     dao::DBEngine.DefaultUser = data::WorkspaceUser;
     dao::DBEngine.DefaultPassword = WorkspacePassword;
     dao::DBEngine.SystemDB = host::PathIn(DataFolder, data::WorkgroupFile);
-    dao::DBEngine.KeyedTables = data::KeyedTables();
-    dao::DBEngine.SummedIndexes = data::SummedIndexes();
 
     TheWorkspace = dao::DBEngine.CreateWorkspace("Special", data::WorkspaceUser, WorkspacePassword);
 }
@@ -39,10 +37,10 @@ void UpgradeProvTable()
     constexpr int fieldsWithSecondAmount = 6;
     dao::Database database;
     try {
-        database = TheWorkspace.OpenDatabase(DatabasePath);
+        database = TheWorkspace.OpenDatabase(DatabasePath, data::PracticeRules());
         dao::TableDef Prov = database.TableDef("Prov");
         if (Prov.FieldCount() < fieldsWithSecondAmount)
-            Prov.AppendField("Mt2", dao::FieldType::Double, 0);
+            Prov.AppendField("Mt2", 0);
     } catch (const RuntimeError& error) {
         if (error.Code() != Error::ReadOnly) // the opening itself says that
             MsgBox(ErrorText(error), Icon::Exclamation, "Lumo ZEP");
@@ -56,7 +54,7 @@ namespace {
 std::optional<Error> TryOpening()
 {
     try {
-        TheDatabase = TheWorkspace.OpenDatabase(DatabasePath);
+        TheDatabase = TheWorkspace.OpenDatabase(DatabasePath, data::PracticeRules());
         PatientsTable = TheDatabase.OpenRecordset("Patients");
         PrestaTable = TheDatabase.OpenRecordset("Presta");
         TextesTable = TheDatabase.OpenRecordset("textes");

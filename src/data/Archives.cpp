@@ -3,12 +3,12 @@
 #include "data/Generations.h"
 #include "data/Practice.h"
 #include "platform/basic/RuntimeError.h"
-#include "platform/dao/DatabaseReader.h"
-#include "platform/dao/FileState.h"
-#include "platform/dao/FileWork.h"
-#include "platform/dao/Seal.h"
 #include "platform/host/Files.h"
 #include "platform/host/Host.h"
+#include "platform/store/DatabaseReader.h"
+#include "platform/store/FileState.h"
+#include "platform/store/FileWork.h"
+#include "platform/store/Seal.h"
 
 #include <QDir>
 #include <QFile>
@@ -25,8 +25,7 @@ QString PlainCopy(const QString& folder)
     return host::PathIn(folder, ArchiveFolder + "/" + DatabaseFile);
 }
 
-/// Keeps the copy that is about to be replaced under the name of its day. One that is damaged, of today or dated later
-/// is not worth keeping.
+/// Keeps the copy that is about to be replaced under the name of its day, unless it is damaged, of today or later.
 void KeepGeneration(const QString& present)
 {
     const QFileInfo file(present);
@@ -35,15 +34,15 @@ void KeepGeneration(const QString& present)
         return;
     const QString generation = file.absolutePath() + "/" + GenerationName(day);
     const QFileInfo before(generation);
-    if (before.exists() && (dao::IsSameFile(present, generation) || before.lastModified() > file.lastModified()))
+    if (before.exists() && (store::IsSameFile(present, generation) || before.lastModified() > file.lastModified()))
         return;
     const QString part = generation + ".part";
     QFile::remove(part);
-    dao::LinkFile(present, part);
-    dao::Replace(part, generation);
+    store::LinkFile(present, part);
+    store::Replace(part, generation);
 }
 
-void ClearAwayGenerations(const QString& copies)
+void DeleteSurplusGenerations(const QString& copies)
 {
     const QDir folder(copies);
     for (const QString& name : SurplusGenerations(folder.entryList(QDir::Files | QDir::Hidden), host::Today()))
@@ -77,7 +76,7 @@ ArchivedCopy CopyAt(const QString& path)
 
 QString CopiesFolder(const QString& folder)
 {
-    return QFileInfo(dao::BehindLinks(PlainCopy(folder))).absolutePath();
+    return QFileInfo(store::BehindLinks(PlainCopy(folder))).absolutePath();
 }
 
 QList<ArchivedCopy> ArchivedCopies(const QString& folder)
@@ -101,16 +100,16 @@ QList<ArchivedCopy> ArchivedCopies(const QString& folder)
 void RequireWhole(const QString& copy)
 {
     const QString name = QFileInfo(copy).fileName();
-    const dao::DatabaseReader reader(copy);
+    const store::DatabaseReader reader(copy);
     if (const QStringList planted = reader.PlantedCode(); !planted.isEmpty())
         throw basic::RuntimeError::Described(
             basic::Error::UnrecognizedFormat,
             QString("« %1 » contient un déclencheur ou une vue que le programme n'a pas créés : %2.")
                 .arg(name, planted.join(", ")));
-    const dao::SealState seal = dao::HasLog(copy) ? dao::SealState::None : dao::StateOfSeal(copy);
-    if (seal == dao::SealState::Intact)
+    const store::SealState seal = store::HasLog(copy) ? store::SealState::None : store::StateOfSeal(copy);
+    if (seal == store::SealState::Intact)
         return;
-    const QStringList damage = seal == dao::SealState::Broken
+    const QStringList damage = seal == store::SealState::Broken
                                    ? QStringList("son contenu a changé depuis qu'il a été écrit et contrôlé.")
                                    : reader.Damage(1);
     if (!damage.isEmpty())
@@ -130,7 +129,7 @@ QString FaultOf(const QString& copy)
 
 std::optional<ArchivedCopy> NewestWholeCopy(const QString& folder, const std::optional<QDate>& before)
 {
-    const QDate first = before.value_or(host::Today().addDays(1)); // of those that don't count
+    const QDate first = before.value_or(host::Today().addDays(1)); // excluded, like all later ones
     for (const ArchivedCopy& copy : ArchivedCopies(folder)) {
         const bool counts = copy.kind != ArchivedCopy::Kind::Replaced && copy.Day() < first;
         if (counts && FaultOf(copy.path).isEmpty())
@@ -144,7 +143,7 @@ QString MomentOf(const ArchivedCopy& copy)
     return copy.changed.toString("dd/MM/yyyy 'à' HH:mm");
 }
 
-void CopyToArchives(const QString& folder, const dao::CopyProgress& progress)
+void CopyToArchives(const QString& folder, const store::CopyProgress& progress)
 {
     constexpr int plain = 0;
     constexpr int archiveBit = 32;
@@ -154,12 +153,12 @@ void CopyToArchives(const QString& folder, const dao::CopyProgress& progress)
         if (attributes != plain && attributes != archiveBit)
             host::SetFileAttributes(target, plain);
     }
-    dao::CopyDatabase(host::PathIn(folder, DatabaseFile), target,
-                      {.progress = progress, .beforeReplacing = [&folder](const QString& present) {
-                           RemoveUnfinishedRestoration(folder);
-                           KeepGeneration(present);
-                       }});
-    ClearAwayGenerations(CopiesFolder(folder));
+    store::CopyDatabase(host::PathIn(folder, DatabaseFile), target,
+                        {.progress = progress, .beforeReplacing = [&folder](const QString& present) {
+                             RemoveUnfinishedRestoration(folder);
+                             KeepGeneration(present);
+                         }});
+    DeleteSurplusGenerations(CopiesFolder(folder));
 }
 
 } // namespace data

@@ -49,7 +49,7 @@ QStringList SurplusGenerations(const QStringList& names, const QDate& today)
     QSet<QDate> days;
     QSet<QDate> weeks;
     QSet<QDate> months;
-    // True for the newest of its day, week or month while fewer than so many of them have one.
+    // Whether this is the first copy seen of its period, among at most so many periods.
     const auto isKeptBy = [](QSet<QDate>& kept, const QDate& period, int most) {
         if (kept.size() == most || kept.contains(period))
             return false;

@@ -6,14 +6,14 @@
 
 namespace data {
 
-/// "ZEP_ONE 2026-11-23.MDB": the name under which the last copy of a day is kept.
+/// The name of a day's last copy: "ZEP_ONE 2026-11-23.MDB".
 QString GenerationName(const QDate& day);
 
 /// The day of such a name; invalid for any other name.
 QDate GenerationDay(const QString& name);
 
-/// Those of the names that no rule keeps: names of a day that isn't the newest of one of the last 7 days, 5 weeks (from
-/// Monday) or 12 months which have one. Other names and days later than today are never among them.
+/// Names of copies to delete: those outside the newest 7 days, 5 weeks (from Monday) and 12 months. Other names and
+/// days to come are never returned.
 QStringList SurplusGenerations(const QStringList& names, const QDate& today);
 
 } // namespace data

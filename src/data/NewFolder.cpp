@@ -26,11 +26,11 @@ const auto MoveList = QStringLiteral(".practice.moves");
 std::unique_ptr<QLockFile> LockOf(const QString& part)
 {
     auto lock = std::make_unique<QLockFile>(part + "/" + LockName);
-    lock->setStaleLockTime(0); // only the end of its process makes it stale
+    lock->setStaleLockTime(0); // stale only when its process has ended
     return lock;
 }
 
-/// What is to be moved, the database last: until it is there, there is no practice.
+/// Entries to move, the database last: a folder without it isn't a practice.
 QStringList EntriesToMove(const QString& part)
 {
     QStringList entries = QDir(part).entryList(Everything);
@@ -41,7 +41,7 @@ QStringList EntriesToMove(const QString& part)
     return entries;
 }
 
-/// Takes back the files that a run moved before it was killed, unless it had moved them all.
+/// Undoes the moves of a run that was killed before it had moved everything.
 void UndoMoves(const QString& part, const QString& wanted)
 {
     QFile list(part + "/" + MoveList);
@@ -54,7 +54,7 @@ void UndoMoves(const QString& part, const QString& wanted)
     }
 }
 
-/// Takes away what runs that were killed have left under names that begin so.
+/// Removes leftovers of killed runs: folders whose names start with `prefix`.
 void RemoveLeftovers(const QString& place, const QString& prefix, const QString& wanted)
 {
     for (const QString& name : QDir(place).entryList(QDir::Dirs | QDir::Hidden | QDir::NoDotAndDotDot)) {
@@ -62,7 +62,7 @@ void RemoveLeftovers(const QString& place, const QString& prefix, const QString&
         if (!name.startsWith(prefix) || !QFileInfo::exists(part + "/" + LockName))
             continue;
         const auto lock = LockOf(part);
-        if (!lock->tryLock(0)) // its run is alive
+        if (!lock->tryLock(0)) // its program is still running
             continue;
         UndoMoves(part, wanted);
         lock->unlock();
@@ -74,8 +74,8 @@ void SyncAll(const QString& folder)
 {
     QDirIterator entries(folder, Everything, QDirIterator::Subdirectories);
     while (entries.hasNext())
-        host::Sync(entries.next());
-    host::Sync(folder);
+        store::Sync(entries.next());
+    store::Sync(folder);
 }
 
 } // namespace
@@ -118,13 +118,13 @@ void NewFolder::Complete()
     SyncAll(part);
     if (isWithin) {
         MoveInto();
-        return; // what is left of the hidden folder goes with this object
+        return; // the destructor removes the hidden folder
     }
     owner->unlock();
     if (std::rename(QFile::encodeName(part).constData(), QFile::encodeName(wanted).constData()) != 0)
         RaiseNotMade(wanted);
     owner.reset();
-    host::Sync(QFileInfo(wanted).absolutePath());
+    store::Sync(QFileInfo(wanted).absolutePath());
 }
 
 void NewFolder::MoveInto() const
@@ -133,8 +133,8 @@ void NewFolder::MoveInto() const
     QFile list(part + "/" + MoveList);
     if (!list.open(QIODevice::WriteOnly) || list.write(entries.join('\n').toUtf8()) < 0 || !list.flush())
         RaiseNotMade(wanted);
-    host::Sync(list.fileName());
-    host::Sync(part);
+    store::Sync(list.fileName());
+    store::Sync(part);
     for (const QString& entry : entries) {
         const QString place = wanted + "/" + entry;
         if (QFileInfo::exists(place) || !QFile::rename(part + "/" + entry, place)) {
@@ -142,7 +142,7 @@ void NewFolder::MoveInto() const
             RaiseNotMade(place);
         }
     }
-    host::Sync(wanted);
+    store::Sync(wanted);
 }
 
 } // namespace data

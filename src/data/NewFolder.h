@@ -19,7 +19,7 @@ public:
     ~NewFolder();
     Q_DISABLE_COPY_MOVE(NewFolder)
 
-    /// Where to write meanwhile.
+    /// The temporary folder to fill.
     const QString& Path() const { return part; }
 
     /// Raises 75, leaving nothing behind, when the folder can't be renamed.

@@ -5,7 +5,9 @@
 #include "platform/basic/Numbers.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/dao/Engine.h"
+#include "platform/dao/Workgroup.h"
 #include "platform/host/Files.h"
+#include "platform/store/Creation.h"
 
 #include <QDir>
 #include <QFile>
@@ -59,10 +61,9 @@ void WriteNewFile(const QString& path, const QByteArray& content)
             QString("Le fichier « %1 » ne peut pas être écrit : %2").arg(path, file.errorString()));
 }
 
-/// Makes the files of a practice in a folder that has none; templates that `kept` holds already are left out.
 void WriteFiles(const QString& folder, const QByteArray& configuration, const QString& kept)
 {
-    dao::CreateDatabase(folder + "/" + DatabaseFile, Schema());
+    store::CreateDatabase(folder + "/" + DatabaseFile, Schema());
     const QString workgroup = folder + "/" + WorkgroupFile;
     dao::WriteWorkgroup(workgroup, WorkspaceUser, BuildWorkspacePassword());
     QFile::setPermissions(workgroup, OwnerFile);
@@ -105,7 +106,7 @@ qint16 LanguageWord(TooltipLanguage language)
         QString("Le fichier « %1 » ne peut pas être écrit : %2").arg(file.fileName(), file.errorString()));
 }
 
-/// Replaces single records of the configuration: what else the file holds stays as it is.
+/// Replaces single records of the configuration; the rest of the file is unchanged.
 QByteArray Changed(QByteArray file, const PracticeChange& change)
 {
     const auto replaceWord = [&file](int word, qint16 value) {
@@ -128,23 +129,21 @@ QByteArray Changed(QByteArray file, const PracticeChange& change)
 
 } // namespace
 
-QList<dao::KeyedTable> KeyedTables()
+store::OpeningRules& PracticeRules()
 {
-    return {{"Presta", {{"Actes", "num_presta"}, {"Plani", "Num_Presta"}, {"Actes_suppr", "num_presta"}}},
-            {"Recettes", {}}};
-}
-
-QList<dao::SummedIndex> SummedIndexes()
-{
-    return {{.table = "Actes", .index = "Actes_Date_Montant", .date = "Date", .amount = "montant"},
-            {.table = "Recettes", .index = "Recettes_Date", .date = "Date", .amount = "montant"}};
+    static store::OpeningRules rules = {
+        .keyedTables = {{"Presta", {{"Actes", "num_presta"}, {"Plani", "Num_Presta"}, {"Actes_suppr", "num_presta"}}},
+                        {"Recettes", {}}},
+        .summedIndexes = {{.table = "Actes", .index = "Actes_Date_Montant", .date = "Date", .amount = "montant"},
+                          {.table = "Recettes", .index = "Recettes_Date", .date = "Date", .amount = "montant"}}};
+    return rules;
 }
 
 QString BuildWorkspacePassword()
 {
     static const QString digits = QStringLiteral("42269110117371963075814952182103");
     constexpr int characters = 8;
-    constexpr int groupLength = 4; // the first digit of each group is there to be skipped
+    constexpr int groupLength = 4; // the first digit of each group is skipped
     QString password;
     for (int group = 0; group < characters; ++group) {
         const double number = basic::Val(digits.mid(group * groupLength + 1, groupLength - 1));
@@ -189,7 +188,7 @@ void ChangePractice(const QString& folder, const PracticeChange& change)
     file.write(Changed(bytes, change));
     if (!file.commit())
         RaiseUnusable(file);
-    host::Sync(QFileInfo(path).absolutePath());
+    store::Sync(QFileInfo(path).absolutePath());
 }
 
 } // namespace data

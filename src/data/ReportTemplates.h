@@ -7,7 +7,7 @@
 
 namespace data {
 
-/// A report template as the program brings it; users change the copy in their data folder.
+/// A report template as installed; users may change the copy in their data folder.
 struct ReportTemplate {
     QString name; ///< file name, "ZEP_R1.RPT"
     QByteArray text;
@@ -15,8 +15,8 @@ struct ReportTemplate {
 
 QList<ReportTemplate> ReportTemplates();
 
-/// What templates print at {ch1} to {ch10} and {ch30}: the texts of a practice, read by this select. The parentheses of
-/// ch30 are dropped when nothing is in them.
+/// What templates print at {ch1} to {ch10} and {ch30}: the texts of a practice, read by this select. An
+/// empty ch30 loses its parentheses.
 inline const QStringList ReportTextNames = {"ch1", "ch2", "ch3", "ch4",  "ch5", "ch6",
                                             "ch7", "ch8", "ch9", "ch10", "ch30"};
 inline const QString ReportTextSelect =
@@ -27,7 +27,7 @@ inline const QString ReportTextSelect =
 /// the values of an earlier report. Empty for an unknown template.
 QStringList ReportTextsOf(const QString& templateName);
 
-/// Whether the folder has a template of this name, in whatever upper and lower case.
+/// Whether the folder has a template of this name, case-insensitive.
 bool HasReportTemplate(const QString& folder, const QString& name);
 
 } // namespace data

@@ -1,10 +1,10 @@
 #include "acts/New_Mecano.h"
+#include "data/Practice.h"
 
 #include "core/Q_Date_2.h"
 #include "core/globals.h"
 #include "core/opening.h"
 #include "platform/basic/RuntimeError.h"
-#include "platform/dao/Connection.h"
 #include "support/Accessibility.h"
 #include "support/Practice.h"
 #include "support/ScriptedDesk.h"
@@ -219,9 +219,9 @@ TEST_F(ActualisationDialog, TakesDatesFromTheCalendar)
 TEST_F(ActualisationDialog, EndsTheProgramOrSaysNothingWhenTheFileIsLocked)
 {
     const dao::Key act = practice.Act({.Flag_H = 7});
-    dao::busyMilliseconds = 50;
+    data::PracticeRules().patience = 50;
     auto& showingAll = Show(0);
-    dao::busyMilliseconds = 5000;
+    data::PracticeRules().patience = 5000;
     const dao::Database other = core::TheWorkspace.OpenDatabase(core::DatabasePath);
     {
         const dao::Transaction lock(other);

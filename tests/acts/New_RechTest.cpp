@@ -1,6 +1,7 @@
 #include "acts/New_Rech.h"
 
 #include "core/globals.h"
+#include "platform/store/DatabaseReader.h"
 #include "support/Accessibility.h"
 #include "support/Cells.h"
 #include "support/HostileTexts.h"
@@ -298,5 +299,5 @@ TEST_F(PatientSearch, IsSafeFromHostileTexts)
         EXPECT_TRUE(!refusal || typed.contains('\'')) << qPrintable(typed.left(80));
     }
     EXPECT_EQ(allRows(), before);
-    EXPECT_EQ(dao::CheckDatabase(practice.File("ZEP_ONE.MDB")), QStringList());
+    EXPECT_EQ(store::CheckDatabase(practice.File("ZEP_ONE.MDB")), QStringList());
 }

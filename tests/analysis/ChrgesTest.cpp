@@ -1,7 +1,7 @@
 #include "analysis/Chrges.h"
 #include "core/globals.h"
+#include "data/Practice.h"
 #include "platform/basic/RuntimeError.h"
-#include "platform/dao/Connection.h"
 #include "support/Accessibility.h"
 #include "support/OtherProgram.h"
 #include "support/Reports.h"
@@ -188,7 +188,7 @@ TEST_F(RunningCharges, LeavesWithoutStoring)
 TEST_F(RunningCharges, WritesNothingAfterTheLockTimeout)
 {
     practice.Write("Update Permn set Charge2 = 1");
-    const QScopedValueRollback<int> impatient(dao::busyMilliseconds, 100);
+    const QScopedValueRollback<int> impatient(data::PracticeRules().patience, 100);
     auto& screen = OpenScreen();
     screen.Text1[Chrges::Rent].setText("5");
     tests::OtherProgram other(practice.File("ZEP_ONE.MDB"));

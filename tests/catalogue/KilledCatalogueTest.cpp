@@ -2,6 +2,7 @@
 #include "catalogue/Tarifs.h"
 #include "core/globals.h"
 #include "core/opening.h"
+#include "platform/store/DatabaseReader.h"
 #include "support/ChildProcess.h"
 #include "support/DeadlyWrites.h"
 #include "support/Practice.h"
@@ -107,7 +108,7 @@ protected:
             for (int field = 0; field < rows.FieldCount(); ++field)
                 found << (rows.Fields(field).IsNull() ? QString("-") : rows.Fields(field).Text());
         core::TheDatabase.Close();
-        EXPECT_EQ(dao::CheckDatabase(practice.File("ZEP_ONE.MDB")), QStringList());
+        EXPECT_EQ(store::CheckDatabase(practice.File("ZEP_ONE.MDB")), QStringList());
         return found;
     }
 

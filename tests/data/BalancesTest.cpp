@@ -1,6 +1,8 @@
 #include "data/Practice.h"
 #include "platform/dao/Engine.h"
-#include "platform/dao/Opening.h"
+#include "platform/store/Creation.h"
+#include "platform/store/DamageCheck.h"
+#include "platform/store/Opening.h"
 #include "support/OtherProgram.h"
 
 #include <QFile>
@@ -16,14 +18,13 @@ TEST(Balances, AreCheckedAgainstTheirTables)
     constexpr double amount = 12345.67;
     const QTemporaryDir folder;
     const QString path = folder.filePath("ZEP_ONE.MDB");
-    dao::DBEngine.SummedIndexes = data::SummedIndexes();
-    const auto damage = [&path](dao::Thoroughness thoroughness) {
-        return dao::FirstDamage(dao::OpenForReading(path).get(), thoroughness);
+    const auto damage = [&path](store::Thoroughness thoroughness) {
+        return store::FirstDamage(store::OpenForReading(path).get(), thoroughness, data::PracticeRules().summedIndexes);
     };
     for (const auto& [table, index] : {std::pair("Actes", "Actes_Date_Montant"), {"Recettes", "Recettes_Date"}}) {
         SCOPED_TRACE(index);
         QFile::remove(path);
-        dao::CreateDatabase(path, data::Schema());
+        store::CreateDatabase(path, data::Schema());
         tests::OtherProgram program(path);
         program.Run(QString("insert into %1 (Date, montant) values ('2008-06-16', 40), ('2008-06-17', %2)")
                         .arg(table)
@@ -35,7 +36,7 @@ TEST(Balances, AreCheckedAgainstTheirTables)
                 .Answer(QString("select rootpage from sqlite_schema where name = '%1'").arg(index).toUtf8().constData())
                 .toLongLong();
         program.Run("pragma journal_mode=delete");
-        EXPECT_EQ(damage(dao::Thoroughness::Sums), "");
+        EXPECT_EQ(damage(store::Thoroughness::Sums), "");
 
         QFile file(path);
         ASSERT_TRUE(file.open(QIODevice::ReadWrite));
@@ -48,8 +49,8 @@ TEST(Balances, AreCheckedAgainstTheirTables)
         file.seek(start + at + 1);
         file.write("\xC9", 1);
         file.close();
-        EXPECT_EQ(damage(dao::Thoroughness::Pages), "");
-        EXPECT_EQ(damage(dao::Thoroughness::Sums), QString("index %1").arg(index));
-        EXPECT_NE(damage(dao::Thoroughness::Indexes), "");
+        EXPECT_EQ(damage(store::Thoroughness::Pages), "");
+        EXPECT_EQ(damage(store::Thoroughness::Sums), QString("index %1").arg(index));
+        EXPECT_NE(damage(store::Thoroughness::Indexes), "");
     }
 }

@@ -1,6 +1,7 @@
 #include "data/Archives.h"
 #include "data/Practice.h"
-#include "platform/dao/Opening.h"
+#include "platform/store/Creation.h"
+#include "platform/store/Opening.h"
 #include "support/OtherProgram.h"
 #include "support/Printing.h"
 
@@ -126,7 +127,7 @@ TEST_F(Restoring, TakesThePlaceOfADamagedOrMissingFile)
 TEST_F(Restoring, BringsAnOlderCopyUpToDate)
 {
     QFile::remove(copy);
-    dao::CreateDatabase(copy, data::Schema().remove(" AUTOINCREMENT"));
+    store::CreateDatabase(copy, data::Schema().remove(" AUTOINCREMENT"));
     tests::OtherProgram(copy).Run("pragma user_version=1; insert into Recettes (num, objet) values (7, 'Coton')");
     data::Restore(copy, folder);
     tests::OtherProgram restored(database);

@@ -1,7 +1,10 @@
 #include "data/Practice.h"
-#include "platform/dao/ArchiveCopy.h"
 #include "platform/dao/Connection.h"
 #include "platform/dao/Engine.h"
+#include "platform/dao/Workgroup.h"
+#include "platform/store/ArchiveCopy.h"
+#include "platform/store/Creation.h"
+#include "platform/store/DatabaseReader.h"
 #include "support/OtherProgram.h"
 #include "support/Printing.h"
 
@@ -20,7 +23,6 @@ protected:
     {
         dao::WriteWorkgroup(folder.filePath("system.mdw"), data::WorkspaceUser, "secret");
         dao::DBEngine.SystemDB = folder.filePath("system.mdw");
-        dao::DBEngine.KeyedTables = data::KeyedTables();
         workspace = dao::DBEngine.CreateWorkspace("Special", data::WorkspaceUser, "secret");
         Make(data::Schema().remove(" AUTOINCREMENT"));
     }
@@ -28,7 +30,7 @@ protected:
     void Make(const QString& schema) const
     {
         QFile::remove(path);
-        dao::CreateDatabase(path, schema);
+        store::CreateDatabase(path, schema);
         Run("pragma user_version=1");
     }
     void Run(const char* sql) const { EXPECT_EQ(tests::OtherProgram(path).Run(sql), SQLITE_OK) << sql; }
@@ -38,7 +40,7 @@ protected:
     /// Opens the practice like the program and adds a row.
     dao::Key AddTo(const char* table) const
     {
-        dao::Database database = workspace.OpenDatabase(path);
+        dao::Database database = workspace.OpenDatabase(path, data::PracticeRules());
         dao::Recordset rows = database.OpenRecordset(table);
         rows.AddNew();
         rows.Update();
@@ -83,13 +85,13 @@ TEST_F(OlderPractice, StartsServiceKeysAboveThoseOfActs)
 TEST_F(OlderPractice, OpensWhenItCantBeChanged)
 {
     {
-        const QScopedValueRollback<int> impatient(dao::busyMilliseconds, 0);
+        const QScopedValueRollback<int> impatient(data::PracticeRules().patience, 0);
         tests::OtherProgram other(path);
         ASSERT_EQ(other.Run("begin immediate"), SQLITE_OK);
-        EXPECT_TRUE(workspace.OpenDatabase(path).OpenRecordset("Presta").IsEOF());
+        EXPECT_TRUE(workspace.OpenDatabase(path, data::PracticeRules()).OpenRecordset("Presta").IsEOF());
     }
     EXPECT_EQ(Version(), "1");
-    workspace.OpenDatabase(path);
+    workspace.OpenDatabase(path, data::PracticeRules());
     EXPECT_EQ(Version(), "2") << "at the next opening";
 
     Make("create table Presta (num integer, denom text, primary key (num)); create table Recettes (a); "
@@ -102,11 +104,11 @@ TEST_F(OlderPractice, IsNotUpgradedByACopyOrOnReadOnlyMedia)
 {
     Run("insert into Presta (num) values (1)");
     const QString copy = folder.filePath("copy.MDB");
-    dao::CopyDatabase(path, copy);
+    store::CopyDatabase(path, copy);
     EXPECT_EQ(tests::OtherProgram(copy).Answer("pragma user_version"), "1");
-    EXPECT_TRUE(dao::CheckDatabase(path).isEmpty());
+    EXPECT_TRUE(store::CheckDatabase(path).isEmpty());
     ASSERT_EQ(::chmod(path.toUtf8().constData(), 0444), 0);
-    EXPECT_EQ(ErrorOf([&] { workspace.OpenDatabase(path); }), Error::ReadOnly);
+    EXPECT_EQ(ErrorOf([&] { workspace.OpenDatabase(path, data::PracticeRules()); }), Error::ReadOnly);
     ASSERT_EQ(::chmod(path.toUtf8().constData(), 0600), 0);
     EXPECT_EQ(Version(), "1");
 }

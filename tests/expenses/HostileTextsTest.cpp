@@ -1,5 +1,6 @@
 #include "support/HostileTexts.h"
 #include "expenses/F_Dep.h"
+#include "platform/store/DatabaseReader.h"
 #include "support/Practice.h"
 #include "support/Rows.h"
 #include "support/ScriptedDesk.h"
@@ -65,5 +66,5 @@ TEST(HostileTexts, AreStoredVerbatimWithoutSideEffects)
     }
     EXPECT_TRUE(rows.IsEOF());
     EXPECT_EQ(tests::RowsOf(practice, "select * from Patients"), before);
-    EXPECT_EQ(dao::CheckDatabase(practice.File("ZEP_ONE.MDB")), QStringList());
+    EXPECT_EQ(store::CheckDatabase(practice.File("ZEP_ONE.MDB")), QStringList());
 }

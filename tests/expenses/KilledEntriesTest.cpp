@@ -3,6 +3,7 @@
 #include "core/globals.h"
 #include "core/opening.h"
 #include "platform/basic/Dates.h"
+#include "platform/store/DatabaseReader.h"
 #include "support/ChildProcess.h"
 #include "support/DeadlyWrites.h"
 #include "support/FolderInMemory.h"
@@ -199,7 +200,7 @@ TEST_F(KilledEntries, LoseNoReportedEntryAndLeaveNoneIncomplete)
         const bool nextWasSaved = !IsAfter(stored, reported);
         EXPECT_TRUE(!nextWasSaved || IsAfter(stored, reported + 1)) << reported << " steps were reported";
         done.push_back(reported + (nextWasSaved ? 1 : 0));
-        EXPECT_EQ(dao::CheckDatabase(practice.File("ZEP_ONE.MDB")), QStringList());
+        EXPECT_EQ(store::CheckDatabase(practice.File("ZEP_ONE.MDB")), QStringList());
         core::TheDatabase.Close();
     }
     if (HasFailure())

@@ -1,6 +1,7 @@
 #include "core/globals.h"
 #include "faults/FolderContent.h"
 #include "faults/SmallDisk.h"
+#include "platform/store/DatabaseReader.h"
 #include "support/ChildProcess.h"
 #include "support/Globals.h"
 #include "support/MainWindow.h"
@@ -92,7 +93,7 @@ protected:
     void ExpectTodaysCopy() const
     {
         EXPECT_EQ(Archives(), QStringList("ZEP_ONE.MDB"));
-        EXPECT_EQ(dao::CheckDatabase(archive), QStringList());
+        EXPECT_EQ(store::CheckDatabase(archive), QStringList());
         EXPECT_EQ(InArchive("select montant from Actes where num = 1").toDouble(), settled);
     }
 

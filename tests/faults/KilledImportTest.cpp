@@ -2,6 +2,7 @@
 #include "faults/FolderContent.h"
 #include "faults/SmallDisk.h"
 #include "platform/basic/RuntimeError.h"
+#include "platform/store/DatabaseReader.h"
 #include "practice/Import.h"
 #include "support/ChildProcess.h"
 #include "support/DeadlyWrites.h"
@@ -107,7 +108,7 @@ TEST_F(KilledImport, LeavesAllOfItOrNothing)
         EXPECT_TRUE(program.Kill());
         const QString content = Content();
         EXPECT_TRUE(content == nothing || content == all) << content.toStdString();
-        EXPECT_EQ(dao::CheckDatabase(database), QStringList());
+        EXPECT_EQ(store::CheckDatabase(database), QStringList());
         written += content == all;
     }
     EXPECT_GT(written, 0);

@@ -4,6 +4,7 @@
 #include "core/printing.h"
 #include "data/Archives.h"
 #include "platform/basic/Dates.h"
+#include "platform/store/DatabaseReader.h"
 #include "support/ChildProcess.h"
 #include "support/DeadlyWrites.h"
 #include "support/FolderInMemory.h"
@@ -171,7 +172,7 @@ protected:
 
     void ExpectSoundFile(const QString& name) const
     {
-        EXPECT_EQ(dao::CheckDatabase(practice.File(name)), QStringList()) << name.toStdString();
+        EXPECT_EQ(store::CheckDatabase(practice.File(name)), QStringList()) << name.toStdString();
     }
 
     tests::FolderInMemory memory;

@@ -1,6 +1,7 @@
 #include "core/globals.h"
 #include "data/Practice.h"
 #include "faults/FolderContent.h"
+#include "platform/store/Creation.h"
 #include "support/ChildProcess.h"
 #include "support/DeadlyWrites.h"
 #include "support/FolderInMemory.h"
@@ -45,7 +46,7 @@ TEST(KilledUpgrade, LeavesThePracticeUnchangedOrUpgraded)
     tests::Practice practice;
     const QString database = practice.File("ZEP_ONE.MDB");
     QFile::remove(database);
-    dao::CreateDatabase(database, data::Schema().remove(" AUTOINCREMENT") + QString::fromUtf8(Rows));
+    store::CreateDatabase(database, data::Schema().remove(" AUTOINCREMENT") + QString::fromUtf8(Rows));
     ASSERT_EQ(tests::OtherProgram(database).Run("pragma user_version=1; pragma journal_mode=delete"), SQLITE_OK);
     const QByteArray older = tests::BytesOf(database);
 

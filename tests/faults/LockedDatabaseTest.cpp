@@ -1,9 +1,9 @@
 #include "cash/J_CAISSE.h"
 #include "core/globals.h"
 #include "core/opening.h"
+#include "data/Practice.h"
 #include "faults/FolderContent.h"
 #include "platform/basic/RuntimeError.h"
-#include "platform/dao/Connection.h"
 #include "support/ChildProcess.h"
 #include "support/Globals.h"
 #include "support/MainWindow.h"
@@ -41,9 +41,9 @@ protected:
         practice.Open(); // once before, so that the file is upgraded
         tests::ResetGlobals();
         if (!tests::IsLongForm())
-            dao::busyMilliseconds = 300;
+            data::PracticeRules().patience = 300;
     }
-    ~LockedDatabase() override { dao::busyMilliseconds = patience; }
+    ~LockedDatabase() override { data::PracticeRules().patience = patience; }
 
     /// Another program that holds this lock until it is killed.
     tests::ChildProcess Lock(const char* lock) const
@@ -60,7 +60,7 @@ protected:
     template <class Work>
     void DuringAShortLock(tests::ChildProcess& other, Work work) const
     {
-        const QScopedValueRollback<int> real(dao::busyMilliseconds, patience);
+        const QScopedValueRollback<int> real(data::PracticeRules().patience, patience);
         std::thread end([&] {
             std::this_thread::sleep_for(ShortWhile);
             other.Kill();
@@ -92,7 +92,7 @@ protected:
         return till;
     }
 
-    const int patience = dao::busyMilliseconds;
+    const int patience = data::PracticeRules().patience;
     tests::Practice practice;
 };
 
@@ -112,7 +112,7 @@ TEST_F(LockedDatabase, IsRefusedAtTheStartAfterTheTimeout)
             QElapsedTimer waited;
             waited.start();
             tests::StartProgram(desk, practice.Folder());
-            EXPECT_GE(waited.elapsed(), 2 * dao::busyMilliseconds);
+            EXPECT_GE(waited.elapsed(), 2 * data::PracticeRules().patience);
             EXPECT_EQ(desk.EndCode(), 0);
             EXPECT_TRUE(tests::ContentOf(practice.Folder()) == before) << "something was written";
         }

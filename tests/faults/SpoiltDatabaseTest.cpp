@@ -1,9 +1,10 @@
 #include "core/globals.h"
 #include "core/opening.h"
+#include "data/Practice.h"
 #include "faults/FolderContent.h"
 #include "faults/SmallDisk.h"
 #include "platform/basic/RuntimeError.h"
-#include "platform/dao/Opening.h"
+#include "platform/store/Opening.h"
 #include "support/FolderInMemory.h"
 #include "support/Globals.h"
 #include "support/MainWindow.h"
@@ -206,9 +207,10 @@ TEST_F(SpoiltDatabase, IsRefusedOnReadOnlyMedia)
 TEST_F(SpoiltDatabase, NeverShowsAWrongBalanceAfterAFlippedByte)
 {
     const auto balances = [this] {
-        const dao::SqliteHandle opened = dao::OpenForWork(database);
-        return dao::TextAnswer(opened.get(), "select group_concat(day || ' ' || sum) from (select Date as day, "
-                                             "sum(montant) as sum from Actes where Date < '9999-12-31' group by Date)");
+        const store::SqliteHandle opened = store::OpenForWork(database, data::PracticeRules());
+        return store::TextAnswer(opened.get(),
+                                 "select group_concat(day || ' ' || sum) from (select Date as day, "
+                                 "sum(montant) as sum from Actes where Date < '9999-12-31' group by Date)");
     };
     const std::string expected = balances();
     ASSERT_FALSE(expected.empty());

@@ -2,7 +2,7 @@
 // file that has it in quotes. Each cell as a value of each kind is refused or is one that its column can store.
 #include "fuzz/Fuzz.h"
 #include "platform/basic/RuntimeError.h"
-#include "platform/dao/StoredValue.h"
+#include "platform/store/StoredValue.h"
 #include "practice/CsvFile.h"
 #include "practice/FieldRules.h"
 
@@ -55,21 +55,21 @@ QByteArray Quoted(const std::vector<CsvRow>& rows)
     return text;
 }
 
-dao::ColumnType ColumnOf(practice::FieldKind kind)
+store::ColumnType ColumnOf(practice::FieldKind kind)
 {
     using enum practice::FieldKind;
     switch (kind) {
     case Key:
     case Reference:
-        return dao::ColumnType::Whole;
+        return store::ColumnType::Whole;
     case Code:
-        return dao::ColumnType::Small;
+        return store::ColumnType::Small;
     case Date:
-        return dao::ColumnType::Date;
+        return store::ColumnType::Date;
     case Amount:
-        return dao::ColumnType::Real;
+        return store::ColumnType::Real;
     default:
-        return dao::ColumnType::Text;
+        return store::ColumnType::Text;
     }
 }
 

@@ -124,7 +124,7 @@ void Practice::Remove(const QString& table, dao::Key key)
 dao::Value Practice::Stored(const QString& table, dao::Key key, const char* field)
 {
     dao::Recordset rows = Database().OpenRecordset(table);
-    rows.FindFirst("num = " + QString::number(key));
+    rows.FindFirst(key);
     return rows.Collect(field).Get();
 }
 

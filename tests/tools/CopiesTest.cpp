@@ -38,7 +38,7 @@ protected:
     void Copy(const QString& name = "ZEP_ONE.MDB", const QDate& day = QDate(2008, 6, 16)) const
     {
         QDir().mkpath(archives);
-        dao::CopyDatabase(practice.Folder() + "/ZEP_ONE.MDB", archives + "/" + name);
+        store::CopyDatabase(practice.Folder() + "/ZEP_ONE.MDB", archives + "/" + name);
         Date(name, day);
     }
 

@@ -1,4 +1,5 @@
 #include "platform/dao/Engine.h"
+#include "platform/store/DatabaseReader.h"
 #include "practice/FieldRules.h"
 #include "tools/PracticeCommand.h"
 
@@ -61,7 +62,7 @@ TEST_F(ImportFolder, BringsAWholePracticeOver)
     EXPECT_TRUE(run.output.contains(": Prov, RCP2, textes.\n")) << run.output.toStdString();
     for (const practice::TableRule& table : practice::ImportTables())
         EXPECT_EQ(Exported(practice.Folder(), table).toStdString(), Exported(demo, table).toStdString());
-    EXPECT_EQ(dao::CheckDatabase(practice.Folder() + "/ZEP_ONE.MDB"), QStringList());
+    EXPECT_EQ(store::CheckDatabase(practice.Folder() + "/ZEP_ONE.MDB"), QStringList());
 
     run = Import();
     EXPECT_EQ(run.code, 0) << run.errors.toStdString();

@@ -1,5 +1,6 @@
 #include "practice/Import.h"
-#include "platform/dao/Connection.h"
+#include "data/Practice.h"
+#include "platform/store/DatabaseReader.h"
 #include "practice/FieldRules.h"
 #include "support/OtherProgram.h"
 #include "tools/PracticeCommand.h"
@@ -232,7 +233,7 @@ TEST(Import, PassesOverWhatIsThereAndChangesItWhenAsked)
     EXPECT_EQ(practice.Ask("select MM from Actes where num = 2").Long(), 7);
     EXPECT_EQ(practice.Ask("select Heure from Actes where num = 1").Text(), "08:00") << "not named, not touched";
     EXPECT_EQ(practice.Count("Actes where date = #07/17/2009#"), 1) << "the indexes follow";
-    EXPECT_EQ(dao::CheckDatabase(practice.Folder() + "/ZEP_ONE.MDB"), QStringList());
+    EXPECT_EQ(store::CheckDatabase(practice.Folder() + "/ZEP_ONE.MDB"), QStringList());
 }
 
 TEST(Import, GivesNoKeyOfADeletedServiceAgain)
@@ -261,12 +262,12 @@ protected:
         EXPECT_EQ(practice.Import("Actes", Acts + "1,17/06/2008,0,100,2\n").code, 0);
         other.emplace(practice.Folder() + "/ZEP_ONE.MDB");
         other->Run("pragma busy_timeout = 0");
-        dao::busyMilliseconds = 50;
+        data::PracticeRules().patience = 50;
     }
-    ~SharedImport() override { dao::busyMilliseconds = patience; }
+    ~SharedImport() override { data::PracticeRules().patience = patience; }
 
     const QByteArray Acts = "num,Date,HH,montant,flag_R\n";
-    const int patience = dao::busyMilliseconds;
+    const int patience = data::PracticeRules().patience;
     const NewPractice practice;
     std::optional<tests::OtherProgram> other;
 };

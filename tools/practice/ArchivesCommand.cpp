@@ -13,19 +13,19 @@ namespace {
 
 constexpr const char* ArchivesNames[] = {"DOSSIER"};
 
-QString RowsText(const dao::DatabaseReader& reader)
+QString RowsText(const store::DatabaseReader& reader)
 {
     QStringList counts;
     for (const char* const table :
          {"Patients", "Actes", "Actes_suppr", "Plani", "Presta", "Tarif", "Recettes", "Permn"}) {
-        dao::Statement count = reader.Select(std::string("select count(*) from ") + table);
+        store::Statement count = reader.Select(std::string("select count(*) from ") + table);
         count.Step();
         counts << QString("%1 %2").arg(table).arg(count.WholeAt(0));
     }
     return counts.join(", ");
 }
 
-QString BalanceText(const dao::DatabaseReader& reader)
+QString BalanceText(const store::DatabaseReader& reader)
 {
     const CashDays cash(reader, {});
     const QDate day = cash.LastDay();
@@ -41,7 +41,7 @@ void Describe(const data::ArchivedCopy& copy, const QString& fault, QTextStream&
            << (fault.isEmpty() ? QString("entière") : "INUTILISABLE : " + fault) << "\n";
     if (!fault.isEmpty())
         return;
-    const dao::DatabaseReader reader(copy.path);
+    const store::DatabaseReader reader(copy.path);
     output << "  " << RowsText(reader) << "\n  Dernier acte : " << LastActText(reader)
            << "\n  Solde : " << BalanceText(reader) << "\n";
 }

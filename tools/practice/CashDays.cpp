@@ -18,36 +18,37 @@ qint64 ShownCents(double dinars)
     return std::llround(basic::Val(basic::Format(dinars, AmountMask)) * 100);
 }
 
-QDate DayIn(const dao::Value& value)
+QDate DayIn(const store::Value& value)
 {
     const auto* const text = std::get_if<QString>(&value.Raw());
     return text != nullptr ? QDate::fromString(*text, Qt::ISODate) : QDate();
 }
 
 /// A field of a stored row; Null when there is none.
-dao::Value Stored(const dao::DatabaseReader& reader, const QString& table, const QString& field, qint64 key)
+store::Value Stored(const store::DatabaseReader& reader, const QString& table, const QString& field, qint64 key)
 {
-    dao::Statement select = reader.Select(("select \"" + field + "\" from " + table + " where num = ?").toStdString());
+    store::Statement select =
+        reader.Select(("select \"" + field + "\" from " + table + " where num = ?").toStdString());
     select.Bind(1, key);
-    return select.Step() ? dao::ValueOf(select.At(0), dao::ColumnType::Text) : dao::Value();
+    return select.Step() ? store::ValueOf(select.At(0), store::ColumnType::Text) : store::Value();
 }
 
 /// A row as both states hold it.
 class Row {
 public:
-    Row(const dao::DatabaseReader& before, const dao::DatabaseReader& after, const QString& table,
+    Row(const store::DatabaseReader& before, const store::DatabaseReader& after, const QString& table,
         const RowChange& rowChange)
         : oldState(&before), newState(&after), tableName(table), change(&rowChange)
     {
     }
 
-    dao::Value Before(const QString& field) const { return Side(field, true); }
-    dao::Value After(const QString& field) const { return Side(field, false); }
+    store::Value Before(const QString& field) const { return Side(field, true); }
+    store::Value After(const QString& field) const { return Side(field, false); }
     /// The newer value where the row is still there.
-    dao::Value Current(const QString& field) const { return Side(field, change->kind == RowChange::Kind::Gone); }
+    store::Value Current(const QString& field) const { return Side(field, change->kind == RowChange::Kind::Gone); }
 
 private:
-    dao::Value Side(const QString& field, bool isOld) const
+    store::Value Side(const QString& field, bool isOld) const
     {
         if (const FieldChange* const changed = change->Find(field))
             return isOld ? changed->before : changed->after;
@@ -56,25 +57,25 @@ private:
         return Stored(isOld ? *oldState : *newState, tableName, field, change->key);
     }
 
-    const dao::DatabaseReader* oldState;
-    const dao::DatabaseReader* newState;
+    const store::DatabaseReader* oldState;
+    const store::DatabaseReader* newState;
     QString tableName;
     const RowChange* change;
 };
 
-QString PlainText(const dao::Value& value)
+QString PlainText(const store::Value& value)
 {
     const auto* const text = std::get_if<QString>(&value.Raw());
     return text != nullptr ? text->trimmed() : QString();
 }
 
 /// A name out of either state, the newer one first; its number when the row is gone from both.
-QString NameOf(const dao::DatabaseReader& before, const dao::DatabaseReader& after, const QString& table,
-               const QStringList& fields, const dao::Value& key)
+QString NameOf(const store::DatabaseReader& before, const store::DatabaseReader& after, const QString& table,
+               const QStringList& fields, const store::Value& key)
 {
     if (key.IsNull() || std::holds_alternative<QString>(key.Raw()))
         return "?";
-    for (const dao::DatabaseReader* reader : {&after, &before}) {
+    for (const store::DatabaseReader* reader : {&after, &before}) {
         QStringList words;
         for (const QString& field : fields)
             words << PlainText(Stored(*reader, table, field, qint64(key.Double())));
@@ -103,7 +104,8 @@ QString ChangesText(const Row& row, const RowChange& change, const char* feminin
 /// The rows that explain why the cash of a day differs, by day.
 class Reasons {
 public:
-    Reasons(const dao::DatabaseReader& beforeState, const dao::DatabaseReader& afterState, const QSet<QDate>& differing)
+    Reasons(const store::DatabaseReader& beforeState, const store::DatabaseReader& afterState,
+            const QSet<QDate>& differing)
         : before(&beforeState), after(&afterState), days(&differing)
     {
     }
@@ -141,28 +143,28 @@ private:
                ChangesText(row, change, "e");
     }
 
-    const dao::DatabaseReader* before;
-    const dao::DatabaseReader* after;
+    const store::DatabaseReader* before;
+    const store::DatabaseReader* after;
     const QSet<QDate>* days;
     QMap<QDate, QStringList> lines;
 };
 
 } // namespace
 
-CashDays::CashDays(const dao::DatabaseReader& reader, const QDate& end)
+CashDays::CashDays(const store::DatabaseReader& reader, const QDate& end)
 {
     Add(reader, "Actes", end, &Cash::received);
     Add(reader, "Recettes", end, &Cash::spent);
 }
 
-void CashDays::Add(const dao::DatabaseReader& reader, const char* table, const QDate& end, double Cash::*side)
+void CashDays::Add(const store::DatabaseReader& reader, const char* table, const QDate& end, double Cash::*side)
 {
-    dao::Statement sums = reader.Select(std::string("select Date, sum(montant) from ") + table +
-                                        " where Date is not null and Date < ? group by Date");
-    sums.Bind(1, end.isValid() ? dao::Value(end.toString(Qt::ISODate)) : dao::Value("9999-12-31"));
+    store::Statement sums = reader.Select(std::string("select Date, sum(montant) from ") + table +
+                                          " where Date is not null and Date < ? group by Date");
+    sums.Bind(1, end.isValid() ? store::Value(end.toString(Qt::ISODate)) : store::Value("9999-12-31"));
     while (sums.Step()) {
-        const QDate day = DayIn(dao::ValueOf(sums.At(0), dao::ColumnType::Text));
-        const dao::Value sum = dao::ValueOf(sums.At(1), dao::ColumnType::Text);
+        const QDate day = DayIn(store::ValueOf(sums.At(0), store::ColumnType::Text));
+        const store::Value sum = store::ValueOf(sums.At(1), store::ColumnType::Text);
         if (day.isValid() && !sum.IsNull())
             days[day].*side += sum.Double();
     }
@@ -182,7 +184,7 @@ double CashDays::Balance(const QDate& day) const
     return balance;
 }
 
-QList<DifferingDay> DifferingDays(const dao::DatabaseReader& before, const dao::DatabaseReader& after,
+QList<DifferingDay> DifferingDays(const store::DatabaseReader& before, const store::DatabaseReader& after,
                                   const QList<TableChanges>& changes, const QDate& end)
 {
     const CashDays old(before, end);

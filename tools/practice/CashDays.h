@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/dao/DatabaseReader.h"
+#include "platform/store/DatabaseReader.h"
 #include "practice/Differences.h"
 
 #include <QDate>
@@ -14,7 +14,7 @@ namespace practice {
 class CashDays {
 public:
     /// All days before `end`; all days when it is invalid.
-    CashDays(const dao::DatabaseReader& reader, const QDate& end);
+    CashDays(const store::DatabaseReader& reader, const QDate& end);
 
     /// Received less spent, in hundredths of a dinar: each sum is rounded as the screens show it. 0 for a day without
     /// any.
@@ -29,7 +29,7 @@ private:
         double received = 0;
         double spent = 0;
     };
-    void Add(const dao::DatabaseReader& reader, const char* table, const QDate& end, double Cash::*side);
+    void Add(const store::DatabaseReader& reader, const char* table, const QDate& end, double Cash::*side);
     QMap<QDate, Cash> days;
 };
 
@@ -43,7 +43,7 @@ struct DifferingDay {
 
 /// The days before `end` whose movement differs, by the rows that differ; later days that merely follow from them don't
 /// count.
-QList<DifferingDay> DifferingDays(const dao::DatabaseReader& before, const dao::DatabaseReader& after,
+QList<DifferingDay> DifferingDays(const store::DatabaseReader& before, const store::DatabaseReader& after,
                                   const QList<TableChanges>& changes, const QDate& end);
 
 } // namespace practice

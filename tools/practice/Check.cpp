@@ -3,6 +3,7 @@
 #include "data/Practice.h"
 #include "data/ReportTemplates.h"
 #include "platform/basic/RuntimeError.h"
+#include "platform/dao/Engine.h"
 #include "platform/host/Files.h"
 #include "practice/DatabaseCheck.h"
 
@@ -105,7 +106,7 @@ private:
     void CheckFile(const QString& file)
     {
         const QString name = QFileInfo(file).fileName();
-        report.Run(name, [&] { CheckDatabase(dao::DatabaseReader(file), name, report); });
+        report.Run(name, [&] { CheckDatabase(store::DatabaseReader(file), name, report); });
     }
 
     QString path;

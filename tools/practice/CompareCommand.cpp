@@ -75,7 +75,7 @@ QString CsvField(QString text)
     return '"' + text.replace('"', "\"\"") + '"';
 }
 
-QString CsvValue(const FieldChange& change, const dao::Value& value)
+QString CsvValue(const FieldChange& change, const store::Value& value)
 {
     return CsvField(value.IsNull() ? QString() : FieldText(change.field, value));
 }
@@ -111,8 +111,8 @@ int RunCompare(const Arguments& arguments, const Streams& streams)
     const QString folder = arguments.Name(0);
     RequirePractice(folder);
     const data::ArchivedCopy copy = ChosenCopy(folder, arguments.Name(1), host::Today());
-    const dao::DatabaseReader before(copy.path);
-    const dao::DatabaseReader after(host::PathIn(folder, data::DatabaseFile));
+    const store::DatabaseReader before(copy.path);
+    const store::DatabaseReader after(host::PathIn(folder, data::DatabaseFile));
     const QList<TableChanges> changes = DifferencesOf(before, after);
     const QList<DifferingDay> days = DifferingDays(before, after, changes, copy.Day());
     if (arguments.Has("csv"))

@@ -14,7 +14,7 @@ QStringList LinesOf(const Select& select, const std::string& check)
 {
     QStringList lines;
     try {
-        for (dao::Statement rows = select(check); rows.Step();)
+        for (store::Statement rows = select(check); rows.Step();)
             lines << QString::fromStdString(rows.TextAt(0)).split('\n', Qt::SkipEmptyParts);
     } catch (const basic::RuntimeError& error) {
         if (error.Code() != basic::Error::DamagedDatabase)
@@ -49,7 +49,7 @@ QString JoinedFields(const Structure::Index& index)
 }
 
 /// The fields of a row that have other values in an entry of an index.
-QStringList Differences(const dao::Statement& entry, const dao::Statement& row, const Structure::Index& index)
+QStringList Differences(const store::Statement& entry, const store::Statement& row, const Structure::Index& index)
 {
     QStringList lines;
     for (int field = 0; field < index.fields.size(); ++field) {
@@ -73,15 +73,15 @@ QStringList ContradictionsOf(const Select& select, const Structure::Index& index
     try {
         const QString fields = JoinedFields(index);
         const QString table = QuotedName(index.table);
-        dao::Statement entries =
+        store::Statement entries =
             select(QString("select rowid, %1 from %2 indexed by %3 except select rowid, %1 from %2 "
                            "not indexed")
                        .arg(fields, table, QuotedName(index.name))
                        .toStdString());
-        dao::Statement row =
+        store::Statement row =
             select(QString("select rowid, %1 from %2 not indexed where rowid = ?").arg(fields, table).toStdString());
         while (entries.Step() && lines.size() < mostLines) {
-            const dao::ResetAtEnd reset(row);
+            const store::ResetAtEnd reset(row);
             row.Bind(1, entries.WholeAt(0));
             if (row.Step())
                 lines << Differences(entries, row, index);

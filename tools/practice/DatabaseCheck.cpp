@@ -32,7 +32,7 @@ std::string SelectOfFaults(const Structure::Table& table, const QList<FieldFault
 
 class DatabaseCheck {
 public:
-    DatabaseCheck(const dao::DatabaseReader& reader, const QString& name, CheckReport& into)
+    DatabaseCheck(const store::DatabaseReader& reader, const QString& name, CheckReport& into)
         : select([&reader](std::string_view sql) { return reader.Select(sql); }), file(name), report(into)
     {
     }
@@ -53,7 +53,7 @@ public:
 private:
     void CheckPlantedCode()
     {
-        dao::Statement code =
+        store::Statement code =
             select("select name, type, tbl_name from sqlite_schema where type in ('trigger', 'view') order by name");
         while (code.Step()) {
             const QString name = QString::fromStdString(code.TextAt(0));
@@ -76,7 +76,7 @@ private:
 
     qint64 CountRows(const QString& table) const
     {
-        dao::Statement count = select("select count(*) from " + dao::Quoted(table.toStdString()) + " not indexed");
+        store::Statement count = select("select count(*) from " + store::Quoted(table.toStdString()) + " not indexed");
         count.Step();
         return count.WholeAt(0);
     }
@@ -99,7 +99,7 @@ private:
             return;
         const Structure::Field* const key = found.FindTable(table.name)->Find("num");
         std::map<std::pair<int, int>, Findings> findings; // by field and fault
-        dao::Statement rows = select(SelectOfFaults(table, fields, key != nullptr));
+        store::Statement rows = select(SelectOfFaults(table, fields, key != nullptr));
         while (rows.Step()) {
             for (int field = 0; field < fields.size(); ++field)
                 NoteFault(rows, field, key != nullptr, findings);
@@ -112,7 +112,7 @@ private:
         }
     }
 
-    static void NoteFault(const dao::Statement& row, int field, bool hasKey,
+    static void NoteFault(const store::Statement& row, int field, bool hasKey,
                           std::map<std::pair<int, int>, Findings>& findings)
     {
         constexpr int columnsOfField = 3;
@@ -136,7 +136,7 @@ private:
 
 } // namespace
 
-void CheckDatabase(const dao::DatabaseReader& reader, const QString& name, CheckReport& report)
+void CheckDatabase(const store::DatabaseReader& reader, const QString& name, CheckReport& report)
 {
     DatabaseCheck(reader, name, report).Run();
 }

@@ -125,7 +125,7 @@ private:
         acts["num_patient"] = dice.OneIn(2500) ? plan.patients + dice.Between(1, 50) : dice.Between(1, plan.patients);
         acts["num_presta"] = dice.OneIn(4000) ? plan.services + 1 : service + 1;
         acts["montant"] = amount;
-        acts["Type"] = code < 0 ? dao::Value() : dao::Value(codes[code]);
+        acts["Type"] = code < 0 ? store::Value() : store::Value(codes[code]);
         acts["flag_R"] = settlement;
         cash += amount;
     }
@@ -205,7 +205,7 @@ void WriteDeletedActs(const dao::Database& database, const DemoPlan& plan, Dice&
         journal["Heure"] = TimeText(dice.Below(SlotsOfDay * StepsOfHour));
         journal["num_patient"] = dice.Between(1, plan.patients);
         journal["num_presta"] = dice.Between(1, plan.services);
-        journal["Type"] = code < 0 ? dao::Value() : dao::Value(TariffCode(code));
+        journal["Type"] = code < 0 ? store::Value() : store::Value(TariffCode(code));
         journal["flag_R"] = dice.Below(6);
         journal["Date_Suppr"] = basic::DateText(deletion);
         journal["H_Suppr"] = TimeText(dice.Below(SlotsOfDay * StepsOfHour));

@@ -19,9 +19,9 @@ QString CardNumber(const QDate& birth, int patient)
     return birth.toString("yy") + QString("%1").arg(patient, 6, 10, QChar('0')) + birth.toString("MM");
 }
 
-dao::Value NullIf(bool missing, const QString& text)
+store::Value NullIf(bool missing, const QString& text)
 {
-    return missing ? dao::Value() : dao::Value(text);
+    return missing ? store::Value() : store::Value(text);
 }
 
 void FillPatient(dao::Recordset& patients, int key, const QDate& until, Dice& dice)

@@ -12,10 +12,10 @@ constexpr std::pair<const char*, const char*> ComparedTables[] = {
     {"Patients", "num"}, {"Actes", "num"},    {"Actes_suppr", "num"}, {"Plani", "num"},
     {"Presta", "num"},   {"Recettes", "num"}, {"Tarif", "rowid"},     {"Permn", "rowid"}};
 
-QStringList ColumnsOf(const dao::DatabaseReader& reader, const QString& table)
+QStringList ColumnsOf(const store::DatabaseReader& reader, const QString& table)
 {
     QStringList columns;
-    dao::Statement names = reader.Select("select name from pragma_table_info('" + table.toStdString() + "')");
+    store::Statement names = reader.Select("select name from pragma_table_info('" + table.toStdString() + "')");
     while (names.Step())
         columns << QString::fromStdString(names.TextAt(0));
     return columns;
@@ -33,7 +33,7 @@ QStringList CommonColumns(const QStringList& before, const QStringList& after, c
 /// The rows of a table in the order of their keys; the key is column 0.
 class Rows {
 public:
-    Rows(const dao::DatabaseReader& reader, const QString& table, const QString& key, const QStringList& columns)
+    Rows(const store::DatabaseReader& reader, const QString& table, const QString& key, const QStringList& columns)
     {
         QString select = "select " + key;
         for (const QString& column : columns)
@@ -44,22 +44,22 @@ public:
 
     bool IsAtEnd() const { return atEnd; }
     qint64 Key() const { return statement.WholeAt(0); }
-    dao::StoredValue At(int column) const { return statement.At(column + 1); }
+    store::StoredValue At(int column) const { return statement.At(column + 1); }
     void Next() { atEnd = !statement.Step(); }
 
 private:
-    dao::Statement statement;
+    store::Statement statement;
     bool atEnd = false;
 };
 
-bool IsSame(const dao::StoredValue& left, const dao::StoredValue& right)
+bool IsSame(const store::StoredValue& left, const store::StoredValue& right)
 {
-    using Kind = dao::StoredValue::Kind;
+    using Kind = store::StoredValue::Kind;
     if (left.kind != right.kind) {
-        const auto number = [](const dao::StoredValue& value) {
+        const auto number = [](const store::StoredValue& value) {
             return value.kind == Kind::Whole ? double(value.whole) : value.real;
         };
-        const auto isNumber = [](const dao::StoredValue& value) {
+        const auto isNumber = [](const store::StoredValue& value) {
             return value.kind == Kind::Whole || value.kind == Kind::Real;
         };
         return isNumber(left) && isNumber(right) && number(left) == number(right);
@@ -77,16 +77,16 @@ bool IsSame(const dao::StoredValue& left, const dao::StoredValue& right)
     return left.length == right.length && std::memcmp(left.text, right.text, std::size_t(left.length)) == 0;
 }
 
-dao::Value Held(const dao::StoredValue& stored)
+store::Value Held(const store::StoredValue& stored)
 {
-    return dao::ValueOf(stored, dao::ColumnType::Text); // dates stay as they are stored
+    return store::ValueOf(stored, store::ColumnType::Text); // dates stay as they are stored
 }
 
 RowChange WholeRow(RowChange::Kind kind, const Rows& row, const QStringList& columns)
 {
     RowChange change{kind, row.Key(), {}};
     for (int column = 0; column < columns.size(); ++column) {
-        const dao::Value value = Held(row.At(column));
+        const store::Value value = Held(row.At(column));
         if (kind == RowChange::Kind::Added)
             change.fields << FieldChange{columns[column], {}, value};
         else
@@ -138,7 +138,7 @@ int TableChanges::Count(RowChange::Kind kind) const
     return int(std::ranges::count(rows, kind, &RowChange::kind));
 }
 
-QList<TableChanges> DifferencesOf(const dao::DatabaseReader& before, const dao::DatabaseReader& after)
+QList<TableChanges> DifferencesOf(const store::DatabaseReader& before, const store::DatabaseReader& after)
 {
     QList<TableChanges> all;
     for (const auto& [table, key] : ComparedTables) {

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/dao/DatabaseReader.h"
-#include "platform/dao/Value.h"
+#include "platform/store/DatabaseReader.h"
+#include "platform/store/Value.h"
 
 #include <QList>
 #include <QString>
@@ -11,8 +11,8 @@ namespace practice {
 /// A field of a row that two states of a practice hold differently.
 struct FieldChange {
     QString field;
-    dao::Value before;
-    dao::Value after;
+    store::Value before;
+    store::Value after;
 };
 
 /// A row that was added, changed or is gone. Of an added or a gone one every field is given, the other side Null.
@@ -34,7 +34,7 @@ struct TableChanges {
 
 /// The differences between two states of a practice, table by table, rows by their keys; tables that only reports write
 /// are left out. A field that only one of the states has is not compared. Reads each state once.
-QList<TableChanges> DifferencesOf(const dao::DatabaseReader& before, const dao::DatabaseReader& after);
+QList<TableChanges> DifferencesOf(const store::DatabaseReader& before, const store::DatabaseReader& after);
 
 /// "3 ajoutées, 1 modifiée, 2 disparues"; "rien n'a changé" for none.
 QString CountsText(const TableChanges& changes);

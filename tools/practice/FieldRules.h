@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/dao/Value.h"
+#include "platform/store/Value.h"
 
 #include <QDate>
 #include <QString>
@@ -42,7 +42,7 @@ QStringList ScratchTables();
 
 /// A text read for a field: the value, or the reason why it can't be (in French).
 struct ReadValue {
-    dao::Value value;
+    store::Value value;
     QString problem;
 };
 /// An empty text is Null. A text is taken as spreadsheets and exports write it: dates are dd/mm/yyyy or yyyy-mm-dd,

@@ -30,18 +30,18 @@ QString ShownText(QString text)
 
 } // namespace
 
-QString ShownValue(const dao::StoredValue& value, std::string_view type)
+QString ShownValue(const store::StoredValue& value, std::string_view type)
 {
     if (type == "blob")
         return QStringLiteral("données binaires");
     switch (value.kind) {
-    case dao::StoredValue::Kind::Null:
+    case store::StoredValue::Kind::Null:
         break;
-    case dao::StoredValue::Kind::Whole:
+    case store::StoredValue::Kind::Whole:
         return QString::number(value.whole);
-    case dao::StoredValue::Kind::Real:
+    case store::StoredValue::Kind::Real:
         return ShownNumber(value.real);
-    case dao::StoredValue::Kind::Text:
+    case store::StoredValue::Kind::Text:
         return ShownText(QString::fromUtf8(value.text, value.length));
     }
     return QStringLiteral("vide");

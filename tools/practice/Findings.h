@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/dao/Sqlite.h"
+#include "platform/store/Sqlite.h"
 
 #include <QString>
 #include <QStringList>
@@ -9,7 +9,7 @@ namespace practice {
 
 /// A stored value as a message shows it: a text between guillemets and cut where it is long. `type` is SQLite's name of
 /// its type.
-QString ShownValue(const dao::StoredValue& value, std::string_view type);
+QString ShownValue(const store::StoredValue& value, std::string_view type);
 
 /// Rows that have something in common: how many, and the first of them.
 class Findings {

@@ -24,7 +24,7 @@ public:
         keyPosition = static_cast<std::size_t>(fields.indexOf("num"));
     }
 
-    QString Add(const std::vector<dao::Value>& values, qint64 line) override
+    QString Add(const std::vector<store::Value>& values, qint64 line) override
     {
         const dao::Key key = values[keyPosition].Long();
         if (!rows->Add(values))
@@ -80,7 +80,7 @@ public:
 
     void Begin(const QStringList& fieldNames) override { fields = fieldNames; }
 
-    QString Add(const std::vector<dao::Value>& values, qint64 /*line*/) override
+    QString Add(const std::vector<store::Value>& values, qint64 /*line*/) override
     {
         if (!given.empty())
             return QString("%1 n'a qu'une ligne").arg(QLatin1String(table.name));
@@ -126,9 +126,9 @@ public:
 
 private:
     /// Empty when the table has no row.
-    std::vector<dao::Value> Present() const
+    std::vector<store::Value> Present() const
     {
-        std::vector<dao::Value> values;
+        std::vector<store::Value> values;
         const dao::Recordset row = database.OpenRecordset(QLatin1String(table.name));
         for (qsizetype field = 0; field < fields.size() && !row.IsEOF(); ++field)
             values.push_back(row.Collect(fields[field]).Get());
@@ -146,13 +146,13 @@ private:
     }
 
     /// A blank text counts as none: the program fills texts that nobody has typed with one blank.
-    static bool IsSame(const dao::Value& left, const dao::Value& right)
+    static bool IsSame(const store::Value& left, const store::Value& right)
     {
-        const auto text = [](const dao::Value& value) { return value.IsNull() ? QString() : value.Text().trimmed(); };
+        const auto text = [](const store::Value& value) { return value.IsNull() ? QString() : value.Text().trimmed(); };
         return text(left) == text(right);
     }
 
-    static bool AreSame(const std::vector<dao::Value>& left, const std::vector<dao::Value>& right)
+    static bool AreSame(const std::vector<store::Value>& left, const std::vector<store::Value>& right)
     {
         return std::ranges::equal(left, right, IsSame);
     }
@@ -161,8 +161,8 @@ private:
     const TableRule& table;
     bool updates;
     QStringList fields;
-    std::vector<dao::Value> given;
-    std::vector<dao::Value> present;
+    std::vector<store::Value> given;
+    std::vector<store::Value> present;
 };
 
 } // namespace

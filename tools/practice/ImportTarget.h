@@ -29,7 +29,7 @@ public:
 
     virtual void Begin(const QStringList& fields) = 0;
     /// Returns why the row can't be taken, or an empty text.
-    virtual QString Add(const std::vector<dao::Value>& values, qint64 line) = 0;
+    virtual QString Add(const std::vector<store::Value>& values, qint64 line) = 0;
     /// To be called once, after Begin and the last Add. Notes what can't be written as a problem.
     virtual void Compare(Problems& problems) = 0;
     const ImportCounts& Counts() const { return counts; }

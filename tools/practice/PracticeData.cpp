@@ -14,10 +14,8 @@ PracticeData::PracticeData(const QString& folder)
         throw basic::RuntimeError::Described(basic::Error::PathNotFound,
                                              QString("Le dossier « %1 » n'existe pas.").arg(folder));
     dao::DBEngine.SystemDB = host::PathIn(folder, data::WorkgroupFile);
-    dao::DBEngine.KeyedTables = data::KeyedTables();
-    dao::DBEngine.SummedIndexes = data::SummedIndexes();
     workspace = dao::DBEngine.CreateWorkspace("Special", data::WorkspaceUser, data::BuildWorkspacePassword());
-    database = workspace.OpenDatabase(host::PathIn(folder, data::DatabaseFile));
+    database = workspace.OpenDatabase(host::PathIn(folder, data::DatabaseFile), data::PracticeRules());
 }
 
 PracticeData::~PracticeData()

@@ -2,12 +2,12 @@
 
 #include "data/Practice.h"
 #include "platform/basic/Dates.h"
-#include "platform/basic/OwnerOnly.h"
 #include "platform/basic/RuntimeError.h"
-#include "platform/dao/ArchiveCopy.h"
-#include "platform/dao/FileState.h"
-#include "platform/dao/Repair.h"
 #include "platform/host/Files.h"
+#include "platform/host/OwnerOnly.h"
+#include "platform/store/ArchiveCopy.h"
+#include "platform/store/FileState.h"
+#include "platform/store/Repair.h"
 #include "practice/Damage.h"
 #include "practice/FieldRules.h"
 #include "practice/Findings.h"
@@ -98,9 +98,9 @@ private:
     void PlanDates(const DateField& date)
     {
         DateMend mend{date, {}, {}};
-        dao::Statement rows = select(QString("select rowid, %1, typeof(%1) from %2 not indexed where %3")
-                                         .arg(QuotedName(date.field), QuotedName(date.table), date.fault)
-                                         .toStdString());
+        store::Statement rows = select(QString("select rowid, %1, typeof(%1) from %2 not indexed where %3")
+                                           .arg(QuotedName(date.field), QuotedName(date.table), date.fault)
+                                           .toStdString());
         while (rows.Step()) {
             const QDate day = DayOf(QString::fromStdString(rows.TextAt(1)).trimmed());
             if (!day.isValid() || rows.TextAt(2) != "text")
@@ -130,9 +130,9 @@ private:
             if (table == nullptr || table->Find(part.field) == nullptr || table->Find("Date") == nullptr)
                 continue;
             PartMend mend{part, {}};
-            dao::Statement rows = select(QString("select rowid, %1, typeof(%1) from %2 not indexed where %3")
-                                             .arg(QuotedName(part.field), QuotedName(part.table), part.Fault())
-                                             .toStdString());
+            store::Statement rows = select(QString("select rowid, %1, typeof(%1) from %2 not indexed where %3")
+                                               .arg(QuotedName(part.field), QuotedName(part.table), part.Fault())
+                                               .toStdString());
             while (rows.Step())
                 Note(mend.findings, part.table, rows.WholeAt(0), ShownValue(rows.At(1), rows.TextAt(2)));
             if (mend.findings.Count() > 0)
@@ -146,14 +146,14 @@ private:
     /// The path of a copy of the database as it is now.
     QString MakeCopy(const QString& archives, const QDateTime& moment) const
     {
-        const auto ownerOnly = basic::ForOwnerOnly();
+        const auto ownerOnly = host::ForOwnerOnly();
         QDir().mkpath(archives);
         const QString target = FreeName(archives, moment);
         try {
             if (isDamaged)
-                dao::CopyDamagedDatabase(path, target);
+                store::CopyDamagedDatabase(path, target);
             else
-                dao::CopyDatabase(path, target);
+                store::CopyDatabase(path, target);
         } catch (const RuntimeError& error) {
             throw RuntimeError::Described(
                 error.Code(),
@@ -201,12 +201,12 @@ private:
 
     QString ChangeDates(const DateMend& mend)
     {
-        dao::Statement change = select(QString("update %1 set %2 = ?2 where rowid = ?1")
-                                           .arg(QuotedName(mend.date.table), QuotedName(mend.date.field))
-                                           .toStdString());
+        store::Statement change = select(QString("update %1 set %2 = ?2 where rowid = ?1")
+                                             .arg(QuotedName(mend.date.table), QuotedName(mend.date.field))
+                                             .toStdString());
         for (const DateMend::Row& row : mend.rows) {
             change.Bind(1, row.row);
-            change.Bind(2, dao::Value(row.text));
+            change.Bind(2, store::Value(row.text));
             change.Run();
         }
         return QString("%1 : %2 mis sous la forme %3 %4")
@@ -225,7 +225,7 @@ private:
     void Run(const QString& statement) { select(statement.toStdString()).Run(); }
 
     QString path;
-    dao::RepairTransaction work;
+    store::RepairTransaction work;
     Select select = [this](std::string_view sql) { return work.Prepare(sql); };
     Structure found;
     bool isDamaged = false;
@@ -244,7 +244,7 @@ RepairReport RepairPractice(const QString& folder, const QDateTime& moment)
         throw RuntimeError::Described(
             Error::DatabaseNotFound,
             QString("« %1 » n'est pas le dossier d'un cabinet : %2 manque.").arg(folder, data::DatabaseFile));
-    if (dao::IsInUse(dao::BehindLinks(database)))
+    if (store::IsInUse(store::BehindLinks(database)))
         throw RuntimeError::Described(
             Error::Locked,
             "Le cabinet est ouvert dans un programme : quittez-le, puis recommencez. Rien n'a été modifié.");

@@ -19,7 +19,7 @@ struct RepairReport {
 ///
 /// One transaction, after a copy into ARCHIVES whose name holds `moment` and that replaces no file. When the result
 /// isn't sound nothing is changed. Raises 3024 when there is no database, 3187 when a program has the practice open,
-/// what dao::RepairTransaction raises, and what dao::CopyDatabase raises.
+/// what store::RepairTransaction raises, and what store::CopyDatabase raises.
 RepairReport RepairPractice(const QString& folder, const QDateTime& moment);
 
 } // namespace practice

@@ -5,8 +5,8 @@
 
 #include "data/Practice.h"
 #include "platform/basic/RuntimeError.h"
-#include "platform/dao/FileState.h"
 #include "platform/host/Files.h"
+#include "platform/store/FileState.h"
 
 #include <tuple>
 
@@ -30,7 +30,7 @@ QString LossText(const TableChanges& table)
 }
 
 /// What the copy brings back and what goes with the present file.
-void ShowLoss(const dao::DatabaseReader& copy, const dao::DatabaseReader& present, QTextStream& output)
+void ShowLoss(const store::DatabaseReader& copy, const store::DatabaseReader& present, QTextStream& output)
 {
     output << "Dernier acte de la copie : " << LastActText(copy) << "\nDernier acte actuel : " << LastActText(present)
            << "\n";
@@ -48,9 +48,9 @@ void ShowLoss(const dao::DatabaseReader& copy, const dao::DatabaseReader& presen
 void ShowPlan(const data::ArchivedCopy& copy, const QString& database, QTextStream& output)
 {
     output << "Copie : " << copy.Name() << " du " << data::MomentOf(copy) << "\n";
-    const dao::DatabaseReader reader(copy.path);
+    const store::DatabaseReader reader(copy.path);
     try {
-        ShowLoss(reader, dao::DatabaseReader(database), output);
+        ShowLoss(reader, store::DatabaseReader(database), output);
     } catch (const basic::RuntimeError& error) {
         output << "Dernier acte de la copie : " << LastActText(reader)
                << "\nLe fichier actuel ne peut pas être lu : " << error.Description() << "\n";

@@ -41,7 +41,7 @@ QString FieldTitle(const QString& field)
     return titles.value(field.toLower(), field);
 }
 
-QString FieldText(const QString& field, const dao::Value& value)
+QString FieldText(const QString& field, const store::Value& value)
 {
     if (value.IsNull())
         return "vide";
@@ -59,9 +59,9 @@ QString FieldText(const QString& field, const dao::Value& value)
     return basic::PlainText(value.Double());
 }
 
-QString LastActText(const dao::DatabaseReader& reader)
+QString LastActText(const store::DatabaseReader& reader)
 {
-    dao::Statement select =
+    store::Statement select =
         reader.Select("select num, Date, (select trim(coalesce(nom, '') || ' ' || coalesce(Prenom, '')) from Patients "
                       "where Patients.num = num_patient) from Actes order by num desc limit 1");
     if (!select.Step())

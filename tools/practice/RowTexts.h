@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/dao/DatabaseReader.h"
-#include "platform/dao/StoredValue.h"
+#include "platform/store/DatabaseReader.h"
+#include "platform/store/StoredValue.h"
 
 #include <QDate>
 #include <QString>
@@ -18,9 +18,9 @@ QString DayText(const QDate& day);
 QString FieldTitle(const QString& field);
 /// A stored value of the field: amounts to the cent, dates as dd/mm/yyyy, payment codes as they are shown; "vide" for
 /// Null.
-QString FieldText(const QString& field, const dao::Value& value);
+QString FieldText(const QString& field, const store::Value& value);
 
 /// "n° 412 du 23/11/2026 (SAÏDI Fatima)": the act with the highest key; "aucun".
-QString LastActText(const dao::DatabaseReader& reader);
+QString LastActText(const store::DatabaseReader& reader);
 
 } // namespace practice

@@ -2,7 +2,8 @@
 
 #include "data/Practice.h"
 #include "platform/basic/RuntimeError.h"
-#include "platform/dao/DatabaseReader.h"
+#include "platform/store/Creation.h"
+#include "platform/store/DatabaseReader.h"
 
 #include <QTemporaryDir>
 #include <algorithm>
@@ -23,7 +24,7 @@ const Item* FindNamed(const QList<Item>& items, const QString& name)
     return found != items.end() ? &*found : nullptr;
 }
 
-QString TextOf(const dao::Statement& row, int column)
+QString TextOf(const store::Statement& row, int column)
 {
     return QString::fromStdString(row.TextAt(column));
 }
@@ -31,7 +32,7 @@ QString TextOf(const dao::Statement& row, int column)
 QList<Structure::Field> FieldsOf(const Select& select, const QString& table)
 {
     QList<Structure::Field> fields;
-    dao::Statement rows = select("select name, type, pk from pragma_table_info(?)");
+    store::Statement rows = select("select name, type, pk from pragma_table_info(?)");
     rows.Bind(1, table);
     while (rows.Step())
         fields << Structure::Field{TextOf(rows, 0), TextOf(rows, 1), rows.WholeAt(2) != 0};
@@ -42,7 +43,7 @@ QList<Structure::Field> FieldsOf(const Select& select, const QString& table)
 void ReadColumns(const Select& select, Structure::Index& index)
 {
     QStringList columns;
-    dao::Statement rows = select("select name, desc, coll from pragma_index_xinfo(?) where key = 1");
+    store::Statement rows = select("select name, desc, coll from pragma_index_xinfo(?) where key = 1");
     rows.Bind(1, index.name);
     while (rows.Step()) {
         const QString field = TextOf(rows, 0);
@@ -132,7 +133,7 @@ bool CanBeMade(const Structure& found, const Structure::Index& index)
 
 QString QuotedName(const QString& name)
 {
-    return QString::fromStdString(dao::Quoted(name.toStdString()));
+    return QString::fromStdString(store::Quoted(name.toStdString()));
 }
 
 const Structure::Field* Structure::Table::Find(const QString& field) const
@@ -153,13 +154,13 @@ const Structure::Index* Structure::FindIndex(const QString& name) const
 Structure StructureOf(const Select& select)
 {
     Structure found;
-    dao::Statement tables =
+    store::Statement tables =
         select("select name from sqlite_schema where type = 'table' and name not like 'sqlite!_%' escape '!'");
     while (tables.Step())
         found.tables << Structure::Table{TextOf(tables, 0), FieldsOf(select, TextOf(tables, 0))};
-    dao::Statement indexes = select("select i.name, i.tbl_name, i.sql, l.\"unique\", l.partial from sqlite_schema i "
-                                    "left join pragma_index_list(i.tbl_name) l on l.name = i.name "
-                                    "where i.type = 'index' and i.sql is not null order by i.rowid");
+    store::Statement indexes = select("select i.name, i.tbl_name, i.sql, l.\"unique\", l.partial from sqlite_schema i "
+                                      "left join pragma_index_list(i.tbl_name) l on l.name = i.name "
+                                      "where i.type = 'index' and i.sql is not null order by i.rowid");
     while (indexes.Step()) {
         Structure::Index index{TextOf(indexes, 0), TextOf(indexes, 1), {}, {}, TextOf(indexes, 2)};
         ReadColumns(select, index);
@@ -178,8 +179,8 @@ Structure ExpectedStructure()
     if (!place.isValid())
         throw basic::RuntimeError::Described(basic::Error::PathAccess, "Le dossier temporaire ne peut pas être créé.");
     const QString path = place.filePath(data::DatabaseFile);
-    dao::CreateDatabase(path, data::Schema());
-    const dao::DatabaseReader empty(path);
+    store::CreateDatabase(path, data::Schema());
+    const store::DatabaseReader empty(path);
     return StructureOf([&empty](std::string_view sql) { return empty.Select(sql); });
 }
 

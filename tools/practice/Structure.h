@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/dao/Sqlite.h"
+#include "platform/store/Sqlite.h"
 
 #include <QList>
 #include <QString>
@@ -11,7 +11,7 @@
 namespace practice {
 
 /// Prepares a select over one database.
-using Select = std::function<dao::Statement(std::string_view)>;
+using Select = std::function<store::Statement(std::string_view)>;
 
 /// The name as statements write it, whatever its characters.
 QString QuotedName(const QString& name);

@@ -39,7 +39,7 @@ private:
     bool hasFields = false;
     std::vector<const FieldRule*> fields; ///< those of the columns, then those that follow from them
     std::size_t columns = 0;
-    std::vector<dao::Value> values; ///< of the row in hand, by field
+    std::vector<store::Value> values; ///< of the row in hand, by field
     std::size_t day = 0;            ///< places among the fields; their number for one that isn't there
     std::size_t month = 0;
     std::size_t year = 0;

@@ -6,6 +6,7 @@
 #include "platform/dao/Engine.h"
 #include "platform/pages/Placeholders.h"
 #include "platform/pages/TemplateCheck.h"
+#include "platform/store/Creation.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -71,7 +72,7 @@ QStringList CheckReportTemplate(const QString& file)
         throw basic::RuntimeError::Described(basic::Error::PathAccess, "Le dossier temporaire ne peut pas être créé.");
     const QString database = place.filePath(data::DatabaseFile);
     // The field added when a practice is first opened.
-    dao::CreateDatabase(database, data::Schema() + "\nALTER TABLE Prov ADD COLUMN Mt2 REAL DEFAULT 0;");
+    store::CreateDatabase(database, data::Schema() + "\nALTER TABLE Prov ADD COLUMN Mt2 REAL DEFAULT 0;");
 
     QStringList mistakes;
     for (const pages::Fault& fault :

@@ -43,8 +43,6 @@ constexpr UsualDescription UsualDescriptions[] = {
      "Impossible d'ouvrir le fichier : il est ouvert en mode exclusif par un autre utilisateur ou l'accès est refusé."},
     {Error::UnknownColumn, "Trop peu de paramètres. Champ inconnu : '|'."},
     {Error::NotAnAction, "Impossible d'exécuter une requête sélection."},
-    {Error::UnknownExpression,
-     "Le moteur de base de données ne reconnaît pas '|' en tant que nom de champ ou expression correcte."},
     {Error::SyntaxError, "Erreur de syntaxe dans l'expression '|'."},
     {Error::UnknownTable,
      "Le moteur de base de données ne peut pas trouver la table ou la requête source '|'. Assurez-vous qu'elle "

@@ -41,7 +41,6 @@ enum class Error : int {
     QueryTimeout = 3059,
     UnknownColumn = 3061,     ///< in a statement
     NotAnAction = 3065,       ///< Execute of a select
-    UnknownExpression = 3070, ///< in a search condition
     SyntaxError = 3075,
     UnknownTable = 3078,
     AmbiguousColumn = 3079,

@@ -1,7 +1,5 @@
 #include "platform/dao/Catalog.h"
 
-#include "platform/dao/Tokenizer.h"
-
 #include <sqlite3.h>
 
 #include <algorithm>
@@ -59,8 +57,6 @@ Table::Table(sqlite3* database, std::string_view storedName) : name(storedName)
 {
     ReadColumns(database);
     key = keyColumn >= 0 ? Quoted(columns[keyColumn].name) : "rowid";
-    if (keyColumn >= 0)
-        keyTest = ShapeOf(QString::fromStdString(columns[keyColumn].name + " = 1")).shape;
     rowParts = key;
     for (int i = 0; i < columns.Count(); ++i)
         rowParts += "," + Quoted(columns[i].name);

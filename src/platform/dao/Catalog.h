@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/dao/Sqlite.h"
+#include "platform/dao/Store.h"
 
 #include <deque>
 #include <unordered_map>
@@ -33,10 +33,9 @@ public:
 
     std::string name;
     Columns columns;
-    std::string key;        ///< the quoted name of the key as statements write it
-    int keyColumn = -1;     ///< its position; -1 if the table has none of its own
-    std::u16string keyTest; ///< the shape of "KEY = 1"; empty if the table has no key of its own
-    std::string rowParts;   ///< key and all columns, as a select lists them
+    std::string key;      ///< the quoted name of the key as statements write it
+    int keyColumn = -1;   ///< its position; -1 if the table has none of its own
+    std::string rowParts; ///< key and all columns, as a select lists them
 
     std::string first;     ///< the row with the lowest key, and the highest key
     std::string following; ///< up to ?3 rows with keys above ?1 up to ?2, in key order

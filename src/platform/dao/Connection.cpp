@@ -1,6 +1,6 @@
 #include "platform/dao/Connection.h"
 
-#include "platform/dao/ListedSet.h"
+#include "platform/store/Upgrade.h"
 
 #include <QFileInfo>
 #include <sqlite3.h>
@@ -23,12 +23,13 @@ std::vector<Connection*>& OpenConnections()
     return open;
 }
 
-Connection::Connection(sqlite3* opened, QString openedPath)
-    : database(opened), path(std::move(openedPath)), file(opened, path)
+Connection::Connection(store::SqliteHandle opened, QString openedPath, store::OpeningRules openedBy)
+    : database(std::move(opened)), path(std::move(openedPath)), rules(std::move(openedBy)),
+      file(std::in_place, database.get(), path)
 {
     OpenConnections().push_back(this);
     sqlite3_wal_hook(
-        database,
+        database.get(),
         [](void* self, sqlite3*, const char*, int pages) {
             static_cast<Connection*>(self)->Checkpoint(pages);
             return SQLITE_OK;
@@ -45,7 +46,7 @@ sqlite3* Connection::Handle() const
 {
     if (database == nullptr)
         throw RuntimeError(Error::ObjectClosed);
-    return database;
+    return database.get();
 }
 
 void Connection::Close() noexcept
@@ -53,7 +54,7 @@ void Connection::Close() noexcept
     if (database == nullptr)
         return;
     std::erase(OpenConnections(), this);
-    for (ListedSet* const set : std::exchange(reading, {}))
+    for (HalfReadSet* const set : std::exchange(halfRead, {}))
         set->Close();
     for (const auto& [shape, plan] : plans)
         plan->statement = {};
@@ -62,11 +63,11 @@ void Connection::Close() noexcept
     holder = Statement();
     CheckForReplacement();
     // The last connection to close checkpoints the log and removes it; failing because another is open is fine.
-    sqlite3_busy_timeout(database, 0);
-    sqlite3_close_v2(database);
-    database = nullptr;
+    sqlite3_busy_timeout(database.get(), 0);
+    database.reset();
+    file.reset();
     if (!isReplaced)
-        RememberSound(path);
+        store::RememberSound(path);
 }
 
 const std::shared_ptr<Plan>& Connection::PlanOf(QStringView statement, const std::u16string& shape, bool skipsFailures)
@@ -108,6 +109,7 @@ Statement& Connection::Prepared(const std::string& sql)
 
 Table* Connection::FindTable(std::string_view name)
 {
+    FinishReading();
     return catalog.Find(Handle(), name);
 }
 
@@ -119,21 +121,39 @@ void Connection::ForgetTable(std::string_view name)
 
 // -- reading
 
-void Connection::FinishReading(const Plan* used)
+Rows Connection::Select(const std::string& sql, std::initializer_list<Value> parameters)
 {
-    const bool isUsed = std::ranges::any_of(reading, [used](const ListedSet* set) { return set->Uses(used); });
-    if (readTransactions == 0 || isUsed)
+    FinishReading();
+    Statement& select = Prepared(sql);
+    int parameter = 0;
+    for (const Value& value : parameters)
+        select.Bind(++parameter, value);
+    return Rows(select);
+}
+
+Rows Connection::Select(Plan& plan, const std::vector<Value>& literals)
+{
+    FinishReading(&plan);
+    plan.statement.Bind(literals);
+    return Rows(plan.statement);
+}
+
+/// Within a read transaction, begins its snapshot if there is none.
+void Connection::FinishReading(const Plan* read)
+{
+    const bool isRead = std::ranges::any_of(halfRead, [read](const HalfReadSet* set) { return set->Reads(read); });
+    if (readTransactions == 0 || isRead)
         FinishAllReading();
     if (readTransactions == 0 || holder || sqlite3_get_autocommit(Handle()) == 0)
         return;
-    holder = Statement(database, "select 1 from sqlite_schema");
+    holder = Statement(database.get(), "select 1 from sqlite_schema");
     holder.Step();
 }
 
 void Connection::FinishAllReading()
 {
     Handle();
-    for (ListedSet* const set : std::exchange(reading, {}))
+    for (HalfReadSet* const set : std::exchange(halfRead, {}))
         set->FinishReading();
 }
 
@@ -151,13 +171,13 @@ void Connection::EndReadTransaction() noexcept
 
 DataVersion Connection::Version()
 {
-    sqlite3_file_control(database, "main", SQLITE_FCNTL_DATA_VERSION, &commitsSeen);
-    return {sqlite3_total_changes64(database) + rollbacks, commitsSeen};
+    sqlite3_file_control(database.get(), "main", SQLITE_FCNTL_DATA_VERSION, &commitsSeen);
+    return {sqlite3_total_changes64(database.get()) + rollbacks, commitsSeen};
 }
 
 bool Connection::IsCurrent(const DataVersion& version) const
 {
-    return version.commits == commitsSeen && version.ownChanges == sqlite3_total_changes64(database) + rollbacks;
+    return version.commits == commitsSeen && version.ownChanges == sqlite3_total_changes64(database.get()) + rollbacks;
 }
 
 void Connection::CheckForChanges()
@@ -182,18 +202,65 @@ void Connection::RequireSameFile()
 
 void Connection::CheckForReplacement()
 {
-    if (isReplaced || file.IsInPlace(database))
+    if (isReplaced || file->IsInPlace(database.get()))
         return;
     isReplaced = true;
-    sqlite3_db_config(database, SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 1, nullptr);
-    SetLogAside(path);
+    sqlite3_db_config(database.get(), SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 1, nullptr);
+    store::SetLogAside(path);
 }
 
 int Connection::Change(Plan& plan, const std::vector<Value>& literals)
 {
     plan.statement.Bind(literals);
     RunChange(plan.statement);
-    return sqlite3_changes(database);
+    return sqlite3_changes(database.get());
+}
+
+int Connection::Change(const std::string& sql, const std::vector<Value>& parameters)
+{
+    Statement& change = Prepared(sql);
+    change.Bind(parameters);
+    RunChange(change);
+    return sqlite3_changes(database.get());
+}
+
+qint64 Connection::LastAddedKey() const
+{
+    return sqlite3_last_insert_rowid(Handle());
+}
+
+int Connection::Run(const std::string& sql)
+{
+    FinishReading();
+    store::RunOnce(Handle(), sql);
+    return sqlite3_changes(database.get());
+}
+
+RepeatedStatement Connection::Prepare(const std::string& sql)
+{
+    return RepeatedStatement(Statement(Handle(), sql));
+}
+
+void Connection::Run(RepeatedStatement& repeated)
+{
+    FinishReading();
+    repeated.statement.Run();
+}
+
+void Connection::RollBackIfOpen()
+{
+    if (sqlite3_get_autocommit(Handle()) == 0) // SQLite may have rolled back already, on a full disk for instance
+        Prepared("rollback").Run();
+}
+
+QString Connection::TemporaryFolder()
+{
+    char* name = nullptr;
+    if (sqlite3_file_control(Handle(), "main", SQLITE_FCNTL_TEMPFILENAME, &name) != SQLITE_OK)
+        return {};
+    const QString folder = QFileInfo(QString::fromUtf8(name)).absolutePath();
+    sqlite3_free(name);
+    return folder;
 }
 
 void Connection::RunChange(Statement& change)
@@ -203,7 +270,7 @@ void Connection::RunChange(Statement& change)
     FinishAllReading();
     holder = Statement(); // a change must start from the current state of the file
     change.Run();
-    if (inTransaction || sqlite3_get_autocommit(database) != 0)
+    if (inTransaction || sqlite3_get_autocommit(database.get()) != 0)
         return;
     // A pending edit's lock must not delay a change that is reported as done.
     editing = nullptr;
@@ -231,8 +298,7 @@ void Connection::Commit()
 void Connection::Rollback()
 {
     ++rollbacks;
-    if (sqlite3_get_autocommit(database) == 0) // SQLite may have rolled back already, on a full disk for instance
-        Prepared("rollback").Run();
+    RollBackIfOpen();
 }
 
 void Connection::BeginTransaction()
@@ -256,7 +322,14 @@ void Connection::EndTransaction(bool commits)
         Rollback();
 }
 
-void Connection::LockForEdit(const TableSet& set)
+void Connection::KeepKeysAboveReferences()
+{
+    FinishReading();
+    for (const store::KeyedTable& keyed : rules.keyedTables)
+        store::KeepAboveReferences(Handle(), keyed);
+}
+
+void Connection::LockForEdit(const RecordsetState& set)
 {
     if (inTransaction)
         return;
@@ -265,7 +338,7 @@ void Connection::LockForEdit(const TableSet& set)
     editing = &set;
 }
 
-void Connection::UnlockEdit(const TableSet& set) noexcept
+void Connection::UnlockEdit(const RecordsetState& set) noexcept
 {
     if (editing != &set)
         return;
@@ -273,8 +346,7 @@ void Connection::UnlockEdit(const TableSet& set) noexcept
     // RunChange has committed all writes: the transaction holds only the lock.
     try {
         FinishAllReading();
-        if (sqlite3_get_autocommit(database) == 0)
-            Prepared("rollback").Run();
+        RollBackIfOpen();
     } catch (const RuntimeError&) {
         // SQLite rolls it back when the file is closed.
     }
@@ -284,7 +356,7 @@ void Connection::Checkpoint(int pages)
 {
     logPages = pages;
     if (pages >= PagesBeforeCheckpoint)
-        sqlite3_wal_checkpoint_v2(database, "main", SQLITE_CHECKPOINT_PASSIVE, nullptr, nullptr);
+        sqlite3_wal_checkpoint_v2(database.get(), "main", SQLITE_CHECKPOINT_PASSIVE, nullptr, nullptr);
 }
 
 void Connection::Idle()
@@ -292,9 +364,9 @@ void Connection::Idle()
     FinishAllReading();
     holder = Statement();
     CheckForReplacement();
-    if (!isReplaced && logPages >= PagesBeforeIdleCheckpoint && sqlite3_get_autocommit(database) != 0) {
+    if (!isReplaced && logPages >= PagesBeforeIdleCheckpoint && sqlite3_get_autocommit(database.get()) != 0) {
         logPages = 0;
-        sqlite3_wal_checkpoint_v2(database, "main", SQLITE_CHECKPOINT_PASSIVE, nullptr, nullptr);
+        sqlite3_wal_checkpoint_v2(database.get(), "main", SQLITE_CHECKPOINT_PASSIVE, nullptr, nullptr);
     }
     CheckForChanges();
 }

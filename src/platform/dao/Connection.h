@@ -1,21 +1,18 @@
 #pragma once
 
 #include "platform/dao/Dialect.h"
-#include "platform/dao/Errors.h"
-#include "platform/dao/FileState.h"
-#include "platform/dao/Sqlite.h"
-#include "platform/dao/Tokenizer.h"
+#include "platform/dao/Store.h"
+#include "platform/store/FileState.h"
+#include "platform/store/OpeningRules.h"
 
 #include <QString>
+#include <initializer_list>
 #include <memory>
+#include <utility>
 
 namespace dao {
 
-class ListedSet;
-class TableSet;
-
-/// How long to wait for the lock of another process before error 3187.
-inline int busyMilliseconds = 5000;
+class RecordsetState;
 
 /// Version of the data in a file: changes by this connection, and commits of any connection as last seen.
 struct DataVersion {
@@ -24,55 +21,109 @@ struct DataVersion {
     bool operator==(const DataVersion&) const = default;
 };
 
-/// One open database file: SQLite handle, cached plans, tables, transaction.
+/// A select that is being read; its statement is reset at the end of the scope.
+class Rows {
+public:
+    explicit Rows(Statement& started) : statement(&started) {}
+    Rows(Rows&& other) noexcept : statement(std::exchange(other.statement, nullptr)) {}
+    Rows& operator=(Rows&&) = delete;
+    ~Rows()
+    {
+        if (statement != nullptr)
+            statement->Reset();
+    }
+
+    /// Moves to the next row; false at the end.
+    bool Step() { return statement->Step(); }
+    const Statement& Row() const { return *statement; }
+
+private:
+    Statement* statement;
+};
+
+/// A record set that has read only its first rows: its open select holds the snapshot of its opening.
+class HalfReadSet {
+public:
+    HalfReadSet() = default;
+    virtual ~HalfReadSet() = default;
+    Q_DISABLE_COPY_MOVE(HalfReadSet)
+
+    /// Reads the remaining rows and releases the snapshot.
+    virtual void FinishReading() = 0;
+    virtual bool Reads(const Plan* plan) const = 0;
+    virtual void Close() noexcept = 0;
+};
+
+/// A statement for many runs with different values.
+class RepeatedStatement {
+public:
+    void Bind(int parameter, const Value& value) { statement.Bind(parameter, value); }
+
+private:
+    friend class Connection;
+    explicit RepeatedStatement(Statement prepared) : statement(std::move(prepared)) {}
+    Statement statement;
+};
+
+/// One open database file: SQLite handle, cached plans, tables, transaction. Once closed, everything raises 3420.
 ///
-/// A record set that has read only its first row keeps its statement open, and with it the snapshot of its opening.
-/// Call FinishReading() before running another statement. Once closed, everything raises 3420.
+/// All statements on the handle are started here: half-read sets are finished first, so that each statement sees the
+/// current state of the file. Within a read transaction, which has one snapshot anyway, only sets of the same plan are
+/// finished.
 class Connection {
 public:
-    /// Takes ownership of an open handle.
-    explicit Connection(sqlite3* opened, QString openedPath);
+    Connection(store::SqliteHandle opened, QString openedPath, store::OpeningRules openedBy);
     ~Connection();
     Q_DISABLE_COPY_MOVE(Connection)
 
-    sqlite3* Handle() const;
     bool IsOpen() const { return database != nullptr; }
-    const QString& File() const { return path; }
     void Close() noexcept;
 
     /// The plan for a statement's shape, prepared. `skipsFailures` as for Translate; it must be reflected in the shape.
     const std::shared_ptr<Plan>& PlanOf(QStringView statement, const std::u16string& shape, bool skipsFailures = false);
-    /// A statement cached by its text; valid until the next call.
-    Statement& Prepared(const std::string& sql);
     Table* FindTable(std::string_view name);
     void ForgetTable(std::string_view name);
 
-    /// The set keeps its statement open until FinishReading.
-    void BeginReading(ListedSet& set) { reading.push_back(&set); }
-    void EndReading(ListedSet& set) noexcept { std::erase(reading, &set); }
-    /// Call before a statement reads: finishes the open sets; within a read transaction, only those that use the plan
-    /// `used`.
-    void FinishReading(const Plan* used = nullptr);
+    /// Starts a select, whose statement is cached by its text. Valid until the next one is started.
+    Rows Select(const std::string& sql, std::initializer_list<Value> parameters = {});
+    /// Starts the select of a plan. Register a set that doesn't read it to the end as half read.
+    Rows Select(Plan& plan, const std::vector<Value>& literals);
+    void AddHalfRead(HalfReadSet& set) { halfRead.push_back(&set); }
+    void RemoveHalfRead(HalfReadSet& set) noexcept { std::erase(halfRead, &set); }
 
     /// Raises 3044 when the path no longer leads to the opened file, or an older copy was written over it. The log is
     /// set aside then, and nothing more is written.
     void RequireSameFile();
 
-    /// Runs a plan that changes rows; returns their number.
+    /// Runs a change, durable on return unless a transaction is open, and returns the number of rows changed. Ends the
+    /// lock of an edit.
     int Change(Plan& plan, const std::vector<Value>& literals);
-    /// Runs a change, durable on return unless a transaction is open. Ends the lock of an edit.
-    void RunChange(Statement& change);
+    int Change(const std::string& sql, const std::vector<Value>& parameters = {});
+    /// The key of the row added last.
+    qint64 LastAddedKey() const;
+
+    /// For temporary tables: runs a statement without looking for a replaced file and without a commit of its own.
+    /// Returns the number of rows changed.
+    int Run(const std::string& sql);
+    RepeatedStatement Prepare(const std::string& sql);
+    void Run(RepeatedStatement& repeated);
+    /// Ends a transaction begun with Run.
+    void RollBackIfOpen();
+    /// The folder of SQLite's temporary files.
+    QString TemporaryFolder();
 
     void BeginTransaction();
     void EndTransaction(bool commits);
+    /// See Database::KeepKeysAboveReferences.
+    void KeepKeysAboveReferences();
 
     /// Read transactions may be nested, see ReadTransaction.
     void BeginReadTransaction();
     void EndReadTransaction() noexcept;
 
     /// The write lock of an edit. Only the last set to ask for it holds it.
-    void LockForEdit(const TableSet& set);
-    void UnlockEdit(const TableSet& set) noexcept;
+    void LockForEdit(const RecordsetState& set);
+    void UnlockEdit(const RecordsetState& set) noexcept;
 
     /// The version that a statement has just read.
     DataVersion Version();
@@ -85,26 +136,31 @@ public:
     void Idle();
 
 private:
+    sqlite3* Handle() const;
+    Statement& Prepared(const std::string& sql);
+    void FinishReading(const Plan* read = nullptr);
+    void FinishAllReading();
+    void RunChange(Statement& change);
     void CheckForReplacement();
     void DropPlans();
-    void FinishAllReading();
     void Begin();
     void Commit();
     void Rollback();
     void Checkpoint(int pages);
 
-    sqlite3* database = nullptr;
+    store::SqliteHandle database;
     QString path;
-    OpenedFile file;
+    store::OpeningRules rules;
+    std::optional<store::OpenedFile> file;
     bool isReplaced = false;
     std::unordered_map<std::u16string, std::shared_ptr<Plan>> plans;
     std::unordered_map<std::string, Statement> prepared;
-    Statement holder; // holds the snapshot while open
+    Statement holder; // holds the snapshot of a read transaction while open
     Catalog catalog;
-    std::vector<ListedSet*> reading;
+    std::vector<HalfReadSet*> halfRead;
     bool inTransaction = false;
     int readTransactions = 0;
-    const TableSet* editing = nullptr; // the set whose edit holds the write lock
+    const RecordsetState* editing = nullptr; // the set whose edit holds the write lock
     qint64 rollbacks = 0;
     quint32 commitsSeen = 0;
     int logPages = 0;

@@ -1,8 +1,7 @@
 #include "platform/dao/Database.h"
 
-#include "platform/dao/Errors.h"
 #include "platform/dao/ListedSet.h"
-#include "platform/dao/Upgrade.h"
+#include "platform/dao/Tokenizer.h"
 #include "platform/dao/WholeSet.h"
 
 namespace dao {
@@ -82,9 +81,7 @@ void Database::Rollback() const
 
 void Database::KeepKeysAboveReferences() const
 {
-    Open().FinishReading();
-    for (const KeyedTable& keyed : DBEngine.KeyedTables)
-        KeepAboveReferences(connection->Handle(), keyed);
+    Open().KeepKeysAboveReferences();
 }
 
 void Database::Close()
@@ -146,17 +143,14 @@ QStringList TableDef::FieldNames() const
     return names;
 }
 
-void TableDef::AppendField(const QString& name, FieldType, const Value& initially)
+void TableDef::AppendField(const QString& name, double initially)
 {
     const Table& table = Known(*connection, tableName);
     const std::string field = name.toStdString();
     if (table.columns.PositionOf(field) >= 0)
         throw RuntimeError(Error::FieldExists);
-    const std::string constant =
-        initially.IsNull() ? "null" : QString::number(initially.Double(), 'g', 17).toStdString();
-    Statement alteration(connection->Handle(), "alter table " + Quoted(table.name) + " add column " + Quoted(field) +
-                                                   " REAL default " + constant);
-    connection->RunChange(alteration);
+    connection->Change("alter table " + Quoted(table.name) + " add column " + Quoted(field) + " REAL default " +
+                       QString::number(initially, 'g', 17).toStdString());
     connection->ForgetTable(tableName.toStdString());
 }
 

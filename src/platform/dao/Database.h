@@ -12,16 +12,14 @@ class Connection;
 /// Option of Execute: an error fails the whole statement.
 inline constexpr int FailOnError = 128;
 
-enum class FieldType { Double = 7 };
-
 /// A table's fields.
 class TableDef {
 public:
     TableDef(std::shared_ptr<Connection> database, const QString& table);
     int FieldCount() const;
     QStringList FieldNames() const;
-    /// Adds a field with the value `initially` in existing and new rows. Raises 3191 when the name is taken.
-    void AppendField(const QString& name, FieldType type, const Value& initially);
+    /// Adds a number field with the value `initially` in existing and new rows. Raises 3191 when the name is taken.
+    void AppendField(const QString& name, double initially);
 
 private:
     std::shared_ptr<Connection> connection;
@@ -60,8 +58,8 @@ public:
     void CommitTrans() const;
     void Rollback() const;
 
-    /// To be called within a Transaction after rows with given keys were written: raises the next key of each of
-    /// DBEngine.KeyedTables above every key that the table or a reference to it holds.
+    /// To be called within a Transaction after rows with given keys were written: raises the next key of each
+    /// of the keyed tables (see store::OpeningRules) above every key that the table or a reference to it holds.
     void KeepKeysAboveReferences() const;
 
     /// Closes the file for all handles; its record sets then raise 3420. A second Close does nothing.

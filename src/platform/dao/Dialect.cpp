@@ -1,8 +1,7 @@
 #include "platform/dao/Dialect.h"
 
-#include "platform/dao/Errors.h"
-#include "platform/dao/TextCompare.h"
 #include "platform/dao/Tokenizer.h"
+#include "platform/store/TextCompare.h"
 
 #include <algorithm>
 
@@ -19,7 +18,6 @@ public:
     explicit Parser(QStringView text) : statement(text), tokens(Tokens(text)) { tokens.emplace_back(); }
 
     Plan ReadStatement(const TableFinder& find, bool skipsFailures);
-    std::string ReadCondition(Table& over);
 
 private:
     const Token& Next() const { return tokens[at]; }
@@ -44,7 +42,6 @@ private:
     std::vector<Token> tokens;
     std::size_t at = 0;
     Table* table = nullptr;
-    Error unknownColumn = Error::UnknownColumn;
 };
 
 /// Raises 3075, with the statement from the next token on, unless `isThere`.
@@ -91,7 +88,7 @@ int Parser::ReadColumn()
     const std::string name = ReadName();
     const int position = table->columns.PositionOf(name);
     if (position < 0)
-        throw RuntimeError(unknownColumn, QString::fromStdString(name));
+        throw RuntimeError(Error::UnknownColumn, QString::fromStdString(name));
     return position;
 }
 
@@ -102,7 +99,7 @@ std::string Parser::Compared(int position) const
     // A text without letters has no case variants, so a plain index on the column can be used.
     const bool plainEquality = Next().IsSymbol(u"=") && tokens[at + 1].kind == Token::Kind::PlainText;
     const bool collates = column.type == ColumnType::Text && !plainEquality;
-    return " " + Quoted(column.name) + (collates ? std::string(" collate ") + TextCollation : "");
+    return " " + Quoted(column.name) + (collates ? std::string(" collate ") + store::TextCollation : "");
 }
 
 std::string Parser::ReadLiteral()
@@ -225,25 +222,11 @@ Plan Parser::ReadStatement(const TableFinder& find, bool skipsFailures)
     return plan;
 }
 
-std::string Parser::ReadCondition(Table& over)
-{
-    table = &over;
-    unknownColumn = Error::UnknownExpression;
-    std::string tests = ReadTests();
-    Require(Next().kind == Token::Kind::End);
-    return tests;
-}
-
 } // namespace
 
 Plan Translate(QStringView statement, const TableFinder& find, bool skipsFailures)
 {
     return Parser(statement).ReadStatement(find, skipsFailures);
-}
-
-std::string TranslateCondition(QStringView condition, Table& table)
-{
-    return Parser(condition).ReadCondition(table);
 }
 
 } // namespace dao

@@ -38,7 +38,4 @@ using TableFinder = std::function<Table*(std::string_view)>;
 /// field.
 Plan Translate(QStringView statement, const TableFinder& find, bool skipsFailures);
 
-/// Translates a search condition over a table. Raises 3070 for an unknown field.
-std::string TranslateCondition(QStringView condition, Table& table);
-
 } // namespace dao

@@ -1,10 +1,8 @@
 #include "platform/dao/Engine.h"
 
-#include "platform/basic/RuntimeError.h"
 #include "platform/dao/Connection.h"
-#include "platform/dao/FileState.h"
-#include "platform/dao/Opening.h"
 #include "platform/dao/Workgroup.h"
+#include "platform/store/Opening.h"
 
 #include <QFileInfo>
 
@@ -27,13 +25,13 @@ struct Workspace::Session {
     }
 };
 
-Database Workspace::OpenDatabase(const QString& path) const
+Database Workspace::OpenDatabase(const QString& path, const store::OpeningRules& rules) const
 {
     if (session == nullptr)
-        throw basic::RuntimeError(basic::Error::ObjectClosed);
-    RequireFile(path);
+        throw RuntimeError(Error::ObjectClosed);
+    store::RequireFile(path);
     const QString file = QFileInfo(path).canonicalFilePath(); // the log of a linked file is beside the file itself
-    const auto connection = std::make_shared<Connection>(OpenForWork(file).release(), file);
+    const auto connection = std::make_shared<Connection>(store::OpenForWork(file, rules), file, rules);
     session->opened.push_back(connection);
     return Database(connection);
 }

@@ -16,50 +16,46 @@ ListedSet::ListedSet(std::shared_ptr<Connection> opened, std::shared_ptr<Plan> s
                      const std::vector<Value>& literals)
     : TableSet(std::move(opened), *select->table), plan(std::move(select))
 {
-    connection->FinishReading(plan.get());
-    plan->statement.Bind(literals);
-    if (!plan->statement.Step()) {
-        plan->statement.Reset();
+    reading.emplace(connection->Select(*plan, literals));
+    if (!reading->Step()) {
+        reading.reset();
         return;
     }
-    isReading = true;
-    connection->BeginReading(*this);
-    Take();
+    connection->AddHalfRead(*this);
+    Take(*reading);
     fetchedVersion = connection->Version();
     GoTo(0);
 }
 
 void ListedSet::Close() noexcept
 {
-    if (isReading)
-        plan->statement.Reset();
-    isReading = false;
-    connection->EndReading(*this);
+    reading.reset();
+    connection->RemoveHalfRead(*this);
     TableSet::Close();
 }
 
 // -- members
 
-void ListedSet::Take()
+void ListedSet::Take(const Rows& read)
 {
-    keys.push_back(plan->statement.WholeAt(0));
+    keys.push_back(read.Row().WholeAt(0));
     if (keys.size() <= RowsFetched)
-        fetched.Append(plan->statement, 1, columns.Count());
+        fetched.Append(read.Row(), 1, columns.Count());
 }
 
 void ListedSet::FinishReading()
 {
-    if (!std::exchange(isReading, false))
+    if (!reading)
         return;
-    connection->EndReading(*this);
-    const ResetAtEnd reset(plan->statement); // until then it holds the snapshot of the opening
+    connection->RemoveHalfRead(*this);
     try {
-        while (plan->statement.Step())
-            Take();
+        while (reading->Step())
+            Take(*reading);
     } catch (...) {
         Close(); // better closed than incomplete
         throw;
     }
+    reading.reset();
 }
 
 void ListedSet::NoteDeleted()
@@ -120,18 +116,16 @@ void ListedSet::GoToLast()
     GoTo(keys.size() - 1);
 }
 
-bool ListedSet::GoToAny(const std::vector<qint64>& sought)
+bool ListedSet::GoToKey(qint64 sought)
 {
     FinishReading();
-    for (std::size_t place = 0; place < keys.size(); ++place) {
-        if (!std::ranges::binary_search(sought, keys[place]) || !ReadRow(keys[place]))
-            continue;
-        index = place;
-        isRemoved = false;
-        walked = 0;
-        return true;
-    }
-    return false;
+    const auto place = std::ranges::find(keys, sought);
+    if (place == keys.end() || !ReadRow(sought))
+        return false;
+    index = static_cast<std::size_t>(place - keys.begin());
+    isRemoved = false;
+    walked = 0;
+    return true;
 }
 
 } // namespace dao

@@ -6,10 +6,10 @@ namespace dao {
 
 /// Rows of one table under a condition or in an order: a list of keys, fixed at opening.
 ///
-/// Opening reads one row and leaves the statement open, which holds the snapshot. The remaining keys are read, and the
-/// snapshot released, when the set moves on or the connection calls FinishReading. The rows cached with the keys are
-/// used until somebody writes; then each row is read by key when it is reached.
-class ListedSet final : public TableSet {
+/// Opening reads one row and leaves the select open, which holds the snapshot. The remaining keys are read, and the
+/// snapshot released, when the set moves on or the connection starts another statement. The rows cached with the keys
+/// are used until somebody writes; then each row is read by key when it is reached.
+class ListedSet final : public TableSet, public HalfReadSet {
 public:
     ListedSet(std::shared_ptr<Connection> opened, std::shared_ptr<Plan> select, const std::vector<Value>& literals);
     ~ListedSet() override { ListedSet::Close(); }
@@ -17,27 +17,26 @@ public:
     int RecordCount() override;
     void Close() noexcept override;
 
-    /// Reads the remaining keys and releases the snapshot. Called by the connection.
-    void FinishReading();
-    bool Uses(const Plan* other) const { return plan.get() == other; }
+    void FinishReading() override;
+    bool Reads(const Plan* other) const override { return plan.get() == other; }
 
 private:
     bool HasMembers() const override { return !keys.empty(); }
     void GoToFirst() override;
     void GoToNext() override;
     void GoToLast() override;
-    bool GoToAny(const std::vector<qint64>& sought) override;
+    bool GoToKey(qint64 sought) override;
     void NoteAdded(qint64 added) override { keys.push_back(added); }
     void NoteDeleted() override;
 
-    void Take();
+    void Take(const Rows& read);
     void GoTo(std::size_t place);
 
     const std::shared_ptr<Plan> plan;
+    std::optional<Rows> reading;
     std::vector<qint64> keys;
     RowStore fetched; // cached rows of the first keys
     DataVersion fetchedVersion;
-    bool isReading = false;
 
     std::size_t index = 0;
     bool isRemoved = false; // this set deleted the current row: `index` is the following one

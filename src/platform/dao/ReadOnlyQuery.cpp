@@ -1,8 +1,8 @@
 #include "platform/dao/ReadOnlyQuery.h"
 
 #include "platform/dao/Catalog.h"
-#include "platform/dao/FileState.h"
-#include "platform/dao/Opening.h"
+#include "platform/store/FileState.h"
+#include "platform/store/Hardened.h"
 
 #include <QRegularExpression>
 #include <algorithm>
@@ -113,7 +113,7 @@ int LineOfMistake(sqlite3* database, const QByteArray& sql, const QString& name)
     if (primary == SQLITE_TOOBIG)
         throw Refusal(Error::TooManyRows, TooLargeRow);
     if (primary != SQLITE_ERROR && primary != SQLITE_AUTH)
-        RaiseSqliteError(database, code);
+        store::RaiseSqliteError(database, code);
 
     const QString message = QString::fromUtf8(sqlite3_errmsg(database));
     for (const Wording& wording : Wordings) {
@@ -171,7 +171,7 @@ qsizetype AppendRow(const Statement& statement, const Columns& columns, RowTable
         text += value.kind == StoredValue::Kind::Text ? value.length : 0;
         if (text > LargestRow)
             throw Refusal(Error::TooManyRows, TooLargeRow);
-        table.cells.push_back(ValueOf(value, columns[column].type));
+        table.cells.push_back(store::ValueOf(value, columns[column].type));
     }
     return columns.Count() * static_cast<qsizetype>(sizeof(Value)) + text * static_cast<qsizetype>(sizeof(QChar));
 }
@@ -188,12 +188,12 @@ int RowTable::FieldAt(const QString& name) const
 
 ReadOnlyQuery::ReadOnlyQuery(const QString& path)
 {
-    RequireFile(path);
-    database = OpenHardened(path, SQLITE_OPEN_READONLY);
+    store::RequireFile(path);
+    database = store::OpenHardened(path, store::Access::Read);
     sqlite3_limit(database.get(), SQLITE_LIMIT_LENGTH, LargestRow);
-    RunOnce(database.get(), "begin");
-    RunOnce(database.get(),
-            "select count(*) from sqlite_schema"); // the snapshot starts with the first read
+    store::RunOnce(database.get(), "begin");
+    store::RunOnce(database.get(),
+                   "select count(*) from sqlite_schema"); // the snapshot starts with the first read
     sqlite3_set_authorizer(database.get(), AllowReading, nullptr);
 }
 

@@ -1,7 +1,6 @@
 #pragma once
 
-#include "platform/basic/RuntimeError.h"
-#include "platform/dao/Sqlite.h"
+#include "platform/dao/Store.h"
 
 #include <QStringList>
 #include <functional>
@@ -64,7 +63,7 @@ public:
     QStringList FieldsOf(const QString& select) const;
 
 private:
-    SqliteHandle database;
+    store::SqliteHandle database;
 };
 
 } // namespace dao

@@ -1,7 +1,5 @@
 #include "platform/dao/Recordset.h"
 
-#include "platform/dao/Errors.h"
-
 namespace dao {
 
 Field& Field::operator=(const Value& value)

@@ -1,11 +1,13 @@
 #pragma once
 
-#include "platform/dao/Value.h"
+#include "platform/store/Value.h"
 
 #include <QList>
 #include <memory>
 
 namespace dao {
+
+using store::Value;
 
 /// Table keys are 32-bit; a hidden list beside a grid is a plain list of them.
 using Key = qint32;
@@ -28,7 +30,7 @@ public:
     virtual void MoveLast() = 0;
     virtual bool IsEOF() const = 0;
     virtual int RecordCount() = 0;
-    virtual void FindFirst(const QString& criteria) = 0;
+    virtual void FindFirst(Key key) = 0;
     virtual bool NoMatch() const = 0;
 
     virtual bool IsNull(int column) = 0;
@@ -98,13 +100,12 @@ public:
     /// 0 for an empty set, 1 until the last row was reached (MoveLast, end), then the number of rows.
     int RecordCount() const { return Open().RecordCount(); }
 
-    /// Finds the first row that matches `criteria` ("num = 12") and makes it current.
+    /// Finds the row with this key and makes it current: one look-up.
     ///
     /// On a miss the current row doesn't change and can still be read, NoMatch() is true, and Edit and Delete raise
-    /// 3021 until the set moves or finds a row. On the key field this is one look-up; on any other field a search in
-    /// the set's order. Rows that no longer meet the set's condition are still found. Raises 3021 when the set is
-    /// empty, 3075 for a syntax error, 3070 for an unknown field, 3219 on a snapshot.
-    void FindFirst(const QString& criteria) { Open().FindFirst(criteria); }
+    /// 3021 until the set moves or finds a row. Rows that no longer meet the set's condition are still found. Raises
+    /// 3021 when the set is empty, 3219 on a snapshot.
+    void FindFirst(dao::Key key) { Open().FindFirst(key); }
     bool NoMatch() const { return Open().NoMatch(); }
 
     /// A field by name, case-insensitive (3265 if there is none), or by position from 0.

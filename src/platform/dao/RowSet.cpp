@@ -20,18 +20,16 @@ Value RowSet::Get(int column)
     RequireOpen();
     const Value* const pending = PendingValue(column);
     const ColumnType type = columns[column].type;
-    return pending != nullptr ? ValueOf(*pending, type) : ValueOf(Current(column), type);
+    return pending != nullptr ? store::ValueOf(*pending, type) : store::ValueOf(Current(column), type);
 }
 
 SnapshotSet::SnapshotSet(std::shared_ptr<Connection> opened, std::shared_ptr<Plan> select,
                          const std::vector<Value>& literals)
     : RowSet(std::move(opened), select->columns), plan(std::move(select))
 {
-    connection->FinishReading();
-    const ResetAtEnd reset(plan->statement);
-    plan->statement.Bind(literals);
-    while (plan->statement.Step())
-        rows.Append(plan->statement, 0, columns.Count());
+    Rows found = connection->Select(*plan, literals);
+    while (found.Step())
+        rows.Append(found.Row(), 0, columns.Count());
 }
 
 void SnapshotSet::GoTo(std::size_t row)

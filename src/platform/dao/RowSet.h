@@ -20,7 +20,7 @@ public:
     bool IsNull(int column) final;
     Value Get(int column) final;
 
-    void FindFirst(const QString&) override { Refuse(Error::InvalidOperation); }
+    void FindFirst(Key) override { Refuse(Error::InvalidOperation); }
     bool NoMatch() const override { return false; }
     void Write(int, const Value&) override { Refuse(Error::NoPendingEdit); }
     void AddNew() override { Refuse(Error::ReadOnly); }

@@ -1,7 +1,5 @@
 #include "platform/dao/RowStore.h"
 
-#include "platform/dao/Sqlite.h"
-
 namespace dao {
 namespace {
 

@@ -1,13 +1,11 @@
 #pragma once
 
-#include "platform/dao/StoredValue.h"
+#include "platform/dao/Store.h"
 
 #include <QtGlobal>
 #include <vector>
 
 namespace dao {
-
-class Statement;
 
 /// Cached rows: 16 bytes per value, and a buffer with all texts. The memory is recycled, because filling a screen opens
 /// and closes hundreds of record sets.

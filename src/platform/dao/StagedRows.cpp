@@ -4,29 +4,23 @@
 
 #include <QFileInfo>
 #include <QRegularExpression>
-#include <sqlite3.h>
-
 #include <algorithm>
 
 namespace dao {
 namespace {
 
-/// Raises an error of the temporary files: when the disk is full, it is theirs.
-[[noreturn]] void RaiseInStore(sqlite3* database, const RuntimeError& error)
+/// A full disk during a statement over temporary tables is that of the temporary files: 61 names their folder.
+template <class Work>
+void InStore(Connection& connection, const Work& work)
 {
-    char* file = nullptr;
-    if (error.Code() != Error::DiskFull ||
-        sqlite3_file_control(database, "main", SQLITE_FCNTL_TEMPFILENAME, &file) != SQLITE_OK)
-        throw error;
-    const QString folder = QFileInfo(QString::fromUtf8(file)).absolutePath();
-    sqlite3_free(file);
-    RaiseDiskFull(folder);
-}
-
-void RollBack(sqlite3* database)
-{
-    if (sqlite3_get_autocommit(database) == 0) // SQLite may have rolled it back by itself, on a full disk for instance
-        RunOnce(database, "rollback");
+    try {
+        work();
+    } catch (const RuntimeError& error) {
+        const QString folder = error.Code() == Error::DiskFull ? connection.TemporaryFolder() : QString();
+        if (folder.isEmpty())
+            throw;
+        store::RaiseDiskFull(folder);
+    }
 }
 
 } // namespace
@@ -60,7 +54,7 @@ void StagedRows::DropStore() noexcept
         return;
     try {
         if (isFilling)
-            RollBack(connection->Handle());
+            connection->RollBackIfOpen();
         for (const std::string& rows : {freshRows, changedRows, sortedRows})
             Run("drop table if exists " + rows);
     } catch (const RuntimeError&) {
@@ -68,13 +62,11 @@ void StagedRows::DropStore() noexcept
     }
 }
 
-void StagedRows::Run(const std::string& statement) const
+int StagedRows::Run(const std::string& statement) const
 {
-    try {
-        RunOnce(connection->Handle(), statement);
-    } catch (const RuntimeError& error) {
-        RaiseInStore(connection->Handle(), error);
-    }
+    int rows = 0;
+    InStore(*connection, [&] { rows = connection->Run(statement); });
+    return rows;
 }
 
 std::string StagedRows::Name(std::size_t field) const
@@ -108,17 +100,19 @@ std::string StagedRows::ForEachField(const std::string& separator,
 void StagedRows::MakeStore()
 {
     DropStore();
-    Statement described(connection->Handle(), "select name, type, dflt_value from pragma_table_info(?,'main')");
-    described.Bind(1, QString::fromStdString(table->name));
     std::string definition;
-    for (int column = 0; described.Step(); ++column) {
-        definition += (column == 0 ? "" : ",") + Quoted(described.TextAt(0)) + " " + described.TextAt(1);
-        if (column == table->keyColumn)
-            definition += " primary key";
-        else if (const std::string initially = described.TextAt(2); !initially.empty())
-            definition += " default " + initially;
+    {
+        Rows described = connection->Select("select name, type, dflt_value from pragma_table_info(?,'main')",
+                                            {QString::fromStdString(table->name)});
+        for (int column = 0; described.Step(); ++column) {
+            definition +=
+                (column == 0 ? "" : ",") + Quoted(described.Row().TextAt(0)) + " " + described.Row().TextAt(1);
+            if (column == table->keyColumn)
+                definition += " primary key";
+            else if (const std::string initially = described.Row().TextAt(2); !initially.empty())
+                definition += " default " + initially;
+        }
     }
-    described.Reset();
     Run("create table " + freshRows + " (" + definition + ")");
 
     std::string names, parameters;
@@ -126,8 +120,8 @@ void StagedRows::MakeStore()
         names += (names.empty() ? "" : ",") + Quoted(table->columns[column].name);
         parameters += parameters.empty() ? "?" : ",?";
     }
-    insert = std::make_unique<Statement>(connection->Handle(),
-                                         "insert into " + freshRows + " (" + names + ") values (" + parameters + ")");
+    insert = std::make_unique<RepeatedStatement>(
+        connection->Prepare("insert into " + freshRows + " (" + names + ") values (" + parameters + ")"));
 }
 
 bool StagedRows::Add(const std::vector<Value>& values)
@@ -135,18 +129,17 @@ bool StagedRows::Add(const std::vector<Value>& values)
     if (values.at(keyField).IsNull())
         throw RuntimeError(Error::NullNotAllowed);
     if (!isFilling) {
-        connection->FinishReading();
         Run("begin");
         isFilling = true;
     }
     for (std::size_t field = 0; field < columns.size(); ++field)
-        insert->Bind(int(field) + 1, ToColumn(values.at(field), table->columns[columns[field]].type));
+        insert->Bind(int(field) + 1, store::ToColumn(values.at(field), table->columns[columns[field]].type));
     try {
-        insert->Run();
+        InStore(*connection, [this] { connection->Run(*insert); });
     } catch (const RuntimeError& error) {
         if (error.Code() == Error::DuplicateKey)
             return false;
-        RaiseInStore(connection->Handle(), error);
+        throw;
     }
     ++fresh;
     return true;
@@ -160,13 +153,12 @@ void StagedRows::Compare()
         Run("commit");
     isFilling = false;
     insert.reset();
-    connection->FinishReading();
     Run("begin"); // both statements see the table at one moment
     try {
         SeparateKnownRows();
         Run("commit");
     } catch (...) {
-        RollBack(connection->Handle());
+        connection->RollBackIfOpen();
         throw;
     }
     FindChangedFields();
@@ -176,7 +168,6 @@ void StagedRows::Compare()
 
 void StagedRows::SeparateKnownRows()
 {
-    sqlite3* const database = connection->Handle();
     const std::string target = "main." + Quoted(table->name);
     const std::string isSame = ForEachField(" and ", [this](std::size_t field) { return IsSame(field); });
     const std::string values = ForEachField(",", [this](std::size_t field) {
@@ -187,10 +178,9 @@ void StagedRows::SeparateKnownRows()
     Run("create table " + changedRows + " as select s." + table->key + " as k" + (values.empty() ? "" : ",") + values +
         " from " + freshRows + " s cross join " + target + " t where t." + table->key + "=s." + table->key +
         " and not (" + (isSame.empty() ? "1" : isSame) + ")");
-    changed = int(WholeAnswer(database, "select count(*) from " + changedRows));
-    Run("delete from " + freshRows + " as s where exists (select 1 from " + target + " t where t." + table->key +
-        "=s." + table->key + ")");
-    const int known = sqlite3_changes(database);
+    changed = WholeNumber("select count(*) from " + changedRows);
+    const int known = Run("delete from " + freshRows + " as s where exists (select 1 from " + target + " t where t." +
+                          table->key + "=s." + table->key + ")");
     same = known - changed;
     fresh -= known;
 }
@@ -200,20 +190,18 @@ void StagedRows::FindChangedFields()
     isChanged.assign(columns.size(), false);
     if (changed == 0)
         return;
-    Statement differing(connection->Handle(),
-                        "select " +
-                            ForEachField(",", [](std::size_t field) { return "max(d" + std::to_string(field) + ")"; }) +
-                            " from " + changedRows);
+    Rows differing = connection->Select(
+        "select " + ForEachField(",", [](std::size_t field) { return "max(d" + std::to_string(field) + ")"; }) +
+        " from " + changedRows);
     differing.Step();
     for (std::size_t field = 0, answer = 0; field < columns.size(); ++field) {
         if (field != keyField)
-            isChanged[field] = differing.WholeAt(int(answer++)) != 0;
+            isChanged[field] = differing.Row().WholeAt(int(answer++)) != 0;
     }
 }
 
-/// SQLite copies rows that nothing lies between, and each of their indexes, in one run from page to page. Among other
-/// rows such a run leaves most of every page empty: there each row goes its own way, in an order that keeps to the same
-/// pages for long.
+/// SQLite copies contiguous rows and their indexes page by page. A run in the middle of a table leaves pages half
+/// empty, so those rows are inserted in index order.
 void StagedRows::SortFreshRows()
 {
     const std::vector<std::string> order = ColumnsOfFirstIndex();
@@ -228,27 +216,33 @@ void StagedRows::SortFreshRows()
     Run("create table " + sortedRows + " as select * from " + freshRows + " order by " + columnsInOrder + table->key);
 }
 
+int StagedRows::WholeNumber(const std::string& select) const
+{
+    Rows answer = connection->Select(select);
+    answer.Step();
+    return int(answer.Row().WholeAt(0));
+}
+
 /// Whether more than a few of the table's rows lie between the fresh ones.
 bool StagedRows::AreAmongOthers(const std::string& leadingColumn) const
 {
     constexpr int freshForEachOther = 10;
     const std::string column = Quoted(leadingColumn);
     const int few = fresh / freshForEachOther;
-    return WholeAnswer(connection->Handle(), "select count(*) from (select 1 from main." + Quoted(table->name) +
-                                                 " where " + column + " between (select min(" + column + ") from " +
-                                                 freshRows + ") and (select max(" + column + ") from " + freshRows +
-                                                 ") limit " + std::to_string(few + 1) + ")") > few;
+    return WholeNumber("select count(*) from (select 1 from main." + Quoted(table->name) + " where " + column +
+                       " between (select min(" + column + ") from " + freshRows + ") and (select max(" + column +
+                       ") from " + freshRows + ") limit " + std::to_string(few + 1) + ")") > few;
 }
 
 std::vector<std::string> StagedRows::ColumnsOfFirstIndex() const
 {
-    Statement first(connection->Handle(),
-                    "select part.name from pragma_index_info((select name from pragma_index_list(?1,'main') order by "
-                    "seq desc limit 1),'main') part where part.name is not null order by part.seqno");
-    first.Bind(1, QString::fromStdString(table->name));
+    Rows first = connection->Select(
+        "select part.name from pragma_index_info((select name from pragma_index_list(?1,'main') order by "
+        "seq desc limit 1),'main') part where part.name is not null order by part.seqno",
+        {QString::fromStdString(table->name)});
     std::vector<std::string> names;
     while (first.Step())
-        names.push_back(first.TextAt(0));
+        names.push_back(first.Row().TextAt(0));
     return names;
 }
 
@@ -257,18 +251,19 @@ void StagedRows::MakeIndexes()
 {
     static const QRegularExpression head(R"(^\s*create\s+index\s+("[^"]*"|\w+)\s+on\s+("[^"]*"|\w+))",
                                          QRegularExpression::CaseInsensitiveOption);
-    Statement indexes(connection->Handle(), "select sql from main.sqlite_schema where type='index' and sql is not "
-                                            "null and tbl_name=? collate nocase");
-    indexes.Bind(1, QString::fromStdString(table->name));
     std::vector<std::string> statements;
     const std::string onFreshRows = " on " + freshRows.substr(freshRows.find('.') + 1);
-    while (indexes.Step()) {
-        QString statement = QString::fromStdString(indexes.TextAt(0));
-        if (const QRegularExpressionMatch begins = head.match(statement); begins.hasMatch())
-            statements.push_back("create index temp." + begins.captured(1).toStdString() + onFreshRows +
-                                 statement.mid(begins.capturedLength()).toStdString());
+    {
+        Rows indexes = connection->Select("select sql from main.sqlite_schema where type='index' and sql is not null "
+                                          "and tbl_name=? collate nocase",
+                                          {QString::fromStdString(table->name)});
+        while (indexes.Step()) {
+            QString statement = QString::fromStdString(indexes.Row().TextAt(0));
+            if (const QRegularExpressionMatch begins = head.match(statement); begins.hasMatch())
+                statements.push_back("create index temp." + begins.captured(1).toStdString() + onFreshRows +
+                                     statement.mid(begins.capturedLength()).toStdString());
+        }
     }
-    indexes.Reset();
     for (const std::string& statement : statements)
         Run(statement);
 }
@@ -278,14 +273,14 @@ std::vector<StagedRows::Difference> StagedRows::Differences(int most) const
     std::vector<Difference> differences;
     if (changed == 0)
         return differences;
-    Statement rows(connection->Handle(),
-                   "select k," + ForEachField(",", [](std::size_t field) { return "d" + std::to_string(field); }) +
-                       " from " + changedRows + " order by k limit " + std::to_string(most));
+    Rows rows = connection->Select("select k," +
+                                   ForEachField(",", [](std::size_t field) { return "d" + std::to_string(field); }) +
+                                   " from " + changedRows + " order by k limit " + std::to_string(most));
     while (rows.Step()) {
-        Difference difference{Key(rows.WholeAt(0)), {}};
+        Difference difference{Key(rows.Row().WholeAt(0)), {}};
         int answer = 0;
         for (std::size_t field = 0; field < columns.size(); ++field) {
-            if (field != keyField && rows.WholeAt(++answer) != 0)
+            if (field != keyField && rows.Row().WholeAt(++answer) != 0)
                 difference.fields << QString::fromStdString(table->columns[columns[field]].name);
         }
         differences.push_back(std::move(difference));
@@ -306,15 +301,11 @@ bool StagedRows::Write()
             if (isChanged[field]) // an index over none of these fields isn't touched
                 settings += (settings.empty() ? "" : ",") + Name(field) + "=c.n" + std::to_string(field);
         }
-        Statement update(connection->Handle(), "update main." + target + " set " + settings + " from " + changedRows +
-                                                   " c where " + target + "." + table->key + "=c.k");
-        connection->RunChange(update);
+        connection->Change("update main." + target + " set " + settings + " from " + changedRows + " c where " +
+                           target + "." + table->key + "=c.k");
     }
-    if (fresh > 0) {
-        Statement addition(connection->Handle(),
-                           "insert into main." + target + " select * from " + (isSorted ? sortedRows : freshRows));
-        connection->RunChange(addition);
-    }
+    if (fresh > 0)
+        connection->Change("insert into main." + target + " select * from " + (isSorted ? sortedRows : freshRows));
     return true;
 }
 
@@ -328,11 +319,10 @@ std::vector<Key> StagedRows::WrittenMeanwhile(int most) const
     if (changed > 0)
         select += " union all select c.k from " + changedRows + " c left join " + target + " t on t." + table->key +
                   "=c.k where t." + table->key + " is null or not (" + isAsBefore + ")";
-    connection->FinishReading();
-    Statement rows(connection->Handle(), select + " limit " + std::to_string(most));
+    Rows rows = connection->Select(select + " limit " + std::to_string(most));
     std::vector<Key> keys;
     while (rows.Step())
-        keys.push_back(Key(rows.WholeAt(0)));
+        keys.push_back(Key(rows.Row().WholeAt(0)));
     return keys;
 }
 

@@ -9,7 +9,7 @@
 
 namespace dao {
 
-class Statement;
+class RepeatedStatement;
 class Table;
 
 /// Bulk insert for one table: rows are staged in a temporary table and written together once all are valid.
@@ -58,7 +58,9 @@ private:
     std::string Name(std::size_t field) const;
     std::string IsSame(std::size_t field) const;
     std::string ForEachField(const std::string& separator, const std::function<std::string(std::size_t)>& part) const;
-    void Run(const std::string& statement) const;
+    int WholeNumber(const std::string& select) const;
+    /// Returns the number of rows changed.
+    int Run(const std::string& statement) const;
     void DropStore() noexcept;
 
     std::shared_ptr<Connection> connection;
@@ -71,7 +73,7 @@ private:
     std::string sortedRows; ///< the fresh rows again, in the order of the table's first index
     bool isSorted = false;
     std::vector<bool> isChanged; ///< by field: whether any row has another value
-    std::unique_ptr<Statement> insert;
+    std::unique_ptr<RepeatedStatement> insert;
     bool isFilling = false;
     int fresh = 0;
     int same = 0;

@@ -1,10 +1,7 @@
 #include "platform/dao/TableSet.h"
 
-#include "platform/basic/Numbers.h"
-
 #include <QScopeGuard>
 #include <algorithm>
-#include <sqlite3.h>
 
 namespace dao {
 
@@ -43,19 +40,16 @@ void TableSet::SetEnd()
     rows = nullptr;
 }
 
-void TableSet::TakeRow(Statement& statement)
+void TableSet::TakeRow(const Rows& read)
 {
     single.Clear();
-    single.Append(statement, 1, columns.Count());
-    SetCurrent(statement.WholeAt(0), single, 0, connection->Version());
+    single.Append(read.Row(), 1, columns.Count());
+    SetCurrent(read.Row().WholeAt(0), single, 0, connection->Version());
 }
 
 bool TableSet::ReadRow(qint64 rowKey)
 {
-    connection->FinishReading();
-    Statement& row = connection->Prepared(table.byKey);
-    const ResetAtEnd reset(row);
-    row.Bind(1, rowKey);
+    Rows row = connection->Select(table.byKey, {rowKey});
     if (!row.Step())
         return false;
     TakeRow(row);
@@ -144,51 +138,12 @@ void TableSet::MoveLast()
     GoToLast();
 }
 
-/// The key that a criterion like an earlier one asks for: most searches repeat "num = " with another number.
-std::optional<qint64> TableSet::RepeatedKeyTest(QStringView criteria) const
-{
-    if (keyLead.isEmpty() || !criteria.startsWith(keyLead))
-        return std::nullopt;
-    const QStringView number = criteria.mid(keyLead.size());
-    bool isKey = std::ranges::all_of(number, [](QChar each) { return basic::IsDigit(each); });
-    const qint64 sought = isKey ? number.toLongLong(&isKey) : 0;
-    return isKey ? std::optional(sought) : std::nullopt;
-}
-
-std::vector<qint64> TableSet::KeysFor(const QString& criteria)
-{
-    if (const auto sought = RepeatedKeyTest(criteria))
-        return {*sought};
-    const StatementShape condition = ShapeOf(criteria);
-    const bool isByKey = QStringView(condition.shape).compare(QStringView(table.keyTest), Qt::CaseInsensitive) == 0;
-    const auto* const sought =
-        isByKey && !condition.literals.empty() ? std::get_if<qint64>(&condition.literals[0].Raw()) : nullptr;
-    if (sought == nullptr)
-        return MatchingKeys(criteria, condition.literals);
-    keyLead = criteria.left(criteria.indexOf('=') + 1) + ' ';
-    return {*sought};
-}
-
-void TableSet::FindFirst(const QString& criteria)
+void TableSet::FindFirst(Key sought)
 {
     DropPending();
     RequireMembers();
-    noMatch = !GoToAny(KeysFor(criteria));
+    noMatch = !GoToKey(sought);
     hasMissed = noMatch;
-}
-
-std::vector<qint64> TableSet::MatchingKeys(const QString& criteria, const std::vector<Value>& literals)
-{
-    const std::string condition = TranslateCondition(criteria, table);
-    Statement& scan = connection->Prepared("select " + table.key + " from " + Quoted(table.name) + " where" +
-                                           condition + " order by " + table.key);
-    connection->FinishReading();
-    const ResetAtEnd reset(scan);
-    scan.Bind(literals);
-    std::vector<qint64> found;
-    while (scan.Step())
-        found.push_back(scan.WholeAt(0));
-    return found;
 }
 
 // -- writing
@@ -229,7 +184,7 @@ void TableSet::Write(int column, const Value& value)
     RequirePending();
     if (column == table.keyColumn && !pending->adds)
         Refuse(Error::FieldNotUpdatable);
-    Value stored = ToColumn(value, columns[column].type);
+    Value stored = store::ToColumn(value, columns[column].type);
     const auto written = std::ranges::find(pending->columns, column);
     if (written != pending->columns.end()) {
         pending->values[static_cast<std::size_t>(written - pending->columns.begin())] = std::move(stored);
@@ -249,7 +204,7 @@ void TableSet::Update()
 {
     RequirePending();
     // Ends the edit and releases its lock in any case.
-    const Pending writing = *std::exchange(pending, std::nullopt);
+    Pending writing = *std::exchange(pending, std::nullopt);
     const auto unlock = qScopeGuard([this] { DropPending(); });
     if (writing.adds)
         UpdateAdded(writing);
@@ -276,32 +231,25 @@ const std::string& TableSet::InsertOf(const std::vector<int>& written)
 
 void TableSet::UpdateAdded(const Pending& added)
 {
-    Statement& row = connection->Prepared(InsertOf(added.columns));
-    row.Bind(added.values);
-    connection->RunChange(row);
-    lastAdded = sqlite3_last_insert_rowid(Handle());
+    connection->Change(InsertOf(added.columns), added.values);
+    lastAdded = connection->LastAddedKey();
     NoteAdded(*lastAdded);
 }
 
-void TableSet::UpdateEdited(const Pending& edited)
+void TableSet::UpdateEdited(Pending& edited)
 {
     if (edited.columns.empty())
         return;
     std::string assignments;
     for (const int column : edited.columns)
         assignments += (assignments.empty() ? "" : ",") + Quoted(columns[column].name) + "=?";
-    Statement& update =
-        connection->Prepared("update " + Quoted(table.name) + " set " + assignments + " where " + table.key + "=?");
-    update.Bind(edited.values);
-    update.Bind(static_cast<int>(edited.values.size()) + 1, key);
-    RunOnCurrent(update);
+    edited.values.emplace_back(key);
+    ChangeCurrent("update " + Quoted(table.name) + " set " + assignments + " where " + table.key + "=?", edited.values);
 }
 
-/// Runs a change of the current row.
-void TableSet::RunOnCurrent(Statement& change)
+void TableSet::ChangeCurrent(const std::string& sql, const std::vector<Value>& parameters)
 {
-    connection->RunChange(change);
-    if (sqlite3_changes(Handle()) != 0)
+    if (connection->Change(sql, parameters) != 0)
         return;
     rows = nullptr;
     Refuse(Error::RecordDeleted);
@@ -311,9 +259,7 @@ void TableSet::Delete()
 {
     DropPending();
     RequireEditable();
-    Statement& removal = connection->Prepared("delete from " + Quoted(table.name) + " where " + table.key + "=?");
-    removal.Bind(1, key);
-    RunOnCurrent(removal);
+    ChangeCurrent("delete from " + Quoted(table.name) + " where " + table.key + "=?", {key});
     rows = nullptr;
     NoteDeleted();
 }

@@ -17,7 +17,7 @@ public:
     void MoveNext() final;
     void MoveLast() final;
     bool IsEOF() const final { return isAtEnd; }
-    void FindFirst(const QString& criteria) final;
+    void FindFirst(Key sought) final;
     bool NoMatch() const final { return noMatch; }
 
     void Write(int column, const Value& value) final;
@@ -35,21 +35,20 @@ protected:
     virtual void GoToFirst() = 0;
     virtual void GoToNext() = 0;
     virtual void GoToLast() = 0;
-    /// Goes to the first member with one of these keys (ascending); false if there is none.
-    virtual bool GoToAny(const std::vector<qint64>& sought) = 0;
+    /// Goes to the member with this key; false if there is none.
+    virtual bool GoToKey(qint64 sought) = 0;
     /// Called when a row was added through the set, or the current one deleted.
     virtual void NoteAdded(qint64 added) = 0;
     virtual void NoteDeleted() = 0;
 
-    sqlite3* Handle() const { return connection->Handle(); }
     qint64 CurrentKey() const { return key; }
 
     /// Makes a row current: where it is cached, and the data version of its values.
     void SetCurrent(qint64 rowKey, const RowStore& store, std::size_t row, const DataVersion& version);
     void SetDeleted(qint64 rowKey);
     void SetEnd();
-    /// Makes the statement's current row the current one.
-    void TakeRow(Statement& statement);
+    /// Makes the current row of a select (key, then all columns) the current one.
+    void TakeRow(const Rows& read);
     /// Reads a row and makes it current; false, without a change, if it doesn't exist.
     bool ReadRow(qint64 rowKey);
 
@@ -65,18 +64,15 @@ private:
     const Value* PendingValue(int column) const override;
     StoredValue Current(int column) override;
     void RequireMembers() const;
-    std::optional<qint64> RepeatedKeyTest(QStringView criteria) const;
-    std::vector<qint64> KeysFor(const QString& criteria);
-    std::vector<qint64> MatchingKeys(const QString& criteria, const std::vector<Value>& literals);
     void RequireRow() const;
     void RequireEditable() const;
     void RequirePending() const;
-    void RunOnCurrent(Statement& change);
+    void ChangeCurrent(const std::string& sql, const std::vector<Value>& parameters);
     void Revalidate();
     void DropPending() noexcept;
     const std::string& InsertOf(const std::vector<int>& written);
     void UpdateAdded(const Pending& added);
-    void UpdateEdited(const Pending& edited);
+    void UpdateEdited(Pending& edited);
 
     bool isAtEnd = true;
     bool noMatch = false;
@@ -89,7 +85,6 @@ private:
 
     std::optional<Pending> pending;
     bool locksEdits = false;
-    QString keyLead; // a criterion by key up to its number
     std::optional<qint64> lastAdded;
     struct {
         std::vector<int> columns;

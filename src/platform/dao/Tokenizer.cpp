@@ -1,7 +1,6 @@
 #include "platform/dao/Tokenizer.h"
 
 #include "platform/basic/Numbers.h"
-#include "platform/dao/Errors.h"
 
 #include <algorithm>
 #include <array>

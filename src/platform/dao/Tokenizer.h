@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/dao/Value.h"
+#include "platform/dao/Store.h"
 
 #include <QStringView>
 #include <string>

@@ -15,13 +15,11 @@ constexpr qint64 LowestKey = std::numeric_limits<qint64>::min();
 WholeSet::WholeSet(std::shared_ptr<Connection> opened, Table& over)
     : TableSet(std::move(opened), over), inAdded(InTable)
 {
-    connection->FinishReading();
-    Statement& first = connection->Prepared(table.first);
-    const ResetAtEnd reset(first);
+    Rows first = connection->Select(table.first);
     hadRows = first.Step();
     if (!hadRows)
         return;
-    upTo = first.WholeAt(columns.Count() + 1);
+    upTo = first.Row().WholeAt(columns.Count() + 1);
     TakeRow(first);
 }
 
@@ -37,21 +35,14 @@ int WholeSet::RecordCount()
 {
     if (hadRows && !reachedAll)
         return 1;
-    connection->FinishReading();
     qint64 count = 0;
     if (hadRows) {
-        Statement& all = connection->Prepared(table.count);
-        const ResetAtEnd reset(all);
-        all.Bind(1, upTo);
+        Rows all = connection->Select(table.count, {upTo});
         all.Step();
-        count = all.WholeAt(0);
+        count = all.Row().WholeAt(0);
     }
-    Statement& row = connection->Prepared(table.byKey);
-    for (const qint64 each : added) {
-        const ResetAtEnd reset(row);
-        row.Bind(1, each);
-        count += row.Step() ? 1 : 0;
-    }
+    for (const qint64 each : added)
+        count += connection->Select(table.byKey, {each}).Step() ? 1 : 0;
     return static_cast<int>(count);
 }
 
@@ -92,10 +83,7 @@ void WholeSet::GoToLast()
             return;
         }
     }
-    connection->FinishReading();
-    Statement& last = connection->Prepared(table.last);
-    const ResetAtEnd reset(last);
-    last.Bind(1, upTo);
+    Rows last = connection->Select(table.last, {upTo});
     if (hadRows && last.Step())
         return TakeRow(last);
     SetEnd();
@@ -129,34 +117,26 @@ bool WholeSet::GoToFollowing(qint64 after)
 void WholeSet::ReadAhead(qint64 after)
 {
     aheadSize = !aheadKeys.empty() && connection->IsCurrent(aheadVersion) ? std::min(aheadSize * 2, MostAhead) : 1;
-    connection->FinishReading();
-    Statement& some = connection->Prepared(table.following);
-    const ResetAtEnd reset(some);
-    some.Bind(1, after);
-    some.Bind(2, upTo);
-    some.Bind(3, static_cast<qint64>(aheadSize));
+    Rows some = connection->Select(table.following, {after, upTo, aheadSize});
     SetDeleted(after); // the current row may be in the batch that is discarded
     ahead.Clear();
     aheadKeys.clear();
     aheadNext = 0;
     while (some.Step()) {
-        aheadKeys.push_back(some.WholeAt(0));
-        ahead.Append(some, 1, columns.Count());
+        aheadKeys.push_back(some.Row().WholeAt(0));
+        ahead.Append(some.Row(), 1, columns.Count());
     }
     aheadVersion = connection->Version();
 }
 
-bool WholeSet::GoToAny(const std::vector<qint64>& sought)
+bool WholeSet::GoToKey(qint64 sought)
 {
-    for (const qint64 each : sought) {
-        const bool isInTable = hadRows && each <= upTo;
-        const auto place = std::ranges::find(added, each);
-        if ((!isInTable && place == added.end()) || !ReadRow(each))
-            continue;
-        Jump(isInTable ? InTable : static_cast<std::size_t>(place - added.begin()));
-        return true;
-    }
-    return false;
+    const bool isInTable = hadRows && sought <= upTo;
+    const auto place = std::ranges::find(added, sought);
+    if ((!isInTable && place == added.end()) || !ReadRow(sought))
+        return false;
+    Jump(isInTable ? InTable : static_cast<std::size_t>(place - added.begin()));
+    return true;
 }
 
 } // namespace dao

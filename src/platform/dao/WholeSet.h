@@ -18,7 +18,7 @@ private:
     void GoToFirst() override;
     void GoToNext() override;
     void GoToLast() override;
-    bool GoToAny(const std::vector<qint64>& sought) override;
+    bool GoToKey(qint64 sought) override;
     void NoteAdded(qint64 newKey) override;
     void NoteDeleted() override {}
 

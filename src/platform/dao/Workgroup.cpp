@@ -1,7 +1,6 @@
 #include "platform/dao/Workgroup.h"
 
 #include "platform/basic/RuntimeError.h"
-#include "platform/dao/Engine.h"
 
 #include <QCryptographicHash>
 #include <QFile>

@@ -6,10 +6,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QRegularExpression>
-#include <QScopeGuard>
 #include <QStringList>
-#include <fcntl.h>
-#include <unistd.h>
 
 namespace host {
 namespace {
@@ -109,16 +106,6 @@ void SetFileAttributes(const QString& path, int attributes)
         mode |= QFile::WriteOwner;
     if (!QFile::setPermissions(path, mode))
         throw basic::RuntimeError(basic::Error::PathAccess);
-}
-
-void Sync(const QString& path)
-{
-    const int file = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC);
-    if (file < 0)
-        throw basic::RuntimeError(basic::Error::FileNotFound);
-    const auto closeAtEnd = qScopeGuard([file] { ::close(file); });
-    if (::fsync(file) != 0)
-        throw basic::RuntimeError(basic::Error::DeviceFailure);
 }
 
 } // namespace host

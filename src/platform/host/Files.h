@@ -25,8 +25,4 @@ int FileAttributes(const QString& path);
 /// Sets them; 0 makes the file writable by its owner. Raises 53 when missing, 75 when refused.
 void SetFileAttributes(const QString& path, int attributes);
 
-/// Flushes a file, or the entries of a folder, to the disk. Raises 53 when it is missing, 57 when the disk reports a
-/// failure.
-void Sync(const QString& path);
-
 } // namespace host

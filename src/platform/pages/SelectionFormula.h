@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/dao/Value.h"
+#include "platform/store/Value.h"
 
 #include <QString>
 #include <vector>

@@ -12,7 +12,7 @@ namespace {
 constexpr int LongestText = 400; // characters; more than fit on the widest sheet in the smallest font
 const QString DateMask = QStringLiteral("dd/mm/yyyy");
 
-bool IsNumber(const dao::Value& value)
+bool IsNumber(const store::Value& value)
 {
     return std::holds_alternative<qint64>(value.Raw()) || std::holds_alternative<double>(value.Raw());
 }
@@ -63,7 +63,7 @@ QString SumOfAmounts(const QString& text, const QString& mask)
     return sum == 0 ? QString() : NumberText(sum, mask);
 }
 
-double NumberIn(const dao::Value& value)
+double NumberIn(const store::Value& value)
 {
     return IsNumber(value) ? value.Double() : 0;
 }
@@ -80,7 +80,7 @@ QString SingleLine(const QString& text)
     return line.trimmed();
 }
 
-QString CellText(const Column& column, const dao::Value& value)
+QString CellText(const Column& column, const store::Value& value)
 {
     if (value.IsNull())
         return {};

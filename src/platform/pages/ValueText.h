@@ -1,13 +1,13 @@
 #pragma once
 
-#include "platform/dao/Value.h"
 #include "platform/pages/Template.h"
+#include "platform/store/Value.h"
 
 /// Formatting of printed values.
 namespace pages {
 
 /// A value as printed in a column: by its choices, its mask or unchanged; empty for Null.
-QString CellText(const Column& column, const dao::Value& value);
+QString CellText(const Column& column, const store::Value& value);
 
 /// A number formatted with a mask, without blanks before the first digit; plain text without a mask.
 QString NumberText(double number, const QString& mask);
@@ -20,7 +20,7 @@ QString AmountText(const QString& text, const QString& mask = {});
 QString SumOfAmounts(const QString& text, const QString& mask);
 
 /// The value as a summand: 0 for Null and text.
-double NumberIn(const dao::Value& value);
+double NumberIn(const store::Value& value);
 
 /// `text` as one line: control characters become blanks, surrounding blanks are removed, text longer than any sheet is
 /// wide is cut.

@@ -1,7 +1,7 @@
 #include "platform/paper/PdfFile.h"
 
-#include "platform/basic/OwnerOnly.h"
 #include "platform/basic/RuntimeError.h"
+#include "platform/host/OwnerOnly.h"
 #include "platform/pages/PageLayout.h"
 #include "platform/pages/PageMeasures.h"
 #include "platform/paper/PagePainter.h"
@@ -21,7 +21,7 @@ constexpr int PdfResolution = 1200; // dots per inch
 /// Opens a temporary file, readable by its owner only, next to `file`'s path; commit renames it.
 void OpenForOwner(QSaveFile& file)
 {
-    const auto ownerOnly = basic::ForOwnerOnly();
+    const auto ownerOnly = host::ForOwnerOnly();
     if (file.open(QIODevice::WriteOnly) && file.setPermissions(QFile::ReadOwner | QFile::WriteOwner))
         return;
     const QFileInfo folder(QFileInfo(file.fileName()).path());

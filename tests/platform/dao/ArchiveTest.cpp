@@ -1,6 +1,7 @@
 #include "SmallPractice.h"
 
-#include "platform/dao/ArchiveCopy.h"
+#include "platform/store/ArchiveCopy.h"
+#include "platform/store/DatabaseReader.h"
 
 #include <QDir>
 #include <algorithm>
@@ -22,7 +23,7 @@ protected:
 
     std::optional<Error> CopyError() const
     {
-        return ErrorOf([&] { CopyDatabase(path, target); });
+        return ErrorOf([&] { store::CopyDatabase(path, target); });
     }
     QByteArray Bytes(const QString& name) const
     {
@@ -46,7 +47,7 @@ TEST_F(Archive, ContainsAllSavedDataAndOpensFromReadOnlyMedia)
     EXPECT_EQ(CopyError(), std::nullopt);
     EXPECT_EQ(ArchiveContent(), QStringList("ZEP_ONE.MDB")) << "nothing half made stays";
     EXPECT_EQ(QFile::permissions(target) & (QFile::ReadGroup | QFile::ReadOther), QFile::Permissions());
-    EXPECT_TRUE(CheckDatabase(target).isEmpty());
+    EXPECT_TRUE(store::CheckDatabase(target).isEmpty());
 
     ASSERT_EQ(::chmod(folder.filePath("ARCHIVES").toUtf8().constData(), 0555), 0);
     Other medium("file:" + target + "?mode=ro");
@@ -96,7 +97,7 @@ TEST_F(Archive, ReportsItsProgress)
                     "insert into Patients (num, nom) select i, hex(zeroblob(1000)) from n");
     std::vector<int> done;
     int pages = 0;
-    CopyDatabase(path, target, {.progress = [&](int copied, int total) {
+    store::CopyDatabase(path, target, {.progress = [&](int copied, int total) {
                      done.push_back(copied);
                      pages = total;
                  }});

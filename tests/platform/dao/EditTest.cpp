@@ -56,7 +56,7 @@ TEST_F(EditedRows, AddedComeLast)
     EXPECT_EQ(rows["Date"].Text(), "29/02/2008");
     EXPECT_EQ(rows["montant"].Double(), 0) << "the table's default";
     EXPECT_EQ(rows.RecordCount(), 2);
-    rows.FindFirst("num = 7");
+    rows.FindFirst(7);
     EXPECT_FALSE(rows.NoMatch());
     EXPECT_EQ(Keys("select * from Actes where date = #02/29/2008#"), "7");
 
@@ -183,8 +183,8 @@ TEST_F(EditedRows, AreNeverTheOldRowAfterAFailedSearch)
 {
     for (const char* const statement : {"Actes", "select * from Actes where num > 0"}) {
         Recordset rows = Open(statement);
-        for (const char* const miss : {"num = 99", "montant = 77"}) {
-            rows.FindFirst("num = 2");
+        for (const Key miss : {99, 1'000'000}) {
+            rows.FindFirst(2);
             rows.FindFirst(miss);
             ASSERT_TRUE(rows.NoMatch());
             EXPECT_EQ(ErrorOf([&] { rows.Edit(); }), Error::NoCurrentRecord) << statement;
@@ -194,13 +194,13 @@ TEST_F(EditedRows, AreNeverTheOldRowAfterAFailedSearch)
         rows.MoveNext();
         rows.Edit();
         EXPECT_EQ(rows["num"].Key(), 3);
-        rows.FindFirst("num = 99");
-        rows.FindFirst("num = 4");
+        rows.FindFirst(99);
+        rows.FindFirst(4);
         rows.Edit();
-        rows.FindFirst("num = 99");
+        rows.FindFirst(99);
         rows.MoveFirst();
         rows.Edit();
-        rows.FindFirst("num = 99");
+        rows.FindFirst(99);
         rows.MoveLast();
         rows.Edit();
         rows.CancelUpdate();
@@ -216,10 +216,10 @@ TEST_F(EditedRows, SeeAFieldAppendedToTheirTable)
     Recordset filled = Open("Prov");
     filled.AddNew();
     filled.Update();
-    table.AppendField("Mt2", FieldType::Double, 0);
+    table.AppendField("Mt2", 0);
     EXPECT_EQ(table.FieldCount(), 6);
     EXPECT_EQ(table.FieldNames().last(), "Mt2");
-    EXPECT_EQ(ErrorOf([&] { table.AppendField("mt2", FieldType::Double, 0); }), Error::FieldExists);
+    EXPECT_EQ(ErrorOf([&] { table.AppendField("mt2", 0); }), Error::FieldExists);
     EXPECT_EQ(ErrorOf([&] { database.TableDef("Nulle"); }), Error::UnknownField);
     EXPECT_EQ(Open("Prov")["Mt2"].Double(), 0);
     Recordset rows = Open("select * from Prov where Mt2 = 0");

@@ -1,4 +1,6 @@
 #include "SmallPractice.h"
+#include "platform/store/Creation.h"
+#include "platform/store/DatabaseReader.h"
 
 #include <QDir>
 
@@ -86,12 +88,12 @@ TEST_F(OpenedFile, IsRefusedWhereAnIndexDisagreesWithItsTable)
 TEST_F(OpenedFile, IsNotChangedByReadOnlyAccess)
 {
     ASSERT_EQ(::chmod(folder.path().toUtf8().constData(), 0555), 0);
-    EXPECT_TRUE(CheckDatabase(path).isEmpty()) << "a look doesn't ask for more than reading";
+    EXPECT_TRUE(store::CheckDatabase(path).isEmpty()) << "a look doesn't ask for more than reading";
     ASSERT_EQ(::chmod(folder.path().toUtf8().constData(), 0700), 0);
     Write(QByteArray(sound).replace(2 * PageSize, PageSize, QByteArray(PageSize, '\x5A')));
-    EXPECT_FALSE(CheckDatabase(path).isEmpty());
+    EXPECT_FALSE(store::CheckDatabase(path).isEmpty());
     Write(QByteArray("ZEP\n").repeated(2000));
-    EXPECT_EQ(ErrorOf([&] { CheckDatabase(path); }), Error::UnrecognizedFormat);
+    EXPECT_EQ(ErrorOf([&] { store::CheckDatabase(path); }), Error::UnrecognizedFormat);
     QFile::remove(path);
     EXPECT_EQ(OpeningError(), Error::DatabaseNotFound);
     EXPECT_FALSE(QFile::exists(path)) << "no empty file takes its place";
@@ -171,9 +173,9 @@ TEST_F(OpenedFile, IsCreatedForItsOwnerOnly)
                                           (QFile::ReadGroup | QFile::ReadOther | QFile::WriteGroup | QFile::WriteOther);
         EXPECT_FALSE(others) << file;
     }
-    EXPECT_EQ(ErrorOf([&] { CreateDatabase(path, "create table T (a)"); }), Error::DatabaseExists);
-    EXPECT_EQ(ErrorOf([&] { CreateDatabase(folder.filePath("none/x"), "create table T (a)"); }), Error::PathNotFound);
-    EXPECT_EQ(ErrorOf([&] { CreateDatabase(folder.filePath("half"), "create table T (a); create tble"); }),
+    EXPECT_EQ(ErrorOf([&] { store::CreateDatabase(path, "create table T (a)"); }), Error::DatabaseExists);
+    EXPECT_EQ(ErrorOf([&] { store::CreateDatabase(folder.filePath("none/x"), "create table T (a)"); }), Error::PathNotFound);
+    EXPECT_EQ(ErrorOf([&] { store::CreateDatabase(folder.filePath("half"), "create table T (a); create tble"); }),
               Error::SyntaxError);
     EXPECT_FALSE(QFile::exists(folder.filePath("half")));
 }

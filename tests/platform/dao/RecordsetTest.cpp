@@ -58,7 +58,7 @@ TEST_F(RecordsetRows, ReportAnEmptySet)
         EXPECT_EQ(ErrorOf([&] { rows.MoveNext(); }), Error::NoCurrentRecord) << statement;
         EXPECT_EQ(ErrorOf([&] { rows.MoveLast(); }), Error::NoCurrentRecord) << statement;
         const bool isAnswer = QString(statement).startsWith("select num");
-        EXPECT_EQ(ErrorOf([&] { rows.FindFirst("num = 1"); }),
+        EXPECT_EQ(ErrorOf([&] { rows.FindFirst(1); }),
                   isAnswer ? Error::InvalidOperation : Error::NoCurrentRecord)
             << statement;
         EXPECT_EQ(ErrorOf([&] { rows["num"].Text(); }), Error::NoCurrentRecord) << statement;
@@ -80,11 +80,11 @@ TEST_F(RecordsetRows, KeepTheirMembersAndShowLiveValues)
     Add({{"num", 7}, {"Date", "02/03/2008"}, {"flag_R", 0}});
     EXPECT_EQ(Walk(pending), "2 3 5");
     pending.MoveFirst();
-    pending.FindFirst("num = 3");
+    pending.FindFirst(3);
     ASSERT_FALSE(pending.NoMatch());
     EXPECT_EQ(pending["flag_R"].Long(), 5);
     EXPECT_EQ(pending["montant"].Double(), 99);
-    pending.FindFirst("num = 7");
+    pending.FindFirst(7);
     EXPECT_TRUE(pending.NoMatch());
     EXPECT_EQ(pending["num"].Key(), 3) << "a miss leaves the row";
 }
@@ -111,7 +111,7 @@ TEST_F(RecordsetRows, DeletedBehindTheSetRaiseOnReadingOnly)
                             "(7, '1990-01-01'), (8, '1990-01-01'), (9, '1990-01-01'); commit"),
                   SQLITE_OK);
         Recordset rows = Open(QString(statement).replace("< 5", "> 6"));
-        rows.FindFirst("num = 7");
+        rows.FindFirst(7);
         ASSERT_FALSE(rows.NoMatch()) << statement;
         ASSERT_EQ(other.Run("delete from Actes where num in (7, 8)"), SQLITE_OK);
         DBEngine.Idle(RefreshCache); // notices what others have written
@@ -122,41 +122,29 @@ TEST_F(RecordsetRows, DeletedBehindTheSetRaiseOnReadingOnly)
         EXPECT_EQ(ErrorOf([&] { rows.Delete(); }), Error::RecordDeleted) << statement;
         rows.MoveNext();
         EXPECT_EQ(rows["num"].Key(), 9) << statement;
-        rows.FindFirst("num = 8");
+        rows.FindFirst(8);
         EXPECT_TRUE(rows.NoMatch()) << statement;
     }
 }
 
-TEST_F(RecordsetRows, AreFoundByKeyAndByOtherConditions)
+TEST_F(RecordsetRows, AreFoundByTheirKeys)
 {
     for (const char* const statement : {"Patients", "select * from Patients where num > 0 order by nom"}) {
         Recordset rows = Open(statement);
-        rows.FindFirst("num = 5");
+        rows.FindFirst(5);
         EXPECT_EQ(rows["nom"].Text(), "Zidane");
-        rows.FindFirst("  NUM=3 ");
+        rows.FindFirst(3);
         EXPECT_EQ(rows["nom"].Text(), "D'Artagnan");
-        rows.FindFirst("num = 5"); // twice the same criterion but for its number
-        rows.FindFirst("num = 4");
-        EXPECT_EQ(rows["num"].Key(), 4);
-        EXPECT_EQ(ErrorOf([&] { rows.FindFirst("num = +5"); }), Error::SyntaxError);
-        rows.FindFirst("num = 4.5");
-        EXPECT_TRUE(rows.NoMatch());
-        rows.FindFirst("nom like 'é*' and tel like '9*'");
-        EXPECT_TRUE(rows.NoMatch());
-        rows.FindFirst("nom = 'ÉVRARD' and Prenom = 'max'");
-        EXPECT_EQ(rows["num"].Key(), 4);
-        rows.FindFirst("num = 99999999999999999999");
-        EXPECT_TRUE(rows.NoMatch());
-        EXPECT_EQ(ErrorOf([&] { rows.FindFirst("nul = 3"); }), Error::UnknownExpression);
-        EXPECT_EQ(ErrorOf([&] { rows.FindFirst("num = "); }), Error::SyntaxError);
-        EXPECT_EQ(ErrorOf([&] { rows.FindFirst(""); }), Error::SyntaxError);
-        EXPECT_EQ(ErrorOf([&] { rows.FindFirst("num = 1 or 1 = 1"); }), Error::SyntaxError);
-        EXPECT_EQ(ErrorOf([&] { rows.FindFirst("select 1"); }), Error::SyntaxError);
-        EXPECT_EQ(rows["num"].Key(), 4);
+        for (const Key miss : {0, 6, -3}) {
+            rows.FindFirst(miss);
+            EXPECT_TRUE(rows.NoMatch());
+            EXPECT_EQ(rows["num"].Key(), 3);
+        }
+        rows.FindFirst(4);
+        EXPECT_FALSE(rows.NoMatch());
+        rows.MoveNext();
+        EXPECT_EQ(rows["num"].Key(), 5) << "the next one in the set's order";
     }
-    Recordset byName = Open("select * from Patients order by nom, Prenom");
-    byName.FindFirst("num > 0");
-    EXPECT_EQ(byName["num"].Key(), 3) << "the first in the set's order";
 }
 
 TEST_F(RecordsetRows, OfALongTableAreTraversedFoundAndCounted)
@@ -177,14 +165,12 @@ TEST_F(RecordsetRows, OfALongTableAreTraversedFoundAndCounted)
     EXPECT_EQ(again["num"].Key(), Many);
     EXPECT_EQ(again.RecordCount(), Many);
     for (const int key : {Many - 5, 1, 5000, 4097, 4098}) {
-        again.FindFirst("num = " + QString::number(key));
+        again.FindFirst(key);
         ASSERT_FALSE(again.NoMatch());
         EXPECT_EQ(again["montant"].Long(), key);
         again.MoveNext();
         EXPECT_EQ(again["montant"].Long(), key + 1);
     }
-    again.FindFirst("montant > 9000.5 and num_presta = 3");
-    EXPECT_EQ(again["num"].Key(), 9003);
 }
 
 // Membership at all sizes: from the lowest key to the highest at opening, live rows, followed by rows added through the
@@ -208,7 +194,7 @@ TEST_F(RecordsetRows, OfAWholeTableAreThoseUpToTheHighestKeyAtTheOpening)
         EXPECT_EQ(Walk(rows, 3), "-5 1 2") << "one that was added below the highest key is a member";
 
         const QString last = QString::number(count);
-        rows.FindFirst("num = " + QString::number(count - 3));
+        rows.FindFirst(count - 3);
         database.Execute("delete * from Actes where num = " + QString::number(count - 3));
         EXPECT_EQ(ErrorOf([&] { rows["num"].Key(); }), Error::RecordDeleted) << "the current one";
         EXPECT_EQ(ErrorOf([&] { rows.Edit(); }), Error::RecordDeleted);
@@ -219,13 +205,11 @@ TEST_F(RecordsetRows, OfAWholeTableAreThoseUpToTheHighestKeyAtTheOpening)
         EXPECT_TRUE(rows.IsEOF());
         EXPECT_EQ(rows.RecordCount(), count) << "with -5 and its own, without two that are gone";
 
-        rows.FindFirst("num = " + QString::number(foreign));
+        rows.FindFirst(foreign);
         EXPECT_TRUE(rows.NoMatch());
-        rows.FindFirst("num = " + QString::number(count - 1));
+        rows.FindFirst(count - 1);
         EXPECT_TRUE(rows.NoMatch());
-        rows.FindFirst("Date = #12/31/1999# and num > 0");
-        EXPECT_EQ(rows["num"].Key(), 2);
-        rows.FindFirst("num > " + last);
+        rows.FindFirst(own);
         EXPECT_EQ(rows["num"].Key(), own);
         rows.MoveLast();
         EXPECT_EQ(rows["num"].Key(), own);
@@ -258,7 +242,7 @@ TEST_F(RecordsetRows, CanExceedTheCache)
     for (int key = moreThanKept; key > 0; --key, rows.MoveNext())
         ASSERT_EQ(rows["montant"].Long(), key);
     EXPECT_TRUE(rows.IsEOF());
-    rows.FindFirst("num = 17");
+    rows.FindFirst(17);
     EXPECT_EQ(rows["montant"].Long(), 17);
 }
 
@@ -276,7 +260,7 @@ TEST_F(RecordsetRows, AreReadByNameAndPosition)
     EXPECT_EQ(ErrorOf([&] { rows.Fields(-1); }), Error::UnknownField);
     EXPECT_EQ(ErrorOf([&] { rows["Type"].Double(); }), Error::TypeMismatch);
 
-    rows.FindFirst("num = 6");
+    rows.FindFirst(6);
     EXPECT_TRUE(rows["montant"].IsNull());
     EXPECT_TRUE(rows["montant"].Get().IsNull());
     EXPECT_EQ(ErrorOf([&] { rows["montant"].Double(); }), Error::InvalidNull);

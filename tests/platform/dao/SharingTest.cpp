@@ -9,7 +9,6 @@ namespace {
 class SharedFile : public SmallPractice {
 protected:
     SharedFile() { other.Run("pragma busy_timeout = 0"); }
-    ~SharedFile() override { busyMilliseconds = patience; }
 
     bool OtherCanWrite() { return other.Run("update Presta set denom = denom") == SQLITE_OK; }
     Recordset LockedAct()
@@ -19,7 +18,6 @@ protected:
         return rows;
     }
 
-    const int patience = busyMilliseconds;
     Other other{path};
 };
 
@@ -109,7 +107,7 @@ TEST_F(SharedFile, IsASnapshotWithinAReadTransaction)
             << "others aren't kept from writing";
         EXPECT_EQ(Walk(day), "1 2 3");
         EXPECT_EQ(Walk(again), "1 2 3");
-        acts.FindFirst("num = 2");
+        acts.FindFirst(2);
         EXPECT_EQ(acts["montant"].Double(), 50);
         acts.Edit();
         EXPECT_EQ(acts["montant"].Double(), 50);
@@ -171,7 +169,7 @@ TEST_F(SharedFile, SharesChangesBetweenHandles)
     edited["montant"] = 3;
     edited.Update();
     DBEngine.Idle(RefreshCache);
-    rows.FindFirst("num = 1");
+    rows.FindFirst(1);
     EXPECT_EQ(rows["montant"].Double(), 3);
     database.Close();
     EXPECT_EQ(second.OpenRecordset("select sum(montant) as S1 from Actes where num = 1")["S1"].Double(), 3);

@@ -3,6 +3,8 @@
 #include "data/Practice.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/dao/Engine.h"
+#include "platform/dao/Workgroup.h"
+#include "platform/store/Creation.h"
 #include "support/OtherProgram.h"
 #include "support/Printing.h"
 
@@ -20,7 +22,7 @@ protected:
     SmallPractice()
     {
         WriteWorkgroup(folder.filePath("system.mdw"), "ADMIN", "secret");
-        CreateDatabase(path, data::Schema() + QString::fromUtf8(Rows));
+        store::CreateDatabase(path, data::Schema() + QString::fromUtf8(Rows));
         Engine engine;
         engine.SystemDB = folder.filePath("system.mdw");
         workspace = engine.CreateWorkspace("Special", "ADMIN", "secret");

@@ -1,6 +1,7 @@
 #include "SmallPractice.h"
 
 #include "platform/dao/StagedRows.h"
+#include "platform/store/DatabaseReader.h"
 
 #include <optional>
 
@@ -39,7 +40,7 @@ protected:
                     .toStdString(),
                 QString("%1 %2").arg(count).arg(total, 0, 'f', 1).toStdString())
                 << index;
-        EXPECT_EQ(CheckDatabase(path), QStringList());
+        EXPECT_EQ(store::CheckDatabase(path), QStringList());
     }
 
     std::optional<StagedRows> rows;
@@ -138,7 +139,7 @@ TEST_F(StagedActs, AreComparedByTheFieldsThatAreNamed)
     EXPECT_EQ(
         other.Answer("select group_concat(montant) from (select montant from Actes where Flag_H is 0 order by num)"),
         "50.0,25.0,0.0");
-    EXPECT_EQ(CheckDatabase(path), QStringList());
+    EXPECT_EQ(store::CheckDatabase(path), QStringList());
 }
 
 } // namespace

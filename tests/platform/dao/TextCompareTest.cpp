@@ -1,4 +1,4 @@
-#include "platform/dao/TextCompare.h"
+#include "platform/store/TextCompare.h"
 
 #include <QStringList>
 #include <gtest/gtest.h>
@@ -12,7 +12,7 @@ bool IsTrue(const char* sql, const char* first, const char* second)
 {
     sqlite3* database = nullptr;
     sqlite3_open(":memory:", &database);
-    DefineTextComparison(database);
+    store::DefineTextComparison(database);
     sqlite3_stmt* question = nullptr;
     sqlite3_prepare_v2(database, sql, -1, &question, nullptr);
     sqlite3_bind_text(question, 1, first, -1, SQLITE_STATIC);
@@ -85,19 +85,19 @@ TEST(LikePattern, Matches)
 
 TEST(TextOrder, SortsAccentsNextToTheirLetter)
 {
-    const std::string lower = std::string("select ? < ? collate ") + TextCollation;
+    const std::string lower = std::string("select ? < ? collate ") + store::TextCollation;
     const QStringList ascending = {"",    " ",       "a",        "AB",     "abc",  "eve",
                                    "Ève", "evelyne", "ÉVRARD 1", "zidane", "أحمد", "بشير"};
     for (qsizetype i = 0; i < ascending.size(); ++i) {
         for (qsizetype k = 0; k < ascending.size(); ++k) {
-            const int order = CompareTexts(ascending[i], ascending[k]);
+            const int order = store::CompareTexts(ascending[i], ascending[k]);
             EXPECT_EQ(order < 0, i < k) << ascending[i].toStdString() << " / " << ascending[k].toStdString();
             EXPECT_EQ(order == 0, i == k) << ascending[i].toStdString() << " / " << ascending[k].toStdString();
             EXPECT_EQ(IsTrue(lower.c_str(), qUtf8Printable(ascending[i]), qUtf8Printable(ascending[k])), i < k)
                 << ascending[i].toStdString() << " / " << ascending[k].toStdString();
         }
     }
-    EXPECT_EQ(CompareTexts(u"ÉVRARD", u"évrard"), 0);
+    EXPECT_EQ(store::CompareTexts(u"ÉVRARD", u"évrard"), 0);
     EXPECT_FALSE(IsTrue(lower.c_str(), "Benali", "BENALI") || IsTrue(lower.c_str(), "BENALI", "Benali"));
 }
 

@@ -1,4 +1,6 @@
 #include "platform/report/ReportPractice.h"
+#include "platform/dao/Workgroup.h"
+#include "platform/store/Creation.h"
 
 #include "data/Practice.h"
 #include "data/ReportTemplates.h"
@@ -10,7 +12,7 @@ namespace tests {
 
 ReportPractice::ReportPractice()
 {
-    dao::CreateDatabase(Path(), data::Schema() + "\nALTER TABLE Prov ADD COLUMN Mt2 REAL DEFAULT 0;");
+    store::CreateDatabase(Path(), data::Schema() + "\nALTER TABLE Prov ADD COLUMN Mt2 REAL DEFAULT 0;");
     dao::WriteWorkgroup(folder.filePath("system.mdw"), "ADMIN", "secret");
     engine.SystemDB = folder.filePath("system.mdw");
     workspace = engine.CreateWorkspace("", "ADMIN", "secret");

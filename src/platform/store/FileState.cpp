@@ -1,0 +1,113 @@
+#include "platform/store/FileState.h"
+
+#include "platform/store/Errors.h"
+#include "platform/store/FileHeader.h"
+#include "platform/store/Hardened.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+#include <map>
+
+namespace store {
+namespace {
+
+/// Databases that this program has open, once for each connection.
+QStringList& OpenPaths()
+{
+    static auto& paths = *new QStringList; // never destroyed: a global handle may close later
+    return paths;
+}
+
+/// The files that this program has worked with and closed, as they were then.
+std::map<QString, FileIdentity>& ClosedSound()
+{
+    static auto& files = *new std::map<QString, FileIdentity>; // as above
+    return files;
+}
+
+} // namespace
+
+QString BehindLinks(const QString& path)
+{
+    const QFileInfo file(path);
+    return file.exists() ? file.canonicalFilePath() : file.isSymLink() ? file.symLinkTarget() : path;
+}
+
+void RequireFile(const QString& path)
+{
+    const QFileInfo file(path);
+    if (!file.isFile())
+        throw RuntimeError(Error::DatabaseNotFound, path);
+    if (!file.isReadable())
+        throw RuntimeError(Error::PermissionDenied);
+}
+
+bool HasLog(const QString& path)
+{
+    return QFileInfo(path + "-wal").size() != 0 || QFileInfo(path + "-journal").size() != 0;
+}
+
+QStringList LogsOf(const QString& path)
+{
+    QStringList logs;
+    FileHeader header;
+    if (QFileInfo(path + "-journal").size() != 0)
+        logs << "-journal";
+    if (QFileInfo(path + "-wal").size() != 0 && ReadHeader(OpenHardened(path, Access::Immutable).get(), header) &&
+        !header.IsInRollbackMode())
+        logs << "-wal";
+    return logs;
+}
+
+bool IsInUse(const QString& path)
+{
+    return OpenPaths().contains(path) || IsOpenElsewhere(path);
+}
+
+OpenedFile::OpenedFile(sqlite3* opened, const QString& openedPath) : path(openedPath), identity(IdentityOf(path))
+{
+    FileHeader header;
+    if (ReadHeader(opened, header))
+        schemaCookie = header.SchemaCookie();
+    OpenPaths() << path;
+}
+
+OpenedFile::~OpenedFile()
+{
+    OpenPaths().removeOne(path);
+}
+
+bool OpenedFile::IsInPlace(sqlite3* opened) const
+{
+    FileHeader header;
+    return IdentityOf(path).IsSameFile(identity) && ReadHeader(opened, header) && header.SchemaCookie() >= schemaCookie;
+}
+
+bool RenameAside(const QString& path)
+{
+    QString aside = path + ".set-aside";
+    for (int i = 2; QFileInfo::exists(aside); ++i)
+        aside = path + ".set-aside-" + QString::number(i);
+    return QFile::rename(path, aside);
+}
+
+void SetLogAside(const QString& path)
+{
+    if (RenameAside(path + "-wal"))
+        QFile::remove(path + "-shm");
+}
+
+void RememberSound(const QString& path)
+{
+    ClosedSound()[path] = IdentityOf(path);
+}
+
+bool IsKnownSound(const QString& path)
+{
+    const auto closed = ClosedSound().find(path);
+    return OpenPaths().contains(path) ||
+           (closed != ClosedSound().end() && closed->second == IdentityOf(path) && !HasLog(path));
+}
+
+} // namespace store

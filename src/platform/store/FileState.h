@@ -1,0 +1,56 @@
+#pragma once
+
+#include "platform/store/FileWork.h"
+
+#include <QStringList>
+
+struct sqlite3;
+
+namespace store {
+
+/// The path with symbolic links resolved; a dangling link counts as a missing file.
+QString BehindLinks(const QString& path);
+
+/// Raises 3024 when there is no such file, 70 when it may not be read.
+void RequireFile(const QString& path);
+
+/// Whether a log or journal beside the file contains pages.
+bool HasLog(const QString& path);
+
+/// Suffixes ("-wal", "-journal") of logs that belong to the file. A "-wal" beside a file in rollback mode belongs to an
+/// earlier file of that name.
+QStringList LogsOf(const QString& path);
+
+/// Whether a connection of this program or of another one has the database open.
+bool IsInUse(const QString& path);
+
+/// The file behind an open database, as it was at its opening. While it lives the file counts as open in this program.
+class OpenedFile {
+public:
+    OpenedFile(sqlite3* opened, const QString& path);
+    ~OpenedFile();
+    Q_DISABLE_COPY_MOVE(OpenedFile)
+
+    /// Whether the path still leads to the same file, and the file was not overwritten by an older copy of itself.
+    bool IsInPlace(sqlite3* opened) const;
+
+private:
+    QString path;
+    FileIdentity identity;
+    quint32 schemaCookie = 0;
+};
+
+/// Renames a file to a name with ".set-aside" that no file has yet. False when that is refused.
+bool RenameAside(const QString& path);
+
+/// Renames the log of a file that was replaced, so that its pages reach no other file and aren't lost. Leaves it in
+/// place when renaming is refused.
+void SetLogAside(const QString& path);
+
+/// Call after closing a database: until another program changes the file, opening it skips the page check.
+void RememberSound(const QString& path);
+
+/// Whether the file was checked when it was opened before and hasn't changed but by this program since.
+bool IsKnownSound(const QString& path);
+
+} // namespace store

@@ -1,0 +1,174 @@
+#include "platform/store/FileWork.h"
+
+#include "platform/host/OwnerOnly.h"
+#include "platform/store/Errors.h"
+#include "platform/store/Sqlite.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QScopeGuard>
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/sendfile.h>
+#include <sys/stat.h>
+#include <sys/xattr.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <cstdio>
+
+namespace store {
+
+std::string SystemPath(const QString& path)
+{
+    return QFile::encodeName(path).toStdString();
+}
+
+FileIdentity IdentityOf(const QString& path)
+{
+    constexpr qint64 nanoseconds = 1'000'000'000;
+    struct stat state = {};
+    if (::stat(SystemPath(path).c_str(), &state) != 0)
+        return {};
+    return {state.st_dev, state.st_ino, state.st_size, state.st_mtim.tv_sec * nanoseconds + state.st_mtim.tv_nsec};
+}
+
+bool IsWritable(const QString& path)
+{
+    constexpr mode_t anyWrite = S_IWUSR | S_IWGRP | S_IWOTH;
+    struct stat state = {};
+    const std::string name = SystemPath(path);
+    return ::stat(name.c_str(), &state) == 0 && (state.st_mode & anyWrite) != 0 && ::access(name.c_str(), W_OK) == 0;
+}
+
+bool IsOpenElsewhere(const QString& path)
+{
+    const int file = ::open(SystemPath(path).c_str(), O_RDONLY | O_CLOEXEC);
+    if (file < 0)
+        return false;
+    // The bytes that SQLite locks; a connection holds one of them for as long as it lives.
+    struct flock lock = {};
+    lock.l_type = F_WRLCK;
+    lock.l_whence = SEEK_SET;
+    lock.l_start = 0x40000000;
+    lock.l_len = 512;
+    const bool isLocked = ::fcntl(file, F_GETLK, &lock) == 0 && lock.l_type != F_UNLCK;
+    ::close(file);
+    return isLocked;
+}
+
+QByteArray AttributeOf(const QString& path, const char* name)
+{
+    std::array<char, 128> bytes{};
+    const ssize_t length = ::getxattr(SystemPath(path).c_str(), name, bytes.data(), bytes.size());
+    return length > 0 ? QByteArray(bytes.data(), length) : QByteArray();
+}
+
+void SetAttribute(const QString& path, const char* name, const QByteArray& value)
+{
+    ::setxattr(SystemPath(path).c_str(), name, value.constData(), std::size_t(value.size()), 0);
+}
+
+void RaiseFileError(int systemError, const QString& path)
+{
+    if (IsDiskFull(systemError))
+        RaiseDiskFull(path);
+    if (systemError == EACCES || systemError == EPERM || systemError == EROFS)
+        throw RuntimeError(Error::PermissionDenied);
+    if (systemError == EEXIST)
+        throw RuntimeError(Error::FileExists);
+    throw RuntimeError(systemError == ENOENT || systemError == ENOTDIR ? Error::PathNotFound : Error::PathAccess);
+}
+
+OpenFile::OpenFile(const QString& path, int flags)
+    : name(path), file(::open(SystemPath(path).c_str(), flags | O_CLOEXEC, 0600))
+{
+    if (file < 0)
+        RaiseFileError(errno, name);
+}
+
+OpenFile::~OpenFile()
+{
+    ::close(file);
+}
+
+void OpenFile::Sync() const
+{
+    if (::fsync(file) != 0)
+        RaiseFileError(errno, name);
+}
+
+void OpenFile::AppendAll(const OpenFile& from) const
+{
+    constexpr std::size_t atATime = std::size_t{16} << 20;
+    ssize_t copied = 0;
+    while ((copied = ::sendfile(file, from.file, nullptr, atATime)) > 0) {
+    }
+    if (copied < 0)
+        RaiseFileError(errno, name);
+}
+
+bool OpenFile::TryLock() const
+{
+    return ::flock(file, LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK;
+}
+
+void Sync(const QString& path)
+{
+    OpenFile(path, O_RDONLY).Sync();
+}
+
+FolderLock::FolderLock(const QString& path) : folder(path, O_RDONLY | O_DIRECTORY)
+{
+    constexpr int longestWait = 60'000; // ms
+    constexpr int betweenTries = 20;
+    for (int waited = 0; !folder.TryLock(); waited += betweenTries) {
+        if (waited > longestWait)
+            throw RuntimeError(Error::PermissionDenied);
+        ::usleep(betweenTries * 1000);
+    }
+}
+
+void RemoveDatabase(const QString& path)
+{
+    for (const char* const ending : {"", "-journal", "-wal", "-shm"})
+        QFile::remove(path + ending);
+}
+
+void Replace(const QString& path, const QString& target)
+{
+    if (std::rename(SystemPath(path).c_str(), SystemPath(target).c_str()) != 0)
+        RaiseFileError(errno, target);
+    Sync(QFileInfo(target).absolutePath());
+}
+
+void CopyFile(const QString& path, const QString& target)
+{
+    const auto ownerOnly = host::ForOwnerOnly();
+    const OpenFile from(path, O_RDONLY);
+    const OpenFile made(target, O_WRONLY | O_CREAT | O_EXCL);
+    auto removeHalf = qScopeGuard([&target] { QFile::remove(target); });
+    made.AppendAll(from);
+    made.Sync();
+    Sync(QFileInfo(target).absolutePath());
+    removeHalf.dismiss();
+}
+
+void LinkFile(const QString& path, const QString& target)
+{
+    if (::link(SystemPath(path).c_str(), SystemPath(target).c_str()) != 0) {
+        if (errno == EXDEV || errno == EPERM || errno == EMLINK || errno == ENOSYS || errno == EOPNOTSUPP)
+            return CopyFile(path, target);
+        RaiseFileError(errno, target);
+    }
+    Sync(QFileInfo(target).absolutePath());
+}
+
+bool IsSameFile(const QString& path, const QString& other)
+{
+    const FileIdentity one = IdentityOf(path);
+    return one != FileIdentity() && one.IsSameFile(IdentityOf(other));
+}
+
+} // namespace store

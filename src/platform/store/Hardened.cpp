@@ -1,0 +1,66 @@
+#include "platform/store/Hardened.h"
+
+#include "platform/store/FileWork.h"
+
+#include <QFileInfo>
+#include <QUrl>
+#include <sqlite3.h>
+
+namespace store {
+namespace {
+
+/// The path as an address with a parameter.
+QString AddressOf(const QString& path, const char* parameter)
+{
+    return "file:" + QString::fromLatin1(QUrl::toPercentEncoding(QFileInfo(path).absoluteFilePath(), "/")) + "?" +
+           parameter;
+}
+
+SqliteHandle Open(const QString& path, Access access)
+{
+    const auto open = [](const std::string& name, int flags) {
+        sqlite3* opened = nullptr;
+        const int code = sqlite3_open_v2(name.c_str(), &opened, flags | SQLITE_OPEN_NOMUTEX, nullptr);
+        SqliteHandle handle(opened);
+        Check(opened, code);
+        return handle;
+    };
+    switch (access) {
+    case Access::Immutable:
+        return open(SystemPath(AddressOf(path, "immutable=1")), SQLITE_OPEN_READONLY | SQLITE_OPEN_URI);
+    case Access::Shared:
+        return open(SystemPath(AddressOf(path, "readonly_shm=1")), SQLITE_OPEN_READONLY | SQLITE_OPEN_URI);
+    case Access::Read:
+        return open(SystemPath(path), SQLITE_OPEN_READONLY);
+    case Access::Write:
+        return open(SystemPath(path), SQLITE_OPEN_READWRITE);
+    case Access::Create:
+        break;
+    }
+    return open(SystemPath(path), SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
+}
+
+} // namespace
+
+SqliteHandle OpenHardened(const QString& path, Access access, int patience)
+{
+    SqliteHandle handle = Open(path, access);
+    sqlite3* const opened = handle.get();
+    sqlite3_extended_result_codes(opened, 1);
+    sqlite3_busy_timeout(opened, patience);
+    sqlite3_db_config(opened, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
+    // Words between double quotes are names or errors, never text by mistake.
+    for (const int option : {SQLITE_DBCONFIG_TRUSTED_SCHEMA, SQLITE_DBCONFIG_DQS_DML, SQLITE_DBCONFIG_DQS_DDL,
+                             SQLITE_DBCONFIG_ENABLE_TRIGGER, SQLITE_DBCONFIG_ENABLE_VIEW,
+                             SQLITE_DBCONFIG_ENABLE_LOAD_EXTENSION, SQLITE_DBCONFIG_ENABLE_FTS3_TOKENIZER})
+        sqlite3_db_config(opened, option, 0, nullptr);
+    RunOnce(opened, "pragma cell_size_check=on");
+    return handle;
+}
+
+void KeepLogAtClose(sqlite3* database, bool keeps)
+{
+    sqlite3_db_config(database, SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, keeps ? 1 : 0, nullptr);
+}
+
+} // namespace store

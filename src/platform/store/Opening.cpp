@@ -1,0 +1,159 @@
+#include "platform/store/Opening.h"
+
+#include "platform/store/DamageCheck.h"
+#include "platform/store/Errors.h"
+#include "platform/store/FileHeader.h"
+#include "platform/store/FileState.h"
+#include "platform/store/FileWork.h"
+#include "platform/store/TextCompare.h"
+#include "platform/store/Upgrade.h"
+
+#include <QFileInfo>
+#include <sqlite3.h>
+
+namespace store {
+namespace {
+
+/// The index that is summed most often takes 25 MB per million rows; the cache holds all of it.
+constexpr auto CacheOfSums = "pragma cache_size=-49152"; // in KiB
+
+[[noreturn]] void RaiseProtected(const QString& path)
+{
+    throw RuntimeError::Described(
+        Error::ReadOnly,
+        QStringLiteral("La base de données ou son dossier « %1 » est en lecture seule : rien ne pourrait y être "
+                       "enregistré. Donnez-vous le droit d'y écrire, ou copiez le dossier sur un disque où vous "
+                       "l'avez, puis recommencez.")
+            .arg(QFileInfo(path).absolutePath()));
+}
+
+/// How a file is checked at its opening, which is not to take longer than a user notices.
+Thoroughness ThoroughnessFor(const QString& path)
+{
+    constexpr qint64 largest = qint64{12} << 20; // bytes: about 0.3 s
+    return QFileInfo(path).size() <= largest ? Thoroughness::Indexes : Thoroughness::Sums;
+}
+
+/// Checks all pages of a file that nobody has open, without creating files. False if a program opened it meanwhile.
+bool IsSoundAlone(sqlite3* immutable, const FileHeader& header, const QString& path, const OpeningRules& rules)
+{
+    if (HasLog(path))
+        return false;
+    RequireWholePages(header, path);
+    if (FirstDamage(immutable, ThoroughnessFor(path), rules.summedIndexes).isEmpty())
+        return true;
+    if (!HasLog(path))
+        throw RuntimeError(Error::DamagedDatabase, QFileInfo(path).fileName());
+    return false;
+}
+
+/// Name of the first trigger or view, empty if none. The program creates none; a foreign one could alter what is saved.
+std::string FirstPlantedCode(sqlite3* database)
+{
+    return TextAnswer(database,
+                      "select name from sqlite_schema where type in ('trigger', 'view') order by name limit 1");
+}
+
+[[noreturn]] void RaisePlanted(const std::string& code, const QString& name)
+{
+    throw RuntimeError::Described(Error::UnrecognizedFormat,
+                                  QStringLiteral("La base de données '%1' contient un déclencheur ou une vue que le "
+                                                 "programme n'a pas créés : '%2'. Elle n'est pas ouverte.")
+                                      .arg(name, QString::fromStdString(code)));
+}
+
+/// What the header in the file doesn't show: the latest change may be in the log alone.
+struct Found {
+    qint64 version = 0; ///< of its tables
+    std::string planted;
+    bool IsOurs() const { return version <= SchemaVersion && planted.empty(); }
+};
+
+/// Raises the schema cookie, so that every copy made before has a lower one. Skipped while another program writes.
+void RaiseSchemaCookie(sqlite3* database, int patience)
+{
+    sqlite3_busy_timeout(database, 0);
+    try {
+        RunScript(database, "begin immediate; create table \"ZEP opening\" (stamp); drop table \"ZEP opening\"; commit;"
+                            "pragma wal_checkpoint(passive);");
+    } catch (const RuntimeError&) {
+        if (sqlite3_get_autocommit(database) == 0)
+            RunOnce(database, "rollback");
+    }
+    sqlite3_busy_timeout(database, patience);
+}
+
+/// Checks the opened file unless that was done before, and prepares it for work if it is this program's.
+Found PrepareForWork(sqlite3* database, Thoroughness thoroughness, bool isChecked, const OpeningRules& rules)
+{
+    if (!isChecked && !FirstDamage(database, thoroughness, rules.summedIndexes).isEmpty())
+        throw RuntimeError(Error::DamagedDatabase);
+    const Found found{WholeAnswer(database, "pragma user_version"), FirstPlantedCode(database)};
+    if (!found.IsOurs())
+        return found;
+    if (TextAnswer(database, "pragma journal_mode=wal") != "wal")
+        throw RuntimeError(Error::ReadOnly);
+    RunOnce(database, "pragma synchronous=full");
+    RunOnce(database, CacheOfSums);
+    DefineTextComparison(database);
+    BringUpToDate(database, rules.keyedTables);
+    RaiseSchemaCookie(database, rules.patience);
+    return found;
+}
+
+} // namespace
+
+void SetForeignLogAside(const QString& path, const FileHeader& header)
+{
+    const QString log = path + "-wal";
+    if (QFileInfo(log).size() != 0 && header.IsInRollbackMode() && !RenameAside(log))
+        throw RuntimeError(Error::PathAccess);
+}
+
+SqliteHandle OpenForWork(const QString& path, const OpeningRules& rules)
+{
+    const QString name = QFileInfo(path).fileName();
+    bool isChecked = rules.isCheckedAlready || IsKnownSound(path);
+    {
+        const SqliteHandle immutable = OpenHardened(path, Access::Immutable);
+        const FileHeader header = HeaderOf(immutable.get(), name);
+        if (!IsWritable(path) || !IsWritable(QFileInfo(path).absolutePath()))
+            RaiseProtected(path);
+        SetForeignLogAside(path, header);
+        isChecked = isChecked || IsSoundAlone(immutable.get(), header, path, rules);
+    }
+    SqliteHandle handle = OpenHardened(path, Access::Write, rules.patience);
+    KeepLogAtClose(handle.get(), true);
+    Found found;
+    try {
+        found = PrepareForWork(handle.get(), ThoroughnessFor(path), isChecked, rules);
+    } catch (const RuntimeError& error) {
+        if (error.Code() == Error::DamagedDatabase || error.Code() == Error::UnrecognizedFormat)
+            throw RuntimeError(Error::DamagedDatabase, name);
+        throw;
+    }
+    if (found.version > SchemaVersion)
+        RaiseNewer(name);
+    if (!found.planted.empty())
+        RaisePlanted(found.planted, name);
+    KeepLogAtClose(handle.get(), false);
+    return handle;
+}
+
+void MoveLogIntoFile(const QString& path)
+{
+    RunOnce(OpenHardened(path, Access::Write).get(), "pragma wal_checkpoint(truncate)");
+}
+
+SqliteHandle OpenForReading(const QString& path)
+{
+    RequireFile(path);
+    SqliteHandle immutable = OpenHardened(path, Access::Immutable);
+    const FileHeader header = HeaderOf(immutable.get(), QFileInfo(path).fileName());
+    if (HasLog(path))
+        return OpenHardened(path, Access::Read);
+    RequireWholePages(header, path);
+    return immutable;
+}
+
+} // namespace store
