@@ -39,8 +39,8 @@ enum class Error : int {
     DamagedDatabase = 3049,
     FileNotOpened = 3051,
     QueryTimeout = 3059,
-    UnknownColumn = 3061,     ///< in a statement
-    NotAnAction = 3065,       ///< Execute of a select
+    UnknownColumn = 3061, ///< in a statement
+    NotAnAction = 3065,   ///< Execute of a select
     SyntaxError = 3075,
     UnknownTable = 3078,
     AmbiguousColumn = 3079,
