@@ -7,7 +7,7 @@
 #include "platform/dao/DatabaseReader.h"
 #include "platform/dao/FileWork.h"
 #include "platform/host/Files.h"
-#include "practice/CashDays.h"
+#include "practice/copies/CashDays.h"
 #include "support/Floor.h"
 #include "support/Measure.h"
 

@@ -2,7 +2,7 @@
 #include "faults/FolderContent.h"
 #include "faults/SmallDisk.h"
 #include "platform/basic/RuntimeError.h"
-#include "practice/Import.h"
+#include "practice/import/Import.h"
 #include "support/ChildProcess.h"
 #include "support/DeadlyWrites.h"
 #include "support/FolderInMemory.h"

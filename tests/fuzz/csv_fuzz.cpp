@@ -3,8 +3,8 @@
 #include "fuzz/Fuzz.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/dao/StoredValue.h"
-#include "practice/CsvFile.h"
-#include "practice/FieldRules.h"
+#include "practice/fields/FieldRules.h"
+#include "practice/import/CsvFile.h"
 
 #include <QBuffer>
 #include <cmath>

@@ -1,5 +1,5 @@
 #include "platform/dao/Engine.h"
-#include "practice/FieldRules.h"
+#include "practice/fields/FieldRules.h"
 #include "tools/PracticeCommand.h"
 
 namespace {

@@ -1,6 +1,6 @@
-#include "practice/Import.h"
+#include "practice/import/Import.h"
 #include "platform/dao/Connection.h"
-#include "practice/FieldRules.h"
+#include "practice/fields/FieldRules.h"
 #include "support/OtherProgram.h"
 #include "tools/PracticeCommand.h"
 

@@ -1,4 +1,4 @@
-#include "practice/Repair.h"
+#include "practice/check/Repair.h"
 
 #include "tools/SmallOffice.h"
 

@@ -9,7 +9,7 @@
 #include "platform/pages/TemplateCheck.h"
 #include "platform/paper/PagePainter.h"
 #include "platform/paper/PdfFile.h"
-#include "practice/Command.h"
+#include "practice/commands/Streams.h"
 
 #include <QDir>
 #include <QGuiApplication>

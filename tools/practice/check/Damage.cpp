@@ -1,0 +1,127 @@
+#include "practice/check/Damage.h"
+
+#include "platform/basic/RuntimeError.h"
+
+#include "practice/check/Findings.h"
+
+#include <QRegularExpression>
+
+namespace practice {
+namespace {
+
+/// The lines of a check; none for a sound database.
+QStringList LinesOf(const Select& select, const std::string& check)
+{
+    QStringList lines;
+    try {
+        for (dao::Statement rows = select(check); rows.Step();)
+            lines << QString::fromStdString(rows.TextAt(0)).split('\n', Qt::SkipEmptyParts);
+    } catch (const basic::RuntimeError& error) {
+        if (error.Code() != basic::Error::DamagedDatabase)
+            throw;
+        lines << error.Description();
+    }
+    static const QRegularExpression noFault(R"(^(ok|\*\*\* in database .*)$)");
+    lines.removeIf([](const QString& line) { return noFault.match(line).hasMatch(); });
+    return lines;
+}
+
+void SortByObject(const QStringList& lines, const QString& table, const Structure& found, Damage& damage)
+{
+    static const QRegularExpression nameOfIndex(R"(\bindex (.+)$)");
+    for (const QString& line : lines) {
+        const QString index = nameOfIndex.match(line).captured(1);
+        if (found.FindIndex(index) == nullptr) {
+            if (!damage.tables.contains(table))
+                damage.tables[table] = line;
+        } else if (!damage.indexes.contains(index)) {
+            damage.indexes << index;
+        }
+    }
+}
+
+QString JoinedFields(const Structure::Index& index)
+{
+    QStringList columns;
+    for (const QString& field : index.fields)
+        columns << QuotedName(field) << "typeof(" + QuotedName(field) + ")";
+    return columns.join(", ");
+}
+
+/// The fields of a row that have other values in an entry of an index.
+QStringList Differences(const dao::Statement& entry, const dao::Statement& row, const Structure::Index& index)
+{
+    QStringList lines;
+    for (int field = 0; field < index.fields.size(); ++field) {
+        const int column = 1 + 2 * field;
+        const QString stored = ShownValue(row.At(column), row.TextAt(column + 1));
+        const QString indexed = ShownValue(entry.At(column), entry.TextAt(column + 1));
+        if (stored != indexed)
+            lines << QString("%1 : %2 de num %3 vaut %4, et %5 dans l'index %6.")
+                         .arg(index.table, index.fields[field])
+                         .arg(entry.WholeAt(0))
+                         .arg(stored, indexed, index.name);
+    }
+    return lines;
+}
+
+/// The entries of an index that hold other values than their rows do; none where it can't be read.
+QStringList ContradictionsOf(const Select& select, const Structure::Index& index)
+{
+    constexpr int mostLines = 10;
+    QStringList lines;
+    try {
+        const QString fields = JoinedFields(index);
+        const QString table = QuotedName(index.table);
+        dao::Statement entries =
+            select(QString("select rowid, %1 from %2 indexed by %3 except select rowid, %1 from %2 "
+                           "not indexed")
+                       .arg(fields, table, QuotedName(index.name))
+                       .toStdString());
+        dao::Statement row =
+            select(QString("select rowid, %1 from %2 not indexed where rowid = ?").arg(fields, table).toStdString());
+        while (entries.Step() && lines.size() < mostLines) {
+            const dao::ResetAtEnd reset(row);
+            row.Bind(1, entries.WholeAt(0));
+            if (row.Step())
+                lines << Differences(entries, row, index);
+        }
+    } catch (const basic::RuntimeError&) {
+        // Damaged past reading: that is told already.
+    }
+    return lines;
+}
+
+} // namespace
+
+QStringList Damage::Lines(const QString& file) const
+{
+    QStringList lines;
+    for (const QString& index : indexes)
+        lines << QString("L'index %1 ne correspond plus à sa table : « practice repair » le reconstruit.").arg(index);
+    lines << contradictions;
+    for (const auto& [table, detail] : tables.asKeyValueRange())
+        lines << QString("La table %1 ou un de ses index est endommagé (%2).").arg(table, detail);
+    if (!elsewhere.isEmpty())
+        lines << QString("%1 est endommagé (%2).").arg(file, elsewhere);
+    return lines;
+}
+
+Damage DamageOf(const Select& select, const Structure& found)
+{
+    Damage damage;
+    const QStringList whole = LinesOf(select, "pragma integrity_check(1)");
+    if (whole.isEmpty())
+        return damage;
+    for (const Structure::Table& table : found.tables) {
+        const std::string check = ("pragma integrity_check(" + QuotedName(table.name) + ")").toStdString();
+        SortByObject(LinesOf(select, check), table.name, found, damage);
+    }
+    if (damage.IsEmpty())
+        damage.elsewhere = whole.first();
+    for (const QString& index : damage.indexes)
+        damage.contradictions << ContradictionsOf(select, *found.FindIndex(index));
+    return damage;
+}
+
+} // namespace practice
