@@ -41,7 +41,7 @@ QString WhyNoCommand(const QString& name)
     QStringList names;
     for (const Command* command : Commands)
         names << command->name;
-    return QString("%1. Commandes : %2")
+    return QString("%1. Commandes : %2 (practice --help les décrit)")
         .arg(name.isEmpty() ? "il faut une commande" : "commande inconnue : « " + name + " »", names.join(", "));
 }
 
@@ -65,7 +65,9 @@ int RunCommand(const QStringList& arguments, const Streams& streams)
         return command->run(Arguments(arguments.mid(1), command->names, command->optionalNames, command->options),
                             streams);
     } catch (const Misuse& misuse) {
-        streams.errors << "practice : " << misuse.Reason() << ".\n\n" << Usage(command);
+        streams.errors << "practice : " << misuse.Reason() << ".\n";
+        if (command != nullptr)
+            streams.errors << "\n" << Usage(command);
         return Misused;
     } catch (const basic::RuntimeError& error) {
         streams.errors << "practice : " << error.Description() << "\n";
