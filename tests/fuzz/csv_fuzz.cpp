@@ -3,7 +3,7 @@
 #include "fuzz/Fuzz.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/dao/StoredValue.h"
-#include "practice/fields/FieldRules.h"
+#include "practice/fields/FieldValues.h"
 #include "practice/import/CsvFile.h"
 
 #include <QBuffer>
@@ -63,6 +63,8 @@ dao::ColumnType ColumnOf(practice::FieldKind kind)
     case Reference:
         return dao::ColumnType::Whole;
     case Code:
+    case Month:
+    case Year:
         return dao::ColumnType::Small;
     case Date:
         return dao::ColumnType::Date;
@@ -90,7 +92,8 @@ void CheckValue(practice::FieldKind kind, const QString& text)
 void CheckCell(const QString& cell)
 {
     using enum practice::FieldKind;
-    for (const practice::FieldKind kind : {Key, Reference, Text, Date, Time, Amount, Code, ActType})
+    for (const practice::FieldKind kind :
+         {Key, Reference, Text, Date, DayText, Month, Year, Time, Amount, Code, ActType})
         CheckValue(kind, cell.trimmed());
 }
 

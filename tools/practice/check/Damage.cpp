@@ -1,8 +1,8 @@
 #include "practice/check/Damage.h"
 
 #include "platform/basic/RuntimeError.h"
-
 #include "practice/check/Findings.h"
+#include "practice/fields/QuotedName.h"
 
 #include <QRegularExpression>
 
@@ -26,18 +26,31 @@ QStringList LinesOf(const Select& select, const std::string& check)
     return lines;
 }
 
+/// The index of a table that a line of a check names; empty if there is none.
+QString NamedIndex(const QString& line, const QString& table, const Structure& found)
+{
+    for (const Structure::Index& index : found.indexes) {
+        const QRegularExpression name(QString(R"((?<!\w)%1(?!\w))").arg(QRegularExpression::escape(index.name)));
+        if (index.table.compare(table, Qt::CaseInsensitive) == 0 && name.match(line).hasMatch())
+            return index.name;
+    }
+    return {};
+}
+
+/// A line that names no index means damaged pages. What the check then says of the indexes may be due to them.
 void SortByObject(const QStringList& lines, const QString& table, const Structure& found, Damage& damage)
 {
-    static const QRegularExpression nameOfIndex(R"(\bindex (.+)$)");
+    QStringList indexes;
     for (const QString& line : lines) {
-        const QString index = nameOfIndex.match(line).captured(1);
-        if (found.FindIndex(index) == nullptr) {
-            if (!damage.tables.contains(table))
-                damage.tables[table] = line;
-        } else if (!damage.indexes.contains(index)) {
-            damage.indexes << index;
+        const QString index = NamedIndex(line, table, found);
+        if (index.isEmpty()) {
+            damage.tables[table] = line;
+            return;
         }
+        if (!indexes.contains(index))
+            indexes << index;
     }
+    damage.indexes << indexes;
 }
 
 QString JoinedFields(const Structure::Index& index)

@@ -3,20 +3,48 @@
 #include "platform/basic/RuntimeError.h"
 #include "practice/check/Damage.h"
 #include "practice/check/Findings.h"
-#include "practice/check/StoredRules.h"
+#include "practice/fields/QuotedName.h"
+#include "practice/fields/StoredRules.h"
 
 #include <map>
 
 namespace practice {
 namespace {
 
+/// A field, as the database names it, and the faults that its values can have.
+struct CheckedField {
+    QString field;
+    QList<ValueFault> faults;
+};
+
+/// Leaves out the fields, and the faults whose condition reads a table or a field, that the database doesn't have.
+QList<CheckedField> FaultsIn(const TableRule& rule, const Structure& found)
+{
+    const Structure::Table& table = *found.FindTable(rule.name);
+    QList<CheckedField> fields;
+    for (int position = 0; position < static_cast<int>(rule.fields.size()); ++position) {
+        const FieldRule& field = rule.fields[static_cast<std::size_t>(position)];
+        const QString name = rule.isByPosition ? table.fields.value(position).name : QString(field.name);
+        if (table.Find(name) == nullptr)
+            continue;
+        CheckedField checked{name, FaultsOf(field, name)};
+        checked.faults.removeIf([&](const ValueFault& fault) {
+            return (fault.readsTable != nullptr && found.FindTable(fault.readsTable) == nullptr) ||
+                   (fault.readsField != nullptr && table.Find(fault.readsField) == nullptr);
+        });
+        if (!checked.faults.isEmpty())
+            fields << checked;
+    }
+    return fields;
+}
+
 /// A select of the rows in which something is wrong: the key, then for each field the number of its fault (from 1; Null
 /// for none), the type of its value and the value.
-std::string SelectOfFaults(const Structure::Table& table, const QList<FieldFaults>& fields, bool hasKey)
+std::string SelectOfFaults(const TableRule& table, const QList<CheckedField>& fields, bool hasKey)
 {
     QStringList columns = {hasKey ? "num" : "rowid"};
     QStringList conditions;
-    for (const FieldFaults& field : fields) {
+    for (const CheckedField& field : fields) {
         QString cases;
         for (qsizetype fault = 0; fault < field.faults.size(); ++fault)
             cases += QString(" when %1 then %2").arg(field.faults[fault].condition, QString::number(fault + 1));
@@ -45,8 +73,9 @@ public:
         report.Run(file, [&] { CheckPlantedCode(); });
         report.failures << StructureFaults(found, expected);
         for (const Structure::Table& table : expected.tables) {
-            if (found.FindTable(table.name) != nullptr && !IsScratchTable(table.name))
-                report.Run(table.name, [&] { CheckTable(table, found); });
+            const TableRule* const rule = FindTable(table.name);
+            if (rule != nullptr && found.FindTable(table.name) != nullptr)
+                report.Run(table.name, [&] { CheckTable(*rule, found); });
         }
     }
 
@@ -65,12 +94,12 @@ private:
         }
     }
 
-    void CheckTable(const Structure::Table& table, const Structure& found)
+    void CheckTable(const TableRule& table, const Structure& found)
     {
-        if (table.Find("num") != nullptr)
-            report.facts << QString("%1 : %2 lignes").arg(table.name).arg(CountRows(table.name));
+        if (table.hasOneRow)
+            CheckSingleRow(table);
         else
-            CheckSingleRow(table.name);
+            report.facts << QString("%1 : %2").arg(table.name, CountedRows(CountRows(table.name)));
         CheckValues(table, found);
     }
 
@@ -81,20 +110,20 @@ private:
         return count.WholeAt(0);
     }
 
-    void CheckSingleRow(const QString& table)
+    void CheckSingleRow(const TableRule& table)
     {
-        const qint64 rows = CountRows(table);
+        const qint64 rows = CountRows(table.name);
         if (rows > 1)
-            report.failures << QString("%1 : %2 lignes au lieu d'une.").arg(table).arg(rows);
-        else if (rows == 0 && IsReachedByPosition(table))
-            report.remarks << QString("%1 : aucune ligne, l'écran des tarifs la fera.").arg(table);
+            report.failures << QString("%1 : %2 au lieu d'une.").arg(table.name, CountedRows(rows));
+        else if (rows == 0 && table.isByPosition)
+            report.remarks << QString("%1 : aucune ligne, l'écran des tarifs la fera.").arg(table.name);
         else if (rows == 0)
-            report.failures << QString("%1 : aucune ligne au lieu d'une.").arg(table);
+            report.failures << QString("%1 : aucune ligne au lieu d'une.").arg(table.name);
     }
 
-    void CheckValues(const Structure::Table& table, const Structure& found)
+    void CheckValues(const TableRule& table, const Structure& found)
     {
-        const QList<FieldFaults> fields = FaultsOf(table, found);
+        const QList<CheckedField> fields = FaultsIn(table, found);
         if (fields.isEmpty())
             return;
         const Structure::Field* const key = found.FindTable(table.name)->Find("num");
@@ -105,7 +134,7 @@ private:
                 NoteFault(rows, field, key != nullptr, findings);
         }
         for (const auto& [place, faulty] : findings) {
-            const FieldFaults& field = fields[place.first];
+            const CheckedField& field = fields[place.first];
             const ValueFault& fault = field.faults[place.second];
             (fault.isRemark ? report.remarks : report.failures)
                 << QString("%1 : %2 %3 %4").arg(table.name, field.field, fault.text, faulty.Text());

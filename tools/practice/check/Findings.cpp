@@ -47,6 +47,11 @@ QString ShownValue(const dao::StoredValue& value, std::string_view type)
     return QStringLiteral("vide");
 }
 
+QString CountedRows(qint64 count)
+{
+    return QString("%1 ligne%2").arg(count).arg(count > 1 ? "s" : "");
+}
+
 void Findings::Note(qint64 key, const QString& value)
 {
     hasKeys = true;
@@ -66,7 +71,7 @@ void Findings::Add(const QString& example)
 
 QString Findings::Text() const
 {
-    QString text = QString("(%1 ligne%2").arg(count).arg(count > 1 ? "s" : "");
+    QString text = "(" + CountedRows(count);
     if (!examples.isEmpty())
         text += (hasKeys ? ", num " : ", ") + examples.join(", ");
     return text + (count > MostExamples ? ", ...)" : ")");

@@ -11,6 +11,9 @@ namespace practice {
 /// its type.
 QString ShownValue(const dao::StoredValue& value, std::string_view type);
 
+/// "1 ligne", "2 lignes"
+QString CountedRows(qint64 count);
+
 /// Rows that have something in common: how many, and the first of them.
 class Findings {
 public:

@@ -10,8 +10,9 @@
 #include "platform/host/Files.h"
 #include "practice/check/Damage.h"
 #include "practice/check/Findings.h"
-#include "practice/check/StoredRules.h"
-#include "practice/fields/FieldRules.h"
+#include "practice/fields/FieldValues.h"
+#include "practice/fields/QuotedName.h"
+#include "practice/fields/StoredRules.h"
 
 #include <QDir>
 #include <QFile>
@@ -24,9 +25,15 @@ namespace {
 using basic::Error;
 using basic::RuntimeError;
 
-/// Dates of one field that are to be stored in another form, by the number of their row.
+/// A field of a table that the database has.
+struct StoredField {
+    const TableRule* table;
+    const FieldRule* rule;
+};
+
+/// Rows whose date is to be stored in the form of its field.
 struct DateMend {
-    DateField date;
+    StoredField field;
     struct Row {
         qint64 row;
         QString text;
@@ -35,11 +42,21 @@ struct DateMend {
     Findings findings;
 };
 
-/// Parts of the date that are another date's.
+/// Rows whose month or year isn't that of their date.
 struct PartMend {
-    PartOfDate part;
+    StoredField field;
     Findings findings;
 };
+
+bool IsDate(const StoredField& field)
+{
+    return field.rule->kind == FieldKind::Date || field.rule->kind == FieldKind::DayText;
+}
+
+bool IsPartOfDay(const StoredField& field)
+{
+    return field.rule->kind == FieldKind::Month || field.rule->kind == FieldKind::Year;
+}
 
 class Repair {
 public:
@@ -75,8 +92,31 @@ private:
         found = StructureOf(select);
         made = IndexesToMake(found, expected);
         PlanRebuilding();
-        for (const DateField& date : DateFields(expected, found))
-            PlanDates(date);
+        for (const StoredField& field : Fields()) {
+            if (IsDate(field))
+                PlanDates(field);
+        }
+    }
+
+    QList<StoredField> Fields() const
+    {
+        QList<StoredField> fields;
+        for (const TableRule& table : ImportTables()) {
+            const Structure::Table* const stored = found.FindTable(table.name);
+            for (const FieldRule& rule : table.fields) {
+                if (stored != nullptr && stored->Find(rule.name) != nullptr)
+                    fields << StoredField{&table, &rule};
+            }
+        }
+        return fields;
+    }
+
+    /// The rows that meet a condition: row number, value of the field, its type.
+    dao::Statement RowsWhere(const QString& condition, const StoredField& field) const
+    {
+        return select(QString("select rowid, %1, typeof(%1) from %2 not indexed where %3")
+                          .arg(QuotedName(field.rule->name), QuotedName(field.table->name), condition)
+                          .toStdString());
     }
 
     /// An index is rebuilt when it doesn't agree with its table, and every index of a table with damaged pages: they
@@ -95,46 +135,42 @@ private:
         }
     }
 
-    void PlanDates(const DateField& date)
+    void PlanDates(const StoredField& field)
     {
-        DateMend mend{date, {}, {}};
-        dao::Statement rows = select(QString("select rowid, %1, typeof(%1) from %2 not indexed where %3")
-                                         .arg(QuotedName(date.field), QuotedName(date.table), date.fault)
-                                         .toStdString());
+        DateMend mend{field, {}, {}};
+        dao::Statement rows = RowsWhere(DayFault(*field.rule), field);
         while (rows.Step()) {
             const QDate day = DayOf(QString::fromStdString(rows.TextAt(1)).trimmed());
             if (!day.isValid() || rows.TextAt(2) != "text")
                 continue;
-            mend.rows << DateMend::Row{rows.WholeAt(0),
-                                       date.isDayFirst ? basic::DateText(day) : day.toString(Qt::ISODate)};
-            Note(mend.findings, date.table, rows.WholeAt(0), ShownValue(rows.At(1), rows.TextAt(2)));
+            const bool isDayFirst = field.rule->kind == FieldKind::DayText;
+            mend.rows << DateMend::Row{rows.WholeAt(0), isDayFirst ? basic::DateText(day) : day.toString(Qt::ISODate)};
+            Note(mend.findings, field, rows);
         }
         if (!mend.rows.isEmpty())
             dates << mend;
     }
 
-    void Note(Findings& findings, const QString& table, qint64 row, const QString& value) const
+    static void Note(Findings& findings, const StoredField& field, const dao::Statement& row)
     {
-        if (found.FindTable(table)->Find("num") != nullptr)
-            findings.Note(row, value);
-        else
+        const QString value = ShownValue(row.At(1), row.TextAt(2));
+        if (field.table->hasOneRow)
             findings.NoteValue(value);
+        else
+            findings.Note(row.WholeAt(0), value);
     }
 
-    /// The parts that are wrong now; their dates are the stored ones.
+    /// The months and years that are wrong now; their dates are the stored ones.
     QList<PartMend> WrongParts() const
     {
         QList<PartMend> wrong;
-        for (const PartOfDate& part : PartsOfDate()) {
-            const Structure::Table* const table = found.FindTable(part.table);
-            if (table == nullptr || table->Find(part.field) == nullptr || table->Find("Date") == nullptr)
+        for (const StoredField& field : Fields()) {
+            if (!IsPartOfDay(field) || found.FindTable(field.table->name)->Find(DayField) == nullptr)
                 continue;
-            PartMend mend{part, {}};
-            dao::Statement rows = select(QString("select rowid, %1, typeof(%1) from %2 not indexed where %3")
-                                             .arg(QuotedName(part.field), QuotedName(part.table), part.Fault())
-                                             .toStdString());
+            PartMend mend{field, {}};
+            dao::Statement rows = RowsWhere(PartFault(*field.rule), field);
             while (rows.Step())
-                Note(mend.findings, part.table, rows.WholeAt(0), ShownValue(rows.At(1), rows.TextAt(2)));
+                Note(mend.findings, field, rows);
             if (mend.findings.Count() > 0)
                 wrong << mend;
         }
@@ -201,8 +237,9 @@ private:
 
     QString ChangeDates(const DateMend& mend)
     {
+        const auto& [table, rule] = mend.field;
         dao::Statement change = select(QString("update %1 set %2 = ?2 where rowid = ?1")
-                                           .arg(QuotedName(mend.date.table), QuotedName(mend.date.field))
+                                           .arg(QuotedName(table->name), QuotedName(rule->name))
                                            .toStdString());
         for (const DateMend::Row& row : mend.rows) {
             change.Bind(1, row.row);
@@ -210,16 +247,16 @@ private:
             change.Run();
         }
         return QString("%1 : %2 mis sous la forme %3 %4")
-            .arg(mend.date.table, mend.date.field, mend.date.isDayFirst ? "jj/mm/aaaa" : "aaaa-mm-jj",
+            .arg(table->name, rule->name, rule->kind == FieldKind::DayText ? "jj/mm/aaaa" : "aaaa-mm-jj",
                  mend.findings.Text());
     }
 
     QString ChangePart(const PartMend& mend)
     {
+        const auto& [table, rule] = mend.field;
         Run(QString("update %1 set %2 = %3 where %4")
-                .arg(QuotedName(mend.part.table), QuotedName(mend.part.field), QLatin1String(mend.part.right),
-                     mend.part.Fault()));
-        return QString("%1 : %2 repris de Date %3").arg(mend.part.table, mend.part.field, mend.findings.Text());
+                .arg(QuotedName(table->name), QuotedName(rule->name), PartOfDay(*rule), PartFault(*rule)));
+        return QString("%1 : %2 repris de Date %3").arg(table->name, rule->name, mend.findings.Text());
     }
 
     void Run(const QString& statement) { select(statement.toStdString()).Run(); }

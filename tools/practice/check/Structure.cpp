@@ -3,6 +3,7 @@
 #include "data/Practice.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/dao/DatabaseReader.h"
+#include "practice/fields/FieldRules.h"
 
 #include <QTemporaryDir>
 #include <algorithm>
@@ -62,7 +63,8 @@ QString CountOfFields(const Structure::Table& found, const QString& expected)
 
 QStringList FieldFaults(const Structure::Table& found, const Structure::Table& expected)
 {
-    if (IsReachedByPosition(expected.name))
+    const TableRule* const rule = FindTable(expected.name);
+    if (rule != nullptr && rule->isByPosition)
         return found.fields.size() >= expected.fields.size()
                    ? QStringList()
                    : QStringList(CountOfFields(found, QString::number(expected.fields.size())));
@@ -129,11 +131,6 @@ bool CanBeMade(const Structure& found, const Structure::Index& index)
 }
 
 } // namespace
-
-QString QuotedName(const QString& name)
-{
-    return QString::fromStdString(dao::Quoted(name.toStdString()));
-}
 
 const Structure::Field* Structure::Table::Find(const QString& field) const
 {
@@ -207,16 +204,6 @@ QList<Structure::Index> IndexesToMake(const Structure& found, const Structure& e
             indexes << index;
     }
     return indexes;
-}
-
-bool IsScratchTable(const QString& table)
-{
-    return IsSame(table, "Prov") || IsSame(table, "RCP2");
-}
-
-bool IsReachedByPosition(const QString& table)
-{
-    return IsSame(table, "Tarif");
 }
 
 } // namespace practice

@@ -13,9 +13,6 @@ namespace practice {
 /// Prepares a select over one database.
 using Select = std::function<dao::Statement(std::string_view)>;
 
-/// The name as statements write it, whatever its characters.
-QString QuotedName(const QString& name);
-
 /// The tables and indexes that a database has. Names are looked up without regard to case.
 struct Structure {
     struct Field {
@@ -53,11 +50,5 @@ QStringList StructureFaults(const Structure& found, const Structure& expected);
 
 /// The indexes of `expected` that can be made in `found` and are missing there or made otherwise.
 QList<Structure::Index> IndexesToMake(const Structure& found, const Structure& expected);
-
-/// Whether rows of this table live from one printing to the next alone.
-bool IsScratchTable(const QString& table);
-
-/// Whether the fields of this table are reached by their position, whatever their names.
-bool IsReachedByPosition(const QString& table);
 
 } // namespace practice

@@ -1,6 +1,6 @@
 #include "practice/commands/Command.h"
 #include "practice/demo/Demo.h"
-#include "practice/fields/FieldRules.h"
+#include "practice/fields/FieldValues.h"
 
 #include <limits>
 

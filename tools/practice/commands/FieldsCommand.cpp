@@ -4,13 +4,26 @@
 namespace practice {
 namespace {
 
+const char* MissingText(Missing missing)
+{
+    switch (missing) {
+    case Missing::Fault:
+        return ", obligatoire";
+    case Missing::Remark:
+        return ", recommandé";
+    case Missing::Fine:
+        break;
+    }
+    return "";
+}
+
 int RunFields(const Arguments&, const Streams& streams)
 {
     for (const TableRule& table : ImportTables()) {
         streams.output << table.name << (table.hasOneRow ? " (une seule ligne)\n" : "\n");
         for (const FieldRule& field : table.fields)
             streams.output << "  " << QString(field.name).leftJustified(12) << " " << DescribeField(field)
-                           << (field.required ? ", obligatoire" : "") << "\n";
+                           << MissingText(field.missing) << "\n";
     }
     return Done;
 }

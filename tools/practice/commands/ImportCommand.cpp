@@ -82,7 +82,7 @@ int RunImport(const Arguments& arguments, const Streams& streams)
 {
     const bool isTrial = arguments.Has("dry-run");
     const QString what = arguments.Name(1);
-    if (arguments.Name(2).isEmpty() && FindTable(what) != nullptr && !QFileInfo(what).isDir())
+    if (arguments.Name(2).isEmpty() && FindImportTable(what) != nullptr && !QFileInfo(what).isDir())
         throw Misuse("il manque FICHIER");
     Import import(arguments.Name(0), arguments.Has("update"));
     ReadFiles(arguments, import);

@@ -3,7 +3,7 @@
 #include "data/Practice.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/host/Files.h"
-#include "practice/fields/FieldRules.h"
+#include "practice/fields/FieldValues.h"
 
 #include <QDir>
 #include <QFileInfo>

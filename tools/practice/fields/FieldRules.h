@@ -1,63 +1,65 @@
 #pragma once
 
-#include "platform/dao/Value.h"
-
-#include <QDate>
 #include <QString>
 #include <QStringList>
 #include <span>
 
 namespace practice {
 
-enum class FieldKind { Key, Reference, Text, Date, Time, Amount, Code, ActType };
+/// `DayText` is a text dd/mm/yyyy; `Month` and `Year` repeat those of the field Date in the same row.
+enum class FieldKind { Key, Reference, Text, Date, DayText, Month, Year, Time, Amount, Code, ActType };
 
-/// What a field of a table may hold.
+/// What it means when a row has no value in a field.
+enum class Missing {
+    Fine,
+    Remark, ///< the screens show an empty cell: a remark of the check
+    Fault,  ///< a screen stops, or no list or sum has the row: import refuses it, the check reports an error
+};
+
+/// What a field may hold. Import refuses any other value, and the check reports it as an error.
 struct FieldRule {
     const char* name;
     FieldKind kind;
-    bool required = false; ///< the screens stop on a Null here
-    int lowest = -32768;   ///< of a Code
+    Missing missing = Missing::Fine;
+    int lowest = -32768; ///< of a Code
     int highest = 32767;
+    const char* target = nullptr; ///< the table of a Reference
 };
 
-/// A table that can be filled from outside.
+/// The fields of a table, in the order of the schema.
 struct TableRule {
     const char* name;
     std::span<const FieldRule> fields;
-    bool hasOneRow = false; ///< and no key
+    bool hasOneRow = false;    ///< and no key
+    bool isByPosition = false; ///< the screens read its fields by position
 
-    /// The position of a field by its name, without regard to case; -1 when there is none.
+    /// The position of a field by its name, without regard to case; -1 if there is none.
     int Find(const QString& field) const;
 };
 
-/// Patients first, then what refers to them, then what the program itself keeps.
+/// The tables that can be imported: patients, what refers to them, what the program itself keeps.
 std::span<const TableRule> ImportTables();
-/// The table by its name without regard to case; null when it isn't one that can be filled from outside.
-const TableRule* FindTable(const QString& name);
-/// The names of all of them.
+/// One of them by its name, without regard to case; null if there is none.
+const TableRule* FindImportTable(const QString& name);
 QString ImportTableNames();
+/// The same for all tables whose values have rules.
+const TableRule* FindTable(const QString& name);
 
-/// The tables that the program fills by itself before each print.
+/// The tables that the program fills before each print.
 QStringList ScratchTables();
 
-/// A text read for a field: the value, or the reason why it can't be (in French).
-struct ReadValue {
-    dao::Value value;
-    QString problem;
+/// The lowest and the highest value of a whole number.
+struct Limits {
+    int lowest;
+    int highest;
 };
-/// An empty text is Null. A text is taken as spreadsheets and exports write it: dates are dd/mm/yyyy or yyyy-mm-dd,
-/// also with a time of midnight, and must be days of the calendar; amounts have a decimal point or comma and blanks of
-/// any kind between groups of three digits; times are HH:MM, also with seconds, which are dropped.
-ReadValue ReadField(const FieldRule& rule, const QString& text);
+Limits LimitsOf(const FieldRule& rule);
+/// Amounts are smaller than this, in dinars.
+inline constexpr double AmountLimit = 1e15;
+/// No date is before this year.
+inline constexpr int FirstYear = 100;
 
-/// What a field takes, in French.
+/// What a field may hold, in French.
 QString DescribeField(const FieldRule& rule);
-
-/// The day that a text names, dd/mm/yyyy or yyyy-mm-dd; an invalid date when it isn't a day of the calendar from the
-/// year 100 on.
-QDate DayOf(const QString& text);
-
-/// Whether a text is a tariff code: "C" or "K0" to "K30".
-bool IsActType(const QString& text);
 
 } // namespace practice

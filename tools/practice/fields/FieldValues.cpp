@@ -1,4 +1,4 @@
-#include "practice/fields/FieldRules.h"
+#include "practice/fields/FieldValues.h"
 
 #include "platform/basic/Dates.h"
 #include "platform/basic/Numbers.h"
@@ -29,7 +29,7 @@ std::optional<int> DigitsAlone(QStringView text, qsizetype fewest, qsizetype mos
     return text.toInt();
 }
 
-ReadValue ReadWhole(const QString& text, int lowest, int highest)
+ReadValue ReadWhole(const QString& text, Limits limits)
 {
     constexpr qsizetype mostDigits = 18;
     const bool hasSign = text.startsWith('-') || text.startsWith('+');
@@ -38,8 +38,9 @@ ReadValue ReadWhole(const QString& text, int lowest, int highest)
     if (!areDigits || digits.isEmpty())
         return Unreadable(QString("« %1 » n'est pas un nombre entier").arg(text));
     const qint64 number = digits.size() <= mostDigits ? text.toLongLong() : std::numeric_limits<qint64>::max();
-    if (number < lowest || number > highest)
-        return Unreadable(QString("%1 est hors de l'intervalle %2 à %3").arg(text).arg(lowest).arg(highest));
+    if (number < limits.lowest || number > limits.highest)
+        return Unreadable(
+            QString("%1 est hors de l'intervalle %2 à %3").arg(text).arg(limits.lowest).arg(limits.highest));
     return {number, {}};
 }
 
@@ -95,41 +96,16 @@ ReadValue ReadAmount(const QString& text)
                               .arg(text));
     if (!parts.hasMatch() || (parts.capturedView(u"whole").isEmpty() && parts.capturedView(u"part").isEmpty()))
         return Unreadable(QString("« %1 » n'est pas un montant").arg(text));
-    constexpr double largest = 1e15;
     const double number = digits.remove(' ').replace(',', '.').toDouble();
-    if (!(std::abs(number) < largest))
+    if (!(std::abs(number) < AmountLimit))
         return Unreadable(QString("le montant %1 est trop grand").arg(text));
     return {number + 0.0, {}}; // no negative zero
 }
 
 } // namespace
 
-QString DescribeField(const FieldRule& rule)
-{
-    switch (rule.kind) {
-    case Key:
-        return QStringLiteral("clé de la ligne, un nombre entier à partir de 1");
-    case Reference:
-        return QStringLiteral("clé d'une autre table, un nombre entier");
-    case Code:
-        return QString("nombre entier de %1 à %2").arg(rule.lowest).arg(rule.highest);
-    case FieldKind::Date:
-        return QStringLiteral("date, jj/mm/aaaa ou aaaa-mm-jj");
-    case Time:
-        return QStringLiteral("heure, HH:MM");
-    case Amount:
-        return QStringLiteral("montant en dinars");
-    case ActType:
-        return QStringLiteral("code d'acte, C ou K0 à K30");
-    case Text:
-        break;
-    }
-    return QStringLiteral("texte");
-}
-
 QDate DayOf(const QString& text)
 {
-    constexpr int firstYear = 100;
     const bool isDayFirst = text.contains('/');
     const QList<QStringView> parts = QStringView(text).split(isDayFirst ? u'/' : u'-');
     if (parts.size() != 3)
@@ -137,7 +113,7 @@ QDate DayOf(const QString& text)
     const auto year = DigitsAlone(parts[isDayFirst ? 2 : 0], 4, 4);
     const auto month = DigitsAlone(parts[1], isDayFirst ? 1 : 2, 2);
     const auto day = DigitsAlone(parts[isDayFirst ? 0 : 2], isDayFirst ? 1 : 2, 2);
-    return year && month && day && *year >= firstYear ? QDate(*year, *month, *day) : QDate();
+    return year && month && day && *year >= FirstYear ? QDate(*year, *month, *day) : QDate();
 }
 
 bool IsActType(const QString& text)
@@ -149,17 +125,18 @@ bool IsActType(const QString& text)
 ReadValue ReadField(const FieldRule& rule, const QString& text)
 {
     if (text.isEmpty())
-        return rule.required ? Unreadable("une valeur est obligatoire") : ReadValue{};
+        return rule.missing == Missing::Fault ? Unreadable("une valeur est obligatoire") : ReadValue{};
     if (text.contains(QChar::Null))
         return Unreadable("la valeur contient un caractère nul");
     switch (rule.kind) {
     case Key:
-        return ReadWhole(text, 1, std::numeric_limits<int>::max());
     case Reference:
-        return ReadWhole(text, std::numeric_limits<int>::min(), std::numeric_limits<int>::max());
     case Code:
-        return ReadWhole(text, rule.lowest, rule.highest);
+    case Month:
+    case Year:
+        return ReadWhole(text, LimitsOf(rule));
     case FieldKind::Date:
+    case DayText:
         return ReadDate(text);
     case Time:
         return ReadTime(text);

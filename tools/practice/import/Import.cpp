@@ -55,7 +55,7 @@ Import::Import(const QString& folder, bool updatesRows) : practice(folder), upda
 
 void Import::Read(const QString& table, const QString& file)
 {
-    const TableRule* const rule = FindTable(table);
+    const TableRule* const rule = FindImportTable(table);
     if (rule == nullptr)
         throw RuntimeError::Described(
             basic::Error::BadArgument,

@@ -1,6 +1,7 @@
 #include "practice/import/TableReader.h"
 
 #include "platform/basic/Dates.h"
+#include "practice/fields/FieldValues.h"
 
 #include <algorithm>
 
@@ -62,17 +63,17 @@ void TableReader::TakeHeader(const CsvRow& row)
 void TableReader::RequireFields(qint64 line)
 {
     for (const FieldRule& field : table.fields) {
-        if (field.required && std::ranges::find(fields, &field) == fields.end())
+        if (field.missing == Missing::Fault && std::ranges::find(fields, &field) == fields.end())
             Refuse(line, QString("le champ %1 manque").arg(field.name));
     }
 }
 
 void TableReader::AddDerivedFields()
 {
-    for (const char* const name : {"MM", "AA"}) {
-        const int position = table.Find(name);
-        if (position >= 0 && Place(name) == fields.size())
-            fields.push_back(&table.fields[static_cast<std::size_t>(position)]);
+    for (const FieldRule& field : table.fields) {
+        const bool isDerived = field.kind == FieldKind::Month || field.kind == FieldKind::Year;
+        if (isDerived && std::ranges::find(fields, &field) == fields.end())
+            fields.push_back(&field);
     }
     values.resize(fields.size());
     day = Place("Date");
