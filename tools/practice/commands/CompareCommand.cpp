@@ -1,14 +1,12 @@
 #include "practice/commands/Command.h"
 #include "practice/copies/CashDays.h"
+#include "practice/copies/ChangesFile.h"
 #include "practice/copies/CopyChoice.h"
 #include "practice/copies/RowTexts.h"
 
 #include "data/Practice.h"
-#include "platform/basic/RuntimeError.h"
 #include "platform/host/Files.h"
 #include "platform/host/Host.h"
-
-#include <QSaveFile>
 
 namespace practice {
 namespace {
@@ -30,19 +28,6 @@ void ShowDays(const QList<DifferingDay>& days, const QDate& end, QTextStream& ou
         for (const QString& reason : day.reasons)
             output << "    " << reason << "\n";
     }
-}
-
-QString KindText(RowChange::Kind kind)
-{
-    switch (kind) {
-    case RowChange::Kind::Added:
-        return "ajoutée";
-    case RowChange::Kind::Changed:
-        return "modifiée";
-    case RowChange::Kind::Gone:
-        break;
-    }
-    return "disparue";
 }
 
 QString RowText(const RowChange& row)
@@ -70,42 +55,6 @@ void ShowTables(const QList<TableChanges>& changes, bool withRows, QTextStream& 
     }
 }
 
-QString CsvField(QString text)
-{
-    return '"' + text.replace('"', "\"\"") + '"';
-}
-
-QString CsvValue(const FieldChange& change, const dao::Value& value)
-{
-    return CsvField(value.IsNull() ? QString() : FieldText(change.field, value));
-}
-
-void WriteLines(const TableChanges& table, QTextStream& out)
-{
-    for (const RowChange& row : table.rows)
-        for (const FieldChange& change : row.fields)
-            out << table.table << ';' << row.key << ';' << KindText(row.kind) << ';' << CsvField(change.field) << ';'
-                << CsvValue(change, change.before) << ';' << CsvValue(change, change.after) << "\r\n";
-}
-
-/// One line for each field that differs, as French spreadsheets read it.
-void WriteCsv(const QList<TableChanges>& changes, const QString& path)
-{
-    QSaveFile file(path);
-    bool isWritten = file.open(QIODevice::WriteOnly);
-    if (isWritten) {
-        QTextStream out(&file);
-        out << QString(QChar(QChar::ByteOrderMark)) << "table;num;changement;champ;avant;maintenant\r\n";
-        for (const TableChanges& table : changes)
-            WriteLines(table, out);
-        out.flush();
-        isWritten = out.status() == QTextStream::Ok && file.commit();
-    }
-    if (!isWritten)
-        throw basic::RuntimeError::Described(
-            basic::Error::PathAccess, QString("« %1 » n'a pas pu être écrit : %2").arg(path, file.errorString()));
-}
-
 int RunCompare(const Arguments& arguments, const Streams& streams)
 {
     const QString folder = arguments.Name(0);
@@ -116,7 +65,7 @@ int RunCompare(const Arguments& arguments, const Streams& streams)
     const QList<TableChanges> changes = DifferencesOf(before, after);
     const QList<DifferingDay> days = DifferingDays(before, after, changes, copy.Day());
     if (arguments.Has("csv"))
-        WriteCsv(changes, arguments.Text("csv"));
+        WriteChanges(changes, arguments.Text("csv"));
     streams.output << "Comparé à la copie « " << copy.Name() << " » du " << data::MomentOf(copy) << ".\n";
     ShowDays(days, copy.Day(), streams.output);
     ShowTables(changes, arguments.Has("rows"), streams.output);

@@ -2,6 +2,7 @@
 
 #include "platform/basic/Numbers.h"
 #include "practice/copies/RowTexts.h"
+#include "practice/fields/QuotedName.h"
 
 #include <QSet>
 #include <algorithm>
@@ -12,7 +13,7 @@ namespace {
 
 constexpr auto AmountMask = "# ### ##0.00";
 
-/// An amount as it is shown, in hundredths.
+/// The amount as displayed, in hundredths.
 qint64 ShownCents(double dinars)
 {
     return std::llround(basic::Val(basic::Format(dinars, AmountMask)) * 100);
@@ -24,15 +25,16 @@ QDate DayIn(const dao::Value& value)
     return text != nullptr ? QDate::fromString(*text, Qt::ISODate) : QDate();
 }
 
-/// A field of a stored row; Null when there is none.
+/// A field of a stored row; Null if the row doesn't exist.
 dao::Value Stored(const dao::DatabaseReader& reader, const QString& table, const QString& field, qint64 key)
 {
-    dao::Statement select = reader.Select(("select \"" + field + "\" from " + table + " where num = ?").toStdString());
+    dao::Statement select =
+        reader.Select(("select " + QuotedName(field) + " from " + table + " where num = ?").toStdString());
     select.Bind(1, key);
     return select.Step() ? dao::ValueOf(select.At(0), dao::ColumnType::Text) : dao::Value();
 }
 
-/// A row as both states hold it.
+/// A row in both states.
 class Row {
 public:
     Row(const dao::DatabaseReader& before, const dao::DatabaseReader& after, const QString& table,
@@ -43,7 +45,7 @@ public:
 
     dao::Value Before(const QString& field) const { return Side(field, true); }
     dao::Value After(const QString& field) const { return Side(field, false); }
-    /// The newer value where the row is still there.
+    /// The newer value, or the older one of a row that is gone.
     dao::Value Current(const QString& field) const { return Side(field, change->kind == RowChange::Kind::Gone); }
 
 private:
@@ -68,7 +70,7 @@ QString PlainText(const dao::Value& value)
     return text != nullptr ? text->trimmed() : QString();
 }
 
-/// A name out of either state, the newer one first; its number when the row is gone from both.
+/// A name from the newer state, else from the older one; the key if the row is in neither.
 QString NameOf(const dao::DatabaseReader& before, const dao::DatabaseReader& after, const QString& table,
                const QStringList& fields, const dao::Value& key)
 {
@@ -85,7 +87,7 @@ QString NameOf(const dao::DatabaseReader& before, const dao::DatabaseReader& aft
     return QString("n° %1").arg(key.Double());
 }
 
-/// What happened to the row, as far as it changes the cash.
+/// The changes of the row that affect the cash.
 QString ChangesText(const Row& row, const RowChange& change, const char* feminine)
 {
     if (change.kind == RowChange::Kind::Added)
@@ -100,7 +102,7 @@ QString ChangesText(const Row& row, const RowChange& change, const char* feminin
     return texts.join(", ");
 }
 
-/// The rows that explain why the cash of a day differs, by day.
+/// The rows because of which the cash of a day differs, by day.
 class Reasons {
 public:
     Reasons(const dao::DatabaseReader& beforeState, const dao::DatabaseReader& afterState, const QSet<QDate>& differing)

@@ -10,16 +10,15 @@
 
 namespace practice {
 
-/// The cash of each day that has acts or expenses, before a day: what was received and spent, in dinars.
+/// The amounts received and spent on each day with acts or expenses, in dinars.
 class CashDays {
 public:
-    /// All days before `end`; all days when it is invalid.
+    /// Reads the days before `end`, or all if it is invalid.
     CashDays(const dao::DatabaseReader& reader, const QDate& end);
 
-    /// Received less spent, in hundredths of a dinar: each sum is rounded as the screens show it. 0 for a day without
-    /// any.
+    /// Received less spent, in hundredths of a dinar, each sum rounded as on the screens. 0 for a day without either.
     qint64 Movement(const QDate& day) const;
-    /// The balance in the evening of a day.
+    /// The balance at the end of a day.
     double Balance(const QDate& day) const;
     QList<QDate> Days() const { return days.keys(); }
     QDate LastDay() const { return days.isEmpty() ? QDate() : days.lastKey(); }
@@ -33,16 +32,16 @@ private:
     QMap<QDate, Cash> days;
 };
 
-/// A day whose movement differs between two states of a practice.
+/// A day whose cash movement differs between two states of a practice.
 struct DifferingDay {
     QDate day;
-    double before = 0; ///< balance of that evening, dinars
+    double before = 0; ///< balance at the end of the day, dinars
     double after = 0;
-    QStringList reasons; ///< the acts and expenses that explain it, a line each
+    QStringList reasons; ///< acts and expenses that differ, one line each
 };
 
-/// The days before `end` whose movement differs, by the rows that differ; later days that merely follow from them don't
-/// count.
+/// The days before `end` whose movement differs. Days whose balance differs only because of an earlier day aren't
+/// listed.
 QList<DifferingDay> DifferingDays(const dao::DatabaseReader& before, const dao::DatabaseReader& after,
                                   const QList<TableChanges>& changes, const QDate& end);
 

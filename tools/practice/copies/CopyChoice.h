@@ -8,12 +8,12 @@
 
 namespace practice {
 
-/// The copy that a user names: a path, the name of a file in "ARCHIVES", or a day (2026-11-23 or 23/11/2026). Without a
-/// name the newest one; with `before`, of an earlier day. It is whole: raises what data::RequireWhole does, and 53 if
-/// there is none.
+/// Finds a copy by a path, the name of a file in "ARCHIVES" or a day (2026-11-23 or 23/11/2026). An empty name means
+/// the newest whole one, with `before` the newest of an earlier day. Raises 53 if there is none, and the errors of
+/// data::RequireWhole.
 data::ArchivedCopy ChosenCopy(const QString& folder, const QString& name, const std::optional<QDate>& before = {});
 
-/// Raises 76 unless the folder is there and 53 unless it holds a practice.
+/// Raises 76 if the folder doesn't exist, 53 if it contains no practice.
 void RequirePractice(const QString& folder);
 
 } // namespace practice

@@ -1,5 +1,7 @@
 #include "practice/copies/Differences.h"
 
+#include "practice/fields/QuotedName.h"
+
 #include <QHash>
 #include <algorithm>
 #include <cstring>
@@ -7,7 +9,7 @@
 namespace practice {
 namespace {
 
-/// The tables that a practice's work is in, with what identifies a row of each.
+/// The compared tables, with the column that identifies a row.
 constexpr std::pair<const char*, const char*> ComparedTables[] = {
     {"Patients", "num"}, {"Actes", "num"},    {"Actes_suppr", "num"}, {"Plani", "num"},
     {"Presta", "num"},   {"Recettes", "num"}, {"Tarif", "rowid"},     {"Permn", "rowid"}};
@@ -30,14 +32,14 @@ QStringList CommonColumns(const QStringList& before, const QStringList& after, c
     return common;
 }
 
-/// The rows of a table in the order of their keys; the key is column 0.
+/// Iterates over a table in the order of its keys; the key is column 0 of the select.
 class Rows {
 public:
     Rows(const dao::DatabaseReader& reader, const QString& table, const QString& key, const QStringList& columns)
     {
         QString select = "select " + key;
         for (const QString& column : columns)
-            select += ", \"" + column + "\"";
+            select += ", " + QuotedName(column);
         statement = reader.Select((select + " from " + table + " order by " + key).toStdString());
         Next();
     }
@@ -79,7 +81,7 @@ bool IsSame(const dao::StoredValue& left, const dao::StoredValue& right)
 
 dao::Value Held(const dao::StoredValue& stored)
 {
-    return dao::ValueOf(stored, dao::ColumnType::Text); // dates stay as they are stored
+    return dao::ValueOf(stored, dao::ColumnType::Text); // keeps dates in their stored form
 }
 
 RowChange WholeRow(RowChange::Kind kind, const Rows& row, const QStringList& columns)
@@ -149,15 +151,25 @@ QList<TableChanges> DifferencesOf(const dao::DatabaseReader& before, const dao::
     return all;
 }
 
+QString KindText(RowChange::Kind kind)
+{
+    switch (kind) {
+    case RowChange::Kind::Added:
+        return "ajoutée";
+    case RowChange::Kind::Changed:
+        return "modifiée";
+    case RowChange::Kind::Gone:
+        break;
+    }
+    return "disparue";
+}
+
 QString CountsText(const TableChanges& changes)
 {
-    constexpr std::pair<RowChange::Kind, const char*> words[] = {{RowChange::Kind::Added, "ajoutée"},
-                                                                 {RowChange::Kind::Changed, "modifiée"},
-                                                                 {RowChange::Kind::Gone, "disparue"}};
     QStringList counts;
-    for (const auto& [kind, word] : words)
+    for (const RowChange::Kind kind : {RowChange::Kind::Added, RowChange::Kind::Changed, RowChange::Kind::Gone})
         if (const int count = changes.Count(kind); count > 0)
-            counts << QString("%1 %2%3").arg(count).arg(QString::fromUtf8(word), count > 1 ? "s" : "");
+            counts << QString("%1 %2%3").arg(count).arg(KindText(kind), count > 1 ? "s" : "");
     return counts.isEmpty() ? QString("rien n'a changé") : counts.join(", ");
 }
 

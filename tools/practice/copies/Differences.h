@@ -8,14 +8,14 @@
 
 namespace practice {
 
-/// A field of a row that two states of a practice hold differently.
+/// A field that differs between two states of a row.
 struct FieldChange {
     QString field;
     dao::Value before;
     dao::Value after;
 };
 
-/// A row that was added, changed or is gone. Of an added or a gone one every field is given, the other side Null.
+/// A row that was added, changed or is gone. An added or gone one lists every field, with Null for the other state.
 struct RowChange {
     enum class Kind { Added, Changed, Gone };
     Kind kind = Kind::Changed;
@@ -32,11 +32,13 @@ struct TableChanges {
     int Count(RowChange::Kind kind) const;
 };
 
-/// The differences between two states of a practice, table by table, rows by their keys; tables that only reports write
-/// are left out. A field that only one of the states has is not compared. Reads each state once.
+/// Compares two states of a practice, row by row in the order of the keys, without the scratch tables of the reports. A
+/// field that only one state has is not compared. Reads each state once.
 QList<TableChanges> DifferencesOf(const dao::DatabaseReader& before, const dao::DatabaseReader& after);
 
-/// "3 ajoutées, 1 modifiée, 2 disparues"; "rien n'a changé" for none.
+/// "ajoutée", "modifiée" or "disparue"
+QString KindText(RowChange::Kind kind);
+/// "3 ajoutées, 1 modifiée, 2 disparues", or "rien n'a changé".
 QString CountsText(const TableChanges& changes);
 
 } // namespace practice

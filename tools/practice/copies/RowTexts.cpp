@@ -21,7 +21,7 @@ bool IsAmount(const QString& field)
 QString AmountText(double dinars)
 {
     const QString text = basic::Format(dinars, "# ### ##0.00").trimmed();
-    return text.startsWith('-') ? "-" + text.sliced(1).trimmed() : text; // without the mask's blanks for digits
+    return text.startsWith('-') ? "-" + text.sliced(1).trimmed() : text; // removes the blanks of the mask
 }
 
 QString DayText(const QDate& day)

@@ -8,19 +8,18 @@
 
 namespace practice {
 
-/// How the values of a practice read in what the command prints: as on the screens.
+// Values as the command prints them, in the form of the screens.
 
 /// "12 345.00"
 QString AmountText(double dinars);
 /// "lundi 23/11/2026"
 QString DayText(const QDate& day);
-/// What users call a field ("règlement" for `flag_R`); its own name where they have no other word.
+/// The users' word for a field ("règlement" for `flag_R`), or its name if there is none.
 QString FieldTitle(const QString& field);
-/// A stored value of the field: amounts to the cent, dates as dd/mm/yyyy, payment codes as they are shown; "vide" for
-/// Null.
+/// A stored value: amounts with two decimals, dates as dd/mm/yyyy, payment codes as on the screens, "vide" for Null.
 QString FieldText(const QString& field, const dao::Value& value);
 
-/// "n° 412 du 23/11/2026 (SAÏDI Fatima)": the act with the highest key; "aucun".
+/// The act with the highest key: "n° 412 du 23/11/2026 (SAÏDI Fatima)", or "aucun".
 QString LastActText(const dao::DatabaseReader& reader);
 
 } // namespace practice
