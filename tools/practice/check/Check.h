@@ -6,25 +6,25 @@
 
 namespace practice {
 
-/// What a look at a practice found, in French, one line each.
+/// The findings of a check, in French, one line each.
 struct CheckReport {
     bool isFolder = true;
-    QStringList facts;    ///< what is there
-    QStringList remarks;  ///< unusual, and the screens cope with it
-    QStringList failures; ///< wrong: a screen or the opening would stop on it, or a figure be wrong
+    QStringList facts;    ///< letterhead, numbers of rows
+    QStringList remarks;  ///< unusual, without effect on any screen or figure
+    QStringList failures; ///< stops the opening or a screen, or makes a figure wrong
 
-    /// Runs a step of the check; a run-time error becomes a failure.
+    /// Runs a step of the check and records a run-time error as a failure.
     void Run(const QString& subject, const std::function<void()>& step);
 
-    /// All of it, and a last line that says whether all is in order.
+    /// All findings, then a verdict.
     QString Text() const;
 };
 
-/// Looks at the files of a practice, the integrity of its database, its tables and indexes, its values and keys, and
-/// the rows that must exist; or at a database alone, when the path is that of a file.
+/// Checks a practice: its files, pages and indexes of its database, tables, values, keys, required rows. If the path is
+/// that of a file, checks it as a database alone.
 ///
-/// Nothing in the folder is changed or made, also while a program has the practice open. What can't be looked at is a
-/// failure in the report and raises nothing.
+/// Reads only, even while a program has the practice open. What can't be read is reported as a failure; nothing is
+/// raised.
 CheckReport CheckPractice(const QString& path);
 
 } // namespace practice

@@ -9,7 +9,7 @@
 namespace practice {
 namespace {
 
-/// The lines of a check; none for a sound database.
+/// The messages of a check; none for a sound database.
 QStringList LinesOf(const Select& select, const std::string& check)
 {
     QStringList lines;
@@ -26,7 +26,7 @@ QStringList LinesOf(const Select& select, const std::string& check)
     return lines;
 }
 
-/// The index of a table that a line of a check names; empty if there is none.
+/// The index of the table that a message names; empty if it names none.
 QString NamedIndex(const QString& line, const QString& table, const Structure& found)
 {
     for (const Structure::Index& index : found.indexes) {
@@ -37,7 +37,7 @@ QString NamedIndex(const QString& line, const QString& table, const Structure& f
     return {};
 }
 
-/// A line that names no index means damaged pages. What the check then says of the indexes may be due to them.
+/// A message that names no index is about damaged pages. Those about indexes may then be consequences and are dropped.
 void SortByObject(const QStringList& lines, const QString& table, const Structure& found, Damage& damage)
 {
     QStringList indexes;
@@ -61,7 +61,7 @@ QString JoinedFields(const Structure::Index& index)
     return columns.join(", ");
 }
 
-/// The fields of a row that have other values in an entry of an index.
+/// The values that differ between a row and its entry in an index.
 QStringList Differences(const dao::Statement& entry, const dao::Statement& row, const Structure::Index& index)
 {
     QStringList lines;
@@ -78,7 +78,7 @@ QStringList Differences(const dao::Statement& entry, const dao::Statement& row, 
     return lines;
 }
 
-/// The entries of an index that hold other values than their rows do; none where it can't be read.
+/// The values that differ between an index and its table; none if it can't be read.
 QStringList ContradictionsOf(const Select& select, const Structure::Index& index)
 {
     constexpr int mostLines = 10;
@@ -100,7 +100,7 @@ QStringList ContradictionsOf(const Select& select, const Structure::Index& index
                 lines << Differences(entries, row, index);
         }
     } catch (const basic::RuntimeError&) {
-        // Damaged past reading: that is told already.
+        // Already reported by the check of its table.
     }
     return lines;
 }

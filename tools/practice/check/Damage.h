@@ -6,19 +6,19 @@
 
 namespace practice {
 
-/// What a check of all pages and indexes finds in a database.
+/// The damage that a check of all pages and indexes finds in a database.
 struct Damage {
-    QStringList indexes;           ///< whose entries aren't the rows of their table
-    QStringList contradictions;    ///< values of rows that are others in such an index; in French, a line each
-    QMap<QString, QString> tables; ///< with damaged pages, in the table or one of its indexes; the first detail of each
-    QString elsewhere;             ///< the first detail of what belongs to no table
+    QStringList indexes;           ///< that disagree with their table
+    QStringList contradictions;    ///< values that differ between row and index, in French, one line each
+    QMap<QString, QString> tables; ///< with damaged pages, their own or an index's, and SQLite's first message
+    QString elsewhere;             ///< SQLite's first message about damage outside all tables
 
     bool IsEmpty() const { return indexes.isEmpty() && tables.isEmpty() && elsewhere.isEmpty(); }
-    /// In French, a line each. `file` is the name of the database.
+    /// In French, one line each. `file` is the name of the database.
     QStringList Lines(const QString& file) const;
 };
 
-/// A sound database is read once, a damaged one once more for each table.
+/// Reads a sound database once, a damaged one once more for each table.
 Damage DamageOf(const Select& select, const Structure& found);
 
 } // namespace practice

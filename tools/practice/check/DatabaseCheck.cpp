@@ -11,13 +11,13 @@
 namespace practice {
 namespace {
 
-/// A field, as the database names it, and the faults that its values can have.
+/// A field under its name in the database, and the faults that its values can have.
 struct CheckedField {
     QString field;
     QList<ValueFault> faults;
 };
 
-/// Leaves out the fields, and the faults whose condition reads a table or a field, that the database doesn't have.
+/// Skips fields that the database doesn't have, and faults whose condition reads a missing table or field.
 QList<CheckedField> FaultsIn(const TableRule& rule, const Structure& found)
 {
     const Structure::Table& table = *found.FindTable(rule.name);
@@ -38,8 +38,8 @@ QList<CheckedField> FaultsIn(const TableRule& rule, const Structure& found)
     return fields;
 }
 
-/// A select of the rows in which something is wrong: the key, then for each field the number of its fault (from 1; Null
-/// for none), the type of its value and the value.
+/// A select of the faulty rows: key, then for each field the number of its fault (from 1; Null for none), type and
+/// value.
 std::string SelectOfFaults(const TableRule& table, const QList<CheckedField>& fields, bool hasKey)
 {
     QStringList columns = {hasKey ? "num" : "rowid"};

@@ -6,9 +6,8 @@
 
 namespace practice {
 
-/// Looks at a database: its pages, tables, indexes, and every row of what the screens read. A table that can't be read
-/// is a failure in the report, and the rest is looked at all the same. `name` is that of the file. Raises 3049 when not
-/// even its list of tables can be read.
+/// Checks pages, tables, indexes and every row that a screen reads. A table that can't be read is reported as a
+/// failure, and the check goes on. `name` is that of the file. Raises 3049 if the list of tables can't be read.
 void CheckDatabase(const dao::DatabaseReader& reader, const QString& name, CheckReport& report);
 
 } // namespace practice

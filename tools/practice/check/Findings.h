@@ -7,17 +7,16 @@
 
 namespace practice {
 
-/// A stored value as a message shows it: a text between guillemets and cut where it is long. `type` is SQLite's name of
-/// its type.
+/// A stored value for a message: a text is quoted, and shortened if it is long. `type` is what typeof() returns for it.
 QString ShownValue(const dao::StoredValue& value, std::string_view type);
 
 /// "1 ligne", "2 lignes"
 QString CountedRows(qint64 count);
 
-/// Rows that have something in common: how many, and the first of them.
+/// Counts rows with the same fault and keeps the first of them as examples.
 class Findings {
 public:
-    /// Notes a row by its key, or by its value alone in a table of one row.
+    /// Adds a row; in a table of one row the value is enough.
     void Note(qint64 key, const QString& value);
     void NoteValue(const QString& value);
 

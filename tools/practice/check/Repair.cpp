@@ -25,13 +25,13 @@ namespace {
 using basic::Error;
 using basic::RuntimeError;
 
-/// A field of a table that the database has.
+/// A field that exists in the database.
 struct StoredField {
     const TableRule* table;
     const FieldRule* rule;
 };
 
-/// Rows whose date is to be stored in the form of its field.
+/// Rows whose date is to be converted to the form of its field.
 struct DateMend {
     StoredField field;
     struct Row {
@@ -42,7 +42,7 @@ struct DateMend {
     Findings findings;
 };
 
-/// Rows whose month or year isn't that of their date.
+/// Rows whose month or year is to be taken from their date.
 struct PartMend {
     StoredField field;
     Findings findings;
@@ -111,7 +111,7 @@ private:
         return fields;
     }
 
-    /// The rows that meet a condition: row number, value of the field, its type.
+    /// Selects the rows that meet a condition: rowid, value of the field, its type.
     dao::Statement RowsWhere(const QString& condition, const StoredField& field) const
     {
         return select(QString("select rowid, %1, typeof(%1) from %2 not indexed where %3")
@@ -119,8 +119,8 @@ private:
                           .toStdString());
     }
 
-    /// An index is rebuilt when it doesn't agree with its table, and every index of a table with damaged pages: they
-    /// may be an index's.
+    /// Rebuilds indexes that disagree with their table, and all indexes of a table with damaged pages, which may be
+    /// theirs.
     void PlanRebuilding()
     {
         const Damage damage = DamageOf(select, found);
@@ -160,7 +160,7 @@ private:
             findings.Note(row.WholeAt(0), value);
     }
 
-    /// The months and years that are wrong now; their dates are the stored ones.
+    /// Compares months and years with the dates as stored now.
     QList<PartMend> WrongParts() const
     {
         QList<PartMend> wrong;
@@ -179,7 +179,7 @@ private:
 
     bool HasWrongParts() const { return !WrongParts().isEmpty(); }
 
-    /// The path of a copy of the database as it is now.
+    /// Copies the database and returns the path of the copy.
     QString MakeCopy(const QString& archives, const QDateTime& moment) const
     {
         const auto ownerOnly = basic::ForOwnerOnly();
@@ -199,7 +199,7 @@ private:
         return target;
     }
 
-    /// A name that no file has, be it a link that leads nowhere.
+    /// A path at which there is neither a file nor a broken link.
     static QString FreeName(const QString& archives, const QDateTime& moment)
     {
         const QString name = archives + "/ZEP_ONE avant réparation " + moment.toString("yyyy-MM-dd HH-mm-ss");

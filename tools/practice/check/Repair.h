@@ -6,20 +6,20 @@
 
 namespace practice {
 
-/// What was mended, in French, a line each.
+/// The result of a repair, in French, one line each.
 struct RepairReport {
-    QString copy; ///< the safety copy; empty when nothing was changed
+    QString copy; ///< path of the safety copy; empty if nothing was changed
     QStringList changes;
-    QStringList doubts; ///< values that an index contradicted before it was rebuilt from them
-    QString refusal;    ///< why nothing was changed although something was to be mended
+    QStringList doubts; ///< values that differed from those of an index before it was rebuilt
+    QString refusal;    ///< why the repair was undone; empty if it wasn't
 };
 
-/// Mends what can be mended with certainty: indexes that are missing, made otherwise or not of their table's rows,
-/// dates in another form, months and years that aren't those of the row's date. All else stays as it is.
+/// Repairs only what has one correct value: creates missing indexes, rebuilds those that are defined otherwise or
+/// disagree with their table, converts dates of another form, and takes months and years from the row's date.
 ///
-/// One transaction, after a copy into ARCHIVES whose name holds `moment` and that replaces no file. When the result
-/// isn't sound nothing is changed. Raises 3024 when there is no database, 3187 when a program has the practice open,
-/// what dao::RepairTransaction raises, and what dao::CopyDatabase raises.
+/// Copies the database into ARCHIVES first, under a new name that contains `moment`, then makes all changes in one
+/// transaction, which is rolled back if a check of the result finds damage. Raises 3024 if there is no database, 3187
+/// if a program has the practice open, and the errors of dao::RepairTransaction and dao::CopyDatabase.
 RepairReport RepairPractice(const QString& folder, const QDateTime& moment);
 
 } // namespace practice

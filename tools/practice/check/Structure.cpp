@@ -39,7 +39,7 @@ QList<Structure::Field> FieldsOf(const Select& select, const QString& table)
     return fields;
 }
 
-/// Reads the columns of an index, with their order and collation where these aren't the usual ones.
+/// Reads the columns of an index, with order and collation unless ascending and binary.
 void ReadColumns(const Select& select, Structure::Index& index)
 {
     QStringList columns;
@@ -83,7 +83,7 @@ QStringList FieldFaults(const Structure::Table& found, const Structure::Table& e
     return faults;
 }
 
-/// The first fields of Permn are reached by position as well as under their names.
+/// The screens read the first fields of Permn by position.
 QStringList PositionFaults(const Structure::Table& found, const Structure::Table& expected)
 {
     constexpr int reachedByPosition = 8;
@@ -99,7 +99,7 @@ QStringList PositionFaults(const Structure::Table& found, const Structure::Table
     return {QString("%1 : les premiers champs ne sont pas %2.").arg(found.name, wanted.join(", "))};
 }
 
-/// The field that the first opening adds to Prov when there are fewer than six.
+/// The first opening adds the field Mt2 to a Prov of five fields.
 QStringList AddedFieldFaults(const Structure::Table& found)
 {
     constexpr int withAddedField = 6;

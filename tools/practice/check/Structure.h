@@ -10,10 +10,10 @@
 
 namespace practice {
 
-/// Prepares a select over one database.
+/// Prepares a select on a database.
 using Select = std::function<dao::Statement(std::string_view)>;
 
-/// The tables and indexes that a database has. Names are looked up without regard to case.
+/// The tables and indexes of a database. Look-ups by name ignore case.
 struct Structure {
     struct Field {
         QString name;
@@ -29,9 +29,9 @@ struct Structure {
     struct Index {
         QString name;
         QString table;
-        QString columns;    ///< "Actes (Date, montant)", with what else makes it another index
-        QStringList fields; ///< those of its columns that are fields
-        QString statement;  ///< that makes it
+        QString columns;    ///< "Actes (Date, montant)", with order, collation, uniqueness if unusual
+        QStringList fields; ///< its columns without expressions
+        QString statement;  ///< its CREATE INDEX
     };
     QList<Table> tables;
     QList<Index> indexes;
@@ -42,13 +42,13 @@ struct Structure {
 
 Structure StructureOf(const Select& select);
 
-/// What an empty practice has.
+/// The structure of an empty practice.
 Structure ExpectedStructure();
 
-/// The tables, fields and indexes of `expected` that `found` doesn't have, or has otherwise; in French, a line each.
+/// Tables, fields and indexes of `expected` that are missing or different in `found`, in French, one line each.
 QStringList StructureFaults(const Structure& found, const Structure& expected);
 
-/// The indexes of `expected` that can be made in `found` and are missing there or made otherwise.
+/// Indexes of `expected` that are missing or different in `found`, which has the fields for them.
 QList<Structure::Index> IndexesToMake(const Structure& found, const Structure& expected);
 
 } // namespace practice

@@ -8,7 +8,7 @@
 
 namespace practice {
 
-/// Invalid arguments; the text gives the reason in French, without a full stop.
+/// Thrown for invalid arguments. The reason is in French, without a full stop.
 class Misuse : public std::exception {
 public:
     explicit Misuse(QString text) : reason(std::move(text)) {}
@@ -18,7 +18,7 @@ private:
     QString reason;
 };
 
-/// An option of a command, without its dashes.
+/// An option of a command; the name is without dashes.
 struct Option {
     enum class Takes { Nothing, OneValue, Values };
 
@@ -39,7 +39,7 @@ public:
     bool Has(const char* option) const;
     QString Text(const char* option) const;
     QStringList Texts(const char* option) const;
-    /// None if the option is missing. Raises Misuse unless it is an integer from `lowest` to `highest`.
+    /// The value as an integer; none if the option is missing. Raises Misuse unless it is from `lowest` to `highest`.
     std::optional<qint64> Whole(const char* option, qint64 lowest, qint64 highest) const;
 
 private:

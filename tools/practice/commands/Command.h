@@ -8,10 +8,10 @@ namespace practice {
 /// One command: syntax, help and implementation.
 struct Command {
     const char* name;
-    const char* usage; ///< its line or lines of the usage, after its name
-    const char* help;  ///< what it does, lines indented by six
+    const char* usage; ///< syntax after the name; may have several lines
+    const char* help;  ///< description, indented by six
     std::span<const char* const> names;
-    int optionalNames; ///< of the names, from the end
+    int optionalNames; ///< how many of the last names may be missing
     std::span<const Option> options;
     int (*run)(const Arguments& arguments, const Streams& streams);
     int trouble = Refused; ///< exit code after a run-time error

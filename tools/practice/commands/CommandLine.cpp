@@ -18,7 +18,7 @@ QString UsageOf(const Command& command)
     return "  " + line + "\n" + command.help;
 }
 
-/// The usage of all commands, or of one.
+/// The usage of one command, or of all.
 QString Usage(const Command* one = nullptr)
 {
     QString text = "Utilisation :\n";

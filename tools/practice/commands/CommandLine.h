@@ -4,8 +4,7 @@
 
 namespace practice {
 
-/// Runs a command line, without the program's name. Returns the exit code: 0 done, 1 refused or the practice has a
-/// fault, 2 invalid arguments (with the usage on the error stream).
+/// Runs a command line, given without the program's name, and returns the exit code.
 int RunCommand(const QStringList& arguments, const Streams& streams);
 
 } // namespace practice

@@ -5,14 +5,14 @@
 
 namespace practice {
 
-/// An entry of the desktop's menu that starts a program in a folder.
+/// A menu entry of the desktop that starts a program in a folder.
 struct DesktopEntry {
-    QString name;    ///< as the menu shows it
+    QString name;    ///< caption in the menu
     QString comment; ///< tooltip
     QString program; ///< path
     QString folder;  ///< the program's working folder
     QString icon;
-    QString windowClass; ///< of the program's windows, by which the desktop knows them
+    QString windowClass; ///< by which the desktop assigns windows to the entry
 };
 
 /// The text of the .desktop file, with all special characters escaped. Raises 5, with a description for the user, if a

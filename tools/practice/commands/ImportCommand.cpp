@@ -11,14 +11,14 @@ namespace {
 constexpr const char* ImportNames[] = {"DOSSIER", "TABLE ou DOSSIER_CSV", "FICHIER"};
 constexpr Option ImportOptions[] = {{"update"}, {"dry-run"}};
 
-/// "1 ligne ajoutée", "2 lignes ajoutées", and so on.
+/// "1 ligne ajoutée", "2 lignes ajoutées"
 QString RowsThatAre(int count, const QString& what)
 {
     const QString s = count > 1 ? "s" : "";
     return QString("%1 ligne%2 %3").arg(count).arg(s, QString(what).replace("(s)", s));
 }
 
-/// What was done, or what would be.
+/// The numbers of rows; a trial uses the future tense.
 QString Describe(const ImportCounts& counts, bool isTrial)
 {
     QStringList parts;

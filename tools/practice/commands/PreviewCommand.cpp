@@ -14,7 +14,7 @@ namespace {
 constexpr const char* PreviewNames[] = {"DOSSIER", "MODELE.RPT"};
 constexpr Option PreviewOptions[] = {{"pdf", Option::Takes::OneValue, true}};
 
-/// A path is used as it is; a name is looked up in the practice, then in the program's folder.
+/// Looks up a name in the practice, then in the program's folder; a path is used unchanged.
 QString FindTemplate(const QString& folder, const QString& report)
 {
     if (report.contains('/'))
@@ -40,7 +40,7 @@ QString FindDatabase(const QString& folder)
     return database;
 }
 
-/// A separate program prints, since fonts need libraries that the command must not load.
+/// Runs a separate program: printing needs fonts, whose libraries this command must not load.
 int RunPreview(const Arguments& arguments, const Streams& streams)
 {
     const QString folder = arguments.Name(0);

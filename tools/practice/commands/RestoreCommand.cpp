@@ -29,7 +29,7 @@ QString LossText(const TableChanges& table)
     return texts.join(", ");
 }
 
-/// What the copy brings back and what goes with the present file.
+/// Shows which rows the copy brings back and which ones are lost with the current file.
 void ShowLoss(const dao::DatabaseReader& copy, const dao::DatabaseReader& present, QTextStream& output)
 {
     output << "Dernier acte de la copie : " << LastActText(copy) << "\nDernier acte actuel : " << LastActText(present)

@@ -26,7 +26,7 @@ QString TimeText(int step)
         .arg(step % StepsOfHour * MinutesStep, 2, 10, QChar('0'));
 }
 
-/// How acts are settled, in percent, in the order of the codes. Recent acts are more often pending.
+/// The settlement of an act, by percentages in the order of the codes. Recent acts are more often pending.
 int SettlementOf(int daysAgo, Dice& dice)
 {
     constexpr std::array<int, 6> today{16, 12, 56, 8, 5, 3};
@@ -51,7 +51,7 @@ double AmountOf(int settlement, int rate, Dice& dice)
     }
 }
 
-/// The tariff position of an act: mostly the usual one of its service, sometimes any, rarely none (-1).
+/// The tariff position of an act: mostly that of its service, sometimes any, rarely none (-1).
 int CodeOf(int service, Dice& dice)
 {
     const int lot = dice.Below(100);
@@ -186,7 +186,7 @@ void WriteDays(const dao::Database& database, const DemoPlan& plan, Dice& dice)
 
 void WriteDeletedActs(const dao::Database& database, const DemoPlan& plan, Dice& dice)
 {
-    std::vector<int> daysAgo; // of the deletion, the oldest first; some on the last day
+    std::vector<int> daysAgo; // age of each deletion, oldest first; some are of the last day
     daysAgo.reserve(static_cast<std::size_t>(plan.deletedActs));
     const int span = std::min(365, static_cast<int>(plan.days.front().date.daysTo(plan.until)) + 1);
     for (int act = 0; act < plan.deletedActs; ++act)

@@ -8,7 +8,7 @@
 
 namespace practice {
 
-/// One day on which the practice is open.
+/// A day on which the practice is open.
 struct WorkingDay {
     QDate date;
     int acts = 0;
@@ -33,17 +33,17 @@ int TariffRate(int position);
 QString TariffCode(int position);
 inline constexpr int TariffPositions = 32;
 
-// One writer for each part of the practice; they use the program's record sets.
+// Writers of the tables. They use record sets, as the program does.
 void WriteServices(const dao::Database& database, const DemoPlan& plan);
 void WriteTariffs(const dao::Database& database);
 void WriteCharges(const dao::Database& database, const DemoPlan& plan);
 void WritePatients(const dao::Database& database, const DemoPlan& plan, Dice& dice);
-/// Acts and expenses together, day by day, since the cash of a day pays its expenses.
+/// Writes acts and expenses together, day by day: expenses are paid from the cash received.
 void WriteDays(const dao::Database& database, const DemoPlan& plan, Dice& dice);
 void WriteAppointments(const dao::Database& database, const DemoPlan& plan, Dice& dice);
 void WriteDeletedActs(const dao::Database& database, const DemoPlan& plan, Dice& dice);
 
-/// Older days have been thinned by an actualisation that keeps one act in three.
+/// On older days two acts in three are archived, as after an actualisation.
 inline constexpr int DaysKeptWhole = 60;
 
 /// Friday is the day of rest.

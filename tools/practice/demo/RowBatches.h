@@ -6,12 +6,11 @@
 
 namespace practice {
 
-/// Groups a large number of new rows into transactions of 10,000 rows. The destructor rolls back what Finish hasn't
-/// committed.
+/// Groups new rows into transactions of 10,000. Without Finish, the destructor rolls back the last one.
 class RowBatches {
 public:
     explicit RowBatches(dao::Database target);
-    /// Counts a row that was written.
+    /// To be called after each row.
     void Count();
     void Finish();
 

@@ -9,14 +9,14 @@ namespace practice {
 /// `DayText` is a text dd/mm/yyyy; `Month` and `Year` repeat those of the field Date in the same row.
 enum class FieldKind { Key, Reference, Text, Date, DayText, Month, Year, Time, Amount, Code, ActType };
 
-/// What it means when a row has no value in a field.
+/// What a missing value of a field means.
 enum class Missing {
     Fine,
     Remark, ///< the screens show an empty cell: a remark of the check
     Fault,  ///< a screen stops, or no list or sum has the row: import refuses it, the check reports an error
 };
 
-/// What a field may hold. Import refuses any other value, and the check reports it as an error.
+/// The values that a field may have. Import refuses any other, and the check reports it as an error.
 struct FieldRule {
     const char* name;
     FieldKind kind;
@@ -37,12 +37,12 @@ struct TableRule {
     int Find(const QString& field) const;
 };
 
-/// The tables that can be imported: patients, what refers to them, what the program itself keeps.
+/// The tables that can be imported, patients first.
 std::span<const TableRule> ImportTables();
 /// One of them by its name, without regard to case; null if there is none.
 const TableRule* FindImportTable(const QString& name);
 QString ImportTableNames();
-/// The same for all tables whose values have rules.
+/// The same among all tables with rules: also the texts of the reports.
 const TableRule* FindTable(const QString& name);
 
 /// The tables that the program fills before each print.
@@ -59,7 +59,7 @@ inline constexpr double AmountLimit = 1e15;
 /// No date is before this year.
 inline constexpr int FirstYear = 100;
 
-/// What a field may hold, in French.
+/// A description of the values, in French.
 QString DescribeField(const FieldRule& rule);
 
 } // namespace practice

@@ -20,7 +20,7 @@ ReadValue Unreadable(const QString& reason)
     return {.value = {}, .problem = reason};
 }
 
-/// Decimal digits alone, from `fewest` to `most` of them.
+/// The number written by `fewest` to `most` decimal digits; none for any other text.
 std::optional<int> DigitsAlone(QStringView text, qsizetype fewest, qsizetype most)
 {
     const bool areDigits = std::ranges::all_of(text, [](QChar each) { return basic::IsDigit(each); });
@@ -60,7 +60,7 @@ ReadValue ReadDate(const QString& text)
 
 ReadValue ReadTime(const QString& text)
 {
-    // A time without a day is a time of this day where days and times are one type.
+    // Databases with a combined type for date and time store a time on this day.
     static const QString dayOfTimes = "1899-12-30 ";
     const QStringView time = QStringView(text).mid(text.startsWith(dayOfTimes) ? dayOfTimes.size() : 0);
     const QList<QStringView> parts = time.split(':');
@@ -72,7 +72,7 @@ ReadValue ReadTime(const QString& text)
     return {QTime(*hour, *minute).toString("HH:mm"), {}};
 }
 
-/// The text with one kind of blank.
+/// Replaces blanks of any kind by spaces.
 QString WithPlainBlanks(QString text)
 {
     for (QChar& character : text) {

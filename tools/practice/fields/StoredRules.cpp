@@ -31,7 +31,7 @@ QList<ValueFault> WholeNumberFaults(const FieldRule& rule)
 {
     Limits limits = LimitsOf(rule);
     if (rule.kind == Key)
-        limits.lowest = std::numeric_limits<int>::min(); // keys of an older system may be negative
+        limits.lowest = std::numeric_limits<int>::min(); // existing keys may be negative
     const QString lowest = QString::number(limits.lowest);
     const QString highest = QString::number(limits.highest);
     return {{NoWholeNumber, "n'est pas un nombre entier"},
@@ -108,7 +108,7 @@ QString PartOfDay(const FieldRule& rule)
 
 QString PartFault(const FieldRule& rule)
 {
-    // The comparison comes first: sound rows then need no look at the calendar.
+    // The comparison comes first because it is cheap and false for most rows.
     return QString("%1 is not %2 and %3 is not null and date(%3, '+0 days') is %3")
         .arg(QuotedName(rule.name), PartOfDay(rule), QuotedName(DayField));
 }

@@ -18,7 +18,7 @@ using basic::RuntimeError;
     throw RuntimeError::Described(basic::Error::BadArgument, QString("Ligne %1 : %2").arg(line).arg(reason));
 }
 
-/// Cells as texts. `isGood` turns false at bytes that the encoding doesn't have.
+/// Decodes cells. `isGood` turns false at bytes that are invalid in the encoding.
 class CellDecoder {
 public:
     explicit CellDecoder(CsvEncoding fileEncoding) : encoding(fileEncoding)
@@ -51,7 +51,7 @@ private:
     QStringDecoder decoder{QStringDecoder::Utf8, QStringDecoder::Flag::Stateless};
 };
 
-/// libcsv's parser, with the line count that it lacks.
+/// libcsv's parser, with line numbers.
 class RowReader {
 public:
     RowReader(const CsvReceiver& receiver, char delimiter, CsvEncoding encoding) : decoder(encoding), take(receiver)
@@ -89,7 +89,7 @@ public:
     }
 
 private:
-    /// Hands on the rows that are complete. Done outside the parser, which is C and mustn't see an exception pass.
+    /// Passes on complete rows. Called outside the parser: an exception must not pass through C code.
     void Deliver()
     {
         if (!decoder.isGood)
@@ -133,7 +133,7 @@ QByteArrayView WithoutMark(QByteArrayView firstLine)
     return firstLine.startsWith(mark) ? firstLine.sliced(mark.size()) : firstLine;
 }
 
-/// The delimiter that a line "sep=;" names; 0 when it is another line.
+/// The delimiter named by a line "sep=;"; 0 for any other line.
 char NamedDelimiter(QByteArrayView line)
 {
     while (line.endsWith('\n') || line.endsWith('\r'))

@@ -8,7 +8,7 @@
 
 namespace practice {
 
-/// One row of a CSV file and the line of the file that it begins on.
+/// A row of a CSV file, with the number of its first line.
 struct CsvRow {
     qint64 line = 0;
     QStringList cells;
@@ -16,14 +16,14 @@ struct CsvRow {
 
 using CsvReceiver = std::function<void(CsvRow&)>;
 
-/// Reads a CSV file row by row and returns how its text is encoded: UTF-8, with or without a byte order mark, or
-/// Windows-1252. The delimiter is semicolon, comma or tab, whichever the first line has most of, or the one that a line
-/// "sep=;" before it names. Quoted cells may hold delimiters and line ends; empty lines are skipped.
+/// Reads a CSV file row by row and returns its encoding. The delimiter is semicolon, comma or tab, whichever occurs
+/// most often in the first line, or the one of a line "sep=;" before it. Quoted cells may contain delimiters and line
+/// ends; empty lines are skipped.
 ///
-/// Raises 53 when the file is missing, 75 when it can't be read, 5 with line number and reason when a text or its
-/// quotes can't be read: from there on nothing is certain.
+/// Raises 53 if the file is missing, 75 if it can't be read, 5 with line number and reason at the first invalid byte or
+/// misplaced quote, after which the rows can't be told apart.
 CsvEncoding ReadCsv(const QString& path, const CsvReceiver& take);
-/// The same for a file that is open for reading and can be read twice.
+/// The same for an open file that can be read twice.
 CsvEncoding ReadCsv(QIODevice& file, const CsvReceiver& take);
 
 } // namespace practice

@@ -21,17 +21,17 @@ bool CsvLines::Next()
     return !line.isEmpty();
 }
 
-/// Where the line that begins at `start` ends in the buffer, which is filled as far as that takes.
+/// Finds the end of the line that begins at `start`, reading on as far as needed.
 qsizetype CsvLines::FindEnd()
 {
     const auto isEnd = [](char byte) { return byte == '\n' || byte == '\r'; };
     qsizetype at = start;
     for (;;) {
         at = std::find_if(buffer.cbegin() + at, buffer.cend(), isEnd) - buffer.cbegin();
-        // A CR at the end of what was read may be half of a CR LF.
+        // A CR at the end of the buffer may be the first half of a CR LF.
         if (at + 1 < buffer.size() || (at < buffer.size() && buffer.at(at) == '\n'))
             break;
-        at -= start; // the buffer will begin with this line
+        at -= start; // ReadOn moves the line to the beginning of the buffer
         if (!ReadOn())
             break;
     }
@@ -40,7 +40,7 @@ qsizetype CsvLines::FindEnd()
     return at + (buffer.at(at) == '\r' && at + 1 < buffer.size() && buffer.at(at + 1) == '\n' ? 2 : 1);
 }
 
-/// Drops what was read and appends a block; false when there is none.
+/// Removes the lines already read and appends a block; false at the end of the file.
 bool CsvLines::ReadOn()
 {
     buffer.remove(0, start);

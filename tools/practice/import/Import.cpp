@@ -12,7 +12,7 @@ namespace {
 
 using basic::RuntimeError;
 
-/// The CSV files of a folder by the table that their names give.
+/// The CSV files of a folder, by table.
 class CsvFolder {
 public:
     explicit CsvFolder(const QString& path) : folder(path)
@@ -29,7 +29,7 @@ public:
                                           QString("Le dossier « %1 » ne contient aucun fichier CSV.").arg(path));
     }
 
-    /// The files of a table, which are taken out of those that are left.
+    /// Removes the files of a table from the list and returns them.
     QStringList Take(const QString& table)
     {
         QStringList taken;

@@ -9,38 +9,38 @@
 
 namespace practice {
 
-/// One file on its way into one table.
+/// A file that is imported into a table.
 struct ImportedFile {
-    QString table; ///< as the practice names it
+    QString table; ///< its name in the schema
     QString name;  ///< of the file, without its folder
     CsvEncoding encoding = CsvEncoding::Utf8;
     Problems problems;
     std::unique_ptr<ImportTarget> target;
 };
 
-/// Rows of CSV files on their way into a practice: all of them or none.
+/// Imports CSV files into a practice: all rows or none.
 ///
-/// Reading locks nothing, however long it takes: the rows are checked, compared with those of the practice and put
-/// aside. Write takes the write lock for one short transaction.
+/// Reading checks the rows, compares them with existing ones and keeps them in a temporary table, without a lock on the
+/// database. Write takes the write lock for one short transaction.
 class Import {
 public:
-    /// `updates`: a row that the practice has with other values gets those of the file; otherwise it is a problem, and
-    /// the single row of Permn or Tarif stays. Raises what PracticeData raises.
+    /// With `updates`, existing rows with other values get those of the file. Without it they are a problem, except for
+    /// the single row of Permn or Tarif, which stays unchanged. Raises the errors of PracticeData.
     Import(const QString& folder, bool updates);
 
-    /// One file for one table. Raises 5 for a table that can't be filled from outside, and what ReadCsv raises for a
-    /// file that is missing or can't be read.
+    /// Reads a file for a table. Raises 5 for a table that can't be imported, 53 or 75 for a file that is missing or
+    /// can't be read.
     void Read(const QString& table, const QString& file);
-    /// Every file TABLE.csv of a folder, its name in any case. Files of scratch tables are passed over; one of an
-    /// unknown name is a problem. Raises 76 when there is no such folder, 53 when it has no such file.
+    /// Reads each file TABLE.csv of a folder; case doesn't matter. Files of scratch tables are skipped, other names are
+    /// a problem. Raises 76 if there is no such folder, 53 if it has no CSV file.
     void ReadFolder(const QString& folder);
 
-    /// Writes what was read, unless there is a problem. Nothing is written when another program has written one of the
-    /// rows meanwhile: that is a problem then. Raises 3187 when the practice stays locked, 61 when the disk is full.
+    /// Writes the rows unless there is a problem. A row that another program has written since it was compared is a
+    /// problem too, and nothing is written. Raises 3187 if the practice stays locked, 61 if the disk is full.
     void Write();
 
     const std::vector<ImportedFile>& Files() const { return files; }
-    const QStringList& PassedOver() const { return passedOver; } ///< the scratch tables of the folder
+    const QStringList& PassedOver() const { return passedOver; } ///< scratch tables whose files were skipped
     ImportCounts Sum() const;
     int ProblemCount() const;
     QStringList ProblemTexts() const;

@@ -125,7 +125,7 @@ public:
     }
 
 private:
-    /// Empty when the table has no row.
+    /// The stored values of the given fields; none if the table has no row.
     std::vector<dao::Value> Present() const
     {
         std::vector<dao::Value> values;
@@ -145,7 +145,7 @@ private:
         return differing;
     }
 
-    /// A blank text counts as none: the program fills texts that nobody has typed with one blank.
+    /// A blank text equals Null: the program stores one blank in fields that were left empty.
     static bool IsSame(const dao::Value& left, const dao::Value& right)
     {
         const auto text = [](const dao::Value& value) { return value.IsNull() ? QString() : value.Text().trimmed(); };

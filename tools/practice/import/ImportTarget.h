@@ -9,18 +9,17 @@
 
 namespace practice {
 
-/// What an import does to one table. Rows that the practice has already with the same values count as `same`; `left` is
-/// a single row with other values that stays as it is.
+/// The numbers of rows that an import adds, changes, finds unchanged, or leaves with other values (the single row of a
+/// table, without updates).
 struct ImportCounts {
     int added = 0;
     int changed = 0;
     int same = 0;
     int left = 0;
-    QStringList leftFields; ///< in which it differs
+    QStringList leftFields; ///< that differ in a row that is left
 };
 
-/// Where the rows of one file go. They are gathered first, then compared with those that the practice has, then
-/// written; nothing but Write changes the practice.
+/// Receives the rows of a file, compares them with existing rows, then writes them. Only Write changes the practice.
 class ImportTarget {
 public:
     ImportTarget() = default;
@@ -28,21 +27,21 @@ public:
     Q_DISABLE_COPY_MOVE(ImportTarget)
 
     virtual void Begin(const QStringList& fields) = 0;
-    /// Returns why the row can't be taken, or an empty text.
+    /// Returns the reason why the row is refused, empty if it is taken.
     virtual QString Add(const std::vector<dao::Value>& values, qint64 line) = 0;
-    /// To be called once, after Begin and the last Add. Notes what can't be written as a problem.
+    /// To be called once, after the last Add. Adds a problem for each row that can't be written.
     virtual void Compare(Problems& problems) = 0;
     const ImportCounts& Counts() const { return counts; }
 
-    /// To be called within a transaction. When another program has written one of the rows since Compare, that is noted
-    /// as a problem, and the transaction is to be given up.
+    /// To be called within a transaction, which must be rolled back if there is a problem: another program has written
+    /// one of the rows since Compare.
     virtual void Write(Problems& problems) = 0;
 
 protected:
     ImportCounts counts;
 };
 
-/// `updates`: whether a row that is there with other values gets those of the file.
+/// With `updates`, existing rows with other values get those of the file.
 std::unique_ptr<ImportTarget> MakeImportTarget(const dao::Database& database, const TableRule& rule, bool updates);
 
 } // namespace practice

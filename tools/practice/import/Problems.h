@@ -6,17 +6,17 @@
 
 namespace practice {
 
-/// What is wrong with a file, by its lines. Counts all and keeps the first thousand: nobody reads more, and a wrong
-/// column spoils every line of a large file.
+/// The problems of a file, by line. Counts all but keeps only the first thousand, since a wrong column is a problem in
+/// every line.
 class Problems {
 public:
-    /// `line` 0 for the file as a whole; the reason is a sentence with its full stop then.
+    /// `line` is 0 for the file as a whole; the reason is then a whole sentence.
     void Add(qint64 line, const QString& reason);
     int Count() const { return count; }
     bool IsEmpty() const { return count == 0; }
     bool IsFull() const { return kept.size() >= MostKept; }
 
-    /// Each as a sentence, in the order of the lines; with the name of a file before it unless that is empty.
+    /// One sentence each, in the order of the lines, after the name of the file if one is given.
     QStringList Texts(const QString& file = {}) const;
 
 private:

@@ -120,7 +120,7 @@ QStringList TableReader::ReadCells(const CsvRow& row)
     return reasons;
 }
 
-/// Fills what follows from other fields; returns what contradicts them.
+/// Sets derived values; returns given ones that contradict them.
 QStringList TableReader::CompleteRow()
 {
     QStringList reasons;

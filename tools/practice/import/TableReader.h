@@ -5,10 +5,10 @@
 
 namespace practice {
 
-/// Checks the rows of a CSV file against the rules of a table and hands on those that are good.
+/// Checks the rows of a CSV file against the rules of a table and passes valid ones to the target.
 ///
-/// The first row names the fields, in any order and case. MM and AA follow from the row's day; an empty Flag_H is 0.
-/// Rows without any value are passed over, as spreadsheets leave them at the end.
+/// The first row names the fields, in any order and case. MM and AA are taken from the date; an empty Flag_H becomes 0.
+/// Rows without any value, which spreadsheets leave at the end, are skipped.
 class TableReader {
 public:
     TableReader(const TableRule& rule, ImportTarget& destination, Problems& found)
@@ -17,9 +17,9 @@ public:
     }
 
     void Take(const CsvRow& row);
-    /// Whether there was a first row and all its names are fields.
+    /// Whether the first row was valid.
     bool HasFields() const { return hasFields; }
-    /// Notes a file without a first row.
+    /// To be called after the last row. An empty file is a problem.
     void End();
 
 private:
@@ -37,10 +37,10 @@ private:
     Problems& problems;
     bool hasHeader = false;
     bool hasFields = false;
-    std::vector<const FieldRule*> fields; ///< those of the columns, then those that follow from them
+    std::vector<const FieldRule*> fields; ///< of the columns, then derived ones
     std::size_t columns = 0;
-    std::vector<dao::Value> values; ///< of the row in hand, by field
-    std::size_t day = 0;            ///< places among the fields; their number for one that isn't there
+    std::vector<dao::Value> values; ///< of the current row, by field
+    std::size_t day = 0;            ///< positions in `fields`; its size if missing
     std::size_t month = 0;
     std::size_t year = 0;
     std::size_t archived = 0;

@@ -26,7 +26,7 @@ PracticeData::~PracticeData()
         dao::DBEngine.Idle(dao::RefreshCache);
         workspace.Close();
     } catch (const basic::RuntimeError&) {
-        // All rows are committed; the checkpoint can wait until the next opening.
+        // All rows are committed; the next opening makes the checkpoint.
     }
 }
 

@@ -4,10 +4,10 @@
 
 namespace practice {
 
-/// A practice opened as by the program: through its workgroup, with the workspace password.
+/// A practice that is opened the way the program does: through its workgroup, with the workspace password.
 class PracticeData {
 public:
-    /// Raises 76 when the folder is missing, 3028 or 3029 when the workgroup can't be opened, and the errors of
+    /// Raises 76 if the folder is missing, 3028 or 3029 if the workgroup can't be opened, and the errors of
     /// Workspace::OpenDatabase.
     explicit PracticeData(const QString& folder);
     ~PracticeData();

@@ -14,7 +14,7 @@
 namespace practice {
 namespace {
 
-/// All texts of a template that may have placeholders of textes.
+/// All texts of a template that may contain placeholders for fields of textes.
 QStringList TextsWithPlaces(const pages::Template& design)
 {
     QStringList texts{design.footer.left, design.footer.centre, design.footer.right};
@@ -27,7 +27,7 @@ QStringList TextsWithPlaces(const pages::Template& design)
     return texts;
 }
 
-/// The first line with the placeholder, from 1; 0 for none.
+/// The first line with the placeholder, from 1; 0 if there is none.
 int LineOf(const QString& file, const QString& place)
 {
     QFile text(file);
@@ -38,7 +38,7 @@ int LineOf(const QString& file, const QString& place)
     return at < 0 ? 0 : static_cast<int>(whole.first(at).count('\n')) + 1;
 }
 
-/// Placeholders of texts that the screen doesn't write for this report: they would print those of an earlier one.
+/// Placeholders of texts that no screen writes for this report: they would print the texts of an earlier report.
 QList<pages::Fault> FaultsOfUnwrittenTexts(const QString& file)
 {
     const QStringList written = data::ReportTextsOf(QFileInfo(file).fileName());
@@ -70,7 +70,7 @@ QStringList CheckReportTemplate(const QString& file)
     if (!place.isValid())
         throw basic::RuntimeError::Described(basic::Error::PathAccess, "Le dossier temporaire ne peut pas être créé.");
     const QString database = place.filePath(data::DatabaseFile);
-    // The field added when a practice is first opened.
+    // The first opening adds the field Mt2.
     dao::CreateDatabase(database, data::Schema() + "\nALTER TABLE Prov ADD COLUMN Mt2 REAL DEFAULT 0;");
 
     QStringList mistakes;
