@@ -26,18 +26,19 @@ if(ZEP_FUZZ)
     target_link_options(zep_options INTERFACE -fsanitize=address,undefined)
 endif()
 
-# zep_module(NAME PATH USES module... LINKS target... SOURCES file...): the library of the module in src/PATH.
+# zep_module(NAME PATH USES module... LINKS target... SOURCES file...): the library of the module in the current folder,
+# whose headers are included as "PATH/Header.h".
 #
 # A module only sees its own headers and those of the modules in USES: each module has its own include folder, so a
 # forbidden include doesn't compile.
 function(zep_module name path)
     cmake_parse_arguments(MODULE "" "" "USES;LINKS;PRIVATE_LINKS;SOURCES" ${ARGN})
     add_library(${name} STATIC ${MODULE_SOURCES})
-    set(doorway ${CMAKE_BINARY_DIR}/doorways/${name})
+    set(includes ${CMAKE_BINARY_DIR}/includes/${name})
     cmake_path(GET path PARENT_PATH parent)
-    file(MAKE_DIRECTORY ${doorway}/${parent})
-    file(CREATE_LINK ${CMAKE_SOURCE_DIR}/src/${path} ${doorway}/${path} SYMBOLIC)
-    target_include_directories(${name} PUBLIC ${doorway})
+    file(MAKE_DIRECTORY ${includes}/${parent})
+    file(CREATE_LINK ${CMAKE_CURRENT_SOURCE_DIR} ${includes}/${path} SYMBOLIC)
+    target_include_directories(${name} PUBLIC ${includes})
     target_link_libraries(${name} PUBLIC zep_options ${MODULE_LINKS} PRIVATE ${MODULE_USES} ${MODULE_PRIVATE_LINKS})
 endfunction()
 

@@ -7,7 +7,7 @@
 #include "platform/host/Files.h"
 #include "platform/store/DatabaseReader.h"
 #include "platform/store/FileWork.h"
-#include "practice/CashDays.h"
+#include "practice/copies/CashDays.h"
 #include "support/Floor.h"
 #include "support/Measure.h"
 

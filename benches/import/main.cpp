@@ -6,7 +6,7 @@
 #include "data/Practice.h"
 #include "import/LockWatch.h"
 #include "platform/host/Files.h"
-#include "practice/Import.h"
+#include "practice/import/Import.h"
 #include "support/Floor.h"
 #include "support/Measure.h"
 

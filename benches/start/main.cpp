@@ -14,7 +14,7 @@
 #include "platform/forms/QtDesk.h"
 #include "platform/forms/Style.h"
 #include "platform/host/Host.h"
-#include "practice/Demo.h"
+#include "practice/demo/Demo.h"
 #include "support/Floor.h"
 #include "support/Measure.h"
 #include "support/OpenPractice.h"

@@ -3,7 +3,7 @@
 #include "faults/SmallDisk.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/store/DatabaseReader.h"
-#include "practice/Import.h"
+#include "practice/import/Import.h"
 #include "support/ChildProcess.h"
 #include "support/DeadlyWrites.h"
 #include "support/FolderInMemory.h"

@@ -1,5 +1,5 @@
 #include "data/Practice.h"
-#include "practice/Check.h"
+#include "practice/check/Check.h"
 #include "support/ChildProcess.h"
 #include "support/DeadlyWrites.h"
 #include "support/FolderInMemory.h"

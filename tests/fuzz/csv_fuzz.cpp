@@ -3,8 +3,8 @@
 #include "fuzz/Fuzz.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/store/StoredValue.h"
-#include "practice/CsvFile.h"
-#include "practice/FieldRules.h"
+#include "practice/fields/FieldValues.h"
+#include "practice/import/CsvFile.h"
 
 #include <QBuffer>
 #include <cmath>
@@ -63,6 +63,8 @@ store::ColumnType ColumnOf(practice::FieldKind kind)
     case Reference:
         return store::ColumnType::Whole;
     case Code:
+    case Month:
+    case Year:
         return store::ColumnType::Small;
     case Date:
         return store::ColumnType::Date;
@@ -90,7 +92,8 @@ void CheckValue(practice::FieldKind kind, const QString& text)
 void CheckCell(const QString& cell)
 {
     using enum practice::FieldKind;
-    for (const practice::FieldKind kind : {Key, Reference, Text, Date, Time, Amount, Code, ActType})
+    for (const practice::FieldKind kind :
+         {Key, Reference, Text, Date, DayText, Month, Year, Time, Amount, Code, ActType})
         CheckValue(kind, cell.trimmed());
 }
 

@@ -13,13 +13,8 @@ struct Spoilt {
 constexpr Spoilt Values[] = {
     {"update Actes set montant = 'douze' where num = 2",
      "  ERREUR : Actes : montant n'est pas un nombre (1 ligne, num 2 : « douze »)"},
-    {"update Actes set montant = x'3132'",
-     "  ERREUR : Actes : montant n'est pas un nombre (3 lignes, num 1 : données binaires, 2 : données binaires, 3 : "
-     "données binaires)"},
     {"update Actes set montant = 9e999 where num = 2",
      "  ERREUR : Actes : montant infini ou démesuré (1 ligne, num 2 : infini)"},
-    {"update Actes set montant = -1e300 where num = 2",
-     "  ERREUR : Actes : montant infini ou démesuré (1 ligne, num 2 : -1E+300)"},
     {"update Actes set montant = null where num = 2", "  ERREUR : Actes : montant sans valeur (1 ligne, num 2)"},
     {"update Actes set Date = '17/06/2008' where num = 2",
      "  ERREUR : Actes : Date n'est pas une date aaaa-mm-jj (1 ligne, num 2 : « 17/06/2008 »)"},
@@ -28,10 +23,7 @@ constexpr Spoilt Values[] = {
      "  ERREUR : Actes : date_Presta n'est pas une date aaaa-mm-jj (1 ligne, num 2 : « 2008-02-30 »)"},
     {"update Actes set date_Presta = '2008-06-17 00:00' where num = 2",
      "  ERREUR : Actes : date_Presta n'est pas une date aaaa-mm-jj (1 ligne, num 2 : « 2008-06-17 00:00 »)"},
-    {"update Actes set date_Presta = 39616 where num = 2",
-     "  ERREUR : Actes : date_Presta n'est pas une date aaaa-mm-jj (1 ligne, num 2 : 39616)"},
     {"update Actes set MM = 7 where num = 2", "  ERREUR : Actes : MM différent du mois de Date (1 ligne, num 2 : 7)"},
-    {"update Actes set MM = null where num = 2", "  ERREUR : Actes : MM différent du mois de Date (1 ligne, num 2)"},
     {"update Actes set AA = 8 where num = 2",
      "  ERREUR : Actes : AA différent de l'année de Date (1 ligne, num 2 : 8)"},
     {"update Actes set HH = 10 where num = 2",
@@ -41,63 +33,41 @@ constexpr Spoilt Values[] = {
     {"update Actes set HH = null where num = 2", "  ERREUR : Actes : HH sans valeur (1 ligne, num 2)"},
     {"update Actes set flag_R = 6 where num = 2",
      "  ERREUR : Actes : flag_R hors de l'intervalle 0 à 5 (1 ligne, num 2 : 6)"},
-    {"update Actes set flag_R = -1 where num = 2",
-     "  ERREUR : Actes : flag_R hors de l'intervalle 0 à 5 (1 ligne, num 2 : -1)"},
     {"update Actes set flag_R = null where num = 2", "  ERREUR : Actes : flag_R sans valeur (1 ligne, num 2)"},
     {"update Actes set Flag_H = 32768 where num = 2",
      "  ERREUR : Actes : Flag_H hors de l'intervalle -32768 à 32767 (1 ligne, num 2 : 32768)"},
     {"update Actes set Type = 'K31' where num = 2", "  ERREUR : Actes : Type inconnu (1 ligne, num 2 : « K31 »)"},
-    {"update Actes set Type = 'c' where num = 2", "  ERREUR : Actes : Type inconnu (1 ligne, num 2 : « c »)"},
     {"update Actes set Heure = x'00' where num = 2",
      "  ERREUR : Actes : Heure n'est pas un texte (1 ligne, num 2 : données binaires)"},
     {"update Actes set num_patient = 3 where num = 2",
      "  Remarque : Actes : num_patient sans ligne dans Patients (1 ligne, num 2 : 3)"},
     {"update Actes set num_presta = 3 where num = 2",
      "  Remarque : Actes : num_presta sans ligne dans Presta (1 ligne, num 2 : 3)"},
-    {"update Actes set num_presta = 3000000000 where num = 2",
-     "  ERREUR : Actes : num_presta hors de l'intervalle -2147483648 à 2147483647 (1 ligne, num 2 : 3000000000)"},
     {"update Patients set num = 3000000000 where num = 2; update Actes set num_patient = 1 where num = 2",
      "  ERREUR : Patients : num hors de l'intervalle -2147483648 à 2147483647 (1 ligne, num 3000000000 : 3000000000)"},
-    {"update Patients set Naiss = '31/01/50' where num = 1",
-     "  ERREUR : Patients : Naiss n'est pas une date aaaa-mm-jj (1 ligne, num 1 : « 31/01/50 »)"},
     {"update Plani set HH = null", "  ERREUR : Plani : HH sans valeur (1 ligne, num 1)"},
+    {"update Plani set Num_Presta = null", "  ERREUR : Plani : Num_Presta sans valeur (1 ligne, num 1)"},
     {"update Plani set date = '0008-06-18'",
      "  ERREUR : Plani : date n'est pas une date aaaa-mm-jj (1 ligne, num 1 : « 0008-06-18 »)"},
-    {"update Plani set Num_Presta = null", "  ERREUR : Plani : Num_Presta sans valeur (1 ligne, num 1)"},
-    {"update Plani set num_patient = 7",
-     "  Remarque : Plani : num_patient sans ligne dans Patients (1 ligne, num 1 : 7)"},
     {"update Actes_suppr set flag_R = 6",
      "  ERREUR : Actes_suppr : flag_R hors de l'intervalle 0 à 5 (1 ligne, num 9 : 6)"},
-    {"update Actes_suppr set Date_Suppr = 'hier'",
-     "  ERREUR : Actes_suppr : Date_Suppr n'est pas une date aaaa-mm-jj (1 ligne, num 9 : « hier »)"},
     {"update Recettes set montant = null", "  ERREUR : Recettes : montant sans valeur (1 ligne, num 1)"},
-    {"update Recettes set montant = '1,5'",
-     "  ERREUR : Recettes : montant n'est pas un nombre (1 ligne, num 1 : « 1,5 »)"},
-    {"update Recettes set Date = '16/06/2008'",
-     "  ERREUR : Recettes : Date n'est pas une date aaaa-mm-jj (1 ligne, num 1 : « 16/06/2008 »)"},
     {"update Recettes set Date = null", "  ERREUR : Recettes : Date sans valeur (1 ligne, num 1)"},
     {"update Recettes set MM = 5.5", "  ERREUR : Recettes : MM différent du mois de Date (1 ligne, num 1 : 5.5)"},
-    {"update Recettes set objet = null", "  ERREUR : Recettes : objet sans valeur (1 ligne, num 1)"},
-    {"update Recettes set objet = x'41'",
-     "  ERREUR : Recettes : objet n'est pas un texte (1 ligne, num 1 : données binaires)"},
-    {"update Presta set denom = ' ' where num = 2", "  ERREUR : Presta : denom sans valeur (1 ligne, num 2 : «   »)"},
-    {"update Presta set Ordre = null where num = 2", "  ERREUR : Presta : Ordre sans valeur (1 ligne, num 2)"},
-    {"update Presta set Ordre = -1 where num = 2", "  ERREUR : Presta : Ordre négatif (1 ligne, num 2 : -1)"},
-    {"update Presta set prix = null where num = 2", "  ERREUR : Presta : prix sans valeur (1 ligne, num 2)"},
+    {"update Recettes set objet = null", "  Remarque : Recettes : objet sans valeur (1 ligne, num 1)"},
+    {"update Presta set denom = ' ' where num = 2", "  Remarque : Presta : denom sans valeur (1 ligne, num 2 : «   »)"},
+    {"update Presta set Ordre = null where num = 2", "  Remarque : Presta : Ordre sans valeur (1 ligne, num 2)"},
+    {"update Presta set prix = null where num = 2", "  Remarque : Presta : prix sans valeur (1 ligne, num 2)"},
     {"update Permn set Charge9 = 'cent'", "  ERREUR : Permn : Charge9 n'est pas un nombre (1 ligne, « cent »)"},
     {"update Permn set Date = '2008-06-17'",
      "  ERREUR : Permn : Date n'est pas une date jj/mm/aaaa (1 ligne, « 2008-06-17 »)"},
     {"update Permn set Date = '31/02/2008'",
      "  ERREUR : Permn : Date n'est pas une date jj/mm/aaaa (1 ligne, « 31/02/2008 »)"},
     {"update Tarif set K1 = 40000", "  ERREUR : Tarif : K1 hors de l'intervalle -32768 à 32767 (1 ligne, 40000)"},
-    {"update textes set ch4 = x'41'", "  ERREUR : textes : ch4 n'est pas un texte (1 ligne, données binaires)"},
 };
 
 constexpr Spoilt Tables[] = {
     {"delete from textes", "  ERREUR : textes : aucune ligne au lieu d'une."},
-    {"insert into textes default values", "  ERREUR : textes : 2 lignes au lieu d'une."},
-    {"delete from Permn", "  ERREUR : Permn : aucune ligne au lieu d'une."},
-    {"insert into Permn default values", "  ERREUR : Permn : 2 lignes au lieu d'une."},
     {"delete from Tarif", "  Remarque : Tarif : aucune ligne, l'écran des tarifs la fera."},
     {"insert into Tarif default values", "  ERREUR : Tarif : 2 lignes au lieu d'une."},
     {"alter table Tarif drop column K30", "  ERREUR : Tarif : 31 champs au lieu de 32."},
@@ -114,8 +84,6 @@ constexpr Spoilt Tables[] = {
      "Agence, RIB."},
     {"alter table Prov add column Mt3 REAL", "  ERREUR : Prov : le champ Mt2 est absent."},
     {"drop index Actes_Mois", "  ERREUR : L'index Actes_Mois est absent."},
-    {"drop index Actes_Mois; create index Actes_Mois on Actes (AA, num_presta, MM)",
-     "  ERREUR : L'index Actes_Mois porte sur Actes (AA, num_presta, MM) au lieu de Actes (AA, MM, num_presta)."},
     {"drop index Actes_Mois; create index Actes_Mois on Actes (AA, MM desc, num_presta collate nocase)",
      "  ERREUR : L'index Actes_Mois porte sur Actes (AA, MM desc, num_presta nocase) au lieu de Actes (AA, MM, "
      "num_presta)."},
@@ -137,10 +105,9 @@ constexpr const char* Legal[] = {
     "update Actes set num = -4 where num = 3",
     "update Patients set Sexe = null, Naiss = null, Flag_H = -1",
     "update Permn set Date = '', nbre = 99, RC = null, Charge1 = null",
-    "update Permn set Date = '29/02/2008'",
     "update Tarif set C = null, K0 = -5",
-    "update Presta set prix = 0, Ordre = 0",
-    "update Recettes set objet = '', montant = -3",
+    "update Presta set prix = 0, Ordre = -1",
+    "update Recettes set montant = -3",
     "alter table Prov add column Mt2 REAL DEFAULT 0",
     "create table Divers (a)",
     "insert into Prov (num, Mt) values ('x', 'y')",
@@ -207,12 +174,15 @@ TEST_F(PracticeCheck, NamesADamagedIndexAndADamagedTable)
               QStringList({"  ERREUR : L'index Recettes_Date ne correspond plus à sa table : « practice repair » le "
                            "reconstruit.",
                            "  ERREUR : Recettes : montant de num 1 vaut 99, et 120.5 dans l'index Recettes_Date."}));
-    SpoilTable();
-    Run("update Presta set Ordre = null where num = 2");
-    const QStringList found = Check();
-    ASSERT_GE(found.size(), 2);
-    EXPECT_TRUE(found.first().startsWith("  ERREUR : La table Actes ou un de ses index est endommagé ("));
-    EXPECT_TRUE(found.contains("  ERREUR : Presta : Ordre sans valeur (1 ligne, num 2)"));
+    sound = Bytes(File());
+    for (const bool isReadable : {false, true}) {
+        SpoilTable("Recettes", isReadable);
+        Run("update Presta set Ordre = 1.5 where num = 2");
+        const QStringList found = Check();
+        EXPECT_TRUE(found.first().startsWith("  ERREUR : La table Recettes ou un de ses index est endommagé ("));
+        EXPECT_TRUE(found.contains("  ERREUR : Presta : Ordre n'est pas un nombre entier (1 ligne, num 2 : 1.5)"));
+        EXPECT_EQ(found.filter("practice repair"), QStringList()) << "which can't mend a table";
+    }
 }
 
 TEST_F(PracticeCheck, NamesMissingAndDamagedFiles)

@@ -2,38 +2,39 @@
 
 #include "data/Practice.h"
 
-TEST(PracticeCommand, ShowsItsUsageForInvalidArguments)
+TEST(PracticeCommand, NamesInvalidArguments)
 {
-    const QStringList nonsense[] = {
-        {},
-        {"vendre"},
-        {"new"},
-        {"new", "x"},
-        {"new", "x", "--code", "douze", "--letterhead", "a"},
-        {"new", "x", "--code", "12", "--letterhead", "a", "--language", "en"},
-        {"demo", "x", "--acts", "-5"},
-        {"demo", "x", "--until", "hier"},
-        {"demo", "x", "--until", "31/02/2024"},
-        {"demo", "x", "--acts"},
-        {"demo", "x", "--actes", "5"},
-        {"demo", ""},
-        {"new", "x", "--code", "", "--letterhead", "a"},
-        {"new", "x", "--code", "12"},
-        {"demo", "x", "y"},
-        {"import", "x", "Patients"},
-        {"check"},
-        {"repair"},
+    const struct {
+        QStringList typed;
+        const char* reason;
+    } rows[] = {
+        {{}, "il faut une commande"},
+        {{"vendre"}, "commande inconnue : « vendre »"},
+        {{"demo", "x", "--acte", "5"}, "option inconnue : --acte"},
+        {{"demo", "x", "--acts"}, "il manque une valeur après --acts"},
+        {{"demo", "x", "--acts", "3", "--acts", "4"}, "--acts est donnée deux fois"},
+        {{"demo", "x", "--acts", "--seed", "3"}, "il manque une valeur après --acts"},
+        {{"demo", "x", "--until", "31/02/2024"}, "valeur incorrecte « 31/02/2024 » pour --until"},
+        {{"demo", ""}, "DOSSIER est vide"},
+        {{"new", "x", "--code", "2"}, "il manque l'option --letterhead"},
+        {{"new", "x", "--code", "2", "--letterhead"}, "il manque une valeur après --letterhead"},
+        {{"import", "x", "Patients"}, "il manque FICHIER"},
+        {{"new", "x", "--code", "12", "--letterhead", "a", "--language", "en"}, "« en » pour --language"},
+        {{"demo", "x", "--acts", "-5"}, "valeur incorrecte « -5 » pour --acts"},
+        {{"check", "x", "y"}, "argument en trop : « y »"},
     };
-    for (const QStringList& arguments : nonsense) {
-        const CommandRun run(arguments);
-        EXPECT_EQ(run.code, 2) << arguments.join(' ').toStdString();
-        EXPECT_TRUE(run.errors.contains("Utilisation :")) << arguments.join(' ').toStdString();
-        EXPECT_EQ(run.output, "");
+    for (const auto& row : rows) {
+        const CommandRun run(row.typed);
+        EXPECT_EQ(run.code, 2) << row.reason;
+        EXPECT_TRUE(run.errors.startsWith("practice : ") && run.errors.contains(row.reason))
+            << row.reason << "\n"
+            << run.errors.toStdString();
+        const bool isCommand = run.errors.contains("Utilisation :\n  practice " + row.typed.value(0) + " ");
+        EXPECT_TRUE(isCommand || (run.errors.count('\n') == 1 && run.errors.contains("practice --help")));
     }
-    EXPECT_TRUE(CommandRun({"demo", "x", "--acts", "-5"}).errors.contains("--acts"));
-    EXPECT_TRUE(CommandRun({"new", "x", "--letterhead", "a"}).errors.contains("--code"));
     EXPECT_FALSE(QFile::exists("x"));
-    EXPECT_EQ(CommandRun({"demo", "--help"}).code, 0);
+    EXPECT_TRUE(CommandRun({"new", "--help"}).output.contains("--letterhead"));
+    EXPECT_FALSE(CommandRun({"new", "--help"}).output.contains("--acts")) << "of another command";
 }
 
 TEST(PracticeCommand, NewStoresHalfTheCodeAndTheLetterhead)

@@ -71,7 +71,6 @@ TEST_F(Copies, AreComparedDayByDay)
 {
     EXPECT_EQ(DaysAfter("select 1"), SameDays);
     EXPECT_EQ(DaysAfter("update Patients set nom = 'Saïdi' where num = 1"), SameDays);
-    EXPECT_EQ(DaysAfter("delete from Presta where num = 2"), SameDays);
     EXPECT_EQ(DaysAfter("update Actes set flag_R = 2"), SameDays) << "what isn't cash";
     EXPECT_EQ(DaysAfter("update Actes set montant = 900 where num = 3"), SameDays) << "the day of the copy";
     EXPECT_EQ(DaysAfter("update Actes set montant = 800.004 where num = 1"), SameDays) << "to the cent";

@@ -1,6 +1,6 @@
 #include "platform/dao/Engine.h"
 #include "platform/store/DatabaseReader.h"
-#include "practice/FieldRules.h"
+#include "practice/fields/FieldRules.h"
 #include "tools/PracticeCommand.h"
 
 namespace {
@@ -12,22 +12,18 @@ QByteArray Cell(const dao::Field& field)
 }
 
 /// All rows of a table as a CSV file.
-QByteArray Exported(const dao::Database& database, const practice::TableRule& table)
+QByteArray Exported(const QString& folder, const practice::TableRule& table)
 {
+    const practice::PracticeData data(folder);
     QByteArray text;
     for (const practice::FieldRule& field : table.fields)
         text += (text.isEmpty() ? "" : ",") + QByteArray(field.name);
-    for (dao::Recordset rows = database.OpenRecordset(table.name); !rows.IsEOF(); rows.MoveNext()) {
+    for (dao::Recordset rows = data.Database().OpenRecordset(table.name); !rows.IsEOF(); rows.MoveNext()) {
         text += "\n";
         for (const practice::FieldRule& field : table.fields)
             text += (text.endsWith('\n') ? "" : ",") + Cell(rows[field.name]);
     }
     return text + "\n";
-}
-
-QByteArray Exported(const QString& folder, const practice::TableRule& table)
-{
-    return Exported(practice::PracticeData(folder).Database(), table);
 }
 
 /// A practice and a folder of CSV files beside it.

@@ -116,33 +116,3 @@ TEST(Set, ChangesOnlyWhatIsGiven)
     EXPECT_EQ(CommandRun({"set", practice.Folder() + "/ARCHIVES", "--code", "8"}).code, 1);
     EXPECT_EQ(BytesOf(path), last);
 }
-
-TEST(PracticeCommand, NamesInvalidArguments)
-{
-    const struct {
-        QStringList typed;
-        const char* reason;
-    } rows[] = {
-        {{"vendre"}, "commande inconnue : « vendre »"},
-        {{"demo", "x", "--acte", "5"}, "option inconnue : --acte"},
-        {{"demo", "x", "--acts"}, "il manque une valeur après --acts"},
-        {{"demo", "x", "--acts", "3", "--acts", "4"}, "--acts est donnée deux fois"},
-        {{"demo", "x", "--acts", "--seed", "3"}, "il manque une valeur après --acts"},
-        {{"demo", "x", "--until", "31/02/2024"}, "valeur incorrecte « 31/02/2024 » pour --until"},
-        {{"demo", ""}, "DOSSIER est vide"},
-        {{"new", "x", "--code", "", "--letterhead", "a"}, "valeur incorrecte «  » pour --code"},
-        {{"new", "x", "--code", "2"}, "il manque l'option --letterhead"},
-        {{"new", "x", "--code", "2", "--letterhead"}, "il manque une valeur après --letterhead"},
-        {{"import", "x", "Patients"}, "il manque FICHIER"},
-        {{"check", "x", "y"}, "argument en trop : « y »"},
-    };
-    for (const auto& row : rows) {
-        const CommandRun run(row.typed);
-        EXPECT_EQ(run.code, 2) << row.reason;
-        EXPECT_TRUE(run.errors.startsWith("practice : ") && run.errors.contains(row.reason))
-            << row.reason << "\n"
-            << run.errors.toStdString();
-    }
-    EXPECT_TRUE(CommandRun({"new", "--help"}).output.contains("--letterhead"));
-    EXPECT_FALSE(CommandRun({"new", "--help"}).output.contains("--acts")) << "of another command";
-}

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "practice/CommandLine.h"
-#include "practice/PracticeData.h"
+#include "practice/commands/CommandLine.h"
+#include "practice/opening/PracticeData.h"
 #include "support/Printing.h"
 
 #include <QDir>

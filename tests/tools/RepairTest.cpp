@@ -1,4 +1,4 @@
-#include "practice/Repair.h"
+#include "practice/check/Repair.h"
 
 #include "tools/SmallOffice.h"
 
@@ -153,7 +153,7 @@ TEST_F(PracticeRepair, SavesNothingInAFileThatStaysDamaged)
     Spoil("update Recettes set MM = 1");
     sound = Bytes(File());
     for (const bool isReadable : {false, true}) {
-        SpoilTable(isReadable);
+        SpoilTable("Actes", isReadable);
         const QByteArray before = Bytes(File());
         const CommandRun run({"repair", Folder()});
         EXPECT_EQ(run.code, 1);

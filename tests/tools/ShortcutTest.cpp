@@ -1,4 +1,4 @@
-#include "practice/DesktopEntry.h"
+#include "practice/commands/DesktopEntry.h"
 #include "tools/PracticeCommand.h"
 
 #include <QDir>

@@ -74,13 +74,14 @@ protected:
         Run("drop table kept");
     }
 
-    /// Damages the head of the first page of the acts: past reading, or so that only a check of the pages shows it.
-    void SpoilTable(bool isReadable = false) const
+    /// Damages the head of a table's first page: past reading, or so that only a check of the pages shows it.
+    void SpoilTable(const QString& table, bool isReadable) const
     {
         MakeSound();
         QByteArray bytes = sound;
         constexpr int pageSize = 4096;
-        const int page = (Answer("select rootpage from sqlite_schema where name = 'Actes'").toInt() - 1) * pageSize;
+        const QString root = "select rootpage from sqlite_schema where name = '" + table + "'";
+        const int page = (Answer(qPrintable(root)).toInt() - 1) * pageSize;
         constexpr int fragmentedBytes = 7;
         if (isReadable)
             bytes[page + fragmentedBytes] = 5;

@@ -1,4 +1,4 @@
-#include "practice/CommandLine.h"
+#include "practice/commands/CommandLine.h"
 
 #include <QCoreApplication>
 #include <cstdio>

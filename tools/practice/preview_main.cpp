@@ -9,7 +9,7 @@
 #include "platform/pages/TemplateCheck.h"
 #include "platform/paper/PagePainter.h"
 #include "platform/paper/PdfFile.h"
-#include "practice/Command.h"
+#include "practice/commands/Streams.h"
 
 #include <QDir>
 #include <QGuiApplication>
@@ -68,7 +68,7 @@ int WriteReport(const QString& database, const QString& file, const QString& pdf
 int main(int argc, char** argv)
 {
     qputenv("QT_QPA_PLATFORM", "offscreen");
-    QLoggingCategory::setFilterRules("default.warning=false"); // the toolkit's, about a desktop that isn't there
+    QLoggingCategory::setFilterRules("default.warning=false"); // Qt's, about the missing desktop
     const QGuiApplication application(argc, argv);
     QGuiApplication::setApplicationName("ZEP Lumo");
     QTextStream input(stdin);

@@ -6,7 +6,7 @@
 
 namespace tour {
 
-/// An expense is entered, changed and deleted; then a period is chosen.
+/// Enters, changes and deletes an expense, then chooses a period.
 void VisitExpenses(TourDesk& desk, core::Form1& main);
 
 } // namespace tour

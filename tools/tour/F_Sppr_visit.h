@@ -6,7 +6,7 @@
 
 namespace tour {
 
-/// The deleted acts of a day, and their report.
+/// Shows the deleted acts of a day and prints their report.
 void VisitDeletedActs(TourDesk& desk, core::Form1& main);
 
 } // namespace tour

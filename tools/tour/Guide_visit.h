@@ -8,7 +8,7 @@ namespace tour {
 
 class TourDesk;
 
-/// Opens the guide by F1 and takes a picture of each of its pages, the whole of it.
+/// Opens the guide with F1 and saves a picture of each whole page.
 void VisitGuide(TourDesk& desk, core::Form1& main);
 
 } // namespace tour

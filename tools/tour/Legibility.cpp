@@ -18,7 +18,7 @@ namespace tour {
 namespace {
 
 constexpr double TextContrast = 4.5;
-constexpr double IconContrast = 3; // also of disabled texts
+constexpr double IconContrast = 3; // for disabled texts too
 
 QString NameOf(const QWidget& widget)
 {
@@ -35,7 +35,7 @@ bool IsCut(const QLabel& label)
 {
     const QRect room = label.contentsRect();
     if (label.text().isEmpty() || label.textFormat() == Qt::RichText ||
-        qobject_cast<const forms::FigureLabel*>(&label) != nullptr) // reduced until it fits
+        qobject_cast<const forms::FigureLabel*>(&label) != nullptr) // shrinks its font until it fits
         return false;
     if (label.wordWrap())
         return label.heightForWidth(label.width()) > label.height();
@@ -65,7 +65,7 @@ bool IsCut(const QTabBar& tabs)
     return tabs.count() > 0 && (first.left() < 0 || last.right() >= tabs.width());
 }
 
-/// A heading that is in view and wider than its column.
+/// Whether a visible heading is wider than its column.
 bool IsCut(const QHeaderView& header)
 {
     for (int section = 0; section < header.count(); ++section) {
@@ -93,7 +93,7 @@ bool IsCut(const QWidget& widget)
     return false;
 }
 
-/// In a viewport, a widget may lie outside: the user scrolls to it.
+/// Whether the widget is in a scroll area, where it may be out of view.
 bool IsScrolled(const QWidget& widget)
 {
     const auto* area = qobject_cast<const QAbstractScrollArea*>(widget.parentWidget()->parentWidget());
@@ -105,7 +105,7 @@ bool IsOutside(const QWidget& widget)
     return !IsScrolled(widget) && !widget.parentWidget()->rect().contains(widget.geometry());
 }
 
-/// The contrast of the most distant colour with the most frequent one in this part of a picture.
+/// The highest contrast of any colour in this part of a picture with its most frequent colour.
 double ContrastIn(const QImage& picture, const QRect& part)
 {
     QHash<QRgb, int> counts;
@@ -122,7 +122,7 @@ double ContrastIn(const QImage& picture, const QRect& part)
     return most;
 }
 
-/// The least contrast of what the widget shows; 0 if it shows nothing to read.
+/// The minimum contrast required for the widget's contents; 0 if it shows nothing to read.
 double NeededContrast(const QWidget& widget)
 {
     const double ofText = widget.isEnabled() ? TextContrast : IconContrast;
@@ -135,7 +135,7 @@ double NeededContrast(const QWidget& widget)
     return 0;
 }
 
-/// Another control lies over its centre: a panel opened over it.
+/// Whether another control, such as an open panel, covers its centre.
 bool IsCovered(const QWidget& widget, const QWidget& window)
 {
     const QWidget* top = window.childAt(widget.mapTo(&window, widget.rect().center()));
@@ -145,7 +145,7 @@ bool IsCovered(const QWidget& widget, const QWidget& window)
 bool IsFaint(const QWidget& widget, const QWidget& window, const QImage& picture)
 {
     const double needed = NeededContrast(widget);
-    const bool whole = widget.visibleRegion().boundingRect() == widget.rect(); // not half scrolled away
+    const bool whole = widget.visibleRegion().boundingRect() == widget.rect(); // fully in view
     if (needed == 0 || !whole || IsCovered(widget, window))
         return false;
     const double scale = picture.devicePixelRatio();

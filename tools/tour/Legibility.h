@@ -7,10 +7,10 @@ class QWidget;
 
 namespace tour {
 
-/// What a user can't read or reach on a window, one sentence for each: cut texts, controls outside their container, and
-/// inks too close to their background. `picture` is the window as it was grabbed.
+/// The faults of a window, one sentence each: cut texts, controls outside their container, too little contrast.
+/// `picture` is a grab of the window.
 ///
-/// Left out: what a user has typed and cells of tables, which are elided or reduced on purpose.
+/// Typed text and table cells aren't checked: they are elided or shrunk on purpose.
 QStringList IllegibleParts(const QWidget& window, const QImage& picture);
 
 } // namespace tour

@@ -29,7 +29,7 @@ void ChooseDayAndMonth(TourDesk& desk, Planning& board)
     desk.TakePicture(board, "Planning-mois");
 }
 
-/// Goes to a unit with appointments, on the board's day or an earlier one.
+/// Selects a unit with appointments, going back in days until there is one.
 void FindAppointments(Planning& board)
 {
     constexpr int mostDays = 31;

@@ -17,7 +17,7 @@ namespace tour {
 
 namespace {
 
-/// A picture name without characters that file systems refuse.
+/// The name without characters that file systems don't allow.
 QString FileName(int number, const QString& name)
 {
     return QStringLiteral("%1-%2.png").arg(number, 2, 10, QLatin1Char('0')).arg(name);
@@ -47,7 +47,7 @@ void TourDesk::AtEnd(std::function<void()> lastLook)
 
 void TourDesk::TakePicture(QWidget& window, const QString& name)
 {
-    for (int round = 0; round < 2; ++round) // the window follows contents that have grown in the first
+    for (int round = 0; round < 2; ++round) // the second round resizes the window to contents that grew in the first
         QApplication::processEvents();
     const QRect frame = window.frameGeometry();
     const QRect room = window.screen()->availableGeometry();
@@ -108,7 +108,7 @@ void TourDesk::ShowModal(forms::Form& form)
 
 void TourDesk::PlayWhenShown(forms::Form& form, const std::function<void(forms::Form&)>& visit)
 {
-    constexpr int patience = 10; // milliseconds; a screen that is loading may show another one first
+    constexpr int patience = 10; // milliseconds; a loading screen may show another one first
     QTimer::singleShot(patience, &form, [this, &form, visit] {
         if (!form.isVisible())
             return PlayWhenShown(form, visit);

@@ -22,12 +22,12 @@ public:
     /// Called when the program ends.
     void AtEnd(std::function<void()> look);
 
-    /// Saves a picture of the window as "03-name.png", numbered in the order of the visit. Parts that can't be read, or
-    /// are off the screen, are printed; with any, the tour ends with exit code 1 when the program ends.
+    /// Saves a picture of the window as "03-name.png", numbered in sequence. Prints parts that are illegible or off the
+    /// screen, with which the tour ends with exit code 1.
     void TakePicture(QWidget& window, const QString& name);
-    /// The same for a window made larger than the screen on purpose.
+    /// The same for a window that is larger than the screen on purpose.
     void TakeLongPicture(QWidget& window, const QString& name);
-    /// Ends the tour with a reason unless `holds`.
+    /// Ends the tour with this reason unless `holds`.
     static void Require(bool holds, const QString& reason);
 
     forms::Answer Message(const QString& text, forms::Icon icon, const QString& title, forms::Buttons buttons) override;

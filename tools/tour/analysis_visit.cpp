@@ -38,7 +38,7 @@ void LookAtMonths(TourDesk& desk, core::Form1& main)
     main.Entry("mnu_mens")->trigger();
 }
 
-/// Enters charges, with a rent of `rent` dinars; existing charges are included in the total.
+/// Enters charges, among them `rent` dinars; existing ones stay in the total.
 void EnterCharges(TourDesk& desk, core::Form1& main, const char* rent)
 {
     desk.Visit([&desk, rent](forms::Form& form) {
@@ -71,7 +71,7 @@ void PrintResult(TourDesk& desk, Result& result, const QString& pdf)
     QTextStream(stdout) << "Résultat : " << pdf << Qt::endl;
 }
 
-/// The result of the month up to today; printed.
+/// Shows and prints the result of the month up to today.
 void ShowMonth(TourDesk& desk, core::Form1& main, const QString& name, const QString& pdf)
 {
     desk.Visit([&desk, name, pdf](forms::Form& form) {
@@ -96,7 +96,7 @@ void ShowMonth(TourDesk& desk, core::Form1& main, const QString& name, const QSt
     main.Entry("mnu_resultat")->trigger();
 }
 
-/// The loss of today, in French.
+/// Shows the loss of today, with French texts.
 void ShowLoss(TourDesk& desk, core::Form1& main)
 {
     desk.Visit([&desk](forms::Form& form) {

@@ -6,8 +6,8 @@
 
 namespace tour {
 
-/// Looks at two months, enters charges, and prints the result of a month, which is looked at in Arabic as well. The
-/// reports go to `pictures` as PDF.
+/// Shows two months, enters charges, prints the result of a month and shows it in Arabic too. Saves the reports in
+/// `pictures` as PDF.
 void VisitAnalysis(TourDesk& desk, core::Form1& main, const QString& pictures);
 
 } // namespace tour

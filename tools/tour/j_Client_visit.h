@@ -6,7 +6,7 @@
 
 namespace tour {
 
-/// Searches for patients by name; returns from the results to the criteria.
+/// Searches for patients by name and returns from the results to the criteria.
 void VisitPatients(TourDesk& desk, core::Form1& main);
 
 } // namespace tour

@@ -96,7 +96,7 @@ public:
     }
 
 private:
-    /// A damaged database, whose copy is offered and taken at the opening.
+    /// Opens a damaged database and accepts the offered copy.
     void DamageThePractice()
     {
         constexpr int pageBytes = 4096;
@@ -129,7 +129,7 @@ private:
         desk.TakePicture(main, "Form1-cabinet");
     }
 
-    /// "Today" is the last day with an act to settle.
+    /// Fixes today to the last day with an act to settle.
     static void ChooseToday()
     {
         dao::Recordset pending = core::TheDatabase.OpenRecordset(
@@ -139,7 +139,7 @@ private:
         host::FixToday(basic::DateValue(pending["date"].Text()));
     }
 
-    /// The identifiers and the printers, which have no menu entry.
+    /// Shows the identifiers and the printers, which have no menu entry.
     void ShowWhatHasNoEntry()
     {
         const auto show = [this](forms::Form& screen, const QString& name) {
@@ -226,7 +226,7 @@ private:
         main.Entry("mnu_Inst")->trigger();
     }
 
-    /// "1 sur 3" for the days since the last actualisation; the day sheet closes at the end as well.
+    /// Runs "1 sur 3" for the days since the last actualisation, which closes the day sheet too.
     void ThinTheActs()
     {
         desk.Visit([this](forms::Form& form) {

@@ -1,0 +1,54 @@
+#include "platform/store/Marks.h"
+
+#include <QRandomGenerator>
+
+namespace store {
+
+void CreateMarks(sqlite3* database)
+{
+    RunOnce(database, "create table if not exists \"ZEP marks\" (num INTEGER PRIMARY KEY, mark INTEGER NOT NULL)");
+}
+
+bool HasMarks(sqlite3* database)
+{
+    return WholeAnswer(database, "select count(*) from sqlite_schema where type='table' and name='ZEP marks'") != 0;
+}
+
+CommitMark AddMark(sqlite3* database)
+{
+    CommitMark mark;
+    mark.random = qint64(QRandomGenerator::global()->generate64());
+    Statement addition(database, "insert into \"ZEP marks\" (mark) values (?) returning num");
+    addition.Bind(1, mark.random);
+    addition.Step();
+    mark.number = addition.WholeAt(0);
+    addition.Run();
+    return mark;
+}
+
+CommitMark NewestMark(sqlite3* database)
+{
+    if (!HasMarks(database))
+        return {};
+    Statement newest(database, "select num, mark from \"ZEP marks\" order by num desc limit 1");
+    return newest.Step() ? CommitMark{newest.WholeAt(0), newest.WholeAt(1)} : CommitMark();
+}
+
+bool HasMark(sqlite3* database, const CommitMark& mark)
+{
+    if (mark == CommitMark())
+        return true;
+    if (!HasMarks(database))
+        return false;
+    Statement found(database, "select 1 from \"ZEP marks\" where num=? and mark=?");
+    found.Bind(1, mark.number);
+    found.Bind(2, mark.random);
+    return found.Step();
+}
+
+void DeleteOldMarks(sqlite3* database)
+{
+    RunOnce(database, "delete from \"ZEP marks\" where num <= (select max(num) from \"ZEP marks\") - 5000");
+}
+
+} // namespace store

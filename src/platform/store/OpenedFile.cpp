@@ -1,0 +1,124 @@
+#include "platform/store/OpenedFile.h"
+
+#include "platform/store/Errors.h"
+#include "platform/store/FileHeader.h"
+#include "platform/store/Hardened.h"
+
+#include <QDateTime>
+#include <QThread>
+
+namespace store {
+namespace {
+
+/// Times of files are no finer than a tick of the system's clock: a file written later within it looks the same.
+constexpr qint64 TickOfFileTimes = 20'000'000; // nanoseconds
+
+qint64 Now()
+{
+    return QDateTime::currentMSecsSinceEpoch() * 1'000'000;
+}
+
+/// The newest mark in the file itself, without its log.
+CommitMark NewestMarkInFile(const QString& path)
+{
+    return NewestMark(OpenHardened(path, Access::Immutable).get());
+}
+
+} // namespace
+
+OpenedFile::OpenedFile(sqlite3* opened, const QString& openedPath) : database(opened), path(openedPath)
+{
+    NoteOpened(path);
+    identity = IdentityOf(path);
+    hasMarks = HasMarks(database);
+    if (!hasMarks)
+        return;
+    commitsOfOthers = CommitsOfOthers();
+    known = NewestMark(database);
+    checkpointed = NewestMarkInFile(path);
+}
+
+OpenedFile::~OpenedFile()
+{
+    NoteClosed(path);
+}
+
+void OpenedFile::AddMark()
+{
+    if (hasMarks)
+        added = store::AddMark(database);
+}
+
+void OpenedFile::Committed()
+{
+    if (hasMarks)
+        known = added;
+}
+
+void OpenedFile::Checkpointed() noexcept
+{
+    try {
+        if (hasMarks)
+            checkpointed = NewestMarkInFile(path);
+    } catch (const RuntimeError&) {
+        // The mark of an earlier checkpoint still holds.
+    }
+}
+
+qint64 OpenedFile::CommitsOfOthers() const
+{
+    return WholeAnswer(database, "pragma data_version");
+}
+
+bool OpenedFile::IsInPlace()
+{
+    constexpr int mostTries = 500;
+    constexpr int tries = 3;  // of a file that nobody is writing
+    constexpr int pause = 10; // ms
+    for (int attempt = 1;; ++attempt) {
+        const qint64 now = Now();
+        const FileIdentity present = IdentityOf(path);
+        if (!present.IsSameFile(identity))
+            return false;
+        const bool isUnchanged = present == identity && present.changed < lookedAt - TickOfFileTimes;
+        if (!hasMarks || isUnchanged)
+            return true;
+        if (ContainsWhatIsKnown()) {
+            identity = present;
+            lookedAt = now;
+            return true;
+        }
+        // Another program may be in the middle of a checkpoint.
+        if (attempt >= mostTries || (attempt >= tries && IdentityOf(path) == present))
+            return false;
+        QThread::msleep(pause);
+    }
+}
+
+/// Reads the file with and without its log, by connections that have nothing cached.
+bool OpenedFile::ContainsWhatIsKnown()
+{
+    try {
+        const SqliteHandle alone = OpenHardened(path, Access::Immutable);
+        const SqliteHandle withLog = OpenHardened(path, Access::Read);
+        FileHeader header;
+        const CommitMark newestAlone = NewestMark(alone.get());
+        const CommitMark newest = NewestMark(withLog.get());
+        const qint64 commits = CommitsOfOthers();
+        const bool isKnown = ReadHeader(alone.get(), header) && !header.IsInRollbackMode() &&
+                             HasMark(alone.get(), checkpointed) &&  // no older copy
+                             HasMark(withLog.get(), newestAlone) && // nothing that wasn't committed through the log
+                             HasMark(withLog.get(), known) &&       // every commit that this program knows of
+                             (newest == known || commits != commitsOfOthers); // a newer one is another program's
+        if (!isKnown)
+            return false;
+        known = newest;
+        checkpointed = newestAlone;
+        commitsOfOthers = commits;
+        return true;
+    } catch (const RuntimeError&) {
+        return false;
+    }
+}
+
+} // namespace store

@@ -1,0 +1,145 @@
+#include "practice/import/TableReader.h"
+
+#include "platform/basic/Dates.h"
+#include "practice/fields/FieldValues.h"
+
+#include <algorithm>
+
+namespace practice {
+namespace {
+
+QString KnownFields(const TableRule& table)
+{
+    QStringList names;
+    for (const FieldRule& field : table.fields)
+        names << field.name;
+    return names.join(", ");
+}
+
+} // namespace
+
+void TableReader::Take(const CsvRow& row)
+{
+    if (!hasHeader)
+        TakeHeader(row);
+    else if (hasFields)
+        TakeRow(row);
+}
+
+void TableReader::End()
+{
+    if (!hasHeader)
+        Refuse(0, "Le fichier est vide : la première ligne doit nommer les champs.");
+}
+
+void TableReader::TakeHeader(const CsvRow& row)
+{
+    hasHeader = true;
+    const int earlier = problems.Count();
+    for (const QString& cell : row.cells) {
+        const QString name = cell.trimmed();
+        const int position = table.Find(name);
+        const FieldRule* const field = position < 0 ? nullptr : &table.fields[static_cast<std::size_t>(position)];
+        if (field == nullptr)
+            Refuse(row.line, QString("le champ « %1 » n'existe pas dans %2. Champs : %3")
+                                 .arg(name, QString(table.name), KnownFields(table)));
+        else if (std::ranges::find(fields, field) != fields.end())
+            Refuse(row.line, QString("le champ %1 est nommé deux fois").arg(field->name));
+        else
+            fields.push_back(field);
+    }
+    columns = fields.size();
+    RequireFields(row.line);
+    hasFields = problems.Count() == earlier;
+    if (!hasFields)
+        return;
+    AddDerivedFields();
+    QStringList names;
+    for (const FieldRule* field : fields)
+        names << field->name;
+    target.Begin(names);
+}
+
+void TableReader::RequireFields(qint64 line)
+{
+    for (const FieldRule& field : table.fields) {
+        if (field.missing == Missing::Fault && std::ranges::find(fields, &field) == fields.end())
+            Refuse(line, QString("le champ %1 manque").arg(field.name));
+    }
+}
+
+void TableReader::AddDerivedFields()
+{
+    for (const FieldRule& field : table.fields) {
+        const bool isDerived = field.kind == FieldKind::Month || field.kind == FieldKind::Year;
+        if (isDerived && std::ranges::find(fields, &field) == fields.end())
+            fields.push_back(&field);
+    }
+    values.resize(fields.size());
+    day = Place("Date");
+    month = Place("MM");
+    year = Place("AA");
+    archived = Place("Flag_H");
+}
+
+std::size_t TableReader::Place(const char* field) const
+{
+    const auto place =
+        std::ranges::find_if(fields, [field](const FieldRule* each) { return qstricmp(each->name, field) == 0; });
+    return static_cast<std::size_t>(place - fields.begin());
+}
+
+void TableReader::TakeRow(const CsvRow& row)
+{
+    if (std::ranges::all_of(row.cells, [](const QString& cell) { return QStringView(cell).trimmed().isEmpty(); }))
+        return;
+    if (static_cast<std::size_t>(row.cells.size()) != columns) {
+        Refuse(row.line, QString("%1 valeurs au lieu de %2").arg(row.cells.size()).arg(columns));
+        return;
+    }
+    QStringList reasons = ReadCells(row);
+    if (reasons.isEmpty())
+        reasons = CompleteRow();
+    if (reasons.isEmpty()) {
+        if (const QString reason = target.Add(values, row.line); !reason.isEmpty())
+            reasons << reason;
+    }
+    if (!reasons.isEmpty())
+        Refuse(row.line, reasons.join(" ; "));
+}
+
+QStringList TableReader::ReadCells(const CsvRow& row)
+{
+    QStringList reasons;
+    for (std::size_t column = 0; column < columns; ++column) {
+        ReadValue read = ReadField(*fields[column], row.cells[static_cast<qsizetype>(column)].trimmed());
+        values[column] = std::move(read.value);
+        if (!read.problem.isEmpty())
+            reasons << QString("%1 : %2").arg(fields[column]->name, read.problem);
+    }
+    return reasons;
+}
+
+/// Sets derived values; returns given ones that contradict them.
+QStringList TableReader::CompleteRow()
+{
+    QStringList reasons;
+    const auto follow = [&](std::size_t field, int number) {
+        const bool isGiven = field < columns && !values[field].IsNull();
+        if (isGiven && values[field].Long() != number)
+            reasons
+                << QString("%1 : %2 ne correspond pas à la date").arg(fields[field]->name).arg(values[field].Long());
+        values[field] = number;
+    };
+    if (month < fields.size()) {
+        const QDate date = basic::DateValue(values[day].Text());
+        follow(month, date.month());
+        if (year < fields.size())
+            follow(year, date.year());
+    }
+    if (archived < fields.size() && values[archived].IsNull())
+        values[archived] = 0;
+    return reasons;
+}
+
+} // namespace practice
