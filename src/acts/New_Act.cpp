@@ -180,7 +180,6 @@ void New_Act::ShowDay()
         return;
     }
     ClearDaySheet();
-    List1.clear();
     MsgBox("Aucune activité enregistrée le " + DayLabel.text(), Icon::Critical, "Lumo_ZEP");
 }
 
@@ -193,15 +192,14 @@ bool New_Act::DayHasActs()
 
 void New_Act::ClearDaySheet()
 {
-    Grid1.ClearToOneRow();
-    Grid2.ClearToOneRow();
+    Services.Clear();
+    List1.Clear();
+    Statuses.Clear();
     for (int total = RecentSum; total <= WholeSum; ++total) {
         LT[total].setText("");
         Label4[total].setText("");
     }
-    RecentCount = ArchivedCount = ListedCount = 0;
     SheetRecent = SheetArchived = SheetTotal = 0;
-    TogglesPending = false;
 }
 
 /// An act added later is listed at the next fill, so it must be in the writable set by then.
@@ -216,28 +214,23 @@ void New_Act::FillDaySheet()
     ClearDaySheet();
     OpenRecords();
     const dao::ReadTransaction oneLock(TheDatabase);
-    ServiceRow = 0;
-    ActRow = 0;
-    List1.clear();
     QueryText = "Select * from Presta order by ordre";
     PrestaList = TheDatabase.OpenRecordset(QueryText);
-    ServiceRows = 0;
     for (; !PrestaList.IsEOF(); PrestaList.MoveNext()) {
         AddServiceRow();
         AddServiceActs();
-        ++ServiceRows;
     }
     Grid1.SelectRow(0);
-    if (!List1.isEmpty())
+    if (!List1.IsEmpty())
         Grid2.SelectRow(0);
-    ShowActTotals();
+    Statuses.ShowCounts(LT, Str);
     ShowServiceTotals();
 }
 
 void New_Act::AddServiceRow()
 {
     const QString ofService = "# and num_presta = " + QString::number(PrestaList["num"].Key());
-    const int row = TakeRow(Grid1, ServiceRow);
+    const int row = Services.Add(PrestaList["num"].Key());
     Grid1.SetText(row, Unit, " " + TextOrNothing(PrestaList["denom"]));
 
     QueryText = "select count(num) as S1 from Actes where date =#" + DayDateUS + ofService;
@@ -262,7 +255,7 @@ void New_Act::AddServiceActs()
 
 void New_Act::AddAct()
 {
-    const int row = TakeRow(Grid2, ActRow);
+    const int row = List1.Add(ServiceActs["num"].Key());
     Grid2.SetText(row, ActUnit, " " + TextOrNothing(PrestaList["denom"]));
     if (!ServiceActs["num_patient"].IsNull() && FindKey(PatientsRS, ServiceActs["num_patient"].Key()))
         Grid2.SetText(row, Patient,
@@ -272,16 +265,13 @@ void New_Act::AddAct()
     Grid2.SetText(row, Hour, LineOf(List_HH, ServiceActs["HH"]));
     Grid2.SetText(row, Type, TextOrNothing(ServiceActs["Type"]));
     Grid2.SetText(row, PayCode, LineOf(List_R, ServiceActs["flag_R"]));
-    const bool archived = !ServiceActs["Flag_H"].IsNull() && ServiceActs["Flag_H"].Long() == 1;
-    Grid2.SetText(row, archived ? IsArchived : IsRecent, "OUI");
-    ++(archived ? ArchivedCount : RecentCount);
-    List1 << ServiceActs["num"].Key();
+    Statuses.Show(row, ServiceActs["Flag_H"]);
 }
 
 void New_Act::ShowServiceTotals()
 {
     // Summed from the grid, where an empty cell counts as 0.
-    for (int row = 0; row < ServiceRows; ++row) {
+    for (int row = 0; row < Services.Count(); ++row) {
         const Int16 all = CountIn(Grid1, row, Total);
         const Int16 recent = CountIn(Grid1, row, Recent);
         SheetTotal += all;

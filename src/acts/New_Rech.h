@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/basic/Int16.h"
+#include "core/KeyedList.h"
 #include "platform/dao/Recordset.h"
 #include "platform/forms/ControlArray.h"
 #include "platform/forms/Controls.h"
@@ -64,10 +64,8 @@ private:
 
     forms::Panel criteria{"PCriteres"};
     QString NomText, PrenomText; ///< the typed names, then as patterns between quotes
-    basic::Int16 GridRow;        ///< row last clicked
-    basic::Int16 NextRow;        ///< next free row of Grid2
     dao::Recordset CardResult, ResultSet;
-    dao::KeyList List1; ///< patient on each row of Grid2
+    core::KeyedList List1{Grid2}; ///< the patients found
 };
 
 } // namespace acts

@@ -146,7 +146,7 @@ void Mens_Act::ShowMonthAfter()
 
 void Mens_Act::ClearMonth()
 {
-    Grid1.ClearToOneRow();
+    Services.Clear();
     for (int column = Recent; column <= All; ++column)
         Label4[column].setText("");
     TotalRecent = TotalArchived = TotalAll = 0;
@@ -159,7 +159,6 @@ void Mens_Act::RefreshMonth()
     QueryText = "Select * from Presta order by ordre";
     UnitRecords = TheDatabase.OpenRecordset(QueryText);
     const Hourglass pointer;
-    RowCount = 0;
     for (; !UnitRecords.IsEOF(); UnitRecords.MoveNext())
         FillUnitRow();
     Grid1.SetRow(0);
@@ -169,7 +168,7 @@ void Mens_Act::RefreshMonth()
 
 void Mens_Act::FillUnitRow()
 {
-    const int row = TakeRow(Grid1, RowCount);
+    const int row = Services.Add(UnitRecords["num"].Key());
     Grid1.SetText(row, Unit, " " + TextOrNothing(UnitRecords["denom"]));
     if (const int all = CountActs(""); all > 0)
         Grid1.SetText(row, All, PlainText(all));
@@ -192,7 +191,7 @@ int Mens_Act::CountActs(const QString& condition)
 void Mens_Act::ShowTotals()
 {
     // Summed from the grid, where an empty cell counts as 0.
-    for (int row = 0; row < RowCount; ++row) {
+    for (int row = 0; row < Services.Count(); ++row) {
         const Int16 all = RoundToInt(Val(Grid1.Text(row, All)));
         const Int16 recent = RoundToInt(Val(Grid1.Text(row, Recent)));
         TotalAll += all;

@@ -161,8 +161,7 @@ void Recettes::keyPressEvent(QKeyEvent* event)
 
 void Recettes::Grid1_Click()
 {
-    JournalRow = Grid1.Row();
-    Grid1.SelectRow(JournalRow);
+    Grid1.SelectRow(Grid1.Row());
 }
 
 void Recettes::Grid2_Click()

@@ -3,10 +3,11 @@
 #include "cash/ActLists.h"
 #include "cash/CodeTally.h"
 #include "cash/Valuation.h"
+#include "core/KeyedList.h"
 #include "core/NameLookup.h"
 #include "core/PeriodChooser.h"
+#include "core/ServiceList.h"
 #include "core/printing.h"
-#include "platform/basic/Int16.h"
 #include "platform/dao/Recordset.h"
 #include "platform/forms/Bulle.h"
 #include "platform/forms/ControlArray.h"
@@ -33,7 +34,7 @@ public:
     core::PeriodChooser Dates;         ///< SSTab2: the day or period to analyse
     enum Tab { RecapTab, CodesTab, DetailTab };
     forms::TabStrip SSTab1{"SSTab1"};
-    enum RecapColumn { Unit = ServiceColumn::Name, Count, Received, Theoretical };
+    enum RecapColumn { Unit = core::ServiceColumn::Name, Count, Received, Theoretical };
     forms::Grid Grid1; ///< "Récap 1": the services
     forms::FigureLabel ActsTotal{"Label1(3)"};
     forms::FigureLabel ReceivedTotal{"Label1(2)"};     ///< of all acts, including those without a row in Grid2
@@ -129,9 +130,6 @@ private:
         Values; ///< of the acts in Grid2; an act without a code takes the one before it, across services and fills
     QString FromDateUS; ///< chosen bounds as mm/dd/yyyy
     QString ToDateUS;
-    basic::Int16 JournalRow; ///< current row of Grid1, index into LRecap
-    basic::Int16 RecapRow;   ///< next free row of Grid1
-    int DetailRow = 0;       ///< next free row of Grid2
     int PeriodActs = 0;
     double PeriodReceived = 0; ///< dinars, like all below
     double PeriodTheoretical = 0;
@@ -143,8 +141,8 @@ private:
     dao::Recordset PatientLookup, ActsByNum, TariffRecord;
     dao::Recordset ServiceRecords, ServiceTotals, DetailActs;
 
-    dao::KeyList LRecap; ///< service on each row of Grid1
-    dao::KeyList List1;  ///< act on each row of Grid2
+    core::KeyedList LRecap{Grid1}; ///< the services
+    core::KeyedList List1{Grid2};  ///< the acts of the detail
     QStringList List_R, List_HH;
     /// Shows the hourglass while set. A period refused for its order leaves it set until the next fill or print, or
     /// until the screen closes.

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/basic/Int16.h"
+#include "core/KeyedList.h"
 #include "platform/dao/Recordset.h"
 #include "platform/forms/Bulle.h"
 #include "platform/forms/ControlArray.h"
@@ -85,8 +85,7 @@ private:
     dao::Recordset ServiceRecords; ///< in their order
     bool IsNew = false; ///< saving adds a row. Never reset: a modification after a new service adds one as well
     bool OrderDirty = false;
-    basic::Int16 CurrentRow; ///< of Grid1, index into List1
-    dao::KeyList List1;      ///< service on each row of Grid1
+    core::KeyedList List1{Grid1}; ///< the services, in the order of the list
 };
 
 } // namespace catalogue

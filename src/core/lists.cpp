@@ -4,7 +4,6 @@
 #include "platform/basic/RuntimeError.h"
 #include "platform/forms/Controls.h"
 #include "platform/forms/Desk.h"
-#include "platform/forms/Grid.h"
 
 namespace PaymentCode = data::PaymentCode;
 
@@ -66,15 +65,6 @@ QString ListLine(const QStringList& list, int line)
     if (line < 0 || line >= list.size())
         throw basic::RuntimeError(basic::Error::IndexOutOfRange);
     return list[line];
-}
-
-int TakeRow(forms::Grid& grid, basic::Int16& nextRow)
-{
-    const int row = nextRow;
-    if (row > grid.Rows() - 1)
-        grid.AppendRow();
-    ++nextRow;
-    return row;
 }
 
 bool FindKey(dao::Recordset& lookup, dao::Key key)

@@ -1,13 +1,11 @@
 #pragma once
 
-#include "platform/basic/Int16.h"
 #include "platform/dao/Recordset.h"
 
 #include <QStringList>
 
 namespace forms {
 class ComboBox;
-class Grid;
 } // namespace forms
 
 namespace core {
@@ -25,9 +23,6 @@ QString PayCodeTips();
 
 /// A line of a list; raises 9 outside it: an unknown code is a data error.
 QString ListLine(const QStringList& list, int line);
-
-/// The row number `nextRow`, appended to the grid if needed; increments `nextRow`. Raises 6 past row 32,766.
-int TakeRow(forms::Grid& grid, basic::Int16& nextRow);
 
 /// Moves to the row with this key by one look-up. False, without moving, if there is none; the set may be empty.
 bool FindKey(dao::Recordset& lookup, dao::Key key);

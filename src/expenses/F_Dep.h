@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/KeyedList.h"
 #include "core/PeriodChooser.h"
 #include "expenses/EntryPanel.h"
 #include "platform/dao/Recordset.h"
@@ -68,10 +69,9 @@ private:
 
     dao::Recordset ListRecordset; ///< the last selection; also used for edits
     bool EntryIsNew = false;
-    basic::Int16 SelectedRow; ///< row of Grid1 last clicked, index into List1
-    dao::Key SelectedNum = 0; ///< expense being changed
-    int ChangedRow = 0;       ///< row of SelectedNum, whatever row is clicked meanwhile
-    dao::KeyList List1;       ///< expense on each row of Grid1
+    dao::Key SelectedNum = 0;                               ///< expense being changed
+    int ChangedRow = 0;                                     ///< row of SelectedNum, whatever row is clicked meanwhile
+    core::KeyedList List1{Grid1, core::KeyedList::NoLimit}; ///< the expenses listed
 };
 
 } // namespace expenses
