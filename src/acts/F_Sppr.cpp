@@ -159,14 +159,13 @@ bool F_Sppr::SelectDeletedDate()
         MsgBox("Date incorrecte");
         return false;
     }
-    ChosenDateUS = QueryDate(day);
-    QueryText = "select * from Actes_Suppr where date_suppr =#" + ChosenDateUS + "# order by Date_Suppr";
-    DateSet = TheDatabase.OpenRecordset(QueryText);
-    if (DateSet.RecordCount() == 0) {
+    QueryText = "select * from Actes_Suppr where date_suppr =#" + QueryDate(day) + "# order by Date_Suppr";
+    dao::Recordset ofDay = TheDatabase.OpenRecordset(QueryText);
+    if (ofDay.RecordCount() == 0) {
         MsgBox("Aucun acte supprimé", Icon::Information, "Lumo ZEP");
         return false;
     }
-    JournalSet = DateSet;
+    JournalSet = ofDay;
     SSPanel1.SetCaption("Actes supprimés le " + day);
     return true;
 }

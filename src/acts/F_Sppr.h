@@ -59,9 +59,7 @@ private:
     void ListLine(core::NameLookup& services, core::NameLookup& patients);
 
     dao::Recordset JournalSet;              ///< what is listed
-    dao::Recordset DateSet;                 ///< lines of the chosen day; replaces JournalSet
     dao::Recordset PrestaByNum, PatientsRS; ///< for looking up names
-    QString ChosenDateUS;                   ///< the chosen day as mm/dd/yyyy
     core::KeyedList List1{Grid1};           ///< the journal lines listed
     report::Report Report1;
 };

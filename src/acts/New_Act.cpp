@@ -77,7 +77,6 @@ void New_Act::Form_Load()
 
 void New_Act::LoadLookupLists()
 {
-    FillPayLists(List_R, List_HH);
     PermnTable.MoveFirst();
     CardDisplay = TextOrNothing(PermnTable["RC"]).trimmed();
     SSOption2[CardDisplay == "OUI" ? LimitedDisplay : FullDisplay].setChecked(true);
@@ -103,10 +102,9 @@ void New_Act::Image1_Click(int index)
     case Toggle:
         return ToggleActArchive();
     case PickDay:
-        if (PickDateFromToday()) {
-            const QString chosen = PickedDate;
+        if (const auto chosen = PickDateFromToday()) {
             SaveActToggles();
-            DayLabel.setText(chosen);
+            DayLabel.setText(*chosen);
             ShowDay();
         }
         return;

@@ -2,6 +2,8 @@
 
 #include "acts/ArchiveColumns.h"
 #include "core/KeyedList.h"
+#include "core/lists.h"
+#include "data/PaymentCode.h"
 #include "platform/basic/Int16.h"
 #include "platform/dao/Recordset.h"
 #include "platform/forms/ControlArray.h"
@@ -99,7 +101,8 @@ private:
     core::KeyedList Services{Grid1};
     core::KeyedList List1{Grid2}; ///< the acts of the day
     ArchiveColumns Statuses{List1, IsRecent, IsArchived};
-    QStringList List_HH, List_R;
+    const QStringList List_R = data::PaymentCodes();
+    const QStringList List_HH = core::HourSlots();
 };
 
 } // namespace acts

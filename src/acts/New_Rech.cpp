@@ -130,13 +130,14 @@ void New_Rech::SearchNames()
 {
     if (Text2[LastName].text().trimmed().isEmpty() && Text2[FirstName].text().trimmed().isEmpty())
         return Refuse("Critères Omis", LastName);
-    if (!BuildPatientQuery())
+    const auto selection = BuildPatientQuery();
+    if (!selection)
         return;
-    FillResultGrid();
+    FillResultGrid(*selection);
     ShowResults();
 }
 
-bool New_Rech::BuildPatientQuery()
+std::optional<QString> New_Rech::BuildPatientQuery()
 {
     QueryText = "Select * from Patients";
     bool hasCondition = false;
@@ -144,8 +145,8 @@ bool New_Rech::BuildPatientQuery()
         QueryText += (hasCondition ? " and " : " where ") + condition;
         hasCondition = true;
     };
-    NomText = Text2[LastName].text().trimmed();
-    PrenomText = Text2[FirstName].text().trimmed();
+    QString NomText = Text2[LastName].text().trimmed();
+    QString PrenomText = Text2[FirstName].text().trimmed();
     if (!NomText.isEmpty()) {
         NomText = "'" + NomText + "*'";
         require("nom like " + NomText);
@@ -164,15 +165,16 @@ bool New_Rech::BuildPatientQuery()
     if (!found)
         Refuse("Aucun enregistrement selon ces critères", LastName);
     QueryText += " order by nom,prenom";
-    return found;
+    return found ? std::optional(QueryText) : std::nullopt;
 }
 
-void New_Rech::FillResultGrid()
+void New_Rech::FillResultGrid(const QString& selection)
 {
     const Hourglass pointer;
     List1.Clear();
     ResultSet.Close(); // otherwise opening the ordered set would make this one read all of its rows
     const dao::ReadTransaction oneState(TheDatabase);
+    QueryText = selection;
     ResultSet = TheDatabase.OpenRecordset(QueryText);
     for (; !ResultSet.IsEOF(); ResultSet.MoveNext())
         ListPatient();

@@ -12,7 +12,7 @@
 namespace acts {
 
 /// "Patients": a list in which patients are archived or restored by hand. The search opens first and shows its results
-/// on its own page. The list is empty until FillPatientGrid runs.
+/// on its own page. Nothing in the program calls FillPatientGrid, so the list stays empty.
 class j_Client : public forms::Form {
     Q_OBJECT
 public:

@@ -49,7 +49,7 @@ void Mens_Act::Form_Load()
     for (const QString& name : MonthNames)
         Combo1.addItem(name.trimmed());
     const QDate today = host::Today();
-    Label1[Month].Tag = DateText(today);
+    Label1[Month].Tag = DateText(today); // for automation: nothing in the program reads it
     MonthNumber = today.month();
     Combo1.SetListIndex(MonthNumber - 1);
     YearNumber = today.year();

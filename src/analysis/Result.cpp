@@ -118,10 +118,10 @@ void Result::ShowChosenDates(int acceptPicture)
     DateFromUS = period->FirstUS();
     DateToUS = period->LastUS();
     SSPanel1.SetCaption(Title(*period)); // also of a period that is refused next
-    PeriodDays = period->Days();
+    const Int16 days = period->Days();
     if (!Dates.IsInOrder(*period))
         return;
-    ShowCharges(PeriodDays * DayCharge, ChargesTitle(*period));
+    ShowCharges(days * DayCharge, ChargesTitle(*period));
     ShowResult();
 }
 

@@ -61,8 +61,7 @@ private:
 
     QString DateFromUS; ///< chosen bounds as mm/dd/yyyy
     QString DateToUS;
-    double DayCharge = 0;    ///< dinars, read when the screen opens
-    basic::Int16 PeriodDays; ///< both ends counted
+    double DayCharge = 0; ///< dinars, read when the screen opens
     basic::Int16 TotalActs;
     double TotalAmount = 0; ///< dinars
 

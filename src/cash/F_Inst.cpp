@@ -38,7 +38,7 @@ F_Inst::F_Inst()
 void F_Inst::Form_Load()
 {
     CenterForm(*this);
-    FillPayLists(List_R, List_HH, &SSPanel2.Code);
+    FillPayCodes(SSPanel2.Code);
     PatientLookup = TheDatabase.OpenRecordset("select * from Patients order by num");
     ServiceLookup = TheDatabase.OpenRecordset("select * from Presta order by num");
     Dates.SetToday();

@@ -4,6 +4,7 @@
 #include "cash/CorrectionPanel.h"
 #include "core/KeyedList.h"
 #include "core/PeriodChooser.h"
+#include "data/PaymentCode.h"
 #include "platform/dao/Recordset.h"
 #include "platform/forms/Bulle.h"
 #include "platform/forms/ControlArray.h"
@@ -63,14 +64,14 @@ private:
 
     QString FromDateUS; ///< chosen bounds as mm/dd/yyyy
     QString ToDateUS;
-    int CorrectedRow = 0;     ///< row of the act being corrected, whatever row is clicked meanwhile
+    int CorrectedRow = 0;     ///< row of the act being corrected, even if another row is clicked meanwhile
     double RunningAmount = 0; ///< dinars
 
     dao::Recordset PatientLookup, ServiceLookup;
     dao::Recordset PendingActs;
 
     core::KeyedList List3{Grid3}; ///< the acts listed
-    QStringList List_R, List_HH;
+    const QStringList List_R = data::PaymentCodes();
     report::Report Report1;
 };
 

@@ -49,10 +49,10 @@ J_CAISSE::J_CAISSE()
 void J_CAISSE::Form_Load()
 {
     CenterForm(*this);
-    FillPayLists(List_R, List_HH, &SSPanel2.Code);
+    FillPayCodes(SSPanel2.Code);
     PatientLookup = TheDatabase.OpenRecordset("select * from Patients order by num");
     ServiceLookup = TheDatabase.OpenRecordset("select * from Presta order by num");
-    ShowCashDay();
+    ShowCashDay(PickedDate);
     SSTab1.setFocus();
 }
 
@@ -60,11 +60,12 @@ void J_CAISSE::Image1_Click(int index)
 {
     if (index == Quit)
         return Unload();
-    if (!PickDateFromToday())
+    const auto day = PickDateFromToday();
+    if (!day)
         return;
     if (SSPanel2.isVisibleTo(this)) // the act being corrected belongs to the day that is replaced
         SSPanel2.Image3_Click(CorrectionPanel::Cancel);
-    ShowCashDay();
+    ShowCashDay(*day);
 }
 
 void J_CAISSE::Image2_Click(int index)
@@ -114,11 +115,10 @@ void J_CAISSE::Grid3_DblClick()
     OpenCorrection();
 }
 
-void J_CAISSE::ShowCashDay()
+void J_CAISSE::ShowCashDay(const QString& day)
 {
-    SSPanel1.Tag = PickedDate;
-    CashDayName = LongDayName(SSPanel1.Tag);
-    SSPanel1.SetCaption("Mouvements de fonds du  " + CashDayName + " " + SSPanel1.Tag.trimmed());
+    SSPanel1.Tag = day;
+    SSPanel1.SetCaption("Mouvements de fonds du  " + LongDayName(day) + " " + day.trimmed());
 
     const Hourglass pointer;
     FillSettledActs();

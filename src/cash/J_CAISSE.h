@@ -4,6 +4,8 @@
 #include "cash/CorrectionPanel.h"
 #include "core/KeyedList.h"
 #include "core/ServiceList.h"
+#include "core/lists.h"
+#include "data/PaymentCode.h"
 #include "platform/basic/Int16.h"
 #include "platform/dao/Recordset.h"
 #include "platform/forms/Bulle.h"
@@ -16,7 +18,7 @@ namespace cash {
 
 /// "Caisse du Jour": opening balance, receipts, expenses and closing balance of one day, with the lists behind the
 /// figures. No balance is stored: every figure is recomputed, so correcting a past act changes that day's statement and
-/// all later ones. Money counts on the act's own `date`.
+/// all later ones. Money counts on the act's own `date`. Opens on the day in PickedDate.
 class J_CAISSE : public forms::Form {
     Q_OBJECT
 public:
@@ -50,8 +52,8 @@ public:
     forms::ControlArray<forms::Picture, 2, 1> Image1{"Image1"};
     forms::Bulle Bulle;
 
-    /// Shows the day in PickedDate.
-    void ShowCashDay();
+    /// Shows a day, given as dd/mm/yyyy.
+    void ShowCashDay(const QString& day);
     void FillSettledActs();
     void FillPendingActs();
     void FillDayExpenses();
@@ -86,8 +88,7 @@ private:
     void CloseCorrection();
     void PrintOrRefuse(const dao::KeyList& list, const QString& templateName);
 
-    QString CashDayUS;   ///< the shown day as mm/dd/yyyy
-    QString CashDayName; ///< long name of the weekday
+    QString CashDayUS; ///< the shown day as mm/dd/yyyy
     basic::Int16 ActsTotal;
     double ReceivedTotal = 0; ///< dinars
     double RunningAmount = 0; ///< dinars
@@ -100,7 +101,8 @@ private:
     core::KeyedList List2{Grid2}; ///< the settled acts
     core::KeyedList List3{Grid3}; ///< the pending acts
     core::KeyedList List4{Grid4}; ///< the expenses
-    QStringList List_R, List_HH;
+    const QStringList List_R = data::PaymentCodes();
+    const QStringList List_HH = core::HourSlots();
     report::Report Report1;
 };
 

@@ -73,10 +73,8 @@ void Recettes::Form_Load()
     SSPanel1.SetCaption("");
     SSTab1.setCurrentIndex(RecapTab);
     SetupJournalGrids();
-    FillPayLists(List_R, List_HH);
     OpenLookups();
-    TariffRecord = OpenTariffs();
-    Rates = ReadTariffs(TariffRecord);
+    Rates = ReadTariffs(OpenTariffs());
     Values = Valuation(Rates);
     ChooseDates();
 }

@@ -7,7 +7,9 @@
 #include "core/NameLookup.h"
 #include "core/PeriodChooser.h"
 #include "core/ServiceList.h"
+#include "core/lists.h"
 #include "core/printing.h"
+#include "data/PaymentCode.h"
 #include "platform/dao/Recordset.h"
 #include "platform/forms/Bulle.h"
 #include "platform/forms/ControlArray.h"
@@ -126,8 +128,8 @@ private:
 
     core::TariffRates Rates{}; ///< read when the screen opens
     CodeTally CodeCounts;
-    Valuation
-        Values; ///< of the acts in Grid2; an act without a code takes the one before it, across services and fills
+    /// Values the acts in Grid2. An act without a code takes the code of the act before it, across services and fills.
+    Valuation Values;
     QString FromDateUS; ///< chosen bounds as mm/dd/yyyy
     QString ToDateUS;
     int PeriodActs = 0;
@@ -138,14 +140,15 @@ private:
     double DetailReceived = 0;
     double DetailTheoretical = 0;
 
-    dao::Recordset PatientLookup, ActsByNum, TariffRecord;
+    dao::Recordset PatientLookup, ActsByNum;
     dao::Recordset ServiceRecords, ServiceTotals, DetailActs;
 
     core::KeyedList LRecap{Grid1}; ///< the services
     core::KeyedList List1{Grid2};  ///< the acts of the detail
-    QStringList List_R, List_HH;
-    /// Shows the hourglass while set. A period refused for its order leaves it set until the next fill or print, or
-    /// until the screen closes.
+    const QStringList List_R = data::PaymentCodes();
+    const QStringList List_HH = core::HourSlots();
+    /// Shows the hourglass while set. A period that ends before it starts leaves it set until the next fill or print,
+    /// or until the screen closes.
     std::optional<forms::Hourglass> Pointer;
     report::Report Report1;
 };

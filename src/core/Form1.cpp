@@ -149,7 +149,7 @@ void Form1::EndNow()
     TheDesk().EndProgram(ShutDown());
 }
 
-/// Closes the front window, then calls itself again for the next one once its caller has returned.
+/// Closes the front window and schedules itself for the next one, which is in front once this modal loop has returned.
 void Form1::CloseTopScreen()
 {
     QWidget* const front = QApplication::activeModalWidget();

@@ -39,17 +39,13 @@ QString PayCodeTips()
     return tips.join('\n');
 }
 
-void FillPayLists(QStringList& List_R, QStringList& List_HH, forms::ComboBox* codes)
+void FillPayCodes(forms::ComboBox& codes)
 {
-    List_R = data::PaymentCodes();
-    List_HH = HourSlots();
-    if (codes != nullptr) {
-        codes->clear();
-        codes->addItems(List_R);
-        for (int code = 0; code < codes->count(); ++code)
-            codes->setItemData(code, PayCodeTip(code), Qt::ToolTipRole);
-        codes->SetListIndex(0);
-    }
+    codes.clear();
+    codes.addItems(data::PaymentCodes());
+    for (int code = 0; code < codes.count(); ++code)
+        codes.setItemData(code, PayCodeTip(code), Qt::ToolTipRole);
+    codes.SetListIndex(0);
 }
 
 QStringList HourSlots()

@@ -108,25 +108,26 @@ void F_Dep::ListChosenDates(int acceptPicture)
         return;
     ConfigLines[FirstDate] = period->first;
     QString heading = "Dépenses du " + period->first;
-    QueryText = "select * from Recettes where date = #" + period->FirstUS() + "# order by num";
+    QString selection = "select * from Recettes where date = #" + period->FirstUS() + "# order by num";
     if (!period->isDay) {
         ConfigLines[LastDate] = period->last;
         heading += " au " + period->last;
-        QueryText = "select * from Recettes where date >=#" + period->FirstUS() + "# and date <=#" + period->LastUS() +
+        selection = "select * from Recettes where date >=#" + period->FirstUS() + "# and date <=#" + period->LastUS() +
                     "# order by date, num";
     }
     SSPanel1.SetCaption(heading); // also of a period that is refused next
     if (!Dates.IsInOrder(*period))
         return;
-    FillExpenses();
+    FillExpenses(selection);
     Browse();
 }
 
-void F_Dep::FillExpenses()
+void F_Dep::FillExpenses(const QString& selection)
 {
     const Hourglass pointer;
     List1.Clear();
     const dao::ReadTransaction oneState(TheDatabase);
+    QueryText = selection;
     ListRecordset = TheDatabase.OpenRecordset(QueryText);
     for (; !ListRecordset.IsEOF(); ListRecordset.MoveNext()) {
         const dao::Field object = ListRecordset["objet"];
