@@ -131,11 +131,11 @@ void F_Sppr::FillDeletedGrid()
     NameLookup services(PrestaByNum, {"denom"});
     NameLookup patients(PatientsRS, {"nom", "Prenom"});
     for (JournalSet.MoveFirst(); !JournalSet.IsEOF(); JournalSet.MoveNext())
-        ListLine(services, patients);
+        ListAct(services, patients);
     Grid1.SelectRow(0);
 }
 
-void F_Sppr::ListLine(NameLookup& services, NameLookup& patients)
+void F_Sppr::ListAct(NameLookup& services, NameLookup& patients)
 {
     const int row = List1.Add(JournalSet["num"].Key());
     Grid1.SetText(row, ActDate, TextOrNothing(JournalSet["Date"]));

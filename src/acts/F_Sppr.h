@@ -56,7 +56,7 @@ private:
     void BuildForm();
     void ChooseDate();
     void Browse();
-    void ListLine(core::NameLookup& services, core::NameLookup& patients);
+    void ListAct(core::NameLookup& services, core::NameLookup& patients);
 
     dao::Recordset JournalSet;              ///< what is listed
     dao::Recordset PrestaByNum, PatientsRS; ///< for looking up names

@@ -30,6 +30,11 @@ Int16 CountIn(const Grid& grid, int row, int column)
     return RoundToInt(Val(grid.Text(row, column)));
 }
 
+bool ConfirmsArchiving()
+{
+    return MsgBox("Confirmer archivage acte ('R-')", Icon::Question, "Attention", Buttons::YesNo) == Answer::Yes;
+}
+
 constexpr int UnitTwips = 1780;
 constexpr int CountTwips = 840;
 constexpr int StatusTwips = 580;
@@ -200,7 +205,7 @@ void New_Act::ClearDaySheet()
     SheetRecent = SheetArchived = SheetTotal = 0;
 }
 
-/// An act added later is listed at the next fill, so it must be in the writable set by then.
+/// Reopened at each fill: a new fill also lists acts added meanwhile, and ActesRS must contain them to save them.
 void New_Act::OpenRecords()
 {
     PatientsRS = TheDatabase.OpenRecordset("select * from Patients order by num");
@@ -284,6 +289,36 @@ void New_Act::ShowServiceTotals()
         Label4[ArchivedSum].setText(Str(SheetArchived));
     if (SheetTotal >= 1)
         Label4[WholeSum].setText(Str(SheetTotal));
+}
+
+// -- archiving
+
+void New_Act::ToggleActArchive()
+{
+    if (List1.IsEmpty())
+        return;
+    const int row = Grid2.Row();
+    if (Statuses.IsRecent(row) && Grid2.Text(row, PayCode).trimmed() == "R-" && !ConfirmsArchiving())
+        return;
+    Statuses.Toggle(row);
+    Statuses.ShowCounts(LT, Str);
+}
+
+void New_Act::SaveActToggles()
+{
+    Statuses.Save(ActesRS);
+}
+
+void New_Act::SaveCardDisplay()
+{
+    const QString wanted = SSOption2[LimitedDisplay].isChecked() ? "OUI" : "";
+    if (wanted == CardDisplay)
+        return;
+    PermnTable.MoveFirst();
+    PermnTable.Edit();
+    PermnTable["RC"] = wanted;
+    PermnTable.Update();
+    dao::DBEngine.Idle(dao::RefreshCache);
 }
 
 } // namespace acts

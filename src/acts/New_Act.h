@@ -95,8 +95,8 @@ private:
     dao::Recordset PrestaList;
     dao::Recordset DayCount;
     dao::Recordset ServiceActs;
-    dao::Recordset PatientsRS; ///< for looking up names; reopened at each fill, like ActesRS
-    dao::Recordset ActesRS;    ///< for saving the statuses; contains every listed act
+    dao::Recordset PatientsRS; ///< for looking up names; reopened at each fill
+    dao::Recordset ActesRS;    ///< for saving the statuses; reopened at each fill
 
     core::KeyedList Services{Grid1};
     core::KeyedList List1{Grid2}; ///< the acts of the day

@@ -20,7 +20,7 @@ namespace {
 constexpr int January = 1;
 constexpr int December = 12;
 constexpr int YearLength = 4;
-constexpr int FirstYearLeftBackwards = 2010; ///< stepping back stops at January of any earlier year
+constexpr int FirstYearWithStepBack = 2010; ///< in January of an earlier year, stepping back does nothing
 
 constexpr int UnitTwips = 1780;
 constexpr int CountTwips = 840;
@@ -121,7 +121,7 @@ void Mens_Act::ShowMonthBefore()
     if (MonthNumber > January) {
         --MonthNumber;
     } else {
-        if (Val(Text1.text()) < FirstYearLeftBackwards)
+        if (Val(Text1.text()) < FirstYearWithStepBack)
             return;
         MonthNumber = December;
         --YearNumber;

@@ -83,7 +83,7 @@ private:
     void DropRow();
 
     dao::Recordset ServiceRecords; ///< in their order
-    bool IsNew = false; ///< saving adds a row. Never reset: a modification after a new service adds one as well
+    bool IsNew = false; ///< saving adds a row; stays set, so that a modification after a new service adds a row too
     bool OrderDirty = false;
     core::KeyedList List1{Grid1}; ///< the services, in the order of the list
 };

@@ -31,7 +31,7 @@ extern dao::Recordset PrestaTable;
 extern dao::Recordset TextesTable;
 extern dao::Recordset PermnTable;
 
-extern QString QueryText;  ///< the last statement run by a screen, for inspection; handed over as an argument
+extern QString QueryText;  ///< the statement last run; routines take theirs as a parameter
 extern QString ReportName; ///< a template's file name during a print
 
 extern QSize InitialScreen; ///< the display size in pixels found at start
