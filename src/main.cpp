@@ -1,6 +1,8 @@
 #include "core/Form1.h"
+#include "guide/Guide.h"
 #include "menu.h"
 #include "platform/basic/Version.h"
+#include "platform/forms/Form.h"
 #include "platform/forms/Guard.h"
 #include "platform/forms/QtDesk.h"
 #include "platform/forms/Style.h"
@@ -25,6 +27,7 @@ int main(int argc, char* argv[])
 
     forms::QtDesk desk;
     forms::SetDesk(&desk);
+    forms::OnHelp(guide::ShowGuide);
 
     core::Form1 mainWindow(MenuScreens());
     forms::Guarded([&] { mainWindow.Load(); });

@@ -96,8 +96,7 @@ void F_Sppr::EscapePressed()
 
 void F_Sppr::Grid1_Click()
 {
-    CurrentRow = Grid1.Row();
-    Grid1.SelectRow(CurrentRow);
+    Grid1.SelectRow(Grid1.Row());
 }
 
 void F_Sppr::ChooseDate()
@@ -124,24 +123,21 @@ void F_Sppr::FillCodeList()
 
 void F_Sppr::FillDeletedGrid()
 {
-    Grid1.ClearToOneRow();
-    List1.clear();
-    CurrentRow = 0;
+    List1.Clear();
     if (JournalSet.RecordCount() == 0)
         return;
     const Hourglass pointer;
     const dao::ReadTransaction oneLock(TheDatabase);
     NameLookup services(PrestaByNum, {"denom"});
     NameLookup patients(PatientsRS, {"nom", "Prenom"});
-    NextRow = 0;
     for (JournalSet.MoveFirst(); !JournalSet.IsEOF(); JournalSet.MoveNext())
-        ListLine(services, patients);
+        ListAct(services, patients);
     Grid1.SelectRow(0);
 }
 
-void F_Sppr::ListLine(NameLookup& services, NameLookup& patients)
+void F_Sppr::ListAct(NameLookup& services, NameLookup& patients)
 {
-    const int row = TakeRow(Grid1, NextRow);
+    const int row = List1.Add(JournalSet["num"].Key());
     Grid1.SetText(row, ActDate, TextOrNothing(JournalSet["Date"]));
     Grid1.SetText(row, ActTime, TextOrNothing(JournalSet["Heure"]));
     Grid1.SetText(row, Unit, FoundName(services.Find(JournalSet["num_presta"]), 0));
@@ -153,7 +149,6 @@ void F_Sppr::ListLine(NameLookup& services, NameLookup& patients)
     Grid1.SetText(row, FirstName, FoundName(patient, 1));
     Grid1.SetText(row, RemovalDate, TextOrNothing(JournalSet["Date_Suppr"]));
     Grid1.SetText(row, RemovalTime, TextOrNothing(JournalSet["H_Suppr"]));
-    List1 << JournalSet["num"].Key();
 }
 
 bool F_Sppr::SelectDeletedDate()
@@ -164,51 +159,39 @@ bool F_Sppr::SelectDeletedDate()
         MsgBox("Date incorrecte");
         return false;
     }
-    ChosenDateUS = QueryDate(day);
-    QueryText = "select * from Actes_Suppr where date_suppr =#" + ChosenDateUS + "# order by Date_Suppr";
-    DateSet = TheDatabase.OpenRecordset(QueryText);
-    if (DateSet.RecordCount() == 0) {
+    QueryText = "select * from Actes_Suppr where date_suppr =#" + QueryDate(day) + "# order by Date_Suppr";
+    dao::Recordset ofDay = TheDatabase.OpenRecordset(QueryText);
+    if (ofDay.RecordCount() == 0) {
         MsgBox("Aucun acte supprimé", Icon::Information, "Lumo ZEP");
         return false;
     }
-    JournalSet = DateSet;
+    JournalSet = ofDay;
     SSPanel1.SetCaption("Actes supprimés le " + day);
     return true;
 }
 
 void F_Sppr::DeleteJournalLine()
 {
-    if (List1.isEmpty() || !ConfirmsDeletion(Str(CurrentRow + 1)))
+    const int row = Grid1.Row();
+    if (List1.IsEmpty() || !ConfirmsDeletion(Str(row + 1)))
         return;
-    const bool deleted = DeleteKey(JournalSet, List1[CurrentRow]);
+    const bool deleted = DeleteKey(JournalSet, List1.KeyOf(row));
     dao::DBEngine.Idle(dao::RefreshCache);
-    RemoveLine(CurrentRow);
+    List1.Remove(row);
     if (deleted)
         MsgBox("Ligne supprimée avec succès", Icon::Information, "Lumo ZEP");
     else
         ReportDeletedLine();
 }
 
-void F_Sppr::RemoveLine(int row)
-{
-    List1.removeAt(row);
-    if (List1.isEmpty())
-        Grid1.ClearToOneRow();
-    else
-        Grid1.RemoveRow(row);
-    CurrentRow = 0;
-    if (!List1.isEmpty())
-        Grid1.SelectRow(CurrentRow);
-}
-
 void F_Sppr::PrintJournal()
 {
-    if (List1.isEmpty())
+    if (List1.IsEmpty())
         return;
     RunPrintStep(Report1, {.reportName = Template,
                            .headings = {{"ch4", SSPanel1.Caption()}},
                            .scratchTable = "Prov",
-                           .fillRows = KeyRows(List1),
+                           .fillRows = KeyRows(List1.Keys()),
                            .refusalTitle = "Lumo Orvane",
                            .folder = host::FolderOfOwnFile(ProgramFolder, Template),
                            .proposedName = SSPanel1.Caption()});

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "core/KeyedList.h"
 #include "core/NameLookup.h"
-#include "platform/basic/Int16.h"
 #include "platform/dao/Recordset.h"
 #include "platform/forms/Bulle.h"
 #include "platform/forms/ControlArray.h"
@@ -56,16 +56,11 @@ private:
     void BuildForm();
     void ChooseDate();
     void Browse();
-    void ListLine(core::NameLookup& services, core::NameLookup& patients);
-    void RemoveLine(int row);
+    void ListAct(core::NameLookup& services, core::NameLookup& patients);
 
     dao::Recordset JournalSet;              ///< what is listed
-    dao::Recordset DateSet;                 ///< lines of the chosen day; replaces JournalSet
     dao::Recordset PrestaByNum, PatientsRS; ///< for looking up names
-    QString ChosenDateUS;                   ///< the chosen day as mm/dd/yyyy
-    basic::Int16 CurrentRow;                ///< row last clicked
-    basic::Int16 NextRow;                   ///< next free row of Grid1
-    dao::KeyList List1;                     ///< journal line on each row of Grid1
+    core::KeyedList List1{Grid1};           ///< the journal lines listed
     report::Report Report1;
 };
 

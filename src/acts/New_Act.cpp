@@ -30,6 +30,11 @@ Int16 CountIn(const Grid& grid, int row, int column)
     return RoundToInt(Val(grid.Text(row, column)));
 }
 
+bool ConfirmsArchiving()
+{
+    return MsgBox("Confirmer archivage acte ('R-')", Icon::Question, "Attention", Buttons::YesNo) == Answer::Yes;
+}
+
 constexpr int UnitTwips = 1780;
 constexpr int CountTwips = 840;
 constexpr int StatusTwips = 580;
@@ -77,7 +82,6 @@ void New_Act::Form_Load()
 
 void New_Act::LoadLookupLists()
 {
-    FillPayLists(List_R, List_HH);
     PermnTable.MoveFirst();
     CardDisplay = TextOrNothing(PermnTable["RC"]).trimmed();
     SSOption2[CardDisplay == "OUI" ? LimitedDisplay : FullDisplay].setChecked(true);
@@ -103,10 +107,9 @@ void New_Act::Image1_Click(int index)
     case Toggle:
         return ToggleActArchive();
     case PickDay:
-        if (PickDateFromToday()) {
-            const QString chosen = PickedDate;
+        if (const auto chosen = PickDateFromToday()) {
             SaveActToggles();
-            DayLabel.setText(chosen);
+            DayLabel.setText(*chosen);
             ShowDay();
         }
         return;
@@ -180,7 +183,6 @@ void New_Act::ShowDay()
         return;
     }
     ClearDaySheet();
-    List1.clear();
     MsgBox("Aucune activité enregistrée le " + DayLabel.text(), Icon::Critical, "Lumo_ZEP");
 }
 
@@ -193,18 +195,17 @@ bool New_Act::DayHasActs()
 
 void New_Act::ClearDaySheet()
 {
-    Grid1.ClearToOneRow();
-    Grid2.ClearToOneRow();
+    Services.Clear();
+    List1.Clear();
+    Statuses.Clear();
     for (int total = RecentSum; total <= WholeSum; ++total) {
         LT[total].setText("");
         Label4[total].setText("");
     }
-    RecentCount = ArchivedCount = ListedCount = 0;
     SheetRecent = SheetArchived = SheetTotal = 0;
-    TogglesPending = false;
 }
 
-/// An act added later is listed at the next fill, so it must be in the writable set by then.
+/// Reopened at each fill: a new fill also lists acts added meanwhile, and ActesRS must contain them to save them.
 void New_Act::OpenRecords()
 {
     PatientsRS = TheDatabase.OpenRecordset("select * from Patients order by num");
@@ -216,28 +217,23 @@ void New_Act::FillDaySheet()
     ClearDaySheet();
     OpenRecords();
     const dao::ReadTransaction oneLock(TheDatabase);
-    ServiceRow = 0;
-    ActRow = 0;
-    List1.clear();
     QueryText = "Select * from Presta order by ordre";
     PrestaList = TheDatabase.OpenRecordset(QueryText);
-    ServiceRows = 0;
     for (; !PrestaList.IsEOF(); PrestaList.MoveNext()) {
         AddServiceRow();
         AddServiceActs();
-        ++ServiceRows;
     }
     Grid1.SelectRow(0);
-    if (!List1.isEmpty())
+    if (!List1.IsEmpty())
         Grid2.SelectRow(0);
-    ShowActTotals();
+    Statuses.ShowCounts(LT, Str);
     ShowServiceTotals();
 }
 
 void New_Act::AddServiceRow()
 {
     const QString ofService = "# and num_presta = " + QString::number(PrestaList["num"].Key());
-    const int row = TakeRow(Grid1, ServiceRow);
+    const int row = Services.Add(PrestaList["num"].Key());
     Grid1.SetText(row, Unit, " " + TextOrNothing(PrestaList["denom"]));
 
     QueryText = "select count(num) as S1 from Actes where date =#" + DayDateUS + ofService;
@@ -262,7 +258,7 @@ void New_Act::AddServiceActs()
 
 void New_Act::AddAct()
 {
-    const int row = TakeRow(Grid2, ActRow);
+    const int row = List1.Add(ServiceActs["num"].Key());
     Grid2.SetText(row, ActUnit, " " + TextOrNothing(PrestaList["denom"]));
     if (!ServiceActs["num_patient"].IsNull() && FindKey(PatientsRS, ServiceActs["num_patient"].Key()))
         Grid2.SetText(row, Patient,
@@ -272,16 +268,13 @@ void New_Act::AddAct()
     Grid2.SetText(row, Hour, LineOf(List_HH, ServiceActs["HH"]));
     Grid2.SetText(row, Type, TextOrNothing(ServiceActs["Type"]));
     Grid2.SetText(row, PayCode, LineOf(List_R, ServiceActs["flag_R"]));
-    const bool archived = !ServiceActs["Flag_H"].IsNull() && ServiceActs["Flag_H"].Long() == 1;
-    Grid2.SetText(row, archived ? IsArchived : IsRecent, "OUI");
-    ++(archived ? ArchivedCount : RecentCount);
-    List1 << ServiceActs["num"].Key();
+    Statuses.Show(row, ServiceActs["Flag_H"]);
 }
 
 void New_Act::ShowServiceTotals()
 {
     // Summed from the grid, where an empty cell counts as 0.
-    for (int row = 0; row < ServiceRows; ++row) {
+    for (int row = 0; row < Services.Count(); ++row) {
         const Int16 all = CountIn(Grid1, row, Total);
         const Int16 recent = CountIn(Grid1, row, Recent);
         SheetTotal += all;
@@ -296,6 +289,36 @@ void New_Act::ShowServiceTotals()
         Label4[ArchivedSum].setText(Str(SheetArchived));
     if (SheetTotal >= 1)
         Label4[WholeSum].setText(Str(SheetTotal));
+}
+
+// -- archiving
+
+void New_Act::ToggleActArchive()
+{
+    if (List1.IsEmpty())
+        return;
+    const int row = Grid2.Row();
+    if (Statuses.IsRecent(row) && Grid2.Text(row, PayCode).trimmed() == "R-" && !ConfirmsArchiving())
+        return;
+    Statuses.Toggle(row);
+    Statuses.ShowCounts(LT, Str);
+}
+
+void New_Act::SaveActToggles()
+{
+    Statuses.Save(ActesRS);
+}
+
+void New_Act::SaveCardDisplay()
+{
+    const QString wanted = SSOption2[LimitedDisplay].isChecked() ? "OUI" : "";
+    if (wanted == CardDisplay)
+        return;
+    PermnTable.MoveFirst();
+    PermnTable.Edit();
+    PermnTable["RC"] = wanted;
+    PermnTable.Update();
+    dao::DBEngine.Idle(dao::RefreshCache);
 }
 
 } // namespace acts

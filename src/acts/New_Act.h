@@ -1,5 +1,9 @@
 #pragma once
 
+#include "acts/ArchiveColumns.h"
+#include "core/KeyedList.h"
+#include "core/lists.h"
+#include "data/PaymentCode.h"
 #include "platform/basic/Int16.h"
 #include "platform/dao/Recordset.h"
 #include "platform/forms/ControlArray.h"
@@ -81,27 +85,24 @@ private:
     void AddServiceRow();
     void AddServiceActs();
     void AddAct();
-    void ShowActTotals();
     void ShowServiceTotals();
 
-    QString DayDateUS;                                    ///< the shown day as mm/dd/yyyy
-    basic::Int16 ActRow;                                  ///< next free row of Grid2
-    basic::Int16 ServiceRow;                              ///< next free row of Grid1
-    basic::Int16 ServiceRows;                             ///< services in Grid1
-    basic::Int16 RecentCount, ArchivedCount, ListedCount; ///< of the acts in Grid2, as toggled
-    basic::Int16 SheetRecent, SheetArchived, SheetTotal;  ///< of the services in Grid1, as filled
-    bool TogglesPending = false;                          ///< a status was changed and isn't saved yet
-    QString CardDisplay;                                  ///< `RC` as stored
+    QString DayDateUS;                                   ///< the shown day as mm/dd/yyyy
+    basic::Int16 SheetRecent, SheetArchived, SheetTotal; ///< of the services in Grid1, as filled
+    QString CardDisplay;                                 ///< `RC` as stored
     basic::Int16 SelectedOption;
 
     dao::Recordset PrestaList;
     dao::Recordset DayCount;
     dao::Recordset ServiceActs;
-    dao::Recordset PatientsRS; ///< for looking up names; reopened at each fill, like ActesRS
-    dao::Recordset ActesRS;    ///< for saving the statuses; contains every listed act
+    dao::Recordset PatientsRS; ///< for looking up names; reopened at each fill
+    dao::Recordset ActesRS;    ///< for saving the statuses; reopened at each fill
 
-    dao::KeyList List1; ///< act on each row of Grid2
-    QStringList List_HH, List_R;
+    core::KeyedList Services{Grid1};
+    core::KeyedList List1{Grid2}; ///< the acts of the day
+    ArchiveColumns Statuses{List1, IsRecent, IsArchived};
+    const QStringList List_R = data::PaymentCodes();
+    const QStringList List_HH = core::HourSlots();
 };
 
 } // namespace acts

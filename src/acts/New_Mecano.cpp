@@ -97,8 +97,6 @@ void New_Mecano::Image1_Click(int index)
 
 void New_Mecano::Confirm()
 {
-    StartDate = Text1[FirstDay].text().trimmed();
-    EndDate = Text1[LastDay].text().trimmed();
     if (!ValidateDates())
         return;
     if (DaysBetween(DateValue(Text1[FirstDay].text()), DateValue(Text1[LastDay].text())) < 0) {
@@ -152,9 +150,7 @@ void New_Mecano::RunActualisation()
 {
     QString message = "Actualisation terminée ! ! !";
     try {
-        StartDate = Text1[FirstDay].text();
-        EndDate = Text1[LastDay].text();
-        Actualisation run(StartDate, EndDate, SkipCount);
+        Actualisation run(Text1[FirstDay].text(), Text1[LastDay].text(), SkipCount);
         if (SkipCount == 0) {
             run.ShowAllInPeriod();
             message = "Actualisation (Le tout visible) terminée ! ! !";
@@ -172,19 +168,16 @@ void New_Mecano::RunActualisation()
 
 void New_Mecano::ShowDuration()
 {
-    DayTotal = DaysBetween(DateValue(Text1[FirstDay].text()), DateValue(Text1[LastDay].text())) + 1;
-    EstimatedDays.setText(DaysCaption(DayTotal));
-    if (DayTotal < 0) {
+    const Int16 days = DaysBetween(DateValue(Text1[FirstDay].text()), DateValue(Text1[LastDay].text())) + 1;
+    EstimatedDays.setText(DaysCaption(days));
+    if (days < 0) {
         EstimatedDuration.setText(Unknown);
         return;
     }
-    const Int16 seconds = Product(DayTotal, SecondsPerDay);
-    DurationMinutes = seconds / 60;
-    DurationHours = DurationMinutes / 60;
-    DurationMinutes -= 60 * DurationHours;
-    const QString hours = DurationHours >= 1 ? Str(DurationHours) + " h" : QString();
-    EstimatedDuration.setText(hours + Str(DurationMinutes) + " mn");
-    if (DayTotal == 1 || DayTotal == 2)
+    const int minutes = Product(days, SecondsPerDay) / 60;
+    const QString hours = minutes >= 60 ? Str(minutes / 60) + " h" : QString();
+    EstimatedDuration.setText(hours + Str(minutes % 60) + " mn");
+    if (days == 1 || days == 2)
         EstimatedDuration.setText("1 mn");
 }
 
@@ -221,8 +214,8 @@ void New_Mecano::Image2_Click(int index)
     for (const int bound : {FirstDay, LastDay})
         if (!IsCompleteDate(Text1[bound].text().trimmed()))
             Text1[bound].setText(DateText(host::Today()));
-    if (PickDateFrom(Text1[index].text()))
-        Text1[index].setText(PickedDate);
+    if (const auto chosen = PickDateFrom(Text1[index].text()))
+        Text1[index].setText(*chosen);
 }
 
 bool New_Mecano::MoveBetweenDates(int key, const QObject* field)

@@ -65,10 +65,7 @@ private:
     bool MoveBetweenDates(int key, const QObject* field);
 
     basic::Int16 SkipCount; ///< index of the chosen option: acts skipped between two kept ones
-    QString StartDate, EndDate;
-    basic::Int16 DayTotal; ///< days of the period, for the estimate
-    basic::Int16 DurationHours, DurationMinutes;
-    bool answered = false; ///< a button was clicked; the close box counts as cancel
+    bool answered = false;  ///< a button was clicked; the close box counts as cancel
 };
 
 } // namespace acts

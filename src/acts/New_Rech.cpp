@@ -1,5 +1,6 @@
 #include "acts/New_Rech.h"
 
+#include "acts/ArchiveColumns.h"
 #include "acts/PatientCells.h"
 #include "core/globals.h"
 #include "core/lists.h"
@@ -93,8 +94,7 @@ void New_Rech::EscapePressed()
 
 void New_Rech::Grid2_Click()
 {
-    GridRow = Grid2.Row();
-    Grid2.SelectRow(GridRow);
+    Grid2.SelectRow(Grid2.Row());
 }
 
 void New_Rech::Grid2_DblClick()
@@ -130,13 +130,14 @@ void New_Rech::SearchNames()
 {
     if (Text2[LastName].text().trimmed().isEmpty() && Text2[FirstName].text().trimmed().isEmpty())
         return Refuse("Critères Omis", LastName);
-    if (!BuildPatientQuery())
+    const auto selection = BuildPatientQuery();
+    if (!selection)
         return;
-    FillResultGrid();
+    FillResultGrid(*selection);
     ShowResults();
 }
 
-bool New_Rech::BuildPatientQuery()
+std::optional<QString> New_Rech::BuildPatientQuery()
 {
     QueryText = "Select * from Patients";
     bool hasCondition = false;
@@ -144,8 +145,8 @@ bool New_Rech::BuildPatientQuery()
         QueryText += (hasCondition ? " and " : " where ") + condition;
         hasCondition = true;
     };
-    NomText = Text2[LastName].text().trimmed();
-    PrenomText = Text2[FirstName].text().trimmed();
+    QString NomText = Text2[LastName].text().trimmed();
+    QString PrenomText = Text2[FirstName].text().trimmed();
     if (!NomText.isEmpty()) {
         NomText = "'" + NomText + "*'";
         require("nom like " + NomText);
@@ -164,18 +165,17 @@ bool New_Rech::BuildPatientQuery()
     if (!found)
         Refuse("Aucun enregistrement selon ces critères", LastName);
     QueryText += " order by nom,prenom";
-    return found;
+    return found ? std::optional(QueryText) : std::nullopt;
 }
 
-void New_Rech::FillResultGrid()
+void New_Rech::FillResultGrid(const QString& selection)
 {
     const Hourglass pointer;
-    Grid2.ClearToOneRow();
-    List1.clear();
+    List1.Clear();
     ResultSet.Close(); // otherwise opening the ordered set would make this one read all of its rows
     const dao::ReadTransaction oneState(TheDatabase);
+    QueryText = selection;
     ResultSet = TheDatabase.OpenRecordset(QueryText);
-    NextRow = 0;
     for (; !ResultSet.IsEOF(); ResultSet.MoveNext())
         ListPatient();
     Grid2.SelectRow(0);
@@ -185,8 +185,8 @@ void New_Rech::FillResultGrid()
 
 void New_Rech::ListPatient()
 {
-    const int row = TakeRow(Grid2, NextRow);
-    Grid2.SetText(row, Number, Str(NextRow));
+    const int row = List1.Add(ResultSet["num"].Key());
+    Grid2.SetText(row, Number, Str(row + 1));
     Grid2.SetText(row, Name, AfterBlank(ResultSet["nom"]));
     Grid2.SetText(row, GivenName, AfterBlank(ResultSet["Prenom"]));
     Grid2.SetText(row, Birth, TextOrNothing(ResultSet["Naiss"]));
@@ -194,8 +194,7 @@ void New_Rech::ListPatient()
     Grid2.SetText(row, Telephone, AfterBlank(ResultSet["tel"]));
     Grid2.SetText(row, Town, AfterBlank(ResultSet["ville"]));
     Grid2.SetText(row, Card, AfterBlank(ResultSet["N_carte"]));
-    Grid2.SetText(row, Archived, IsArchivedPatient(ResultSet["Flag_H"]) ? "OUI" : "");
-    List1 << ResultSet["num"].Key();
+    Grid2.SetText(row, Archived, IsArchivedStatus(ResultSet["Flag_H"]) ? "OUI" : "");
 }
 
 void New_Rech::Cancel()
@@ -215,7 +214,7 @@ void New_Rech::ShowCriteria()
     Image4[Close].hide();
     Image4[Back].hide();
     FloatOver(criteria, Grid2);
-    if (List1.isEmpty())
+    if (List1.IsEmpty())
         Grid2.clearSelection(); // Qt passes the focus through the grid when a page is turned
     Text2[SSTab1.currentIndex() == NumberPage ? CardNumber : LastName].setFocus();
 }

@@ -1,11 +1,13 @@
 #pragma once
 
-#include "platform/basic/Int16.h"
+#include "core/KeyedList.h"
 #include "platform/dao/Recordset.h"
 #include "platform/forms/ControlArray.h"
 #include "platform/forms/Controls.h"
 #include "platform/forms/Form.h"
 #include "platform/forms/Grid.h"
+
+#include <optional>
 
 namespace acts {
 
@@ -36,11 +38,12 @@ public:
     /// Searches the card number as text: "0123" and "123" are different cards. Shows a message on a miss. Raises 3075
     /// if it contains a quote.
     bool FindByCard();
-    /// Whether any patient matches; shows a message otherwise. Leaves the ordered query in QueryText. The typed text
-    /// isn't escaped: "*" and "?" are wildcards, a quote raises 3075.
-    bool BuildPatientQuery();
-    /// Lists the patients selected by QueryText. Raises 6 past 32,767 patients.
-    void FillResultGrid();
+    /// The statement that selects the matching patients in order of name, which is also left in QueryText. Shows a
+    /// message and returns none if no patient matches. The typed text isn't escaped: "*" and "?" are wildcards, a quote
+    /// raises 3075.
+    std::optional<QString> BuildPatientQuery();
+    /// Lists the patients that a statement selects. Raises 6 past 32,767 patients.
+    void FillResultGrid(const QString& selection);
 
     void Image2_Click(int index);
     void Image4_Click(int index);
@@ -63,11 +66,8 @@ private:
     void ListPatient();
 
     forms::Panel criteria{"PCriteres"};
-    QString NomText, PrenomText; ///< the typed names, then as patterns between quotes
-    basic::Int16 GridRow;        ///< row last clicked
-    basic::Int16 NextRow;        ///< next free row of Grid2
     dao::Recordset CardResult, ResultSet;
-    dao::KeyList List1; ///< patient on each row of Grid2
+    core::KeyedList List1{Grid2}; ///< the patients found
 };
 
 } // namespace acts

@@ -12,9 +12,4 @@ QString SexLetter(const dao::Field& sex)
     return !sex.IsNull() && sex.Long() == 0 ? QStringLiteral("M") : QStringLiteral("F");
 }
 
-bool IsArchivedPatient(const dao::Field& status)
-{
-    return !status.IsNull() && status.Long() == 1;
-}
-
 } // namespace acts

@@ -11,7 +11,4 @@ QString AfterBlank(const dao::Field& field);
 /// "M" for 0, "F" for any other value.
 QString SexLetter(const dao::Field& sex);
 
-/// Whether the patient is archived (1); any other value means récent.
-bool IsArchivedPatient(const dao::Field& status);
-
 } // namespace acts

@@ -3,7 +3,6 @@
 #include "acts/New_Rech.h"
 #include "acts/PatientCells.h"
 #include "core/globals.h"
-#include "core/lists.h"
 #include "core/windows.h"
 #include "platform/basic/Numbers.h"
 #include "platform/forms/Desk.h"
@@ -39,7 +38,6 @@ void j_Client::Form_Load()
     setWindowTitle(" ");
     resize(width() + ScaledPixelsOf(roomForTelephones), height());
     CenterForm(*this);
-    TogglesPending = false;
     Grid1.setFocus();
     Crecettes_Click(Search);
 }
@@ -72,28 +70,25 @@ void j_Client::Grid1_DblClick()
 
 void j_Client::FillPatientGrid()
 {
-    Grid1.ClearToOneRow();
-    List1.clear();
-    TogglesPending = false;
-    RecentPatients = ArchivedPatients = 0;
+    List1.Clear();
+    Statuses.Clear();
     {
         const Hourglass pointer;
         const dao::ReadTransaction oneState(TheDatabase);
         PatientSet = TheDatabase.OpenRecordset(ListQuery);
-        for (int row = 0; !PatientSet.IsEOF() && row < MostListed; ++row, PatientSet.MoveNext())
-            ListPatient(row);
+        for (; !PatientSet.IsEOF() && List1.Count() < MostListed; PatientSet.MoveNext())
+            ListPatient();
     }
-    if (List1.size() == MostListed)
+    if (List1.Count() == MostListed)
         MsgBox("Limite de capacité d'affichage", Icon::Critical, "ATTENTION");
     Grid1.SelectRow(0);
-    hint.setVisible(List1.isEmpty());
-    ShowCounts();
+    hint.setVisible(List1.IsEmpty());
+    Statuses.ShowCounts(LT, PlainText);
 }
 
-void j_Client::ListPatient(int row)
+void j_Client::ListPatient()
 {
-    if (row > 0)
-        Grid1.AppendRow();
+    const int row = List1.Add(PatientSet["num"].Key());
     Grid1.SetText(row, Number, Str(row + 1));
     Grid1.SetText(row, LastName, AfterBlank(PatientSet["nom"]));
     Grid1.SetText(row, FirstName, AfterBlank(PatientSet["Prenom"]));
@@ -101,54 +96,23 @@ void j_Client::ListPatient(int row)
     Grid1.SetText(row, Telephone, AfterBlank(PatientSet["tel"]));
     Grid1.SetText(row, Town, AfterBlank(PatientSet["ville"]));
     Grid1.SetText(row, Diagnosis, AfterBlank(PatientSet["diagno"]));
-    const bool archived = IsArchivedPatient(PatientSet["Flag_H"]);
-    Grid1.SetText(row, archived ? IsArchived : IsRecent, "OUI");
-    ++(archived ? ArchivedPatients : RecentPatients);
-    List1 << PatientSet["num"].Key();
+    Statuses.Show(row, PatientSet["Flag_H"]);
 }
 
 void j_Client::TogglePatientArchive()
 {
-    if (List1.isEmpty())
+    if (List1.IsEmpty())
         return;
-    const int row = Grid1.Row();
-    const bool recent = !Grid1.Text(row, IsRecent).trimmed().isEmpty();
-    Grid1.SetText(row, IsRecent, recent ? "" : "OUI");
-    Grid1.SetText(row, IsArchived, recent ? "OUI" : "");
-    RecentPatients += recent ? -1 : 1;
-    ArchivedPatients += recent ? 1 : -1;
-    ShowCounts();
-    TogglesPending = true;
-}
-
-void j_Client::ShowCounts()
-{
-    ListedPatients = Sum(RecentPatients, ArchivedPatients);
-    const auto show = [this](int count, int patients) {
-        LT[count].setText(patients < 1 ? QString() : QString::number(patients));
-    };
-    show(Recent, RecentPatients);
-    show(Archived, ArchivedPatients);
-    show(Listed, ListedPatients);
+    Statuses.Toggle(Grid1.Row());
+    Statuses.ShowCounts(LT, PlainText);
 }
 
 void j_Client::SavePatientToggles()
 {
-    if (!TogglesPending)
+    if (!Statuses.TogglesPending())
         return;
     const Hourglass pointer;
-    PatientSet.LockEdits(true);
-    dao::Transaction wholeList(TheDatabase);
-    for (int row = 0; row < List1.size(); ++row) {
-        if (!FindKey(PatientSet, List1[row]))
-            continue;
-        PatientSet.Edit();
-        PatientSet["Flag_H"] = Grid1.Text(row, IsArchived).trimmed() == "OUI" ? 1 : 0;
-        PatientSet.Update();
-    }
-    wholeList.Commit();
-    dao::DBEngine.Idle(dao::RefreshCache);
-    TogglesPending = false;
+    Statuses.Save(PatientSet);
 }
 
 } // namespace acts

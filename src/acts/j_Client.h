@@ -1,6 +1,7 @@
 #pragma once
 
-#include "platform/basic/Int16.h"
+#include "acts/ArchiveColumns.h"
+#include "core/KeyedList.h"
 #include "platform/dao/Recordset.h"
 #include "platform/forms/Bulle.h"
 #include "platform/forms/ControlArray.h"
@@ -11,7 +12,7 @@
 namespace acts {
 
 /// "Patients": a list in which patients are archived or restored by hand. The search opens first and shows its results
-/// on its own page. The list is empty until FillPatientGrid runs.
+/// on its own page. Nothing in the program calls FillPatientGrid, so the list stays empty.
 class j_Client : public forms::Form {
     Q_OBJECT
 public:
@@ -49,13 +50,11 @@ private:
     forms::Label hint{"LHint", "La recherche montre les patients trouvés."}; ///< while the list is empty
 
     void BuildForm();
-    void ListPatient(int row);
-    void ShowCounts();
+    void ListPatient();
 
     dao::Recordset PatientSet;
-    bool TogglesPending = false; ///< a status was changed and isn't saved yet
-    basic::Int16 RecentPatients, ArchivedPatients, ListedPatients;
-    dao::KeyList List1; ///< patient on each row of Grid1
+    core::KeyedList List1{Grid1}; ///< the patients listed
+    ArchiveColumns Statuses{List1, IsRecent, IsArchived};
 };
 
 } // namespace acts

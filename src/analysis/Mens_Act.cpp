@@ -20,7 +20,7 @@ namespace {
 constexpr int January = 1;
 constexpr int December = 12;
 constexpr int YearLength = 4;
-constexpr int FirstYearLeftBackwards = 2010; ///< stepping back stops at January of any earlier year
+constexpr int FirstYearWithStepBack = 2010; ///< in January of an earlier year, stepping back does nothing
 
 constexpr int UnitTwips = 1780;
 constexpr int CountTwips = 840;
@@ -49,7 +49,7 @@ void Mens_Act::Form_Load()
     for (const QString& name : MonthNames)
         Combo1.addItem(name.trimmed());
     const QDate today = host::Today();
-    Label1[Month].Tag = DateText(today);
+    Label1[Month].Tag = DateText(today); // for automation: nothing in the program reads it
     MonthNumber = today.month();
     Combo1.SetListIndex(MonthNumber - 1);
     YearNumber = today.year();
@@ -121,7 +121,7 @@ void Mens_Act::ShowMonthBefore()
     if (MonthNumber > January) {
         --MonthNumber;
     } else {
-        if (Val(Text1.text()) < FirstYearLeftBackwards)
+        if (Val(Text1.text()) < FirstYearWithStepBack)
             return;
         MonthNumber = December;
         --YearNumber;
@@ -146,7 +146,7 @@ void Mens_Act::ShowMonthAfter()
 
 void Mens_Act::ClearMonth()
 {
-    Grid1.ClearToOneRow();
+    Services.Clear();
     for (int column = Recent; column <= All; ++column)
         Label4[column].setText("");
     TotalRecent = TotalArchived = TotalAll = 0;
@@ -159,7 +159,6 @@ void Mens_Act::RefreshMonth()
     QueryText = "Select * from Presta order by ordre";
     UnitRecords = TheDatabase.OpenRecordset(QueryText);
     const Hourglass pointer;
-    RowCount = 0;
     for (; !UnitRecords.IsEOF(); UnitRecords.MoveNext())
         FillUnitRow();
     Grid1.SetRow(0);
@@ -169,7 +168,7 @@ void Mens_Act::RefreshMonth()
 
 void Mens_Act::FillUnitRow()
 {
-    const int row = TakeRow(Grid1, RowCount);
+    const int row = Services.Add(UnitRecords["num"].Key());
     Grid1.SetText(row, Unit, " " + TextOrNothing(UnitRecords["denom"]));
     if (const int all = CountActs(""); all > 0)
         Grid1.SetText(row, All, PlainText(all));
@@ -192,7 +191,7 @@ int Mens_Act::CountActs(const QString& condition)
 void Mens_Act::ShowTotals()
 {
     // Summed from the grid, where an empty cell counts as 0.
-    for (int row = 0; row < RowCount; ++row) {
+    for (int row = 0; row < Services.Count(); ++row) {
         const Int16 all = RoundToInt(Val(Grid1.Text(row, All)));
         const Int16 recent = RoundToInt(Val(Grid1.Text(row, Recent)));
         TotalAll += all;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/KeyedList.h"
 #include "platform/basic/Int16.h"
 #include "platform/dao/Recordset.h"
 #include "platform/forms/ControlArray.h"
@@ -55,9 +56,9 @@ private:
 
     basic::Int16 MonthNumber; ///< month shown, 1 to 12
     basic::Int16 YearNumber;  ///< year shown
-    basic::Int16 RowCount;    ///< filled rows of Grid1
     basic::Int16 TotalRecent, TotalArchived, TotalAll;
     dao::Recordset UnitRecords, CountRecords;
+    core::KeyedList Services{Grid1};
 };
 
 } // namespace analysis

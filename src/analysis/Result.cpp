@@ -1,7 +1,6 @@
 #include "analysis/Result.h"
 
 #include "core/globals.h"
-#include "core/lists.h"
 #include "core/printing.h"
 #include "core/windows.h"
 #include "platform/basic/Dates.h"
@@ -119,10 +118,10 @@ void Result::ShowChosenDates(int acceptPicture)
     DateFromUS = period->FirstUS();
     DateToUS = period->LastUS();
     SSPanel1.SetCaption(Title(*period)); // also of a period that is refused next
-    PeriodDays = period->Days();
+    const Int16 days = period->Days();
     if (!Dates.IsInOrder(*period))
         return;
-    ShowCharges(PeriodDays * DayCharge, ChargesTitle(*period));
+    ShowCharges(days * DayCharge, ChargesTitle(*period));
     ShowResult();
 }
 
@@ -148,12 +147,11 @@ void Result::ShowPictures(bool shown)
 
 void Result::ComputeResult()
 {
-    Grid1.ClearToOneRow();
+    Services.Clear();
     for (FigureLabel* figure : {&Net, &AmountSum, &ActsSum})
         figure->setText("");
     TotalActs = 0;
     TotalAmount = 0;
-    ResultRow = 0;
     const dao::ReadTransaction oneState(TheDatabase);
     QueryText = "Select * from Presta order by ordre";
     UnitRecords = TheDatabase.OpenRecordset(QueryText);
@@ -165,23 +163,13 @@ void Result::ComputeResult()
         TotalActs += CountRecords["S1"].Long();
         if (!CountRecords["S2"].IsNull())
             TotalAmount += CountRecords["S2"].Double();
-        FillResultRow();
+        AppendService(Services, UnitRecords, CountRecords);
     }
     if (TotalActs >= 1)
         ActsSum.setText(PlainText(TotalActs));
     if (TotalAmount > 0)
         AmountSum.setText(Shown(TotalAmount));
     ShowNet();
-}
-
-void Result::FillResultRow()
-{
-    const int row = TakeRow(Grid1, ResultRow);
-    Grid1.SetText(row, Unit, " " + TextOrNothing(UnitRecords["denom"]));
-    if (CountRecords["S1"].Long() > 0)
-        Grid1.SetText(row, Acts, PlainText(CountRecords["S1"].Long()));
-    if (!CountRecords["S2"].IsNull() && CountRecords["S2"].Double() > 0)
-        Grid1.SetText(row, Amount, PlainText(CountRecords["S2"].Double()) + " ");
 }
 
 void Result::ShowNet()
@@ -203,13 +191,7 @@ void Result::PrintResult()
                                         {"ch7", Charges.text()},
                                         {"ch8", Net.text()}},
                            .scratchTable = "Prov",
-                           .fillRows =
-                               [this](ScratchRows& rows) {
-                                   for (int row = 0; row < Grid1.Rows(); ++row)
-                                       rows.Add({{"unite", Grid1.Text(row, Unit).trimmed()},
-                                                 {"Page", Val(Grid1.Text(row, Acts))},
-                                                 {"Mt", Val(Grid1.Text(row, Amount))}});
-                               },
+                           .fillRows = [this](ScratchRows& rows) { PrintServices(rows, Grid1); },
                            .proposedName = SSPanel1.Caption().simplified()});
 }
 

@@ -1,6 +1,8 @@
 #pragma once
 
+#include "core/KeyedList.h"
 #include "core/PeriodChooser.h"
+#include "core/ServiceList.h"
 #include "platform/basic/Int16.h"
 #include "platform/dao/Recordset.h"
 #include "platform/forms/Bulle.h"
@@ -22,7 +24,7 @@ public:
 
     forms::Panel SSPanel1{"SSPanel1"}; ///< caption: the day or period asked for
     core::PeriodChooser Dates;         ///< SSTab2; its cancel pictures close the screen
-    enum ResultColumn { Unit, Acts, Amount };
+    enum ResultColumn { Unit = core::ServiceColumn::Name, Acts, Amount };
     forms::Grid Grid1;
     forms::FigureLabel ActsSum{"Label1(7)"};
     forms::FigureLabel AmountSum{"Label1(6)"};
@@ -55,17 +57,15 @@ private:
     void ShowCharges(double dinars, const QString& caption);
     void ShowResult();
     void ShowPictures(bool shown);
-    void FillResultRow();
     void ShowNet();
 
     QString DateFromUS; ///< chosen bounds as mm/dd/yyyy
     QString DateToUS;
-    double DayCharge = 0;    ///< dinars, read when the screen opens
-    basic::Int16 PeriodDays; ///< both ends counted
+    double DayCharge = 0; ///< dinars, read when the screen opens
     basic::Int16 TotalActs;
     double TotalAmount = 0; ///< dinars
-    basic::Int16 ResultRow; ///< next free row of Grid1
 
+    core::KeyedList Services{Grid1};
     dao::Recordset UnitRecords, CountRecords;
     report::Report Report1;
 };

@@ -1,7 +1,5 @@
 #include "cash/ActLists.h"
 
-#include "core/lists.h"
-#include "platform/basic/Numbers.h"
 #include "platform/forms/Controls.h"
 #include "platform/forms/Grid.h"
 
@@ -9,22 +7,10 @@ using namespace core;
 
 namespace cash {
 
-int AppendService(forms::Grid& grid, basic::Int16& nextRow, const dao::Recordset& service, const dao::Recordset& totals)
+void ClearList(KeyedList& list, forms::FigureLabel& total)
 {
-    const int row = TakeRow(grid, nextRow);
-    grid.SetText(row, ServiceColumn::Name, " " + TextOrNothing(service["denom"]));
-    if (totals["S1"].Long() > 0)
-        grid.SetText(row, ServiceColumn::Count, basic::PlainText(totals["S1"].Long()));
-    if (!totals["S2"].IsNull() && totals["S2"].Double() > 0)
-        grid.SetText(row, ServiceColumn::Received, basic::PlainText(totals["S2"].Double()) + " ");
-    return row;
-}
-
-void ClearList(forms::Grid& grid, forms::FigureLabel& total, dao::KeyList& keys)
-{
-    grid.ClearToOneRow();
+    list.Clear();
     total.setText("");
-    keys.clear();
 }
 
 NamesOfActs::NamesOfActs(const dao::Recordset& patientLookup, const dao::Recordset& serviceLookup, NullName nullName)

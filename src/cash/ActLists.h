@@ -1,7 +1,7 @@
 #pragma once
 
+#include "core/KeyedList.h"
 #include "core/NameLookup.h"
-#include "platform/basic/Int16.h"
 #include "platform/dao/Recordset.h"
 
 namespace forms {
@@ -9,7 +9,7 @@ class FigureLabel;
 class Grid;
 } // namespace forms
 
-/// Shared by the lists of acts and services.
+/// Shared by the lists of acts.
 namespace cash {
 
 /// The leading columns of every list of acts.
@@ -17,17 +17,8 @@ namespace ActColumn {
 enum : int { Number, LastName, FirstName, Service };
 } // namespace ActColumn
 
-/// The leading columns of every list of services.
-namespace ServiceColumn {
-enum : int { Name, Count, Received };
-} // namespace ServiceColumn
-
-/// Appends a service with the number and the sum of its acts, fields S1 and S2 of `totals`. Returns its row.
-int AppendService(forms::Grid& grid, basic::Int16& nextRow, const dao::Recordset& service,
-                  const dao::Recordset& totals);
-
-/// Resets a list: one empty row, no total, no keys.
-void ClearList(forms::Grid& grid, forms::FigureLabel& total, dao::KeyList& keys);
+/// Empties a list and its total.
+void ClearList(core::KeyedList& list, forms::FigureLabel& total);
 
 /// Balances and totals on the screens of the till, in dinars.
 inline constexpr auto AmountMask = "# ### ##0.00";

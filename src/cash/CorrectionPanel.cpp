@@ -62,15 +62,16 @@ bool CorrectionPanel::FindAct()
     return false;
 }
 
-bool CorrectionPanel::LoadAct(const Grid& list, int row, const dao::Recordset& acts, dao::Key act)
+bool CorrectionPanel::LoadAct(const core::KeyedList& list, int row, const dao::Recordset& acts)
 {
     actsInHand = acts;
-    actInHand = act;
+    actInHand = list.KeyOf(row);
     if (!FindAct())
         return false;
-    LastName.setText(list.Text(row, ActColumn::LastName));
-    FirstName.setText(list.Text(row, ActColumn::FirstName));
-    Service.setText(list.Text(row, ActColumn::Service));
+    const Grid& grid = list.Grid();
+    LastName.setText(grid.Text(row, ActColumn::LastName));
+    FirstName.setText(grid.Text(row, ActColumn::FirstName));
+    Service.setText(grid.Text(row, ActColumn::Service));
     Code.SetListIndex(actsInHand["flag_R"].Long());
     const dao::Field amount = actsInHand["montant"];
     const bool paid = !amount.IsNull() && amount.Double() != 0;

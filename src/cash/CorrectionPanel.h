@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/KeyedList.h"
 #include "platform/dao/Recordset.h"
 #include "platform/forms/ControlArray.h"
 #include "platform/forms/Controls.h"
@@ -32,10 +33,10 @@ public:
     /// Called when the panel has closed, saved or not.
     std::function<void()> Left;
 
-    /// Loads the act with this key from `acts`: patient and service as in `row` of the list, its code, and its amount
-    /// in dinars (nothing for 0 or Null). False when the act no longer exists. Raises InvalidNull when the code is
-    /// Null, InvalidProperty when it isn't one of the six.
-    bool LoadAct(const forms::Grid& list, int row, const dao::Recordset& acts, dao::Key act);
+    /// Loads the act on a row of the list: patient and service as shown there; from `acts` its code and its amount in
+    /// dinars (nothing for 0 or Null). False when the act no longer exists. Raises 9 for a row without an act, 94 when
+    /// its code is Null, 380 when the code isn't one of the six.
+    bool LoadAct(const core::KeyedList& list, int row, const dao::Recordset& acts);
 
     /// Writes the chosen code and the typed amount (0 for none) to the act, under its lock. False when the act no
     /// longer exists.

@@ -38,7 +38,7 @@ F_Inst::F_Inst()
 void F_Inst::Form_Load()
 {
     CenterForm(*this);
-    FillPayLists(List_R, List_HH, &SSPanel2.Code);
+    FillPayCodes(SSPanel2.Code);
     PatientLookup = TheDatabase.OpenRecordset("select * from Patients order by num");
     ServiceLookup = TheDatabase.OpenRecordset("select * from Presta order by num");
     Dates.SetToday();
@@ -77,8 +77,7 @@ void F_Inst::EscapePressed()
 
 void F_Inst::Grid3_Click()
 {
-    PendingRow = Grid3.Row();
-    Grid3.SelectRow(PendingRow);
+    Grid3.SelectRow(Grid3.Row());
 }
 
 void F_Inst::Grid3_DblClick()
@@ -109,7 +108,7 @@ void F_Inst::ListChosenDates(int acceptPicture)
 
 void F_Inst::OpenCorrection()
 {
-    if (List3.isEmpty() || !LoadCorrection())
+    if (List3.IsEmpty() || !LoadCorrection())
         return;
     Dates.hide();
     ShowPictures(false);
@@ -133,7 +132,7 @@ void F_Inst::ShowPictures(bool shown)
 
 void F_Inst::FillPendingList()
 {
-    ClearList(Grid3, RCP, List3);
+    ClearList(List3, RCP);
     QueryText = "Select * from Actes where date >=#" + FromDateUS + "# and date <=#" + ToDateUS + "#" +
                 " and Flag_R < 2 order by num";
     PendingActs = TheDatabase.OpenRecordset(QueryText);
@@ -141,7 +140,6 @@ void F_Inst::FillPendingList()
         return;
 
     const Hourglass pointer;
-    ListRow = 0;
     RunningAmount = 0;
     NamesOfActs names(PatientLookup, ServiceLookup, NullName::AsNothing);
     for (; !PendingActs.IsEOF(); PendingActs.MoveNext())
@@ -155,8 +153,8 @@ void F_Inst::FillPendingList()
 
 void F_Inst::ListAct(NamesOfActs& names)
 {
-    const int row = TakeRow(Grid3, ListRow);
-    Grid3.SetText(row, ActColumn::Number, PlainText(ListRow));
+    const int row = List3.Add(PendingActs["num"].Key());
+    Grid3.SetText(row, ActColumn::Number, PlainText(row + 1));
     names.Show(Grid3, row, PendingActs);
     Grid3.SetText(row, Date, TextOrNothing(PendingActs["date_Presta"]));
     Grid3.SetText(row, Time, TextOrNothing(PendingActs["Heure"]));
@@ -167,13 +165,12 @@ void F_Inst::ListAct(NamesOfActs& names)
             Grid3.SetText(row, Amount, PlainText(amount) + " ");
         RunningAmount += amount;
     }
-    List3 << PendingActs["num"].Key();
 }
 
 bool F_Inst::LoadCorrection()
 {
-    CorrectedRow = PendingRow;
-    return SSPanel2.LoadAct(Grid3, CorrectedRow, PendingActs, List3[CorrectedRow]);
+    CorrectedRow = Grid3.Row();
+    return SSPanel2.LoadAct(List3, CorrectedRow, PendingActs);
 }
 
 bool F_Inst::SaveCorrection()
@@ -203,7 +200,7 @@ void F_Inst::PrintPendingList()
         {.reportName = "ZEP_DTAL.RPT",
          .headings = {{"ch4", "Règlements en instance"}, {"ch5", SSPanel1.Caption()}, {"ch6", ""}, {"ch7", ""}},
          .scratchTable = "Prov",
-         .fillRows = KeyRows(List3),
+         .fillRows = KeyRows(List3.Keys()),
          .proposedName = "Règlements en instance " + SSPanel1.Caption().simplified()});
 }
 

@@ -2,8 +2,9 @@
 
 #include "cash/ActLists.h"
 #include "cash/CorrectionPanel.h"
+#include "core/KeyedList.h"
 #include "core/PeriodChooser.h"
-#include "platform/basic/Int16.h"
+#include "data/PaymentCode.h"
 #include "platform/dao/Recordset.h"
 #include "platform/forms/Bulle.h"
 #include "platform/forms/ControlArray.h"
@@ -63,16 +64,14 @@ private:
 
     QString FromDateUS; ///< chosen bounds as mm/dd/yyyy
     QString ToDateUS;
-    basic::Int16 PendingRow;  ///< current row of Grid3, index into List3
-    basic::Int16 ListRow;     ///< next free row of Grid3
-    int CorrectedRow = 0;     ///< row of the act being corrected, whatever row is clicked meanwhile
+    int CorrectedRow = 0;     ///< row of the act being corrected, even if another row is clicked meanwhile
     double RunningAmount = 0; ///< dinars
 
     dao::Recordset PatientLookup, ServiceLookup;
     dao::Recordset PendingActs;
 
-    dao::KeyList List3; ///< act on each row of Grid3
-    QStringList List_R, List_HH;
+    core::KeyedList List3{Grid3}; ///< the acts listed
+    const QStringList List_R = data::PaymentCodes();
     report::Report Report1;
 };
 

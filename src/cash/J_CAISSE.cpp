@@ -49,10 +49,10 @@ J_CAISSE::J_CAISSE()
 void J_CAISSE::Form_Load()
 {
     CenterForm(*this);
-    FillPayLists(List_R, List_HH, &SSPanel2.Code);
+    FillPayCodes(SSPanel2.Code);
     PatientLookup = TheDatabase.OpenRecordset("select * from Patients order by num");
     ServiceLookup = TheDatabase.OpenRecordset("select * from Presta order by num");
-    ShowCashDay();
+    ShowCashDay(PickedDate);
     SSTab1.setFocus();
 }
 
@@ -60,22 +60,23 @@ void J_CAISSE::Image1_Click(int index)
 {
     if (index == Quit)
         return Unload();
-    if (!PickDateFromToday())
+    const auto day = PickDateFromToday();
+    if (!day)
         return;
     if (SSPanel2.isVisibleTo(this)) // the act being corrected belongs to the day that is replaced
         SSPanel2.Image3_Click(CorrectionPanel::Cancel);
-    ShowCashDay();
+    ShowCashDay(*day);
 }
 
 void J_CAISSE::Image2_Click(int index)
 {
     switch (index) {
     case PrintSettled:
-        return PrintOrRefuse(List2, "ZEP_R2.RPT");
+        return PrintOrRefuse(List2.Keys(), "ZEP_R2.RPT");
     case PrintPending:
-        return PrintOrRefuse(List3, "ZEP_R3.RPT");
+        return PrintOrRefuse(List3.Keys(), "ZEP_R3.RPT");
     case PrintExpenses:
-        return PrintOrRefuse(List4, "ZEP_R4.RPT");
+        return PrintOrRefuse(List4.Keys(), "ZEP_R4.RPT");
     case PrintRecap:
         return PrintCashRecap();
     default:
@@ -85,7 +86,7 @@ void J_CAISSE::Image2_Click(int index)
 
 void J_CAISSE::OpenCorrection()
 {
-    if (List3.isEmpty() || !LoadCorrection())
+    if (List3.IsEmpty() || !LoadCorrection())
         return;
     SSTab1.setEnabled(false);
     SSPanel2.ShowOver(SSTab1);
@@ -105,8 +106,7 @@ void J_CAISSE::EscapePressed()
 
 void J_CAISSE::Grid3_Click()
 {
-    PendingRow = Grid3.Row();
-    Grid3.SelectRow(PendingRow);
+    Grid3.SelectRow(Grid3.Row());
 }
 
 void J_CAISSE::Grid3_DblClick()
@@ -115,11 +115,10 @@ void J_CAISSE::Grid3_DblClick()
     OpenCorrection();
 }
 
-void J_CAISSE::ShowCashDay()
+void J_CAISSE::ShowCashDay(const QString& day)
 {
-    SSPanel1.Tag = PickedDate;
-    CashDayName = LongDayName(SSPanel1.Tag);
-    SSPanel1.SetCaption("Mouvements de fonds du  " + CashDayName + " " + SSPanel1.Tag.trimmed());
+    SSPanel1.Tag = day;
+    SSPanel1.SetCaption("Mouvements de fonds du  " + LongDayName(day) + " " + day.trimmed());
 
     const Hourglass pointer;
     FillSettledActs();
@@ -138,7 +137,7 @@ void J_CAISSE::FillCashRecap()
     CashDayUS = CutCashDay();
     for (int figure = DayActs; figure <= NewBalance; ++figure)
         RCP[figure].setText("");
-    Grid1.ClearToOneRow();
+    Services.Clear();
     SumServices();
 
     if (ActsTotal >= 1)
@@ -165,7 +164,6 @@ void J_CAISSE::SumServices()
 {
     ActsTotal = 0;
     ReceivedTotal = 0;
-    RecapRow = 0;
     QueryText = "Select * from Presta order by ordre";
     ServiceRecords = TheDatabase.OpenRecordset(QueryText);
     for (; !ServiceRecords.IsEOF(); ServiceRecords.MoveNext()) {
@@ -177,7 +175,7 @@ void J_CAISSE::SumServices()
         ActsTotal += ServiceTotals["S1"].Long();
         if (!ServiceTotals["S2"].IsNull())
             ReceivedTotal += ServiceTotals["S2"].Double();
-        AppendService(Grid1, RecapRow, ServiceRecords, ServiceTotals);
+        AppendService(Services, ServiceRecords, ServiceTotals);
     }
 }
 
@@ -197,44 +195,43 @@ double J_CAISSE::BalanceBefore()
 
 void J_CAISSE::FillSettledActs()
 {
-    ClearList(Grid2, RCP[SettledTotal], List2);
+    ClearList(List2, RCP[SettledTotal]);
     CashDayUS = CutCashDay();
     QueryText = "Select * from Actes where date =#" + CashDayUS + "# and Flag_R > 1 order by num";
     SettledActs = TheDatabase.OpenRecordset(QueryText);
-    ListActs(SettledActs, Grid2, RCP[SettledTotal], List2, true);
+    ListActs(SettledActs, List2, RCP[SettledTotal], true);
 }
 
 void J_CAISSE::FillPendingActs()
 {
-    ClearList(Grid3, RCP[PendingTotal], List3);
+    ClearList(List3, RCP[PendingTotal]);
     CashDayUS = CutCashDay();
     QueryText = "Select * from Actes where date =#" + CashDayUS + "# and Flag_R < 2 order by num";
     PendingActs = TheDatabase.OpenRecordset(QueryText);
     if (PendingActs.RecordCount() == 0)
         return;
-    ListActs(PendingActs, Grid3, RCP[PendingTotal], List3, false);
+    ListActs(PendingActs, List3, RCP[PendingTotal], false);
     Grid3.SetRow(0);
     Grid3_Click();
 }
 
-void J_CAISSE::ListActs(dao::Recordset& acts, Grid& grid, FigureLabel& total, dao::KeyList& keys, bool showsZeroAmounts)
+void J_CAISSE::ListActs(dao::Recordset& acts, KeyedList& list, FigureLabel& total, bool showsZeroAmounts)
 {
-    ListRow = 0;
     RunningAmount = 0;
     NamesOfActs names(PatientLookup, ServiceLookup, NullName::AsBlank);
     for (; !acts.IsEOF(); acts.MoveNext()) {
-        ListAct(acts, names, grid, showsZeroAmounts);
+        ListAct(acts, names, list, showsZeroAmounts);
         RunningAmount += acts["montant"].Double();
-        keys << acts["num"].Key();
     }
     if (RunningAmount != 0)
         total.setText(Format(RunningAmount, AmountMask));
 }
 
-void J_CAISSE::ListAct(const dao::Recordset& act, NamesOfActs& names, Grid& grid, bool showsZeroAmounts)
+void J_CAISSE::ListAct(const dao::Recordset& act, NamesOfActs& names, KeyedList& list, bool showsZeroAmounts)
 {
-    const int row = TakeRow(grid, ListRow);
-    grid.SetText(row, ActColumn::Number, PlainText(ListRow));
+    Grid& grid = list.Grid();
+    const int row = list.Add(act["num"].Key());
+    grid.SetText(row, ActColumn::Number, PlainText(row + 1));
     names.Show(grid, row, act);
     grid.SetText(row, Hour, ListLine(List_HH, act["HH"].Long()));
     grid.SetText(row, Code, ListLine(List_R, act["flag_R"].Long()));
@@ -245,20 +242,18 @@ void J_CAISSE::ListAct(const dao::Recordset& act, NamesOfActs& names, Grid& grid
 
 void J_CAISSE::FillDayExpenses()
 {
-    ClearList(Grid4, RCP[ExpensesTotal], List4);
+    ClearList(List4, RCP[ExpensesTotal]);
     CashDayUS = CutCashDay();
     QueryText = "Select * from Recettes where date =#" + CashDayUS + "# order by num";
     DayExpenses = TheDatabase.OpenRecordset(QueryText);
 
-    ListRow = 0;
     RunningAmount = 0;
     for (; !DayExpenses.IsEOF(); DayExpenses.MoveNext()) {
-        const int row = TakeRow(Grid4, ListRow);
-        Grid4.SetText(row, ExpenseNumber, PlainText(ListRow));
+        const int row = List4.Add(DayExpenses["num"].Key());
+        Grid4.SetText(row, ExpenseNumber, PlainText(row + 1));
         Grid4.SetText(row, Object, " " + TextOrNothing(DayExpenses["objet"]).trimmed());
         Grid4.SetText(row, Spent, PlainText(DayExpenses["montant"].Double()) + " ");
         RunningAmount += DayExpenses["montant"].Double();
-        List4 << DayExpenses["num"].Key();
     }
     if (RunningAmount != 0)
         RCP[ExpensesTotal].setText(Format(RunningAmount, AmountMask));
@@ -266,7 +261,7 @@ void J_CAISSE::FillDayExpenses()
 
 bool J_CAISSE::LoadCorrection()
 {
-    return SSPanel2.LoadAct(Grid3, PendingRow, PendingActs, List3[PendingRow]);
+    return SSPanel2.LoadAct(List3, Grid3.Row(), PendingActs);
 }
 
 bool J_CAISSE::SaveCorrection()

@@ -2,6 +2,10 @@
 
 #include "cash/ActLists.h"
 #include "cash/CorrectionPanel.h"
+#include "core/KeyedList.h"
+#include "core/ServiceList.h"
+#include "core/lists.h"
+#include "data/PaymentCode.h"
 #include "platform/basic/Int16.h"
 #include "platform/dao/Recordset.h"
 #include "platform/forms/Bulle.h"
@@ -14,7 +18,7 @@ namespace cash {
 
 /// "Caisse du Jour": opening balance, receipts, expenses and closing balance of one day, with the lists behind the
 /// figures. No balance is stored: every figure is recomputed, so correcting a past act changes that day's statement and
-/// all later ones. Money counts on the act's own `date`.
+/// all later ones. Money counts on the act's own `date`. Opens on the day in PickedDate.
 class J_CAISSE : public forms::Form {
     Q_OBJECT
 public:
@@ -23,7 +27,7 @@ public:
     forms::Panel SSPanel1{"SSPanel1"}; ///< caption: the heading; Tag: the shown day as dd/mm/yyyy
     enum Tab { RecapTab, SettledTab, PendingTab, ExpensesTab };
     forms::TabStrip SSTab1{"SSTab1"};
-    enum RecapColumn { Unit = ServiceColumn::Name, Count, Received };
+    enum RecapColumn { Unit = core::ServiceColumn::Name, Count, Received };
     forms::Grid Grid1; ///< "Récap": the services
     enum ListColumn { Hour = ActColumn::Service + 1, Code, Amount };
     forms::Grid Grid2; ///< "Actes Réglés"
@@ -48,8 +52,8 @@ public:
     forms::ControlArray<forms::Picture, 2, 1> Image1{"Image1"};
     forms::Bulle Bulle;
 
-    /// Shows the day in PickedDate.
-    void ShowCashDay();
+    /// Shows a day, given as dd/mm/yyyy.
+    void ShowCashDay(const QString& day);
     void FillSettledActs();
     void FillPendingActs();
     void FillDayExpenses();
@@ -78,30 +82,27 @@ private:
     QString CutCashDay();
     void SumServices();
     double BalanceBefore();
-    void ListActs(dao::Recordset& acts, forms::Grid& grid, forms::FigureLabel& total, dao::KeyList& keys,
-                  bool showsZeroAmounts);
-    void ListAct(const dao::Recordset& act, NamesOfActs& names, forms::Grid& grid, bool showsZeroAmounts);
+    void ListActs(dao::Recordset& acts, core::KeyedList& list, forms::FigureLabel& total, bool showsZeroAmounts);
+    void ListAct(const dao::Recordset& act, NamesOfActs& names, core::KeyedList& list, bool showsZeroAmounts);
     void OpenCorrection();
     void CloseCorrection();
     void PrintOrRefuse(const dao::KeyList& list, const QString& templateName);
 
-    QString CashDayUS;       ///< the shown day as mm/dd/yyyy
-    QString CashDayName;     ///< long name of the weekday
-    basic::Int16 PendingRow; ///< current row of Grid3, index into List3
+    QString CashDayUS; ///< the shown day as mm/dd/yyyy
     basic::Int16 ActsTotal;
     double ReceivedTotal = 0; ///< dinars
     double RunningAmount = 0; ///< dinars
-    basic::Int16 RecapRow;    ///< next free row of Grid1
-    basic::Int16 ListRow;     ///< next free row of the list being filled
 
     dao::Recordset PatientLookup, ServiceLookup;
     dao::Recordset SettledActs, PendingActs, DayExpenses;
     dao::Recordset ServiceRecords, ServiceTotals;
 
-    dao::KeyList List2; ///< act on each row of Grid2
-    dao::KeyList List3; ///< act on each row of Grid3
-    dao::KeyList List4; ///< expense on each row of Grid4
-    QStringList List_R, List_HH;
+    core::KeyedList Services{Grid1};
+    core::KeyedList List2{Grid2}; ///< the settled acts
+    core::KeyedList List3{Grid3}; ///< the pending acts
+    core::KeyedList List4{Grid4}; ///< the expenses
+    const QStringList List_R = data::PaymentCodes();
+    const QStringList List_HH = core::HourSlots();
     report::Report Report1;
 };
 

@@ -1,10 +1,7 @@
 #include "cash/J_CAISSE.h"
 
 #include "core/printing.h"
-#include "platform/basic/Numbers.h"
 #include "platform/forms/Desk.h"
-
-using namespace basic;
 
 namespace cash {
 
@@ -28,10 +25,7 @@ void J_CAISSE::PrintCashRecap()
                                  .scratchTable = "Prov",
                                  .fillRows =
                                      [this](core::ScratchRows& rows) {
-                                         for (int row = 0; row < Grid1.Rows(); ++row)
-                                             rows.Add({{"unite", Grid1.Text(row, Unit).trimmed()},
-                                                       {"Page", Val(Grid1.Text(row, Count))},
-                                                       {"Mt", Val(Grid1.Text(row, Received))}});
+                                         core::PrintServices(rows, Grid1);
                                          // Leaves the grid on its last cell.
                                          Grid1.SetRow(Grid1.Rows() - 1);
                                          Grid1.SetCol(Grid1.Columns() - 1);

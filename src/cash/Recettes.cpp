@@ -73,10 +73,8 @@ void Recettes::Form_Load()
     SSPanel1.SetCaption("");
     SSTab1.setCurrentIndex(RecapTab);
     SetupJournalGrids();
-    FillPayLists(List_R, List_HH);
     OpenLookups();
-    TariffRecord = OpenTariffs();
-    Rates = ReadTariffs(TariffRecord);
+    Rates = ReadTariffs(OpenTariffs());
     Values = Valuation(Rates);
     ChooseDates();
 }
@@ -161,8 +159,7 @@ void Recettes::keyPressEvent(QKeyEvent* event)
 
 void Recettes::Grid1_Click()
 {
-    JournalRow = Grid1.Row();
-    Grid1.SelectRow(JournalRow);
+    Grid1.SelectRow(Grid1.Row());
 }
 
 void Recettes::Grid2_Click()

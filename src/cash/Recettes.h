@@ -3,10 +3,13 @@
 #include "cash/ActLists.h"
 #include "cash/CodeTally.h"
 #include "cash/Valuation.h"
+#include "core/KeyedList.h"
 #include "core/NameLookup.h"
 #include "core/PeriodChooser.h"
+#include "core/ServiceList.h"
+#include "core/lists.h"
 #include "core/printing.h"
-#include "platform/basic/Int16.h"
+#include "data/PaymentCode.h"
 #include "platform/dao/Recordset.h"
 #include "platform/forms/Bulle.h"
 #include "platform/forms/ControlArray.h"
@@ -33,7 +36,7 @@ public:
     core::PeriodChooser Dates;         ///< SSTab2: the day or period to analyse
     enum Tab { RecapTab, CodesTab, DetailTab };
     forms::TabStrip SSTab1{"SSTab1"};
-    enum RecapColumn { Unit = ServiceColumn::Name, Count, Received, Theoretical };
+    enum RecapColumn { Unit = core::ServiceColumn::Name, Count, Received, Theoretical };
     forms::Grid Grid1; ///< "Récap 1": the services
     forms::FigureLabel ActsTotal{"Label1(3)"};
     forms::FigureLabel ReceivedTotal{"Label1(2)"};     ///< of all acts, including those without a row in Grid2
@@ -125,13 +128,10 @@ private:
 
     core::TariffRates Rates{}; ///< read when the screen opens
     CodeTally CodeCounts;
-    Valuation
-        Values; ///< of the acts in Grid2; an act without a code takes the one before it, across services and fills
+    /// Values the acts in Grid2. An act without a code takes the code of the act before it, across services and fills.
+    Valuation Values;
     QString FromDateUS; ///< chosen bounds as mm/dd/yyyy
     QString ToDateUS;
-    basic::Int16 JournalRow; ///< current row of Grid1, index into LRecap
-    basic::Int16 RecapRow;   ///< next free row of Grid1
-    int DetailRow = 0;       ///< next free row of Grid2
     int PeriodActs = 0;
     double PeriodReceived = 0; ///< dinars, like all below
     double PeriodTheoretical = 0;
@@ -140,14 +140,15 @@ private:
     double DetailReceived = 0;
     double DetailTheoretical = 0;
 
-    dao::Recordset PatientLookup, ActsByNum, TariffRecord;
+    dao::Recordset PatientLookup, ActsByNum;
     dao::Recordset ServiceRecords, ServiceTotals, DetailActs;
 
-    dao::KeyList LRecap; ///< service on each row of Grid1
-    dao::KeyList List1;  ///< act on each row of Grid2
-    QStringList List_R, List_HH;
-    /// Shows the hourglass while set. A period refused for its order leaves it set until the next fill or print, or
-    /// until the screen closes.
+    core::KeyedList LRecap{Grid1}; ///< the services
+    core::KeyedList List1{Grid2};  ///< the acts of the detail
+    const QStringList List_R = data::PaymentCodes();
+    const QStringList List_HH = core::HourSlots();
+    /// Shows the hourglass while set. A period that ends before it starts leaves it set until the next fill or print,
+    /// or until the screen closes.
     std::optional<forms::Hourglass> Pointer;
     report::Report Report1;
 };

@@ -57,22 +57,17 @@ void Recettes::ClearJournal()
     for (int total = 0; total < LT.Size(); ++total)
         LT[total].setText("");
     CodeCounts.Clear();
-    PeriodActs = DetailRow = 0;
-    RecapRow = 0;
+    PeriodActs = 0;
     PeriodReceived = PeriodTheoretical = DetailReceived = DetailTheoretical = 0;
-    List1.clear();
-    LRecap.clear();
+    List1.DropKeys();
+    LRecap.DropKeys();
 }
 
 void Recettes::AddService(NameLookup& patients)
 {
-    const dao::Key unit = ServiceRecords["num"].Key();
     QueryText = "select count(num) as S1, sum(montant) as S2 from Actes where date >=#" + FromDateUS +
-                "# and date <=#" + ToDateUS + "# and num_presta = " + QString::number(unit);
+                "# and date <=#" + ToDateUS + "# and num_presta = " + QString::number(ServiceRecords["num"].Key());
     ServiceTotals = TheDatabase.OpenRecordset(QueryText);
-    LRecap << unit;
-    if (ServiceTotals["S1"].IsNull())
-        return;
     PeriodActs += ServiceTotals["S1"].Long();
     if (!ServiceTotals["S2"].IsNull())
         PeriodReceived += ServiceTotals["S2"].Double();
@@ -101,7 +96,7 @@ void Recettes::AddJournalDetail(NameLookup& patients)
     DetailActs.MoveLast(); // RecordCount is exact from here on
     if (!FitsDetail(DetailActs.RecordCount()))
         return DetailActs.Close();
-    Grid2.SetRows(DetailRow + DetailActs.RecordCount());
+    Grid2.SetRows(List1.Count() + DetailActs.RecordCount());
     const QString unit = " " + TextOrNothing(ServiceRecords["denom"]);
     for (DetailActs.MoveFirst(); !DetailActs.IsEOF(); DetailActs.MoveNext())
         AddDetailRow(unit, patients);
@@ -109,7 +104,7 @@ void Recettes::AddJournalDetail(NameLookup& patients)
 
 bool Recettes::FitsDetail(int acts) const
 {
-    if (DetailRow + acts <= MostDetailRows)
+    if (List1.Count() + acts <= MostDetailRows)
         return true;
     MsgBox("Plage de dates trop grande ! ! !", Icon::Critical, "ATTENTION");
     return false;
@@ -117,7 +112,7 @@ bool Recettes::FitsDetail(int acts) const
 
 void Recettes::AddDetailRow(const QString& unit, NameLookup& patients)
 {
-    const int row = DetailRow++;
+    const int row = List1.Add(DetailActs["num"].Key());
     Grid2.SetText(row, ActUnit, unit);
     Grid2.SetText(row, ReceptionDate, TextOrNothing(DetailActs["Date"]));
     Grid2.SetText(row, ReceptionTime, TextOrNothing(DetailActs["Heure"]));
@@ -135,13 +130,12 @@ void Recettes::AddDetailRow(const QString& unit, NameLookup& patients)
     if (value != 0)
         Grid2.SetText(row, Value, Format(value, "### ###") + " ");
     ServiceTheoretical += value;
-    List1 << DetailActs["num"].Key();
     CodeCounts.Add(state, Values.CodeIndex());
 }
 
 void Recettes::AddJournalRow()
 {
-    const int row = AppendService(Grid1, RecapRow, ServiceRecords, ServiceTotals);
+    const int row = AppendService(LRecap, ServiceRecords, ServiceTotals);
     if (ServiceTheoretical != 0)
         Grid1.SetText(row, Theoretical, PlainText(ServiceTheoretical));
 }

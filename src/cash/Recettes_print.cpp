@@ -24,14 +24,7 @@ void Recettes::PrintJournalRecap()
     Print({.reportName = "ZEP_RCAP.RPT",
            .headings = JournalHeadings(),
            .scratchTable = "Prov",
-           .fillRows =
-               [this](ScratchRows& rows) {
-                   for (int row = 0; row < Grid1.Rows(); ++row)
-                       rows.Add({{"unite", Grid1.Text(row, Unit).trimmed()},
-                                 {"Page", Val(Grid1.Text(row, Count))},
-                                 {"Mt", Val(Grid1.Text(row, Received))},
-                                 {"Mt2", Val(Grid1.Text(row, Theoretical))}});
-               },
+           .fillRows = [this](ScratchRows& rows) { PrintServices(rows, Grid1); },
            .proposedName = windowTitle() + " " + SSPanel1.Caption().simplified()});
 }
 
@@ -70,14 +63,14 @@ void Recettes::PrintUnitDetail()
         return;
     }
     PrintActs(" " + Grid1.Text(Grid1.Row(), Unit).trimmed(), [this] {
-        QueryText = ActsOfUnit(LRecap[JournalRow]);
+        QueryText = ActsOfUnit(LRecap.KeyOf(Grid1.Row()));
         return ValueActs(TheDatabase.OpenRecordset(QueryText), Rates);
     });
 }
 
 void Recettes::PrintAllDetail()
 {
-    PrintActs({}, [this] { return ValueActs(List1, ActsByNum, Rates); });
+    PrintActs({}, [this] { return ValueActs(List1.Keys(), ActsByNum, Rates); });
 }
 
 /// Prints acts with their values. Reads all of them before writing the first row: reads interleaved with writes would

@@ -75,8 +75,7 @@ void J_PROD::EscapePressed()
 
 void J_PROD::Grid1_Click()
 {
-    CurrentRow = Grid1.Row();
-    Grid1.SelectRow(CurrentRow);
+    Grid1.SelectRow(Grid1.Row());
 }
 
 void J_PROD::Grid1_DblClick()
@@ -94,18 +93,16 @@ void J_PROD::OpenServices()
 void J_PROD::LoadServices()
 {
     OpenServices();
-    List1.clear();
+    List1.DropKeys();
     if (ServiceRecords.RecordCount() == 0)
         return EnterNew();
 
-    Int16 nextRow;
     for (; !ServiceRecords.IsEOF(); ServiceRecords.MoveNext()) {
-        const int row = TakeRow(Grid1, nextRow);
-        Grid1.SetText(row, Number, PlainText(nextRow));
+        const int row = List1.Add(ServiceRecords["num"].Key());
+        Grid1.SetText(row, Number, PlainText(row + 1));
         Grid1.SetText(row, Name, " " + TextOrNothing(ServiceRecords["denom"]).trimmed());
         if (!ServiceRecords["prix"].IsNull())
             Grid1.SetText(row, Price, ServiceRecords["prix"].Text() + " ");
-        List1 << ServiceRecords["num"].Key();
     }
     Grid1.SetRow(0);
     Grid1_Click();
@@ -124,7 +121,7 @@ void J_PROD::EnterNew()
 
 void J_PROD::EnterModification()
 {
-    if (List1.isEmpty())
+    if (List1.IsEmpty())
         return;
     if (LoadServiceFields())
         ShowEntry("MODIFICATION");
@@ -134,7 +131,7 @@ void J_PROD::EnterModification()
 
 bool J_PROD::LoadServiceFields()
 {
-    if (!FindKey(ServiceRecords, List1[CurrentRow]))
+    if (!FindKey(ServiceRecords, List1.KeyOf(Grid1.Row())))
         return false;
     NameField.setText(TextOrNothing(ServiceRecords["denom"]));
     PriceField.setText(TextOrNothing(ServiceRecords["prix"]));
@@ -166,7 +163,7 @@ void J_PROD::CloseEntry()
 {
     SSPanel3.hide();
     ShowServiceButtons(true);
-    if (List1.isEmpty())
+    if (List1.IsEmpty())
         return Crecettes[New].setFocus();
     Grid1.setEnabled(true);
     Grid1.setFocus();
@@ -192,27 +189,26 @@ void J_PROD::SaveService()
 
 void J_PROD::AddService()
 {
-    const int row = static_cast<int>(List1.size());
     OpenServices(); // to see rows that others have added
     ServiceRecords.LockEdits(true);
     ServiceRecords.AddNew();
-    WriteFields(row);
+    WriteFields(List1.Count());
     ServiceRecords.Update();
-    List1 << ServiceRecords.LastKey();
-    ShowFields(row);
+    ShowFields(List1.Add(ServiceRecords.LastKey()));
 }
 
 bool J_PROD::ChangeService()
 {
     dao::Transaction saving(TheDatabase); // so that nobody deletes the service between search and change
-    if (!FindKey(ServiceRecords, List1[CurrentRow]))
+    const int row = Grid1.Row();
+    if (!FindKey(ServiceRecords, List1.KeyOf(row)))
         return false;
     ServiceRecords.LockEdits(true);
     ServiceRecords.Edit();
-    WriteFields(CurrentRow);
+    WriteFields(row);
     ServiceRecords.Update();
     saving.Commit();
-    ShowFields(CurrentRow);
+    ShowFields(row);
     return true;
 }
 
@@ -225,8 +221,6 @@ void J_PROD::WriteFields(int row)
 
 void J_PROD::ShowFields(int row)
 {
-    if (row > Grid1.Rows() - 1)
-        Grid1.AppendRow();
     Grid1.SetText(row, Number, PlainText(row + 1));
     Grid1.SetText(row, Name, " " + NameField.text());
     Grid1.SetText(row, Price, PriceField.text() + " ");
@@ -236,12 +230,13 @@ void J_PROD::ShowFields(int row)
 
 void J_PROD::DeleteService()
 {
-    if (CurrentRow == 0)
+    const int row = Grid1.Row();
+    if (row == 0)
         return;
-    const dao::Key service = List1[CurrentRow];
+    const dao::Key service = List1.KeyOf(row);
     if (IsUsedByAct(service))
         return ReportInUse();
-    if (!ConfirmsDeletion(PlainText(CurrentRow + 1)))
+    if (!ConfirmsDeletion(PlainText(row + 1)))
         return;
     switch (Remove(service)) {
     case Removal::InUse:
@@ -284,35 +279,30 @@ void J_PROD::ReportGone()
 
 void J_PROD::DropRow()
 {
-    List1.removeAt(CurrentRow);
+    List1.Remove(Grid1.Row());
     OrderDirty = true;
-    if (List1.isEmpty()) {
-        Grid1.ClearToOneRow();
-        Grid1.setEnabled(false);
-        IsNew = true;
+    if (!List1.IsEmpty())
         return;
-    }
-    Grid1.RemoveRow(CurrentRow);
-    Grid1.SetRow(0);
-    Grid1_Click();
+    Grid1.setEnabled(false);
+    IsNew = true;
 }
 
 // -- order
 
 void J_PROD::MoveService(Move direction)
 {
-    const int last = static_cast<int>(List1.size()) - 1;
+    const int last = List1.Count() - 1;
     const int barrier = direction == MoveUp ? 1 : last;
-    if (last < 1 || CurrentRow == 0 || CurrentRow == barrier)
+    const int here = Grid1.Row();
+    if (last < 1 || here == 0 || here == barrier)
         return;
-    const int here = CurrentRow;
     const int other = direction == MoveUp ? here - 1 : here + 1;
     for (const int column : {Name, Price}) {
         const QString moved = Grid1.Text(here, column).trimmed();
         Grid1.SetText(here, column, Grid1.Text(other, column).trimmed());
         Grid1.SetText(other, column, moved);
     }
-    List1.swapItemsAt(here, other);
+    List1.SwapKeys(here, other);
     Grid1.SetRow(other);
     Grid1_Click();
     OrderDirty = true;
@@ -322,8 +312,8 @@ void J_PROD::WriteServiceOrder()
 {
     dao::Transaction writing(TheDatabase);
     ServiceRecords.LockEdits(true);
-    for (int place = 0; place < List1.size(); ++place) {
-        if (!FindKey(ServiceRecords, List1[place]))
+    for (int place = 0; place < List1.Count(); ++place) {
+        if (!FindKey(ServiceRecords, List1.KeyOf(place)))
             continue;
         ServiceRecords.Edit();
         ServiceRecords["Ordre"] = Int16(place);

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/basic/Int16.h"
+#include "core/KeyedList.h"
 #include "platform/dao/Recordset.h"
 #include "platform/forms/Bulle.h"
 #include "platform/forms/ControlArray.h"
@@ -83,10 +83,9 @@ private:
     void DropRow();
 
     dao::Recordset ServiceRecords; ///< in their order
-    bool IsNew = false; ///< saving adds a row. Never reset: a modification after a new service adds one as well
+    bool IsNew = false; ///< saving adds a row; stays set, so that a modification after a new service adds a row too
     bool OrderDirty = false;
-    basic::Int16 CurrentRow; ///< of Grid1, index into List1
-    dao::KeyList List1;      ///< service on each row of Grid1
+    core::KeyedList List1{Grid1}; ///< the services, in the order of the list
 };
 
 } // namespace catalogue

@@ -36,7 +36,7 @@ private:
     /// Sets DataFolder and DatabasePath if the chosen folder contains the files of a practice; otherwise reports the
     /// missing one.
     bool CheckFolderFiles();
-    /// Whether the typed code is the decimal text of twice the stored value. Raises 6 when the double leaves 16 bits.
+    /// Whether the typed code is the decimal text of twice the stored value. Raises 6 when that exceeds 16 bits.
     bool CheckAccessCode() const;
 
     forms::Label hint{"LHint"};

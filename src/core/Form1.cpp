@@ -1,7 +1,6 @@
 #include "core/Form1.h"
 
 #include "core/Auteur.h"
-#include "core/Guide.h"
 #include "core/calendar.h"
 #include "core/configuration.h"
 #include "core/globals.h"
@@ -43,7 +42,6 @@ Form1::Form1(ScreenOpeners screens) : Form("Form1"), openers(std::move(screens))
     On(Image2, &Picture::clicked, *this, &Form1::mnuQ_Click);
     On(Image1, &Picture::MouseOver, *this, [this] { Image2.show(); });
     OnFatalError(CloseDataFiles);
-    OnHelp(ShowGuide);
 }
 
 void Form1::Form_Load()
@@ -151,7 +149,7 @@ void Form1::EndNow()
     TheDesk().EndProgram(ShutDown());
 }
 
-/// Closes the front window, then calls itself again for the next one once its caller has returned.
+/// Closes the front window and schedules itself for the next one, which is in front once this modal loop has returned.
 void Form1::CloseTopScreen()
 {
     QWidget* const front = QApplication::activeModalWidget();

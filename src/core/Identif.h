@@ -8,6 +8,7 @@ namespace core {
 
 /// "Identification": the eight administrative identifiers of the practice, the first eight fields of `Permn`. Loading
 /// creates the row if missing. Accepting saves if a text has changed, even by blanks only; leaving never saves.
+/// Complete, but no menu entry opens it.
 class Identif : public forms::Form {
     Q_OBJECT
 public:

@@ -32,7 +32,7 @@ const std::vector<MenuEntry>& MenuTable()
         {"mnu_Deep", "Dépenses ordinaires", "mnu_13", entry, before, opened},
         {"mnu_Inst", "Règlements en instance", "mnu_13", entry, before, opened,
          "Select * from Actes where Flag_R < 2 order by Date", "Aucun règlement en instance", "ATTENTION"},
-        // The cash has its own check, on two tables; only the message is here.
+        // The check covers two tables, see Form1::mnu_Caisse_Click; only its message is here.
         {"mnu_Caisse", "Caisse du Jour", "mnu_13", entry, before, opened, "", "Aucun mouvement de fonds enregistré",
          "Lumo ZEP"},
         {"t2t", "-", "mnu_13", entry, before, opened},

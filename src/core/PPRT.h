@@ -6,7 +6,8 @@
 
 namespace core {
 
-/// "Imprimante par défaut": lists the printers of the system. It changes nothing.
+/// "Imprimante par défaut": lists the printers of the system, changes nothing. Complete, but no menu entry opens
+/// it.
 class PPRT : public forms::Form {
     Q_OBJECT
 public:

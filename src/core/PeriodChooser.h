@@ -51,7 +51,7 @@ public:
     std::optional<Period> Read(int acceptPicture);
 
     /// Whether the bounds are in order; shows "Dates inversées" otherwise. An end one day before the start is accepted
-    /// on purpose: it is the empty period.
+    /// on purpose, as the empty period.
     bool IsInOrder(const Period& period);
 
 private:

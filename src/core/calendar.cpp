@@ -56,7 +56,7 @@ int DaysInMonth(int month, int year)
     }
 }
 
-bool PickDateFrom(const QString& dateText)
+std::optional<QString> PickDateFrom(const QString& dateText)
 {
     PickedDay = RoundToInt(Val(dateText.left(2)));
     PickedMonth = RoundToInt(Val(dateText.mid(3, 2)));
@@ -64,10 +64,10 @@ bool PickDateFrom(const QString& dateText)
 
     Q_Date_2 picker;
     forms::TheDesk().ShowModal(picker);
-    return PickedDay >= 1;
+    return PickedDay >= 1 ? std::optional(PickedDate) : std::nullopt;
 }
 
-bool PickDateFromToday()
+std::optional<QString> PickDateFromToday()
 {
     return PickDateFrom(DateText(host::Today()));
 }

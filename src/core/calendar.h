@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <optional>
 
 namespace core {
 
@@ -17,11 +18,11 @@ bool IsDateText(const QString& dateText);
 /// Days of a month (1 to 12). Every fourth year is a leap year: no century rule.
 int DaysInMonth(int month, int year);
 
-/// Shows the date picker, preset with the current date; true if a day was chosen. It is then in PickedDate, PickedDay,
-/// PickedMonth and PickedYear.
-bool PickDateFromToday();
+/// Shows the date picker, preset with the current date. Returns the chosen day as dd/mm/yyyy, which is also in
+/// PickedDate; none on cancel.
+std::optional<QString> PickDateFromToday();
 
 /// The same, preset with a dd/mm/yyyy text.
-bool PickDateFrom(const QString& dateText);
+std::optional<QString> PickDateFrom(const QString& dateText);
 
 } // namespace core

@@ -21,7 +21,7 @@ constexpr int AlternativeSet = 1;
 
 std::array<QString, data::LetterheadFields> Letterhead;
 Int16 AccessValue;
-Int16 LetterheadSelector; ///< 1 selects the alternative set; never set so far
+Int16 LetterheadSelector; ///< 1 selects the alternative set; nothing sets it
 
 QString& Stored(int field)
 {

@@ -14,7 +14,7 @@ void LoadConfiguration();
 /// The same from the file's content.
 void TakeConfiguration(const QByteArray& content);
 
-/// The stored access value, unchanged; the access code is the decimal text of its double.
+/// The stored access value. The access code is twice this value, as decimal text.
 basic::Int16 StoredAccessValue();
 
 /// Letterhead field 1 to 16, blank-filled to its width. Fields 1 to 8 are the French set, 9 to 16 the alternative one.

@@ -7,7 +7,7 @@
 #include <QString>
 #include <array>
 
-/// The global working state of the program, read and written by every screen.
+/// The working state that the screens share, each name as its rules call it.
 namespace core {
 
 /// "True" of the 16-bit flags: all bits set.
@@ -31,7 +31,7 @@ extern dao::Recordset PrestaTable;
 extern dao::Recordset TextesTable;
 extern dao::Recordset PermnTable;
 
-extern QString QueryText;  ///< the last statement built by a screen
+extern QString QueryText;  ///< the statement last run; routines take theirs as a parameter
 extern QString ReportName; ///< a template's file name during a print
 
 extern QSize InitialScreen; ///< the display size in pixels found at start
@@ -40,19 +40,20 @@ inline constexpr int Arabic = 1;
 extern basic::Int16 LanguageMode; ///< of the tooltips: True for French, or Arabic
 
 extern basic::Int16 DialogResult; ///< result of the last modal screen; also passes an option index to New_Mecano
-extern QString PickedDate;        ///< shared text: the date chosen in the picker, a caption passed between screens
-extern QString ScratchText;       ///< a second such text
+extern QString PickedDate;        ///< shared text: the day of the picker, also for J_CAISSE; a caption for New_Mecano
+extern QString ScratchText;       ///< a second such text: the error that ended an actualisation; read by no screen
 extern basic::Int16 PickedDay;    ///< date passed to and from the picker; a day below 1 means nothing was chosen
 extern basic::Int16 PickedMonth;
 extern basic::Int16 PickedYear;
-extern dao::Key SelectedPatient; ///< the patient found by card number
+extern dao::Key SelectedPatient; ///< the patient found by card number; read by no screen
 
-extern std::array<QString, 20> ConfigLines; ///< configuration lines; later scratch space for dates when printing
+/// Configuration lines; F_Dep then keeps the dates of its last selection in the first two, and reads the second.
+extern std::array<QString, 20> ConfigLines;
 
 extern std::array<QString, 7> DayNamesShort;     ///< Sunday first, fixed text of 10
 extern std::array<QString, 7> DayNamesLong;      ///< Sunday first, fixed text of 10
 extern std::array<QString, 12> MonthNames;       ///< fixed text of 20
-extern std::array<QString, 12> MonthNamesArabic; ///< fixed text of 20
+extern std::array<QString, 12> MonthNamesArabic; ///< fixed text of 20; read by no screen
 
 /// Fills the four name tables.
 void FillCalendarNames();

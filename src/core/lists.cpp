@@ -4,7 +4,6 @@
 #include "platform/basic/RuntimeError.h"
 #include "platform/forms/Controls.h"
 #include "platform/forms/Desk.h"
-#include "platform/forms/Grid.h"
 
 namespace PaymentCode = data::PaymentCode;
 
@@ -40,17 +39,13 @@ QString PayCodeTips()
     return tips.join('\n');
 }
 
-void FillPayLists(QStringList& List_R, QStringList& List_HH, forms::ComboBox* codes)
+void FillPayCodes(forms::ComboBox& codes)
 {
-    List_R = data::PaymentCodes();
-    List_HH = HourSlots();
-    if (codes != nullptr) {
-        codes->clear();
-        codes->addItems(List_R);
-        for (int code = 0; code < codes->count(); ++code)
-            codes->setItemData(code, PayCodeTip(code), Qt::ToolTipRole);
-        codes->SetListIndex(0);
-    }
+    codes.clear();
+    codes.addItems(data::PaymentCodes());
+    for (int code = 0; code < codes.count(); ++code)
+        codes.setItemData(code, PayCodeTip(code), Qt::ToolTipRole);
+    codes.SetListIndex(0);
 }
 
 QStringList HourSlots()
@@ -66,15 +61,6 @@ QString ListLine(const QStringList& list, int line)
     if (line < 0 || line >= list.size())
         throw basic::RuntimeError(basic::Error::IndexOutOfRange);
     return list[line];
-}
-
-int TakeRow(forms::Grid& grid, basic::Int16& nextRow)
-{
-    const int row = nextRow;
-    if (row > grid.Rows() - 1)
-        grid.AppendRow();
-    ++nextRow;
-    return row;
 }
 
 bool FindKey(dao::Recordset& lookup, dao::Key key)

@@ -1,33 +1,27 @@
 #pragma once
 
-#include "platform/basic/Int16.h"
 #include "platform/dao/Recordset.h"
 
 #include <QStringList>
 
 namespace forms {
 class ComboBox;
-class Grid;
 } // namespace forms
 
 namespace core {
 
-/// Fills the payment codes and hour slots, see PayCodes and HourSlots. `codes`, which may be null, receives the payment
-/// codes as well, with line 0 chosen.
-void FillPayLists(QStringList& List_R, QStringList& List_HH, forms::ComboBox* codes = nullptr);
+/// Fills a drop-down list with the payment codes and their explanations, line 0 chosen.
+void FillPayCodes(forms::ComboBox& codes);
 
 /// The ten hour slots of a day; line n is the slot of `HH` n, " 8-9" to " 17-18".
 QStringList HourSlots();
 
-/// Explains the payment codes, one line each: pending or settled, and how an act is valued. Tooltip of the "R"
-/// headings; each line is also the tooltip of its code.
+/// Explains the payment codes, one line each: pending or settled, and how an act is valued. Tooltip of the columns that
+/// show the code.
 QString PayCodeTips();
 
-/// A line of a list; raises 9 outside it: an unknown code is a data error.
+/// The text with this number; raises 9 outside the list, since an unknown code is an error in the data.
 QString ListLine(const QStringList& list, int line);
-
-/// The row number `nextRow`, appended to the grid if needed; increments `nextRow`. Raises 6 past row 32,766.
-int TakeRow(forms::Grid& grid, basic::Int16& nextRow);
 
 /// Moves to the row with this key by one look-up. False, without moving, if there is none; the set may be empty.
 bool FindKey(dao::Recordset& lookup, dao::Key key);
@@ -35,10 +29,10 @@ bool FindKey(dao::Recordset& lookup, dao::Key key);
 /// Deletes the row with this key; false if it no longer exists.
 bool DeleteKey(dao::Recordset& rows, dao::Key key);
 
-/// Asks whether to delete a line of a list; `number` is the line number as shown.
+/// Asks whether to delete a line of a list; `number` is its number as shown.
 bool ConfirmsDeletion(const QString& number);
 
-/// Tells the user that another program has deleted the line and nothing was written.
+/// Tells the user that another program has deleted the line. Call when nothing was written.
 void ReportDeletedLine();
 
 /// The text of a field; empty for Null.

@@ -42,7 +42,7 @@ void UpgradeProvTable()
         if (Prov.FieldCount() < fieldsWithSecondAmount)
             Prov.AppendField("Mt2", 0);
     } catch (const RuntimeError& error) {
-        if (error.Code() != Error::ReadOnly) // the opening itself says that
+        if (error.Code() != Error::ReadOnly) // OpenDataFiles reports it
             MsgBox(ErrorText(error), Icon::Exclamation, "Lumo ZEP");
     }
     database.Close();
@@ -50,7 +50,7 @@ void UpgradeProvTable()
 
 namespace {
 
-/// Opens the database and its four tables; the error, which was shown, when that fails.
+/// Opens the database and its four tables. On failure shows the error and returns it.
 std::optional<Error> TryOpening()
 {
     try {
@@ -66,7 +66,7 @@ std::optional<Error> TryOpening()
     }
 }
 
-/// Offers the newest whole copy in the place of a damaged database. Returns whether it was put there.
+/// Offers to restore the newest intact copy of a damaged database. True if it was restored.
 bool OfferCopy()
 {
     TheDatabase.Close();

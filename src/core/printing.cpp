@@ -30,7 +30,7 @@ void WriteHeadings(const std::vector<PrintStep::Heading>& headings)
 
 } // namespace
 
-void ScratchRows::Add(std::initializer_list<Cell> cells)
+void ScratchRows::Add(const std::vector<Cell>& cells)
 {
     table.AddNew();
     for (const auto& [field, value] : cells)

@@ -4,7 +4,6 @@
 
 #include <QString>
 #include <functional>
-#include <initializer_list>
 #include <utility>
 #include <vector>
 
@@ -22,7 +21,7 @@ public:
     explicit ScratchRows(dao::Recordset scratch) : table(std::move(scratch)) {}
 
     /// Adds one row; fields not named stay empty.
-    void Add(std::initializer_list<Cell> cells);
+    void Add(const std::vector<Cell>& cells);
 
 private:
     dao::Recordset table;

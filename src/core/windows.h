@@ -8,8 +8,8 @@ class Form;
 
 namespace core {
 
-/// Centres the window on the program's screen: half the screen minus half the window in each direction, in twips,
-/// floating point. When shown, it is moved into the screen's free area if necessary.
+/// Centres the window on the program's screen: half the screen minus half the window in each direction, computed in
+/// twips without rounding. When shown, it is moved into the screen's free area if necessary.
 void CenterForm(forms::Form& window);
 
 /// Shows a panel of the same window centred over `area`, in its natural size but no larger than the area, and keeps it

@@ -83,8 +83,7 @@ void F_Dep::EscapePressed()
 
 void F_Dep::Grid1_Click()
 {
-    SelectedRow = Grid1.Row();
-    Grid1.SelectRow(SelectedRow);
+    Grid1.SelectRow(Grid1.Row());
 }
 
 void F_Dep::Grid1_DblClick()
@@ -109,44 +108,40 @@ void F_Dep::ListChosenDates(int acceptPicture)
         return;
     ConfigLines[FirstDate] = period->first;
     QString heading = "Dépenses du " + period->first;
-    QueryText = "select * from Recettes where date = #" + period->FirstUS() + "# order by num";
+    QString selection = "select * from Recettes where date = #" + period->FirstUS() + "# order by num";
     if (!period->isDay) {
         ConfigLines[LastDate] = period->last;
         heading += " au " + period->last;
-        QueryText = "select * from Recettes where date >=#" + period->FirstUS() + "# and date <=#" + period->LastUS() +
+        selection = "select * from Recettes where date >=#" + period->FirstUS() + "# and date <=#" + period->LastUS() +
                     "# order by date, num";
     }
     SSPanel1.SetCaption(heading); // also of a period that is refused next
     if (!Dates.IsInOrder(*period))
         return;
-    FillExpenses();
+    FillExpenses(selection);
     Browse();
 }
 
-void F_Dep::FillExpenses()
+void F_Dep::FillExpenses(const QString& selection)
 {
     const Hourglass pointer;
-    Grid1.ClearToOneRow();
-    List1.clear();
+    List1.Clear();
     const dao::ReadTransaction oneState(TheDatabase);
+    QueryText = selection;
     ListRecordset = TheDatabase.OpenRecordset(QueryText);
     for (; !ListRecordset.IsEOF(); ListRecordset.MoveNext()) {
         const dao::Field object = ListRecordset["objet"];
-        ShowRow(static_cast<int>(List1.size()),
+        ShowRow(List1.Add(ListRecordset["num"].Key()),
                 {TextOrNothing(ListRecordset["Date"]), object.IsNull() ? QString() : object.Text().trimmed(),
                  TextOrNothing(ListRecordset["montant"])});
-        List1 << ListRecordset["num"].Key();
     }
     ShowTotal();
-    SelectedRow = 0;
-    if (!List1.isEmpty())
-        Grid1.SelectRow(SelectedRow);
+    if (!List1.IsEmpty())
+        Grid1.SelectRow(0);
 }
 
 void F_Dep::ShowRow(int row, const TypedExpense& expense)
 {
-    if (row >= Grid1.Rows())
-        Grid1.AppendRow();
     Grid1.SetText(row, Number, QString::number(row + 1));
     Grid1.SetText(row, Date, expense.date);
     Grid1.SetText(row, Object, expense.object.isNull() ? QString() : " " + expense.object);
@@ -173,10 +168,10 @@ void F_Dep::EnterNew()
 
 void F_Dep::OpenChange()
 {
-    if (List1.isEmpty())
+    if (List1.IsEmpty())
         return;
-    ChangedRow = SelectedRow;
-    SelectedNum = List1[ChangedRow];
+    ChangedRow = Grid1.Row();
+    SelectedNum = List1.KeyOf(ChangedRow);
     if (!FindKey(ListRecordset, SelectedNum))
         return DropLine(ChangedRow);
     EntryIsNew = false;
@@ -239,16 +234,13 @@ void F_Dep::WriteExpense(const TypedExpense& typed)
 
 void F_Dep::ShowSaved(const TypedExpense& typed)
 {
-    const int row = EntryIsNew ? static_cast<int>(List1.size()) : ChangedRow;
-    if (EntryIsNew)
-        List1 << ListRecordset.LastKey();
-    ShowRow(row, typed);
+    ShowRow(EntryIsNew ? List1.Add(ListRecordset.LastKey()) : ChangedRow, typed);
     MsgBox("Enregistrement terminé", Icon::Information, "ZEP Lumo");
     Grid1.setEnabled(true);
     ShowTotal();
     if (EntryIsNew)
         Grid1.scrollToBottom();
-    if (List1.size() == 1)
+    if (List1.Count() == 1)
         Grid1.SelectRow(0);
 }
 
@@ -257,7 +249,7 @@ void F_Dep::Browse()
     SSPanel3.hide();
     Dates.hide();
     ShowPictures(true);
-    if (!List1.isEmpty())
+    if (!List1.IsEmpty())
         Grid1.setEnabled(true);
     if (Grid1.isEnabled())
         Grid1.setFocus();
@@ -275,12 +267,13 @@ void F_Dep::ShowPictures(bool shown)
 
 void F_Dep::DeleteExpense()
 {
-    if (List1.isEmpty() || !ConfirmsDeletion(QString::number(SelectedRow + 1)))
+    const int row = Grid1.Row();
+    if (List1.IsEmpty() || !ConfirmsDeletion(QString::number(row + 1)))
         return;
-    if (!DeleteKey(ListRecordset, List1[SelectedRow]))
-        return DropLine(SelectedRow);
+    if (!DeleteKey(ListRecordset, List1.KeyOf(row)))
+        return DropLine(row);
     dao::DBEngine.Idle(dao::RefreshCache);
-    RemoveLine(SelectedRow);
+    RemoveLine(row);
     ShowTotal();
 }
 
@@ -293,16 +286,11 @@ void F_Dep::DropLine(int row)
 
 void F_Dep::RemoveLine(int row)
 {
-    List1.removeAt(row);
-    SelectedRow = 0;
-    if (List1.isEmpty()) {
-        Grid1.ClearToOneRow();
-        Grid1.setEnabled(false);
-        setFocus();
+    List1.Remove(row);
+    if (!List1.IsEmpty())
         return;
-    }
-    Grid1.RemoveRow(row);
-    Grid1.SelectRow(SelectedRow);
+    Grid1.setEnabled(false);
+    setFocus();
 }
 
 } // namespace expenses

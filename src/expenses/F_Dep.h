@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/KeyedList.h"
 #include "core/PeriodChooser.h"
 #include "expenses/EntryPanel.h"
 #include "platform/dao/Recordset.h"
@@ -28,8 +29,8 @@ public:
     core::PeriodChooser Dates; ///< SSTab2: the day or period to list
     forms::Bulle Bulle;
 
-    /// Lists the expenses selected by QueryText; no message when there are none.
-    void FillExpenses();
+    /// Lists the expenses that a statement selects; no message when there are none.
+    void FillExpenses(const QString& selection);
     /// Shows the sum of the amounts as listed; nothing if it is exactly 0.
     void ShowTotal();
     /// Writes the expense being edited, or a new one. Raises 3421 when the date doesn't exist or isn't dd/mm/yyyy, 6
@@ -68,10 +69,9 @@ private:
 
     dao::Recordset ListRecordset; ///< the last selection; also used for edits
     bool EntryIsNew = false;
-    basic::Int16 SelectedRow; ///< row of Grid1 last clicked, index into List1
     dao::Key SelectedNum = 0; ///< expense being changed
-    int ChangedRow = 0;       ///< row of SelectedNum, whatever row is clicked meanwhile
-    dao::KeyList List1;       ///< expense on each row of Grid1
+    int ChangedRow = 0;       ///< row of SelectedNum, even if another row is clicked meanwhile
+    core::KeyedList List1{Grid1, core::KeyedList::NoLimit}; ///< the expenses listed
 };
 
 } // namespace expenses

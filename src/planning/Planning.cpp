@@ -162,8 +162,7 @@ void Planning::EscapePressed()
 
 void Planning::Grid1_Click()
 {
-    UnitRow = Grid1.Row();
-    Grid1.SelectRow(UnitRow);
+    Grid1.SelectRow(Grid1.Row());
 }
 
 void Planning::Grid1_DblClick()
@@ -194,17 +193,15 @@ void Planning::CloseOverBoard(QWidget& panel, QWidget& next)
 void Planning::LoadPlanningLists()
 {
     Combo1[UnitChoice].clear();
-    List2.clear();
+    List2.DropKeys();
     QueryText = "select * from Presta order by ordre";
     dao::Recordset units = TheDatabase.OpenRecordset(QueryText);
-    Int16 nextRow;
     for (; !units.IsEOF(); units.MoveNext()) {
         const QString name = " " + TextOrNothing(units["denom"]);
         Combo1[UnitChoice].addItem(name);
-        Grid1.SetText(TakeRow(Grid1, nextRow), Unit, name);
-        List2 << units["num"].Key();
+        Grid1.SetText(List2.Add(units["num"].Key()), Unit, name);
     }
-    if (List2.size() > 1)
+    if (List2.Count() > 1)
         Combo1[UnitChoice].SetListIndex(1);
 
     for (const QString& month : MonthNames)
@@ -245,9 +242,9 @@ void Planning::CountDayByUnit()
 
 void Planning::CountUnits(int column, const QString& dayOfTable)
 {
-    for (int row = 0; row < static_cast<int>(List2.size()); ++row) {
+    for (int row = 0; row < List2.Count(); ++row) {
         QueryText = "select count(num) as S1 from " + dayOfTable + " =#" + DayDateUS +
-                    "# and num_presta = " + QString::number(List2[row]);
+                    "# and num_presta = " + QString::number(List2.KeyOf(row));
         const int count = TheDatabase.OpenRecordset(QueryText)["S1"].Long();
         if (count > 0)
             Grid1.SetText(row, column, PlainText(count));
@@ -313,7 +310,7 @@ QString Planning::MonthDay(int day)
 void Planning::FillMonthCounts()
 {
     const int choice = Combo1[UnitChoice].currentIndex();
-    const QString unit = QString::number(List2.value(choice));
+    const QString unit = QString::number(List2.Keys().value(choice));
     const dao::ReadTransaction oneState(TheDatabase);
     for (int row = 0; choice >= 0 && row < Grid3.Rows(); ++row) {
         const QString ofDay = "select count(num) as S1 from Plani where Num_Presta = " + unit + " and date =#" +

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/basic/Int16.h"
+#include "core/KeyedList.h"
 #include "platform/dao/Recordset.h"
 #include "platform/forms/ControlArray.h"
 #include "platform/forms/Controls.h"
@@ -107,11 +107,11 @@ private:
     /// The unit on the current row of Grid1; 0 if there is none.
     dao::Key CurrentUnitKey() const;
 
-    QString DayDateUS;    ///< the board's day as mm/dd/yyyy
-    basic::Int16 UnitRow; ///< current row of Grid1, index into List2
+    QString DayDateUS; ///< the board's day as mm/dd/yyyy
 
-    dao::KeyList List2; ///< the units, by row of Grid1 and line of Combo1(0)
-    QStringList List4;  ///< the hour slots
+    core::KeyedList List1{Grid2}; ///< the appointments listed
+    core::KeyedList List2{Grid1}; ///< the units, also by line of Combo1(0)
+    QStringList List4;            ///< the hour slots
 };
 
 } // namespace planning

@@ -57,12 +57,12 @@ void Planning::ShowDayList()
 
 dao::Key Planning::CurrentUnitKey() const
 {
-    return List2.value(UnitRow);
+    return List2.Keys().value(Grid1.Row());
 }
 
 void Planning::LoadDayAppointments()
 {
-    Grid2.ClearToOneRow();
+    List1.Clear();
     Grid1.SetCol(Unit);
     UnitLine.setText("Unité : " + Grid1.Text(Grid1.Row(), Unit).trimmed());
     DayLine.setText(DayHeading.text());
@@ -72,16 +72,15 @@ void Planning::LoadDayAppointments()
     QueryText = "Select * from Plani where Num_Presta = " + QString::number(CurrentUnitKey()) + " and date = #" +
                 DayDateUS + "# order by HH";
     dao::Recordset appointments = TheDatabase.OpenRecordset(QueryText);
-    Int16 nextRow;
     for (; !appointments.IsEOF(); appointments.MoveNext()) {
-        const int row = TakeRow(Grid2, nextRow);
-        Grid2.SetText(row, Number, PlainText(nextRow));
+        const int row = List1.Add(appointments["num"].Key());
+        Grid2.SetText(row, Number, PlainText(row + 1));
         if (!appointments["HH"].IsNull())
             Grid2.SetText(row, Hour, List4.value(appointments["HH"].Long()));
         if (const auto& patient = patients.Find(appointments["num_patient"]))
             ShowPatient(row, *patient);
     }
-    if (nextRow > 0) {
+    if (!List1.IsEmpty()) {
         Grid2.SetRow(0);
         Grid2_Click();
     }

@@ -101,8 +101,7 @@ TEST_F(CashStatement, CarriesActsWithoutServiceOverToTheNextBalance)
     EXPECT_EQ(RowOf(today.Grid2, 0), QStringList({"1", " Benali", " Zoé", "", " 8-9", "P ", "70 "}));
     EXPECT_EQ(RowOf(today.Grid3, 0), QStringList({"1", " Benali", " Zoé", " Consultation", " 8-9", "R-", "30.5 "}));
 
-    core::PickedDate = "18/06/2008";
-    today.ShowCashDay();
+    today.ShowCashDay("18/06/2008");
     EXPECT_EQ(today.RCP[J_CAISSE::OpeningBalance].text(), "  100.50");
 }
 

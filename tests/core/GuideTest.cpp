@@ -1,4 +1,4 @@
-#include "core/Guide.h"
+#include "guide/Guide.h"
 
 #include "core/Form1.h"
 #include "core/globals.h"
@@ -13,7 +13,7 @@
 #include <QTextBlock>
 #include <gtest/gtest.h>
 
-using core::Guide;
+using guide::Guide;
 
 namespace {
 
@@ -80,6 +80,7 @@ TEST_F(GuidePages, NameEveryKeyThatAScreenHas)
 
 TEST_F(GuideWindow, OpensByF1AndSearchesAllPages)
 {
+    forms::OnHelp(guide::ShowGuide);
     auto& main = desk.Open<core::Form1>(core::ScreenOpeners());
     desk.WhenModal<Guide>([](Guide& guide) {
         EXPECT_EQ(guide.windowTitle(), "Guide - Guide de ZEP Lumo");

@@ -275,8 +275,8 @@ TEST_F(Expenses, AreChangedInPlace)
     EXPECT_EQ(screen.SSPanel3.Object.text(), "Second");
     EXPECT_EQ(screen.SSPanel3.Amount.text(), "2");
     FillPanel(screen, "01/11/2007", "Seconde fois", "2.50");
-    screen.FillExpenses();  // the list is refilled behind the panel,
-    screen.Grid1.SetRow(2); // and another row is clicked: the same expense is edited
+    screen.FillExpenses(core::QueryText); // the list is refilled behind the panel,
+    screen.Grid1.SetRow(2);               // and another row is clicked: the same expense is edited
     screen.Grid1_Click();
     Save(screen);
 

@@ -3,7 +3,7 @@
 #include "TourDesk.h"
 
 #include "core/Form1.h"
-#include "core/Guide.h"
+#include "guide/Guide.h"
 
 #include <QApplication>
 #include <QTest>
@@ -13,10 +13,10 @@ namespace tour {
 void VisitGuide(TourDesk& desk, core::Form1& main)
 {
     desk.Visit([&desk](forms::Form& form) {
-        auto& guide = dynamic_cast<core::Guide&>(form);
+        auto& guide = dynamic_cast<guide::Guide&>(form);
         TourDesk::Require(guide.Page.source().fileName() == "index.md", "le guide ne s'ouvre pas au sommaire");
         desk.TakePicture(guide, "Guide");
-        for (const QString& page : core::Guide::Pages()) {
+        for (const QString& page : guide::Guide::Pages()) {
             guide.Page.setSource(guide.Page.source().resolved(QUrl(page)));
             const int beside = guide.height() - guide.Page.viewport()->height();
             guide.resize(guide.width(), beside + static_cast<int>(guide.Page.document()->size().height()));

@@ -25,6 +25,7 @@
 #include "data/Archives.h"
 #include "data/PaymentCode.h"
 #include "data/Practice.h"
+#include "guide/Guide.h"
 #include "menu.h"
 #include "platform/basic/Dates.h"
 #include "platform/forms/Guard.h"
@@ -311,6 +312,7 @@ int main(int argc, char* argv[])
     forms::ApplyStyle(application);
     TourDesk desk(pictures);
     forms::SetDesk(&desk);
+    forms::OnHelp(guide::ShowGuide);
     core::Form1 mainWindow(MenuScreens());
     forms::Guarded([&] {
         mainWindow.Load();

@@ -211,7 +211,7 @@ void Form::ScrollIfTooLarge()
 
 bool Form::event(QEvent* event)
 {
-    if (event->type() == QEvent::LayoutRequest) // contents have grown, perhaps; looked at after the layout
+    if (event->type() == QEvent::LayoutRequest) // the contents may have grown: check after the layout
         QMetaObject::invokeMethod(this, &Form::ScrollIfTooLarge, Qt::QueuedConnection);
     return QDialog::event(event);
 }

@@ -76,7 +76,8 @@ private:
     bool hasCommandKeys = false;
 };
 
-/// Sets what F1 does on every screen without a picture for it; it is passed the screen's name.
+/// Sets what F1 does on every screen without a picture for it; it is passed the screen's name. Call before a screen is
+/// shown.
 void OnHelp(std::function<void(const QString& screen)> showHelp);
 
 /// Shows the hourglass pointer during its lifetime.

@@ -15,7 +15,7 @@ void MakeScrollable(QWidget& window)
     content->setLayout(window.layout());
     auto* outer = new QVBoxLayout(&window);
     outer->setContentsMargins({});
-    for (QWidget* control : controls) // the layout has moved its own
+    for (QWidget* control : controls) // those in the layout have moved already
         if (control->parentWidget() == &window && !control->isWindow())
             control->setParent(content);
 

@@ -1,10 +1,10 @@
 #pragma once
 
-#include "core/GuidePage.h"
+#include "guide/GuidePage.h"
 #include "platform/forms/Controls.h"
 #include "platform/forms/Form.h"
 
-namespace core {
+namespace guide {
 
 /// The guide: the pages of docs/guide with links, a search through all of them and the program's version. F1 opens it
 /// over the current screen, Esc closes it.
@@ -50,4 +50,4 @@ private:
 /// Opens the guide on the page about a screen.
 void ShowGuide(const QString& screen);
 
-} // namespace core
+} // namespace guide

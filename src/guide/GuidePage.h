@@ -2,7 +2,7 @@
 
 #include <QTextBrowser>
 
-namespace core {
+namespace guide {
 
 /// Shows a Markdown page in the program's fonts and colours, with pictures scaled down to the line width.
 class GuidePage : public QTextBrowser {
@@ -23,4 +23,4 @@ private:
     void DressText();
 };
 
-} // namespace core
+} // namespace guide

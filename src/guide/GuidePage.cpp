@@ -1,4 +1,4 @@
-#include "core/GuidePage.h"
+#include "guide/GuidePage.h"
 
 #include "platform/forms/Colours.h"
 #include "platform/forms/Style.h"
@@ -11,7 +11,7 @@
 #include <QTextTable>
 #include <cmath>
 
-namespace core {
+namespace guide {
 
 namespace {
 
@@ -153,4 +153,4 @@ void GuidePage::DressText()
             DressTable(*table);
 }
 
-} // namespace core
+} // namespace guide

@@ -1,4 +1,4 @@
-#include "core/Guide.h"
+#include "guide/Guide.h"
 
 #include "core/globals.h"
 #include "platform/forms/Desk.h"
@@ -12,7 +12,7 @@
 
 using namespace forms;
 
-namespace core {
+namespace guide {
 
 namespace {
 
@@ -114,7 +114,7 @@ QString Guide::PageOf(const QString& screen)
 
 QString Guide::Folder()
 {
-    return host::FolderOfOwnFile(ProgramFolder, QStringLiteral("guide/") + ContentsPage) + "/guide";
+    return host::FolderOfOwnFile(core::ProgramFolder, QStringLiteral("guide/") + ContentsPage) + "/guide";
 }
 
 QStringList Guide::Pages()
@@ -154,4 +154,4 @@ void ShowGuide(const QString& screen)
     TheDesk().ShowModal(guide);
 }
 
-} // namespace core
+} // namespace guide

@@ -1,4 +1,4 @@
-#include "core/Guide.h"
+#include "guide/Guide.h"
 
 #include "platform/basic/Version.h"
 #include "platform/forms/Layout.h"
@@ -6,7 +6,7 @@
 
 using namespace forms;
 
-namespace core {
+namespace guide {
 
 void Guide::BuildForm()
 {
@@ -32,4 +32,4 @@ void Guide::BuildForm()
     resize(naturalSize * FontScale());
 }
 
-} // namespace core
+} // namespace guide
