@@ -1,4 +1,4 @@
-# Build options (warnings, sanitizers) and zep_module, which defines the library of a module.
+# Build options (warnings, hardening, sanitizers) and zep_module, which defines the library of a module.
 
 option(ZEP_SANITIZE "Build with the address and undefined-behaviour sanitizers" OFF)
 option(ZEP_WERROR "Make warnings errors: in CI, not for a user's newer compiler" OFF)
@@ -14,6 +14,12 @@ target_compile_options(zep_options INTERFACE -Wall -Wextra -Wpedantic -Wshadow -
     -Wnon-virtual-dtor -Woverloaded-virtual $<$<BOOL:${ZEP_WERROR}>:-Werror>)
 target_compile_definitions(zep_options INTERFACE QT_NO_CAST_FROM_BYTEARRAY QT_NO_FOREACH QT_NO_KEYWORDS
     QT_DISABLE_DEPRECATED_BEFORE=0x060400)
+# Hardening, as for Debian's own packages, and checked containers: the programs read foreign files. _FORTIFY_SOURCE needs
+# optimization and hides errors from the sanitizers.
+target_compile_options(zep_options INTERFACE -fstack-protector-strong -fstack-clash-protection
+    -Werror=format-security $<$<CONFIG:Release>:-U_FORTIFY_SOURCE;-D_FORTIFY_SOURCE=2>)
+target_compile_definitions(zep_options INTERFACE _GLIBCXX_ASSERTIONS)
+target_link_options(zep_options INTERFACE -pie LINKER:-z,relro,-z,now)
 if(ZEP_SANITIZE)
     # False positives: the sanitizers' instrumentation looks like uninitialized reads.
     target_compile_options(zep_options INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=undefined

@@ -49,6 +49,15 @@ using tour::TourDesk;
 
 namespace {
 
+QtMessageHandler defaultHandler = nullptr;
+
+/// Drops the offscreen platform's remark on every window; passes on all other messages.
+void OmitSizeHints(QtMsgType type, const QMessageLogContext& context, const QString& message)
+{
+    if (message != "This plugin does not support propagateSizeHints()")
+        defaultHandler(type, context, message);
+}
+
 /// Copies a data folder without its archive, so that the tour doesn't change the practice.
 void CopyPractice(const QString& from, const QString& to)
 {
@@ -295,6 +304,7 @@ QPalette HighContrastDesktop()
 
 int main(int argc, char* argv[])
 {
+    defaultHandler = qInstallMessageHandler(OmitSizeHints);
     QApplication application(argc, argv);
     const QStringList arguments = QApplication::arguments();
     const QString colours = arguments.value(3, "light");

@@ -8,9 +8,9 @@ namespace basic {
 class Int16 {
 public:
     constexpr Int16() = default;
-    Int16(qint64 value); // NOLINT(google-explicit-constructor): counters are used like plain numbers
+    Int16(qint64 value); // implicit: counters are used like plain numbers
 
-    constexpr operator int() const { return number; } // NOLINT(google-explicit-constructor)
+    constexpr operator int() const { return number; }
 
     Int16& operator+=(qint64 step);
     Int16& operator-=(qint64 step);

@@ -1,6 +1,7 @@
 #include "platform/basic/Numbers.h"
 #include "platform/basic/RuntimeError.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
@@ -43,14 +44,12 @@ DecimalText ToSignificantDigits(double number)
 /// Increments a string of digits; true on overflow.
 bool CarryInto(std::string& digits)
 {
-    for (auto digit = digits.rbegin(); digit != digits.rend(); ++digit) {
-        if (*digit != '9') {
-            ++*digit;
-            return false;
-        }
-        *digit = '0';
-    }
-    return true;
+    const auto raised = std::find_if(digits.rbegin(), digits.rend(), [](char digit) { return digit != '9'; });
+    std::fill(digits.rbegin(), raised, '0');
+    if (raised == digits.rend())
+        return true;
+    ++*raised;
+    return false;
 }
 
 /// Cuts the fraction to `places` digits, rounding half away from zero.

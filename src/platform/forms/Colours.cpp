@@ -58,10 +58,11 @@ QColor Readable(const QColor& ink, std::initializer_list<QColor> grounds)
 /// A background, tinted with `tint` as far as `ink` stays readable on it.
 QColor Tinted(const QColor& ground, const QColor& tint, double share, const QColor& ink)
 {
-    for (; share > 0.02; share *= 0.8) {
+    while (share > 0.02) {
         const QColor tinted = Mix(ground, tint, share);
         if (Contrast(ink, tinted) >= EnoughContrast)
             return tinted;
+        share *= 0.8;
     }
     return ground;
 }

@@ -120,8 +120,8 @@ void Form::keyPressEvent(QKeyEvent* event)
         event->accept();
         break;
     default:
-        QWidget::keyPressEvent(
-            event); // NOLINT(bugprone-parent-virtual-call): skips the dialog's handler, which closes it on Esc
+        // Skips the dialog's handler, which closes it on Esc.
+        QWidget::keyPressEvent(event); // NOLINT(bugprone-parent-virtual-call)
     }
 }
 

@@ -27,8 +27,8 @@ public:
     }
     ~TotalsLayout() override
     {
-        while (QLayoutItem* item = TotalsLayout::takeAt(0))
-            delete item;
+        for (const Entry& entry : entries)
+            delete entry.item;
     }
     Q_DISABLE_COPY_MOVE(TotalsLayout)
 
@@ -106,9 +106,9 @@ private:
     int LeastLeft(std::vector<Entry>::reverse_iterator entry, const QRect& rect) const
     {
         int least = rect.left();
-        for (auto before = entry + 1; before != entries.rend(); ++before) {
-            if (const auto* figure = qobject_cast<FigureLabel*>(before->total.control))
-                least += qMin(figure->NeededWidth(), grid->columnWidth(before->total.lastColumn));
+        while (++entry != entries.rend()) {
+            if (const auto* figure = qobject_cast<FigureLabel*>(entry->total.control))
+                least += qMin(figure->NeededWidth(), grid->columnWidth(entry->total.lastColumn));
         }
         return least;
     }

@@ -38,7 +38,7 @@ private:
             return Advance(std::min(rest.find('\n'), rest.size()));
         case '"':
         case '\'':
-            return rest.starts_with("\"\"\"") || rest.starts_with("'''") ? SkipTripleQuoted() : SkipQuoted();
+            return rest.starts_with(R"(""")") || rest.starts_with("'''") ? SkipTripleQuoted() : SkipQuoted();
         case '[':
         case '{':
             if (++depth == 1)
@@ -152,7 +152,7 @@ QString ExplainHeading(const QStringList& lines, int index)
     if (!match.hasMatch())
         return QStringLiteral("titre mal écrit « %1 » : il s'écrit [rows] ou [[column]]").arg(line.left(40));
     const QString name = match.captured(1).remove('[').remove(']');
-    const QRegularExpression same("^\\s*\\[\\[?" + name + "\\]\\]?\\s*(#.*)?$");
+    const QRegularExpression same(R"(^\s*\[\[?)" + name + R"(\]\]?\s*(#.*)?$)");
     if (IsRepeated(lines, index, same, false))
         return QStringLiteral("« %1 » est déjà plus haut").arg(match.captured(1));
     return {};
