@@ -30,6 +30,7 @@ protected:
             core::OpenDataFiles();
             core::PickedDate = Today;
             work(desk, desk.Open<Screen>(), done);
+            done();
             core::TheDatabase.Close();
         };
     }
@@ -39,7 +40,9 @@ protected:
 template <class StateAfter>
 auto ReportedOrNext(int parts, StateAfter stateAfter)
 {
-    return [=](int reported) { return QStringList{stateAfter(reported), stateAfter(qMin(reported + 1, parts))}; };
+    return [=](int reported) {
+        return QStringList{stateAfter(qMin(reported, parts)), stateAfter(qMin(reported + 1, parts))};
+    };
 }
 
 } // namespace

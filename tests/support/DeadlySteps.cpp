@@ -36,12 +36,12 @@ void Pass(Moment::Kind kind)
 
 /// A step that is done whole or not at all.
 template <class Work>
-auto Step(Work work)
+int Step(Work work, Moment::Kind kind = Moment::AfterOther)
 {
     const auto result = work();
     if (isCounting && result >= 0)
-        Pass(Moment::AfterOther);
-    return result;
+        Pass(kind);
+    return static_cast<int>(result);
 }
 
 QByteArray PathOf(int file)
@@ -101,28 +101,28 @@ int RenameStep(const char* path, const char* target, unsigned flags)
         RequireSynced(path);
         unsynced.insert(FolderOf(target));
     }
-    return Step([=] { return int(::syscall(SYS_renameat2, AT_FDCWD, path, AT_FDCWD, target, flags)); });
+    return Step([=] { return ::syscall(SYS_renameat2, AT_FDCWD, path, AT_FDCWD, target, flags); }, Moment::AfterName);
 }
 
 int LinkStep(const char* path, const char* target)
 {
     if (isCounting)
         unsynced.insert(FolderOf(target));
-    return Step([=] { return int(::syscall(SYS_linkat, AT_FDCWD, path, AT_FDCWD, target, 0)); });
+    return Step([=] { return ::syscall(SYS_linkat, AT_FDCWD, path, AT_FDCWD, target, 0); }, Moment::AfterName);
 }
 
 int RemoveStep(const char* path, int flags)
 {
     if (isCounting)
         unsynced.erase(path);
-    return Step([=] { return int(::syscall(SYS_unlinkat, AT_FDCWD, path, flags)); });
+    return Step([=] { return ::syscall(SYS_unlinkat, AT_FDCWD, path, flags); }, Moment::AfterName);
 }
 
 int OpenStep(const char* path, int flags, mode_t mode)
 {
-    const auto open = [=] { return int(::syscall(SYS_openat, AT_FDCWD, path, flags, mode)); };
+    const auto open = [=] { return ::syscall(SYS_openat, AT_FDCWD, path, flags, mode); };
     const bool creates = isCounting && (flags & O_CREAT) != 0 && ::access(path, F_OK) != 0;
-    return creates ? Step(open) : open();
+    return creates ? Step(open) : static_cast<int>(open());
 }
 
 mode_t ModeOf(int flags, va_list arguments)
@@ -191,7 +191,7 @@ int fdatasync(int file)
 
 int ftruncate64(int file, off64_t size) noexcept
 {
-    return tests::Step([=] { return int(::syscall(SYS_ftruncate, file, size)); });
+    return tests::Step([=] { return ::syscall(SYS_ftruncate, file, size); });
 }
 
 int open(const char* path, int flags, ...)
@@ -239,11 +239,11 @@ int rmdir(const char* path) noexcept
 
 int mkdir(const char* path, mode_t mode) noexcept
 {
-    return tests::Step([=] { return int(::syscall(SYS_mkdirat, AT_FDCWD, path, mode)); });
+    return tests::Step([=] { return ::syscall(SYS_mkdirat, AT_FDCWD, path, mode); });
 }
 
 int setxattr(const char* path, const char* name, const void* value, size_t size, int flags) noexcept
 {
-    return tests::Step([=] { return int(::syscall(SYS_setxattr, path, name, value, size, flags)); });
+    return tests::Step([=] { return ::syscall(SYS_setxattr, path, name, value, size, flags); });
 }
 }

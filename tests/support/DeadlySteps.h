@@ -9,9 +9,9 @@ namespace tests {
 /// A moment at which a process can be killed: before its first step, in the middle of a write or after a step. (After a
 /// step is before the next one.)
 struct Moment {
-    enum Kind { MidWrite, AfterWrite, AfterOther };
-    Kind kind;
-    int part; ///< the calls of EndPart before
+    enum Kind { MidWrite, AfterWrite, AfterName, AfterOther };
+    Kind kind; ///< AfterName: a file was renamed, linked or removed
+    int part;  ///< the calls of EndPart before
 };
 
 /// Counts the steps of this process on the disk from now on, and kills it at moment `deadly` (from 0), if not negative.

@@ -20,7 +20,8 @@ struct Play {
     std::function<void(const Done& done)> work;
     /// What a user finds, in one text.
     std::function<QString()> state;
-    /// The states that are allowed once so many parts were reported; by default that before the work and that after.
+    /// The states that are allowed once so many parts were reported; by default that before the work, unless it
+    /// was reported, and that after.
     std::function<QStringList(int reported)> allowed = {};
     /// What else must hold after a kill that has left this state.
     std::function<void(const QString& state)> check = {};
@@ -32,7 +33,8 @@ struct Play {
 /// after each step. Every time the state must be allowed and every database sound; played again, the work reaches its
 /// end and no partial file is left. Everything must be synced before it is renamed or reported.
 ///
-/// The short form kills at some moments only: as many of each kind in each part of the work, evenly spread.
+/// The short form kills at some moments only, evenly spread: as many of each kind in each part of the work, and three
+/// times as many after a file's name was changed. So does the long one where there are thousands.
 void KillAtEachStep(const Play& play);
 
 /// A practice whose work is killed.
