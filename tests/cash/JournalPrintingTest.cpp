@@ -107,6 +107,9 @@ TEST_F(JournalPrinting, PrintsTheServicesAsShown)
 
 TEST_F(JournalPrinting, PrintsEveryCodeWithoutTheTotals)
 {
+    for (int state = PaymentCode::NP; state <= PaymentCode::AB; ++state) // one NP, two R- ... six AB
+        for (int act = 0; act <= state; ++act)
+            practice.Act({.flag_R = state, .Type = "K5"});
     auto& screen = OpenOnPeriod();
 
     tests::ExpectPreview(desk, "Journal d'activité par code Période du Lun 16-06-2008 au Mar 17-06-2008");
@@ -118,6 +121,7 @@ TEST_F(JournalPrinting, PrintsEveryCodeWithoutTheTotals)
     ASSERT_EQ(codes.size(), 32);
     EXPECT_EQ(codes[0], "C|0|0|1|0|0|0|1");
     EXPECT_EQ(codes[1], "K0|0|0|0|0|0|0|0");
+    EXPECT_EQ(codes[6], "K5|1|2|3|4|5|6|21");
     EXPECT_EQ(codes[13], "K12|0|1|1|0|0|0|2");
     EXPECT_EQ(codes[31], "K30|0|0|0|0|0|0|0");
     EXPECT_EQ(Scratch(), QStringList("7|ancienne ligne|-|-|0"));

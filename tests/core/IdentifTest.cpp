@@ -3,12 +3,17 @@
 #include "core/PPRT.h"
 #include "core/globals.h"
 #include "support/Accessibility.h"
+#include "support/ChildProcess.h"
 #include "support/Practice.h"
 #include "support/Rows.h"
 #include "support/ScriptedDesk.h"
 
-#include <QPrinterInfo>
+#include <QRegularExpression>
 #include <gtest/gtest.h>
+#include <netinet/in.h>
+#include <optional>
+#include <sys/socket.h>
+#include <unistd.h>
 
 using core::Identif;
 using core::PPRT;
@@ -126,18 +131,101 @@ TEST_F(Identification, MovesThroughItsFieldsByEnterAndArrows)
     EXPECT_EQ(screen.Text1[0].selectedText(), "16/00");
 }
 
-TEST(Printers, AreListed)
+namespace {
+
+/// A print server with these printers, in a process of its own: it answers every request with them all.
+class PrintServer {
+public:
+    explicit PrintServer(const QStringList& printers)
+    {
+        sockaddr_in address = {};
+        address.sin_family = AF_INET;
+        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+        socklen_t size = sizeof address;
+        EXPECT_EQ(::bind(listener, reinterpret_cast<sockaddr*>(&address), size), 0);
+        EXPECT_EQ(::listen(listener, 5), 0);
+        ::getsockname(listener, reinterpret_cast<sockaddr*>(&address), &size);
+        qputenv("CUPS_SERVER", "127.0.0.1:" + QByteArray::number(ntohs(address.sin_port)));
+        server.emplace([this, printers](tests::Reports&) {
+            for (;;)
+                Answer(::accept(listener, nullptr, nullptr), printers);
+        });
+    }
+    ~PrintServer()
+    {
+        server->Kill();
+        ::close(listener);
+        qunsetenv("CUPS_SERVER");
+    }
+    Q_DISABLE_COPY_MOVE(PrintServer)
+
+private:
+    /// An attribute of the Internet Printing Protocol.
+    static QByteArray Attribute(char type, const QByteArray& name, const QByteArray& value)
+    {
+        const auto counted = [](const QByteArray& text) {
+            return QByteArray(1, '\0') + static_cast<char>(text.size()) + text;
+        };
+        return type + counted(name) + counted(value);
+    }
+
+    static QByteArray Received(int connection)
+    {
+        char bytes[4096];
+        return {bytes, qMax(::recv(connection, bytes, sizeof bytes, 0), ssize_t{0})};
+    }
+
+    static void Answer(int connection, const QStringList& printers)
+    {
+        QByteArray request;
+        while (!request.contains("\r\n\r\n"))
+            request += Received(connection);
+        const qsizetype head = request.indexOf("\r\n\r\n") + 4;
+        if (request.contains("100-continue"))
+            ::send(connection, "HTTP/1.1 100 Continue\r\n\r\n", 25, 0);
+        static const QRegularExpression length("Content-Length: (\\d+)");
+        while (request.size() < head + length.match(QString::fromLatin1(request)).captured(1).toInt())
+            request += Received(connection);
+
+        QByteArray answer = QByteArray::fromHex("01010000") + request.mid(head + 4, 4) + '\1' +
+                            Attribute('\x47', "attributes-charset", "utf-8") +
+                            Attribute('\x48', "attributes-natural-language", "fr");
+        for (const QString& printer : printers)
+            answer += '\4' + Attribute('\x42', "printer-name", printer.toUtf8()) +
+                      Attribute('\x45', "printer-uri-supported", "ipp://localhost/printers/" + printer.toUtf8());
+        answer += '\3';
+        answer = "HTTP/1.1 200 OK\r\nContent-Type: application/ipp\r\nConnection: close\r\nContent-Length: " +
+                 QByteArray::number(answer.size()) + "\r\n\r\n" + answer;
+        ::send(connection, answer.constData(), static_cast<size_t>(answer.size()), 0);
+        ::close(connection);
+    }
+
+    const int listener = ::socket(AF_INET, SOCK_STREAM, 0);
+    std::optional<tests::ChildProcess> server;
+};
+
+} // namespace
+
+TEST(Printers, AreListedAndAcceptedByTheirPictureOnly)
 {
+    const QStringList printers{"Accueil", "Cabinet"};
+    const PrintServer server(printers);
     ScriptedDesk desk;
-    for (const int way : {PPRT::Accept, PPRT::Cancel}) {
+    for (const int way : {int(PPRT::Accept), int(PPRT::Cancel), -1}) {
         auto& screen = desk.Open<PPRT>();
         EXPECT_EQ(screen.SSPanel1.Caption(), "Imprimante par défaut");
-        EXPECT_EQ(screen.Combo1.count(), QPrinterInfo::availablePrinterNames().size());
-        EXPECT_EQ(screen.Combo1.currentIndex(), screen.Combo1.count() > 0 ? 0 : -1);
+        QStringList listed;
+        for (int printer = 0; printer < screen.Combo1.count(); ++printer)
+            listed << screen.Combo1.itemText(printer);
+        EXPECT_EQ(listed, printers);
+        EXPECT_EQ(screen.Combo1.currentIndex(), 0);
         EXPECT_EQ(AccessibilityFaults(screen), QStringList());
         if (way == PPRT::Accept)
             desk.ExpectMessage("OK", Icon::None, "");
-        Click(screen.Image1[way]);
+        if (way < 0)
+            Press(screen.Combo1, Qt::Key_Escape);
+        else
+            Click(screen.Image1[way]);
         EXPECT_FALSE(screen.isVisible());
     }
 }

@@ -3,6 +3,7 @@
 #include "faults/SmallDisk.h"
 #include "platform/store/DatabaseReader.h"
 #include "support/ChildProcess.h"
+#include "support/FullDisk.h"
 #include "support/Globals.h"
 #include "support/MainWindow.h"
 #include "support/OtherProgram.h"
@@ -11,41 +12,16 @@
 
 #include <QDir>
 
-#include <csignal>
 #include <gtest/gtest.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 using basic::RuntimeError;
 using core::Form1;
 using tests::BytesOf;
-using tests::FolderContent;
 using tests::OtherProgram;
 
 namespace {
-
-/// Limits the size of files, as on a full disk.
-class FileSizeLimit {
-public:
-    explicit FileSizeLimit(rlim_t bytes) : handler(std::signal(SIGXFSZ, SIG_IGN))
-    {
-        EXPECT_EQ(::getrlimit(RLIMIT_FSIZE, &before), 0);
-        const rlimit small = {bytes, before.rlim_max};
-        EXPECT_EQ(::setrlimit(RLIMIT_FSIZE, &small), 0);
-    }
-    ~FileSizeLimit()
-    {
-        ::setrlimit(RLIMIT_FSIZE, &before);
-        std::signal(SIGXFSZ, handler);
-    }
-    FileSizeLimit(const FileSizeLimit&) = delete;
-    FileSizeLimit& operator=(const FileSizeLimit&) = delete;
-
-private:
-    rlimit before = {};
-    sighandler_t handler;
-};
 
 /// The end of a working day, with yesterday's copy in "ARCHIVES".
 class EndOfDay : public testing::Test {
@@ -124,22 +100,11 @@ TEST_F(EndOfDay, KeepsYesterdaysCopyWhenTheDiskIsFull)
         ScriptedDesk desk;
         auto& main = Work(desk);
         {
-            const FileSizeLimit limit{rlim_t(largest)};
+            const tests::FullDisk disk{rlim_t(largest)};
             // With no room at all the database itself can't be read beside its log.
             tests::Quit(desk, main, RuntimeError(Error::DiskFull, largest == 0 ? practice.Folder() : folder));
         }
         ExpectYesterdaysCopy();
-    }
-    {
-        const FolderContent files = tests::ContentOf(practice.Folder());
-        const tests::SmallDisk disk(practice.Folder(),
-                                    tests::SizeOf(files) / 1024 + 250); // too little for a second copy
-        if (disk.IsMounted()) {
-            tests::WriteContent(practice.Folder(), files);
-            WorkAndQuit(RuntimeError(Error::DiskFull, folder));
-            ExpectYesterdaysCopy();
-        }
-        settled -= disk.IsMounted();
     }
     WorkAndQuit();
     ExpectTodaysCopy();
@@ -151,17 +116,19 @@ TEST_F(EndOfDay, KeepsYesterdaysCopyWithoutWritePermission)
     WorkAndQuit(RuntimeError(Error::PermissionDenied));
     ExpectYesterdaysCopy();
     Protect(0700);
-    {
-        const tests::SmallDisk disk(folder, 4096);
-        if (disk.IsMounted()) {
-            tests::WriteContent(folder, {{"ZEP_ONE.MDB", yesterday}});
-            disk.MakeReadOnly();
-            WorkAndQuit(RuntimeError(Error::PermissionDenied));
-            ExpectYesterdaysCopy();
-        }
-    }
     WorkAndQuit();
     ExpectTodaysCopy();
+}
+
+TEST_F(EndOfDay, KeepsYesterdaysCopyOnAReadOnlyDisk)
+{
+    const tests::SmallDisk disk(folder, 4096);
+    if (!disk.IsMounted())
+        GTEST_SKIP() << "no right to mount a disk";
+    tests::WriteContent(folder, {{"ZEP_ONE.MDB", yesterday}});
+    disk.MakeReadOnly();
+    WorkAndQuit(RuntimeError(Error::PermissionDenied));
+    ExpectYesterdaysCopy();
 }
 
 TEST_F(EndOfDay, CopiesEverySavedRowWhileOthersReadAndWrite)

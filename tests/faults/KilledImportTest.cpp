@@ -2,19 +2,13 @@
 #include "faults/FolderContent.h"
 #include "faults/SmallDisk.h"
 #include "platform/basic/RuntimeError.h"
-#include "platform/store/DatabaseReader.h"
 #include "practice/import/Import.h"
-#include "support/ChildProcess.h"
-#include "support/DeadlyWrites.h"
-#include "support/FolderInMemory.h"
+#include "support/KillAtEachStep.h"
 #include "support/OtherProgram.h"
-#include "support/Practice.h"
-#include "support/Rounds.h"
 
 #include <QDir>
 #include <QFile>
 #include <QScopeGuard>
-#include <gtest/gtest.h>
 
 namespace {
 
@@ -45,27 +39,6 @@ protected:
                   SQLITE_OK);
     }
 
-    tests::ChildProcess Start(int deadlyWrite = 0) const
-    {
-        return tests::ChildProcess([this, deadlyWrite](tests::Reports& reports) {
-            tests::DieAtWrite(deadlyWrite);
-            {
-                practice::Import import(practice.Folder(), true);
-                import.ReadFolder(csv);
-                import.Write();
-                EXPECT_EQ(import.ProblemTexts(), QStringList());
-            }
-            reports.Send(tests::WritesMade());
-        });
-    }
-
-    void PutBack() const
-    {
-        for (const char* const beside : {"-wal", "-shm"})
-            QFile::remove(database + beside);
-        tests::WriteContent(practice.Folder(), {{"ZEP_ONE.MDB", before}});
-    }
-
     /// What is in the practice, in one line.
     QString Content() const
     {
@@ -80,42 +53,27 @@ protected:
     tests::Practice practice;
     const QString csv = practice.File("csv");
     const QString database = practice.File("ZEP_ONE.MDB");
-    QByteArray before;
 };
 
 } // namespace
 
 TEST_F(KilledImport, LeavesAllOfItOrNothing)
 {
-    const QString nothing = Content();
-    before = tests::BytesOf(database);
-    tests::ChildProcess undisturbed = Start();
-    const int writes = undisturbed.Next<int>().value_or(0);
-    undisturbed.Wait();
-    const QString all = Content();
-    ASSERT_EQ(nothing, "1 1 500.0 0 - 2");
-    ASSERT_EQ(all, QString("%1 %2 %3.0 1 1500.0 9").arg(Patients + 1).arg(Acts + 1).arg(750 + 100 * Acts));
-
-    const int kills = tests::IsLongForm() ? 200 : 12;
-    ASSERT_GE(writes, 200);
-    int written = 0;
-    for (int kill = 1; kill <= kills && !HasFailure(); ++kill) {
-        const int deadly = kill * writes / kills;
-        SCOPED_TRACE(deadly);
-        PutBack();
-        tests::ChildProcess program = Start(deadly);
-        EXPECT_EQ(program.Next<int>(), std::nullopt);
-        EXPECT_TRUE(program.Kill());
-        const QString content = Content();
-        EXPECT_TRUE(content == nothing || content == all) << content.toStdString();
-        EXPECT_EQ(store::CheckDatabase(database), QStringList());
-        written += content == all;
-    }
-    EXPECT_GT(written, 0);
-    EXPECT_LT(written, kills);
-
-    Start().Wait();
-    EXPECT_EQ(Content(), all) << "another run brings it to its end";
+    const QString nothing = "1 1 500.0 0 - 2";
+    const QString all = QString("%1 %2 %3.0 1 1500.0 9").arg(Patients + 1).arg(Acts + 1).arg(750 + 100 * Acts);
+    tests::KillAtEachStep({.folder = practice.Folder(),
+                           .work =
+                               [this](const tests::Play::Done&) {
+                                   practice::Import import(practice.Folder(), true);
+                                   import.ReadFolder(csv);
+                                   import.Write();
+                                   EXPECT_EQ(import.ProblemTexts(), QStringList());
+                               },
+                           .state = [this] { return Content(); },
+                           .allowed =
+                               [&](int) {
+                                   return QStringList{nothing, all};
+                               }});
 }
 
 // The rows wait in temporary files, which may be on another disk than the practice.
@@ -125,7 +83,7 @@ TEST_F(KilledImport, NamesTheFullDiskOfItsTemporaryFiles)
     QDir().mkpath(place);
     const tests::SmallDisk disk(place, 256);
     if (!disk.IsMounted())
-        return;
+        GTEST_SKIP() << "no right to mount a disk";
     QByteArray acts = "num,Date,HH,montant,flag_R\n";
     for (int key = 2; key < 40'000; ++key)
         acts += QByteArray::number(key) + ",18/06/2008,0,100,2\n";

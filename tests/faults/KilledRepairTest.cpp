@@ -3,18 +3,13 @@
 #include "practice/check/Check.h"
 #include "practice/check/Repair.h"
 #include "support/ChildProcess.h"
-#include "support/DeadlyWrites.h"
-#include "support/FolderInMemory.h"
 #include "support/Globals.h"
+#include "support/KillAtEachStep.h"
 #include "support/OtherProgram.h"
-#include "support/Practice.h"
 #include "support/Printing.h"
-#include "support/Rounds.h"
 #include "support/ScriptedDesk.h"
 
 #include <QDir>
-#include <QFile>
-#include <gtest/gtest.h>
 #include <unistd.h>
 
 namespace {
@@ -52,42 +47,26 @@ TEST(KilledRepair, LeavesThePracticeAsItWasOrMended)
     tests::Practice practice;
     CloseAll(practice);
     const QString database = practice.File("ZEP_ONE.MDB");
-    const QString archives = practice.File("ARCHIVES");
     ASSERT_EQ(tests::OtherProgram(database).Run(Spoilt), SQLITE_OK);
-    const QByteArray spoilt = tests::BytesOf(database);
+    const QString spoilt = "0/3000/0", mended = "3000/0/1";
 
-    const auto repair = [&practice](tests::Reports& reports, int deadlyWrite) {
-        tests::DieAtWrite(deadlyWrite);
-        practice::RepairPractice(practice.Folder(), Moment);
-        reports.Send(tests::WritesMade());
-    };
-    tests::ChildProcess undisturbed([&](tests::Reports& reports) { repair(reports, 0); });
-    const int writes = undisturbed.Next<int>().value_or(0);
-    undisturbed.Wait();
-    ASSERT_GT(writes, 20);
-    ASSERT_EQ(State(database), "3000/0/1");
-
-    int mended = 0;
-    for (int deadly = 1; deadly <= writes; deadly += tests::IsLongForm() ? 1 : writes / 20) {
-        SCOPED_TRACE(deadly);
-        QDir(archives).removeRecursively();
-        for (const char* beside : {"-wal", "-shm", "-journal"})
-            QFile::remove(database + beside);
-        tests::WriteContent(practice.Folder(), {{"ZEP_ONE.MDB", spoilt}});
-        tests::ChildProcess program([&](tests::Reports& reports) { repair(reports, deadly); });
-        EXPECT_EQ(program.Next<int>(), std::nullopt);
-        EXPECT_TRUE(program.Kill());
-
-        const QString state = State(database);
-        mended += state == "3000/0/1";
-        EXPECT_TRUE(state == "3000/0/1" || state == "0/3000/0") << state.toStdString();
-        for (const QString& copy : QDir(archives).entryList({"*.MDB"}))
-            EXPECT_EQ(State(archives + "/" + copy), "0/3000/0");
-        if (state == "0/3000/0")
-            practice::RepairPractice(practice.Folder(), Moment);
-        EXPECT_EQ(State(database), "3000/0/1");
-    }
-    EXPECT_GT(mended, 0);
+    tests::KillAtEachStep({.folder = practice.Folder(),
+                           .work =
+                               [&](const tests::Play::Done&) {
+                                   if (State(database) != mended)
+                                       practice::RepairPractice(practice.Folder(), Moment);
+                               },
+                           .state = [&] { return State(database); },
+                           .allowed =
+                               [&](int) {
+                                   return QStringList{spoilt, mended};
+                               },
+                           .check =
+                               [&](const QString&) {
+                                   const QDir archives(practice.File("ARCHIVES"));
+                                   for (const QString& copy : archives.entryList({"*.MDB"}))
+                                       EXPECT_EQ(State(archives.filePath(copy)), spoilt);
+                               }});
 }
 
 TEST(CheckedPractice, StaysAsItIsWhileTheProgramHasItOpen)

@@ -1,6 +1,6 @@
 #include "core/globals.h"
 #include "core/opening.h"
-#include "data/Practice.h"
+#include "data/Archives.h"
 #include "faults/FolderContent.h"
 #include "faults/SmallDisk.h"
 #include "platform/basic/RuntimeError.h"
@@ -10,6 +10,7 @@
 #include "support/MainWindow.h"
 #include "support/Practice.h"
 #include "support/Rounds.h"
+#include "data/Practice.h"
 
 #include <QDateTime>
 #include <QFile>
@@ -166,8 +167,9 @@ TEST_F(SpoiltDatabase, IsRefusedWhenTruncated)
     ExpectOpens();
 }
 
-TEST_F(SpoiltDatabase, IsRefusedWhenAPageIsDestroyed)
+TEST_F(SpoiltDatabase, IsRefusedAndNotCopiedWhenAPageIsDestroyed)
 {
+    const QByteArray copied = tests::BytesOf(practice.File("ARCHIVES/ZEP_ONE.MDB"));
     for (qsizetype start = 0; start < sound.size(); start += PageSize) {
         SCOPED_TRACE(start / PageSize + 1);
         // Keeps the header, so that the file is still recognised as ours.
@@ -175,6 +177,8 @@ TEST_F(SpoiltDatabase, IsRefusedWhenAPageIsDestroyed)
         const qsizetype size = start + PageSize - from;
         QByteArray bytes = sound;
         ExpectRefused(bytes.replace(from, size, QByteArray(size, '\xA5')), Error::DamagedDatabase);
+        EXPECT_EQ(ErrorOf([&] { data::CopyToArchives(practice.Folder()); }), Error::DamagedDatabase);
+        EXPECT_TRUE(tests::BytesOf(practice.File("ARCHIVES/ZEP_ONE.MDB")) == copied);
         const bool isFreeList = start / PageSize + 1 == qFromBigEndian<quint32>(sound.constData() + FreeListOffset);
         if (tests::IsLongForm() && !isFreeList) // of which zeros say that it ends here
             ExpectRefused(bytes.replace(from, size, QByteArray(size, '\0')), Error::DamagedDatabase);
@@ -183,7 +187,7 @@ TEST_F(SpoiltDatabase, IsRefusedWhenAPageIsDestroyed)
     ExpectOpens();
 }
 
-TEST_F(SpoiltDatabase, IsRefusedOnReadOnlyMedia)
+TEST_F(SpoiltDatabase, IsRefusedWithoutWritePermission)
 {
     const auto refuse = [this](const QString& path, mode_t protectedMode, mode_t mode) {
         ::chmod(path.toUtf8().constData(), protectedMode);
@@ -192,25 +196,26 @@ TEST_F(SpoiltDatabase, IsRefusedOnReadOnlyMedia)
     };
     refuse(database, 0444, 0600);
     refuse(practice.Folder(), 0555, 0700);
-    {
-        const FolderContent files = tests::ContentOf(practice.Folder());
-        const tests::SmallDisk medium(practice.Folder(), 8192);
-        if (medium.IsMounted()) {
-            tests::WriteContent(practice.Folder(), files);
-            medium.MakeReadOnly();
-            ExpectToldToBeProtected();
-        }
-    }
     ExpectOpens();
+}
+
+TEST_F(SpoiltDatabase, IsRefusedOnAReadOnlyDisk)
+{
+    const FolderContent files = tests::ContentOf(practice.Folder());
+    const tests::SmallDisk medium(practice.Folder(), 8192);
+    if (!medium.IsMounted())
+        GTEST_SKIP() << "no right to mount a disk";
+    tests::WriteContent(practice.Folder(), files);
+    medium.MakeReadOnly();
+    ExpectToldToBeProtected();
 }
 
 TEST_F(SpoiltDatabase, NeverShowsAWrongBalanceAfterAFlippedByte)
 {
     const auto balances = [this] {
         const store::SqliteHandle opened = store::OpenForWork(database, data::PracticeRules());
-        return store::TextAnswer(opened.get(),
-                                 "select group_concat(day || ' ' || sum) from (select Date as day, "
-                                 "sum(montant) as sum from Actes where Date < '9999-12-31' group by Date)");
+        return store::TextAnswer(opened.get(), "select group_concat(day || ' ' || sum) from (select Date as day, "
+                                             "sum(montant) as sum from Actes where Date < '9999-12-31' group by Date)");
     };
     const std::string expected = balances();
     ASSERT_FALSE(expected.empty());

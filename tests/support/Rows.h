@@ -6,11 +6,10 @@
 
 namespace tests {
 
-/// The rows of a statement, each as its fields separated by "|"; "-" for Null. Read through a separate connection.
-inline QStringList RowsOf(Practice& practice, const QString& statement)
+/// Rows, each as its fields separated by "|"; "-" for Null.
+inline QStringList RowsOf(dao::Recordset rows)
 {
     QStringList lines;
-    dao::Recordset rows = practice.Rows(statement);
     for (; !rows.IsEOF(); rows.MoveNext()) {
         QStringList fields;
         for (int field = 0; field < rows.FieldCount(); ++field)
@@ -18,6 +17,12 @@ inline QStringList RowsOf(Practice& practice, const QString& statement)
         lines << fields.join('|');
     }
     return lines;
+}
+
+/// The rows of a statement, read through a separate connection.
+inline QStringList RowsOf(Practice& practice, const QString& statement)
+{
+    return RowsOf(practice.Rows(statement));
 }
 
 } // namespace tests

@@ -5,8 +5,9 @@
 
 int main(int argc, char** argv)
 {
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
+    // No display, but one of a usual size. Another platform can be asked for, to watch a test.
+    if (const QByteArray asked = qgetenv("QT_QPA_PLATFORM"); asked.isEmpty() || asked == "offscreen")
+        qputenv("QT_QPA_PLATFORM", ZEP_OFFSCREEN);
     testing::InitGoogleTest(&argc, argv);
     QApplication application(argc, argv);
     QApplication::setApplicationName("ZEP Lumo");

@@ -2,6 +2,7 @@
 #include "platform/forms/Colours.h"
 #include "support/ScriptedDesk.h"
 
+#include <QAbstractItemModelTester>
 #include <QApplication>
 #include <QClipboard>
 #include <QHeaderView>
@@ -15,6 +16,7 @@ struct GridOnSheet : testing::Test {
     ScriptedDesk desk;
     Sheet& sheet = desk.Open<Sheet>();
     forms::Grid& grid = sheet.grid;
+    QAbstractItemModelTester consistency{grid.model(), QAbstractItemModelTester::FailureReportingMode::Fatal};
     QSignalSpy clicks{&grid, &forms::Grid::Click};
     QSignalSpy doubleClicks{&grid, &forms::Grid::DblClick};
 

@@ -5,6 +5,7 @@
 #include "platform/report/Report.h"
 #include "platform/report/ReportPractice.h"
 #include "support/Accessibility.h"
+#include "support/FullDisk.h"
 #include "support/ScriptedDesk.h"
 #include "support/User.h"
 
@@ -15,9 +16,7 @@
 #include <QScrollBar>
 #include <QTest>
 #include <QTimer>
-#include <csignal>
 #include <gtest/gtest.h>
-#include <sys/resource.h>
 
 namespace {
 
@@ -238,23 +237,6 @@ TEST_F(Preview, ReplacesAnExistingFileOnlyWhenTheUserSaysSo)
     }
 }
 
-/// Limits the size of files during its lifetime, as on a full disk.
-class FullDisk {
-public:
-    explicit FullDisk(rlim_t bytes)
-    {
-        std::signal(SIGXFSZ, SIG_IGN);
-        getrlimit(RLIMIT_FSIZE, &before);
-        const rlimit small{bytes, before.rlim_max};
-        setrlimit(RLIMIT_FSIZE, &small);
-    }
-    ~FullDisk() { setrlimit(RLIMIT_FSIZE, &before); }
-    Q_DISABLE_COPY_MOVE(FullDisk)
-
-private:
-    rlimit before{};
-};
-
 TEST_F(Preview, AFullDiskLeavesNoPartialPdfAndKeepsTheOldOne)
 {
     const QString path = practice.WriteTemplate("hier", "etat.pdf");
@@ -264,7 +246,7 @@ TEST_F(Preview, AFullDiskLeavesNoPartialPdfAndKeepsTheOldOne)
         for (const rlim_t bytes : {0, 10, 5'000, 40'000}) {
             desk.ExpectMessage("Le PDF n'a pas été enregistré : Disque plein.\n" + QDir::toNativeSeparators(path),
                                forms::Icon::Critical, "ZEP Lumo");
-            const FullDisk disk(bytes);
+            const tests::FullDisk disk(bytes);
             EXPECT_FALSE(preview.SavePdf(path));
         }
         EXPECT_FALSE(preview.SavedPanel.isVisible());
@@ -282,7 +264,11 @@ TEST_F(Preview, PrintsTheChosenPagesOnTheTemplatesPaper)
         int from;
         int to;
         QStringList pages; ///< numbers on the printed pages
-    } ranges[] = {{2, 4, {"2", "3", "4"}}, {13, 99, {"13", "14", "15"}}, {1, 1, {"1"}}, {50, 60, {"15"}}};
+    } ranges[] = {{2, 4, {"2", "3", "4"}},
+                  {13, 99, {"13", "14", "15"}},
+                  {1, 1, {"1"}},
+                  {50, 60, {"15"}},
+                  {0, 0, {"1", "2", "3", "4", "5", "6", "7", "8", "9", "10", "11", "12", "13", "14", "15"}}};
     Report1.ReportFileName = practice.Template("ZEP_DTAL.RPT");
     Run(400, [&](PreviewWindow& preview) {
         ASSERT_EQ(preview.Pages().PageCount(), 15);
@@ -291,8 +277,10 @@ TEST_F(Preview, PrintsTheChosenPagesOnTheTemplatesPaper)
             preview.AskPrinter = [&](PreviewWindow&, QPrinter& printer) {
                 printer.setOutputFormat(QPrinter::PdfFormat);
                 printer.setOutputFileName(path);
-                printer.setPrintRange(QPrinter::PageRange);
-                printer.setFromTo(range.from, range.to);
+                if (range.from > 0) { // otherwise all
+                    printer.setPrintRange(QPrinter::PageRange);
+                    printer.setFromTo(range.from, range.to);
+                }
                 return true;
             };
             Press(PagesOf(preview), Qt::Key_P, Qt::ControlModifier);
