@@ -1,10 +1,10 @@
 #include "core/globals.h"
 #include "data/Practice.h"
+#include "platform/store/Creation.h"
 #include "support/Globals.h"
 #include "support/KillAtEachStep.h"
 #include "support/OtherProgram.h"
 #include "support/ScriptedDesk.h"
-#include "platform/store/Creation.h"
 
 #include <QFile>
 

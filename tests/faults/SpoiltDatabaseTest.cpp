@@ -1,6 +1,7 @@
 #include "core/globals.h"
 #include "core/opening.h"
 #include "data/Archives.h"
+#include "data/Practice.h"
 #include "faults/FolderContent.h"
 #include "faults/SmallDisk.h"
 #include "platform/basic/RuntimeError.h"
@@ -10,7 +11,6 @@
 #include "support/MainWindow.h"
 #include "support/Practice.h"
 #include "support/Rounds.h"
-#include "data/Practice.h"
 
 #include <QDateTime>
 #include <QFile>
@@ -214,8 +214,9 @@ TEST_F(SpoiltDatabase, NeverShowsAWrongBalanceAfterAFlippedByte)
 {
     const auto balances = [this] {
         const store::SqliteHandle opened = store::OpenForWork(database, data::PracticeRules());
-        return store::TextAnswer(opened.get(), "select group_concat(day || ' ' || sum) from (select Date as day, "
-                                             "sum(montant) as sum from Actes where Date < '9999-12-31' group by Date)");
+        return store::TextAnswer(opened.get(),
+                                 "select group_concat(day || ' ' || sum) from (select Date as day, "
+                                 "sum(montant) as sum from Actes where Date < '9999-12-31' group by Date)");
     };
     const std::string expected = balances();
     ASSERT_FALSE(expected.empty());

@@ -3,13 +3,13 @@
 #include "core/globals.h"
 #include "core/opening.h"
 #include "platform/dao/Engine.h"
+#include "platform/store/DatabaseReader.h"
 #include "support/ChildProcess.h"
 #include "support/DeadlySteps.h"
 #include "support/Printing.h"
 #include "support/Rounds.h"
 #include "support/Rows.h"
 #include "support/ScriptedDesk.h"
-#include "platform/store/DatabaseReader.h"
 
 #include <QDirIterator>
 #include <QRegularExpression>

@@ -98,9 +98,9 @@ TEST_F(Archive, ReportsItsProgress)
     std::vector<int> done;
     int pages = 0;
     store::CopyDatabase(path, target, {.progress = [&](int copied, int total) {
-                     done.push_back(copied);
-                     pages = total;
-                 }});
+                            done.push_back(copied);
+                            pages = total;
+                        }});
     EXPECT_GT(done.size(), 1U);
     EXPECT_TRUE(std::ranges::is_sorted(done));
     EXPECT_EQ(done.back(), pages);
