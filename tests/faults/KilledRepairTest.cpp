@@ -76,7 +76,7 @@ TEST(CheckedPractice, StaysAsItIsWhileTheProgramHasItOpen)
     tests::ChildProcess program([&](tests::Reports& reports) {
         const ScriptedDesk desk;
         practice.Open();
-        core::TheDatabase.Execute("update Presta set Ordre = -3 where num = 2");
+        core::TheDatabase.Execute("update Presta set Ordre = 1.5 where num = 2");
         reports.Send(core::TheDatabase.OpenRecordset("select count(num) as S1 from Presta")["S1"].Long());
         ::pause();
     });
@@ -85,7 +85,7 @@ TEST(CheckedPractice, StaysAsItIsWhileTheProgramHasItOpen)
     const tests::FolderContent before = tests::ContentOf(practice.Folder());
     ASSERT_TRUE(before.contains("ZEP_ONE.MDB-wal"));
     const practice::CheckReport report = practice::CheckPractice(practice.Folder());
-    EXPECT_TRUE(report.failures.contains("Presta : Ordre négatif (1 ligne, num 2 : -3)"))
+    EXPECT_TRUE(report.failures.contains("Presta : Ordre n'est pas un nombre entier (1 ligne, num 2 : 1.5)"))
         << "which is in the log alone";
     EXPECT_TRUE(tests::ContentOf(practice.Folder()) == before);
 
