@@ -13,6 +13,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QScopeGuard>
+#include <memory>
 
 namespace data {
 namespace {
@@ -84,13 +85,33 @@ QString KeepPresent(const QString& database, const QString& copies)
     return kept;
 }
 
+[[noreturn]] void RaiseOpen()
+{
+    throw RuntimeError::Described(
+        Error::Locked, "Le cabinet est ouvert dans un programme. Fermez-le, puis recommencez la restauration.");
+}
+
+/// Holds the database against programs that open it; none if there is no file. Removes the kept copy when one has it
+/// open.
+std::unique_ptr<const store::DatabaseHold> Hold(const QString& database, const QString& kept)
+{
+    try {
+        return QFileInfo::exists(database) ? std::make_unique<const store::DatabaseHold>(database) : nullptr;
+    } catch (const RuntimeError& error) {
+        if (!kept.isEmpty())
+            store::RemoveDatabase(kept);
+        if (error.Code() == Error::Locked)
+            RaiseOpen();
+        throw;
+    }
+}
+
 } // namespace
 
 void RequireClosed(const QString& folder)
 {
     if (store::IsInUse(store::BehindLinks(host::PathIn(folder, DatabaseFile))))
-        throw RuntimeError::Described(
-            Error::Locked, "Le cabinet est ouvert dans un programme. Fermez-le, puis recommencez la restauration.");
+        RaiseOpen();
 }
 
 void RemoveUnfinishedRestoration(const QString& folder)
@@ -118,10 +139,18 @@ QString Restore(const QString& copy, const QString& folder)
     CopyWhole(copy, part);
     OpenOnce(part);
     store::Sync(part);
-    RequireClosed(folder);
-    const QString kept = KeepPresent(database, copies);
-    store::Replace(part, database);
-    return kept;
+    for (;;) {
+        RequireClosed(folder);
+        const QString kept = KeepPresent(database, copies);
+        const store::FileIdentity present = store::IdentityOf(database);
+        const auto hold = Hold(database, kept);
+        if (store::IdentityOf(database) == present && !store::HasLog(database)) {
+            store::Replace(part, database);
+            return kept;
+        }
+        if (!kept.isEmpty()) // a program has worked in between
+            store::RemoveDatabase(kept);
+    }
 }
 
 } // namespace data

@@ -8,6 +8,7 @@
 #include "platform/dao/Engine.h"
 #include "platform/host/Files.h"
 #include "platform/host/Host.h"
+#include "platform/store/FileHeader.h"
 #include "support/Accessibility.h"
 #include "support/Globals.h"
 #include "support/MainWindow.h"
@@ -65,8 +66,9 @@ TEST_F(Opening, ShowsLetterheadAndMenusAfterTheRightCode)
 
     EXPECT_FALSE(main.Entry("mnu_aprpos")->isVisible());
     EXPECT_TRUE(main.Entry("mnu_13")->isVisible());
-    EXPECT_FALSE(main.Entry("mnu_tarif")->isEnabled());                      // has no screen here
-    EXPECT_EQ(tests::OtherProgram(practice.File("ZEP_ONE.MDB")).Answer("pragma user_version"), "2"); // upgraded
+    EXPECT_FALSE(main.Entry("mnu_tarif")->isEnabled()); // has no screen here
+    EXPECT_EQ(tests::OtherProgram(practice.File("ZEP_ONE.MDB")).Answer("pragma user_version"),
+              QString::number(store::SchemaVersion));
     EXPECT_EQ(main.Label1[0].text(), "Cabinet d'Été");
     EXPECT_TRUE(main.Label1[2].isVisible());
     EXPECT_TRUE(main.Label4[0].isVisible());

@@ -1,6 +1,7 @@
 #include "data/Archives.h"
 #include "data/Practice.h"
 #include "platform/store/Creation.h"
+#include "platform/store/FileHeader.h"
 #include "platform/store/Opening.h"
 #include "support/OtherProgram.h"
 #include "support/Printing.h"
@@ -131,7 +132,7 @@ TEST_F(Restoring, BringsAnOlderCopyUpToDate)
     tests::OtherProgram(copy).Run("pragma user_version=1; insert into Recettes (num, objet) values (7, 'Coton')");
     data::Restore(copy, folder);
     tests::OtherProgram restored(database);
-    EXPECT_EQ(restored.Answer("pragma user_version"), "2");
+    EXPECT_EQ(restored.Answer("pragma user_version"), QString::number(store::SchemaVersion));
     EXPECT_EQ(restored.Answer("select seq from sqlite_sequence where name = 'Recettes'"), "7");
 }
 

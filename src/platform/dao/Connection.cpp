@@ -31,7 +31,7 @@ Connection::Connection(store::SqliteHandle opened, QString openedPath, store::Op
     sqlite3_wal_hook(
         database.get(),
         [](void* self, sqlite3*, const char*, int pages) {
-            static_cast<Connection*>(self)->Checkpoint(pages);
+            static_cast<Connection*>(self)->NoteLogSize(pages);
             return SQLITE_OK;
         },
         this);
@@ -194,15 +194,23 @@ void Connection::CheckForChanges()
 
 void Connection::RequireSameFile()
 {
-    Handle();
+    std::exception_ptr failure;
+    try {
+        FinishAllReading(); // within an old snapshot, what others committed doesn't show
+    } catch (const RuntimeError&) {
+        failure = std::current_exception();
+    }
+    holder = Statement();
     CheckForReplacement();
     if (isReplaced)
         throw RuntimeError(Error::FileReplaced, QFileInfo(path).fileName());
+    if (failure)
+        std::rethrow_exception(failure);
 }
 
 void Connection::CheckForReplacement()
 {
-    if (isReplaced || file->IsInPlace(database.get()))
+    if (isReplaced || file->IsInPlace())
         return;
     isReplaced = true;
     sqlite3_db_config(database.get(), SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 1, nullptr);
@@ -213,7 +221,7 @@ int Connection::Change(Plan& plan, const std::vector<Value>& literals)
 {
     plan.statement.Bind(literals);
     RunChange(plan.statement);
-    return sqlite3_changes(database.get());
+    return changedRows;
 }
 
 int Connection::Change(const std::string& sql, const std::vector<Value>& parameters)
@@ -221,12 +229,7 @@ int Connection::Change(const std::string& sql, const std::vector<Value>& paramet
     Statement& change = Prepared(sql);
     change.Bind(parameters);
     RunChange(change);
-    return sqlite3_changes(database.get());
-}
-
-qint64 Connection::LastAddedKey() const
-{
-    return sqlite3_last_insert_rowid(Handle());
+    return changedRows;
 }
 
 int Connection::Run(const std::string& sql)
@@ -265,12 +268,21 @@ QString Connection::TemporaryFolder()
 
 void Connection::RunChange(Statement& change)
 {
-    if (sqlite3_get_autocommit(Handle()) != 0) // within a transaction this was checked when it began
-        RequireSameFile();
-    FinishAllReading();
-    holder = Statement(); // a change must start from the current state of the file
-    change.Run();
-    if (inTransaction || sqlite3_get_autocommit(database.get()) != 0)
+    const bool isOpen = sqlite3_get_autocommit(Handle()) == 0;
+    if (isOpen)
+        FinishAllReading();
+    else
+        Begin();
+    try {
+        change.Run();
+    } catch (...) {
+        if (!isOpen)
+            Rollback();
+        throw;
+    }
+    changedRows = sqlite3_changes(database.get());
+    lastAddedKey = sqlite3_last_insert_rowid(database.get());
+    if (inTransaction)
         return;
     // A pending edit's lock must not delay a change that is reported as done.
     editing = nullptr;
@@ -280,15 +292,19 @@ void Connection::RunChange(Statement& change)
 void Connection::Begin()
 {
     RequireSameFile();
-    FinishAllReading();
-    holder = Statement();
     Prepared("begin immediate").Run();
+    changesAtBegin = sqlite3_total_changes64(database.get());
 }
 
 void Connection::Commit()
 {
     try {
+        const bool hasChanges = sqlite3_total_changes64(database.get()) != changesAtBegin;
+        if (hasChanges)
+            file->AddMark();
         Prepared("commit").Run();
+        if (hasChanges)
+            file->Committed();
     } catch (...) {
         Rollback();
         throw;
@@ -303,11 +319,12 @@ void Connection::Rollback()
 
 void Connection::BeginTransaction()
 {
-    FinishAllReading();
     if (inTransaction)
         throw RuntimeError(Error::NestedTransaction);
     if (std::exchange(editing, nullptr) == nullptr)
         Begin();
+    else
+        FinishAllReading();
     inTransaction = true;
 }
 
@@ -352,11 +369,17 @@ void Connection::UnlockEdit(const RecordsetState& set) noexcept
     }
 }
 
-void Connection::Checkpoint(int pages)
+void Connection::NoteLogSize(int pages)
 {
     logPages = pages;
     if (pages >= PagesBeforeCheckpoint)
-        sqlite3_wal_checkpoint_v2(database.get(), "main", SQLITE_CHECKPOINT_PASSIVE, nullptr, nullptr);
+        Checkpoint();
+}
+
+void Connection::Checkpoint()
+{
+    sqlite3_wal_checkpoint_v2(database.get(), "main", SQLITE_CHECKPOINT_PASSIVE, nullptr, nullptr);
+    file->Checkpointed();
 }
 
 void Connection::Idle()
@@ -366,7 +389,7 @@ void Connection::Idle()
     CheckForReplacement();
     if (!isReplaced && logPages >= PagesBeforeIdleCheckpoint && sqlite3_get_autocommit(database.get()) != 0) {
         logPages = 0;
-        sqlite3_wal_checkpoint_v2(database.get(), "main", SQLITE_CHECKPOINT_PASSIVE, nullptr, nullptr);
+        Checkpoint();
     }
     CheckForChanges();
 }

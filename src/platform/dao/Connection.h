@@ -2,7 +2,7 @@
 
 #include "platform/dao/Dialect.h"
 #include "platform/dao/Store.h"
-#include "platform/store/FileState.h"
+#include "platform/store/OpenedFile.h"
 #include "platform/store/OpeningRules.h"
 
 #include <QString>
@@ -100,7 +100,7 @@ public:
     int Change(Plan& plan, const std::vector<Value>& literals);
     int Change(const std::string& sql, const std::vector<Value>& parameters = {});
     /// The key of the row added last.
-    qint64 LastAddedKey() const;
+    qint64 LastAddedKey() const { return lastAddedKey; }
 
     /// For temporary tables: runs a statement without looking for a replaced file and without a commit of its own.
     /// Returns the number of rows changed.
@@ -146,7 +146,8 @@ private:
     void Begin();
     void Commit();
     void Rollback();
-    void Checkpoint(int pages);
+    void NoteLogSize(int pages);
+    void Checkpoint();
 
     store::SqliteHandle database;
     QString path;
@@ -161,6 +162,9 @@ private:
     bool inTransaction = false;
     int readTransactions = 0;
     const RecordsetState* editing = nullptr; // the set whose edit holds the write lock
+    int changedRows = 0;                     // by the latest change
+    qint64 lastAddedKey = 0;                 // by the latest change
+    qint64 changesAtBegin = 0;
     qint64 rollbacks = 0;
     quint32 commitsSeen = 0;
     int logPages = 0;

@@ -5,6 +5,7 @@
 #include "platform/store/FileHeader.h"
 #include "platform/store/FileWork.h"
 #include "platform/store/Hardened.h"
+#include "platform/store/Marks.h"
 
 #include <QFileInfo>
 #include <QScopeGuard>
@@ -24,6 +25,7 @@ void CreateDatabase(const QString& path, const QString& schema)
     const SqliteHandle handle = OpenHardened(path, Access::Create);
     RunScript(handle.get(), "begin immediate");
     RunScript(handle.get(), schema.toStdString());
+    CreateMarks(handle.get());
     RunScript(handle.get(), "pragma application_id=" + std::to_string(ApplicationId) + "; pragma user_version=" +
                                 std::to_string(SchemaVersion) + "; commit; pragma journal_mode=wal");
     removeHalfMade.dismiss();

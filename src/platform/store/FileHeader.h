@@ -10,7 +10,7 @@ namespace store {
 
 /// What marks a database as this program's, and the newest version of its tables that this program knows.
 inline constexpr int ApplicationId = 0x5A455031;
-inline constexpr int SchemaVersion = 2;
+inline constexpr int SchemaVersion = 3;
 
 /// The header in the file itself. After an interrupted checkpoint it is valid only together with the log, so a pragma
 /// can't read it from the file.
@@ -21,8 +21,6 @@ struct FileHeader {
     qint64 PageSize() const { return bytes[16] == 0 && bytes[17] == 1 ? 65536 : bytes[16] << 8 | bytes[17]; }
     /// A file in this mode has no log of its own.
     bool IsInRollbackMode() const { return bytes[18] == 1; }
-    /// Raised at each opening for work and restarted in a copy, so that an older copy has a lower one.
-    quint32 SchemaCookie() const { return NumberAt(40); }
 };
 
 /// Reads the raw header of the file behind a connection. False when the file is shorter or can't be read.

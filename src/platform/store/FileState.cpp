@@ -65,23 +65,14 @@ bool IsInUse(const QString& path)
     return OpenPaths().contains(path) || IsOpenElsewhere(path);
 }
 
-OpenedFile::OpenedFile(sqlite3* opened, const QString& openedPath) : path(openedPath), identity(IdentityOf(path))
+void NoteOpened(const QString& path)
 {
-    FileHeader header;
-    if (ReadHeader(opened, header))
-        schemaCookie = header.SchemaCookie();
     OpenPaths() << path;
 }
 
-OpenedFile::~OpenedFile()
+void NoteClosed(const QString& path)
 {
     OpenPaths().removeOne(path);
-}
-
-bool OpenedFile::IsInPlace(sqlite3* opened) const
-{
-    FileHeader header;
-    return IdentityOf(path).IsSameFile(identity) && ReadHeader(opened, header) && header.SchemaCookie() >= schemaCookie;
 }
 
 bool RenameAside(const QString& path)

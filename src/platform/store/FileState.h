@@ -24,21 +24,9 @@ QStringList LogsOf(const QString& path);
 /// Whether a connection of this program or of another one has the database open.
 bool IsInUse(const QString& path);
 
-/// The file behind an open database, as it was at its opening. While it lives the file counts as open in this program.
-class OpenedFile {
-public:
-    OpenedFile(sqlite3* opened, const QString& path);
-    ~OpenedFile();
-    Q_DISABLE_COPY_MOVE(OpenedFile)
-
-    /// Whether the path still leads to the same file, and the file was not overwritten by an older copy of itself.
-    bool IsInPlace(sqlite3* opened) const;
-
-private:
-    QString path;
-    FileIdentity identity;
-    quint32 schemaCookie = 0;
-};
+/// Databases that this program has open, once for each connection.
+void NoteOpened(const QString& path);
+void NoteClosed(const QString& path);
 
 /// Renames a file to a name with ".set-aside" that no file has yet. False when that is refused.
 bool RenameAside(const QString& path);

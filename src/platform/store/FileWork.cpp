@@ -20,6 +20,21 @@
 
 namespace store {
 
+namespace {
+
+/// The bytes that SQLite locks; a connection holds one of them for as long as it lives.
+struct flock SqliteLock()
+{
+    struct flock lock = {};
+    lock.l_type = F_WRLCK;
+    lock.l_whence = SEEK_SET;
+    lock.l_start = 0x40000000;
+    lock.l_len = 512;
+    return lock;
+}
+
+} // namespace
+
 std::string SystemPath(const QString& path)
 {
     return QFile::encodeName(path).toStdString();
@@ -31,7 +46,8 @@ FileIdentity IdentityOf(const QString& path)
     struct stat state = {};
     if (::stat(SystemPath(path).c_str(), &state) != 0)
         return {};
-    return {state.st_dev, state.st_ino, state.st_size, state.st_mtim.tv_sec * nanoseconds + state.st_mtim.tv_nsec};
+    const auto moment = [](const timespec& time) { return time.tv_sec * nanoseconds + time.tv_nsec; };
+    return {state.st_dev, state.st_ino, state.st_size, moment(state.st_mtim), moment(state.st_ctim)};
 }
 
 bool IsWritable(const QString& path)
@@ -47,12 +63,7 @@ bool IsOpenElsewhere(const QString& path)
     const int file = ::open(SystemPath(path).c_str(), O_RDONLY | O_CLOEXEC);
     if (file < 0)
         return false;
-    // The bytes that SQLite locks; a connection holds one of them for as long as it lives.
-    struct flock lock = {};
-    lock.l_type = F_WRLCK;
-    lock.l_whence = SEEK_SET;
-    lock.l_start = 0x40000000;
-    lock.l_len = 512;
+    struct flock lock = SqliteLock();
     const bool isLocked = ::fcntl(file, F_GETLK, &lock) == 0 && lock.l_type != F_UNLCK;
     ::close(file);
     return isLocked;
@@ -112,6 +123,21 @@ void OpenFile::AppendAll(const OpenFile& from) const
 bool OpenFile::TryLock() const
 {
     return ::flock(file, LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK;
+}
+
+bool OpenFile::TryLockDatabase() const
+{
+    struct flock lock = SqliteLock();
+    return ::fcntl(file, F_OFD_SETLK, &lock) == 0 || (errno != EAGAIN && errno != EACCES);
+}
+
+DatabaseHold::DatabaseHold(const QString& path)
+{
+    if (!IsWritable(path))
+        return;
+    file.emplace(path, O_RDWR);
+    if (!file->TryLockDatabase())
+        throw RuntimeError(Error::Locked);
 }
 
 void Sync(const QString& path)

@@ -2,6 +2,7 @@
 
 #include <QByteArray>
 #include <QString>
+#include <optional>
 #include <string>
 
 namespace store {
@@ -17,6 +18,7 @@ struct FileIdentity {
     quint64 inode = 0;
     qint64 size = 0;
     qint64 modified = 0; ///< nanoseconds
+    qint64 changed = 0;  ///< nanoseconds: of content, name or rights; no program can set it
     bool operator==(const FileIdentity&) const = default;
     bool IsSameFile(const FileIdentity& other) const { return device == other.device && inode == other.inode; }
 };
@@ -54,6 +56,9 @@ public:
     /// Takes an exclusive lock unless another program holds it. Always succeeds on file systems without locks.
     bool TryLock() const;
 
+    /// The same for the bytes that SQLite locks in a database.
+    bool TryLockDatabase() const;
+
 private:
     QString name;
     int file;
@@ -70,6 +75,16 @@ public:
 
 private:
     OpenFile folder; // closing it lets go of the lock
+};
+
+/// Holds the locks of a database file: no program can begin to read or write it, and one that tries waits. Raises 3187
+/// when one has it open.
+class DatabaseHold {
+public:
+    explicit DatabaseHold(const QString& path);
+
+private:
+    std::optional<OpenFile> file; ///< none for a file that nobody may write
 };
 
 /// Removes a database with its log, journal and shared-memory file.

@@ -58,6 +58,12 @@ SqliteHandle OpenHardened(const QString& path, Access access, int patience)
     return handle;
 }
 
+bool IsMoved(sqlite3* database)
+{
+    int isMoved = 0;
+    return sqlite3_file_control(database, "main", SQLITE_FCNTL_HAS_MOVED, &isMoved) == SQLITE_OK && isMoved != 0;
+}
+
 void KeepLogAtClose(sqlite3* database, bool keeps)
 {
     sqlite3_db_config(database, SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, keeps ? 1 : 0, nullptr);

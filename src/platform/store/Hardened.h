@@ -23,6 +23,9 @@ enum class Access : quint8 {
 /// Don't open a database with open(2) while this program has it open: closing that descriptor would release the locks.
 SqliteHandle OpenHardened(const QString& path, Access access, int patience = UsualPatience);
 
+/// Whether the path leads to another file by now than the connection has open.
+bool IsMoved(sqlite3* database);
+
 /// Whether closing the connection leaves log and file as they are.
 void KeepLogAtClose(sqlite3* database, bool keeps);
 

@@ -13,6 +13,8 @@ struct CommitMark {
     bool operator==(const CommitMark&) const = default;
 };
 
+inline constexpr const char* MarksTable = "ZEP marks";
+
 /// Creates the table of the marks if there is none.
 void CreateMarks(sqlite3* database);
 bool HasMarks(sqlite3* database);

@@ -5,9 +5,11 @@
 #include "platform/store/FileHeader.h"
 #include "platform/store/FileState.h"
 #include "platform/store/FileWork.h"
+#include "platform/store/Marks.h"
 #include "platform/store/TextCompare.h"
 #include "platform/store/Upgrade.h"
 
+#include <QElapsedTimer>
 #include <QFileInfo>
 #include <sqlite3.h>
 
@@ -66,16 +68,23 @@ std::string FirstPlantedCode(sqlite3* database)
 struct Found {
     qint64 version = 0; ///< of its tables
     std::string planted;
+    bool isReplaced = false; ///< a restoration put another file in its place while this one was being opened
     bool IsOurs() const { return version <= SchemaVersion && planted.empty(); }
 };
 
-/// Raises the schema cookie, so that every copy made before has a lower one. Skipped while another program writes.
-void RaiseSchemaCookie(sqlite3* database, int patience)
+/// Marks the opening and checkpoints it, so that every copy made before lacks the mark. Skipped while another program
+/// writes.
+void MarkOpening(sqlite3* database, int patience)
 {
+    if (!HasMarks(database))
+        return; // of an older version, which couldn't be upgraded
+
     sqlite3_busy_timeout(database, 0);
     try {
-        RunScript(database, "begin immediate; create table \"ZEP opening\" (stamp); drop table \"ZEP opening\"; commit;"
-                            "pragma wal_checkpoint(passive);");
+        RunOnce(database, "begin immediate");
+        DeleteOldMarks(database);
+        AddMark(database);
+        RunScript(database, "commit; pragma wal_checkpoint(passive)");
     } catch (const RuntimeError&) {
         if (sqlite3_get_autocommit(database) == 0)
             RunOnce(database, "rollback");
@@ -88,29 +97,25 @@ Found PrepareForWork(sqlite3* database, Thoroughness thoroughness, bool isChecke
 {
     if (!isChecked && !FirstDamage(database, thoroughness, rules.summedIndexes).isEmpty())
         throw RuntimeError(Error::DamagedDatabase);
-    const Found found{WholeAnswer(database, "pragma user_version"), FirstPlantedCode(database)};
-    if (!found.IsOurs())
+    Found found{WholeAnswer(database, "pragma user_version"), FirstPlantedCode(database)};
+    found.isReplaced = IsMoved(database);
+    if (!found.IsOurs() || found.isReplaced)
         return found;
     if (TextAnswer(database, "pragma journal_mode=wal") != "wal")
         throw RuntimeError(Error::ReadOnly);
+    found.isReplaced = IsMoved(database); // from here on the connection holds a lock that no restoration gets past
+    if (found.isReplaced)
+        return found;
     RunOnce(database, "pragma synchronous=full");
     RunOnce(database, CacheOfSums);
     DefineTextComparison(database);
     BringUpToDate(database, rules.keyedTables);
-    RaiseSchemaCookie(database, rules.patience);
+    MarkOpening(database, rules.patience);
     return found;
 }
 
-} // namespace
-
-void SetForeignLogAside(const QString& path, const FileHeader& header)
-{
-    const QString log = path + "-wal";
-    if (QFileInfo(log).size() != 0 && header.IsInRollbackMode() && !RenameAside(log))
-        throw RuntimeError(Error::PathAccess);
-}
-
-SqliteHandle OpenForWork(const QString& path, const OpeningRules& rules)
+/// Empty when the file was replaced meanwhile. Its log is left alone then: it may be the new file's.
+SqliteHandle TryOpening(const QString& path, const OpeningRules& rules)
 {
     const QString name = QFileInfo(path).fileName();
     bool isChecked = rules.isCheckedAlready || IsKnownSound(path);
@@ -132,12 +137,35 @@ SqliteHandle OpenForWork(const QString& path, const OpeningRules& rules)
             throw RuntimeError(Error::DamagedDatabase, name);
         throw;
     }
+    if (found.isReplaced)
+        return nullptr;
     if (found.version > SchemaVersion)
         RaiseNewer(name);
     if (!found.planted.empty())
         RaisePlanted(found.planted, name);
     KeepLogAtClose(handle.get(), false);
     return handle;
+}
+
+} // namespace
+
+void SetForeignLogAside(const QString& path, const FileHeader& header)
+{
+    const QString log = path + "-wal";
+    if (QFileInfo(log).size() != 0 && header.IsInRollbackMode() && !RenameAside(log))
+        throw RuntimeError(Error::PathAccess);
+}
+
+SqliteHandle OpenForWork(const QString& path, const OpeningRules& rules)
+{
+    QElapsedTimer waited;
+    waited.start();
+    for (;;) {
+        if (SqliteHandle handle = TryOpening(path, rules))
+            return handle;
+        if (waited.elapsed() > rules.patience)
+            throw RuntimeError(Error::Locked);
+    }
 }
 
 void MoveLogIntoFile(const QString& path)

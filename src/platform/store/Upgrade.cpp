@@ -2,6 +2,7 @@
 
 #include "platform/store/Errors.h"
 #include "platform/store/FileHeader.h"
+#include "platform/store/Marks.h"
 
 #include <QRegularExpression>
 #include <QScopeGuard>
@@ -76,6 +77,7 @@ void ChangeTables(sqlite3* database, const QList<KeyedTable>& tables)
         AddAutoincrement(database, keyed);
         KeepAboveReferences(database, keyed);
     }
+    CreateMarks(database);
     RunOnce(database, "pragma user_version=" + std::to_string(SchemaVersion));
     RunOnce(database, "commit");
 }

@@ -4,7 +4,8 @@
 
 namespace store {
 
-/// Upgrades a database of an older version in one transaction: these tables never reuse a key.
+/// Upgrades a database of an older version in one transaction: these tables never reuse a key (version 2), commits are
+/// marked (version 3).
 ///
 /// A database that can't be upgraded now (locked, disk full, unexpected schema) is left unchanged and remains usable.
 /// Raises 3049 when it turns out to be damaged.

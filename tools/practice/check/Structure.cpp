@@ -4,6 +4,7 @@
 #include "platform/basic/RuntimeError.h"
 #include "platform/store/Creation.h"
 #include "platform/store/DatabaseReader.h"
+#include "platform/store/Marks.h"
 #include "practice/fields/FieldRules.h"
 
 #include <QTemporaryDir>
@@ -153,8 +154,10 @@ Structure StructureOf(const Select& select)
     Structure found;
     store::Statement tables =
         select("select name from sqlite_schema where type = 'table' and name not like 'sqlite!_%' escape '!'");
-    while (tables.Step())
-        found.tables << Structure::Table{TextOf(tables, 0), FieldsOf(select, TextOf(tables, 0))};
+    while (tables.Step()) {
+        if (const QString name = TextOf(tables, 0); name != QLatin1StringView(store::MarksTable))
+            found.tables << Structure::Table{name, FieldsOf(select, name)};
+    }
     store::Statement indexes = select("select i.name, i.tbl_name, i.sql, l.\"unique\", l.partial from sqlite_schema i "
                                       "left join pragma_index_list(i.tbl_name) l on l.name = i.name "
                                       "where i.type = 'index' and i.sql is not null order by i.rowid");
