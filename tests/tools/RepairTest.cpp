@@ -47,6 +47,21 @@ protected:
             bytes.replace(qsizetype{PageSize} * (leaves[leaf] - 1), PageSize, QByteArray(PageSize, '\xA5'));
         Write(File(), bytes);
     }
+    /// Makes a change that is in the log alone, as after a power cut.
+    void ChangeInLog(const char* sql) const
+    {
+        QByteArray file;
+        QByteArray log;
+        {
+            tests::OtherProgram other(File());
+            ASSERT_EQ(other.Run("pragma journal_mode = wal"), SQLITE_OK);
+            ASSERT_EQ(other.Run(sql), SQLITE_OK);
+            file = Bytes(File());
+            log = Bytes(File() + "-wal");
+        }
+        Write(File(), file);
+        Write(File() + "-wal", log);
+    }
     static constexpr int PageSize = 4096;
     void RemoveCopies() const
     {
@@ -224,8 +239,9 @@ TEST_F(PracticeRepair, MakesANewFileWhereAPageOfAnIndexIsDestroyed)
         return texts;
     };
     const QStringList whole = content();
-    Run("update Actes set MM = 1 where num = 50");
+    Run("update Actes set MM = 1 where num = 50; update Permn set RIB = 'y'");
     DestroyLeaves("Actes_Mois", {0});
+    ChangeInLog("update Permn set RIB = 'x'");
 
     const CommandRun run({"repair", Folder()});
     EXPECT_EQ(run.code, 0) << run.output.toStdString() << run.errors.toStdString();
@@ -314,17 +330,7 @@ TEST_F(PracticeRepair, RefusesAnOpenPracticeAndOneThatCannotBeCopied)
 
 TEST_F(PracticeRepair, KeepsWhatALogHolds)
 {
-    QByteArray file;
-    QByteArray log;
-    {
-        tests::OtherProgram other(File());
-        ASSERT_EQ(other.Run("pragma journal_mode = wal; update Actes set montant = 77, MM = 1 where num = 2"),
-                  SQLITE_OK);
-        file = Bytes(File());
-        log = Bytes(File() + "-wal");
-    }
-    Write(File(), file);
-    Write(File() + "-wal", log);
+    ChangeInLog("update Actes set montant = 77, MM = 1 where num = 2");
     EXPECT_EQ(CommandRun({"repair", Folder()}).code, 0);
     EXPECT_FALSE(QFile::exists(File() + "-wal"));
     EXPECT_EQ(Answer("select montant || ' ' || MM from Actes where num = 2"), "77.0 6");
