@@ -23,14 +23,15 @@ QDate FirstOfMonth(const QDate& day)
 
 } // namespace
 
-QString GenerationName(const QDate& day)
+QString GenerationName(const QDate& day, int number)
 {
-    return "ZEP_ONE " + day.toString(Qt::ISODate) + ".MDB";
+    const QString another = number > 1 ? QString(" (%1)").arg(number) : QString();
+    return "ZEP_ONE " + day.toString(Qt::ISODate) + another + ".MDB";
 }
 
 QDate GenerationDay(const QString& name)
 {
-    static const QRegularExpression dated("^ZEP_ONE (\\d{4}-\\d{2}-\\d{2})\\.MDB$",
+    static const QRegularExpression dated("^ZEP_ONE (\\d{4}-\\d{2}-\\d{2})( \\([2-9]\\))?\\.MDB$",
                                           QRegularExpression::CaseInsensitiveOption);
     const auto match = dated.match(name);
     return match.hasMatch() ? QDate::fromString(match.captured(1), Qt::ISODate) : QDate();

@@ -78,7 +78,12 @@ protected:
     {
         return OtherProgram("file:" + archive + "?immutable=1").Answer(question);
     }
-    QStringList Archives() const { return QDir(folder).entryList(QDir::Files | QDir::Hidden); }
+    QStringList Archives() const
+    {
+        QStringList names = QDir(folder).entryList(QDir::Files | QDir::Hidden);
+        names.removeAll("ZEP_ONE.MDB.sceau");
+        return names;
+    }
     void Protect(mode_t mode) const { ::chmod(folder.toUtf8().constData(), mode); }
 
     static constexpr int Acts = 3000;

@@ -16,13 +16,16 @@ protected:
     {
         QStringList copies;
         for (const QString& name : QDir(Folder() + "/ARCHIVES").entryList(QDir::Files | QDir::Hidden))
-            copies << Folder() + "/ARCHIVES/" + name;
+            if (!name.endsWith(".sceau"))
+                copies << Folder() + "/ARCHIVES/" + name;
         return copies;
     }
     void RemoveCopies() const
     {
-        for (const QString& copy : Copies())
+        for (const QString& copy : Copies()) {
             EXPECT_TRUE(QFile::remove(copy));
+            QFile::remove(copy + ".sceau");
+        }
     }
 };
 

@@ -1,5 +1,6 @@
 #include "practice/check/Repair.h"
 
+#include "data/Archives.h"
 #include "data/Practice.h"
 #include "platform/basic/Dates.h"
 #include "platform/basic/RuntimeError.h"
@@ -285,6 +286,7 @@ RepairReport RepairPractice(const QString& folder, const QDateTime& moment)
         throw RuntimeError::Described(
             Error::Locked,
             "Le cabinet est ouvert dans un programme : quittez-le, puis recommencez. Rien n'a été modifié.");
+    data::RemoveLeftovers(folder);
     return Repair(database).Run(host::PathIn(folder, data::ArchiveFolder), moment);
 }
 

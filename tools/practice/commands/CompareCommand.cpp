@@ -66,7 +66,7 @@ int RunCompare(const Arguments& arguments, const Streams& streams)
     const QList<DifferingDay> days = DifferingDays(before, after, changes, copy.Day());
     if (arguments.Has("csv"))
         WriteChanges(changes, arguments.Text("csv"));
-    streams.output << "Comparé à la copie « " << copy.Name() << " » du " << data::MomentOf(copy) << ".\n";
+    streams.output << WarningOf(copy) << "Comparé à la copie « " << copy.Name() << " » du " << data::MomentOf(copy) << ".\n";
     ShowDays(days, copy.Day(), streams.output);
     ShowTables(changes, arguments.Has("rows"), streams.output);
     return days.isEmpty() ? Done : Refused;
