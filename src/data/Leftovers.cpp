@@ -15,16 +15,19 @@
 namespace data {
 namespace {
 
-/// Partial files of copies, restorations and repairs, and logs of a kept file that was never completed.
+/// Partial files of copies, restorations and repairs, logs of a kept file that was never completed, and seals whose
+/// copy is gone.
 void RemovePartialFiles(const QDir& folder)
 {
     static const QRegularExpression partial(R"(^ZEP_ONE.*\.MDB(\.sceau)?\.part\d*(-wal|-shm|-journal)?$)",
                                             QRegularExpression::CaseInsensitiveOption);
-    static const QRegularExpression logOfKept(R"(^(ZEP_ONE avant .*\.MDB)(-wal|-shm|-journal)$)",
-                                              QRegularExpression::CaseInsensitiveOption);
+    static const QRegularExpression beside(
+        R"(^(ZEP_ONE avant .*\.MDB)(?:-wal|-shm|-journal)$|^(ZEP_ONE.*\.MDB)\.sceau$)",
+        QRegularExpression::CaseInsensitiveOption);
     for (const QString& name : folder.entryList(QDir::Files | QDir::Hidden)) {
-        const QRegularExpressionMatch log = logOfKept.match(name);
-        if (partial.match(name).hasMatch() || (log.hasMatch() && !folder.exists(log.captured(1))))
+        const QRegularExpressionMatch found = beside.match(name);
+        const QString copy = found.captured(found.lastCapturedIndex());
+        if (partial.match(name).hasMatch() || (found.hasMatch() && !folder.exists(copy)))
             QFile::remove(folder.filePath(name));
     }
 }

@@ -8,6 +8,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QRegularExpression>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
@@ -47,7 +48,12 @@ protected:
     }
 
     QString Copy(const QString& name = "ZEP_ONE.MDB") const { return folder + "/ARCHIVES/" + name; }
-    QStringList Files() const { return QDir(folder + "/ARCHIVES").entryList(QDir::Files | QDir::Hidden, QDir::Name); }
+    /// Without their seals.
+    QStringList Files() const
+    {
+        const QStringList names = QDir(folder + "/ARCHIVES").entryList(QDir::Files | QDir::Hidden, QDir::Name);
+        return names.filter(QRegularExpression("(?<!sceau)$"));
+    }
     static QString ActsIn(const QString& copy)
     {
         return tests::OtherProgram("file:" + copy + "?immutable=1").Answer("select count(*) from Actes");
