@@ -115,8 +115,8 @@ TEST(Import, ReadsCellsAsSpreadsheetsWriteThem)
         QString value; ///< as text; empty for one that is refused
         const char* reason = "";
     } cells[] = {
-        {amount, u"1\u202F250,50"_qs, "1250.5"},
-        {amount, u"1\u00A0234\u00A0567,5"_qs, "1234567.5"},
+        {amount, QStringLiteral("1\u202F250,50"), "1250.5"},
+        {amount, QStringLiteral("1\u00A0234\u00A0567,5"), "1234567.5"},
         {amount, "-1 250.75", "-1250.75"},
         {amount, "1250.5000", "1250.5"},
         {amount, "1.25e+03", "1250"},
