@@ -50,6 +50,7 @@ QStringList SurplusGenerations(const QStringList& names, const QDate& today)
     QSet<QDate> days;
     QSet<QDate> weeks;
     QSet<QDate> months;
+    QDate lastKept;
     // Whether this is the first copy seen of its period, among at most so many periods.
     const auto isKeptBy = [](QSet<QDate>& kept, const QDate& period, int most) {
         if (kept.size() == most || kept.contains(period))
@@ -58,11 +59,15 @@ QStringList SurplusGenerations(const QStringList& names, const QDate& today)
         return true;
     };
     for (const auto& [day, name] : newestFirst) {
+        if (day == lastKept) // another file of that day, whichever is the good one
+            continue;
         const bool byDay = isKeptBy(days, day, DaysKept);
         const bool byWeek = isKeptBy(weeks, MondayOf(day), WeeksKept);
         const bool byMonth = isKeptBy(months, FirstOfMonth(day), MonthsKept);
         if (!byDay && !byWeek && !byMonth)
             surplus << name;
+        else
+            lastKept = day;
     }
     return surplus;
 }

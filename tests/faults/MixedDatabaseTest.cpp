@@ -1,4 +1,5 @@
 #include "core/globals.h"
+#include "core/opening.h"
 #include "data/Archives.h"
 #include "data/Practice.h"
 #include "faults/FolderContent.h"
@@ -10,9 +11,9 @@
 #include "support/Practice.h"
 #include "support/Rounds.h"
 
-#include <QElapsedTimer>
 #include <QFile>
 #include <QProcess>
+#include <QSet>
 #include <gtest/gtest.h>
 #include <random>
 #include <unistd.h>
@@ -118,4 +119,78 @@ TEST_F(MixedDatabase, IsRecognisedAtTheNextSave)
         EXPECT_TRUE(QFile::exists(file + "-wal.set-aside") || copied == tests::BytesOf(file));
     }
     EXPECT_GT(recognised, tests::Rounds(20) / 2);
+}
+
+// Another program opens, saves and closes all the time. What it was told is saved is in the practice or in a file that
+// a restoration has kept.
+TEST_F(MixedDatabase, IsRestoredWithoutLosingAnAcknowledgedSave)
+{
+    tests::ResetGlobals();
+    data::CopyToArchives(practice.Folder());
+    tests::ChildProcess program([this](tests::Reports& reports) {
+        for (int expense = 1;; ++expense) {
+            practice.Open();
+            dao::Recordset rows = TheDatabase.OpenRecordset("Recettes");
+            rows.AddNew();
+            rows["montant"] = expense;
+            rows.Update();
+            reports.Send(expense);
+            tests::ResetGlobals();
+            ::usleep(unsigned(expense % 7) * 5000); // closed for a while, or not
+        }
+    });
+    ASSERT_TRUE(program.Next<int>());
+    int restored = 0;
+    while (restored < tests::Rounds(10)) {
+        try {
+            data::Restore(practice.File("ARCHIVES/ZEP_ONE.MDB"), practice.Folder());
+            ++restored;
+        } catch (const basic::RuntimeError& error) {
+            ASSERT_EQ(error.Code(), basic::Error::Locked) << error.Description().toStdString();
+        }
+    }
+    EXPECT_TRUE(program.Kill());
+    int acknowledged = 1;
+    while (const auto expense = program.Next<int>())
+        acknowledged = *expense;
+
+    QSet<QString> found;
+    QStringList files{file};
+    for (const data::ArchivedCopy& kept : data::ArchivedCopies(practice.Folder()))
+        files << kept.path;
+    for (const QString& each : files) {
+        const QString expenses =
+            tests::OtherProgram(each).Answer("select group_concat(cast(montant as integer)) from Recettes");
+        for (const QString& expense : expenses.split(','))
+            found << expense;
+    }
+    for (int expense = 1; expense <= acknowledged; ++expense)
+        EXPECT_TRUE(found.contains(QString::number(expense))) << expense << " of " << acknowledged;
+}
+
+// An opening that waits for the locks of a restoration works on the file that the restoration puts in place.
+TEST_F(MixedDatabase, IsOpenedAnewWhenReplacedWhileTheOpeningWaited)
+{
+    tests::ResetGlobals();
+    Copy(file, copy);
+    tests::OtherProgram(copy).Run("update Actes set montant = 55 where num = 2");
+    const QString held = practice.File("held");
+    tests::ChildProcess program([&](tests::Reports& reports) {
+        while (!QFile::exists(held))
+            ::usleep(1000);
+        core::DataFolder = practice.Folder();
+        core::CreateTheWorkspace();
+        TheDatabase = core::TheWorkspace.OpenDatabase(file, data::PracticeRules());
+        TheDatabase.Execute("update Actes set montant = 77 where num = 1");
+        reports.Send('!');
+        tests::ResetGlobals();
+    });
+    std::optional<store::DatabaseHold> hold(file);
+    Copy(copy, held);
+    ::usleep(300'000);
+    store::Replace(copy, file);
+    hold.reset();
+    EXPECT_EQ(program.Next<char>(), '!');
+    program.Wait();
+    EXPECT_EQ(tests::OtherProgram(file).Answer("select group_concat(montant) from Actes where num < 3"), "77.0,55.0");
 }
