@@ -31,7 +31,7 @@ QString GenerationName(const QDate& day, int number)
 
 QDate GenerationDay(const QString& name)
 {
-    static const QRegularExpression dated("^ZEP_ONE (\\d{4}-\\d{2}-\\d{2})( \\([2-9]\\))?\\.MDB$",
+    static const QRegularExpression dated(R"(^ZEP_ONE (\d{4}-\d{2}-\d{2})( \([2-9]\))?\.MDB$)",
                                           QRegularExpression::CaseInsensitiveOption);
     const auto match = dated.match(name);
     return match.hasMatch() ? QDate::fromString(match.captured(1), Qt::ISODate) : QDate();
