@@ -39,11 +39,27 @@ constexpr Spoilt Values[] = {
     {"update Actes set Type = 'K31' where num = 2", "  ERREUR : Actes : Type inconnu (1 ligne, num 2 : « K31 »)"},
     {"update Actes set Heure = x'00' where num = 2",
      "  ERREUR : Actes : Heure n'est pas un texte (1 ligne, num 2 : données binaires)"},
+    {"update Actes set Heure = 'vers 8 h' where num = 2",
+     "  ERREUR : Actes : Heure n'est pas une heure HH:MM (1 ligne, num 2 : « vers 8 h »)"},
+    {"update Actes set Heure = '24:00' where num = 2",
+     "  ERREUR : Actes : Heure n'est pas une heure HH:MM (1 ligne, num 2 : « 24:00 »)"},
+    {"update Actes set Heure = '08:30' || char(0) where num = 2",
+     "  ERREUR : Actes : Heure n'est pas de l'UTF-8 ou contient un caractère nul (1 ligne, num 2 : « 08:30· »)"},
+    {"update Actes_suppr set H_Suppr = '9h'",
+     "  ERREUR : Actes_suppr : H_Suppr n'est pas une heure HH:MM (1 ligne, num 9 : « 9h »)"},
+    {"update Patients set nom = cast(x'4ce9' as text) where num = 2",
+     "  ERREUR : Patients : nom n'est pas de l'UTF-8 ou contient un caractère nul (1 ligne, num 2 : « L\uFFFD »)"},
+    {"update textes set ch4 = 'x' || char(0)",
+     "  ERREUR : textes : ch4 n'est pas de l'UTF-8 ou contient un caractère nul (1 ligne, « x· »)"},
+    {"update Actes set num_patient = null where num = 2",
+     "  Remarque : Actes : num_patient sans valeur (1 ligne, num 2)"},
+    {"update Actes set num_presta = null where num = 2",
+     "  Remarque : Actes : num_presta sans valeur (1 ligne, num 2)"},
     {"update Actes set num_patient = 3 where num = 2",
      "  Remarque : Actes : num_patient sans ligne dans Patients (1 ligne, num 2 : 3)"},
     {"update Actes set num_presta = 3 where num = 2",
      "  Remarque : Actes : num_presta sans ligne dans Presta (1 ligne, num 2 : 3)"},
-    {"update Patients set num = 3000000000 where num = 2; update Actes set num_patient = 1 where num = 2",
+    {"update Patients set num = 3000000000 where num = 2; update Actes set num_patient = 1",
      "  ERREUR : Patients : num hors de l'intervalle -2147483648 à 2147483647 (1 ligne, num 3000000000 : 3000000000)"},
     {"update Plani set HH = null", "  ERREUR : Plani : HH sans valeur (1 ligne, num 1)"},
     {"update Plani set Num_Presta = null", "  ERREUR : Plani : Num_Presta sans valeur (1 ligne, num 1)"},
@@ -57,6 +73,9 @@ constexpr Spoilt Values[] = {
     {"update Recettes set objet = null", "  Remarque : Recettes : objet sans valeur (1 ligne, num 1)"},
     {"update Presta set denom = ' ' where num = 2", "  Remarque : Presta : denom sans valeur (1 ligne, num 2 : «   »)"},
     {"update Presta set Ordre = null where num = 2", "  Remarque : Presta : Ordre sans valeur (1 ligne, num 2)"},
+    {"update Presta set denom = ' ecg' where num = 1",
+     "  Remarque : Presta : denom en double (2 lignes, num 1 : «  ecg », 2 : « ECG »)"},
+    {"update Presta set Ordre = 1", "  Remarque : Presta : Ordre en double (2 lignes, num 1 : 1, 2 : 1)"},
     {"update Presta set prix = null where num = 2", "  Remarque : Presta : prix sans valeur (1 ligne, num 2)"},
     {"update Permn set Charge9 = 'cent'", "  ERREUR : Permn : Charge9 n'est pas un nombre (1 ligne, « cent »)"},
     {"update Permn set Date = '2008-06-17'",
@@ -93,6 +112,8 @@ constexpr Spoilt Tables[] = {
     {"drop index Plani_Date; create index Plani_Date on Plani (date, Num_Presta, HH) where HH > 0",
      "  ERREUR : L'index Plani_Date porte sur Plani (date, Num_Presta, HH), sous condition au lieu de Plani (date, "
      "Num_Presta, HH)."},
+    {"create index A_moi on Actes (Heure desc)",
+     "  Remarque : L'index A_moi sur Actes (Heure desc) n'est pas du programme."},
     {"create trigger cadeau after update on Actes begin select 1; end",
      "  ERREUR : Le déclencheur cadeau de la table Actes n'est pas du programme, qui n'ouvre pas la base."},
     {"create view vue as select 1", "  ERREUR : La vue vue n'est pas du programme, qui n'ouvre pas la base."},
@@ -100,13 +121,16 @@ constexpr Spoilt Tables[] = {
 
 /// What is unusual and stops no screen.
 constexpr const char* Legal[] = {
-    "update Actes set Flag_H = 7, num_patient = null, num_presta = null, Type = null, Heure = 'vers 8 h'",
+    "update Actes set Flag_H = 7, Type = null, Heure = ' 8:30 ' where num = 1",
+    "update Actes set Heure = '23:59:59' where num = 1",
+    "update Actes set Heure = ''",
+    "update Patients set nom = 'Saïdi ' || char(128169)",
     "update Actes set montant = -5.25, Flag_H = null, date_Presta = null",
     "update Actes set num = -4 where num = 3",
     "update Patients set Sexe = null, Naiss = null, Flag_H = -1",
     "update Permn set Date = '', nbre = 99, RC = null, Charge1 = null",
     "update Tarif set C = null, K0 = -5",
-    "update Presta set prix = 0, Ordre = -1",
+    "update Presta set prix = 0, Ordre = -num",
     "update Recettes set montant = -3",
     "alter table Prov add column Mt2 REAL DEFAULT 0",
     "create table Divers (a)",
@@ -150,8 +174,8 @@ TEST_F(PracticeCheck, ReportsEveryFaultInOneRunWithCountsAndAFewExamples)
     for (const char* const sql :
          {"update Actes set HH = 10; update Actes set montant = 'x'; delete from textes; drop index Actes_Mois",
           "with recursive n(i) as (select 10 union all select i + 1 from n where i < 17) "
-          "insert into Actes (num, HH, Date, MM, AA, montant, flag_R) select i, 0, '2008-06-16', 6, 2008, null, 0 from "
-          "n",
+          "insert into Actes (num, HH, Date, MM, AA, num_patient, num_presta, montant, flag_R) "
+          "select i, 0, '2008-06-16', 6, 2008, 1, 1, null, 0 from n",
           "update Actes set montant = 0 where num = 10"})
         Run(sql);
     EXPECT_EQ(
@@ -194,6 +218,13 @@ TEST_F(PracticeCheck, NamesMissingAndDamagedFiles)
               QStringList("  Remarque : Le dossier ARCHIVES est absent : la copie de fin de travail échouera."));
     ASSERT_TRUE(QFile::rename(folder.filePath("AUTRES"), folder.filePath("ARCHIVES")));
 
+    const QByteArray configuration = Bytes(folder.filePath("ZEP_CFIG.CFG"));
+    constexpr int accessWord = 3 * 84 + 22;
+    Write(folder.filePath("ZEP_CFIG.CFG"), QByteArray(configuration).replace(accessWord, 2, "\x00\x40", 2));
+    EXPECT_EQ(Check(), QStringList("  ERREUR : ZEP_CFIG.CFG : la valeur d'accès 16384 ne donne aucun code d'accès."));
+    constexpr int letterhead = 36 * 84;
+    Write(folder.filePath("ZEP_CFIG.CFG"), QByteArray(configuration).replace(letterhead, 2, "\xF0\xFF", 2));
+    EXPECT_TRUE(Check().value(0).startsWith("  ERREUR : ZEP_CFIG.CFG : lecture impossible (erreur 5,"));
     ASSERT_TRUE(QFile::resize(folder.filePath("ZEP_CFIG.CFG"), 1000));
     ASSERT_TRUE(QFile::remove(folder.filePath("ZEP_R1.RPT")));
     Write(folder.filePath("system.mdw"), "autre chose");
