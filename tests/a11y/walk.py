@@ -39,9 +39,7 @@ STEPS = [
     ("ctrl+Next", "Acts, display", "Paramètres d'affichage"),
     ("Button", "Actualisation", "Lancer l'actualisation"),
     ("ctrl+w", "Message", "Modification annulée"),
-    ("Return", "Acts, again", "Paramètres d'affichage|Mouvements"),
-    ("", "", "Paramètres d'affichage"),
-    ("", "Main window, again", "Mouvements"),
+    ("Return", "Main window, again", "Mouvements"),
     ("F7", "Calendar", "Mois suivant"),
     ("Return", "Cash, recapitulation", "Solde de la veille"),
     ("ctrl+Next", "Cash, settled", ""),
@@ -226,8 +224,7 @@ def main():
             wait_for(f"{place} doesn't come up", lambda: has(program, mark))
             look(program, place)
         else:
-            if has(program, mark):
-                press(program, "ctrl+w")
+            press(program, "ctrl+w")
             wait_for(f"{mark} stays", lambda: front(program) is not None and not has(program, mark))
     press(program, "alt+o")
     print(f"{len(faults)} faults")

@@ -66,6 +66,10 @@ TEST_F(TotalsOfAGrid, StayUnderTheirColumns)
     EXPECT_LE(screen.due.geometry().right(), screen.width());
     EXPECT_LT(screen.received.geometry().right(), screen.due.geometry().left() + 1);
     EXPECT_GE(screen.count.geometry().left(), 0);
+    Show("123 456 789.50 ");
+    const QImage due = screen.due.grab().toImage();
+    Show("823 456 789.50 ");
+    EXPECT_NE(screen.due.grab().toImage(), due) << "it is reduced rather than cut";
 }
 
 TEST_F(TotalsOfAGrid, AreNeverCut)
