@@ -6,6 +6,7 @@
 #include "faults/SmallDisk.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/store/Opening.h"
+#include "platform/store/Seal.h"
 #include "support/FolderInMemory.h"
 #include "support/Globals.h"
 #include "support/MainWindow.h"
@@ -292,6 +293,6 @@ TEST_F(SpoiltDatabase, IsLeftAloneWhereNoWholeCopyIsToBeHad)
     DateCopy();
     Write(sound.first(3 * PageSize));
     ExpectRefused(basic::RuntimeError(Error::DamagedDatabase, "ZEP_ONE.MDB"));
-    QFile::remove(copy);
+    store::RemoveSealed(copy);
     ExpectRefused(basic::RuntimeError(Error::DamagedDatabase, "ZEP_ONE.MDB"));
 }

@@ -13,7 +13,6 @@
 #include <QTemporaryDir>
 #include <sqlite3.h>
 
-#include <algorithm>
 #include <cmath>
 #include <optional>
 #include <set>
@@ -37,24 +36,19 @@ constexpr const char* Rows = R"(
     insert into Prov (num, unite, Mt) values (3, 'L''Écho', 1.5);
 )";
 
-/// A practice shared by all inputs.
-class Practice {
-public:
+/// A practice shared by all inputs, and its tables.
+struct Practice {
     Practice()
     {
-        store::CreateDatabase(Path(), data::Schema() + QString::fromUtf8(Rows));
-        const store::SqliteHandle database = store::OpenForReading(Path());
-        store::Statement names(database.get(), "select name from sqlite_schema where type = 'table'");
+        store::CreateDatabase(path, data::Schema() + QString::fromUtf8(Rows));
+        const store::SqliteHandle database = store::OpenForReading(path);
+        store::Statement names(database.get(), "select name from sqlite_schema where name not like 'sqlite_%'");
         while (names.Step())
             tables.insert(names.TextAt(0));
-        tables.erase("sqlite_sequence");
     }
 
-    QString Path() const { return folder.filePath(data::DatabaseFile); }
-    bool HasTable(const char* name) const { return name != nullptr && tables.contains(name); }
-
-private:
-    QTemporaryDir folder;
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(data::DatabaseFile);
     std::set<std::string> tables;
 };
 
@@ -65,9 +59,13 @@ const Practice& ThePractice()
 }
 
 /// A connection opened as by the program. Statements that run too long are interrupted.
-class Session {
-public:
-    explicit Session(const QString& path) : Session(store::OpenForWork(path, {}), path) {}
+struct Session {
+    explicit Session(store::SqliteHandle opened = store::OpenForWork(ThePractice().path, {}))
+        : handle(opened.get()),
+          connection(std::make_shared<dao::Connection>(std::move(opened), ThePractice().path, store::OpeningRules())),
+          database(connection)
+    {
+    }
 
     /// Restarts the time limit.
     void Restart()
@@ -77,65 +75,39 @@ public:
         sqlite3_progress_handler(
             handle, stepsAtATime, [](void* left) { return --*static_cast<int*>(left) > 0 ? 0 : 1; }, &stops);
     }
-    void Unbind() { sqlite3_progress_handler(handle, 0, nullptr, nullptr); }
-    bool WasStopped() const { return stops <= 0; }
 
     sqlite3* const handle;
     const std::shared_ptr<dao::Connection> connection;
     const dao::Database database;
-
-private:
-    Session(store::SqliteHandle opened, const QString& path)
-        : handle(opened.get()),
-          connection(std::make_shared<dao::Connection>(std::move(opened), path, store::OpeningRules())),
-          database(connection)
-    {
-        Restart();
-    }
-
     int stops = 0;
 };
 
-/// Runs `work`; false when it was refused with one of these errors. Any other error is a fault.
+/// Runs `work`; false when it was refused with an error of statements or one of these. Any other error is a fault.
 template <class Work>
-bool Succeeds(Session& session, std::initializer_list<Error> refusals, const QString& statement, Work work)
+bool Succeeds(Session& session, QList<Error> refusals, const QString& statement, Work work)
 {
+    refusals << Error::SyntaxError << Error::UnknownTable << Error::UnknownColumn << Error::UnknownFunction
+             << Error::FieldTooSmall;
     session.Restart();
     try {
         work();
         return true;
     } catch (const basic::RuntimeError& error) {
-        const bool expected = std::ranges::find(refusals, error.Code()) != refusals.end() ||
-                              (error.Code() == Error::DiskOrNetwork && session.WasStopped());
-        Require(expected, "a refusal has a number of refused statements",
+        const bool wasStopped = error.Code() == Error::DiskOrNetwork && session.stops <= 0;
+        Require(wasStopped || refusals.contains(error.Code()), "a refusal has a number of refused statements",
                 QString::number(error.Number()) + " " + error.Description() + "\n" + statement);
         return false;
     }
 }
 
-/// A literal of the same kind with another value.
-QString OtherLiteral(const Token& token)
-{
-    switch (token.kind) {
-    case Token::Kind::Number:
-        return "987";
-    case Token::Kind::Date:
-        return "#12/30/1999#";
-    case Token::Kind::PlainText:
-        return "'?'";
-    default:
-        return "'zz'";
-    }
-}
-
-/// The statement with other values in all its literals.
+/// The statement with other values of the same kinds in all its literals.
 QString WithOtherValues(const QString& statement)
 {
+    static const QMap<Token::Kind, QString> values{
+        {Token::Kind::Number, "987"}, {Token::Kind::Date, "#12/30/1999#"}, {Token::Kind::PlainText, "'?'"}};
     QString other;
-    for (const Token& token : dao::Tokens(statement)) {
-        other += token.IsLiteral() ? OtherLiteral(token) : token.text.toString();
-        other += ' ';
-    }
+    for (const Token& token : dao::Tokens(statement))
+        other += (token.IsLiteral() ? values.value(token.kind, "'zz'") : token.text.toString()) + ' ';
     return other;
 }
 
@@ -159,7 +131,7 @@ void CheckLiteral(const Token& token, const dao::Value& value)
 std::optional<dao::StatementShape> ShapeOf(Session& session, const QString& statement)
 {
     dao::StatementShape split;
-    if (!Succeeds(session, {Error::SyntaxError}, statement, [&] { split = dao::ShapeOf(statement); }))
+    if (!Succeeds(session, {}, statement, [&] { split = dao::ShapeOf(statement); }))
         return {};
     std::size_t literal = 0;
     for (const Token& token : dao::Tokens(statement)) {
@@ -174,26 +146,15 @@ std::optional<dao::StatementShape> ShapeOf(Session& session, const QString& stat
     return split;
 }
 
-/// Authorizer: what a plan may do to the database.
+/// Authorizer: a plan reads tables of the practice and changes rows of its own.
 int Permit(void* asked, int action, const char* first, const char*, const char*, const char*)
 {
     const Plan& plan = *static_cast<const Plan*>(asked);
     const bool changes = plan.kind == Plan::Kind::Change && plan.table->name == first;
-    switch (action) {
-    case SQLITE_SELECT:
-        break;
-    case SQLITE_READ:
-        Require(ThePractice().HasTable(first), "a statement reads tables of the practice alone", first);
-        break;
-    case SQLITE_FUNCTION:
-        break;
-    case SQLITE_UPDATE:
-    case SQLITE_DELETE:
-        Require(changes, "only an update or delete changes rows, of its table", first);
-        break;
-    default:
-        Require(false, "a statement does nothing else", QString::number(action));
-    }
+    const bool isPermitted = action == SQLITE_SELECT || action == SQLITE_FUNCTION ||
+                             (action == SQLITE_READ && ThePractice().tables.contains(first)) ||
+                             ((action == SQLITE_UPDATE || action == SQLITE_DELETE) && changes);
+    Require(isPermitted, "a statement does nothing else", QString("%1 %2").arg(action).arg(first));
     return SQLITE_OK;
 }
 
@@ -211,12 +172,10 @@ void CheckText(Session& session, const Plan& plan, std::size_t literals)
         Require((code & 0xff) == SQLITE_ERROR, "a statement fails by its syntax or a name", shown);
         return;
     }
-    Require(prepared != nullptr, "a plan is a statement", shown);
-    Require(rest == plan.sql.data() + plan.sql.size(), "a plan is one statement", shown);
+    Require(prepared != nullptr && rest == plan.sql.data() + plan.sql.size(), "a plan is one statement", shown);
     Require(sqlite3_bind_parameter_count(prepared) == static_cast<int>(literals), "each literal has its parameter",
             shown);
-    const bool reads = plan.kind != Plan::Kind::Change;
-    Require((sqlite3_stmt_readonly(prepared) != 0) == reads, "selects read, the others write", shown);
+    Require((sqlite3_stmt_readonly(prepared) != 0) == (plan.kind != Plan::Kind::Change), "selects read", shown);
     sqlite3_finalize(prepared);
 }
 
@@ -225,7 +184,7 @@ void CheckPlan(Session& session, const QString& statement, const dao::StatementS
     const auto find = [&](std::string_view name) { return session.connection->FindTable(name); };
     Plan plan;
     const auto translate = [&] { plan = dao::Translate(statement, find, skipsFailures); };
-    if (!Succeeds(session, {Error::SyntaxError, Error::UnknownTable, Error::UnknownColumn}, statement, translate))
+    if (!Succeeds(session, {}, statement, translate))
         return;
     const Plan other = dao::Translate(WithOtherValues(statement), find, skipsFailures);
     Require(plan.sql == other.sql, "values are no part of a plan", statement);
@@ -247,42 +206,24 @@ int Walked(dao::Recordset rows)
 
 void CheckOpening(Session& session, const QString& statement)
 {
-    Succeeds(session,
-             {Error::UnknownColumn, Error::SyntaxError, Error::UnknownTable, Error::UnknownFunction,
-              Error::FieldTooSmall, Error::InvalidOperation},
-             statement, [&] {
-                 const int count = Walked(session.database.OpenRecordset(statement));
-                 dao::Recordset again = session.database.OpenRecordset(statement);
-                 if (count > 0)
-                     again.MoveLast();
-                 Require(again.RecordCount() == count, "the last row is the last of the walk", statement);
-             });
+    Succeeds(session, {Error::InvalidOperation}, statement, [&] {
+        const int count = Walked(session.database.OpenRecordset(statement));
+        dao::Recordset again = session.database.OpenRecordset(statement);
+        if (count > 0)
+            again.MoveLast();
+        Require(again.RecordCount() == count, "the last row is the last of the walk", statement);
+    });
 }
 
 /// Runs the statement in a transaction and rolls it back.
 void CheckRunning(Session& session, const QString& statement, int options)
 {
     session.database.BeginTrans();
-    Succeeds(session,
-             {Error::DuplicateKey, Error::UnknownColumn, Error::NotAnAction, Error::SyntaxError, Error::UnknownTable,
-              Error::UnknownFunction, Error::FieldTooSmall, Error::ConversionFailed},
-             statement, [&] {
-                 Require(session.database.Execute(statement, options) >= 0, "changed rows are counted", statement);
-             });
-    session.Unbind();
+    Succeeds(session, {Error::DuplicateKey, Error::NotAnAction, Error::ConversionFailed}, statement, [&] {
+        Require(session.database.Execute(statement, options) >= 0, "changed rows are counted", statement);
+    });
+    sqlite3_progress_handler(session.handle, 0, nullptr, nullptr);
     session.database.Rollback();
-}
-
-/// A session shared by many inputs, as in a day's work; replaced from time to time to bound its memory.
-Session& TheSession()
-{
-    constexpr int inputsOfASession = 200;
-    const QString path = ThePractice().Path(); // created first, so that it outlives the session
-    static std::optional<Session> session;
-    static int served = 0;
-    if (served++ % inputsOfASession == 0)
-        session.emplace(path);
-    return *session;
 }
 
 } // namespace
@@ -290,7 +231,13 @@ Session& TheSession()
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size)
 {
     const QString statement = QString::fromUtf8(reinterpret_cast<const char*>(bytes), static_cast<qsizetype>(size));
-    Session& session = TheSession();
+    constexpr int inputsOfASession = 200; // as in a day's work; a new one bounds its memory
+    ThePractice(); // before the session, which it outlives
+    static std::optional<Session> current;
+    static int served = 0;
+    if (served++ % inputsOfASession == 0)
+        current.emplace();
+    Session& session = *current;
     CheckOpening(session, statement);
     CheckRunning(session, statement, 0);
     CheckRunning(session, statement, dao::FailOnError);

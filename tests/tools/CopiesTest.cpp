@@ -227,7 +227,7 @@ TEST_F(Copies, AreNamedByPathNameOrDay)
     EXPECT_EQ(CommandRun({"compare", "/nulle/part"}).code, 2);
 }
 
-TEST_F(Copies, AreNotComparedWhenDamaged)
+TEST_F(Copies, AreComparedWithAWarningWhenChangedSinceTheirClosing)
 {
     QFile file(archives + "/ZEP_ONE.MDB");
     ASSERT_TRUE(file.open(QIODevice::ReadWrite));
@@ -238,8 +238,11 @@ TEST_F(Copies, AreNotComparedWhenDamaged)
     file.write("X");
     file.close();
     const CommandRun run({"compare", practice.Folder(), "ZEP_ONE.MDB"});
-    EXPECT_EQ(run.code, 2);
-    EXPECT_TRUE(run.errors.contains("est endommagé")) << run.errors.toStdString();
+    EXPECT_EQ(run.code, 0);
+    EXPECT_TRUE(run.output.contains("modifiée depuis sa clôture")) << run.output.toStdString();
+    EXPECT_TRUE(CommandRun({"archives", practice.Folder()}).output.contains("MODIFIÉE DEPUIS SA CLÔTURE"));
+    for (const char* const answer : {"", "non\n", "oui\n"}) // --yes answers the first question alone
+        EXPECT_EQ(CommandRun({"restore", practice.Folder(), "ZEP_ONE.MDB", "--yes"}, answer).code, *answer != 'o');
 }
 
 TEST_F(Copies, OfAnOlderVersionAreComparedByWhatBothHave)
@@ -247,6 +250,7 @@ TEST_F(Copies, OfAnOlderVersionAreComparedByWhatBothHave)
     ASSERT_EQ(tests::OtherProgram(archives + "/ZEP_ONE.MDB")
                   .Run("pragma user_version=1; alter table Patients drop column diagno; drop table Plani"),
               SQLITE_OK);
+    QFile::remove(archives + "/ZEP_ONE.MDB.sceau");
     Date("ZEP_ONE.MDB", QDate(2008, 6, 16));
     Run("update Patients set diagno = 'HTA'");
     const CommandRun run({"compare", practice.Folder()});

@@ -16,7 +16,8 @@ protected:
     {
         QStringList copies;
         for (const QString& name : QDir(Folder() + "/ARCHIVES").entryList(QDir::Files | QDir::Hidden))
-            copies << Folder() + "/ARCHIVES/" + name;
+            if (!name.endsWith(".sceau"))
+                copies << Folder() + "/ARCHIVES/" + name;
         return copies;
     }
     /// The pages below the root of a table or index.
@@ -65,8 +66,10 @@ protected:
     static constexpr int PageSize = 4096;
     void RemoveCopies() const
     {
-        for (const QString& copy : Copies())
+        for (const QString& copy : Copies()) {
             EXPECT_TRUE(QFile::remove(copy));
+            QFile::remove(copy + ".sceau");
+        }
     }
 };
 

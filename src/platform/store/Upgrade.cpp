@@ -43,9 +43,9 @@ qint64 HighestKey(sqlite3* database, const KeyedTable::Column& column)
 /// Recreates the table with AUTOINCREMENT, with the same columns, rows, indexes and triggers.
 void AddAutoincrement(sqlite3* database, const KeyedTable& keyed)
 {
-    static const QRegularExpression key("\\binteger\\s+primary\\s+key\\b(?!\\s+autoincrement)",
+    static const QRegularExpression key(R"(\binteger\s+primary\s+key\b(?!\s+autoincrement))",
                                         QRegularExpression::CaseInsensitiveOption);
-    static const QRegularExpression head("^\\s*create\\s+table\\s+(\"[^\"]*\"|\\w+)",
+    static const QRegularExpression head(R"(^\s*create\s+table\s+("[^"]*"|\w+))",
                                          QRegularExpression::CaseInsensitiveOption);
     QString definition = DefinitionOf(database, keyed.table);
     if (!key.match(definition).hasMatch() || !head.match(definition).hasMatch())

@@ -46,10 +46,9 @@ struct Controls : testing::Test {
 TEST_F(Controls, OfAnArrayAreNamedByTheirIndex)
 {
     forms::ControlArray<forms::Picture, 3> images("Image2");
-    EXPECT_EQ(images[0].objectName(), "Image2(0)");
     EXPECT_EQ(images[2].objectName(), "Image2(2)");
-    EXPECT_EQ(ErrorOf([&] { images[3]; }), Error::IndexOutOfRange);
-    EXPECT_EQ(ErrorOf([&] { images[-1]; }), Error::IndexOutOfRange);
+    for (const int none : {-1, 3})
+        EXPECT_EQ(ErrorOf([&] { images[none]; }), Error::IndexOutOfRange) << none;
 }
 
 TEST_F(Controls, BulleShowsTheActionOfThePictureUnderThePointerOrFocus)
@@ -75,32 +74,26 @@ TEST_F(Controls, BulleShowsTheActionOfThePictureUnderThePointerOrFocus)
     MovePointer(screen.images[0], true);
     EXPECT_EQ(screen.bulle.text(), "تـغـيير");
     EXPECT_EQ(screen.images[0].accessibleName(), "تـغـيير");
-    screen.images[0].hide();
-    EXPECT_FALSE(screen.bulle.isVisible());
-}
-
-TEST_F(Controls, DisabledPictureNeitherClicksNorTakesABorder)
-{
-    auto& screen = desk.Open<Hover>();
-    screen.field.setFocus();
     QSignalSpy clicked(&screen.images[0], &QAbstractButton::clicked);
-    MovePointer(screen.images[0], true);
     screen.images[0].setEnabled(false);
-    EXPECT_FALSE(screen.images[0].HasBorder());
-    EXPECT_FALSE(screen.bulle.isVisible());
-    MovePointer(screen.images[0], true);
-    EXPECT_FALSE(screen.images[0].HasBorder());
+    for (int round = 0; round < 2; ++round) { // it loses its border, and takes none
+        EXPECT_FALSE(screen.images[0].HasBorder());
+        EXPECT_FALSE(screen.bulle.isVisible());
+        MovePointer(screen.images[0], true);
+    }
     screen.images[0].click();
     EXPECT_EQ(clicked.count(), 0);
+    screen.images[0].setEnabled(true);
+    MovePointer(screen.images[0], true);
+    screen.images[0].hide();
+    EXPECT_FALSE(screen.bulle.isVisible());
 }
 
 TEST_F(Controls, WithoutAccessibleNamesAreFaults)
 {
     auto& screen = desk.Open<Hover>();
     EXPECT_EQ(AccessibilityFaults(screen), QStringList{"forms::TextBox Text1"});
-    auto* reader = QAccessible::queryAccessibleInterface(&screen.images[1]);
-    EXPECT_EQ(reader->text(QAccessible::Name), "Quitter");
-    EXPECT_EQ(reader->role(), QAccessible::Button);
+    EXPECT_EQ(QAccessible::queryAccessibleInterface(&screen.images[1])->role(), QAccessible::Button);
 
     auto& sheet = desk.Open<Sheet>();
     EXPECT_EQ(AccessibilityFaults(sheet).size(), 5) << AccessibilityFaults(sheet).join(", ").toStdString();
@@ -119,21 +112,19 @@ TEST_F(Controls, ComboBoxSelectsNoLineByItself)
     EXPECT_EQ(chosen.count(), 1);
     combo.SetListIndex(2);
     EXPECT_EQ(combo.currentText(), "P ");
-    EXPECT_EQ(ErrorOf([&] { combo.SetListIndex(3); }), Error::InvalidProperty);
-    EXPECT_EQ(ErrorOf([&] { combo.SetListIndex(-2); }), Error::InvalidProperty);
+    for (const int none : {-2, 3})
+        EXPECT_EQ(ErrorOf([&] { combo.SetListIndex(none); }), Error::InvalidProperty) << none;
     EXPECT_EQ(combo.currentIndex(), 2);
 }
 
-TEST_F(Controls, ShowTextsLiterallyAndCarryTheirProperties)
+TEST_F(Controls, ShowTextsLiterally)
 {
     forms::Label label("Label1", "<b>DUPONT</b>");
     EXPECT_EQ(label.textFormat(), Qt::PlainText);
     forms::Panel panel("SSPanel1", "<i>Mouvements</i>");
     EXPECT_EQ(panel.findChild<QLabel*>()->textFormat(), Qt::PlainText);
     panel.setProperty("caption", "Correction");
-    panel.setProperty("Tag", "17/06/2008");
     EXPECT_EQ(panel.Caption(), "Correction");
-    EXPECT_EQ(panel.Tag, "17/06/2008");
 }
 
 TEST_F(Controls, EveryIconCanBeDrawn)

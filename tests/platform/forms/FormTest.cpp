@@ -21,14 +21,12 @@ TEST_F(Screen, IsClosedByItsCloseBoxAndUnloadOnlyAndMayRefuse)
     Press(sheet.text, Qt::Key_Escape);
     Press(sheet.grid, Qt::Key_Escape);
     EXPECT_EQ(sheet.escapes, 2);
-    EXPECT_TRUE(sheet.isVisible());
 
     sheet.staysOpen = true;
     EXPECT_FALSE(sheet.close());
     sheet.Unload();
     sheet.reject();
-    EXPECT_TRUE(sheet.isVisible());
-    EXPECT_TRUE(sheet.IsLoaded());
+    EXPECT_TRUE(sheet.isVisible() && sheet.IsLoaded());
     EXPECT_EQ(unloaded.count(), 0);
 
     sheet.staysOpen = false;
@@ -39,7 +37,7 @@ TEST_F(Screen, IsClosedByItsCloseBoxAndUnloadOnlyAndMayRefuse)
     EXPECT_EQ(unloaded.count(), 1);
 }
 
-TEST_F(Screen, IsLoadedOnceForEachShowing)
+TEST_F(Screen, IsLoadedOnceForEachShowingAndMayCloseItselfMeanwhile)
 {
     Sheet sheet;
     int loads = 0;
@@ -52,48 +50,38 @@ TEST_F(Screen, IsLoadedOnceForEachShowing)
     sheet.loading = [] { throw basic::RuntimeError(basic::Error::UnknownColumn); };
     EXPECT_THROW(sheet.Load(), basic::RuntimeError);
     EXPECT_FALSE(sheet.IsLoaded());
-}
 
-TEST_F(Screen, MayCloseItselfWhileLoading)
-{
-    Sheet sheet;
     sheet.loading = [&] { sheet.Unload(); };
     desk.WhenModal<Sheet>([](Sheet&) { ADD_FAILURE() << "it must not come up"; });
     EXPECT_NO_FATAL_FAILURE(desk.ShowModal(sheet));
     EXPECT_FALSE(sheet.isVisible());
 }
 
-TEST_F(Screen, EnterPressesTheFocusedButtonOnly)
+TEST_F(Screen, EnterPressesTheFocusedButtonAndACommandItsPictureFromAnyControl)
 {
-    auto& sheet = desk.Open<Sheet>();
+    auto& sheet =
+        desk.Open<Sheet>([](Sheet& made) { Dress(made.picture, "print", " Imprimer ", forms::Command::Print); });
     QSignalSpy pressed(&sheet.button, &QPushButton::clicked);
-    QSignalSpy clicked(&sheet.picture, &QAbstractButton::clicked);
-    for (QWidget* other : {static_cast<QWidget*>(&sheet.text), static_cast<QWidget*>(&sheet.grid)})
-        Press(*other, Qt::Key_Return);
+    QSignalSpy clicks(&sheet.picture, &QAbstractButton::clicked);
+    EXPECT_EQ(sheet.picture.toolTip(), "Imprimer (Ctrl+P)");
+    EXPECT_EQ(sheet.picture.accessibleName(), "Imprimer");
+    const auto press = [&](Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
+        for (QWidget* control : std::initializer_list<QWidget*>{&sheet.text, &sheet.grid})
+            Press(*control, key, modifiers);
+        return clicks.count();
+    };
+    EXPECT_EQ(press(Qt::Key_Return), 0);
     EXPECT_EQ(pressed.count(), 0);
     Press(sheet.button, Qt::Key_Return);
     EXPECT_EQ(pressed.count(), 1);
     Press(sheet.picture, Qt::Key_Enter, Qt::KeypadModifier);
     Press(sheet.picture, Qt::Key_Space);
-    EXPECT_EQ(clicked.count(), 2);
-}
-
-TEST_F(Screen, ClicksThePictureOfACommandFromAnyControl)
-{
-    auto& sheet =
-        desk.Open<Sheet>([](Sheet& made) { Dress(made.picture, "print", " Imprimer ", forms::Command::Print); });
-    QSignalSpy clicks(&sheet.picture, &QAbstractButton::clicked);
-    EXPECT_EQ(sheet.picture.toolTip(), "Imprimer (Ctrl+P)");
-    EXPECT_EQ(sheet.picture.accessibleName(), "Imprimer");
-    Press(sheet.text, Qt::Key_P, Qt::ControlModifier);
-    Press(sheet.grid, Qt::Key_P, Qt::ControlModifier);
-    EXPECT_EQ(clicks.count(), 2);
+    EXPECT_EQ(press(Qt::Key_P, Qt::ControlModifier), 4);
     sheet.picture.setEnabled(false);
-    Press(sheet.grid, Qt::Key_P, Qt::ControlModifier);
+    EXPECT_EQ(press(Qt::Key_P, Qt::ControlModifier), 4);
     sheet.picture.setEnabled(true);
     sheet.picture.hide();
-    Press(sheet.grid, Qt::Key_P, Qt::ControlModifier);
-    EXPECT_EQ(clicks.count(), 2);
+    EXPECT_EQ(press(Qt::Key_P, Qt::ControlModifier), 4);
 }
 
 TEST_F(Screen, OpensInsideTheFreeAreaOfItsScreen)
@@ -108,6 +96,12 @@ TEST_F(Screen, OpensInsideTheFreeAreaOfItsScreen)
     EXPECT_TRUE(sheet.button.isVisible());
     EXPECT_LE(sheet.button.geometry().bottom(), sheet.height());
     sheet.Unload();
+
+    auto& table = desk.Open<Sheet>([](Sheet& made) { made.grid.SetUsualRows(12); });
+    table.grid.SetRows(12);
+    support::ProcessEvents();
+    EXPECT_LE(table.grid.visualRect(table.grid.model()->index(11, 0)).bottom(), table.grid.viewport()->rect().bottom());
+    table.Unload();
 
     auto& oblong = desk.Open<Sheet>([](Sheet& made) { made.loading = [&made] { made.Centre(); }; });
     EXPECT_NEAR(oblong.geometry().center().x(), area.center().x(), 3);
@@ -147,9 +141,8 @@ TEST_F(Screen, TabFollowsTheLayout)
 {
     auto& sheet = desk.Open<Sheet>();
     sheet.text.setFocus();
-    for (QWidget* next : {static_cast<QWidget*>(&sheet.date), static_cast<QWidget*>(&sheet.amount),
-                          static_cast<QWidget*>(&sheet.picture), static_cast<QWidget*>(&sheet.grid),
-                          static_cast<QWidget*>(&sheet.button)}) {
+    for (QWidget* next :
+         std::initializer_list<QWidget*>{&sheet.date, &sheet.amount, &sheet.picture, &sheet.grid, &sheet.button}) {
         Press(*sheet.focusWidget(), Qt::Key_Tab);
         EXPECT_EQ(sheet.focusWidget(), next) << qPrintable(sheet.focusWidget()->objectName());
     }

@@ -114,6 +114,15 @@ TEST_F(Entry, FiltersPastedDroppedAndComposedText)
     Press(amount, Qt::Key_V, Qt::ControlModifier);
     Drop(amount, "7");
     EXPECT_EQ(amount.text(), "free ,, text");
+    Press(amount, Qt::Key_A, Qt::ControlModifier);
+    Press(amount, Qt::Key_C, Qt::ControlModifier);
+    EXPECT_EQ(QApplication::clipboard()->text(), "free ,, text");
+    Press(amount, Qt::Key_Escape);
+    EXPECT_EQ(sheet.escapes, 1);
+
+    Type(sheet.date, "17");
+    ChooseFromContextMenu(sheet.date, "Copier");
+    EXPECT_EQ(sheet.date.text(), "17/") << "the field isn't left while its menu is open";
 }
 
 TEST_F(Entry, SelectsItsTextOnEveryKindOfFocus)

@@ -104,6 +104,8 @@ TEST(JournalPages, ContainEveryAct)
             EXPECT_TRUE(texts.contains("Patient") || acts == 0) << page;
             lines += static_cast<int>(texts.filter(date).size() / 2); // reception and service
             EXPECT_EQ(texts.contains("Actes, toutes unités"), page == layout.PageCount() - 1) << page;
+            for (const pages::Run& run : layout.MakePage(page).runs)
+                EXPECT_LE(run.box.bottom(), run.faint ? 195 : 187.01) << run.text.toStdString(); // margin and footer
         }
         EXPECT_EQ(lines, acts);
     }

@@ -26,6 +26,12 @@ QString PagesAsText(const pages::PageLayout& layout)
         const pages::Page page = layout.MakePage(index);
         out << "=== page " << index + 1 << ", " << page.paper.width() << " x " << page.paper.height() << ", "
             << page.shades.size() << " shades, " << page.rules.size() << " rules\n";
+        for (const QRectF& shade : page.shades)
+            out << "shade " << Tenths(shade.left()) << " " << Tenths(shade.top()) << " " << Tenths(shade.width()) << " "
+                << Tenths(shade.height()) << "\n";
+        for (const pages::Rule& rule : page.rules)
+            out << "rule " << Tenths(rule.line.x1()) << " " << Tenths(rule.line.y1()) << " " << Tenths(rule.line.dx())
+                << " " << Tenths(rule.line.dy()) << " " << rule.thickness << (rule.faint ? " faint" : "") << "\n";
         for (const pages::Run& run : page.runs)
             out << Tenths(run.box.left()) << " " << Tenths(run.box.top()) << " " << Tenths(run.box.width()) << " "
                 << LetterOf(run.alignment) << " " << run.points << (run.bold ? " bold" : "")

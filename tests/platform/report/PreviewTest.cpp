@@ -16,6 +16,7 @@
 #include <QScrollBar>
 #include <QTest>
 #include <QTimer>
+#include <QWindow>
 #include <gtest/gtest.h>
 
 namespace {
@@ -59,33 +60,46 @@ QWidget& PagesOf(PreviewWindow& preview)
     return *preview.findChild<report::PagesView*>("Pages");
 }
 
-TEST_F(Preview, IsUsableByKeyboardOnly)
+TEST_F(Preview, MovesBetweenPagesByKeysAndPictures)
 {
     Run(400, [](PreviewWindow& preview) {
         EXPECT_EQ(preview.objectName(), "Preview");
         EXPECT_EQ(preview.windowTitle(), "Aperçu - Actes réglés");
         EXPECT_EQ(preview.PageCount.text(), "/ 10");
+        EXPECT_EQ(preview.PrintButton.text() + preview.SaveButton.text(), "ImprimerPDF");
+        const auto expectPage = [&](int page) {
+            EXPECT_EQ(preview.PageNumber.text(), QString::number(page));
+            EXPECT_TRUE(preview.View().accessibleName().contains(QString("page %1 sur 10").arg(page)));
+            for (const auto* back : {&preview.FirstButton, &preview.PreviousButton})
+                EXPECT_EQ(back->isEnabled(), page != 1) << page;
+            for (const auto* on : {&preview.NextButton, &preview.LastButton})
+                EXPECT_EQ(on->isEnabled(), page != 10) << page;
+        };
         QWidget& pages = PagesOf(preview);
-        const struct {
-            Qt::Key key;
-            const char* page;
-        } moves[] = {{Qt::Key_PageUp, "1"}, {Qt::Key_PageDown, "2"},  {Qt::Key_PageDown, "3"}, {Qt::Key_PageUp, "2"},
-                     {Qt::Key_End, "10"},   {Qt::Key_PageDown, "10"}, {Qt::Key_PageUp, "9"},   {Qt::Key_Home, "1"}};
+        const std::pair<Qt::Key, int> moves[] = {{Qt::Key_PageUp, 1}, {Qt::Key_PageDown, 2}, {Qt::Key_PageDown, 3},
+                                                 {Qt::Key_PageUp, 2}, {Qt::Key_End, 10},     {Qt::Key_PageDown, 10},
+                                                 {Qt::Key_PageUp, 9}, {Qt::Key_Home, 1}};
         for (const auto& [key, page] : moves) {
             Press(pages, key);
-            EXPECT_EQ(preview.PageNumber.text(), page) << "after key " << key;
+            expectPage(page);
         }
-        EXPECT_FALSE(preview.FirstButton.isEnabled());
-        EXPECT_FALSE(preview.PreviousButton.isEnabled());
         Press(pages, Qt::Key_PageDown, Qt::ControlModifier);
-        EXPECT_EQ(preview.PageNumber.text(), "2");
+        expectPage(2);
         Press(pages, Qt::Key_PageUp, Qt::ControlModifier);
-        EXPECT_EQ(preview.PageNumber.text(), "1");
-
+        expectPage(1);
+        int page = 10;
+        for (forms::Picture* picture :
+             {&preview.LastButton, &preview.PreviousButton, &preview.FirstButton, &preview.NextButton}) {
+            Click(*picture);
+            expectPage(page);
+            page = page == 10 ? 9 : page == 9 ? 1 : 2;
+        }
+        Type(preview.PageNumber, "x5");
+        Press(preview.PageNumber, Qt::Key_Tab);
+        expectPage(2); // typed and not confirmed
         Type(preview.PageNumber, "x7");
         Press(preview.PageNumber, Qt::Key_Return);
-        EXPECT_EQ(preview.View().CurrentPage(), 6);
-        EXPECT_TRUE(preview.View().accessibleName().contains("page 7 sur 10"));
+        expectPage(7);
         Press(pages, Qt::Key_W, Qt::ControlModifier);
         EXPECT_FALSE(preview.IsLoaded());
     });
@@ -111,68 +125,34 @@ TEST_F(Preview, ScreenReadersReadThePageLineByLine)
     });
 }
 
-TEST_F(Preview, MovesBetweenPagesByItsPictures)
-{
-    Run(400, [](PreviewWindow& preview) {
-        const auto shows = [&](forms::Picture& picture, const char* page, bool first, bool last) {
-            Click(picture);
-            EXPECT_EQ(preview.PageNumber.text(), page) << qPrintable(picture.objectName());
-            EXPECT_EQ(preview.FirstButton.isEnabled(), !first);
-            EXPECT_EQ(preview.PreviousButton.isEnabled(), !first);
-            EXPECT_EQ(preview.NextButton.isEnabled(), !last);
-            EXPECT_EQ(preview.LastButton.isEnabled(), !last);
-        };
-        shows(preview.LastButton, "10", false, true);
-        shows(preview.PreviousButton, "9", false, false);
-        shows(preview.FirstButton, "1", true, false);
-        shows(preview.NextButton, "2", false, false);
-    });
-}
-
 TEST_F(Preview, ZoomKeepsThePageInSight)
 {
     Run(400, [](PreviewWindow& preview) {
         QWidget& pages = PagesOf(preview);
-        EXPECT_TRUE(preview.View().FitsWidth());
-        Press(pages, Qt::Key_End);
-        Press(pages, Qt::Key_PageUp);
-        const double fitted = preview.View().Zoom();
-        for (int step = 0; step < 12; ++step) {
-            Press(pages, Qt::Key_Plus, Qt::ControlModifier);
-            EXPECT_EQ(preview.View().CurrentPage(), 8);
-        }
-        EXPECT_EQ(preview.View().Zoom(), report::PagesView::LargestZoom);
-        EXPECT_FALSE(preview.ZoomInButton.isEnabled());
-        Press(pages, Qt::Key_0, Qt::ControlModifier);
-        EXPECT_EQ(preview.ZoomText.text(), "100 %");
-        for (int step = 0; step < 12; ++step)
-            Press(pages, Qt::Key_Minus, Qt::ControlModifier);
-        EXPECT_EQ(preview.View().Zoom(), report::PagesView::SmallestZoom);
-        Press(pages, Qt::Key_2, Qt::ControlModifier);
-        EXPECT_DOUBLE_EQ(preview.View().Zoom(), fitted);
-    });
-}
-
-TEST_F(Preview, AFittedSheetNeedsNoHorizontalScrollBar)
-{
-    Run(40, [](PreviewWindow& preview) {
+        EXPECT_EQ(AccessibilityFaults(preview), QStringList());
+        EXPECT_FALSE(preview.SavedPanel.isVisible());
         for (int width = 700; width < 1100; width += 7) {
             preview.resize(width, 600);
             support::ProcessEvents();
             ASSERT_TRUE(preview.View().FitsWidth());
             EXPECT_EQ(preview.View().horizontalScrollBar()->maximum(), 0) << "at a width of " << width;
         }
-    });
-}
-
-TEST_F(Preview, EachControlHasANameForScreenReaders)
-{
-    Run(1, [](PreviewWindow& preview) {
-        EXPECT_EQ(AccessibilityFaults(preview), QStringList());
-        EXPECT_FALSE(preview.SavedPanel.isVisible());
-        for (const QAbstractButton* button : preview.findChildren<QAbstractButton*>())
-            EXPECT_FALSE(button->objectName().isEmpty() || button->toolTip().isEmpty())
-                << qPrintable(button->objectName());
+        Press(pages, Qt::Key_End);
+        Press(pages, Qt::Key_PageUp);
+        const double fitted = preview.View().Zoom();
+        const auto pressTimes = [&](Qt::Key key, int times) {
+            for (int step = 0; step < times; ++step) {
+                Press(pages, key, Qt::ControlModifier);
+                EXPECT_EQ(preview.View().CurrentPage(), 8);
+            }
+            return preview.View().Zoom();
+        };
+        EXPECT_EQ(pressTimes(Qt::Key_Plus, 12), report::PagesView::LargestZoom);
+        EXPECT_FALSE(preview.ZoomInButton.isEnabled());
+        EXPECT_EQ(pressTimes(Qt::Key_0, 1), 1);
+        EXPECT_EQ(preview.ZoomText.text(), "100 %");
+        EXPECT_EQ(pressTimes(Qt::Key_Minus, 12), report::PagesView::SmallestZoom);
+        EXPECT_DOUBLE_EQ(pressTimes(Qt::Key_2, 1), fitted);
         Click(preview.CloseButton);
         EXPECT_FALSE(preview.IsLoaded());
     });
@@ -180,16 +160,23 @@ TEST_F(Preview, EachControlHasANameForScreenReaders)
 
 TEST_F(Preview, SavesThePdfUnderTheProposedName)
 {
-    QString proposed;
-    Run(40, [&](PreviewWindow& preview) {
-        preview.AskPdfPath = [&](PreviewWindow&, const QString& path) {
-            proposed = QFileInfo(path).fileName();
-            return practice.Folder() + "/actes";
+    QStringList proposed;
+    const auto saveAs = [&](const QString& name) {
+        return [&proposed, name](PreviewWindow& preview) {
+            preview.AskPdfPath = [&proposed, name](PreviewWindow&, const QString& path) {
+                proposed << path;
+                return name;
+            };
+            Press(PagesOf(preview), Qt::Key_S, Qt::ControlModifier);
+            EXPECT_EQ(preview.OpenFolder.isVisible(), !name.isEmpty());
+            Click(preview.SaveButton);
         };
-        Press(PagesOf(preview), Qt::Key_S, Qt::ControlModifier);
-        EXPECT_TRUE(preview.OpenFolder.isVisible());
-    });
-    EXPECT_EQ(proposed, "Actes réglés 17-06-2008.pdf");
+    };
+    desk.ExpectMessage("« actes.pdf » existe déjà.\nLe remplacer ?", forms::Icon::Question, "ZEP Lumo",
+                       forms::Answer::Yes);
+    Run(40, saveAs(practice.Folder() + "/actes"));
+    EXPECT_EQ(QFileInfo(proposed.value(0)).fileName(), "Actes réglés 17-06-2008.pdf");
+    EXPECT_EQ(proposed.value(1), practice.Folder() + "/Actes réglés 17-06-2008.pdf") << "beside the one before";
     const QList<tests::PdfPage> pages = tests::ReadPdf(practice.Folder() + "/actes.pdf");
     ASSERT_EQ(pages.size(), 2);
     EXPECT_TRUE(pages[0].text.contains("O'BRIEN-MARTIN Jean-Frédéric Radiologie"));
@@ -197,39 +184,31 @@ TEST_F(Preview, SavesThePdfUnderTheProposedName)
     EXPECT_EQ(pages[0].points, QSizeF(595, 842));
 
     Report1.ProposedName = "../Caisse du 17/06";
-    Run(0, [&](PreviewWindow& preview) {
-        preview.AskPdfPath = [&](PreviewWindow&, const QString& path) {
-            return proposed = QFileInfo(path).fileName(), QString();
-        };
-        Click(preview.SaveButton);
-    });
-    EXPECT_EQ(proposed, "..-Caisse du 17-06.pdf");
+    Run(0, saveAs(""));
+    EXPECT_EQ(QFileInfo(proposed.last()).fileName(), "..-Caisse du 17-06.pdf");
 }
 
 TEST_F(Preview, ReplacesAnExistingFileOnlyWhenTheUserSaysSo)
 {
     const QString existing = practice.WriteTemplate("hier", "caisse.pdf");
+    ASSERT_TRUE(QFile::setPermissions(existing, QFile::Permissions(0x6644))); // readable by all
     QStringList proposals;
     Run(1, [&](PreviewWindow& preview) {
-        QStringList answers = {practice.Folder() + "/caisse", practice.Folder() + "/CAISSE.PDF"};
+        QStringList answers = {"/caisse", "/CAISSE.PDF", "/caisse"};
         preview.AskPdfPath = [&](PreviewWindow&, const QString& path) {
             proposals << QFileInfo(path).fileName();
-            return answers.takeFirst();
+            return practice.Folder() + answers.takeFirst();
         };
-        desk.ExpectMessage("« caisse.pdf » existe déjà.\nLe remplacer ?", forms::Icon::Question, "ZEP Lumo",
-                           forms::Answer::No);
-        Click(preview.SaveButton);
-        desk.Verify();
-        EXPECT_EQ(proposals.value(1), "caisse.pdf"); // asked again, starting from the refused name
-        EXPECT_EQ(practice.Read("caisse.pdf"), "hier");
-        EXPECT_TRUE(practice.Read("CAISSE.PDF").startsWith("%PDF")); // a new file: nothing to ask
-
-        ASSERT_TRUE(QFile::setPermissions(existing, QFile::Permissions(0x6644))); // readable by all
-        preview.AskPdfPath = [&](PreviewWindow&, const QString&) { return practice.Folder() + "/caisse"; };
-        desk.ExpectMessage("« caisse.pdf » existe déjà.\nLe remplacer ?", forms::Icon::Question, "ZEP Lumo",
-                           forms::Answer::Yes);
-        Click(preview.SaveButton);
+        for (const auto answer : {forms::Answer::No, forms::Answer::Yes}) {
+            desk.ExpectMessage("« caisse.pdf » existe déjà.\nLe remplacer ?", forms::Icon::Question, "ZEP Lumo",
+                               answer);
+            Click(preview.SaveButton);
+            desk.Verify();
+            EXPECT_EQ(practice.Read("caisse.pdf") == "hier", answer == forms::Answer::No);
+            EXPECT_TRUE(practice.Read("CAISSE.PDF").startsWith("%PDF")); // a new file: nothing to ask
+        }
     });
+    EXPECT_EQ(proposals.value(1), "caisse.pdf"); // asked again, starting from the refused name
     for (const char* name : {"caisse.pdf", "CAISSE.PDF"}) {
         const auto others = QFile::ReadGroup | QFile::WriteGroup | QFile::ReadOther | QFile::WriteOther;
         EXPECT_TRUE(practice.Read(name).startsWith("%PDF")) << name;
@@ -303,11 +282,16 @@ TEST_F(Preview, ALongReadIsCancelledByEsc)
     Report1.ReportFileName = practice.WriteTemplate(endless);
     Report1.Patience = std::chrono::milliseconds(0);
     bool wasOffered = false;
+    QWidget caller;
+    caller.show();
+    caller.activateWindow();
+    support::ProcessEvents();
     QTimer::singleShot(0, qApp, [&] {
         for (QWidget* window : QApplication::topLevelWidgets()) {
             if (window->objectName() != "LongReading")
                 continue;
             wasOffered = window->isVisible() && window->isModal();
+            EXPECT_EQ(window->windowHandle()->transientParent(), caller.windowHandle()) << "it stays before its caller";
             EXPECT_EQ(AccessibilityFaults(*window), QStringList());
             QTest::keyClick(window, Qt::Key_Escape);
         }
@@ -316,13 +300,27 @@ TEST_F(Preview, ALongReadIsCancelledByEsc)
     EXPECT_TRUE(wasOffered);
 }
 
-TEST_F(Preview, ATemplateErrorShowsAMessageOnly)
+TEST_F(Preview, TemplateErrorsShowAMessageOnly)
 {
-    Report1.ReportFileName = practice.WriteTemplate("title = \"Essai\"\n[rows]\nselect = \"select num from Rien\"\n"
-                                                    "[[column]]\nheading = \"N°\"\nfield = \"num\"\nwidth_mm = 20\n",
-                                                    "ZEP_R9.RPT");
+    const QString column = "[[column]]\nheading = \"N°\"\nfield = \"num\"\nwidth_mm = 20\n";
+    const QString select = "[rows]\nselect = \"select num from Rien\"\n";
+    Report1.ReportFileName = practice.WriteTemplate(("title = \"Essai\"\n" + select + column).toUtf8(), "ZEP_R9.RPT");
     desk.ExpectMessage("ZEP_R9.RPT, ligne 3 : table inconnue « Rien »", forms::Icon::Critical, "ZEP Lumo");
     EXPECT_EQ(Report1.PrintReport(), 1);
+
+    QStringList lines;
+    for (int line = 1; line <= 8; ++line)
+        lines << QString("ZEP_R9.RPT, ligne %1 : « a%1 » est inconnu dans le modèle").arg(line);
+    QString mistakes;
+    for (int line = 1; line <= 10; ++line) {
+        mistakes += QString("a%1 = 1\n").arg(line);
+        if (line < 9)
+            continue;
+        practice.WriteTemplate((mistakes + QString(select).replace("Rien", "Prov") + column).toUtf8(), "ZEP_R9.RPT");
+        desk.ExpectMessage(lines.join('\n') + (line == 9 ? "\net une autre erreur" : "\net 2 autres erreurs"),
+                           forms::Icon::Critical, "ZEP Lumo");
+        EXPECT_EQ(Report1.PrintReport(), 1);
+    }
     Report1.Destination = 1;
     EXPECT_EQ(ErrorOf([&] { Report1.PrintReport(); }), Error::InvalidProperty);
     EXPECT_EQ(ErrorOf([&] { Report1.DataFiles(1); }), Error::IndexOutOfRange);

@@ -1,5 +1,6 @@
 #include "practice/check/Repair.h"
 
+#include "data/Archives.h"
 #include "data/Practice.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/host/Files.h"
@@ -50,6 +51,7 @@ RepairReport RepairPractice(const QString& folder, const QDateTime& moment)
         throw RuntimeError::Described(
             Error::Locked,
             "Le cabinet est ouvert dans un programme : quittez-le, puis recommencez. Rien n'a été modifié.");
+    data::RemoveLeftovers(folder);
     const QString archives = host::PathIn(folder, data::ArchiveFolder);
     if (const auto report = RepairInPlace(database, archives, moment))
         return *report;

@@ -71,7 +71,7 @@ int RunCompare(const Arguments& arguments, const Streams& streams)
         csv->Complete();
     }
     QTextStream& output = csv != nullptr && csv->IsStandardOutput() ? streams.errors : streams.output;
-    output << "Comparé à la copie « " << copy.Name() << " » du " << data::MomentOf(copy) << ".\n";
+    output << WarningOf(copy) << "Comparé à la copie « " << copy.Name() << " » du " << data::MomentOf(copy) << ".\n";
     ShowDays(days, copy.Day(), output);
     ShowTables(changes, arguments.Has("rows"), output);
     return days.isEmpty() ? Done : Refused;
