@@ -129,8 +129,10 @@ public:
     DataVersion Version();
     /// Whether nothing was written since, by this connection or (as far as noticed) by others.
     bool IsCurrent(const DataVersion& version) const;
-    /// Notices changes by others.
+    /// Notices changes by others, except while a list is half read.
     void CheckForChanges();
+    /// Notices them in any case, except within a read transaction.
+    void LookForChanges();
 
     /// Releases the snapshot, and checkpoints the log if it is large enough.
     void Idle();
