@@ -190,6 +190,12 @@ void Connection::CheckForChanges()
     Version();
 }
 
+void Connection::LookForChanges()
+{
+    FinishReading();
+    CheckForChanges();
+}
+
 // -- writing
 
 void Connection::RequireSameFile()

@@ -129,8 +129,10 @@ public:
     DataVersion Version();
     /// Whether nothing was written since, by this connection or (as far as noticed) by others.
     bool IsCurrent(const DataVersion& version) const;
-    /// Notices changes by others.
+    /// Notices changes by others, except while a list is half read.
     void CheckForChanges();
+    /// Notices them in any case, except within a read transaction.
+    void LookForChanges();
 
     /// Whether no other connection can read this file. MoveLogIntoFile makes it readable as it is on the disk.
     bool HoldsAlone(const QString& canonicalPath) const;

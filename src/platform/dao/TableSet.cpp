@@ -170,7 +170,7 @@ void TableSet::Edit()
         connection->LockForEdit(*this);
     pending = Pending{.adds = false, .columns = {}, .values = {}};
     try {
-        connection->CheckForChanges();
+        connection->LookForChanges();
         Revalidate(); // an edit starts from the current values
     } catch (...) {
         DropPending();
