@@ -1,5 +1,7 @@
 #include "platform/dao/Recordset.h"
 
+#include "platform/dao/Store.h"
+
 namespace dao {
 
 Field& Field::operator=(const Value& value)
