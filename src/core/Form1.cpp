@@ -167,13 +167,17 @@ int Form1::ShutDown()
     try {
         if (DisplayChanged)
             ChangeWorkingArea(InitialScreen);
+        data::ArchiveNotes notes;
         if (Label1[0].isVisibleTo(this)) {
             const auto notice = TheDesk().Wait("Archivage ...");
             if (TheDatabase.IsOpen())
                 TheDatabase.RequireSameFile(); // don't archive another file over the last good copy
             CloseDataFiles();
-            data::CopyToArchives(DataFolder, [&notice](int done, int total) { notice->Advance(done, total); });
+            notes =
+                data::CopyToArchives(DataFolder, [&notice](int done, int total) { notice->Advance(done, total); });
         }
+        if (const QString text = notes.Text(); !text.isEmpty())
+            MsgBox(text, Icon::Information, "ZEP Lumo");
     } catch (const basic::RuntimeError& error) {
         MsgBox(ErrorText(error), Icon::Exclamation, "ZEP Lumo");
         return error.Code() == basic::Error::FileReplaced ? 1 : 0;

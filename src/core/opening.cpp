@@ -71,15 +71,23 @@ bool OfferCopy()
 {
     TheDatabase.Close();
     std::optional<data::ArchivedCopy> copy;
+    bool isChanged = false;
     {
         const forms::Hourglass pointer;
         copy = data::NewestWholeCopy(DataFolder);
+        isChanged = !copy;
+        if (isChanged)
+            copy = data::NewestWholeCopy(DataFolder, {}, data::CopyCondition::Kind::Changed);
     }
-    if (!copy || MsgBox("Remettre la copie du " + data::MomentOf(*copy) + " ? Les actes saisis depuis n'y sont pas.",
-                        Icon::Question, "ZEP Lumo", forms::Buttons::NoYes) != forms::Answer::Yes)
+    const auto agrees = [](const QString& question) {
+        return MsgBox(question, Icon::Question, "ZEP Lumo", forms::Buttons::NoYes) == forms::Answer::Yes;
+    };
+    if (!copy || !agrees("Remettre la copie du " + data::MomentOf(*copy) + " ? Les actes saisis depuis n'y sont pas."))
+        return false;
+    if (isChanged && !agrees("Cette copie a été modifiée depuis sa clôture. La remettre quand même ?"))
         return false;
     try {
-        data::Restore(copy->path, DataFolder);
+        data::Restore(copy->path, DataFolder, data::Accepts::ChangedCopies);
         return true;
     } catch (const RuntimeError& error) {
         MsgBox(ErrorText(error), Icon::Exclamation, "ZEP Lumo");
@@ -92,6 +100,7 @@ bool OfferCopy()
 void OpenDataFiles()
 {
     DatabasePath = host::PathIn(DataFolder, data::DatabaseFile);
+    data::RemoveLeftovers(DataFolder);
     UpgradeProvTable();
     auto error = TryOpening();
     if (error == Error::DamagedDatabase && OfferCopy()) {

@@ -20,36 +20,26 @@
 namespace data {
 namespace {
 
-QString PlainCopy(const QString& folder)
+/// A time of 0 is one as well.
+QDateTime TimeOf(const QFileInfo& file)
 {
-    return host::PathIn(folder, ArchiveFolder + "/" + DatabaseFile);
+    const QDateTime changed = file.lastModified();
+    return changed.isValid() || !file.exists() ? changed : QDateTime::fromSecsSinceEpoch(0);
 }
 
-/// Keeps the copy that is about to be replaced under the name of its day, unless it is damaged, of today or later.
-void KeepGeneration(const QString& present)
+/// Whether a copy has a seal, and isn't what was sealed. A log that was written since counts.
+bool IsSealBroken(const QString& copy)
 {
-    const QFileInfo file(present);
-    const QDate day = file.lastModified().date();
-    if (day >= host::Today() || !FaultOf(present).isEmpty())
-        return;
-    const QString generation = file.absolutePath() + "/" + GenerationName(day);
-    const QFileInfo before(generation);
-    if (before.exists() && (store::IsSameFile(present, generation) || before.lastModified() > file.lastModified()))
-        return;
-    const QString part = generation + ".part";
-    QFile::remove(part);
-    store::LinkFile(present, part);
-    store::Replace(part, generation);
-}
-
-void DeleteSurplusGenerations(const QString& copies)
-{
-    const QDir folder(copies);
-    for (const QString& name : SurplusGenerations(folder.entryList(QDir::Files | QDir::Hidden), host::Today()))
-        QFile::remove(folder.filePath(name));
+    const store::SealState seal = store::StateOfSeal(copy);
+    return seal == store::SealState::Changed || (seal == store::SealState::Intact && store::HasLog(copy));
 }
 
 } // namespace
+
+QString PlainCopyOf(const QString& folder)
+{
+    return host::PathIn(folder, ArchiveFolder + "/" + DatabaseFile);
+}
 
 QString ArchivedCopy::Name() const
 {
@@ -71,12 +61,12 @@ ArchivedCopy CopyAt(const QString& path)
                       : replaced.match(name).hasMatch()                      ? Kind::Replaced
                       : name.compare(DatabaseFile, Qt::CaseInsensitive) == 0 ? Kind::Latest
                                                                              : Kind::Other;
-    return {file.absoluteFilePath(), kind, file.lastModified()};
+    return {file.absoluteFilePath(), kind, TimeOf(file)};
 }
 
 QString CopiesFolder(const QString& folder)
 {
-    return QFileInfo(store::BehindLinks(PlainCopy(folder))).absolutePath();
+    return QFileInfo(store::BehindLinks(PlainCopyOf(folder))).absolutePath();
 }
 
 QList<ArchivedCopy> ArchivedCopies(const QString& folder)
@@ -97,7 +87,20 @@ QList<ArchivedCopy> ArchivedCopies(const QString& folder)
     return copies;
 }
 
-void RequireWhole(const QString& copy)
+CopyCondition ConditionOf(const QString& copy)
+{
+    using Kind = CopyCondition::Kind;
+    try {
+        RequireUsable(copy);
+    } catch (const basic::RuntimeError& error) {
+        return {Kind::Unusable, error.Description()};
+    }
+    if (!IsSealBroken(copy))
+        return {};
+    return {Kind::Changed, QString("« %1 » a été modifiée depuis sa clôture.").arg(QFileInfo(copy).fileName())};
+}
+
+void RequireUsable(const QString& copy)
 {
     const QString name = QFileInfo(copy).fileName();
     const store::DatabaseReader reader(copy);
@@ -106,33 +109,25 @@ void RequireWhole(const QString& copy)
             basic::Error::UnrecognizedFormat,
             QString("« %1 » contient un déclencheur ou une vue que le programme n'a pas créés : %2.")
                 .arg(name, planted.join(", ")));
-    const store::SealState seal = store::HasLog(copy) ? store::SealState::None : store::StateOfSeal(copy);
-    if (seal == store::SealState::Intact)
+    if (!store::HasLog(copy) && store::StateOfSeal(copy) == store::SealState::Intact)
         return;
-    const QStringList damage = seal == store::SealState::Broken
-                                   ? QStringList("son contenu a changé depuis qu'il a été écrit et contrôlé.")
-                                   : reader.Damage(1);
-    if (!damage.isEmpty())
+    if (const QStringList damage = reader.Damage(1); !damage.isEmpty())
         throw basic::RuntimeError::Described(basic::Error::DamagedDatabase,
                                              QString("« %1 » est endommagé : %2").arg(name, damage.first()));
 }
 
 QString FaultOf(const QString& copy)
 {
-    try {
-        RequireWhole(copy);
-        return {};
-    } catch (const basic::RuntimeError& error) {
-        return error.Description();
-    }
+    return ConditionOf(copy).reason;
 }
 
-std::optional<ArchivedCopy> NewestWholeCopy(const QString& folder, const std::optional<QDate>& before)
+std::optional<ArchivedCopy> NewestWholeCopy(const QString& folder, const std::optional<QDate>& before,
+                                            CopyCondition::Kind kind)
 {
     const QDate first = before.value_or(host::Today().addDays(1)); // excluded, like all later ones
     for (const ArchivedCopy& copy : ArchivedCopies(folder)) {
         const bool counts = copy.kind != ArchivedCopy::Kind::Replaced && copy.Day() < first;
-        if (counts && FaultOf(copy.path).isEmpty())
+        if (counts && ConditionOf(copy.path).kind == kind)
             return copy;
     }
     return std::nullopt;
@@ -141,24 +136,6 @@ std::optional<ArchivedCopy> NewestWholeCopy(const QString& folder, const std::op
 QString MomentOf(const ArchivedCopy& copy)
 {
     return copy.changed.toString("dd/MM/yyyy 'à' HH:mm");
-}
-
-void CopyToArchives(const QString& folder, const store::CopyProgress& progress)
-{
-    constexpr int plain = 0;
-    constexpr int archiveBit = 32;
-    const QString target = PlainCopy(folder);
-    if (host::FileExists(target, plain)) {
-        const int attributes = host::FileAttributes(target);
-        if (attributes != plain && attributes != archiveBit)
-            host::SetFileAttributes(target, plain);
-    }
-    store::CopyDatabase(host::PathIn(folder, DatabaseFile), target,
-                        {.progress = progress, .beforeReplacing = [&folder](const QString& present) {
-                             RemoveUnfinishedRestoration(folder);
-                             KeepGeneration(present);
-                         }});
-    DeleteSurplusGenerations(CopiesFolder(folder));
 }
 
 } // namespace data

@@ -23,14 +23,15 @@ QDate FirstOfMonth(const QDate& day)
 
 } // namespace
 
-QString GenerationName(const QDate& day)
+QString GenerationName(const QDate& day, int number)
 {
-    return "ZEP_ONE " + day.toString(Qt::ISODate) + ".MDB";
+    const QString another = number > 1 ? QString(" (%1)").arg(number) : QString();
+    return "ZEP_ONE " + day.toString(Qt::ISODate) + another + ".MDB";
 }
 
 QDate GenerationDay(const QString& name)
 {
-    static const QRegularExpression dated("^ZEP_ONE (\\d{4}-\\d{2}-\\d{2})\\.MDB$",
+    static const QRegularExpression dated(R"(^ZEP_ONE (\d{4}-\d{2}-\d{2})( \([2-9]\))?\.MDB$)",
                                           QRegularExpression::CaseInsensitiveOption);
     const auto match = dated.match(name);
     return match.hasMatch() ? QDate::fromString(match.captured(1), Qt::ISODate) : QDate();
@@ -49,6 +50,7 @@ QStringList SurplusGenerations(const QStringList& names, const QDate& today)
     QSet<QDate> days;
     QSet<QDate> weeks;
     QSet<QDate> months;
+    QDate lastKept;
     // Whether this is the first copy seen of its period, among at most so many periods.
     const auto isKeptBy = [](QSet<QDate>& kept, const QDate& period, int most) {
         if (kept.size() == most || kept.contains(period))
@@ -57,11 +59,15 @@ QStringList SurplusGenerations(const QStringList& names, const QDate& today)
         return true;
     };
     for (const auto& [day, name] : newestFirst) {
+        if (day == lastKept) // another file of that day, whichever is the good one
+            continue;
         const bool byDay = isKeptBy(days, day, DaysKept);
         const bool byWeek = isKeptBy(weeks, MondayOf(day), WeeksKept);
         const bool byMonth = isKeptBy(months, FirstOfMonth(day), MonthsKept);
         if (!byDay && !byWeek && !byMonth)
             surplus << name;
+        else
+            lastKept = day;
     }
     return surplus;
 }

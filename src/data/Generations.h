@@ -6,8 +6,9 @@
 
 namespace data {
 
-/// The name of a day's last copy: "ZEP_ONE 2026-11-23.MDB".
-QString GenerationName(const QDate& day);
+/// The name of a day's last copy: "ZEP_ONE 2026-11-23.MDB", or "ZEP_ONE 2026-11-23 (2).MDB" where another file has that
+/// name.
+QString GenerationName(const QDate& day, int number = 1);
 
 /// The day of such a name; invalid for any other name.
 QDate GenerationDay(const QString& name);

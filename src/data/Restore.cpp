@@ -1,5 +1,6 @@
 #include "data/Archives.h"
 
+#include "data/Leftovers.h"
 #include "data/Practice.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/host/Files.h"
@@ -77,9 +78,16 @@ QString KeepPresent(const QString& database, const QString& copies)
     }
     // Not linked: moving the log into the database would change the kept file as well.
     auto removeKept = qScopeGuard([&kept] { store::RemoveDatabase(kept); });
+    const QString part = store::PartOf(kept);
+    const auto removePart = qScopeGuard([&part] { store::RemoveDatabase(part); });
+    QStringList endings;
     for (const char* const ending : {"-wal", "-journal", ""})
         if (QFileInfo::exists(database + ending))
-            store::CopyFile(database + ending, kept + ending);
+            endings << ending;
+    for (const QString& ending : endings)
+        store::CopyFile(database + ending, part + ending);
+    for (const QString& ending : endings) // the database last: a log alone is a leftover
+        store::Replace(part + ending, kept + ending);
     FoldLog(database);
     removeKept.dismiss();
     return kept;
@@ -114,20 +122,14 @@ void RequireClosed(const QString& folder)
         RaiseOpen();
 }
 
-void RemoveUnfinishedRestoration(const QString& folder)
-{
-    const QString database = store::BehindLinks(host::PathIn(folder, DatabaseFile));
-    store::RemoveDatabase(database + ".part");
-    for (const ArchivedCopy& copy : ArchivedCopies(folder))
-        if (copy.kind == ArchivedCopy::Kind::Replaced && store::IsSameFile(copy.path, database))
-            QFile::remove(copy.path);
-}
-
-QString Restore(const QString& copy, const QString& folder)
+QString Restore(const QString& copy, const QString& folder, Accepts accepts)
 {
     const QString database = store::BehindLinks(host::PathIn(folder, DatabaseFile));
     RequireClosed(folder);
-    RequireWhole(copy);
+    RequireUsable(copy);
+    if (const CopyCondition condition = ConditionOf(copy);
+        condition.kind != CopyCondition::Kind::Whole && accepts == Accepts::WholeCopies)
+        throw RuntimeError::Described(Error::DamagedDatabase, condition.reason);
     const auto ownerOnly = host::ForOwnerOnly();
     QDir().mkpath(CopiesFolder(folder));
     const QString copies = CopiesFolder(folder);

@@ -1,8 +1,8 @@
 #include "acts/Actualisation.h"
 
 #include "core/globals.h"
-#include "platform/basic/RuntimeError.h"
 #include "support/Practice.h"
+#include "support/Printing.h"
 
 #include <gtest/gtest.h>
 #include <map>
@@ -94,11 +94,7 @@ TEST_F(Actualising, RefusesAPeriodPastSixteenBitsBeforeTheFirstDay)
 {
     const dao::Key act = Act("01/01/1900", 1);
     practice.Open();
-    try {
-        Actualisation("01/01/1900", "19/09/1989", 1).ThinPeriod(); // 32768 days later
-        FAIL() << "no overflow";
-    } catch (const basic::RuntimeError& error) {
-        EXPECT_EQ(error.Number(), 6);
-    }
+    Actualisation run("01/01/1900", "19/09/1989", 1); // 32768 days later
+    EXPECT_EQ(ErrorOf([&] { run.ThinPeriod(); }), Error::Overflow);
     EXPECT_EQ(ArchiveStatus(act), UnusedStatus);
 }

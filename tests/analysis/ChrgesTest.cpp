@@ -1,11 +1,10 @@
 #include "analysis/Chrges.h"
-#include "core/globals.h"
 #include "data/Practice.h"
-#include "platform/basic/RuntimeError.h"
-#include "support/Accessibility.h"
-#include "support/OtherProgram.h"
-#include "support/Reports.h"
+#include "support/ScreenTest.h"
+#include "support/Statements.h"
 
+#include <QClipboard>
+#include <QGuiApplication>
 #include <QScopedValueRollback>
 
 using analysis::Chrges;
@@ -16,33 +15,9 @@ namespace {
 constexpr const char* AllCharges =
     "select Charge1, Charge2, Charge3, Charge4, Charge5, Charge6, Charge7, Charge8, Charge9 from Permn";
 
-/// Reads the file while a message is shown.
-class LookingDesk : public ScriptedDesk {
-public:
-    std::function<void()> look = [] {};
-
-    forms::Answer Message(const QString& text, Icon icon, const QString& title, forms::Buttons buttons) override
-    {
-        look();
-        return ScriptedDesk::Message(text, icon, title, buttons);
-    }
-};
-
-class RunningCharges : public testing::Test {
+class RunningCharges : public tests::ScreenTest<Chrges> {
 protected:
-    Chrges& OpenScreen()
-    {
-        practice.Open();
-        return desk.Open<Chrges>();
-    }
-
-    static QStringList Texts(Chrges& screen)
-    {
-        QStringList texts;
-        for (int charge = Chrges::Salaries; charge <= Chrges::DailyTotal; ++charge)
-            texts << screen.Text1[charge].text();
-        return texts;
-    }
+    static QStringList Texts(Chrges& screen) { return tests::TextsOf(screen.Text1); }
 
     void Store(Chrges& screen)
     {
@@ -51,9 +26,6 @@ protected:
     }
 
     QString Stored() { return tests::RowsOf(practice, AllCharges).join('\n'); }
-
-    tests::Practice practice;
-    LookingDesk desk;
 };
 
 } // namespace
@@ -83,9 +55,14 @@ TEST_F(RunningCharges, ShowsTheComputedSumInsteadOfTheStoredOne)
 
     EXPECT_EQ(Texts(screen),
               QStringList({"123456789.50", ".00", "-6789.13", "12.00", "", "", "", "123 450 012.37", "4.50"}));
-    EXPECT_TRUE(screen.Text1[Chrges::MonthlyTotal].isReadOnly());
-    EXPECT_TRUE(screen.Text1[Chrges::DailyTotal].isReadOnly());
     EXPECT_TRUE(screen.Text1[Chrges::Salaries].hasFocus());
+    for (const int total : {Chrges::MonthlyTotal, Chrges::DailyTotal}) { // can be copied, but not changed
+        Type(screen.Text1[total], "1");
+        Press(screen.Text1[total], Qt::Key_A, Qt::ControlModifier);
+        Press(screen.Text1[total], Qt::Key_C, Qt::ControlModifier);
+        EXPECT_EQ(QGuiApplication::clipboard()->text(), Texts(screen)[total - Chrges::Salaries]);
+        EXPECT_NE(QGuiApplication::clipboard()->text(), "");
+    }
     EXPECT_EQ(AccessibilityFaults(screen), QStringList());
 
     const QString before = Stored();
@@ -128,7 +105,7 @@ TEST_F(RunningCharges, StoresAllNineFiguresAsShownAfterTheMessage)
     Press(screen.Text1[Chrges::Salaries], Qt::Key_Return);
     Type(screen.Text1[Chrges::Rent], "-0.125");
     QString duringTheBox;
-    desk.look = [&] { duringTheBox = Stored(); };
+    desk.Meanwhile = [&] { duringTheBox = Stored(); };
     Store(screen);
 
     EXPECT_EQ(duringTheBox, "-|-|10|-|-|-|-|10|10");
@@ -149,20 +126,18 @@ TEST_F(RunningCharges, StoresAllNineFiguresAsShownAfterTheMessage)
 TEST_F(RunningCharges, MovesBetweenTheEntriesByEnterAndArrows)
 {
     auto& screen = OpenScreen();
-    for (int charge = Chrges::Salaries; charge <= Chrges::Others; ++charge) {
-        ASSERT_TRUE(screen.Text1[charge].hasFocus());
-        Press(screen.Text1[charge], Qt::Key_Return);
-    }
-    EXPECT_TRUE(screen.Text1[Chrges::Salaries].hasFocus());
     Press(screen.Text1[Chrges::Salaries], Qt::Key_Up);
-    EXPECT_TRUE(screen.Text1[Chrges::Salaries].hasFocus());
-    for (int charge = Chrges::Salaries; charge <= Chrges::Others; ++charge) {
-        ASSERT_TRUE(screen.Text1[charge].hasFocus());
-        Press(screen.Text1[charge], Qt::Key_Down);
+    for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Down, Qt::Key_Up}) {
+        const bool up = key == Qt::Key_Up;
+        const int last = up ? Chrges::Salaries : Chrges::Others;
+        for (int charge = up ? Chrges::Others : Chrges::Salaries; charge != last; charge += up ? -1 : 1) {
+            ASSERT_TRUE(screen.Text1[charge].hasFocus()) << key << charge;
+            Press(screen.Text1[charge], key);
+        }
+        ASSERT_TRUE(screen.Text1[last].hasFocus());
+        Press(screen.Text1[last], key); // only Enter wraps around
+        EXPECT_TRUE(screen.Text1[key == Qt::Key_Return ? Chrges::Salaries : last].hasFocus()) << key;
     }
-    EXPECT_TRUE(screen.Text1[Chrges::Others].hasFocus());
-    Press(screen.Text1[Chrges::Others], Qt::Key_Up);
-    EXPECT_TRUE(screen.Text1[Chrges::Taxes].hasFocus());
     Type(screen.Text1[Chrges::Taxes], "1,2.3-a4");
     EXPECT_EQ(screen.Text1[Chrges::Taxes].text(), "1.23-4");
     Press(screen.Text1[Chrges::Others], Qt::Key_Tab);
@@ -195,13 +170,22 @@ TEST_F(RunningCharges, WritesNothingAfterTheLockTimeout)
     ASSERT_EQ(other.Run("begin immediate"), SQLITE_OK);
 
     desk.ExpectMessage("Sauvegarde en cours", Icon::None, "");
-    desk.ExpectMessage("Erreur d'exécution '3187' :\n" + basic::RuntimeError(Error::Locked).Description(),
-                       Icon::Critical, "ZEP Lumo");
+    ExpectRefusal("Erreur d'exécution '3187' :\n" + basic::RuntimeError(Error::Locked).Description(), "ZEP Lumo");
     Click(screen.Image1[Chrges::Store]);
 
     EXPECT_EQ(desk.EndCode(), 1);
     ASSERT_EQ(other.Run("rollback"), SQLITE_OK);
     EXPECT_EQ(Stored(), "-|1|-|-|-|-|-|-|-");
+}
+
+TEST_F(RunningCharges, AreLockedFromTheEditOn)
+{
+    const tests::LockProbe probe(practice.File("ZEP_ONE.MDB"), "Permn");
+    auto& screen = OpenScreen();
+    screen.Text1[Chrges::Rent].setText("5");
+    Store(screen);
+    EXPECT_EQ(probe.Locks(), 1);
+    EXPECT_EQ(probe.Writes(), 1);
 }
 
 TEST_F(RunningCharges, StoresIntoTheCurrentRow)
@@ -213,10 +197,24 @@ TEST_F(RunningCharges, StoresIntoTheCurrentRow)
     EXPECT_EQ(Stored(), "0|60|0|0|0|0|0|60|2");
     EXPECT_EQ(practice.Ask("select RC from Permn").Text(), "OUI");
 
-    auto& again = desk.Open<Chrges>();
-    again.Text1[Chrges::Rent].setText("90");
-    practice.Write("delete from Permn");
-    Store(again); // the entries aren't lost
-    EXPECT_EQ(Stored(), "0|90|0|0|0|0|0|90|3");
-    EXPECT_EQ(practice.Ask("select Taux_CNAS from Permn").Long(), 9);
+    for (const bool duringTheMessage : {false, true}) {
+        auto& again = desk.Open<Chrges>();
+        again.Text1[Chrges::Rent].setText(duringTheMessage ? "120" : "90");
+        if (duringTheMessage)
+            desk.Meanwhile = [&] { practice.Write("delete from Permn"); };
+        else
+            practice.Write("delete from Permn");
+        Store(again); // the entries aren't lost
+        EXPECT_EQ(Stored(), duringTheMessage ? "0|120|0|0|0|0|0|120|4" : "0|90|0|0|0|0|0|90|3");
+        EXPECT_EQ(practice.Ask("select Taux_CNAS from Permn").Long(), 9);
+    }
+    auto& others = desk.Open<Chrges>();
+    others.Text1[Chrges::Rent].setText("-1");
+    others.Text1[Chrges::Others].setText("-4"); // a negative sum is stored as none
+    Store(others);
+    EXPECT_EQ(Stored(), "0|-1|0|0|0|0|-4|0|0");
+    auto& alone = desk.Open<Chrges>();
+    alone.Text1[Chrges::Others].setText("-5"); // changes no total
+    Store(alone);
+    EXPECT_EQ(Stored(), "0|-1|0|0|0|0|-5|0|0");
 }

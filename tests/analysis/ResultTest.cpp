@@ -1,47 +1,21 @@
 #include "analysis/Result.h"
-#include "core/globals.h"
-#include "platform/basic/RuntimeError.h"
 #include "platform/forms/Colours.h"
-#include "support/Accessibility.h"
-#include "support/Cells.h"
-#include "support/Dates.h"
-#include "support/OtherProgram.h"
-#include "support/Practice.h"
-#include "support/ScriptedDesk.h"
+#include "support/ScreenTest.h"
 
 using analysis::Result;
 using core::PeriodChooser;
-using forms::Icon;
+using tests::AcceptDay;
+using tests::AcceptPeriod;
 using tests::RowOf;
 
 namespace PaymentCode = data::PaymentCode;
 
 namespace {
 
-class NetResult : public testing::Test {
+class NetResult : public tests::ScreenTest<Result> {
 protected:
-    Result& OpenScreen()
-    {
-        practice.Open();
-        return desk.Open<Result>();
-    }
-
     /// Sets the charges per day.
     void ChargeADay(const QString& dinars) { practice.Write("Update Permn set Charge9 = " + dinars); }
-
-    static void ShowDay(Result& screen, const QString& day)
-    {
-        if (!IsChoosing(screen))
-            Click(screen.Image1[Result::OtherDate]);
-        tests::AcceptDay(screen.Dates, day);
-    }
-
-    static void ShowPeriod(Result& screen, const QString& first, const QString& last)
-    {
-        if (!IsChoosing(screen))
-            Click(screen.Image1[Result::OtherDate]);
-        tests::AcceptPeriod(screen.Dates, first, last);
-    }
 
     static bool IsChoosing(Result& screen)
     {
@@ -58,9 +32,6 @@ protected:
     }
 
     static QColor InkOf(const forms::FigureLabel& figure) { return figure.palette().color(figure.foregroundRole()); }
-
-    tests::Practice practice;
-    ScriptedDesk desk;
 };
 
 } // namespace
@@ -72,14 +43,12 @@ TEST_F(NetResult, OpensOnTheChoiceOfDatesAndCanCloseFromThere)
         EXPECT_TRUE(IsChoosing(screen));
         EXPECT_EQ(screen.windowTitle(), " ");
         EXPECT_EQ(screen.SSPanel1.Caption(), "");
-        for (int field = PeriodChooser::Day; field <= PeriodChooser::Last; ++field)
-            EXPECT_EQ(screen.Dates.Text1[field].text(), "17/06/2008");
+        EXPECT_EQ(tests::TextsOf(screen.Dates.Text1), QStringList(3, "17/06/2008"));
         EXPECT_TRUE(screen.Dates.Text1[PeriodChooser::Day].hasFocus());
         EXPECT_EQ(AccessibilityFaults(screen), QStringList());
         Press(screen.Dates.Text1[PeriodChooser::Day], Qt::Key_Escape);
         EXPECT_TRUE(IsChoosing(screen));
-        screen.Dates.SSTab2.setCurrentIndex(leave == PeriodChooser::CancelDay ? PeriodChooser::DayPage
-                                                                              : PeriodChooser::PeriodPage);
+        screen.Dates.SSTab2.setCurrentIndex(leave == PeriodChooser::CancelPeriod);
         Click(screen.Dates.Image2[leave]);
         EXPECT_FALSE(screen.isVisible());
     }
@@ -113,6 +82,9 @@ TEST_F(NetResult, SubtractsTheDailyChargesFromTheAmountsOfADay)
     EXPECT_EQ(screen.NetCaption.text(), "Résultat Net");
     EXPECT_EQ(Figures(screen), QStringList({"5", " 1 184.50", "  184.49", " 1 000.01"}));
     EXPECT_TRUE(screen.Grid1.hasFocus());
+    EXPECT_EQ(screen.Net.property("role"), "balance");
+    EXPECT_TRUE(tests::IsUnder(screen.ActsSum, screen.Grid1, Result::Acts));
+    EXPECT_TRUE(tests::IsUnder(screen.AmountSum, screen.Grid1, Result::Amount));
 }
 
 TEST_F(NetResult, ChargesEachDayOfAPeriodIncludingBothEnds)
@@ -133,7 +105,7 @@ TEST_F(NetResult, ChargesEachDayOfAPeriodIncludingBothEnds)
         {"28/02/2008", "01/03/2008", "Charges pour 3 jours", {"", "", "  30.01", " - 30.01"}},
     };
     for (const auto& row : rows) {
-        ShowPeriod(screen, row.first, row.last);
+        AcceptPeriod(screen.Dates, row.first, row.last);
         EXPECT_FALSE(IsChoosing(screen));
         EXPECT_EQ(screen.SSPanel1.Caption(), QString("Resultat de l'activité du  %1 au %2").arg(row.first, row.last));
         EXPECT_EQ(screen.ChargesCaption.text(), row.caption);
@@ -150,20 +122,20 @@ TEST_F(NetResult, UsesTheFiguresShownAndMarksALossBySignAndColour)
     ChargeADay("99.996");
     auto& screen = OpenScreen();
 
-    ShowDay(screen, "01/06/2008"); // both are shown as 100.00
+    AcceptDay(screen.Dates, "01/06/2008"); // both are shown as 100.00
     EXPECT_EQ(Figures(screen), QStringList({"1", "  100.00", "  100.00", ""}));
-    ShowDay(screen, "02/06/2008");
+    AcceptDay(screen.Dates, "02/06/2008");
     EXPECT_EQ(screen.Net.text(), " - .01");
     EXPECT_EQ(InkOf(screen.Net), forms::TheColours().alarm);
-    ShowDay(screen, "03/06/2008");
+    AcceptDay(screen.Dates, "03/06/2008");
     EXPECT_EQ(Figures(screen), QStringList({"1", " 123456 789.50", "  100.00", " 123456 689.50"}));
     for (const auto* figure : {&screen.AmountSum, &screen.Net}) // wider than their columns, and written in full
         EXPECT_GE(figure->width(), figure->NeededWidth());
     EXPECT_EQ(InkOf(screen.Net), forms::TheColours().accent);
-    ShowDay(screen, "04/06/2008");
+    AcceptDay(screen.Dates, "04/06/2008");
     EXPECT_EQ(screen.Net.text(), "  .01");
 
-    ShowDay(screen, "05/06/2008"); // no acts at all
+    AcceptDay(screen.Dates, "05/06/2008"); // no acts at all
     EXPECT_EQ(Figures(screen), QStringList({"", "", "  100.00", " - 100.00"}));
     EXPECT_EQ(InkOf(screen.Net), forms::TheColours().alarm);
 }
@@ -176,21 +148,32 @@ TEST_F(NetResult, TreatsMissingOrNegativeChargesAsZero)
         practice.Open();
         practice.Write(change); // behind the handle that was opened at the start
         auto& screen = desk.Open<Result>();
-        ShowDay(screen, "17/06/2008");
+        AcceptDay(screen.Dates, "17/06/2008");
         EXPECT_EQ(Figures(screen), QStringList({"1", "  70.00", "", "  70.00"})) << change;
     }
 }
 
-TEST_F(NetResult, RefusesInvalidOrInvertedDates)
+TEST_F(NetResult, KeepsTheDatesAsTheyWereTypedAndReturnsToAnInvalidOne)
 {
+    ChargeADay("1");
     auto& screen = OpenScreen();
-    desk.ExpectMessage("Dates inversées", Icon::Critical, "ZEP Lumo");
-    ShowPeriod(screen, "17/06/2008", "15/06/2008");
+    AcceptPeriod(screen.Dates, "01/01/1920", "16/09/2009");
+    EXPECT_EQ(screen.ChargesCaption.text(), "Charges pour 32767 jours");
+    Press(screen.Grid1, Qt::Key_F4);
+    EXPECT_TRUE(IsChoosing(screen));
+    EXPECT_EQ(screen.Dates.SSTab2.currentIndex(), PeriodChooser::PeriodPage);
+    auto& first = screen.Dates.Text1[PeriodChooser::First];
+    auto& last = screen.Dates.Text1[PeriodChooser::Last];
+    EXPECT_TRUE(first.hasFocus());
+    EXPECT_EQ(last.text(), "16/09/2009");
+    last.setText("17/09/2009"); // counted in 16 bits
+    EXPECT_EQ(ErrorOf([&] { screen.Image2_Click(PeriodChooser::AcceptPeriod); }), Error::Overflow);
+    EXPECT_EQ(screen.SSPanel1.Caption(), "Resultat de l'activité du  01/01/1920 au 17/09/2009");
+    ExpectRefusal("Dates inversées", "ZEP Lumo");
+    AcceptPeriod(screen.Dates, "17/06/2008", "15/06/2008");
     EXPECT_TRUE(IsChoosing(screen));
     EXPECT_EQ(screen.SSPanel1.Caption(), "Resultat de l'activité du  17/06/2008 au 15/06/2008"); // the refused one
-    EXPECT_EQ(screen.ChargesCaption.text(), "Charges");
 
-    auto& first = screen.Dates.Text1[PeriodChooser::First];
     first.setText("");
     Type(first, "31062008");
     Press(first, Qt::Key_Return); // the focus moves on and returns to the invalid day
@@ -200,41 +183,9 @@ TEST_F(NetResult, RefusesInvalidOrInvertedDates)
     screen.Dates.SSTab2.setCurrentIndex(PeriodChooser::DayPage);
     EXPECT_EQ(first.text(), "");
     EXPECT_TRUE(IsChoosing(screen));
-}
-
-TEST_F(NetResult, KeepsTheDatesAsTheyWereTyped)
-{
-    auto& screen = OpenScreen();
-    ShowPeriod(screen, "01/06/2008", "02/06/2008");
-    Press(screen.Grid1, Qt::Key_F4);
-    EXPECT_TRUE(IsChoosing(screen));
-    EXPECT_EQ(screen.Dates.SSTab2.currentIndex(), 1);
-    EXPECT_TRUE(screen.Dates.Text1[PeriodChooser::First].hasFocus());
-    EXPECT_EQ(screen.Dates.Text1[PeriodChooser::Last].text(), "02/06/2008");
-    Press(screen.Dates.Text1[PeriodChooser::Last], Qt::Key_Return);
-    EXPECT_FALSE(IsChoosing(screen));
+    AcceptPeriod(screen.Dates, "15/06/2008", "17/06/2008");
     Press(screen.Grid1, Qt::Key_W, Qt::ControlModifier);
     EXPECT_FALSE(screen.isVisible());
-}
-
-TEST_F(NetResult, CountsDaysAndActsInSixteenBits)
-{
-    ChargeADay("1");
-    auto& screen = OpenScreen();
-    ShowPeriod(screen, "01/01/1920", "16/09/2009");
-    EXPECT_EQ(screen.ChargesCaption.text(), "Charges pour 32767 jours");
-    screen.Dates.Text1[PeriodChooser::Last].setText("17/09/2009");
-    EXPECT_EQ(ErrorOf([&] { screen.Image2_Click(PeriodChooser::AcceptPeriod); }), Error::Overflow);
-    EXPECT_EQ(screen.SSPanel1.Caption(), "Resultat de l'activité du  01/01/1920 au 17/09/2009");
-
-    tests::OtherProgram other(practice.File("ZEP_ONE.MDB"));
-    other.Run("insert into Actes (Date, num_presta) with recursive each(n) as "
-              "(select 1 union all select n + 1 from each where n < 32767) "
-              "select '2008-06-17', 1 + n % 2 from each");
-    ShowDay(screen, "17/06/2008");
-    EXPECT_EQ(screen.ActsSum.text(), "32767");
-    other.Run("insert into Actes (Date, num_presta) values ('2008-06-17', 2)");
-    EXPECT_EQ(ErrorOf([&] { screen.ComputeResult(); }), Error::Overflow);
 }
 
 TEST_F(NetResult, IsReadFromAnIndexOnly)
@@ -243,7 +194,7 @@ TEST_F(NetResult, IsReadFromAnIndexOnly)
         practice.Act(
             {.day = QString("%1/06/2008").arg(day, 2, 10, QChar('0')), .montant = day, .num_presta = 1 + day % 2});
     auto& screen = OpenScreen();
-    ShowPeriod(screen, "02/06/2008", "29/06/2008");
+    AcceptPeriod(screen.Dates, "02/06/2008", "29/06/2008");
     const QStringList figures = Figures(screen);
     ASSERT_EQ(figures[0], "28");
 
@@ -254,6 +205,6 @@ TEST_F(NetResult, IsReadFromAnIndexOnly)
               SQLITE_OK);
     dao::Recordset rows = core::TheDatabase.OpenRecordset("select * from Actes where num = 1");
     ASSERT_EQ(rows.RecordCount(), 0);
-    ShowPeriod(screen, "02/06/2008", "29/06/2008");
+    AcceptPeriod(screen.Dates, "02/06/2008", "29/06/2008");
     EXPECT_EQ(Figures(screen), figures);
 }

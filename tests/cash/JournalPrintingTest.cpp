@@ -1,19 +1,19 @@
 #include "cash/Recettes.h"
 
-#include "support/Dates.h"
 #include "support/Reports.h"
+#include "support/ScreenTest.h"
 
 #include <QGuiApplication>
 
 using cash::Recettes;
 using core::PeriodChooser;
-using forms::Icon;
 
 namespace PaymentCode = data::PaymentCode;
 
 namespace {
 
-class JournalPrinting : public testing::Test {
+/// Three services, the last one first and without acts; "ECG" has acts on both days, in four payment states.
+class JournalPrinting : public tests::ScreenTest<Recettes> {
 protected:
     JournalPrinting()
     {
@@ -21,17 +21,20 @@ protected:
         PutTemplateOver("Prov", "ZEP_RCAP.RPT");
         PutTemplateOver("RCP2", "ZEP_RCP2.RPT");
         practice.Add("Tarif", {{"C", 100}, {"K0", 10}, {"K12", 500}});
-        practice.Service("Soins & Co", 2);
-        first = practice.Act(
-            {.day = "16/06/2008", .montant = 300.25, .flag_R = PaymentCode::RMinus, .num_presta = 2, .Type = "K12"});
-        second = practice.Act({.montant = 100, .flag_R = PaymentCode::P});
-        third = practice.Act(
-            {.day = "16/06/2008", .montant = 0, .flag_R = PaymentCode::P, .num_presta = 2, .Type = dao::Value()});
+        practice.Service("Soins & Co", -1);
+        practice.Act({.day = "15/06/2008", .num_presta = 2});
+        const auto ecg = [this](const QString& day, double amount, int state, const dao::Value& type) {
+            return practice.Act({.day = day, .montant = amount, .flag_R = state, .num_presta = 2, .Type = type});
+        };
+        partly = ecg("16/06/2008", 300.25, PaymentCode::RMinus, "K12");
+        more = ecg("17/06/2008", 650, PaymentCode::RPlus, "K12");
+        consultation = practice.Act({.montant = 100, .flag_R = PaymentCode::P});
+        noCode = ecg("16/06/2008", 0, PaymentCode::P, dao::Value()); // takes the code of the act before
+        free = ecg("17/06/2008", 50, PaymentCode::Gr, "K12");
         practice.Write("Update textes set ch4 = 'titre 4', ch5 = 'titre 5', ch6 = 'titre 6', ch7 = 'titre 7', "
                        "ch8 = 'titre 8'");
         practice.Write("Insert into Prov (num, unite) values (7, 'ancienne ligne')");
         practice.Write("Insert into RCP2 (denom) values ('ancienne ligne')");
-        practice.Open();
     }
 
     /// A small report of the rows of a scratch table.
@@ -44,10 +47,9 @@ protected:
         file.write("'\n[[column]]\nfield = 'ligne'\nwidth_mm = 20\n");
     }
 
-    Recettes& Open() { return desk.Open<Recettes>(); }
     Recettes& OpenOnPeriod()
     {
-        auto& screen = Open();
+        auto& screen = OpenScreen();
         tests::AcceptPeriod(screen.Dates, "16/06/2008", "17/06/2008");
         return screen;
     }
@@ -73,20 +75,17 @@ protected:
                !screen.SSPanel3.isVisible();
     }
 
-    QStringList Headings()
-    {
-        return tests::RowsOf(practice, "select ch4, ch5, ch6, ch7, ch8 from textes").value(0).split('|');
-    }
+    void ExpectNoActs() { ExpectRefusal("Aucune activité dans cette unité"); }
+
+    QString Headings() { return tests::RowsOf(practice, "select ch4, ch5, ch6, ch7, ch8 from textes").join(""); }
     QStringList Scratch() { return tests::RowsOf(practice, "select num, unite, Page, Mt, Mt2 from Prov"); }
     QStringList Codes() { return tests::RowsOf(practice, "select denom, C1, C2, C3, C4, C5, C6, C7 from RCP2"); }
 
     static QString Row(dao::Key act, const QString& value) { return QString("%1|-|-|%2|0").arg(act).arg(value); }
 
-    const QStringList periodHeadings{"Journal d'activité de la", "Période du  Lun  16/06/2008 au Mar  17/06/2008", "3",
-                                     "  400 ", "titre 8"};
-    dao::Key first = 0, second = 0, third = 0;
-    tests::Practice practice;
-    ScriptedDesk desk;
+    const QString period = "Période du  Lun  16/06/2008 au Mar  17/06/2008";
+    const QString periodName = " Période du Lun 16-06-2008 au Mar 17-06-2008"; ///< of a PDF
+    dao::Key partly = 0, more = 0, consultation = 0, noCode = 0, free = 0;
 };
 
 } // namespace
@@ -95,12 +94,11 @@ TEST_F(JournalPrinting, PrintsTheServicesAsShown)
 {
     auto& screen = OpenOnPeriod();
     Click(screen.Grid1, 1);
-
-    tests::ExpectPreview(desk, "Journal d'activité Période du Lun 16-06-2008 au Mar 17-06-2008");
+    tests::ExpectPreview(desk, "Journal d'activité" + periodName);
     Print(screen, Recettes::PrintRecap);
 
-    EXPECT_EQ(Headings(), periodHeadings);
-    EXPECT_EQ(Scratch(), QStringList({"-|Consultation|1|100|100", "-|ECG|2|300.25|699.75", "-|Soins & Co|0|0|0"}));
+    EXPECT_EQ(Headings(), "Journal d'activité de la|" + period + "|5| 1 100 |titre 8");
+    EXPECT_EQ(Scratch(), QStringList({"-|Soins & Co|0|0|0", "-|Consultation|1|100|100", "-|ECG|4|1000.25|1349.75"}));
     EXPECT_EQ(screen.Grid1.Row(), 1); // the current service stays
     EXPECT_EQ(Codes(), QStringList("ancienne ligne|-|-|-|-|-|-|-"));
 }
@@ -111,18 +109,16 @@ TEST_F(JournalPrinting, PrintsEveryCodeWithoutTheTotals)
         for (int act = 0; act <= state; ++act)
             practice.Act({.flag_R = state, .Type = "K5"});
     auto& screen = OpenOnPeriod();
-
-    tests::ExpectPreview(desk, "Journal d'activité par code Période du Lun 16-06-2008 au Mar 17-06-2008");
+    tests::ExpectPreview(desk, "Journal d'activité par code" + periodName);
     Print(screen, Recettes::PrintCodes);
 
-    EXPECT_EQ(Headings(), QStringList({"Période du  Lun  16/06/2008 au Mar  17/06/2008", "titre 5", "titre 6",
-                                       "titre 7", "titre 8"}));
+    EXPECT_EQ(Headings(), period + "|titre 5|titre 6|titre 7|titre 8");
     const QStringList codes = Codes();
     ASSERT_EQ(codes.size(), 32);
     EXPECT_EQ(codes[0], "C|0|0|1|0|0|0|1");
     EXPECT_EQ(codes[1], "K0|0|0|0|0|0|0|0");
     EXPECT_EQ(codes[6], "K5|1|2|3|4|5|6|21");
-    EXPECT_EQ(codes[13], "K12|0|1|1|0|0|0|2");
+    EXPECT_EQ(codes[13], "K12|0|1|1|1|1|0|4");
     EXPECT_EQ(codes[31], "K30|0|0|0|0|0|0|0");
     EXPECT_EQ(Scratch(), QStringList("7|ancienne ligne|-|-|0"));
 }
@@ -130,19 +126,18 @@ TEST_F(JournalPrinting, PrintsEveryCodeWithoutTheTotals)
 TEST_F(JournalPrinting, AsksForTheScopeOfTheDetail)
 {
     auto& screen = OpenOnPeriod();
-    Click(screen.Grid1, 2);
     Print(screen, Recettes::PrintDetail);
     EXPECT_TRUE(screen.SSPanel3.isVisible());
+    EXPECT_TRUE(screen.SSPanel3.property("floating").toBool());
     EXPECT_FALSE(screen.SSTab1.isEnabled());
     EXPECT_FALSE(screen.Image1[Recettes::OtherDates].isVisible());
     EXPECT_EQ(screen.SSOption1[Recettes::CurrentUnit].text(), "Soins && Co"); // shown with one "&"
     EXPECT_TRUE(screen.SSOption1[Recettes::Nothing].isChecked());
 
-    desk.ExpectMessage("Sélection omise", Icon::Critical, "Attention");
+    ExpectRefusal("Sélection omise", "Attention");
     Press(screen.SSOption1[Recettes::Nothing], Qt::Key_Return);
     EXPECT_TRUE(screen.SSPanel3.isVisible());
-
-    desk.ExpectMessage("Aucune activité dans cette unité", Icon::Critical, "ATTENTION");
+    ExpectNoActs();
     Press(screen.SSOption1[Recettes::Nothing], Qt::Key_Up);
     Press(screen.SSOption1[Recettes::CurrentUnit], Qt::Key_Return);
     EXPECT_TRUE(IsReading(screen));
@@ -159,128 +154,77 @@ TEST_F(JournalPrinting, AsksForTheScopeOfTheDetail)
     EXPECT_EQ(Scratch(), QStringList("7|ancienne ligne|-|-|0"));
 }
 
-TEST_F(JournalPrinting, PrintsTheActsOfOneServiceWithTheTotalsOfAll)
+TEST_F(JournalPrinting, PrintsTheActsOfOneServiceInThePresentPeriod)
 {
     auto& screen = OpenOnPeriod();
-    Click(screen.Grid1, 1);
-
-    tests::ExpectPreview(desk, "Détail ECG Période du Lun 16-06-2008 au Mar 17-06-2008");
+    Click(screen.Grid1, 2);
+    tests::ExpectPreview(desk, "Détail ECG" + periodName);
     PrintScope(screen, Recettes::CurrentUnit);
-
-    EXPECT_EQ(Headings(), periodHeadings);
-    EXPECT_EQ(Scratch(), QStringList({Row(first, "199.75"), Row(third, "500")}));
+    EXPECT_EQ(Headings(), "Journal d'activité de la|" + period + "|5| 1 100 |titre 8"); // the totals of all
+    EXPECT_EQ(Scratch(), QStringList({Row(partly, "199.75"), Row(noCode, "500"), Row(more, "650"), Row(free, "0")}));
     EXPECT_EQ(screen.Grid1.Col(), Recettes::Count);
+
+    practice.Write("Update Presta set Ordre = 9 where num = 1"); // "ECG" is the second one now
+    tests::AcceptDay(screen.Dates, "17/06/2008");
+    tests::ExpectPreview(desk, "Détail Journée du Mar 17-06-2008");
+    PrintScope(screen, Recettes::AllUnits);
+    EXPECT_EQ(Scratch(), QStringList({Row(more, "650"), Row(free, "0"), Row(consultation, "100")}));
+    Click(screen.Grid1, 1);
+    tests::ExpectPreview(desk, "Détail ECG Journée du Mar 17-06-2008");
+    PrintScope(screen, Recettes::CurrentUnit);
+    EXPECT_EQ(Scratch(), QStringList({Row(more, "650"), Row(free, "0")}));
 }
 
 TEST_F(JournalPrinting, PrintsTheListedActsAsTheyAreAtThePrint)
 {
     const dao::Key unpaid = practice.Act({.montant = 5, .num_presta = 3, .Type = "K0"});
-    const dao::Key withoutCode = practice.Act(
-        {.flag_R = PaymentCode::P, .num_presta = 3, .Type = dao::Value()}); // takes the code of the act before
-    auto& screen = OpenOnPeriod();
-    practice.Write(QString("Update Actes set montant = 100 where num = %1").arg(first));
-    practice.Remove("Actes", third);
+    const int patient = practice.Patient("Nouveau", "Arrivé");
+    auto& screen = OpenScreen();
+    const dao::Key arrived = practice.Act( // since the screen was opened
+        {.flag_R = PaymentCode::P, .num_patient = patient, .num_presta = 3, .Type = dao::Value()});
+    tests::AcceptPeriod(screen.Dates, "16/06/2008", "17/06/2008");
+    EXPECT_EQ(screen.Grid2.Text(1, Recettes::Patient), "Nouveau Arrivé");
+    practice.Write(QString("Update Actes set montant = 100 where num = %1").arg(partly));
+    practice.Remove("Actes", noCode);
     practice.Act({.flag_R = PaymentCode::P}); // after the fill: not listed, not printed
 
-    tests::ExpectPreview(desk, "Détail Période du Lun 16-06-2008 au Mar 17-06-2008");
-    PrintScope(screen, Recettes::AllUnits);
-
-    const QStringList rows{Row(second, "100"), Row(first, "400"), Row(third, "0"), Row(unpaid, "0"),
-                           Row(withoutCode, "10")};
-    EXPECT_EQ(Scratch(), rows);
-    EXPECT_EQ(Headings(), QStringList({"Journal d'activité de la", "Période du  Lun  16/06/2008 au Mar  17/06/2008",
-                                       "5", "  405 ", "titre 8"}));
-
-    tests::ExpectPreview(desk, "Journal d'activité Période du Lun 16-06-2008 au Mar 17-06-2008");
-    Print(screen, Recettes::PrintRecap);
-    EXPECT_EQ(Scratch().size(), 3);
-    tests::ExpectPreview(desk, "Détail Période du Lun 16-06-2008 au Mar 17-06-2008");
-    PrintScope(screen, Recettes::AllUnits);
-    EXPECT_EQ(Scratch(), rows);
-}
-
-TEST_F(JournalPrinting, PrintsTheLastFill)
-{
-    auto& screen = OpenOnPeriod();
-    practice.Write("Update Presta set Ordre = 9 where num = 1");
-    const auto showDay = [&](const QString& day) {
-        Click(screen.Image1[Recettes::OtherDates]);
-        tests::AcceptDay(screen.Dates, day);
-    };
-    showDay("17/06/2008");
-    tests::ExpectPreview(desk, "Détail Journée du Mar 17-06-2008");
-    PrintScope(screen, Recettes::AllUnits);
-    EXPECT_EQ(Scratch(), QStringList(Row(second, "100")));
-
-    showDay("16/06/2008");
-    Click(screen.Grid1, 0); // the other service is the first one now
-    tests::ExpectPreview(desk, "Détail ECG Journée du Lun 16-06-2008");
-    PrintScope(screen, Recettes::CurrentUnit);
-    EXPECT_EQ(Scratch(), QStringList({Row(first, "199.75"), Row(third, "500")}));
+    const QStringList rows{Row(unpaid, "0"),   Row(arrived, "10"), Row(consultation, "100"),
+                           Row(partly, "400"), Row(noCode, "0"),   Row(more, "650"),
+                           Row(free, "0")};
+    for (int print = 0; print < 2; ++print) {
+        tests::ExpectPreview(desk, "Détail" + periodName);
+        PrintScope(screen, Recettes::AllUnits);
+        EXPECT_EQ(Scratch(), rows);
+        EXPECT_EQ(Headings(), "Journal d'activité de la|" + period + "|7| 1 105 |titre 8");
+        tests::ExpectPreview(desk, "Journal d'activité" + periodName);
+        Print(screen, Recettes::PrintRecap);
+        EXPECT_EQ(Scratch().size(), 3);
+    }
 }
 
 TEST_F(JournalPrinting, PrintsBeforeTheFirstFill)
 {
-    auto& screen = Open();
+    auto& screen = OpenScreen();
     Click(screen.Dates.Image2[PeriodChooser::CancelDay]);
-
     tests::ExpectPreview(desk, "Journal d'activité");
     Print(screen, Recettes::PrintRecap);
-    EXPECT_EQ(Headings(), QStringList({"Journal d'activité de la", "", "", "", "titre 8"}));
+    EXPECT_EQ(Headings(), "Journal d'activité de la||||titre 8");
     EXPECT_EQ(Scratch(), QStringList("-||0|0|0"));
-
     tests::ExpectPreview(desk, "Journal d'activité par code");
     Print(screen, Recettes::PrintCodes);
-    EXPECT_EQ(Codes().size(), 32);
-
-    desk.ExpectMessage("Aucune activité dans cette unité", Icon::Critical, "ATTENTION");
+    ExpectNoActs();
     PrintScope(screen, Recettes::CurrentUnit);
     tests::ExpectPreview(desk, "Détail");
     PrintScope(screen, Recettes::AllUnits);
     EXPECT_EQ(Scratch(), QStringList());
 }
 
-TEST_F(JournalPrinting, ChangesNothingWithoutATemplate)
-{
-    auto& screen = OpenOnPeriod();
-    for (const char* name : {"ZEP_RCAP.RPT", "ZEP_RCP2.RPT", "ZEP_DTAL.RPT"})
-        tests::RemoveTemplate(practice, name);
-
-    desk.ExpectMessage("Fichier ZEP_RCAP.RPT absent", Icon::Information, "ZEP Lumo");
-    Print(screen, Recettes::PrintRecap);
-    desk.ExpectMessage("Fichier ZEP_RCP2.RPT absent", Icon::Information, "ZEP Lumo");
-    Print(screen, Recettes::PrintCodes);
-    for (const int scope : {Recettes::CurrentUnit, Recettes::AllUnits}) {
-        desk.ExpectMessage("Fichier ZEP_DTAL.RPT absent", Icon::Information, "ZEP Lumo");
-        PrintScope(screen, scope);
-    }
-    EXPECT_EQ(Headings()[0], "titre 4");
-    EXPECT_EQ(Scratch(), QStringList("7|ancienne ligne|-|-|0"));
-    EXPECT_EQ(Codes(), QStringList("ancienne ligne|-|-|-|-|-|-|-"));
-}
-
-TEST_F(JournalPrinting, SeesActsAndPatientsAddedSinceTheScreenOpened)
-{
-    auto& screen = OpenOnPeriod();
-    const int patient = static_cast<int>(practice.Patient("Nouveau", "Arrivé"));
-    const dao::Key arrived =
-        practice.Act({.montant = 70, .flag_R = PaymentCode::RPlus, .num_patient = patient, .num_presta = 3});
-    Click(screen.Image1[Recettes::OtherDates]);
-    Click(screen.Dates.Image2[PeriodChooser::AcceptPeriod]);
-    EXPECT_EQ(screen.Grid2.Text(screen.Grid2.Rows() - 1, Recettes::Patient), "Nouveau Arrivé");
-    tests::ExpectPreview(desk, "Détail Période du Lun 16-06-2008 au Mar 17-06-2008");
-    PrintScope(screen, Recettes::AllUnits);
-    EXPECT_TRUE(Scratch().contains(Row(arrived, "70"))) << Scratch().join(' ').toStdString();
-}
-
 TEST_F(JournalPrinting, EndsTheHourglassOfARefusedPeriod)
 {
     auto& screen = OpenOnPeriod();
     const auto refuse = [&] {
-        Click(screen.Image1[Recettes::OtherDates]);
-        screen.Dates.Text1[PeriodChooser::First].setText("19/06/2008");
-        desk.ExpectMessage("Dates inversées", Icon::Critical, "ZEP Lumo");
-        Click(screen.Dates.Image2[PeriodChooser::AcceptPeriod]);
+        ExpectRefusal("Dates inversées", "ZEP Lumo");
+        tests::AcceptPeriod(screen.Dates, "19/06/2008", "17/06/2008");
         Click(screen.Dates.Image2[PeriodChooser::CancelPeriod]);
         EXPECT_NE(QGuiApplication::overrideCursor(), nullptr);
     };
@@ -292,9 +236,7 @@ TEST_F(JournalPrinting, EndsTheHourglassOfARefusedPeriod)
     Print(screen, Recettes::PrintRecap);
 
     refuse();
-    screen.SSTab1.setCurrentIndex(Recettes::RecapTab);
-    Click(screen.Grid1, 2);
-    desk.ExpectMessage("Aucune activité dans cette unité", Icon::Critical, "ATTENTION");
+    ExpectNoActs();
     PrintScope(screen, Recettes::CurrentUnit);
     EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
 }

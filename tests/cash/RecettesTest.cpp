@@ -1,18 +1,13 @@
 #include "cash/Recettes.h"
 
-#include "core/globals.h"
-#include "platform/basic/RuntimeError.h"
-#include "support/Accessibility.h"
-#include "support/Cells.h"
-#include "support/Dates.h"
-#include "support/OtherProgram.h"
-#include "support/Reports.h"
+#include "support/ScreenTest.h"
 
 #include <QGuiApplication>
 
 using cash::Recettes;
 using core::PeriodChooser;
-using forms::Icon;
+using tests::AcceptDay;
+using tests::AcceptPeriod;
 using tests::RowOf;
 
 namespace PaymentCode = data::PaymentCode;
@@ -27,44 +22,21 @@ int CountOf(int state)
 
 constexpr int MostRows = 16352;
 
-class ActivityJournal : public testing::Test {
+class ActivityJournal : public tests::ScreenTest<Recettes> {
 protected:
     ActivityJournal()
     {
         practice.Add("Tarif", {{"C", 100}, {"K0", 10}, {"K1", 20}, {"K12", 500}, {"K29", 32767}, {"K30", -5}});
+        practice.Act({.day = "01/01/1999"});
     }
 
-    Recettes& OpenScreen()
-    {
-        practice.Open();
-        return desk.Open<Recettes>();
-    }
-
-    static void ChooseDates(Recettes& screen)
-    {
-        if (!screen.Dates.isVisible())
-            Click(screen.Image1[Recettes::OtherDates]);
-    }
-    static void ShowDay(Recettes& screen, const QString& day)
-    {
-        ChooseDates(screen);
-        tests::AcceptDay(screen.Dates, day);
-    }
-    static void ShowPeriod(Recettes& screen, const QString& first, const QString& last)
-    {
-        ChooseDates(screen);
-        tests::AcceptPeriod(screen.Dates, first, last);
-    }
-
-    static bool IsChoosing(Recettes& screen)
-    {
-        return screen.Dates.SSTab2.isVisible() && !screen.SSTab1.isEnabled() &&
-               !screen.Image1[Recettes::OtherDates].isVisible() && screen.Image1[Recettes::Quit].isVisible();
-    }
     static bool IsReading(Recettes& screen)
     {
-        return !screen.Dates.SSTab2.isVisible() && screen.SSTab1.isEnabled() &&
-               screen.Image1[Recettes::OtherDates].isVisible() && screen.Image1[Recettes::Quit].isVisible();
+        const bool reading = !screen.Dates.isVisible();
+        EXPECT_EQ(screen.SSTab1.isEnabled(), reading);
+        EXPECT_EQ(screen.Image1[Recettes::OtherDates].isVisible(), reading);
+        EXPECT_TRUE(screen.Image1[Recettes::Quit].isVisible());
+        return reading;
     }
     static bool PointerWaits() { return QGuiApplication::overrideCursor() != nullptr; }
 
@@ -73,48 +45,39 @@ protected:
         return {screen.ActsTotal.text(), screen.ReceivedTotal.text(), screen.TheoreticalTotal.text(),
                 screen.DetailReceivedTotal.text(), screen.DetailTheoreticalTotal.text()};
     }
-    static QStringList StateTotals(Recettes& screen)
-    {
-        QStringList totals;
-        for (int state = 0; state < screen.LT.Size(); ++state)
-            totals << screen.LT[state].text();
-        return totals;
-    }
-
-    /// The error raised by reading today's acts including this one.
-    std::optional<Error> ErrorOfDayWith(Recettes& screen, const tests::ActRow& act)
-    {
-        const dao::Key key = practice.Act(act);
-        const auto error = ErrorOf([&] { screen.Image2_Click(PeriodChooser::AcceptDay); });
-        practice.Remove("Actes", key);
-        return error;
-    }
-
-    tests::Practice practice;
-    ScriptedDesk desk;
 };
 
 } // namespace
 
-TEST_F(ActivityJournal, OpensOnTheChoiceOfDatesWithNothingShown)
+TEST_F(ActivityJournal, OpensEmptyWithItsTotalsUnderTheirColumns)
 {
     practice.Act({});
     auto& screen = OpenScreen();
-
-    EXPECT_TRUE(IsChoosing(screen));
-    for (int field = 0; field <= 2; ++field)
-        EXPECT_EQ(screen.Dates.Text1[field].text(), "17/06/2008");
+    EXPECT_FALSE(IsReading(screen));
+    EXPECT_EQ(tests::TextsOf(screen.Dates.Text1), QStringList(3, "17/06/2008"));
     EXPECT_TRUE(screen.Dates.Text1[PeriodChooser::Day].hasFocus());
-    EXPECT_EQ(screen.SSPanel2.Caption(), "Journal d'activité de la");
-    EXPECT_EQ(screen.SSPanel1.Caption(), "");
+    EXPECT_EQ(screen.SSPanel2.Caption() + screen.SSPanel1.Caption(), "Journal d'activité de la");
     EXPECT_EQ(screen.SSTab1.currentIndex(), Recettes::RecapTab);
-    EXPECT_EQ(screen.Grid1.Rows(), 1);
-    EXPECT_EQ(screen.Grid2.Rows(), 1);
+    EXPECT_EQ(screen.Grid1.Rows() + screen.Grid2.Rows(), 2);
     ASSERT_EQ(screen.Grid3.Rows(), 32);
     EXPECT_EQ(RowOf(screen.Grid3, 0), QStringList({"C", "", "", "", "", "", "", ""}));
-    EXPECT_EQ(screen.Grid3.Text(1, Recettes::Code), "K0");
-    EXPECT_EQ(screen.Grid3.Text(31, Recettes::Code), "K30");
+    EXPECT_EQ(tests::ColumnOf(screen.Grid3, Recettes::Code).mid(30), QStringList({"K29", "K30"}));
     EXPECT_EQ(AccessibilityFaults(screen), QStringList());
+
+    const auto isUnder = [&](forms::FigureLabel& total, const forms::Grid& grid, int column) {
+        screen.SSTab1.setCurrentIndex(&grid == &screen.Grid1   ? Recettes::RecapTab
+                                      : &grid == &screen.Grid3 ? Recettes::CodesTab
+                                                               : Recettes::DetailTab);
+        support::ProcessEvents();
+        return tests::IsUnder(total, grid, column);
+    };
+    EXPECT_TRUE(isUnder(screen.ActsTotal, screen.Grid1, Recettes::Count));
+    EXPECT_TRUE(isUnder(screen.ReceivedTotal, screen.Grid1, Recettes::Received));
+    EXPECT_TRUE(isUnder(screen.TheoreticalTotal, screen.Grid1, Recettes::Theoretical));
+    for (int state = 0; state < screen.LT.Size(); ++state)
+        EXPECT_TRUE(isUnder(screen.LT[state], screen.Grid3, CountOf(state))) << state;
+    EXPECT_TRUE(isUnder(screen.DetailReceivedTotal, screen.Grid2, Recettes::Amount));
+    EXPECT_TRUE(isUnder(screen.DetailTheoreticalTotal, screen.Grid2, Recettes::Value));
 }
 
 TEST_F(ActivityJournal, ReadsTheRatesAsWholeNumbersAndMakesTheRowWhenItIsMissing)
@@ -123,13 +86,13 @@ TEST_F(ActivityJournal, ReadsTheRatesAsWholeNumbersAndMakesTheRowWhenItIsMissing
     practice.Act({.flag_R = PaymentCode::P, .Type = "K0"});
     const auto values = [&] {
         auto& screen = OpenScreen();
-        ShowDay(screen, "17/06/2008");
-        return QStringList{screen.Grid2.Text(0, Recettes::Value), screen.Grid2.Text(1, Recettes::Value)};
+        AcceptDay(screen.Dates, "17/06/2008");
+        return tests::ColumnOf(screen.Grid2, Recettes::Value);
     };
     practice.Write("Update Tarif set C = 10.5, K0 = 11.5");
-    EXPECT_EQ(values(), QStringList({" 10 ", " 12 "}));
+    EXPECT_EQ(values(), QStringList({"10", "12"}));
     practice.Write("Update Tarif set C = Null, K0 = -32768");
-    EXPECT_EQ(values(), QStringList({"", "-32 768 "}));
+    EXPECT_EQ(values(), QStringList({"", "-32 768"}));
     practice.Write("delete from Tarif");
     EXPECT_EQ(values(), QStringList({"", ""}));
     EXPECT_EQ(practice.Ask("select count(*) from Tarif").Long(), 1);
@@ -177,7 +140,7 @@ TEST_F(ActivityJournal, ValuesActsByPaymentStateAndCode)
         ++counts[act.row][7];
     }
     auto& screen = OpenScreen();
-    ShowDay(screen, "17/06/2008");
+    AcceptDay(screen.Dates, "17/06/2008");
 
     ASSERT_EQ(screen.Grid2.Rows(), static_cast<int>(std::size(acts)));
     for (int row = 0; row < screen.Grid2.Rows(); ++row) {
@@ -189,22 +152,22 @@ TEST_F(ActivityJournal, ValuesActsByPaymentStateAndCode)
             EXPECT_EQ(screen.Grid3.Text(row, column),
                       counts[row][column] > 0 ? QString::number(counts[row][column]) : QString())
                 << "row " << row << ", column " << column;
-    EXPECT_EQ(StateTotals(screen), QStringList({"1", "4", "11", "1", "1", "1", "19"}));
+    EXPECT_EQ(tests::TextsOf(screen.LT), QStringList({"1", "4", "11", "1", "1", "1", "19"}));
 }
 
 TEST_F(ActivityJournal, CarriesTheLastCodeOverServicesAndFills)
 {
     practice.Act({.day = "16/06/2008", .flag_R = PaymentCode::P, .Type = "K12"});
     practice.Act({.day = "16/06/2008", .flag_R = PaymentCode::P, .num_presta = 2, .Type = dao::Value()});
-    practice.Act({.day = "17/06/2008", .flag_R = PaymentCode::P, .Type = dao::Value()});
+    practice.Act({.flag_R = PaymentCode::P, .Type = dao::Value()});
     auto& screen = OpenScreen();
-
-    ShowDay(screen, "17/06/2008");
-    EXPECT_EQ(screen.Grid2.Text(0, Recettes::Value), " 100 ");
-    ShowDay(screen, "16/06/2008");
-    EXPECT_EQ(screen.Grid2.Text(1, Recettes::Value), " 500 ");
-    ShowDay(screen, "17/06/2008");
-    EXPECT_EQ(screen.Grid2.Text(0, Recettes::Value), " 500 ");
+    const auto values = [&](const QString& day) {
+        AcceptDay(screen.Dates, day);
+        return tests::ColumnOf(screen.Grid2, Recettes::Value);
+    };
+    EXPECT_EQ(values("17/06/2008"), QStringList("100"));
+    EXPECT_EQ(values("16/06/2008"), QStringList({"500", "500"}));
+    EXPECT_EQ(values("17/06/2008"), QStringList("500"));
     EXPECT_EQ(screen.Grid3.Text(13, CountOf(PaymentCode::P)), "1");
     EXPECT_EQ(screen.Grid3.Text(0, CountOf(PaymentCode::P)), "");
 }
@@ -212,25 +175,30 @@ TEST_F(ActivityJournal, CarriesTheLastCodeOverServicesAndFills)
 TEST_F(ActivityJournal, EndsTheProgramOnUnknownValues)
 {
     auto& screen = OpenScreen();
-    const auto errorWith = [&](const tests::ActRow& act) { return ErrorOfDayWith(screen, act); };
-    for (const int state : {-1, 6, 7})
-        EXPECT_EQ(errorWith({.flag_R = state}), Error::IndexOutOfRange) << state;
-    for (const int hour : {-1, 10})
-        EXPECT_EQ(errorWith({.HH = hour}), Error::IndexOutOfRange) << hour;
-    EXPECT_EQ(errorWith({.flag_R = dao::Value()}), Error::InvalidNull);
-    EXPECT_EQ(errorWith({.HH = dao::Value()}), Error::InvalidNull);
-    EXPECT_EQ(errorWith({.montant = dao::Value()}), Error::InvalidNull);
-
-    // A code past "K30" has no rate: an error if a rate is needed or it can't be counted.
-    EXPECT_EQ(errorWith({.flag_R = PaymentCode::P, .Type = "K31"}), Error::IndexOutOfRange);
-    EXPECT_EQ(errorWith({.flag_R = PaymentCode::RMinus, .Type = "K-2"}), Error::IndexOutOfRange);
-    EXPECT_EQ(errorWith({.flag_R = PaymentCode::NP, .Type = "K32"}), std::nullopt);
-    EXPECT_EQ(errorWith({.flag_R = PaymentCode::NP, .Type = "K33"}), Error::IndexOutOfRange);
-    EXPECT_EQ(errorWith({.flag_R = PaymentCode::Gr, .Type = "K32767"}), Error::Overflow);
+    const std::pair<tests::ActRow, std::optional<Error>> acts[] = {
+        {{.flag_R = -1}, Error::IndexOutOfRange},
+        {{.flag_R = 6}, Error::IndexOutOfRange},
+        {{.HH = -1}, Error::IndexOutOfRange},
+        {{.HH = 10}, Error::IndexOutOfRange},
+        {{.flag_R = dao::Value()}, Error::InvalidNull},
+        {{.HH = dao::Value()}, Error::InvalidNull},
+        {{.montant = dao::Value()}, Error::InvalidNull},
+        // A code past "K30" has no rate: an error if a rate is needed or it can't be counted.
+        {{.flag_R = PaymentCode::P, .Type = "K31"}, Error::IndexOutOfRange},
+        {{.flag_R = PaymentCode::RMinus, .Type = "K-2"}, Error::IndexOutOfRange},
+        {{.flag_R = PaymentCode::NP, .Type = "K32"}, std::nullopt},
+        {{.flag_R = PaymentCode::NP, .Type = "K33"}, Error::IndexOutOfRange},
+        {{.flag_R = PaymentCode::Gr, .Type = "K32767"}, Error::Overflow},
+    };
+    for (const auto& [act, error] : acts) {
+        const dao::Key key = practice.Act(act);
+        EXPECT_EQ(ErrorOf([&] { screen.Image2_Click(PeriodChooser::AcceptDay); }), error) << key;
+        practice.Remove("Actes", key);
+    }
 
     practice.Act({.flag_R = PaymentCode::NP, .Type = "K31"}); // only counts in the total of its payment state
-    ShowDay(screen, "17/06/2008");
-    EXPECT_EQ(StateTotals(screen), QStringList({"1", "", "", "", "", "", ""}));
+    AcceptDay(screen.Dates, "17/06/2008");
+    EXPECT_EQ(tests::TextsOf(screen.LT), QStringList({"1", "", "", "", "", "", ""}));
     for (int row = 0; row < screen.Grid3.Rows(); ++row)
         EXPECT_EQ(screen.Grid3.Text(row, Recettes::FirstCount), "") << row;
 }
@@ -251,7 +219,7 @@ TEST_F(ActivityJournal, ShowsAPeriodByServiceByCodeAndActByAct)
                            {"montant", 0}});
     practice.Act({.day = "16/06/2008", .montant = 900, .num_presta = 99}); // of a deleted service
     auto& screen = OpenScreen();
-    ShowPeriod(screen, "15/06/2008", "17/06/2008");
+    AcceptPeriod(screen.Dates, "15/06/2008", "17/06/2008");
 
     EXPECT_TRUE(IsReading(screen));
     EXPECT_FALSE(PointerWaits());
@@ -268,9 +236,9 @@ TEST_F(ActivityJournal, ShowsAPeriodByServiceByCodeAndActByAct)
     EXPECT_EQ(RowOf(screen.Grid2, 2), QStringList({" Consultation", "16/06/2008", "08:30", "Benali Zoé", "16/06/2008",
                                                    " 17-18", "K12", "R-", " 300 ", " 200 "}));
     EXPECT_EQ(Totals(screen), QStringList({"3", "  751 ", "  650 ", " 751 ", " 650 "}));
-    EXPECT_EQ(StateTotals(screen), QStringList({"", "1", "", "1", "1", "", "3"}));
-    EXPECT_EQ(screen.Grid1.selectionModel()->selectedRows().value(0).row(), 0);
-    EXPECT_EQ(screen.Grid3.selectionModel()->selectedRows().value(0).row(), 0);
+    EXPECT_EQ(tests::TextsOf(screen.LT), QStringList({"", "1", "", "1", "1", "", "3"}));
+    EXPECT_EQ(tests::HighlightedRow(screen.Grid1), 0);
+    EXPECT_EQ(tests::HighlightedRow(screen.Grid3), 0);
 }
 
 TEST_F(ActivityJournal, ShowsWideAmountsUncutAndOnlyPositiveOnes)
@@ -278,11 +246,11 @@ TEST_F(ActivityJournal, ShowsWideAmountsUncutAndOnlyPositiveOnes)
     practice.Act({.montant = 123456789.5, .flag_R = PaymentCode::RPlus});
     practice.Act({.day = "16/06/2008", .montant = -123456789.5, .flag_R = PaymentCode::RPlus});
     auto& screen = OpenScreen();
-    ShowDay(screen, "17/06/2008");
+    AcceptDay(screen.Dates, "17/06/2008");
     EXPECT_EQ(RowOf(screen.Grid1, 0), QStringList({" Consultation", "1", "123456789.5 ", "123456789.5"}));
     EXPECT_EQ(Totals(screen), QStringList({"1", "123 456 790 ", "123 456 790 ", "123456 790 ", "123456 790 "}));
 
-    ShowDay(screen, "16/06/2008");
+    AcceptDay(screen.Dates, "16/06/2008");
     EXPECT_EQ(RowOf(screen.Grid1, 0), QStringList({" Consultation", "1", "", "-123456789.5"}));
     EXPECT_EQ(screen.Grid2.Text(0, Recettes::Amount), "-123456 790 ");
     EXPECT_EQ(Totals(screen), QStringList({"1", "", "", "", ""}));
@@ -296,25 +264,24 @@ TEST_F(ActivityJournal, KeepsTheLastCellOfTheFirstRowFromThePreviousFill)
     practice.Act({.montant = 5});
     practice.Act({.montant = 6, .num_presta = 2});
     auto& screen = OpenScreen();
-    ShowDay(screen, "16/06/2008");
+    AcceptDay(screen.Dates, "16/06/2008");
     Click(screen.Grid1, 1);
 
-    ShowDay(screen, "17/06/2008");
+    AcceptDay(screen.Dates, "17/06/2008");
     EXPECT_EQ(RowOf(screen.Grid1, 0), QStringList({" Consultation", "1", "5 ", "15"}));
     EXPECT_EQ(RowOf(screen.Grid1, 1), QStringList({" ECG", "1", "6 ", ""}));
     ASSERT_EQ(screen.Grid2.Rows(), 2);
     EXPECT_EQ(screen.Grid2.Text(0, Recettes::Value), " 7 ");
     EXPECT_EQ(screen.Grid2.Text(1, Recettes::Value), "");
     EXPECT_EQ(Totals(screen), QStringList({"2", "  11 ", "", " 11 ", ""}));
-    EXPECT_EQ(screen.Grid3.Text(0, CountOf(PaymentCode::RPlus)),
-              ""); // the codes are counted from zero
+    EXPECT_EQ(screen.Grid3.Text(0, CountOf(PaymentCode::RPlus)), ""); // the codes are counted from zero
     EXPECT_EQ(screen.Grid1.Row(), 0);
 
-    ShowPeriod(screen, "01/01/2008", "02/01/2008");
+    AcceptPeriod(screen.Dates, "01/01/2008", "02/01/2008");
     EXPECT_EQ(RowOf(screen.Grid1, 0), QStringList({" Consultation", "", "", "15"}));
     EXPECT_EQ(RowOf(screen.Grid2, 0), QStringList({"", "", "", "", "", "", "", "", "", " 7 "}));
 
-    ShowDay(screen, "16/06/2008");
+    AcceptDay(screen.Dates, "16/06/2008");
     EXPECT_EQ(screen.Grid2.Rows(), 3);
     EXPECT_EQ(screen.Grid2.Text(2, Recettes::Value), " 9 ");
     EXPECT_EQ(Totals(screen), QStringList({"3", "  24 ", "  24 ", " 24 ", " 24 "}));
@@ -324,81 +291,63 @@ TEST_F(ActivityJournal, RefusesADayWithoutActsButAcceptsSuchAPeriod)
 {
     practice.Act({.montant = 5, .flag_R = PaymentCode::P});
     auto& screen = OpenScreen();
-    ShowDay(screen, "17/06/2008");
-
-    desk.ExpectMessage("Aucune activité pour cette période", Icon::Critical, "ZEP Lumo");
-    ShowDay(screen, "16/06/2008");
-    EXPECT_TRUE(IsChoosing(screen));
+    AcceptDay(screen.Dates, "17/06/2008");
+    ExpectRefusal("Aucune activité pour cette période", "ZEP Lumo");
+    AcceptDay(screen.Dates, "16/06/2008");
+    EXPECT_FALSE(IsReading(screen));
     EXPECT_FALSE(PointerWaits());
     EXPECT_EQ(screen.Grid2.Text(0, Recettes::ActUnit), " Consultation");
     EXPECT_EQ(screen.ActsTotal.text(), "1");
 
-    ShowPeriod(screen, "16/06/2008", "16/06/2008");
-    EXPECT_TRUE(IsReading(screen));
-    EXPECT_EQ(screen.Grid1.Rows(), 2);
-    EXPECT_EQ(screen.Grid1.Text(0, Recettes::Count), "");
-    EXPECT_EQ(screen.Grid2.Text(0, Recettes::ActUnit), "");
-    EXPECT_EQ(Totals(screen), QStringList({"", "", "", "", ""}));
-    EXPECT_EQ(StateTotals(screen), QStringList({"", "", "", "", "", "", ""}));
-    EXPECT_EQ(RowOf(screen.Grid3, 0), QStringList({"C", "", "", "", "", "", "", ""}));
-}
-
-TEST_F(ActivityJournal, KeepsTheHourglassOfARefusedPeriodUntilTheNextFill)
-{
-    practice.Act({.day = "15/06/2008"});
-    auto& screen = OpenScreen();
-    desk.ExpectMessage("Date incorrecte", Icon::Critical, "ATTENTION");
-    ShowDay(screen, "17/06/208");
-    EXPECT_FALSE(PointerWaits());
-    const auto refuse = [&] {
-        desk.ExpectMessage("Dates inversées", Icon::Critical, "ZEP Lumo");
-        ShowPeriod(screen, "17/06/2008", "15/06/2008");
-    };
-    refuse();
-    EXPECT_TRUE(PointerWaits());
-    EXPECT_TRUE(IsChoosing(screen));
+    for (const char* last : {"16/06/2008", "15/06/2008"}) { // one day before is the empty period
+        AcceptPeriod(screen.Dates, "16/06/2008", last);
+        EXPECT_TRUE(IsReading(screen));
+        EXPECT_EQ(RowOf(screen.Grid1, 1), QStringList({" ECG", "", "", ""}));
+        EXPECT_EQ(screen.Grid2.Text(0, Recettes::ActUnit), "");
+        EXPECT_EQ(Totals(screen) + tests::TextsOf(screen.LT), QStringList(12, ""));
+        EXPECT_EQ(RowOf(screen.Grid3, 0), QStringList({"C", "", "", "", "", "", "", ""}));
+    }
+    ExpectRefusal("Dates inversées", "ZEP Lumo");
+    AcceptPeriod(screen.Dates, "17/06/2008", "15/06/2008");
+    EXPECT_TRUE(PointerWaits()); // until the next fill
+    EXPECT_FALSE(IsReading(screen));
     EXPECT_EQ(screen.SSPanel1.Caption(), "Période du  Mar  17/06/2008 au Dim  15/06/2008");
-    EXPECT_EQ(screen.Grid1.Text(0, 0), "");
-    refuse();
-    Click(screen.Dates.Image2[PeriodChooser::CancelPeriod]);
-    EXPECT_TRUE(PointerWaits());
-
-    ShowPeriod(screen, "17/06/2008", "16/06/2008"); // one day before is the empty period
-    EXPECT_FALSE(PointerWaits());
-    EXPECT_TRUE(IsReading(screen));
-
-    refuse();
     Click(screen.Image1[Recettes::Quit]);
     EXPECT_FALSE(screen.isVisible());
     EXPECT_FALSE(PointerWaits());
 }
 
-TEST_F(ActivityJournal, KeepsTheFiguresWhenTheChoiceIsCancelled)
+TEST_F(ActivityJournal, MovesInTheTableOfItsPage)
 {
     practice.Act({.montant = 5});
+    practice.Act({.montant = 6, .num_presta = 2});
     auto& screen = OpenScreen();
     Press(screen.Dates.Text1[PeriodChooser::Day], Qt::Key_Return);
     EXPECT_TRUE(IsReading(screen));
-    EXPECT_EQ(screen.SSPanel1.Caption(), "Journée du Mar  17/06/2008");
-    EXPECT_TRUE(screen.Grid1.hasFocus());
-    Press(screen.Grid1, Qt::Key_PageDown, Qt::ControlModifier);
-    EXPECT_EQ(screen.SSTab1.currentIndex(), Recettes::CodesTab);
-    EXPECT_TRUE(screen.Grid3.hasFocus());
-
-    for (const int cancel : {PeriodChooser::CancelDay, PeriodChooser::CancelPeriod}) {
-        ChooseDates(screen);
-        screen.Dates.SSTab2.setCurrentIndex(cancel == PeriodChooser::CancelDay ? PeriodChooser::DayPage
-                                                                               : PeriodChooser::PeriodPage);
-        EXPECT_TRUE(IsChoosing(screen));
-        Click(screen.Dates.Image2[cancel]);
+    const struct {
+        forms::Grid& grid;
+        int cancel;
+    } pages[] = {{screen.Grid1, PeriodChooser::CancelDay},
+                 {screen.Grid3, PeriodChooser::CancelPeriod},
+                 {screen.Grid2, PeriodChooser::CancelDay}};
+    for (const auto& page : pages) {
+        tests::ChooseDates(screen.Dates);
+        EXPECT_FALSE(IsReading(screen));
+        screen.Dates.SSTab2.setCurrentIndex(page.cancel == PeriodChooser::CancelPeriod);
+        Click(screen.Dates.Image2[page.cancel]);
         EXPECT_TRUE(IsReading(screen));
-        EXPECT_TRUE(screen.Grid3.hasFocus());
+        ASSERT_TRUE(page.grid.hasFocus());
+        Press(page.grid, Qt::Key_Down);
+        EXPECT_EQ(page.grid.Row(), 1);
+        EXPECT_EQ(tests::HighlightedRow(page.grid), 1);
+        Click(page.grid, 0);
+        EXPECT_EQ(tests::HighlightedRow(page.grid), 0);
+        Press(page.grid, Qt::Key_PageDown, Qt::ControlModifier);
     }
-    Press(screen.Grid3, Qt::Key_F4);
-    EXPECT_TRUE(IsChoosing(screen));
-    Press(screen.Dates.Text1[PeriodChooser::First], Qt::Key_Escape);
+    tests::ChooseDates(screen.Dates);
+    Press(screen.Dates.Text1[PeriodChooser::Day], Qt::Key_Escape);
     EXPECT_TRUE(IsReading(screen));
-    Press(screen.Grid3, Qt::Key_Escape);
+    Press(*screen.focusWidget(), Qt::Key_Escape);
     EXPECT_TRUE(screen.isVisible());
     EXPECT_EQ(screen.Grid2.Text(0, Recettes::Amount), " 5 ");
 }
@@ -421,45 +370,30 @@ TEST_F(ActivityJournal, LimitsTheListServiceByService)
     addFull(2, "2008-06-12");
     practice.Act({.day = "10/06/2008", .montant = 1, .flag_R = PaymentCode::RPlus});
     practice.Act({.day = "11/06/2008", .montant = 2, .flag_R = PaymentCode::RPlus, .num_presta = 2});
-    const auto order = [&](int consultation, int ecg, int labo) {
-        for (const auto& [key, place] :
-             {std::pair(dao::Key(1), consultation), std::pair(dao::Key(2), ecg), std::pair(full, labo)})
-            practice.Write(QString("Update Presta set Ordre = %1 where num = %2").arg(place).arg(key));
-    };
     auto& screen = OpenScreen();
-    const auto show = [&](const QString& last, int messages) {
-        for (int message = 0; message < messages; ++message)
-            desk.ExpectMessage("Plage de dates trop grande ! ! !", Icon::Critical, "ATTENTION");
-        ShowPeriod(screen, "10/06/2008", last);
+    /// Fills with the services in an order.
+    const auto fill = [&](const std::vector<dao::Key>& services, const QString& last, int refusals) {
+        for (std::size_t place = 0; place < services.size(); ++place)
+            practice.Write(QString("Update Presta set Ordre = %1 where num = %2").arg(place).arg(services[place]));
+        for (int refusal = 0; refusal < refusals; ++refusal)
+            ExpectRefusal("Plage de dates trop grande ! ! !");
+        AcceptPeriod(screen.Dates, "10/06/2008", last);
         desk.Verify();
+        return screen.Grid2.Rows();
     };
-
-    order(0, 2, 1);
-    show("10/06/2008", 0); // exactly the limit
-    EXPECT_EQ(screen.Grid2.Rows(), MostRows);
+    EXPECT_EQ(fill({1, full, 2}, "10/06/2008", 0), MostRows); // exactly the limit
     EXPECT_EQ(screen.Grid2.Text(MostRows - 1, Recettes::Value), " 100 ");
     EXPECT_EQ(screen.LT[6].text(), "16352");
 
-    show("11/06/2008", 1); // the last service has one too many
-    EXPECT_EQ(screen.Grid2.Rows(), MostRows);
+    EXPECT_EQ(fill({1, full, 2}, "11/06/2008", 1), MostRows); // the last service has one too many
     EXPECT_EQ(RowOf(screen.Grid1, 2), QStringList({" ECG", "1", "2 ", ""}));
     EXPECT_EQ(Totals(screen), QStringList({"16353", " 163 513 ", "1 635 101 ", "163 511 ", "1635 101 "}));
-
-    order(0, 1, 2);
-    show("11/06/2008", 1);
-    EXPECT_EQ(screen.Grid2.Rows(), 2);
-    order(0, 2, 1); // in the middle: the services after it are listed
-    show("12/06/2008", 1);
-    ASSERT_EQ(screen.Grid2.Rows(), 2);
+    EXPECT_EQ(fill({1, 2, full}, "11/06/2008", 1), 2);
+    EXPECT_EQ(fill({1, full, 2}, "12/06/2008", 1), 2); // in the middle: the services after it are listed
     EXPECT_EQ(screen.Grid2.Text(1, Recettes::ActUnit), " ECG");
     EXPECT_EQ(RowOf(screen.Grid1, 1), QStringList({" Labo", "16353", "163530 ", ""}));
     EXPECT_EQ(Totals(screen), QStringList({"16355", " 163 533 ", "  3 ", " 3 ", " 3 "}));
-    EXPECT_EQ(screen.LT[6].text(), "2");
-    EXPECT_EQ(screen.LT[2].text(), "");
-
-    order(1, 2, 0);
-    show("12/06/2008", 1);
-    EXPECT_EQ(screen.Grid2.Rows(), 2);
-    show("11/06/2008", 1);
-    EXPECT_EQ(screen.Grid2.Rows(), MostRows);
+    EXPECT_EQ(tests::TextsOf(screen.LT), QStringList({"", "", "", "2", "", "", "2"}));
+    EXPECT_EQ(fill({full, 1, 2}, "12/06/2008", 1), 2);
+    EXPECT_EQ(fill({full, 1, 2}, "11/06/2008", 1), MostRows);
 }

@@ -1,44 +1,15 @@
 #include "catalogue/J_PROD.h"
 
-#include "core/globals.h"
-#include "support/Accessibility.h"
-#include "support/Cells.h"
-#include "support/OtherProgram.h"
-#include "support/Practice.h"
-#include "support/Reports.h"
-#include "support/ScriptedDesk.h"
-
-#include <QHeaderView>
-#include <gtest/gtest.h>
+#include "support/ScreenTest.h"
 
 using catalogue::J_PROD;
 using forms::Answer;
-using forms::Icon;
 using tests::RowOf;
 
 namespace {
 
-/// A desk on which something happens while a question is open.
-class InterruptedDesk : public ScriptedDesk {
-public:
-    std::function<void()> Meanwhile;
-
-    Answer Message(const QString& text, Icon icon, const QString& title, forms::Buttons buttons) override
-    {
-        if (Meanwhile)
-            std::exchange(Meanwhile, {})();
-        return ScriptedDesk::Message(text, icon, title, buttons);
-    }
-};
-
-class Services : public testing::Test {
+class Services : public tests::ScreenTest<J_PROD> {
 protected:
-    J_PROD& OpenScreen()
-    {
-        practice.Open();
-        return desk.Open<J_PROD>();
-    }
-
     /// Services 1 to 5: "Consultation", "ECG", "Pansement", "Injection", "Visite".
     void AddThree()
     {
@@ -50,19 +21,24 @@ protected:
     {
         Type(screen.NameField, name);
         Type(screen.PriceField, price);
-        desk.ExpectMessage("Enregistrement réussi", Icon::Information, "Lumo Orvane");
+        ExpectSaved("Enregistrement réussi", "Lumo Orvane");
         Click(screen.Image2[J_PROD::Accept]);
+    }
+
+    void Delete(J_PROD& screen, int asked, Answer answer = Answer::Yes)
+    {
+        ExpectDeletion(asked, answer);
+        Press(screen.Grid1, Qt::Key_Delete);
+    }
+    void RefuseUsed(J_PROD& screen)
+    {
+        ExpectRefusal("Cette prestation est incluse dans un acte");
+        Press(screen.Grid1, Qt::Key_Delete);
     }
 
     void Quit(J_PROD& screen) { Click(screen.Crecettes[J_PROD::Quit]); }
 
-    static QStringList Column(const J_PROD& screen, int column)
-    {
-        QStringList cells;
-        for (int row = 0; row < screen.Grid1.Rows(); ++row)
-            cells << screen.Grid1.Text(row, column).trimmed();
-        return cells;
-    }
+    static QStringList Column(const J_PROD& screen, int column) { return tests::ColumnOf(screen.Grid1, column); }
 
     QStringList Stored() { return tests::RowsOf(practice, "select num, Ordre from Presta order by Ordre"); }
 
@@ -73,11 +49,9 @@ protected:
         EXPECT_TRUE(screen.Crecettes[J_PROD::Quit].isVisible());
         for (const int action : {J_PROD::New, J_PROD::Modify, J_PROD::Delete})
             EXPECT_EQ(screen.Crecettes[action].isVisible(), listing);
+        EXPECT_EQ(screen.Grid1.isEnabled(), listing && screen.Grid1.Text(0, J_PROD::Name) != "");
         return listing;
     }
-
-    tests::Practice practice;
-    InterruptedDesk desk;
 };
 
 } // namespace
@@ -94,6 +68,7 @@ TEST_F(Services, ListsTheServicesInTheirOrder)
     EXPECT_EQ(RowOf(screen.Grid1, 2), QStringList({"3", " ECG", ""}));
     EXPECT_EQ(screen.Grid1.model()->headerData(1, Qt::Horizontal).toString(), "Dénmination");
     EXPECT_TRUE(screen.Grid1.hasFocus());
+    EXPECT_EQ(tests::HighlightedRow(screen.Grid1), 0);
     EXPECT_EQ(screen.windowTitle(), " ");
     EXPECT_EQ(AccessibilityFaults(screen), QStringList());
     core::PrestaTable.MoveFirst(); // the handles of the run were replaced by open ones
@@ -107,7 +82,7 @@ TEST_F(Services, StoresAPriceAsANumberAndShowsItAsTyped)
     auto& screen = OpenScreen();
     Press(screen.Grid1, Qt::Key_Insert);
     EXPECT_FALSE(IsListing(screen));
-    EXPECT_FALSE(screen.Grid1.isEnabled());
+    EXPECT_TRUE(screen.SSPanel3.property("floating").toBool());
     EXPECT_EQ(screen.SSPanel2.Caption(), "NOUVELLE PRESTATION");
     ASSERT_TRUE(screen.NameField.hasFocus());
     Type(screen.NameField, " Visite ");
@@ -116,7 +91,7 @@ TEST_F(Services, StoresAPriceAsANumberAndShowsItAsTyped)
     Type(screen.PriceField, "12,50x");
     Press(screen.PriceField, Qt::Key_Return); // refused
     EXPECT_FALSE(IsListing(screen));
-    desk.ExpectMessage("Enregistrement réussi", Icon::Information, "Lumo Orvane");
+    ExpectSaved("Enregistrement réussi", "Lumo Orvane");
     Press(screen.Image2[J_PROD::Accept], Qt::Key_Return);
 
     EXPECT_TRUE(IsListing(screen));
@@ -133,26 +108,34 @@ TEST_F(Services, AsksForNameAndPrice)
     auto& screen = OpenScreen();
     Click(screen.Crecettes[J_PROD::New]);
     const struct {
-        const char* name;
-        const char* price;
-    } incomplete[] = {{"", ""}, {"Visite", ""}, {"  ", "12"}, {"Visite", "  "}};
+        const char *name, *price;
+        QWidget& missing;
+    } incomplete[] = {{"", "", screen.NameField},
+                      {"Visite", "", screen.PriceField},
+                      {"  ", "12", screen.NameField},
+                      {"Visite", "  ", screen.PriceField}};
     for (const auto& entry : incomplete) {
         screen.NameField.setText(entry.name);
         screen.PriceField.setText(entry.price);
-        desk.ExpectMessage("saisie incomplète", Icon::Critical, "ATTENTION");
+        ExpectRefusal("saisie incomplète");
         Click(screen.Image2[J_PROD::Accept]);
         EXPECT_FALSE(IsListing(screen));
-        EXPECT_EQ(screen.NameField.text(), entry.name);
-        EXPECT_EQ(screen.PriceField.text(), entry.price);
+        EXPECT_TRUE(entry.missing.hasFocus()) << entry.name << entry.price;
+        EXPECT_EQ(screen.NameField.text() + '|' + screen.PriceField.text(), QString(entry.name) + '|' + entry.price);
     }
     Press(screen.NameField, Qt::Key_Escape);
     EXPECT_TRUE(IsListing(screen));
     Click(screen.Crecettes[J_PROD::Modify]);
     Click(screen.Image2[J_PROD::Cancel]);
     EXPECT_TRUE(IsListing(screen));
-    EXPECT_TRUE(screen.Grid1.isEnabled());
     EXPECT_EQ(screen.Grid1.Rows(), 2);
     EXPECT_EQ(Stored(), QStringList({"1|0", "2|1"}));
+    Press(screen.Grid1, Qt::Key_Insert); // after an entry for a new service, even a cancelled one, each adds a row
+    Press(screen.NameField, Qt::Key_Escape);
+    Press(screen.Grid1, Qt::Key_F2);
+    screen.NameField.clear();
+    Enter(screen, "Visite", "900");
+    EXPECT_EQ(Stored(), QStringList({"1|0", "2|1", "3|2"}));
 }
 
 TEST_F(Services, ModifiesInPlaceUntilANewOneWasEnteredThenAdds)
@@ -168,6 +151,7 @@ TEST_F(Services, ModifiesInPlaceUntilANewOneWasEnteredThenAdds)
     EXPECT_EQ(tests::RowsOf(practice, "select * from Presta where num = 2"), QStringList("2|ECG d'effort|840|1"));
 
     Press(screen.Grid1, Qt::Key_Insert);
+    EXPECT_EQ(screen.NameField.text() + screen.PriceField.text(), ""); // nothing of the one modified before
     Enter(screen, "Visite", "1000");
     Click(screen.Grid1, 0);
     Press(screen.Grid1, Qt::Key_F2);
@@ -199,7 +183,6 @@ TEST_F(Services, OpensTheEntryPanelWhenThereAreNone)
 
     Click(screen.Image2[J_PROD::Cancel]); // the list is empty: nothing to modify, delete or move
     EXPECT_TRUE(IsListing(screen));
-    EXPECT_FALSE(screen.Grid1.isEnabled());
     for (const int action : {J_PROD::Modify, J_PROD::Delete})
         Click(screen.Crecettes[action]);
     Click(screen.Image1[J_PROD::MoveDown]);
@@ -297,11 +280,9 @@ TEST_F(Services, LeaveAGapInTheKeysAndNoneInTheOrder)
     AddThree();
     auto& screen = OpenScreen();
     Click(screen.Grid1, 2);
-    desk.ExpectMessage("Confirmer supression de ligne N° 3", Icon::Question, "Confirmation", Answer::No);
-    Press(screen.Grid1, Qt::Key_Delete);
+    Delete(screen, 3, Answer::No);
     EXPECT_EQ(screen.Grid1.Rows(), 5);
-    desk.ExpectMessage("Confirmer supression de ligne N° 3", Icon::Question, "Confirmation", Answer::Yes);
-    Press(screen.Grid1, Qt::Key_Delete);
+    Delete(screen, 3);
 
     EXPECT_EQ(Column(screen, J_PROD::Number), QStringList({"1", "2", "4", "5"}));
     EXPECT_EQ(Column(screen, J_PROD::Name), QStringList({"Consultation", "ECG", "Injection", "Visite"}));
@@ -316,20 +297,6 @@ TEST_F(Services, LeaveAGapInTheKeysAndNoneInTheOrder)
     EXPECT_EQ(Stored(), QStringList({"1|0", "2|1", "4|2", "5|3"}));
 }
 
-// After an entry for a new service, even a cancelled one, accepting always adds a row.
-TEST_F(Services, AreAddedAfterACancelledEntry)
-{
-    auto& screen = OpenScreen();
-    const int before = screen.Grid1.Rows();
-    Press(screen.Grid1, Qt::Key_Insert);
-    Press(screen.NameField, Qt::Key_Escape);
-    Press(screen.Grid1, Qt::Key_F2);
-    screen.PriceField.setText("900");
-    desk.ExpectMessage("Enregistrement réussi", Icon::Information, "Lumo Orvane");
-    Click(screen.Image2[J_PROD::Accept]);
-    EXPECT_EQ(screen.Grid1.Rows(), before + 1);
-}
-
 TEST_F(Services, CantBeDeletedWhileUsedByAnAct)
 {
     AddThree();
@@ -337,30 +304,22 @@ TEST_F(Services, CantBeDeletedWhileUsedByAnAct)
     practice.Add("Plani", {{"date", "17/06/2008"}, {"Num_Presta", 3}, {"HH", 1}, {"num_patient", 1}});
     practice.Add("Actes_suppr", {{"num_presta", 3}});
     auto& screen = OpenScreen();
-    const auto refuse = [&] {
-        desk.ExpectMessage("Cette prestation est incluse dans un acte", Icon::Critical, "ATTENTION");
-    };
-
     Click(screen.Grid1, 1);
-    refuse();
-    Click(screen.Crecettes[J_PROD::Delete]);
+    RefuseUsed(screen);
     EXPECT_EQ(screen.Grid1.Rows(), 5);
 
     Click(screen.Grid1, 2); // appointments and deleted acts don't count
-    desk.ExpectMessage("Confirmer supression de ligne N° 3", Icon::Question, "Confirmation", Answer::Yes);
-    Click(screen.Crecettes[J_PROD::Delete]);
+    Delete(screen, 3);
     EXPECT_EQ(practice.Ask("select count(num) as S1 from Presta where num = 3").Long(), 0);
 
     practice.Act({.num_presta = 4}); // added since the screen was opened
     Click(screen.Grid1, 2);
-    refuse();
-    Click(screen.Crecettes[J_PROD::Delete]);
+    RefuseUsed(screen);
 
     Click(screen.Grid1, 3); // and while the question is open
     desk.Meanwhile = [&] { practice.Act({.num_presta = 5}); };
-    desk.ExpectMessage("Confirmer supression de ligne N° 4", Icon::Question, "Confirmation", Answer::Yes);
-    refuse();
-    Click(screen.Crecettes[J_PROD::Delete]);
+    ExpectDeletion(4);
+    RefuseUsed(screen);
     EXPECT_EQ(Stored(), QStringList({"1|0", "2|1", "4|4", "5|5"}));
     EXPECT_EQ(screen.Grid1.Rows(), 4);
 }
@@ -382,14 +341,10 @@ TEST_F(Services, ReportADeletedServiceAndTouchNoOther)
 {
     AddThree();
     auto& screen = OpenScreen();
-    const auto tell = [&] {
-        desk.ExpectMessage("Cette ligne n'existe plus : elle a été supprimée entre-temps.", Icon::Critical,
-                           "ATTENTION");
-    };
     practice.Remove("Presta", 2);
     DoubleClick(screen.Grid1, 0);
     Click(screen.Image2[J_PROD::Cancel]);
-    tell();
+    ExpectGone();
     DoubleClick(screen.Grid1, 1);
     EXPECT_TRUE(IsListing(screen));
 
@@ -397,21 +352,21 @@ TEST_F(Services, ReportADeletedServiceAndTouchNoOther)
     practice.Remove("Presta", 3);
     Type(screen.NameField, "Bandage");
     Type(screen.PriceField, "5");
-    tell();
+    ExpectGone();
     Click(screen.Image2[J_PROD::Accept]);
     EXPECT_TRUE(IsListing(screen));
 
     Click(screen.Grid1, 1); // "Injection", deleted while the question is open
     desk.Meanwhile = [&] { practice.Remove("Presta", 4); };
-    desk.ExpectMessage("Confirmer supression de ligne N° 2", Icon::Question, "Confirmation", Answer::Yes);
-    tell();
+    ExpectDeletion(2);
+    ExpectGone();
     Press(screen.Grid1, Qt::Key_Delete);
 
     EXPECT_EQ(Column(screen, J_PROD::Name), QStringList({"Consultation", "Visite"}));
     practice.Write("delete from Presta");
-    tell();
+    ExpectGone();
     Press(screen.Grid1, Qt::Key_F2);
-    tell();
+    ExpectGone();
     Press(screen.Grid1, Qt::Key_F2);
     EXPECT_FALSE(screen.Grid1.isEnabled()); // nothing is left
     EXPECT_EQ(RowOf(screen.Grid1, 0), QStringList({"", "", ""}));

@@ -1,29 +1,14 @@
 #include "catalogue/Tarifs.h"
 
-#include "core/globals.h"
-#include "support/Accessibility.h"
-#include "support/Cells.h"
-#include "support/OtherProgram.h"
-#include "support/Practice.h"
-#include "support/Reports.h"
-#include "support/ScriptedDesk.h"
-
-#include <gtest/gtest.h>
+#include "support/ScreenTest.h"
 
 using catalogue::Tarifs;
-using forms::Icon;
 using tests::RowOf;
 
 namespace {
 
-class Rates : public testing::Test {
+class Rates : public tests::ScreenTest<Tarifs> {
 protected:
-    Tarifs& OpenScreen()
-    {
-        practice.Open();
-        return desk.Open<Tarifs>();
-    }
-
     static void SetRate(Tarifs& screen, int row, const QString& typed)
     {
         DoubleClick(screen.Grid1, row);
@@ -41,9 +26,6 @@ protected:
         EXPECT_EQ(rows.size(), 1);
         return rows.value(0).split('|');
     }
-
-    tests::Practice practice;
-    ScriptedDesk desk;
 };
 
 } // namespace
@@ -58,9 +40,12 @@ TEST_F(Rates, AddTheRowOfAnEmptyTable)
     EXPECT_EQ(RowOf(screen.Grid1, 1), QStringList({"2", "K0", "0"}));
     EXPECT_EQ(RowOf(screen.Grid1, 31), QStringList({"32", "K30", "0"}));
     EXPECT_FALSE(screen.SSPanel3.isVisible());
-    EXPECT_TRUE(screen.Grid1.hasFocus());
+    EXPECT_TRUE(screen.SSPanel3.property("floating").toBool());
+    EXPECT_EQ(tests::HighlightedRow(screen.Grid1), 0);
     EXPECT_EQ(screen.windowTitle(), " ");
     EXPECT_EQ(AccessibilityFaults(screen), QStringList());
+    Type(screen.Grid1, "k2");
+    EXPECT_EQ(screen.Grid1.Text(screen.Grid1.Row(), Tarifs::Code), "K2"); // a typed code is jumped to
     screen.close();
     EXPECT_EQ(Stored().count("-"), 32);
 
@@ -75,11 +60,8 @@ TEST_F(Rates, AreReadByPositionAndRoundedHalfToEven)
     tests::OtherProgram other(practice.File("ZEP_ONE.MDB"));
     EXPECT_EQ(other.Run("update Tarif set K1 = 2.5, K2 = 3.5, K3 = 2.500001"), SQLITE_OK);
     auto& screen = desk.Open<Tarifs>();
-    const QStringList expected{"1500", "200", "2", "4", "3", "-7"};
-    for (int row = 0; row < expected.size(); ++row)
-        EXPECT_EQ(screen.Grid1.Text(row, Tarifs::Rate), expected[row]) << row;
-    EXPECT_EQ(screen.Grid1.Text(30, Tarifs::Rate), "32767");
-    EXPECT_EQ(screen.Grid1.Text(31, Tarifs::Rate), "-32768");
+    const QStringList rates = tests::ColumnOf(screen.Grid1, Tarifs::Rate);
+    EXPECT_EQ(rates.first(6) + rates.last(2), QStringList({"1500", "200", "2", "4", "3", "-7", "32767", "-32768"}));
     screen.close();
 
     EXPECT_EQ(other.Run("update Tarif set K5 = 32768"), SQLITE_OK);
@@ -92,7 +74,6 @@ TEST_F(Rates, AreTypedInTheEntryPanelAndStoredOnLeaving)
     Press(screen.Grid1, Qt::Key_Down);
     Press(screen.Grid1, Qt::Key_Down);
     Press(screen.Grid1, Qt::Key_F2);
-    EXPECT_TRUE(screen.SSPanel3.isVisible());
     EXPECT_FALSE(screen.Grid1.isEnabled());
     EXPECT_EQ(screen.SSPanel2.Caption(), "Modification");
     EXPECT_EQ(screen.Label3.text(), "K1");
@@ -143,7 +124,7 @@ TEST_F(Rates, EndTheProgramPastSixteenBitsWithNothingStored)
 {
     auto& screen = OpenScreen();
     SetRate(screen, 1, "200");
-    desk.ExpectMessage("Erreur d'exécution '6' :\nDépassement de capacité", Icon::Critical, "ZEP Lumo");
+    ExpectRefusal("Erreur d'exécution '6' :\nDépassement de capacité", "ZEP Lumo");
     SetRate(screen, 0, "32768");
     EXPECT_TRUE(desk.EndCode().has_value());
     EXPECT_EQ(Stored().count("-"), 32);

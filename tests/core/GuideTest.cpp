@@ -11,6 +11,7 @@
 #include <QDir>
 #include <QRegularExpression>
 #include <QTextBlock>
+#include <QTextTable>
 #include <gtest/gtest.h>
 
 using guide::Guide;
@@ -127,6 +128,24 @@ TEST_F(GuideWindow, FollowsLinksByTabAndEnterInColoursThatCanBeRead)
     const QTextBlock last = guide.Page.document()->lastBlock();
     ASSERT_EQ(last.text(), "Sommaire");
     EXPECT_EQ(last.begin().fragment().charFormat().foreground().color(), forms::TheColours().accent);
+}
+
+TEST_F(GuideWindow, SetsOffTheHeadingsOfItsTablesAndSpacesItsText)
+{
+    Guide guide("");
+    guide.Load();
+    guide.Page.setSource(QUrl::fromLocalFile(Guide::Folder() + "/touches.md"));
+    const QTextTable* table = nullptr;
+    for (QTextFrame* frame : guide.Page.document()->rootFrame()->childFrames())
+        if (table == nullptr)
+            table = qobject_cast<QTextTable*>(frame);
+    ASSERT_NE(table, nullptr);
+    for (int row = 0; row < 2; ++row) {
+        const QBrush ground = table->cellAt(row, table->columns() - 1).format().background();
+        EXPECT_EQ(row == 0 ? ground == QBrush(forms::TheColours().header) : ground.style() == Qt::NoBrush, true) << row;
+    }
+    EXPECT_EQ(guide.Page.document()->firstBlock().blockFormat().lineHeight(), 125);
+    EXPECT_EQ(guide.Page.palette().color(QPalette::Text), forms::TheColours().text);
 }
 
 TEST_F(GuideWindow, SaysWhereTheMissingGuideShouldBe)

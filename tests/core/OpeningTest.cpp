@@ -3,23 +3,20 @@
 #include "core/Form1.h"
 #include "core/Q_Date_2.h"
 #include "core/configuration.h"
-#include "core/globals.h"
 #include "data/Practice.h"
 #include "platform/dao/Engine.h"
 #include "platform/host/Files.h"
 #include "platform/host/Host.h"
 #include "platform/store/FileHeader.h"
-#include "support/Accessibility.h"
 #include "support/Globals.h"
 #include "support/MainWindow.h"
-#include "support/OtherProgram.h"
-#include "support/Practice.h"
-#include "support/ScriptedDesk.h"
+#include "support/ScreenTest.h"
 
+#include <QApplication>
 #include <QDir>
 #include <QFile>
+#include <QMouseEvent>
 #include <QTest>
-#include <gtest/gtest.h>
 
 using core::Auteur;
 using core::Form1;
@@ -31,7 +28,7 @@ namespace PaymentCode = data::PaymentCode;
 
 namespace {
 
-class Opening : public testing::Test {
+class Opening : public tests::ScreenTest<Form1> {
 protected:
     Form1& Start()
     {
@@ -42,9 +39,12 @@ protected:
 
     void TypeCode(Form1& main, const QString& code) { tests::TypeCode(desk, main, practice.Folder(), code); }
     void Quit(Form1& main) { tests::Quit(desk, main); }
+    /// Answers the calendar before the till.
+    void PickDay(core::Q_Date_2::Action answer)
+    {
+        desk.WhenModal<core::Q_Date_2>([answer](core::Q_Date_2& picker) { Click(picker.Image2[answer]); });
+    }
 
-    tests::Practice practice;
-    ScriptedDesk desk;
     int cashOpened = 0;
     int actsOpened = 0;
     int pendingOpened = 0;
@@ -76,38 +76,38 @@ TEST_F(Opening, ShowsLetterheadAndMenusAfterTheRightCode)
     EXPECT_TRUE(core::TheDatabase.IsOpen());
     EXPECT_EQ(core::TheDatabase.TableDef("Prov").FieldCount(), 6);
     EXPECT_EQ(AccessibilityFaults(main), QStringList());
+    Q_EMIT main.Image1.MouseOver(); // "Quitter" under the pointer, and not
+    EXPECT_TRUE(main.Image2.isVisible());
+    EXPECT_EQ(main.Image2.geometry(), main.Image1.geometry());
+    QMouseEvent away(QEvent::MouseMove, QPointF(5, 200), QPointF(5, 200), Qt::NoButton, {}, {});
+    QApplication::sendEvent(&main, &away);
+    EXPECT_FALSE(main.Image2.isVisible());
 
     Quit(main);
     EXPECT_EQ(desk.EndCode(), 0);
     EXPECT_TRUE(QFile::exists(practice.File("ARCHIVES/ZEP_ONE.MDB")));
 }
 
-TEST_F(Opening, StaysSilentOnAWrongCode)
+TEST_F(Opening, StaysSilentOnAWrongCodeAndSelectsItForTheNextTry)
 {
     auto& main = Start();
-    for (const char* code : {"3", "12", "06", ""})
-        TypeCode(main, code);
+    desk.WhenModal<Auteur>([this](Auteur& dialog) {
+        dialog.Dir1.SetPath(practice.Folder());
+        for (const char* code : {"3", "12", "06", "7"}) { // each replaces the one before
+            QTest::keyClicks(&dialog.Text1, code);
+            QTest::keyClick(&dialog.Text1, Qt::Key_Return);
+            EXPECT_TRUE(dialog.Text1.hasFocus());
+            EXPECT_EQ(dialog.Text1.selectedText(), code);
+        }
+        Press(dialog, Qt::Key_Escape);
+    });
+    main.Entry("mnu_aprpos")->trigger();
     EXPECT_TRUE(main.Entry("mnu_aprpos")->isVisible());
     EXPECT_FALSE(core::TheDatabase.IsOpen());
     EXPECT_EQ(desk.BeepCount(), 0);
 
     Quit(main); // no practice is open: no database step, no copy
     EXPECT_FALSE(QFile::exists(practice.File("ARCHIVES/ZEP_ONE.MDB")));
-}
-
-TEST_F(Opening, SelectsAWrongCodeForTheNextTry)
-{
-    auto& main = Start();
-    desk.WhenModal<Auteur>([this](Auteur& dialog) {
-        dialog.Dir1.SetPath(practice.Folder());
-        Type(dialog.Text1, "7");
-        Press(dialog.Text1, Qt::Key_Return);
-        EXPECT_TRUE(dialog.Text1.hasFocus());
-        QTest::keyClicks(&dialog.Text1, "6");
-        QTest::keyClick(&dialog.Text1, Qt::Key_Return);
-    });
-    main.Entry("mnu_aprpos")->trigger();
-    EXPECT_TRUE(core::TheDatabase.IsOpen());
 }
 
 TEST_F(Opening, StartsInTheCodeIfTheFolderHasAPractice)
@@ -119,9 +119,11 @@ TEST_F(Opening, StartsInTheCodeIfTheFolderHasAPractice)
     QDir::setCurrent(practice.File("ARCHIVES"));
     auto& elsewhere = desk.Open<Auteur>();
     EXPECT_TRUE(elsewhere.Dir1.hasFocus());
+    EXPECT_FALSE(dialog.findChild<QLabel*>("LHint")->isVisible()); // once a practice is chosen
+    EXPECT_TRUE(elsewhere.findChild<QLabel*>("LHint")->isVisible());
     QDir::setCurrent(before);
 
-    desk.ExpectMessage("Indiquez un lecteur ou le chemin d'un dossier.", Icon::Critical, "ATTENTION");
+    ExpectRefusal("Indiquez un lecteur ou le chemin d'un dossier.");
     Click(elsewhere.Image1); // nothing typed
     elsewhere.Dir1.SetPath("/usr");
     Type(elsewhere.Dir1, "sh"); // /usr/share, or another match
@@ -139,7 +141,7 @@ TEST_F(Opening, FocusesTheMenuAndHasShortcutsForItsMainEntries)
     practice.Act({});
     practice.Appointment("17/06/2008");
     Press(main, Qt::Key_F6);
-    desk.WhenModal<core::Q_Date_2>([](core::Q_Date_2& picker) { Click(picker.Image2[core::Q_Date_2::AcceptDay]); });
+    PickDay(core::Q_Date_2::AcceptDay);
     Press(main, Qt::Key_F7);
     Press(main, Qt::Key_F8);
     EXPECT_EQ(actsOpened, 1);
@@ -151,10 +153,10 @@ TEST_F(Opening, NamesTheMissingFile)
 {
     auto& main = Start();
     QFile::remove(practice.File("system.mdw"));
-    desk.ExpectMessage("Fichier 'system.mdw' absent", Icon::Critical, "ATTENTION");
+    ExpectRefusal("Fichier 'system.mdw' absent");
     TypeCode(main, "6");
     QFile::remove(practice.File("ZEP_CFIG.CFG"));
-    desk.ExpectMessage("Fichier 'ZEP_CFIG.cfg' absent", Icon::Critical, "ATTENTION");
+    ExpectRefusal("Fichier 'ZEP_CFIG.cfg' absent");
     TypeCode(main, "6");
     EXPECT_EQ(core::DataFolder, "");
 }
@@ -168,6 +170,10 @@ TEST_F(Opening, AcceptsACodeOnlyInTheFolderOfADatabase)
     dialog.Dir1.SetPath(practice.Folder());
     EXPECT_TRUE(dialog.Text1.isVisible());
     EXPECT_TRUE(dialog.Image2[Auteur::Accept].isVisible());
+    QTest::mouseClick(dialog.File1.viewport(), Qt::LeftButton, {},
+                      dialog.File1.visualItemRect(dialog.File1.item(0)).center());
+    EXPECT_FALSE(dialog.File1.item(0)->isSelected()); // its line can't be chosen
+    EXPECT_FALSE(dialog.File1.hasFocus());
     EXPECT_EQ(dialog.Label1.text(), QDir::toNativeSeparators(practice.Folder()));
     EXPECT_EQ(AccessibilityFaults(dialog), QStringList());
 
@@ -184,12 +190,12 @@ TEST_F(Opening, AcceptsACodeOnlyInTheFolderOfADatabase)
     Type(dialog.Text2, "/");
     Press(dialog.Text2, Qt::Key_Return);
     EXPECT_EQ(dialog.Dir1.Path(), "/");
-    desk.ExpectMessage("Lecteur 'Z:' introuvable", Icon::Critical, "ATTENTION");
+    ExpectRefusal("Lecteur 'Z:' introuvable");
     dialog.Text2.clear();
     Type(dialog.Text2, "Z"); // a letter alone is a drive
     Press(dialog.Text2, Qt::Key_Return);
     dialog.Text2.setText("Q:");
-    desk.ExpectMessage("Lecteur 'Q:' introuvable", Icon::Critical, "ATTENTION");
+    ExpectRefusal("Lecteur 'Q:' introuvable");
     Click(dialog.Image1);
 }
 
@@ -198,13 +204,11 @@ TEST_F(Opening, ChecksEachEntryAgainstItsTable)
     auto& main = Start();
     TypeCode(main, "6");
 
-    desk.ExpectMessage("Aucun acte enregistré", Icon::Information, "ATTENTION");
+    ExpectSaved("Aucun acte enregistré", "ATTENTION");
     main.Entry("NActes")->trigger();
-    desk.ExpectMessage("Aucun règlement en instance", Icon::Information, "ATTENTION");
+    ExpectSaved("Aucun règlement en instance", "ATTENTION");
     main.Entry("mnu_Inst")->trigger();
-    const auto expectNoCash = [this] {
-        desk.ExpectMessage("Aucun mouvement de fonds enregistré", Icon::Information, "Lumo ZEP");
-    };
+    const auto expectNoCash = [this] { ExpectSaved("Aucun mouvement de fonds enregistré", "Lumo ZEP"); };
     expectNoCash();
     main.Entry("mnu_Caisse")->trigger();
     EXPECT_EQ(cashOpened + actsOpened + pendingOpened, 0);
@@ -212,20 +216,20 @@ TEST_F(Opening, ChecksEachEntryAgainstItsTable)
     practice.Act({.montant = 10, .flag_R = PaymentCode::P});
     main.Entry("NActes")->trigger();
     EXPECT_EQ(actsOpened, 1);
-    desk.ExpectMessage("Aucun règlement en instance", Icon::Information, "ATTENTION");
+    ExpectSaved("Aucun règlement en instance", "ATTENTION");
     main.Entry("mnu_Inst")->trigger();
     expectNoCash(); // acts don't count as cash activity
     main.Entry("mnu_Caisse")->trigger();
 
     const dao::Key expense = practice.Expense({.montant = 5}); // an expense alone does, and so does an appointment
-    desk.WhenModal<core::Q_Date_2>([](core::Q_Date_2& picker) { Click(picker.Image2[core::Q_Date_2::CancelDay]); });
+    PickDay(core::Q_Date_2::CancelDay);
     main.Entry("mnu_Caisse")->trigger();
     practice.Remove("Recettes", expense);
     practice.Appointment("17/06/2008");
-    desk.WhenModal<core::Q_Date_2>([](core::Q_Date_2& picker) { Click(picker.Image2[core::Q_Date_2::CancelDay]); });
+    PickDay(core::Q_Date_2::CancelDay);
     main.Entry("mnu_Caisse")->trigger();
     EXPECT_EQ(cashOpened, 0);
-    desk.WhenModal<core::Q_Date_2>([](core::Q_Date_2& picker) { Click(picker.Image2[core::Q_Date_2::AcceptDay]); });
+    PickDay(core::Q_Date_2::AcceptDay);
     main.Entry("mnu_Caisse")->trigger();
     EXPECT_EQ(cashOpened, 1);
     EXPECT_EQ(core::PickedDate, "17/06/2008");

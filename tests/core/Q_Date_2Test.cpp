@@ -43,9 +43,9 @@ protected:
 
 TEST_F(DatePicker, StartsItsWeeksOnSaturday)
 {
-    struct {
+    const struct {
         int month, year, firstCell, lastDay;
-    } const months[] = {
+    } months[] = {
         {6, 2024, 1, 30}, // a Saturday
         {9, 2024, 2, 30}, // a Sunday
         {3, 2024, 7, 31}, // a Friday, cells 7 to 37
@@ -120,13 +120,13 @@ TEST_F(DatePicker, ReturnsTheDateOnAcceptAndNothingOnCancel)
 
 TEST_F(DatePicker, ClampsYearAndMonthToItsLists)
 {
-    struct {
+    const struct {
         int day, month, year;
         const char* accepted;
-    } const presets[] = {{4, 3, 1999, "04/03/2001"},
-                         {31, 13, 2100, "31/12/2099"},
-                         {31, 0, 2008, "31/01/2008"},
-                         {0, 2, 2008, "01/02/2008"}};
+    } presets[] = {{4, 3, 1999, "04/03/2001"},
+                   {31, 13, 2100, "31/12/2099"},
+                   {31, 0, 2008, "31/01/2008"},
+                   {0, 2, 2008, "01/02/2008"}};
     for (const auto& preset : presets) {
         auto& picker = Show(preset.day, preset.month, preset.year);
         Click(picker.Image2[Q_Date_2::AcceptDay]);

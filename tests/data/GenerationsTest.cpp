@@ -3,11 +3,13 @@
 #include "data/Archives.h"
 #include "data/Practice.h"
 #include "platform/host/Host.h"
+#include "platform/store/FileWork.h"
 #include "support/OtherProgram.h"
 #include "support/Printing.h"
 
 #include <QDir>
 #include <QFile>
+#include <QRegularExpression>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
@@ -47,7 +49,12 @@ protected:
     }
 
     QString Copy(const QString& name = "ZEP_ONE.MDB") const { return folder + "/ARCHIVES/" + name; }
-    QStringList Files() const { return QDir(folder + "/ARCHIVES").entryList(QDir::Files | QDir::Hidden, QDir::Name); }
+    /// Without their seals.
+    QStringList Files() const
+    {
+        const QStringList names = QDir(folder + "/ARCHIVES").entryList(QDir::Files | QDir::Hidden, QDir::Name);
+        return names.filter(QRegularExpression("(?<!sceau)$"));
+    }
     static QString ActsIn(const QString& copy)
     {
         return tests::OtherProgram("file:" + copy + "?immutable=1").Answer("select count(*) from Actes");
@@ -135,6 +142,43 @@ TEST_F(Evenings, KeepNoCopyThatIsntWholeOrOurs)
         data::CopyToArchives(folder);
         EXPECT_EQ(Files(), QStringList("ZEP_ONE.MDB"));
     }
+}
+
+TEST_F(Evenings, AreArchivedWhateverIsInTheWay)
+{
+    const QString folderInTheWay = Copy("ZEP_ONE 2026-11-18.MDB");
+    for (const char* const name : {"ZEP_ONE 2026-11-18.MDB", "ZEP_ONE.MDB.part", "ZEP_ONE 2026-11-19.MDB.part"})
+        ASSERT_TRUE(QDir().mkpath(Copy(QString(name) + "/content")));
+    QFile foreign(Copy("ZEP_ONE 2026-11-20.MDB"));
+    ASSERT_TRUE(foreign.open(QIODevice::WriteOnly) && foreign.write("newer") == 5);
+    foreign.close();
+    End("2026-11-18");
+    host::FixToday(Day("2026-11-19"));
+    EXPECT_EQ(data::CopyToArchives(folder).obstacle, folderInTheWay) << "named at that exit";
+    EXPECT_TRUE(data::CopyToArchives(folder).Text().isEmpty()) << "and at no other";
+    SetDay(Copy(), Day("2026-11-19"));
+    End("2026-11-20");
+    End("2026-11-21");
+    EXPECT_EQ(Files(), QStringList({"ZEP_ONE 2026-11-18 (2).MDB", "ZEP_ONE 2026-11-19.MDB",
+                                    "ZEP_ONE 2026-11-20 (2).MDB", "ZEP_ONE 2026-11-20.MDB", "ZEP_ONE.MDB"}));
+    EXPECT_EQ(ActsIn(Copy("ZEP_ONE 2026-11-18 (2).MDB")), "1");
+    EXPECT_EQ(ActsIn(Copy("ZEP_ONE 2026-11-20 (2).MDB")), "2");
+    EXPECT_TRUE(QDir(folderInTheWay + "/content").exists());
+    EXPECT_EQ(data::CopyAt(Copy("ZEP_ONE 2026-11-18 (2).MDB")).Day(), Day("2026-11-18"));
+}
+
+TEST_F(Evenings, KeepTheirMomentAlsoWhenItIsZero)
+{
+    End("2026-11-20");
+    QFile file(Copy());
+    ASSERT_TRUE(file.open(QIODevice::ReadWrite));
+    ASSERT_TRUE(file.setFileTime(QDateTime::fromSecsSinceEpoch(0), QFileDevice::FileModificationTime));
+    file.close();
+    End("2026-11-21");
+    EXPECT_EQ(Files(), QStringList({"ZEP_ONE 1970-01-01.MDB", "ZEP_ONE.MDB"}));
+    store::CopyFile(Copy(), Copy("autre"));
+    EXPECT_EQ(QFileInfo(Copy("autre")).lastModified(), QFileInfo(Copy()).lastModified())
+        << "where links aren't possible";
 }
 
 TEST_F(Evenings, AreListedNewestFirstAndOfferedWhenWhole)

@@ -1,46 +1,19 @@
 #include "expenses/F_Dep.h"
 
 #include "core/configuration.h"
-#include "core/globals.h"
-#include "support/Accessibility.h"
-#include "support/Cells.h"
-#include "support/Dates.h"
-#include "support/OtherProgram.h"
-#include "support/Practice.h"
-#include "support/Rows.h"
-#include "support/ScriptedDesk.h"
-
-#include <gtest/gtest.h>
+#include "support/ScreenTest.h"
 
 using core::PeriodChooser;
 using expenses::EntryPanel;
 using expenses::F_Dep;
 using forms::Answer;
-using forms::Icon;
 using tests::RowOf;
 
 namespace {
 
-class Expenses : public testing::Test {
+class Expenses : public tests::ScreenTest<F_Dep> {
 protected:
-    F_Dep& OpenScreen()
-    {
-        practice.Open();
-        return desk.Open<F_Dep>();
-    }
-
-    static void ListDay(F_Dep& screen, const QString& day)
-    {
-        Click(screen.Crecettes[F_Dep::Select]);
-        tests::AcceptDay(screen.Dates, day);
-    }
-
-    static void ListPeriod(F_Dep& screen, const QString& first, const QString& last)
-    {
-        if (!screen.Dates.isVisible())
-            Click(screen.Crecettes[F_Dep::Select]);
-        tests::AcceptPeriod(screen.Dates, first, last);
-    }
+    Expenses() { practice.Remove("Recettes", practice.Expense({})); } // keys aren't positions
 
     static void FillPanel(F_Dep& screen, const QString& date, const QString& object, const QString& amount)
     {
@@ -49,63 +22,41 @@ protected:
         screen.SSPanel3.Amount.setText(amount);
     }
 
-    void Save(F_Dep& screen)
+    static QStringList Entry(F_Dep& screen)
     {
-        desk.ExpectMessage("Enregistrement terminé", Icon::Information, "ZEP Lumo");
-        Click(screen.SSPanel3.Image2[EntryPanel::Accept]);
+        return {screen.SSPanel3.Date.text(), screen.SSPanel3.Object.text(), screen.SSPanel3.Amount.text()};
     }
+
+    static void Accept(F_Dep& screen) { Click(screen.SSPanel3.Image2[EntryPanel::Accept]); }
 
     void AddExpense(F_Dep& screen, const QString& date, const QString& object, const QString& amount)
     {
         Click(screen.Crecettes[F_Dep::New]);
         FillPanel(screen, date, object, amount);
-        Save(screen);
+        ExpectSaved("Enregistrement terminé");
+        Accept(screen);
     }
 
     void Delete(F_Dep& screen, int asked, Answer answer = Answer::Yes)
     {
-        desk.ExpectMessage("Confirmer supression de ligne N° " + QString::number(asked), Icon::Question, "Confirmation",
-                           answer);
-        Click(screen.Crecettes[F_Dep::Remove]);
+        ExpectDeletion(asked, answer);
+        Press(screen.Grid1, Qt::Key_Delete);
     }
 
-    void ExpectGone()
+    /// What is shown: "dates" or "entry" over the list, or the "list" and its pictures.
+    static QString Shown(F_Dep& screen)
     {
-        desk.ExpectMessage("Cette ligne n'existe plus : elle a été supprimée entre-temps.", Icon::Critical,
-                           "ATTENTION");
-    }
-
-    static bool IsBrowsing(F_Dep& screen)
-    {
-        return PicturesShow(screen) && !screen.Dates.SSTab2.isVisible() && !screen.SSPanel3.isVisible();
-    }
-    static bool IsChoosing(F_Dep& screen)
-    {
-        return !PicturesShow(screen) && screen.Dates.SSTab2.isVisible() && !screen.SSPanel3.isVisible() &&
-               !screen.Grid1.isEnabled();
-    }
-    static bool IsEntering(F_Dep& screen)
-    {
-        return !PicturesShow(screen) && !screen.Dates.SSTab2.isVisible() && screen.SSPanel3.isVisible() &&
-               !screen.Grid1.isEnabled();
+        const bool dates = screen.Dates.isVisible(), entry = screen.SSPanel3.isVisible();
+        for (int picture = F_Dep::New; picture <= F_Dep::Quit; ++picture)
+            EXPECT_EQ(screen.Crecettes[picture].isVisible(), picture == F_Dep::Quit || !(dates || entry));
+        EXPECT_FALSE(dates && entry);
+        EXPECT_FALSE((dates || entry) && screen.Grid1.isEnabled());
+        return dates ? "dates" : entry ? "entry" : "list";
     }
 
     QStringList Stored()
     {
         return tests::RowsOf(practice, "select Date, MM, objet, montant from Recettes order by num");
-    }
-
-    tests::Practice practice;
-    ScriptedDesk desk;
-
-private:
-    static bool PicturesShow(F_Dep& screen)
-    {
-        EXPECT_TRUE(screen.Crecettes[F_Dep::Quit].isVisible()); // visible in every mode
-        const bool shown = screen.Crecettes[F_Dep::New].isVisible();
-        for (const int picture : {F_Dep::Modify, F_Dep::Remove, F_Dep::Select})
-            EXPECT_EQ(screen.Crecettes[picture].isVisible(), shown);
-        return shown;
     }
 };
 
@@ -121,38 +72,40 @@ TEST_F(Expenses, OpenWithTodaysList)
 
     EXPECT_EQ(screen.windowTitle(), "   Dépenses  ");
     EXPECT_EQ(screen.SSPanel1.Caption(), "Dépenses du 17/06/2008");
-    EXPECT_TRUE(IsBrowsing(screen));
+    EXPECT_EQ(Shown(screen), "list");
     EXPECT_TRUE(screen.Grid1.hasFocus());
+    EXPECT_EQ(tests::HighlightedRow(screen.Grid1), 0);
     ASSERT_EQ(screen.Grid1.Rows(), 3);
     EXPECT_EQ(RowOf(screen.Grid1, 0), QStringList({"1", "17/06/2008", " Coton", "123456789.5 "}));
     EXPECT_EQ(RowOf(screen.Grid1, 1), QStringList({"2", "17/06/2008", "", "0.25 "}));
     EXPECT_EQ(RowOf(screen.Grid1, 2), QStringList({"3", "17/06/2008", " Sans montant", ""}));
     EXPECT_EQ(screen.Label5.text(), " 123 456 789.75");
     EXPECT_GE(screen.Label5.width(), screen.Label5.NeededWidth());
-    for (int field = PeriodChooser::Day; field <= PeriodChooser::Last; ++field)
-        EXPECT_EQ(screen.Dates.Text1[field].text(), "17/06/2008");
+    EXPECT_TRUE(tests::IsUnder(screen.Label5, screen.Grid1, F_Dep::Amount));
+    EXPECT_EQ(tests::TextsOf(screen.Dates.Text1), QStringList(3, "17/06/2008"));
     EXPECT_EQ(AccessibilityFaults(screen), QStringList());
 
     DoubleClick(screen.Grid1, 2); // an expense with Null amount and object can be edited
-    EXPECT_EQ(screen.SSPanel3.Amount.text(), "");
+    EXPECT_EQ(Entry(screen), QStringList({"17/06/2008", "Sans montant", ""}));
     Press(screen.SSPanel3.Amount, Qt::Key_Escape);
     DoubleClick(screen.Grid1, 1);
-    EXPECT_EQ(screen.SSPanel3.Object.text(), "");
+    EXPECT_EQ(Entry(screen), QStringList({"17/06/2008", "", "0.25"}));
 }
 
 TEST_F(Expenses, AreEnteredByKeyboardAndListedLast)
 {
-    practice.Expense({.montant = 100});
+    constexpr int listed = 60; // more than fit
+    for (int expense = 0; expense < listed; ++expense)
+        practice.Expense({.montant = 1});
     auto& screen = OpenScreen();
-    ListPeriod(screen, "01/06/2008", "30/06/2008");
+    tests::AcceptPeriod(screen.Dates, "01/06/2008", "30/06/2008");
 
     Press(screen.Grid1, Qt::Key_Insert);
-    ASSERT_TRUE(IsEntering(screen));
+    ASSERT_EQ(Shown(screen), "entry");
+    EXPECT_TRUE(screen.SSPanel3.property("floating").toBool());
     EXPECT_EQ(screen.SSPanel3.SSPanel2.Caption(), "NOUVELLE DEPENSE");
-    EXPECT_EQ(screen.SSPanel3.Date.text(), "30/06/2008"); // as the period left it
-    EXPECT_EQ(screen.SSPanel3.Object.text() + screen.SSPanel3.Amount.text(), "");
+    EXPECT_EQ(Entry(screen), QStringList({"30/06/2008", "", ""})); // as the period left it
     EXPECT_EQ(AccessibilityFaults(screen), QStringList());
-    ASSERT_TRUE(screen.SSPanel3.Date.hasFocus());
     Type(screen.SSPanel3.Date, "05022007");
     Press(screen.SSPanel3.Date, Qt::Key_Return);
     ASSERT_TRUE(screen.SSPanel3.Object.hasFocus());
@@ -160,22 +113,25 @@ TEST_F(Expenses, AreEnteredByKeyboardAndListedLast)
     Press(screen.SSPanel3.Object, Qt::Key_Return);
     ASSERT_TRUE(screen.SSPanel3.Amount.hasFocus());
     Type(screen.SSPanel3.Amount, "-12x34,5,");
-    desk.ExpectMessage("Enregistrement terminé", Icon::Information, "ZEP Lumo");
+    ExpectSaved("Enregistrement terminé");
     Press(screen.SSPanel3.Amount, Qt::Key_Return);
 
-    EXPECT_TRUE(IsBrowsing(screen));
+    EXPECT_EQ(Shown(screen), "list");
     EXPECT_TRUE(screen.Grid1.hasFocus());
-    EXPECT_EQ(Stored().value(1), "05/02/2007|2|Gants d'été|-1234.5");
-    ASSERT_EQ(screen.Grid1.Rows(), 2);
-    EXPECT_EQ(RowOf(screen.Grid1, 1), QStringList({"2", "05/02/2007", " Gants d'été", "-1234.5 "}));
-    EXPECT_EQ(screen.Label5.text(), " - 1 134.50");
+    EXPECT_EQ(Stored().last(), "05/02/2007|2|Gants d'été|-1234.5");
+    ASSERT_EQ(screen.Grid1.Rows(), listed + 1);
+    EXPECT_EQ(RowOf(screen.Grid1, listed), QStringList({"61", "05/02/2007", " Gants d'été", "-1234.5 "}));
+    EXPECT_EQ(screen.Label5.text(), " - 1 174.50");
+    support::ProcessEvents();
+    const QRect added = screen.Grid1.visualRect(screen.Grid1.model()->index(listed, 0));
+    EXPECT_TRUE(screen.Grid1.viewport()->rect().contains(added));
 
-    Click(screen.Grid1, 1); // the new row can be changed at once
+    Click(screen.Grid1, listed); // the new row can be changed at once
     Press(screen.Grid1, Qt::Key_F2);
-    EXPECT_EQ(screen.SSPanel3.Amount.text(), "-1234.5");
+    EXPECT_EQ(Entry(screen).last(), "-1234.5");
     Press(screen.SSPanel3.Amount, Qt::Key_Escape);
-    ListPeriod(screen, "01/06/2008", "30/06/2008"); // and isn't in this period
-    EXPECT_EQ(screen.Grid1.Rows(), 1);
+    tests::AcceptPeriod(screen.Dates, "01/06/2008", "30/06/2008"); // and isn't in this period
+    EXPECT_EQ(screen.Grid1.Rows(), listed);
 }
 
 TEST_F(Expenses, ProposeTheDateOfTheLastPeriod)
@@ -188,61 +144,53 @@ TEST_F(Expenses, ProposeTheDateOfTheLastPeriod)
         return date;
     };
     EXPECT_EQ(proposed(), core::LetterheadField(2).trimmed()); // as the configuration left it
-    ListDay(screen, "03/03/2008");
+    tests::AcceptDay(screen.Dates, "03/03/2008");
     EXPECT_EQ(core::ConfigLines[0], "03/03/2008");
     EXPECT_EQ(proposed(), core::LetterheadField(2).trimmed());
-    ListPeriod(screen, "01/01/2008", "31/01/2008");
+    tests::AcceptPeriod(screen.Dates, "01/01/2008", "31/01/2008");
     EXPECT_EQ(core::ConfigLines[0], "01/01/2008");
     EXPECT_EQ(proposed(), "31/01/2008");
 }
 
-TEST_F(Expenses, AreRefusedWithBlankFields)
+TEST_F(Expenses, AreRefusedWithBlankOrInvalidFieldsAndKeepTheRow)
 {
-    auto& screen = OpenScreen();
-    Click(screen.Crecettes[F_Dep::New]);
-    forms::TextBox* const fields[] = {&screen.SSPanel3.Date, &screen.SSPanel3.Object, &screen.SSPanel3.Amount};
-    for (forms::TextBox* blank : fields) {
-        FillPanel(screen, "17/06/2008", "Coton", "5");
-        blank->setText("  ");
-        desk.ExpectMessage("saisie incomplète", Icon::Critical, "ATTENTION");
-        Click(screen.SSPanel3.Image2[EntryPanel::Accept]);
-        EXPECT_TRUE(IsEntering(screen));
-        EXPECT_TRUE(blank->hasFocus());
-    }
-    // An invalid date is also refused on a click, which doesn't move the focus.
-    FillPanel(screen, "", "Coton", "5");
-    Type(screen.SSPanel3.Date, "31062008");
-    desk.ExpectMessage("saisie incomplète", Icon::Critical, "ATTENTION");
-    Click(screen.SSPanel3.Image2[EntryPanel::Accept]);
-    EXPECT_EQ(desk.BeepCount(), 1);
-    EXPECT_EQ(screen.SSPanel3.Date.text(), "");
-    EXPECT_EQ(Stored(), QStringList());
-}
-
-TEST_F(Expenses, AreRefusedWithAnInvalidDateAndKeepTheRow)
-{
-    practice.Expense({.day = "17/06/2008", .montant = 7, .objet = "Avant"});
+    practice.Expense({.montant = 7, .objet = "Avant"});
     auto& screen = OpenScreen();
     tests::OtherProgram other(practice.File("ZEP_ONE.MDB"));
+    const struct {
+        QStringList entry;
+        const char* reason;
+        QWidget& focused;
+    } refused[] = {
+        {{"  ", "Après", "5"}, "saisie incomplète", screen.SSPanel3.Date},
+        {{"17/06/2008", "  ", "5"}, "saisie incomplète", screen.SSPanel3.Object},
+        {{"17/06/2008", "Après", "  "}, "saisie incomplète", screen.SSPanel3.Amount},
+        {{"12-05-2004", "Après", "9"}, "Date incorrecte", screen.SSPanel3.Date},
+        {{"29/02/1900", "Après", "9"}, "Date incorrecte", screen.SSPanel3.Date},
+        {{"12/05x/2004", "Après", "9"}, "Date incorrecte", screen.SSPanel3.Date},
+        {{"17/06/2008", "Après", QString(400, '9')}, "Montant incorrect", screen.SSPanel3.Amount},
+    };
     for (const int action : {F_Dep::New, F_Dep::Modify}) {
         Click(screen.Crecettes[action]);
-        for (const char* date : {"12-05-2004", "29/02/1900", "12/05x/2004"}) {
-            FillPanel(screen, date, "Après", "9");
-            desk.ExpectMessage("Date incorrecte", Icon::Critical, "ATTENTION");
-            Click(screen.SSPanel3.Image2[EntryPanel::Accept]);
-            EXPECT_TRUE(IsEntering(screen)) << date;
-            EXPECT_TRUE(screen.SSPanel3.Date.hasFocus());
-            EXPECT_EQ(screen.SSPanel3.Object.text(), "Après"); // the entry is still there to be corrected
-            EXPECT_EQ(Stored(), QStringList("17/06/2008|6|Avant|7")) << date;
+        for (const auto& row : refused) {
+            FillPanel(screen, row.entry[0], row.entry[1], row.entry[2]);
+            ExpectRefusal(row.reason);
+            Accept(screen);
+            EXPECT_EQ(Shown(screen), "entry");
+            EXPECT_TRUE(row.focused.hasFocus()) << qPrintable(row.entry.join('|'));
+            EXPECT_EQ(Entry(screen), row.entry); // still there to be corrected
             EXPECT_EQ(other.Run("update Presta set prix = 1"), 0) << "the lock was kept";
         }
-        FillPanel(screen, "17/06/2008", "Après", QString(400, '9'));
-        desk.ExpectMessage("Montant incorrect", Icon::Critical, "ATTENTION");
-        Click(screen.SSPanel3.Image2[EntryPanel::Accept]);
-        EXPECT_EQ(Stored(), QStringList("17/06/2008|6|Avant|7"));
-        EXPECT_EQ(RowOf(screen.Grid1, 0), QStringList({"1", "17/06/2008", " Avant", "7 "}));
+        screen.SSPanel3.Date.clear();
+        Type(screen.SSPanel3.Date, "31062008"); // refused on a click, too, which doesn't move the focus
+        ExpectRefusal("saisie incomplète");
+        Accept(screen);
+        EXPECT_EQ(screen.SSPanel3.Date.text(), "");
         Click(screen.SSPanel3.Image2[EntryPanel::Cancel]);
     }
+    EXPECT_EQ(desk.BeepCount(), 2);
+    EXPECT_EQ(Stored(), QStringList("17/06/2008|6|Avant|7"));
+    EXPECT_EQ(RowOf(screen.Grid1, 0), QStringList({"1", "17/06/2008", " Avant", "7 "}));
     EXPECT_EQ(screen.Grid1.Rows(), 1);
     EXPECT_EQ(screen.Label5.text(), "   7.00");
 }
@@ -254,9 +202,9 @@ TEST_F(Expenses, AreNotSavedTwiceWhenTheirSumOverflows)
     AddExpense(screen, "17/06/2008", "Un", QString(308, '9'));
     Click(screen.Crecettes[F_Dep::New]);
     FillPanel(screen, "17/06/2008", "Deux", QString(308, '9'));
-    desk.ExpectMessage("Enregistrement terminé", Icon::Information, "ZEP Lumo");
-    desk.ExpectMessage("Erreur d'exécution '6' :\nDépassement de capacité", Icon::Critical, "ZEP Lumo");
-    Click(screen.SSPanel3.Image2[EntryPanel::Accept]);
+    ExpectSaved("Enregistrement terminé");
+    ExpectRefusal("Erreur d'exécution '6' :\nDépassement de capacité", "ZEP Lumo");
+    Accept(screen);
     EXPECT_EQ(practice.Ask("select count(num) from Recettes").Long(), 2);
 }
 
@@ -269,29 +217,29 @@ TEST_F(Expenses, AreChangedInPlace)
 
     Press(screen.Grid1, Qt::Key_Down);
     Press(screen.Grid1, Qt::Key_Return);
-    ASSERT_TRUE(IsEntering(screen));
+    ASSERT_EQ(Shown(screen), "entry");
     EXPECT_EQ(screen.SSPanel3.SSPanel2.Caption(), "MODIFICATION");
-    EXPECT_EQ(screen.SSPanel3.Date.text(), "17/06/2008");
-    EXPECT_EQ(screen.SSPanel3.Object.text(), "Second");
-    EXPECT_EQ(screen.SSPanel3.Amount.text(), "2");
+    EXPECT_EQ(Entry(screen), QStringList({"17/06/2008", "Second", "2"}));
     FillPanel(screen, "01/11/2007", "Seconde fois", "2.50");
     screen.FillExpenses(core::QueryText); // the list is refilled behind the panel,
     screen.Grid1.SetRow(2);               // and another row is clicked: the same expense is edited
     screen.Grid1_Click();
-    Save(screen);
+    ExpectSaved("Enregistrement terminé");
+    Accept(screen);
 
-    EXPECT_TRUE(IsBrowsing(screen));
+    EXPECT_EQ(Shown(screen), "list");
     EXPECT_EQ(Stored(),
               QStringList({"17/06/2008|6|Premier|1", "01/11/2007|11|Seconde fois|2.5", "17/06/2008|6|Troisième|3"}));
     EXPECT_EQ(RowOf(screen.Grid1, 1), QStringList({"2", "01/11/2007", " Seconde fois", "2.50 "}));
     EXPECT_EQ(screen.Grid1.Rows(), 3);
     EXPECT_EQ(screen.Label5.text(), "   6.50");
 
+    practice.Write("Update Recettes set montant = 50 where objet = 'Premier'");
     DoubleClick(screen.Grid1, 0);
+    EXPECT_EQ(Entry(screen).last(), "50"); // the current value, as written by another program
     FillPanel(screen, "01/11/2007", "Abandonné", "99");
     Click(screen.SSPanel3.Image2[EntryPanel::Cancel]);
-    EXPECT_TRUE(IsBrowsing(screen));
-    EXPECT_EQ(Stored().value(0), "17/06/2008|6|Premier|1");
+    EXPECT_EQ(Stored().value(0), "17/06/2008|6|Premier|50");
 }
 
 TEST_F(Expenses, AreDeletedOneByOneUntilNoneIsLeft)
@@ -310,32 +258,31 @@ TEST_F(Expenses, AreDeletedOneByOneUntilNoneIsLeft)
         << "numbered anew by the next selection";
     EXPECT_EQ(screen.Grid1.Row(), 0);
     EXPECT_EQ(screen.Label5.text(), "   10.00");
-
-    desk.ExpectMessage("Confirmer supression de ligne N° 1", Icon::Question, "Confirmation", Answer::Yes);
-    Press(screen.Grid1, Qt::Key_Delete);
+    Delete(screen, 1);
     Delete(screen, 1);
     EXPECT_EQ(Stored(), QStringList());
     EXPECT_EQ(screen.Grid1.Rows(), 1);
-    EXPECT_EQ(RowOf(screen.Grid1, 0), QStringList({"", "", "", ""}));
+    EXPECT_EQ(RowOf(screen.Grid1, 0).join("") + screen.Label5.text(), "");
     EXPECT_FALSE(screen.Grid1.isEnabled());
-    EXPECT_EQ(screen.Label5.text(), "");
-
     Click(screen.Crecettes[F_Dep::Modify]); // nothing to change or delete
     Click(screen.Crecettes[F_Dep::Remove]);
-    EXPECT_TRUE(IsBrowsing(screen));
+    EXPECT_EQ(Shown(screen), "list");
 
-    AddExpense(screen, "17/06/2008", "D", "1");
+    AddExpense(screen, "17/06/2008", "D", "100");
     EXPECT_TRUE(screen.Grid1.isEnabled());
-    EXPECT_EQ(screen.Grid1.Rows(), 1);
-    EXPECT_EQ(RowOf(screen.Grid1, 0), QStringList({"1", "17/06/2008", " D", "1 "}));
-    Delete(screen, 1); // a row that this screen has added
-    EXPECT_EQ(Stored(), QStringList());
+    EXPECT_EQ(tests::HighlightedRow(screen.Grid1), 0);
+    EXPECT_EQ(RowOf(screen.Grid1, 0), QStringList({"1", "17/06/2008", " D", "100 "}));
+    AddExpense(screen, "17/06/2008", "E", "-100");
+    EXPECT_EQ(screen.Label5.text(), ""); // no total of zero
+    Delete(screen, 1);                   // a row that this screen has added
+    EXPECT_EQ(Stored(), QStringList("17/06/2008|6|E|-100"));
+    EXPECT_EQ(screen.Label5.text(), " -  100.00");
 }
 
 // However an expense deleted by another program is reached, its line is removed and no other expense is touched.
 TEST_F(Expenses, AreUntouchedWhenAnotherOneWasDeleted)
 {
-    const dao::Key first = practice.Expense({.montant = 1, .objet = "Premier"});
+    practice.Expense({.montant = 1, .objet = "Premier"});
     dao::Key gone[3];
     for (dao::Key& each : gone)
         each = practice.Expense({.montant = 2, .objet = "Parti"});
@@ -346,31 +293,26 @@ TEST_F(Expenses, AreUntouchedWhenAnotherOneWasDeleted)
     practice.Remove("Recettes", gone[0]);
     FillPanel(screen, "17/06/2008", "Écrasé", "9");
     ExpectGone();
-    Click(screen.SSPanel3.Image2[EntryPanel::Accept]);
-    EXPECT_TRUE(IsBrowsing(screen));
+    Accept(screen);
+    EXPECT_EQ(Shown(screen), "list");
     EXPECT_EQ(screen.Grid1.Rows(), 4);
 
     practice.Remove("Recettes", gone[1]);
     ExpectGone(); // and before it opens
     DoubleClick(screen.Grid1, 1);
-    EXPECT_TRUE(IsBrowsing(screen));
+    EXPECT_EQ(Shown(screen), "list");
     EXPECT_EQ(screen.Grid1.Rows(), 3);
 
     practice.Remove("Recettes", gone[2]);
     DoubleClick(screen.Grid1, 0); // the first one is the current record now
     Press(screen, Qt::Key_Escape);
     Click(screen.Grid1, 1);
-    desk.ExpectMessage("Confirmer supression de ligne N° 2", Icon::Question, "Confirmation", Answer::Yes);
+    ExpectDeletion(2);
     ExpectGone();
     Click(screen.Crecettes[F_Dep::Remove]);
     EXPECT_EQ(Stored(), QStringList({"17/06/2008|6|Premier|1", "17/06/2008|6|Dernier|4"}));
-    EXPECT_EQ(screen.Grid1.Rows(), 2);
-    EXPECT_EQ(screen.Grid1.Text(1, F_Dep::Object), " Dernier");
+    EXPECT_EQ(tests::ColumnOf(screen.Grid1, F_Dep::Object), QStringList({"Premier", "Dernier"}));
     EXPECT_EQ(screen.Label5.text(), "   5.00");
-
-    practice.Write("Update Recettes set montant = 50 where num = " + QString::number(first));
-    DoubleClick(screen.Grid1, 0); // the current values, as written by another program, are edited
-    EXPECT_EQ(screen.SSPanel3.Amount.text(), "50");
 }
 
 TEST_F(Expenses, AreSelectedByDayAndByPeriod)
@@ -378,73 +320,45 @@ TEST_F(Expenses, AreSelectedByDayAndByPeriod)
     for (const char* day : {"30/06/2008", "29/02/2008", "31/12/2007", "01/01/2008", "29/02/2008"})
         practice.Expense({.day = day, .montant = 10});
     auto& screen = OpenScreen();
-    EXPECT_EQ(screen.Grid1.Text(0, F_Dep::Number), ""); // nothing today
-    EXPECT_EQ(screen.Label5.text(), "");
+    EXPECT_EQ(RowOf(screen.Grid1, 0).join("") + screen.Label5.text(), ""); // nothing today
+    const auto days = [&] { return tests::ColumnOf(screen.Grid1, F_Dep::Date); };
 
-    Press(screen.Grid1, Qt::Key_F4);
-    ASSERT_TRUE(IsChoosing(screen));
-    ASSERT_TRUE(screen.Dates.Text1[PeriodChooser::Day].hasFocus());
-    Type(screen.Dates.Text1[PeriodChooser::Day], "29022008");
-    Press(screen.Dates.Text1[PeriodChooser::Day], Qt::Key_Return);
-    EXPECT_TRUE(IsBrowsing(screen));
+    tests::AcceptDay(screen.Dates, "29/02/2008");
+    EXPECT_EQ(Shown(screen), "list");
     EXPECT_EQ(screen.SSPanel1.Caption(), "Dépenses du 29/02/2008");
     EXPECT_EQ(screen.Grid1.Rows(), 2);
     EXPECT_TRUE(screen.Grid1.isEnabled());
-
-    ListPeriod(screen, "01/01/2008", "30/06/2008");
+    const QStringList listed{"01/01/2008", "29/02/2008", "29/02/2008", "30/06/2008"};
+    tests::AcceptPeriod(screen.Dates, "01/01/2008", "30/06/2008");
     EXPECT_EQ(screen.SSPanel1.Caption(), "Dépenses du 01/01/2008 au 30/06/2008");
-    ASSERT_EQ(screen.Grid1.Rows(), 4); // both ends, in the order of the days
-    EXPECT_EQ(screen.Grid1.Text(0, F_Dep::Date), "01/01/2008");
-    EXPECT_EQ(screen.Grid1.Text(3, F_Dep::Date), "30/06/2008");
-    ListPeriod(screen, "29/02/2008", "29/02/2008");
-    EXPECT_EQ(screen.Grid1.Rows(), 2);
+    EXPECT_EQ(days(), listed); // both ends, in the order of the days
 
-    ListPeriod(screen, "30/06/2008", "29/06/2008"); // one day before is the empty period
-    EXPECT_TRUE(IsBrowsing(screen));
-    EXPECT_EQ(screen.Grid1.Text(0, F_Dep::Number), "");
-    EXPECT_EQ(screen.Label5.text(), "");
-    EXPECT_FALSE(screen.Grid1.isEnabled());
-    Click(screen.Crecettes[F_Dep::Modify]);
-    EXPECT_TRUE(IsBrowsing(screen));
-}
-
-TEST_F(Expenses, KeepTheListWhenTheChoiceIsRefusedOrCancelled)
-{
-    practice.Expense({.montant = 10});
-    auto& screen = OpenScreen();
-
-    desk.ExpectMessage("Dates inversées", Icon::Critical, "ZEP Lumo");
-    ListPeriod(screen, "17/06/2008", "15/06/2008");
-    EXPECT_TRUE(IsChoosing(screen));
+    ExpectRefusal("Dates inversées", "ZEP Lumo");
+    tests::AcceptPeriod(screen.Dates, "17/06/2008", "15/06/2008");
+    EXPECT_EQ(Shown(screen), "dates");
     EXPECT_EQ(screen.SSPanel1.Caption(), "Dépenses du 17/06/2008 au 15/06/2008"); // the refused one shows
     EXPECT_EQ(core::ConfigLines[1], "15/06/2008");
-
     for (const int cancel : {PeriodChooser::CancelDay, PeriodChooser::CancelPeriod}) {
-        screen.Dates.SSTab2.setCurrentIndex(cancel == PeriodChooser::CancelDay ? PeriodChooser::DayPage
-                                                                               : PeriodChooser::PeriodPage);
+        tests::ChooseDates(screen.Dates);
+        screen.Dates.SSTab2.setCurrentIndex(cancel == PeriodChooser::CancelPeriod);
         Click(screen.Dates.Image2[cancel]);
-        EXPECT_TRUE(IsBrowsing(screen));
+        EXPECT_EQ(Shown(screen), "list");
         EXPECT_TRUE(screen.Grid1.isEnabled());
-        EXPECT_EQ(screen.Grid1.Text(0, F_Dep::Number), "1");
-        Click(screen.Crecettes[F_Dep::Select]);
+        EXPECT_EQ(days(), listed);
     }
+    tests::ChooseDates(screen.Dates);
     Press(screen.Dates.Text1[PeriodChooser::First], Qt::Key_Escape);
-    EXPECT_TRUE(IsBrowsing(screen));
-    Press(screen.Grid1, Qt::Key_Escape);
-    EXPECT_TRUE(screen.isVisible());
-    Press(screen.Grid1, Qt::Key_W, Qt::ControlModifier);
-    EXPECT_FALSE(screen.isVisible());
-}
+    EXPECT_EQ(Shown(screen), "list");
 
-TEST_F(Expenses, ShowNoTotalWhenTheirSumIsZero)
-{
-    practice.Expense({.montant = 100});
-    practice.Expense({.montant = -100});
-    auto& screen = OpenScreen();
-    EXPECT_EQ(screen.Label5.text(), "");
-    AddExpense(screen, "17/06/2008", "Retour", "-123456789.5");
-    EXPECT_EQ(screen.Label5.text(), " -123 456 789.50");
-    EXPECT_GE(screen.Label5.width(), screen.Label5.NeededWidth());
+    tests::AcceptPeriod(screen.Dates, "30/06/2008", "29/06/2008"); // one day before is the empty period
+    EXPECT_EQ(days().join("") + screen.Label5.text(), "");
+    EXPECT_FALSE(screen.Grid1.isEnabled());
+    Click(screen.Crecettes[F_Dep::Modify]);
+    EXPECT_EQ(Shown(screen), "list");
+    Press(screen, Qt::Key_Escape);
+    EXPECT_TRUE(screen.isVisible());
+    Press(screen, Qt::Key_W, Qt::ControlModifier);
+    EXPECT_FALSE(screen.isVisible());
 }
 
 TEST_F(Expenses, ShowTheirActionsInTheLanguageOfThePractice)

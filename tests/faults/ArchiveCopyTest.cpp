@@ -1,6 +1,8 @@
 #include "core/globals.h"
+#include "data/Archives.h"
 #include "faults/FolderContent.h"
 #include "faults/SmallDisk.h"
+#include "platform/host/Host.h"
 #include "platform/store/DatabaseReader.h"
 #include "support/ChildProcess.h"
 #include "support/FullDisk.h"
@@ -11,6 +13,7 @@
 #include "support/Rounds.h"
 
 #include <QDir>
+#include <QRegularExpression>
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
@@ -78,7 +81,12 @@ protected:
     {
         return OtherProgram("file:" + archive + "?immutable=1").Answer(question);
     }
-    QStringList Archives() const { return QDir(folder).entryList(QDir::Files | QDir::Hidden); }
+    QStringList Archives() const
+    {
+        QStringList names = QDir(folder).entryList(QDir::Files | QDir::Hidden);
+        names.removeAll("ZEP_ONE.MDB.sceau");
+        return names;
+    }
     void Protect(mode_t mode) const { ::chmod(folder.toUtf8().constData(), mode); }
 
     static constexpr int Acts = 3000;
@@ -129,6 +137,39 @@ TEST_F(EndOfDay, KeepsYesterdaysCopyOnAReadOnlyDisk)
     disk.MakeReadOnly();
     WorkAndQuit(RuntimeError(Error::PermissionDenied));
     ExpectYesterdaysCopy();
+}
+
+// On a disk for six copies, today's is made every day; the newest two dated ones and the kept file stay.
+TEST_F(EndOfDay, MakesRoomForTodaysCopyOnAFullDisk)
+{
+    const tests::SmallDisk disk(folder, 6 * qint64(yesterday.size()) / 1024 + 300);
+    if (!disk.IsMounted())
+        GTEST_SKIP() << "no right to mount a disk";
+    const QString kept = folder + "/ZEP_ONE avant restauration 2008-06-01 10-00-00.MDB";
+    tests::WriteContent(folder, {{"ZEP_ONE.MDB", yesterday}, {QFileInfo(kept).fileName(), yesterday}});
+    QStringList deleted;
+    QDate day(2008, 6, 17);
+    for (; day < QDate(2008, 6, 29); day = day.addDays(1)) {
+        host::FixToday(day);
+        for (const QDate& each : data::CopyToArchives(practice.Folder()).deletedDays)
+            deleted << each.toString("d");
+        QFile copy(archive);
+        ASSERT_TRUE(copy.open(QIODevice::ReadWrite));
+        ASSERT_TRUE(copy.setFileTime(QDateTime(day, QTime(18, 0)), QFileDevice::FileModificationTime));
+    }
+    EXPECT_EQ(deleted.join(' '), "17 18 19 20 21 22 23");
+    EXPECT_EQ(Archives().filter(QRegularExpression("[78]\\.MDB$|0\\.MDB$")),
+              QStringList({"ZEP_ONE 2008-06-27.MDB", QFileInfo(kept).fileName()}));
+
+    ASSERT_EQ(
+        OtherProgram(database).Run("with recursive n(i) as (select 1 union all select i + 1 from n where i < 1000) "
+                                   "insert into Recettes (objet) select hex(zeroblob(2000)) from n"),
+        SQLITE_OK);
+    const tests::FolderContent before = tests::ContentOf(folder);
+    host::FixToday(day);
+    EXPECT_THROW(data::CopyToArchives(practice.Folder()), RuntimeError);
+    EXPECT_TRUE(tests::ContentOf(folder) == before) << "nothing went in vain";
+    host::FixToday({});
 }
 
 TEST_F(EndOfDay, CopiesEverySavedRowWhileOthersReadAndWrite)

@@ -10,6 +10,7 @@
 #include "support/ScriptedDesk.h"
 
 #include <QDir>
+#include <QtEndian>
 #include <unistd.h>
 
 namespace {
@@ -30,6 +31,21 @@ QString State(const QString& database)
         "'/' "
         "|| (select count(*) from Actes where Date = '17/06/2008' and MM = 1 and AA = 1 and montant = num) || '/' || "
         "(select count(*) from sqlite_schema where name = 'Actes_Mois')");
+}
+
+/// Overwrites the first page below the root of an index.
+void DestroyLeaf(const QString& database, const char* index)
+{
+    constexpr qint64 pageSize = 4096;
+    const QString root = QString("select rootpage from sqlite_schema where name = '%1'").arg(index);
+    const qint64 page = pageSize * (tests::OtherProgram(database).Answer(qPrintable(root)).toInt() - 1);
+    QFile file(database);
+    ASSERT_TRUE(file.open(QIODevice::ReadWrite));
+    const QByteArray bytes = file.readAll();
+    constexpr qint64 firstCell = 12; // its place in the page, where the number of the page below is
+    const qint64 cell = page + qFromBigEndian<quint16>(bytes.constData() + page + firstCell);
+    file.seek(pageSize * (qFromBigEndian<quint32>(bytes.constData() + cell) - 1));
+    ASSERT_EQ(file.write(QByteArray(pageSize, '\xA5')), pageSize);
 }
 
 /// Leaves the practice to other processes.
@@ -67,6 +83,47 @@ TEST(KilledRepair, LeavesThePracticeAsItWasOrMended)
                                    for (const QString& copy : archives.entryList({"*.MDB"}))
                                        EXPECT_EQ(State(archives.filePath(copy)), spoilt);
                                }});
+}
+
+TEST(KilledRepair, LeavesThePracticeAsItWasOrMadeAnew)
+{
+    const tests::FolderInMemory memory;
+    tests::Practice practice;
+    CloseAll(practice);
+    const QString database = practice.File("ZEP_ONE.MDB");
+    ASSERT_EQ(tests::OtherProgram(database).Run(Spoilt), SQLITE_OK);
+    practice::RepairPractice(practice.Folder(), Moment);
+    ASSERT_TRUE(QDir(practice.File("ARCHIVES")).removeRecursively());
+    tests::OtherProgram(database).Run("pragma journal_mode = delete");
+    DestroyLeaf(database, "Actes_Mois");
+    const auto state = [](const QString& file) {
+        return tests::OtherProgram(file).Answer("select sum(montant) from Actes not indexed") + " " +
+               tests::OtherProgram(file).Answer("pragma integrity_check(1)").left(2);
+    };
+    const QString destroyed = state(database), sound = "4501500.0 ok";
+    ASSERT_NE(destroyed, sound);
+
+    tests::KillAtEachStep({.folder = practice.Folder(),
+                           .work =
+                               [&](const tests::Play::Done&) {
+                                   if (state(database) != sound)
+                                       practice::RepairPractice(practice.Folder(), Moment);
+                                   EXPECT_FALSE(QFile::exists(database + ".part"));
+                               },
+                           .state = [&] { return state(database); },
+                           .allowed =
+                               [&](int) {
+                                   return QStringList{destroyed, sound};
+                               },
+                           .check =
+                               [&](const QString& left) {
+                                   const QDir archives(practice.File("ARCHIVES"));
+                                   const QStringList copies = archives.entryList({"*.MDB"});
+                                   EXPECT_TRUE(left != sound || !copies.isEmpty());
+                                   for (const QString& copy : copies)
+                                       EXPECT_EQ(state(archives.filePath(copy)), destroyed);
+                               },
+                           .mayStay = "ZEP_ONE"});
 }
 
 TEST(CheckedPractice, StaysAsItIsWhileTheProgramHasItOpen)

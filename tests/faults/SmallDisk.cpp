@@ -3,7 +3,6 @@
 #include <QFile>
 
 #include <gtest/gtest.h>
-#include <iostream>
 #include <sched.h>
 #include <string>
 #include <sys/mount.h>
@@ -26,8 +25,6 @@ SmallDisk::SmallDisk(const QString& folder, qint64 kilobytes) : place(QFile::enc
 {
     const std::string options = "mode=0700,size=" + std::to_string(kilobytes) + "k";
     mounted = HasItsOwnMounts() && ::mount("tmpfs", place.constData(), "tmpfs", 0, options.c_str()) == 0;
-    if (!mounted)
-        std::cout << "No right to mount a disk: shown without one only.\n";
 }
 
 SmallDisk::~SmallDisk()

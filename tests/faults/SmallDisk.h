@@ -7,7 +7,7 @@ namespace tests {
 
 /// A small empty disk mounted on a folder during the lifetime of this object, visible to this process only.
 ///
-/// Needs root. Otherwise nothing is mounted and the test output says so; tests must not depend on it alone.
+/// Needs root. Otherwise nothing is mounted, and the test is to be skipped with a reason.
 class SmallDisk {
 public:
     SmallDisk(const QString& folder, qint64 kilobytes);

@@ -6,6 +6,7 @@
 #include "faults/SmallDisk.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/store/Opening.h"
+#include "platform/store/Seal.h"
 #include "support/FolderInMemory.h"
 #include "support/Globals.h"
 #include "support/MainWindow.h"
@@ -13,6 +14,7 @@
 #include "support/Rounds.h"
 
 #include <QDateTime>
+#include <QDir>
 #include <QFile>
 #include <QtEndian>
 
@@ -126,12 +128,11 @@ TEST_F(SpoiltDatabase, IsRefusedWhenForeign)
     QByteArray ofAnotherProgram = sound;
     ofAnotherProgram.replace(68, 4, "\0\0\0\0", 4);
     const std::pair<const char*, QByteArray> files[] = {
-        {"empty", {}},
         {"text", QByteArray("Cabinet d'Été;12 000,50\r\n").repeated(400)},
         {"old engine", oldEngine + QByteArray(2048 - oldEngine.size(), '\0')},
         {"old engine, long", oldEngine + QByteArray("\1\0\xB5\x6E", 4).repeated(50000)},
         {"another program's", ofAnotherProgram},
-        {"nothing but zeros", QByteArray(sound.size(), '\0')},
+        {"a letter among zeros", QByteArray(HeadSize - 1, '\0') + "Z"},
     };
     for (const auto& [kind, bytes] : files) {
         SCOPED_TRACE(kind);
@@ -242,6 +243,20 @@ TEST_F(SpoiltDatabase, NeverShowsAWrongBalanceAfterAFlippedByte)
 
 TEST_F(SpoiltDatabase, IsReplacedByTheNewestWholeCopyWhenTheUserWantsThat)
 {
+    const QByteArray zeroed = QByteArray(PageSize, '\0') + sound.sliced(PageSize);
+    for (const QByteArray& emptied : {QByteArray(), QByteArray(1, '\0'), QByteArray(sound.size(), '\0'), zeroed}) {
+        DateCopy();
+        Write(emptied);
+        {
+            ScriptedDesk desk;
+            ExpectOffer(desk, forms::Answer::Yes);
+            tests::ResetGlobals();
+        }
+        ExpectOpens();
+    }
+    for (const QString& kept : QDir(practice.File("ARCHIVES")).entryList({"*avant*"}))
+        EXPECT_TRUE(QFile::remove(practice.File("ARCHIVES/" + kept)));
+
     DateCopy();
     QByteArray damaged = sound;
     damaged.replace(5 * PageSize, PageSize, QByteArray(PageSize, '\xA5'));
@@ -278,6 +293,6 @@ TEST_F(SpoiltDatabase, IsLeftAloneWhereNoWholeCopyIsToBeHad)
     DateCopy();
     Write(sound.first(3 * PageSize));
     ExpectRefused(basic::RuntimeError(Error::DamagedDatabase, "ZEP_ONE.MDB"));
-    QFile::remove(copy);
+    store::RemoveSealed(copy);
     ExpectRefused(basic::RuntimeError(Error::DamagedDatabase, "ZEP_ONE.MDB"));
 }

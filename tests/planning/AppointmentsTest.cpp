@@ -1,13 +1,7 @@
 #include "planning/Planning.h"
 
-#include "core/globals.h"
-#include "support/Accessibility.h"
-#include "support/Cells.h"
-#include "support/Practice.h"
 #include "support/Reports.h"
-#include "support/ScriptedDesk.h"
-
-#include <gtest/gtest.h>
+#include "support/ScreenTest.h"
 
 using forms::Icon;
 using planning::Planning;
@@ -15,12 +9,13 @@ using tests::RowOf;
 
 namespace {
 
-class Appointments : public testing::Test {
+/// The units are "ECG" (2), "Radio" (3) and "Consultation" (1), in this order.
+class Appointments : public tests::ScreenTest<Planning> {
 protected:
-    Planning& OpenScreen()
+    Appointments()
     {
-        practice.Open();
-        return desk.Open<Planning>();
+        practice.Service("Radio", 1);
+        practice.Write("Update Presta set Ordre = (num + 1) % 3");
     }
 
     void Appointment(int unit, const dao::Value& slot, const dao::Value& patient = 1)
@@ -38,17 +33,14 @@ protected:
                    "[[column]]\nheading = 'N'\nfield = 'num'\nwidth_mm = 20\n");
     }
 
-    static void OpenList(Planning& board, int unit)
+    static void OpenList(Planning& board, int row)
     {
-        Click(board.Grid1, unit);
+        Click(board.Grid1, row);
         Click(board.Image1[Planning::OpenList]);
         ASSERT_TRUE(board.SSPanel1.isVisible());
     }
 
     QString Heading() { return practice.Ask("select ch4 from textes").Text(); }
-
-    tests::Practice practice;
-    ScriptedDesk desk;
 };
 
 } // namespace
@@ -68,7 +60,7 @@ TEST_F(Appointments, AreListedByHourWithTheirPatients)
     practice.Add("Plani", {{"date", "18/06/2008"}, {"Num_Presta", 2}, {"HH", 1}, {"num_patient", 1}});
 
     auto& board = OpenScreen();
-    DoubleClick(board.Grid1, 1);
+    DoubleClick(board.Grid1, 0);
 
     EXPECT_TRUE(board.SSPanel1.isVisible());
     EXPECT_FALSE(board.SSPanel4.isEnabled());
@@ -87,7 +79,7 @@ TEST_F(Appointments, AreListedByHourWithTheirPatients)
 
     Click(board.Image4[Planning::CloseList]);
     EXPECT_TRUE(board.SSPanel4.isEnabled());
-    OpenList(board, 0); // one is enough, and the longer list is cleared
+    OpenList(board, 2); // one is enough, and the longer list is cleared
     ASSERT_EQ(board.Grid2.Rows(), 1);
     EXPECT_EQ(RowOf(board.Grid2, 0), QStringList({"1", " 11-12", " Benali", " Zoé", "", "", ""}));
 }
@@ -97,7 +89,7 @@ TEST_F(Appointments, AreRefusedWhereThereAreNone)
     practice.Act({.num_presta = 2}); // performed, not programmed
     Appointment(1, 0);
     auto& board = OpenScreen();
-    Click(board.Grid1, 1);
+    Click(board.Grid1, 0);
     desk.ExpectMessage("Aucune programmation pour cette unité", Icon::None, "");
     Press(board.Grid1, Qt::Key_Return);
     EXPECT_FALSE(board.SSPanel1.isVisible());
@@ -107,8 +99,10 @@ TEST_F(Appointments, AreRefusedWhereThereAreNone)
 TEST_F(Appointments, ArePrintedForOneUnitOrForAll)
 {
     PutTemplate();
-    Appointment(2, 0);
+    Appointment(3, 0);
+    practice.Add("Plani", {{"date", "16/06/2008"}, {"Num_Presta", 2}, {"HH", 0}, {"num_patient", 1}});
     auto& board = OpenScreen();
+    practice.Write("Update Presta set Ordre = num"); // other places, the same units on the board
     OpenList(board, 1);
     Press(board.Grid2, Qt::Key_P, Qt::ControlModifier);
     EXPECT_TRUE(board.SSPanel6.isVisible());
@@ -120,7 +114,7 @@ TEST_F(Appointments, ArePrintedForOneUnitOrForAll)
     Press(board.SSOption1[Planning::CurrentUnit], Qt::Key_P, Qt::ControlModifier);
     EXPECT_EQ(core::ReportName, "Planning.RPT");
     EXPECT_EQ(Heading(), "Planning de la Journée du Mar  17/06/2008");
-    EXPECT_EQ(board.Report1.SelectionFormula, "{Plani.date} = date(2008,06,17) and {Plani.Num_Presta} = 2");
+    EXPECT_EQ(board.Report1.SelectionFormula, "{Plani.date} = date(2008,06,17) and {Plani.Num_Presta} = 3");
     EXPECT_TRUE(board.SSPanel6.isVisible()); // unchanged
 
     tests::ExpectPreview(desk, "Planning 17-06-2008");
@@ -134,10 +128,23 @@ TEST_F(Appointments, ArePrintedForOneUnitOrForAll)
     practice.Write("Update textes set ch4 = 'avant'");
     tests::RemoveTemplate(practice, "Planning.RPT");
     DoubleClick(board.Grid2, 0);
-    desk.ExpectMessage("Fichier Planning.RPT absent", Icon::Information, "ZEP Lumo");
+    ExpectSaved("Fichier Planning.RPT absent");
     Click(board.Image4[Planning::Print]);
     EXPECT_EQ(Heading(), "avant");
     EXPECT_TRUE(board.SSPanel6.isVisible());
+    Press(*board.focusWidget(), Qt::Key_Escape);
+    Press(*board.focusWidget(), Qt::Key_Escape);
+    Press(board.Grid1, Qt::Key_Left, Qt::AltModifier);
+    OpenList(board, 0); // of the day before
+    EXPECT_EQ(board.UnitLine.text() + board.DayLine.text(), "Unité : ECGJournée du Lun  16/06/2008");
+    EXPECT_EQ(board.Grid2.Rows(), 1);
+    PutTemplate();
+    board.SSOption1[Planning::CurrentUnit].setChecked(true);
+    tests::ExpectPreview(desk, "Planning 16-06-2008");
+    Click(board.Image4[Planning::OpenPrint]);
+    Click(board.Image4[Planning::Print]);
+    EXPECT_EQ(board.Report1.SelectionFormula, "{Plani.date} = date(2008,06,16) and {Plani.Num_Presta} = 2");
+    EXPECT_EQ(Heading(), "Planning de la Journée du Lun  16/06/2008");
 }
 
 TEST_F(Appointments, CloseTheirPanelsOneByOne)
@@ -145,7 +152,7 @@ TEST_F(Appointments, CloseTheirPanelsOneByOne)
     Appointment(1, 0);
     Appointment(2, 0);
     auto& board = OpenScreen();
-    OpenList(board, 0);
+    OpenList(board, 2);
     DoubleClick(board.Grid2, 0);
     Press(board.SSOption1[Planning::CurrentUnit], Qt::Key_Escape);
     EXPECT_FALSE(board.SSPanel6.isVisible());
@@ -156,13 +163,13 @@ TEST_F(Appointments, CloseTheirPanelsOneByOne)
     EXPECT_FALSE(board.SSPanel1.isVisible());
     EXPECT_TRUE(board.Grid1.hasFocus());
 
-    OpenList(board, 0);
+    OpenList(board, 2);
     Click(board.Image4[Planning::OpenPrint]);
     Click(board.Image4[Planning::CloseList]); // keeps the print options open
     EXPECT_TRUE(board.SSPanel6.isVisible());
     EXPECT_TRUE(board.SSPanel4.isEnabled());
     PutTemplate();
-    Click(board.Grid1, 1);
+    Click(board.Grid1, 0);
     tests::ExpectPreview(desk, "Planning 17-06-2008");
     Click(board.Image4[Planning::Print]); // now prints the board's unit
     EXPECT_TRUE(board.Report1.SelectionFormula.endsWith("{Plani.Num_Presta} = 2"));

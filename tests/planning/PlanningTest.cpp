@@ -1,29 +1,21 @@
 #include "planning/Planning.h"
 
-#include "core/calendar.h"
-#include "core/globals.h"
 #include "platform/forms/Colours.h"
-#include "support/Accessibility.h"
-#include "support/Cells.h"
-#include "support/OtherProgram.h"
-#include "support/Practice.h"
-#include "support/Reports.h"
-#include "support/ScriptedDesk.h"
+#include "platform/host/Host.h"
+#include "support/ScreenTest.h"
 
-#include <gtest/gtest.h>
-
-using forms::Icon;
 using planning::Planning;
 using tests::RowOf;
 
 namespace {
 
-class Board : public testing::Test {
+/// The units are "ECG" (2), "Radio" (3) and "Consultation" (1), in this order.
+class Board : public tests::ScreenTest<Planning> {
 protected:
-    Planning& OpenScreen()
+    Board()
     {
-        practice.Open();
-        return desk.Open<Planning>();
+        practice.Service("Radio", 1);
+        practice.Write("Update Presta set Ordre = (num + 1) % 3");
     }
 
     void Appointment(const QString& day, int unit, const dao::Value& slot = 0)
@@ -48,11 +40,7 @@ protected:
         Click(board.Image7[Planning::AcceptMonth]);
     }
 
-    static QStringList Totals(Planning& board)
-    {
-        return {board.DayTotals[Planning::ProgrammedTotal].text(), board.DayTotals[Planning::PerformedTotal].text(),
-                board.DayTotals[Planning::DifferenceTotal].text()};
-    }
+    static QStringList Totals(Planning& board) { return tests::TextsOf(board.DayTotals); }
 
     static QString LabelText(Planning& board, const char* name)
     {
@@ -77,17 +65,12 @@ protected:
         EXPECT_EQ(board.SSPanel3.isVisible() + board.SSPanel5.isVisible() + board.SSPanel1.isVisible(), alone ? 0 : 1);
         return alone;
     }
-
-    tests::Practice practice;
-    ScriptedDesk desk;
 };
 
 } // namespace
 
 TEST_F(Board, ComparesTheDaysAppointmentsWithItsActs)
 {
-    practice.Service("Pansement", -1); // first in the lists: unit 3
-    practice.Service("Visite", 7);     // unit 4
     for (const int slot : {0, 9})
         Appointment("17/06/2008", 3, slot);
     Appointment("17/06/2008", 1, 4);
@@ -101,12 +84,15 @@ TEST_F(Board, ComparesTheDaysAppointmentsWithItsActs)
     auto& board = OpenScreen();
 
     EXPECT_EQ(board.DayHeading.text(), "Journée du Mar  17/06/2008");
-    ASSERT_EQ(board.Grid1.Rows(), 4);
-    EXPECT_EQ(RowOf(board.Grid1, 0), QStringList({" Pansement", "2", "3", "-1"}));
-    EXPECT_EQ(RowOf(board.Grid1, 1), QStringList({" Consultation", "1", "1", ""}));
-    EXPECT_EQ(RowOf(board.Grid1, 2), QStringList({" ECG", "", "", ""}));
+    ASSERT_EQ(board.Grid1.Rows(), 3);
+    EXPECT_EQ(RowOf(board.Grid1, 0), QStringList({" ECG", "", "", ""}));
+    EXPECT_EQ(RowOf(board.Grid1, 1), QStringList({" Radio", "2", "3", "-1"}));
+    EXPECT_EQ(RowOf(board.Grid1, 2), QStringList({" Consultation", "1", "1", ""}));
     EXPECT_EQ(Totals(board), QStringList({"3", "4", "-1"}));
-    EXPECT_EQ(board.Grid1.Row(), 0);
+    for (int total = Planning::ProgrammedTotal; total <= Planning::DifferenceTotal; ++total)
+        EXPECT_TRUE(tests::IsUnder(board.DayTotals[total], board.Grid1,
+                                   total - Planning::ProgrammedTotal + Planning::Programmed));
+    EXPECT_EQ(tests::HighlightedRow(board.Grid1), 0);
     EXPECT_TRUE(board.Grid1.hasFocus());
     EXPECT_TRUE(IsBoardAlone(board));
     EXPECT_EQ(board.windowTitle(), " ");
@@ -123,12 +109,12 @@ TEST_F(Board, LeavesZeroTotalsBlank)
     Appointment("18/06/2008", 1);
     practice.Act({.day = "18/06/2008", .num_presta = 2});
     Click(board.Image2[Planning::DayAfter]);
-    EXPECT_EQ(RowOf(board.Grid1, 0), QStringList({" Consultation", "1", "", "1"}));
-    EXPECT_EQ(RowOf(board.Grid1, 1), QStringList({" ECG", "", "1", "-1"}));
+    EXPECT_EQ(RowOf(board.Grid1, 0), QStringList({" ECG", "", "1", "-1"}));
+    EXPECT_EQ(RowOf(board.Grid1, 2), QStringList({" Consultation", "1", "", "1"}));
     EXPECT_EQ(Totals(board), QStringList({"1", "1", ""}));
 
     Click(board.Image2[Planning::DayBefore]); // cleared from the following day
-    EXPECT_EQ(RowOf(board.Grid1, 1), QStringList({" ECG", "", "", ""}));
+    EXPECT_EQ(RowOf(board.Grid1, 0), QStringList({" ECG", "", "", ""}));
     EXPECT_EQ(Totals(board), QStringList({"", "", ""}));
 }
 
@@ -165,19 +151,16 @@ TEST_F(Board, StepsAcrossTheEndsOfMonthsAndYears)
 
 TEST_F(Board, RefusesInvalidDatesAndKeepsTheDay)
 {
-    Appointment("17/06/2008", 1);
     auto& board = OpenScreen();
-    for (const char* typed : {"", "17/06", "17/06/200", "31/06/2008", "17/0612008", "17/06//2008"}) {
-        SCOPED_TRACE(typed);
-        desk.ExpectMessage("Date incorrecte", Icon::Critical, "ATTENTION");
+    for (const char* typed : {"", "17/06/200", "31/06/2008", "17/0612008", "17/06//2008"}) {
+        ExpectRefusal("Date incorrecte");
         ChooseDay(board, typed);
-        EXPECT_FALSE(IsBoardAlone(board));
+        EXPECT_FALSE(IsBoardAlone(board)) << typed;
         EXPECT_TRUE(board.Text5[0].hasFocus());
-        EXPECT_EQ(board.DayHeading.text(), "Journée du Mar  17/06/2008");
         Click(board.Image5[Planning::CancelDay]);
         EXPECT_TRUE(IsBoardAlone(board));
         EXPECT_EQ(board.Text5[0].text(), "17/06/2008");
-        EXPECT_EQ(Totals(board), QStringList({"1", "", "1"}));
+        EXPECT_EQ(board.DayHeading.text(), "Journée du Mar  17/06/2008");
     }
 }
 
@@ -215,95 +198,97 @@ TEST_F(Board, AcceptsADayFromTheKeyboard)
 TEST_F(Board, CountsTheMonthOfTheSecondUnitBySlot)
 {
     for (const int slot : {0, 9, 9, -1, 10})
-        Appointment("01/06/2008", 2, slot);
-    Appointment("30/06/2008", 2, 4);
-    Appointment("30/06/2008", 2, dao::Value());
-    Appointment("31/05/2008", 2, 4);
-    Appointment("01/07/2008", 2, 4);
+        Appointment("01/06/2008", 3, slot);
+    Appointment("30/06/2008", 3, 4);
+    Appointment("30/06/2008", 3, dao::Value());
+    Appointment("31/05/2008", 3, 4);
+    Appointment("01/07/2008", 3, 4);
     Appointment("15/06/2008", 1, 4);
+    Appointment("14/06/2008", 2, 4);
     Appointment("17/06/2008", 1, 10);
     auto& board = OpenScreen();
 
     EXPECT_EQ(board.Combo1[Planning::UnitChoice].currentIndex(), 1);
     EXPECT_EQ(board.Combo1[Planning::MonthOfYear].currentText(), " Juin                ");
-    EXPECT_EQ(board.SSPanel2.Caption(), "Unité --> ECG");
+    EXPECT_EQ(board.SSPanel2.Caption(), "Unité --> Radio");
     EXPECT_EQ(LabelText(board, "Label1(32)"), "Juin 2008");
     EXPECT_EQ(LabelText(board, "HH(0)"), "8");
     EXPECT_EQ(LabelText(board, "HH(9)"), "17");
-    EXPECT_EQ(Counts(board), QStringList({"1/0=1", "1/9=2", "30/4=1"}));
-    EXPECT_EQ(board.Grid3.Row(), 0);
+    const QStringList radio{"1/0=1", "1/9=2", "30/4=1"};
+    EXPECT_EQ(Counts(board), radio);
+    EXPECT_EQ(tests::HighlightedRow(board.Grid3), 0);
     EXPECT_EQ(Totals(board), QStringList({"1", "", "1"})); // no slot, but counted as programmed
 
-    Click(board.Grid1, 0); // the day's unit doesn't affect the month
-    EXPECT_EQ(board.SSPanel2.Caption(), "Unité --> ECG");
-    ChooseMonth(board, 0, 6, "2008");
+    Click(board.Grid1, 2); // the day's unit doesn't affect the month, nor does another order
+    practice.Write("Update Presta set Ordre = 9 where num = 3");
+    Click(board.Image2[Planning::DayBefore]);
+    ChooseMonth(board, 1, 6, "2008");
+    EXPECT_EQ(board.SSPanel2.Caption(), "Unité --> Radio");
+    EXPECT_EQ(Counts(board), radio);
+    ChooseMonth(board, 2, 6, "2008");
     EXPECT_EQ(board.SSPanel2.Caption(), "Unité --> Consultation");
     EXPECT_EQ(Counts(board), QStringList({"15/4=1"}));
+    ASSERT_TRUE(board.Grid3.hasFocus()); // the keys move in the table that was chosen
+    Press(board.Grid3, Qt::Key_Down);
+    EXPECT_EQ(tests::HighlightedRow(board.Grid3), 1);
     DoubleClick(board.Grid3, 14);
     EXPECT_TRUE(IsBoardAlone(board));
     EXPECT_EQ(board.Grid3.Row(), 14);
+    ChooseDay(board, "15/06/2008");
+    ASSERT_TRUE(board.Grid1.hasFocus());
+    Press(board.Grid1, Qt::Key_Down);
+    EXPECT_EQ(tests::HighlightedRow(board.Grid1), 1);
 }
 
 TEST_F(Board, LaysOutEveryMonthWithItsDays)
 {
     auto& board = OpenScreen();
-    const struct {
-        int month;
-        const char* heading;
-        int days;
-        const char* lastDay;
-    } months[] = {{1, "Janvier 2008", 31, " Jeudi  31"},     {2, "Février 2008", 29, " Vendredi  29"},
-                  {3, "Mars 2008", 31, " Lundi  31"},        {4, "Avril 2008", 30, " Mercredi  30"},
-                  {5, "Mai 2008", 31, " Samedi  31"},        {6, "Juin 2008", 30, " Lundi  30"},
-                  {7, "Juillet 2008", 31, " Jeudi  31"},     {8, "Août 2008", 31, " Dimanche  31"},
-                  {9, "Septemb 2008", 30, " Mardi  30"},     {10, "Octobre 2008", 31, " Vendredi  31"},
-                  {11, "Novembr 2008", 30, " Dimanche  30"}, {12, "Décembr 2008", 31, " Mercredi  31"}};
-    for (const auto& each : months) {
-        ChooseMonth(board, 1, each.month, "2008");
-        EXPECT_EQ(LabelText(board, "Label1(32)"), each.heading);
-        ASSERT_EQ(board.Grid3.Rows(), each.days) << each.heading;
-        EXPECT_EQ(board.Grid3.Text(each.days - 1, 0), each.lastDay);
-    }
-    EXPECT_EQ(board.Grid3.Text(0, Planning::Dates), " Lundi  1");
-
     // Every fourth year has a 29 February; if the calendar has none, it gets the weekday after the 28th.
     const struct {
-        const char* year;
-        int days;
-        const char* lastDay;
-    } februaries[] = {{"1900", 29, " Jeudi  29"},
-                      {"2000", 29, " Mardi  29"},
-                      {"2100", 29, " Lundi  29"},
-                      {"2007", 28, " Mercredi  28"}};
-    for (const auto& each : februaries) {
-        ChooseMonth(board, 1, 2, each.year);
-        ASSERT_EQ(board.Grid3.Rows(), each.days) << each.year;
-        EXPECT_EQ(board.Grid3.Text(each.days - 1, 0), each.lastDay);
+        int month;
+        const char *year, *heading, *lastDay;
+    } months[] = {{1, "2008", "Janvier", " Jeudi  31"},     {2, "2008", "Février", " Vendredi  29"},
+                  {3, "2008", "Mars", " Lundi  31"},        {4, "2008", "Avril", " Mercredi  30"},
+                  {5, "2008", "Mai", " Samedi  31"},        {6, "2008", "Juin", " Lundi  30"},
+                  {7, "2008", "Juillet", " Jeudi  31"},     {8, "2008", "Août", " Dimanche  31"},
+                  {9, "2008", "Septemb", " Mardi  30"},     {10, "2008", "Octobre", " Vendredi  31"},
+                  {11, "2008", "Novembr", " Dimanche  30"}, {12, "2008", "Décembr", " Mercredi  31"},
+                  {2, "1900", "Février", " Jeudi  29"},     {2, "2000", "Février", " Mardi  29"},
+                  {2, "2100", "Février", " Lundi  29"},     {2, "2007", "Février", " Mercredi  28"}};
+    for (const auto& each : months) {
+        ChooseMonth(board, 1, each.month, each.year);
+        EXPECT_EQ(LabelText(board, "Label1(32)"), QString(each.heading) + " " + each.year);
+        ASSERT_EQ(board.Grid3.Rows(), QString(each.lastDay).last(2).toInt()) << each.heading << each.year;
+        EXPECT_EQ(board.Grid3.Text(board.Grid3.Rows() - 1, Planning::Dates), each.lastDay);
     }
+    EXPECT_EQ(board.Grid3.Text(0, Planning::Dates), " Jeudi  1");
 }
 
-TEST_F(Board, MarksDaysOffAndToday)
+TEST_F(Board, MarksDaysOffAndTodayEvenIfItIsOne)
 {
-    auto& board = OpenScreen();
-    const auto backgroundOf = [&](int day) {
-        return board.Grid3.model()->index(day - 1, 0).data(Qt::BackgroundRole).value<QColor>();
-    };
-    const QColor none;
-    EXPECT_EQ(backgroundOf(17), forms::TheColours().today);
-    EXPECT_EQ(backgroundOf(19), none); // Thursday
-    EXPECT_EQ(backgroundOf(20), forms::TheColours().weekend);
-    EXPECT_EQ(backgroundOf(21), forms::TheColours().weekend);
-    EXPECT_EQ(backgroundOf(22), none);
-    ChooseMonth(board, 1, 7, "2008");
-    EXPECT_EQ(backgroundOf(17), none);
-    EXPECT_EQ(backgroundOf(18), forms::TheColours().weekend);
+    const forms::Colours& colours = forms::TheColours();
+    for (const int today : {17, 20}) { // a Tuesday, a Friday
+        host::FixToday(QDate(2008, 6, today));
+        auto& board = OpenScreen();
+        const auto backgroundOf = [&](int day) {
+            return board.Grid3.model()->index(day - 1, 0).data(Qt::BackgroundRole).value<QColor>();
+        };
+        EXPECT_EQ(backgroundOf(today), colours.today);
+        EXPECT_EQ(backgroundOf(19), QColor()); // Thursday
+        EXPECT_EQ(backgroundOf(13), colours.weekend);
+        EXPECT_EQ(backgroundOf(21), colours.weekend);
+        EXPECT_EQ(backgroundOf(22), QColor());
+        ChooseMonth(board, 1, 7, "2008");
+        EXPECT_EQ(backgroundOf(17), QColor());
+        EXPECT_EQ(backgroundOf(18), colours.weekend);
+    }
 }
 
 TEST_F(Board, RequiresAYearOfFourDigits)
 {
     auto& board = OpenScreen();
     for (const char* year : {"", "208", "20080", "2 08", "0000"}) {
-        desk.ExpectMessage("Année incorrecte", Icon::Critical, "ATTENTION");
+        ExpectRefusal("Année incorrecte");
         ChooseMonth(board, 0, 1, year);
         EXPECT_FALSE(IsBoardAlone(board)) << year;
         EXPECT_TRUE(board.Text3.hasFocus());
@@ -311,19 +296,20 @@ TEST_F(Board, RequiresAYearOfFourDigits)
         EXPECT_TRUE(IsBoardAlone(board));
     }
     EXPECT_EQ(LabelText(board, "Label1(32)"), "Juin 2008");
-    EXPECT_EQ(board.SSPanel2.Caption(), "Unité --> ECG");
+    EXPECT_EQ(board.SSPanel2.Caption(), "Unité --> Radio");
     Click(board.Image1[Planning::ChooseMonth]); // the choice is kept, unapplied
     EXPECT_EQ(board.Combo1[Planning::UnitChoice].currentIndex(), 0);
     EXPECT_EQ(board.Text3.text(), "0000");
     Type(board.Text3, "-2x009 ");
     Press(board.Text3, Qt::Key_Return);
     EXPECT_EQ(LabelText(board, "Label1(32)"), "Janvier 2009");
-    EXPECT_EQ(board.SSPanel2.Caption(), "Unité --> Consultation");
+    EXPECT_EQ(board.SSPanel2.Caption(), "Unité --> ECG");
 }
 
 TEST_F(Board, SelectsNoUnitIfThereIsOneOrNone)
 {
     practice.Remove("Presta", 2);
+    practice.Remove("Presta", 3);
     Appointment("17/06/2008", 1);
     practice.Add("Plani", {{"date", "17/06/2008"}, {"Num_Presta", 0}, {"HH", 2}}); // of no unit at all
     {
@@ -342,24 +328,8 @@ TEST_F(Board, SelectsNoUnitIfThereIsOneOrNone)
     EXPECT_EQ(RowOf(board.Grid1, 0), QStringList({"", "", "", ""}));
     EXPECT_EQ(board.Grid3.Rows(), 30);
     Click(board.Image2[Planning::DayAfter]);
-    desk.ExpectMessage("Aucune programmation pour cette unité", Icon::None, "");
+    desk.ExpectMessage("Aucune programmation pour cette unité", forms::Icon::None, "");
     Click(board.Image1[Planning::OpenList]);
     ChooseMonth(board, -1, 2, "2009");
     EXPECT_EQ(board.Grid3.Rows(), 28);
-}
-
-TEST_F(Board, EndsTheProgramPastSixteenBits)
-{
-    practice.Open();
-    tests::OtherProgram other(practice.File("ZEP_ONE.MDB"));
-    EXPECT_EQ(other.Run("with recursive n(i) as (select 1 union all select i + 1 from n where i < 32767) "
-                        "insert into Plani (date, Num_Presta, HH) select '2008-06-17', 1, 3 from n"),
-              SQLITE_OK);
-    auto& board = desk.Open<Planning>();
-    EXPECT_EQ(Totals(board), QStringList({"32767", "", "32767"}));
-    Appointment("17/06/2008", 2);
-    desk.ExpectMessage("Erreur d'exécution '6' :\nDépassement de capacité", Icon::Critical, "ZEP Lumo");
-    Click(board.Image2[Planning::DayAfter]);
-    Click(board.Image2[Planning::DayBefore]);
-    EXPECT_TRUE(desk.EndCode().has_value());
 }

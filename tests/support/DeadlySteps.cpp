@@ -194,15 +194,6 @@ int ftruncate64(int file, off64_t size) noexcept
     return tests::Step([=] { return ::syscall(SYS_ftruncate, file, size); });
 }
 
-int open(const char* path, int flags, ...)
-{
-    va_list arguments;
-    va_start(arguments, flags);
-    const mode_t mode = tests::ModeOf(flags, arguments);
-    va_end(arguments);
-    return tests::OpenStep(path, flags, mode);
-}
-
 int open64(const char* path, int flags, ...)
 {
     va_list arguments;
@@ -211,6 +202,8 @@ int open64(const char* path, int flags, ...)
     va_end(arguments);
     return tests::OpenStep(path, flags, mode);
 }
+
+int open(const char* path, int flags, ...) __attribute__((alias("open64")));
 
 int rename(const char* path, const char* target) noexcept
 {

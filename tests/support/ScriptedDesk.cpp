@@ -69,6 +69,8 @@ void ScriptedDesk::Verify()
 Answer ScriptedDesk::Message(const QString& text, Icon icon, const QString& title, Buttons buttons)
 {
     StopWhenEnded();
+    if (Meanwhile)
+        std::exchange(Meanwhile, {})();
     if (messages.empty()) {
         ADD_FAILURE() << "unexpected message " << Described(text, icon, title);
         return SafeAnswer(buttons);

@@ -49,6 +49,9 @@ public:
         return opened;
     }
 
+    /// What another program does while the next message is shown.
+    std::function<void()> Meanwhile;
+
     int BeepCount() const { return beeps; }
     /// The exit code of the program; none while it runs.
     std::optional<int> EndCode() const { return endCode; }

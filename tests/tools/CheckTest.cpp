@@ -35,6 +35,16 @@ constexpr SpoiltValue Values[] = {
     {"Actes", "Flag_H = 32768", "Flag_H hors de l'intervalle -32768 à 32767 (1 ligne, num 2 : 32768)"},
     {"Actes", "Type = 'K31'", "Type inconnu (1 ligne, num 2 : « K31 »)"},
     {"Actes", "Heure = x'00'", "Heure n'est pas un texte (1 ligne, num 2 : données binaires)"},
+    {"Actes", "Heure = 'vers 8 h'", "Heure n'est pas une heure HH:MM (1 ligne, num 2 : « vers 8 h »)"},
+    {"Actes", "Heure = '24:00'", "Heure n'est pas une heure HH:MM (1 ligne, num 2 : « 24:00 »)"},
+    {"Actes", "Heure = '08:30' || char(0)",
+     "Heure n'est pas de l'UTF-8 ou contient un caractère nul (1 ligne, num 2 : « 08:30· »)"},
+    {"Actes_suppr", "H_Suppr = '9h'", "H_Suppr n'est pas une heure HH:MM (1 ligne, num 9 : « 9h »)"},
+    {"Patients", "nom = cast(x'4ce9' as text)",
+     "nom n'est pas de l'UTF-8 ou contient un caractère nul (1 ligne, num 2 : « L\uFFFD »)"},
+    {"textes", "ch4 = 'x' || char(0)", "ch4 n'est pas de l'UTF-8 ou contient un caractère nul (1 ligne, « x· »)"},
+    {"Actes", "num_patient = null", "num_patient sans valeur (1 ligne, num 2)", Remark},
+    {"Actes", "num_presta = null", "num_presta sans valeur (1 ligne, num 2)", Remark},
     {"Actes", "num_patient = 3", "num_patient sans ligne dans Patients (1 ligne, num 2 : 3)", Remark},
     {"Actes", "num_presta = 3", "num_presta sans ligne dans Presta (1 ligne, num 2 : 3)", Remark},
     {"Recettes", "num = 3e9",
@@ -84,6 +94,11 @@ constexpr SpoiltTable Tables[] = {
      "HH > 0",
      "L'index Plani_Date porte sur Plani (date, HH desc, Num_Presta nocase), sans doublons, sous condition au lieu de "
      "Plani (date, Num_Presta, HH)."},
+    {"update Presta set denom = ' ecg' where num = 1",
+     "Presta : denom en double (2 lignes, num 1 : «  ecg », 2 : « ECG »)", Remark},
+    {"update Presta set Ordre = 1", "Presta : Ordre en double (2 lignes, num 1 : 1, 2 : 1)", Remark},
+    {"create index A_moi on Actes (Heure desc)", "L'index A_moi sur Actes (Heure desc) n'est pas du programme.",
+     Remark},
     {"create trigger cadeau after update on Actes begin select 1; end",
      "Le déclencheur cadeau de la table Actes n'est pas du programme, qui n'ouvre pas la base."},
     {"create view vue as select 1", "La vue vue n'est pas du programme, qui n'ouvre pas la base."},
@@ -91,13 +106,15 @@ constexpr SpoiltTable Tables[] = {
 
 /// What is unusual and stops no screen.
 constexpr auto Legal = R"(
-    update Actes set Flag_H = 7, num_patient = null, num_presta = null, Type = null, Heure = 'vers 8 h' where num = 1;
+    update Actes set Heure = '';
+    update Actes set Flag_H = 7, Type = null, Heure = ' 8:30 ' where num = 1;
+    update Patients set nom = 'Saïdi ' || char(128169) where num = 1;
     update Actes set montant = -5.25, Flag_H = null, date_Presta = null where num = 2;
     update Actes set num = -4 where num = 3;
     update Patients set Sexe = null, Naiss = null, Flag_H = -1;
     update Permn set Date = '', nbre = 99, RC = null, Charge1 = null;
     update Tarif set C = null, K0 = -5;
-    update Presta set prix = 0, Ordre = -1;
+    update Presta set prix = 0, Ordre = -num;
     update Recettes set montant = -3;
     alter table Prov add column Mt2 REAL DEFAULT 0;
     create table Divers (a);
@@ -126,7 +143,8 @@ TEST_F(PracticeCheck, ReportsEveryFaultInOneRunWithCountsAndAFewExamples)
 {
     Run("update Actes set HH = 10, montant = 'x'; delete from textes; drop index Actes_Mois;"
         "with recursive n(i) as (select 10 union all select i + 1 from n where i < 17) "
-        "insert into Actes (num, HH, Date, MM, AA, montant, flag_R) select i, 0, '2008-06-16', 6, 2008, null, 0 from n;"
+        "insert into Actes (num, HH, Date, MM, AA, num_patient, num_presta, montant, flag_R) "
+        "select i, 0, '2008-06-16', 6, 2008, 1, 1, null, 0 from n;"
         "update Actes set montant = 0 where num = 10");
     EXPECT_EQ(
         Check(),

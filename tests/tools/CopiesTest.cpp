@@ -5,6 +5,9 @@
 #include "support/OtherProgram.h"
 
 #include <QDir>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace {
 
@@ -139,7 +142,64 @@ TEST_F(Copies, AreComparedRowByRow)
                                  "Patients;1;modifiée;\"nom\";\"SAÏDI\";\"Saïdi; Fatima \"\"F.\"\"\"\r\n"))
         << lines.toStdString();
     EXPECT_TRUE(lines.endsWith("Permn;1;modifiée;\"Charge1\";\"\";\"10.50\"\r\n"));
+    EXPECT_EQ(file.permissions() & (QFile::ReadGroup | QFile::ReadOther), QFile::Permissions());
     EXPECT_EQ(CommandRun({"compare", practice.Folder(), "--csv", "/nulle/part.csv"}).code, 2);
+}
+
+TEST_F(Copies, AreComparedInAFileOfWhichASpreadsheetRunsNothing)
+{
+    Run("update Patients set nom = '=1+1', Prenom = '+33', tel = '-5', ville = ' @x', diagno = 'a=b' where num = 1;"
+        "update Actes set montant = -5.25 where num = 3; alter table Permn add column \"=x\" TEXT");
+    const BuiltCommand run({"compare", practice.Folder(), "--csv", "/dev/stdout"});
+    EXPECT_TRUE(run.errors.startsWith("Comparé à ")) << "apart from what a spreadsheet reads";
+    EXPECT_EQ(
+        run.output.section("maintenant\r\n", 1),
+        "Patients;1;modifiée;\"nom\";\"SAÏDI\";\"'=1+1\"\r\nPatients;1;modifiée;\"Prenom\";\"Fatima\";\"'+33\"\r\n"
+        "Patients;1;modifiée;\"tel\";\"\";\"'-5\"\r\nPatients;1;modifiée;\"ville\";\"\";\"' @x\"\r\n"
+        "Patients;1;modifiée;\"diagno\";\"\";\"a=b\"\r\nActes;3;modifiée;\"montant\";\"800.00\";\"-5.25\"\r\n");
+}
+
+/// The names of files that a comparison may not replace, even with --force.
+TEST_F(Copies, AreComparedInAFileThatReplacesNoOther)
+{
+    const QString folder = practice.Folder();
+    const auto bytes = [](const QString& path) {
+        QFile file(path);
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("none");
+    };
+    const auto compare = [&folder](const QString& csv, const QStringList& options) {
+        return CommandRun(QStringList{"compare", folder, "--csv", csv} + options).code;
+    };
+    const QString sheet = practice.Write("ecarts.csv", "num;nom\n1;a\n");
+    ASSERT_TRUE(QFile::link(sheet, folder + "/lien.csv") && QDir(folder).mkdir("dossier.csv"));
+    QStringList kept = {folder + "/lien.csv",         folder + "/dossier.csv",
+                        folder + "/ZEP_ONE.MDB-wal",  folder + "/zep_one.mdb.part",
+                        folder + "/NEUF.RPT",         practice.Write("a.txt", "a;b\n"),
+                        practice.Write("a.csv", "a"), practice.Write("modele.csv", "title = \"a;b\"\n")};
+    for (const char* const name : {"ZEP_ONE.MDB", "ARCHIVES/ZEP_ONE.MDB", "ZEP_CFIG.CFG", "system.mdw", "ZEP_R1.RPT"}) {
+        kept << folder + "/" + name << folder + "/" + QFileInfo(name).baseName() + ".csv";
+        QFile::copy(folder + "/" + name, kept.last());
+    }
+    for (const QString& path : kept) {
+        const QByteArray before = bytes(path);
+        EXPECT_EQ(compare(path, {"--force"}), 2) << path.toStdString();
+        EXPECT_EQ(bytes(path), before) << path.toStdString();
+    }
+    EXPECT_EQ(compare(sheet, {}), 2);
+    EXPECT_EQ(bytes(sheet), "num;nom\n1;a\n");
+    EXPECT_EQ(compare(sheet, {"--force"}), 0);
+    EXPECT_TRUE(bytes(sheet).contains("champ;avant"));
+
+    const QString pipe = practice.File("tube.csv");
+    ASSERT_EQ(::mkfifo(qPrintable(pipe), 0600), 0);
+    const int reader = ::open(qPrintable(pipe), O_RDWR | O_NONBLOCK);
+    EXPECT_EQ(compare(pipe, {}), 0);
+    char mark = 0;
+    EXPECT_TRUE(::read(reader, &mark, 1) == 1 && mark == '\xEF');
+    ::close(reader);
+    EXPECT_EQ(QDir(folder + "/..").entryList({"*ecarts*", "*tube*"}, QDir::AllEntries | QDir::Hidden | QDir::System),
+              QStringList({"ecarts.csv", "tube.csv"}))
+        << "no partial file";
 }
 
 TEST_F(Copies, AreNamedByPathNameOrDay)
@@ -167,7 +227,7 @@ TEST_F(Copies, AreNamedByPathNameOrDay)
     EXPECT_EQ(CommandRun({"compare", "/nulle/part"}).code, 2);
 }
 
-TEST_F(Copies, AreNotComparedWhenDamaged)
+TEST_F(Copies, AreComparedWithAWarningWhenChangedSinceTheirClosing)
 {
     QFile file(archives + "/ZEP_ONE.MDB");
     ASSERT_TRUE(file.open(QIODevice::ReadWrite));
@@ -178,8 +238,11 @@ TEST_F(Copies, AreNotComparedWhenDamaged)
     file.write("X");
     file.close();
     const CommandRun run({"compare", practice.Folder(), "ZEP_ONE.MDB"});
-    EXPECT_EQ(run.code, 2);
-    EXPECT_TRUE(run.errors.contains("est endommagé")) << run.errors.toStdString();
+    EXPECT_EQ(run.code, 0);
+    EXPECT_TRUE(run.output.contains("modifiée depuis sa clôture")) << run.output.toStdString();
+    EXPECT_TRUE(CommandRun({"archives", practice.Folder()}).output.contains("MODIFIÉE DEPUIS SA CLÔTURE"));
+    for (const char* const answer : {"", "non\n", "oui\n"}) // --yes answers the first question alone
+        EXPECT_EQ(CommandRun({"restore", practice.Folder(), "ZEP_ONE.MDB", "--yes"}, answer).code, *answer != 'o');
 }
 
 TEST_F(Copies, OfAnOlderVersionAreComparedByWhatBothHave)
@@ -187,6 +250,7 @@ TEST_F(Copies, OfAnOlderVersionAreComparedByWhatBothHave)
     ASSERT_EQ(tests::OtherProgram(archives + "/ZEP_ONE.MDB")
                   .Run("pragma user_version=1; alter table Patients drop column diagno; drop table Plani"),
               SQLITE_OK);
+    QFile::remove(archives + "/ZEP_ONE.MDB.sceau");
     Date("ZEP_ONE.MDB", QDate(2008, 6, 16));
     Run("update Patients set diagno = 'HTA'");
     const CommandRun run({"compare", practice.Folder()});

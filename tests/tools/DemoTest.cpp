@@ -1,3 +1,4 @@
+#include "support/OtherProgram.h"
 #include "tools/PracticeCommand.h"
 
 #include <QCryptographicHash>
@@ -62,6 +63,14 @@ TEST_F(Demo, FillsEveryTabOfItsLastDay)
     EXPECT_EQ(count("Actes where flag_R = 0 and montant <> 0"), 0);
     EXPECT_EQ(data.Database().OpenRecordset("Tarif").Fields(31).Integer(), 2600);
     EXPECT_EQ(CommandRun({"check", folder}).code, 0);
+}
+
+TEST_F(Demo, GivesNoActOfAServiceThatIsGoneToANewOne)
+{
+    tests::OtherProgram other(Make("a", {"--acts", "8000", "--services", "3"}) + "/ZEP_ONE.MDB");
+    EXPECT_EQ(other.Answer("select max(num_presta) from Actes"), "4") << "a few are of it";
+    ASSERT_EQ(other.Run("insert into Presta (denom) values ('Nouvelle')"), SQLITE_OK);
+    EXPECT_EQ(other.Answer("select num from Presta where denom = 'Nouvelle'"), "5");
 }
 
 TEST_F(Demo, RefusesAFolderInUse)

@@ -3,6 +3,11 @@
 #include "practice/fields/FieldRules.h"
 #include "tools/PracticeCommand.h"
 
+#include <cstdio>
+#include <functional>
+#include <sys/stat.h>
+#include <unistd.h>
+
 namespace {
 
 QByteArray Cell(const dao::Field& field)
@@ -116,6 +121,20 @@ TEST_F(ImportFolder, AddsNothingAnywhereWhenOneFileIsBad)
             << run.errors.toStdString();
         EXPECT_EQ(practice.Count("Patients") + practice.Count("Presta"), 0) << each.name;
         QFile::remove(practice.File(QString("csv/") + each.name));
+    }
+    const QString acts = practice.File("csv/Actes.csv");
+    const std::pair<const char*, std::function<int()>> obstacles[] = {
+        {"link", [&acts] { return ::symlink("rien", qPrintable(acts)); }},
+        {"pipe", [&acts] { return ::mkfifo(qPrintable(acts), 0600); }},
+        {"folder", [&acts] { return ::mkdir(qPrintable(acts), 0700); }},
+    };
+    for (const auto& [kind, make] : obstacles) {
+        ASSERT_EQ(make(), 0) << kind;
+        const CommandRun run = Import();
+        EXPECT_EQ(run.code, 1) << kind;
+        EXPECT_TRUE(run.errors.contains(acts)) << run.errors.toStdString();
+        EXPECT_EQ(practice.Count("Patients") + practice.Count("Presta"), 0) << kind;
+        ASSERT_EQ(std::remove(qPrintable(acts)), 0);
     }
     EXPECT_EQ(CommandRun({"import", practice.Folder(), practice.File("nowhere")}).code, 1);
     EXPECT_TRUE(CommandRun({"import", practice.Folder(), practice.Folder()}).errors.contains("aucun fichier CSV"));

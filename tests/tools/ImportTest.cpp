@@ -114,8 +114,8 @@ TEST(Import, ReadsCellsAsSpreadsheetsWriteThem)
         QString value; ///< as text; empty for one that is refused
         const char* reason = "";
     } cells[] = {
-        {amount, u"1\u202F250,50"_qs, "1250.5"},
-        {amount, u"1\u00A0234\u00A0567,5"_qs, "1234567.5"},
+        {amount, QStringLiteral("1\u202F250,50"), "1250.5"},
+        {amount, QStringLiteral("1\u00A0234\u00A0567,5"), "1234567.5"},
         {amount, "-1 250.75", "-1250.75"},
         {amount, ",5", "0.5"},
         {amount, "12,3456", "12.3456"},

@@ -62,6 +62,24 @@ TEST_F(Preview, ShowsTheLastDayOfThePlanning)
     EXPECT_FALSE(text.contains("Haddad")) << text.toStdString();
 }
 
+TEST_F(Preview, ReplacesAPdfWhenAskedAndNothingElse)
+{
+    const auto preview = [this](const QStringList& pdf) {
+        return BuiltCommand(QStringList{"preview", practice.Folder(), "ZEP_R4.RPT", "--pdf"} + pdf);
+    };
+    EXPECT_EQ(preview({Pdf()}).code, 0);
+    EXPECT_EQ(QFile(Pdf()).permissions() & (QFile::ReadGroup | QFile::ReadOther), QFile::Permissions());
+    Rewrite(practice.Folder() + "/ZEP_R4.RPT", "heading = \"Objet", "heading = \"Motif");
+    EXPECT_TRUE(preview({Pdf()}).errors.contains("existe déjà ; --force le remplace."));
+    EXPECT_FALSE(tests::ReadPdf(Pdf()).value(0).text.contains("Motif"));
+    EXPECT_EQ(preview({Pdf(), "--force"}).code, 0);
+    EXPECT_TRUE(tests::ReadPdf(Pdf()).value(0).text.contains("Motif"));
+    EXPECT_EQ(preview({practice.Folder() + "/ZEP_ONE.MDB", "--force"}).code, 1);
+    EXPECT_EQ(preview({practice.Write("faux.pdf", "%!PS"), "--force"}).code, 1);
+    const BuiltCommand piped = preview({"/dev/stdout"});
+    EXPECT_TRUE(piped.output.startsWith("%PDF-") && piped.errors.endsWith("1 page, 1 ligne\n"));
+}
+
 TEST_F(Preview, FindsTheTemplateThatComesWithTheProgram)
 {
     EXPECT_FALSE(QFile::exists(practice.Folder() + "/ZEP_Supp.RPT"));
@@ -124,7 +142,7 @@ TEST_F(Preview, TheChangesOfTheManualCanBeMadeAsItShowsThem)
 
     for (const QString& report : {pending, settled, logo}) {
         EXPECT_EQ(CommandRun({"check-template", report}).output, "Le modèle est en ordre.\n");
-        EXPECT_EQ(BuiltCommand({"preview", practice.Folder(), report, "--pdf", Pdf()}).code, 0);
+        EXPECT_EQ(BuiltCommand({"preview", practice.Folder(), report, "--pdf", Pdf(), "--force"}).code, 0);
         EXPECT_EQ(tests::ReadPdf(Pdf()).value(0).text.contains("Téléphone"), report == pending);
     }
 }

@@ -16,15 +16,67 @@ protected:
     {
         QStringList copies;
         for (const QString& name : QDir(Folder() + "/ARCHIVES").entryList(QDir::Files | QDir::Hidden))
-            copies << Folder() + "/ARCHIVES/" + name;
+            if (!name.endsWith(".sceau"))
+                copies << Folder() + "/ARCHIVES/" + name;
         return copies;
     }
+    /// The pages below the root of a table or index.
+    QList<int> Leaves(const QString& name) const
+    {
+        const QByteArray bytes = Bytes(File());
+        const auto number = [&bytes](qsizetype at, int size) {
+            int value = 0;
+            for (int byte = 0; byte < size; ++byte)
+                value = value << 8 | static_cast<unsigned char>(bytes[at + byte]);
+            return value;
+        };
+        const QString root = "select rootpage from sqlite_schema where name = '" + name + "'";
+        const qsizetype page = qsizetype{PageSize} * (Answer(qPrintable(root)).toInt() - 1);
+        constexpr int cellCount = 3;
+        constexpr int cells = 12;
+        QList<int> leaves;
+        for (int cell = 0; cell < number(page + cellCount, 2); ++cell)
+            leaves << number(page + number(page + cells + 2 * cell, 2), 4);
+        return leaves;
+    }
+    void DestroyLeaves(const QString& name, const QList<int>& which) const
+    {
+        Run("pragma journal_mode = delete");
+        const QList<int> leaves = Leaves(name);
+        QByteArray bytes = Bytes(File());
+        for (const int leaf : which)
+            bytes.replace(qsizetype{PageSize} * (leaves[leaf] - 1), PageSize, QByteArray(PageSize, '\xA5'));
+        Write(File(), bytes);
+    }
+    /// Makes a change that is in the log alone, as after a power cut.
+    void ChangeInLog(const char* sql) const
+    {
+        QByteArray file;
+        QByteArray log;
+        {
+            tests::OtherProgram other(File());
+            ASSERT_EQ(other.Run("pragma journal_mode = wal"), SQLITE_OK);
+            ASSERT_EQ(other.Run(sql), SQLITE_OK);
+            file = Bytes(File());
+            log = Bytes(File() + "-wal");
+        }
+        Write(File(), file);
+        Write(File() + "-wal", log);
+    }
+    static constexpr int PageSize = 4096;
     void RemoveCopies() const
     {
-        for (const QString& copy : Copies())
+        for (const QString& copy : Copies()) {
             EXPECT_TRUE(QFile::remove(copy));
+            QFile::remove(copy + ".sceau");
+        }
     }
 };
+
+constexpr const char* ManyActs = "with recursive n(i) as (select 10 union all select i + 1 from n where i < 900) "
+                                 "insert into Actes (num, Date, MM, AA, "
+                                 "HH, Heure, num_patient, num_presta, montant, flag_R) select i, '2008-06-16', 6, "
+                                 "2008, 0, '08:00', 1, 1, i, 2 from n";
 
 struct Mend {
     const char* sql;
@@ -148,21 +200,94 @@ TEST_F(PracticeRepair, ChangesNothingWhereNothingIsToBeMended)
     }
 }
 
-TEST_F(PracticeRepair, SavesNothingInAFileThatStaysDamaged)
+TEST_F(PracticeRepair, SavesNothingWhenNoRowOfATableCanBeRead)
 {
     Spoil("update Recettes set MM = 1");
     sound = Bytes(File());
-    for (const bool isReadable : {false, true}) {
-        SpoilTable("Actes", isReadable);
-        const QByteArray before = Bytes(File());
+    SpoilTable("Actes", false);
+    const QByteArray before = Bytes(File());
+    const CommandRun run({"repair", Folder()});
+    EXPECT_EQ(run.code, 1);
+    EXPECT_EQ(Mended(run), QStringList());
+    EXPECT_TRUE(run.output.contains("  Rien n'a été modifié : la table Actes est illisible."))
+        << run.output.toStdString();
+    EXPECT_TRUE(run.output.contains("  ERREUR : La table Actes ou un de ses index est endommagé ("));
+    EXPECT_EQ(Bytes(File()), before);
+    EXPECT_EQ(Copies(), QStringList());
+    EXPECT_EQ(QDir(Folder()).entryList({"*.part*"}), QStringList());
+}
+
+const QString Rebuilt = "  Réparé : Base de données : refaite avec les lignes de ses tables et de nouveaux index.";
+
+TEST_F(PracticeRepair, MakesANewFileWhereAPageOfAnIndexIsDestroyed)
+{
+    Spoil(ManyActs);
+    for (const char* const sql :
+         {"alter table Prov add column Mt2 REAL DEFAULT 0; insert into Prov (rowid, num, Mt2) values (9, 3, 4.5)",
+          "create table Divers (a, b); insert into Divers values (x'00', 'b'), (null, 1.5)",
+          "insert into Recettes (num) values (8); delete from Recettes where num = 8",
+          "update Actes_suppr set num_presta = 77; update Permn set RIB = 'x'"})
+        Run(sql);
+    const auto content = [this] {
+        QStringList texts;
+        for (const char* const table : {"Patients", "Actes", "Actes_suppr", "Plani", "Presta", "Tarif", "Recettes",
+                                        "textes", "Permn", "Prov", "Divers"})
+            texts << Answer(
+                qPrintable(QString("select group_concat(row, '/') from (select rowid || quote(%1) as row from "
+                                   "%2 not indexed order by rowid)")
+                               .arg(Answer(qPrintable(QString("select group_concat(name, ') || quote(') from "
+                                                              "pragma_table_info('%1')")
+                                                          .arg(table))),
+                                    table)));
+        return texts;
+    };
+    const QStringList whole = content();
+    Run("update Actes set MM = 1 where num = 50; update Permn set RIB = 'y'");
+    DestroyLeaves("Actes_Mois", {0});
+    ChangeInLog("update Permn set RIB = 'x'");
+
+    const CommandRun run({"repair", Folder()});
+    EXPECT_EQ(run.code, 0) << run.output.toStdString() << run.errors.toStdString();
+    EXPECT_EQ(Mended(run), QStringList({Rebuilt, "  Réparé : Actes : MM repris de Date (1 ligne, num 50 : 1)"}));
+    EXPECT_EQ(Check(),
+              QStringList("  Remarque : Actes_suppr : num_presta sans ligne dans Presta (1 ligne, num 9 : 77)"));
+    EXPECT_EQ(content(), whole);
+    ASSERT_EQ(Copies().size(), 1);
+    EXPECT_TRUE(Bytes(Copies()[0]).contains(QByteArray(PageSize, '\xA5'))) << "the copy is what was there before";
+    EXPECT_EQ(QDir(Folder()).entryList({"ZEP_ONE*"}), QStringList("ZEP_ONE.MDB"));
+    Run("insert into Presta (denom) values ('Neuve'); insert into Recettes (montant) values (1)");
+    EXPECT_EQ(Answer("select (select max(num) from Presta) || '/' || (select max(num) from Recettes)"), "78/9");
+}
+
+TEST_F(PracticeRepair, TakesTheRowsOnBothSidesOfDestroyedPagesAndNamesTheOthers)
+{
+    const QList<int> leaves[] = {{0}, {2}, {2, 4}};
+    for (const QList<int>& destroyed : leaves) {
+        SCOPED_TRACE(destroyed.last());
+        RemoveCopies();
+        Spoil(ManyActs);
+        DestroyLeaves("Actes", destroyed);
         const CommandRun run({"repair", Folder()});
+        EXPECT_EQ(Mended(run), QStringList(Rebuilt)) << run.output.toStdString() << run.errors.toStdString();
         EXPECT_EQ(run.code, 1);
-        EXPECT_EQ(Mended(run), QStringList());
-        EXPECT_TRUE(run.output.contains("  Rien n'a été modifié : ")) << run.output.toStdString();
-        EXPECT_TRUE(run.output.contains("  ERREUR : La table Actes ou un de ses index est endommagé ("));
-        EXPECT_EQ(Bytes(File()), before);
-        EXPECT_EQ(Copies(), QStringList());
+        EXPECT_EQ(Check(), QStringList());
+        EXPECT_EQ(Answer("select max(num) from Actes"), "900");
+
+        const QString gone =
+            "with recursive n(i) as (select 1 union all select i + 1 from n where i < 900) select %1 from n "
+            "where i not in (select num from Actes) and i not between 4 and 9";
+        const QString first = destroyed[0] == 0 ? "" : " à partir de num " + Answer(qPrintable(gone.arg("min(i)")));
+        EXPECT_TRUE(run.output.contains("  Perdu : Actes : des lignes" + first + " jusqu'à num " +
+                                        Answer(qPrintable(gone.arg("max(i)"))) + " sont illisibles et manquent.\n"))
+            << run.output.toStdString();
+        const int lost = Answer(qPrintable(gone.arg("count(*)"))).toInt();
+        EXPECT_TRUE(lost > 30 * destroyed.size() && lost < 130 * destroyed.size()) << lost << " of a page or two";
     }
+    SpoilTable("Recettes", true); // only a check shows it
+    const CommandRun run({"repair", Folder()});
+    EXPECT_EQ(Mended(run), QStringList(Rebuilt));
+    EXPECT_EQ(run.code, 0);
+    EXPECT_EQ(Answer("select montant from Recettes"), "120.5");
 }
 
 TEST_F(PracticeRepair, ReplacesNoCopy)
@@ -208,17 +333,7 @@ TEST_F(PracticeRepair, RefusesAnOpenPracticeAndOneThatCannotBeCopied)
 
 TEST_F(PracticeRepair, KeepsWhatALogHolds)
 {
-    QByteArray file;
-    QByteArray log;
-    {
-        tests::OtherProgram other(File());
-        ASSERT_EQ(other.Run("pragma journal_mode = wal; update Actes set montant = 77, MM = 1 where num = 2"),
-                  SQLITE_OK);
-        file = Bytes(File());
-        log = Bytes(File() + "-wal");
-    }
-    Write(File(), file);
-    Write(File() + "-wal", log);
+    ChangeInLog("update Actes set montant = 77, MM = 1 where num = 2");
     EXPECT_EQ(CommandRun({"repair", Folder()}).code, 0);
     EXPECT_FALSE(QFile::exists(File() + "-wal"));
     EXPECT_EQ(Answer("select montant || ' ' || MM from Actes where num = 2"), "77.0 6");

@@ -23,7 +23,7 @@ protected:
             insert into Actes (num, Date, MM, AA, date_Presta, HH, Heure, num_patient, num_presta, montant, Type, flag_R)
                 values (1, '2008-06-16', 6, 2008, '2008-06-16', 0, '08:30', 1, 1, 800, 'C', 2),
                        (2, '2008-06-17', 6, 2008, '2008-06-17', 9, '17:30', 2, 2, 0, 'K30', 0),
-                       (3, '2008-07-01', 7, 2008, null, 1, null, null, null, 50.5, null, 5);
+                       (3, '2008-07-01', 7, 2008, null, 1, null, 2, 1, 50.5, null, 5);
             insert into Plani (num, date, Num_Presta, HH, num_patient) values (1, '2008-06-18', 1, 3, 1);
             insert into Actes_suppr (num, Date, num_patient, num_presta, Type, flag_R, Date_Suppr, H_Suppr)
                 values (9, '2008-06-16', 1, 1, 'K5', 0, '2008-06-16', '09:00');
@@ -112,7 +112,8 @@ protected:
 
     const tests::FolderInMemory memory;
     static constexpr const char* AddAct =
-        "insert into Actes (num, Date, MM, AA, HH, montant, flag_R) values (4, '2008-07-02', 7, 2008, 0, 10, 2)";
+        "insert into Actes (num, Date, MM, AA, HH, num_patient, num_presta, montant, flag_R) "
+        "values (4, '2008-07-02', 7, 2008, 0, 1, 2, 10, 2)";
     NewPractice practice;
     QByteArray sound;
 };

@@ -1,5 +1,5 @@
 // practice-preview DATABASE TEMPLATE PDF: prints a report into a PDF with the current texts and rows of the database,
-// without a window system. Run by `practice preview`.
+// without a window system. Run by `practice preview`, which gives the PDF its name.
 
 #include "data/ReportTemplates.h"
 #include "platform/basic/Dates.h"
@@ -11,7 +11,6 @@
 #include "platform/paper/PdfFile.h"
 #include "practice/commands/Streams.h"
 
-#include <QDir>
 #include <QGuiApplication>
 #include <QLoggingCategory>
 
@@ -54,8 +53,7 @@ int WriteReport(const QString& database, const QString& file, const QString& pdf
     const pages::PageLayout layout(parsed.design, std::move(read.content));
     paper::PagePainter painter;
     paper::WritePdf(layout, painter, pdf);
-    streams.output << QString("%1 : %2 page%3, %4 ligne%5\n")
-                          .arg(QDir::toNativeSeparators(pdf))
+    streams.output << QString("%1 page%2, %3 ligne%4\n")
                           .arg(layout.PageCount())
                           .arg(layout.PageCount() > 1 ? "s" : "")
                           .arg(layout.Data().rows.RowCount())
@@ -80,7 +78,7 @@ int main(int argc, char** argv)
     try {
         return WriteReport(given[0], given[1], given[2], {input, output, errors});
     } catch (const basic::RuntimeError& error) {
-        errors << given[2] << " : " << error.Description() << "\n";
+        errors << "practice : " << error.Description() << "\n";
         return Refused;
     }
 }

@@ -388,6 +388,18 @@ void Connection::Checkpoint()
     file->Checkpointed();
 }
 
+bool Connection::HoldsAlone(const QString& canonicalPath) const
+{
+    return path == canonicalPath && file->IsHeldAlone();
+}
+
+void Connection::MoveLogIntoFile()
+{
+    RequireSameFile();
+    store::Check(Handle(), sqlite3_wal_checkpoint_v2(Handle(), "main", SQLITE_CHECKPOINT_TRUNCATE, nullptr, nullptr));
+    file->Checkpointed();
+}
+
 void Connection::Idle()
 {
     FinishAllReading();

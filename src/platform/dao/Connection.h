@@ -134,6 +134,10 @@ public:
     /// Notices them in any case, except within a read transaction.
     void LookForChanges();
 
+    /// Whether no other connection can read this file. MoveLogIntoFile makes it readable as it is on the disk.
+    bool HoldsAlone(const QString& canonicalPath) const;
+    void MoveLogIntoFile();
+
     /// Releases the snapshot, and checkpoints the log if it is large enough.
     void Idle();
 

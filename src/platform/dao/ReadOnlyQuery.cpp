@@ -1,9 +1,11 @@
 #include "platform/dao/ReadOnlyQuery.h"
 
 #include "platform/dao/Catalog.h"
+#include "platform/dao/Connection.h"
 #include "platform/store/FileState.h"
 #include "platform/store/Hardened.h"
 
+#include <QFileInfo>
 #include <QRegularExpression>
 #include <algorithm>
 #include <chrono>
@@ -71,14 +73,14 @@ constexpr Wording Wordings[] = {
     {"^ambiguous column name: (.*)", Error::AmbiguousColumn,
      "le champ « %1 » est dans plusieurs tables : écrire Table.%1"},
     {"^no such function: (.*)", Error::UnknownFunction, "fonction inconnue « %1 »"},
-    {"^near \"(.*)\": syntax error", Error::SyntaxError, "erreur de syntaxe près de « %1 »"},
+    {R"~(^near "(.*)": syntax error)~", Error::SyntaxError, "erreur de syntaxe près de « %1 »"},
     {"^incomplete input", Error::SyntaxError, "interrogation incomplète"},
-    {"^unrecognized token: \"?(.*?)\"?$", Error::SyntaxError, "signe inattendu « %1 »"},
+    {R"~(^unrecognized token: "?(.*?)"?$)~", Error::SyntaxError, "signe inattendu « %1 »"},
     {"^not authorized|is prohibited", Error::ReadOnly, "seul « select » est permis"},
-    {"^wrong number of arguments to function (.*)\\(\\)", Error::SyntaxError,
+    {R"(^wrong number of arguments to function (.*)\(\))", Error::SyntaxError,
      "nombre d'arguments incorrect pour la fonction « %1 »"},
-    {"^misuse of .*?(\\w+)\\(\\)", Error::SyntaxError, "la fonction « %1 » ne peut pas être employée ici"},
-    {"^misuse of aggregate: (\\w+)", Error::SyntaxError, "la fonction « %1 » ne peut pas être employée ici"},
+    {R"(^misuse of .*?(\w+)\(\))", Error::SyntaxError, "la fonction « %1 » ne peut pas être employée ici"},
+    {R"(^misuse of aggregate: (\w+))", Error::SyntaxError, "la fonction « %1 » ne peut pas être employée ici"},
     {"^no such window: (.*)", Error::SyntaxError, "fenêtre inconnue « %1 »"},
     {"^circular reference: (.*)", Error::SyntaxError, "« %1 » est défini par lui-même"},
     {"ORDER BY term", Error::SyntaxError, "« order by » nomme un champ que « select » ne donne pas"},
@@ -176,6 +178,19 @@ qsizetype AppendRow(const Statement& statement, const Columns& columns, RowTable
     return columns.Count() * static_cast<qsizetype>(sizeof(Value)) + text * static_cast<qsizetype>(sizeof(QChar));
 }
 
+/// Opens a database for reading, also one that this program holds alone.
+store::SqliteHandle OpenBeside(const QString& path)
+{
+    const QString canonical = QFileInfo(path).canonicalFilePath();
+    for (Connection* const connection : OpenConnections()) {
+        if (connection->HoldsAlone(canonical)) {
+            connection->MoveLogIntoFile();
+            return store::OpenHardened(path, store::Access::Immutable);
+        }
+    }
+    return store::OpenHardened(path, store::Access::Read);
+}
+
 } // namespace
 
 int RowTable::FieldAt(const QString& name) const
@@ -189,7 +204,7 @@ int RowTable::FieldAt(const QString& name) const
 ReadOnlyQuery::ReadOnlyQuery(const QString& path)
 {
     store::RequireFile(path);
-    database = store::OpenHardened(path, store::Access::Read);
+    database = OpenBeside(path);
     sqlite3_limit(database.get(), SQLITE_LIMIT_LENGTH, LargestRow);
     store::RunOnce(database.get(), "begin");
     store::RunOnce(database.get(),

@@ -69,6 +69,8 @@ RowCounts WriteCopy(const QString& source, const QString& part, Source state, co
     const SqliteHandle from = OpenHardened(source, Access::Write);
     RunOnce(from.get(), "begin"); // counts and pages are of the same snapshot
     const RowCounts counts = state == Source::Sound ? CountRows(from.get()) : RowCounts();
+    if (IsMoved(from.get()))
+        throw RuntimeError(Error::FileReplaced, QFileInfo(source).fileName());
 
     {
         const OpenFile made(part, O_RDWR | O_CREAT); // which says why when it can't be made
@@ -107,18 +109,16 @@ void Copy(const QString& linkedSource, const QString& linkedTarget, Source state
     RequirePlaces(source, target);
     const FolderLock alone(QFileInfo(target).absolutePath());
     const auto ownerOnly = host::ForOwnerOnly();
-    const QString part = target + ".part";
-    RemoveDatabase(part); // of a program that died
+    const QString part = PartOf(target);
     const auto removeAtEnd = qScopeGuard([&part] { RemoveDatabase(part); });
     const RowCounts counts = WriteCopy(source, part, state, steps.progress);
-    if (state == Source::Sound) {
+    if (state == Source::Sound)
         CheckCopy(part, QFileInfo(source).fileName(), counts);
-        SealCopy(part);
-    }
     Sync(part);
+    const QByteArray digest = state == Source::Sound ? DigestOf(part) : QByteArray();
     if (steps.beforeReplacing && QFileInfo::exists(target))
         steps.beforeReplacing(target);
-    Replace(part, target);
+    ReplaceSealed(part, target, digest);
 }
 
 } // namespace

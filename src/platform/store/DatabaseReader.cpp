@@ -5,6 +5,7 @@
 #include "platform/store/FileState.h"
 #include "platform/store/FileWork.h"
 #include "platform/store/Hardened.h"
+#include "platform/store/TextCheck.h"
 
 #include <QFileInfo>
 
@@ -66,6 +67,7 @@ DatabaseReader::DatabaseReader(const QString& linkedPath)
     }
     if (WholeAnswer(database.get(), "pragma user_version") > SchemaVersion)
         RaiseNewer(QFileInfo(path).fileName());
+    DefineTextCheck(database.get());
 }
 
 Statement DatabaseReader::Select(std::string_view sql) const

@@ -17,7 +17,8 @@ public:
     /// newer version, 3049 when it is too damaged to be read at all, 61 when there is no room for the private copy.
     explicit DatabaseReader(const QString& path);
 
-    /// Prepares a select in SQLite's language; its rows are valid as long as the reader.
+    /// Prepares a select in SQLite's language with the function is_well_formed (see DefineTextCheck); its rows are
+    /// valid as long as the reader.
     Statement Select(std::string_view sql) const;
 
     /// The result of a check of all pages and indexes: at most so many lines, none for a sound file.

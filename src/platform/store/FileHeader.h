@@ -26,7 +26,8 @@ struct FileHeader {
 /// Reads the raw header of the file behind a connection. False when the file is shorter or can't be read.
 bool ReadHeader(sqlite3* database, FileHeader& header);
 
-/// Raises 3343 unless the file is a database of this program, and not of a newer one.
+/// Raises 3343 unless the file is a database of this program, and not of a newer one; 3049 when it is empty or begins
+/// with zeros, as a failing disk leaves it: nothing in it is foreign.
 FileHeader HeaderOf(sqlite3* immutable, const QString& name);
 
 /// Raises 3343: the file is of a newer version of this program.

@@ -11,10 +11,8 @@
 #include <sys/file.h>
 #include <sys/sendfile.h>
 #include <sys/stat.h>
-#include <sys/xattr.h>
 #include <unistd.h>
 
-#include <array>
 #include <cerrno>
 #include <cstdio>
 
@@ -69,16 +67,11 @@ bool IsOpenElsewhere(const QString& path)
     return isLocked;
 }
 
-QByteArray AttributeOf(const QString& path, const char* name)
+qint64 RoomOf(const QString& path)
 {
-    std::array<char, 128> bytes{};
-    const ssize_t length = ::getxattr(SystemPath(path).c_str(), name, bytes.data(), bytes.size());
-    return length > 0 ? QByteArray(bytes.data(), length) : QByteArray();
-}
-
-void SetAttribute(const QString& path, const char* name, const QByteArray& value)
-{
-    ::setxattr(SystemPath(path).c_str(), name, value.constData(), std::size_t(value.size()), 0);
+    constexpr qint64 bytesOfBlock = 512;
+    struct stat state = {};
+    return ::stat(SystemPath(path).c_str(), &state) == 0 && state.st_nlink == 1 ? state.st_blocks * bytesOfBlock : 0;
 }
 
 void RaiseFileError(int systemError, const QString& path)
@@ -120,6 +113,15 @@ void OpenFile::AppendAll(const OpenFile& from) const
         RaiseFileError(errno, name);
 }
 
+void OpenFile::SetTimeOf(const OpenFile& other) const
+{
+    struct stat state = {};
+    if (::fstat(other.file, &state) != 0)
+        return;
+    const struct timespec times[] = {state.st_atim, state.st_mtim};
+    ::futimens(file, times); // some file systems keep no such times
+}
+
 bool OpenFile::TryLock() const
 {
     return ::flock(file, LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK;
@@ -145,12 +147,12 @@ void Sync(const QString& path)
     OpenFile(path, O_RDONLY).Sync();
 }
 
-FolderLock::FolderLock(const QString& path) : folder(path, O_RDONLY | O_DIRECTORY)
+FolderLock::FolderLock(const QString& path, Wait wait) : folder(path, O_RDONLY | O_DIRECTORY)
 {
     constexpr int longestWait = 60'000; // ms
     constexpr int betweenTries = 20;
     for (int waited = 0; !folder.TryLock(); waited += betweenTries) {
-        if (waited > longestWait)
+        if (wait == Wait::No || waited > longestWait)
             throw RuntimeError(Error::PermissionDenied);
         ::usleep(betweenTries * 1000);
     }
@@ -160,6 +162,18 @@ void RemoveDatabase(const QString& path)
 {
     for (const char* const ending : {"", "-journal", "-wal", "-shm"})
         QFile::remove(path + ending);
+}
+
+QString PartOf(const QString& target)
+{
+    QString part = target + ".part";
+    for (int i = 2;; ++i) {
+        RemoveDatabase(part);
+        const QFileInfo file(part);
+        if (!file.exists() && !file.isSymLink())
+            return part;
+        part = target + ".part" + QString::number(i);
+    }
 }
 
 void Replace(const QString& path, const QString& target)
@@ -176,6 +190,7 @@ void CopyFile(const QString& path, const QString& target)
     const OpenFile made(target, O_WRONLY | O_CREAT | O_EXCL);
     auto removeHalf = qScopeGuard([&target] { QFile::remove(target); });
     made.AppendAll(from);
+    made.SetTimeOf(from);
     made.Sync();
     Sync(QFileInfo(target).absolutePath());
     removeHalf.dismiss();

@@ -32,10 +32,8 @@ bool IsWritable(const QString& path);
 /// locks.
 bool IsOpenElsewhere(const QString& path);
 
-/// Extended attributes. Reading returns an empty array if there is none, writing does nothing where the file system
-/// has no attributes.
-QByteArray AttributeOf(const QString& path, const char* name);
-void SetAttribute(const QString& path, const char* name, const QByteArray& value);
+/// The room on the disk that removing a file makes, in bytes: none while the file has another name.
+qint64 RoomOf(const QString& path);
 
 /// Raises the run-time error of a system error: 61 with the name of the folder, 70, 76 or 75.
 [[noreturn]] void RaiseFileError(int systemError, const QString& path);
@@ -52,6 +50,9 @@ public:
 
     /// Appends all of another file.
     void AppendAll(const OpenFile& from) const;
+
+    /// Sets the time of the last change to that of another file.
+    void SetTimeOf(const OpenFile& other) const;
 
     /// Takes an exclusive lock unless another program holds it. Always succeeds on file systems without locks.
     bool TryLock() const;
@@ -71,7 +72,8 @@ void Sync(const QString& path);
 /// one; raises 70 when that takes longer than any copy does.
 class FolderLock {
 public:
-    explicit FolderLock(const QString& path);
+    enum class Wait : quint8 { No, Yes };
+    explicit FolderLock(const QString& path, Wait wait = Wait::Yes);
 
 private:
     OpenFile folder; // closing it lets go of the lock
@@ -90,11 +92,15 @@ private:
 /// Removes a database with its log, journal and shared-memory file.
 void RemoveDatabase(const QString& path);
 
+/// The name under which `target` is prepared: with ".part", or with a number where something that can't be removed has
+/// that name. What a killed program left under it is removed.
+QString PartOf(const QString& target);
+
 /// Renames a file over another one of the same folder; durable on return.
 void Replace(const QString& path, const QString& target);
 
-/// Copies a file byte for byte to a new name, readable by its owner only; durable on return. Raises 58 when the name is
-/// taken. A partial copy is removed.
+/// Copies a file byte for byte to a new name, with its time, readable by its owner only; durable on return. Raises 58
+/// when the name is taken. A partial copy is removed.
 void CopyFile(const QString& path, const QString& target);
 
 /// Creates a hard link, or a copy where links aren't supported. Raises 58 when the name is taken.

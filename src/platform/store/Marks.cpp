@@ -6,7 +6,7 @@ namespace store {
 
 void CreateMarks(sqlite3* database)
 {
-    RunOnce(database, "create table if not exists \"ZEP marks\" (num INTEGER PRIMARY KEY, mark INTEGER NOT NULL)");
+    RunOnce(database, R"(create table if not exists "ZEP marks" (num INTEGER PRIMARY KEY, mark INTEGER NOT NULL))");
 }
 
 bool HasMarks(sqlite3* database)
@@ -18,7 +18,7 @@ CommitMark AddMark(sqlite3* database)
 {
     CommitMark mark;
     mark.random = qint64(QRandomGenerator::global()->generate64());
-    Statement addition(database, "insert into \"ZEP marks\" (mark) values (?) returning num");
+    Statement addition(database, R"(insert into "ZEP marks" (mark) values (?) returning num)");
     addition.Bind(1, mark.random);
     addition.Step();
     mark.number = addition.WholeAt(0);
@@ -30,7 +30,7 @@ CommitMark NewestMark(sqlite3* database)
 {
     if (!HasMarks(database))
         return {};
-    Statement newest(database, "select num, mark from \"ZEP marks\" order by num desc limit 1");
+    Statement newest(database, R"(select num, mark from "ZEP marks" order by num desc limit 1)");
     return newest.Step() ? CommitMark{newest.WholeAt(0), newest.WholeAt(1)} : CommitMark();
 }
 
@@ -40,7 +40,7 @@ bool HasMark(sqlite3* database, const CommitMark& mark)
         return true;
     if (!HasMarks(database))
         return false;
-    Statement found(database, "select 1 from \"ZEP marks\" where num=? and mark=?");
+    Statement found(database, R"(select 1 from "ZEP marks" where num=? and mark=?)");
     found.Bind(1, mark.number);
     found.Bind(2, mark.random);
     return found.Step();
@@ -48,7 +48,7 @@ bool HasMark(sqlite3* database, const CommitMark& mark)
 
 void DeleteOldMarks(sqlite3* database)
 {
-    RunOnce(database, "delete from \"ZEP marks\" where num <= (select max(num) from \"ZEP marks\") - 5000");
+    RunOnce(database, R"(delete from "ZEP marks" where num <= (select max(num) from "ZEP marks") - 5000)");
 }
 
 } // namespace store

@@ -31,6 +31,7 @@ OpenedFile::OpenedFile(sqlite3* opened, const QString& openedPath) : database(op
     NoteOpened(path);
     identity = IdentityOf(path);
     hasMarks = HasMarks(database);
+    isHeldAlone = TextAnswer(database, "pragma locking_mode") == "exclusive";
     if (!hasMarks)
         return;
     commitsOfOthers = CommitsOfOthers();
@@ -95,20 +96,21 @@ bool OpenedFile::IsInPlace()
     }
 }
 
-/// Reads the file with and without its log, by connections that have nothing cached.
+/// Reads the file with and without its log, by connections that have nothing cached unless the file is held alone.
 bool OpenedFile::ContainsWhatIsKnown()
 {
     try {
         const SqliteHandle alone = OpenHardened(path, Access::Immutable);
-        const SqliteHandle withLog = OpenHardened(path, Access::Read);
+        const SqliteHandle another = isHeldAlone ? nullptr : OpenHardened(path, Access::Read);
+        sqlite3* const withLog = isHeldAlone ? database : another.get();
         FileHeader header;
         const CommitMark newestAlone = NewestMark(alone.get());
-        const CommitMark newest = NewestMark(withLog.get());
+        const CommitMark newest = NewestMark(withLog);
         const qint64 commits = CommitsOfOthers();
         const bool isKnown = ReadHeader(alone.get(), header) && !header.IsInRollbackMode() &&
-                             HasMark(alone.get(), checkpointed) &&  // no older copy
-                             HasMark(withLog.get(), newestAlone) && // nothing that wasn't committed through the log
-                             HasMark(withLog.get(), known) &&       // every commit that this program knows of
+                             HasMark(alone.get(), checkpointed) && // no older copy
+                             HasMark(withLog, newestAlone) &&      // nothing that wasn't committed through the log
+                             HasMark(withLog, known) &&            // every commit that this program knows of
                              (newest == known || commits != commitsOfOthers); // a newer one is another program's
         if (!isKnown)
             return false;

@@ -20,6 +20,8 @@ public:
     /// the file was written since it was last looked at.
     bool IsInPlace();
 
+    bool IsHeldAlone() const { return isHeldAlone; }
+
     /// Adds a mark to a transaction that is about to be committed; Committed notes it.
     void AddMark();
     void Committed();
@@ -33,11 +35,12 @@ private:
     sqlite3* database;
     QString path;
     bool hasMarks = false;
-    FileIdentity identity;   ///< as last looked at
-    qint64 lookedAt = 0;     ///< nanoseconds
-    CommitMark known;        ///< the newest committed mark that was written or seen
-    CommitMark added;        ///< of the transaction that is open
-    CommitMark checkpointed; ///< the newest one in the file itself, without its log
+    bool isHeldAlone = false; ///< no other connection can read the log
+    FileIdentity identity;    ///< as last looked at
+    qint64 lookedAt = 0;      ///< nanoseconds
+    CommitMark known;         ///< the newest committed mark that was written or seen
+    CommitMark added;         ///< of the transaction that is open
+    CommitMark checkpointed;  ///< the newest one in the file itself, without its log
     qint64 commitsOfOthers = 0;
 };
 

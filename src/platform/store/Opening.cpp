@@ -29,6 +29,14 @@ constexpr auto CacheOfSums = "pragma cache_size=-49152"; // in KiB
             .arg(QFileInfo(path).absolutePath()));
 }
 
+[[noreturn]] void RaiseHeldAlone()
+{
+    throw RuntimeError::Described(
+        Error::Locked,
+        "Le cabinet est sur un partage réseau, où un seul programme à la fois peut l'ouvrir, et un autre "
+        "l'a ouvert. Fermez-le, puis recommencez.");
+}
+
 /// How a file is checked at its opening, which is not to take longer than a user notices.
 Thoroughness ThoroughnessFor(const QString& path)
 {
@@ -129,12 +137,17 @@ SqliteHandle TryOpening(const QString& path, const OpeningRules& rules)
     }
     SqliteHandle handle = OpenHardened(path, Access::Write, rules.patience);
     KeepLogAtClose(handle.get(), true);
+    const bool isHeldAlone = rules.isHeldAlone || IsOnNetwork(path);
     Found found;
     try {
+        if (isHeldAlone) // before the log is opened, which then has no index in a file
+            RunOnce(handle.get(), "pragma locking_mode=exclusive");
         found = PrepareForWork(handle.get(), ThoroughnessFor(path), isChecked, rules);
     } catch (const RuntimeError& error) {
         if (error.Code() == Error::DamagedDatabase || error.Code() == Error::UnrecognizedFormat)
             throw RuntimeError(Error::DamagedDatabase, name);
+        if (error.Code() == Error::Locked && isHeldAlone)
+            RaiseHeldAlone();
         throw;
     }
     if (found.isReplaced)

@@ -34,6 +34,8 @@ struct OpeningRules {
     QList<SummedIndex> summedIndexes = {};
     /// The caller has just checked the content of the file.
     bool isCheckedAlready = false;
+    /// As on a network share, also elsewhere: one program at a time holds the file.
+    bool isHeldAlone = false;
     int patience = UsualPatience; ///< milliseconds to wait for the lock of another process
 };
 

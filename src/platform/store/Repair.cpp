@@ -53,6 +53,16 @@ Statement RepairTransaction::Prepare(std::string_view sql) const
     return {database.get(), sql};
 }
 
+void RepairTransaction::RaiseNextKey(const QString& table, qint64 above) const
+{
+    store::RaiseNextKey(database.get(), table, above);
+}
+
+void RepairTransaction::KeepAboveReferences(const KeyedTable& keyed) const
+{
+    store::KeepAboveReferences(database.get(), keyed);
+}
+
 void RepairTransaction::Commit()
 {
     if (const QString damage = FirstDamage(database.get(), Thoroughness::Indexes); !damage.isEmpty())

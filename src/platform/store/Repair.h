@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/store/Sqlite.h"
+#include "platform/store/Upgrade.h"
 
 #include <QString>
 
@@ -19,6 +19,10 @@ public:
 
     /// Prepares a statement in SQLite's language; valid as long as the transaction. No trigger runs.
     Statement Prepare(std::string_view sql) const;
+
+    /// See the functions of the same names.
+    void RaiseNextKey(const QString& table, qint64 above) const;
+    void KeepAboveReferences(const KeyedTable& keyed) const;
 
     /// Raises 3049 when a check of all pages and indexes finds damage, so that nothing that isn't sound is saved.
     void Commit();

@@ -6,23 +6,36 @@
 #include <QCryptographicHash>
 #include <QFile>
 
+#include <cerrno>
+
 namespace store {
 namespace {
 
-constexpr const char* Attribute = "user.zep.seal";
+/// Before the digest of a copy that is replaced and had no seal.
+constexpr const char* Unsealed = "- ";
+constexpr qint64 MostBytes = 4096;
 
-void OpenToRead(QFile& file)
+/// The lines of a seal: one digest, or several while one copy replaces another. Empty without a seal.
+QByteArrayList LinesOf(const QString& path)
 {
-    if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
-        throw RuntimeError(Error::FileNotFound);
+    QFile seal(path + SealEnding);
+    if (!seal.open(QIODevice::ReadOnly))
+        return {};
+    QByteArrayList lines = seal.read(MostBytes).split('\n');
+    lines.removeAll(QByteArray());
+    return lines.isEmpty() ? QByteArrayList{"?"} : lines; // an emptied seal fits nothing
 }
 
-QByteArray HeaderDigestOf(const QString& path)
+void WriteSeal(const QString& path, const QByteArrayList& lines)
 {
-    constexpr qint64 headerBytes = 100;
-    QFile file(path);
-    OpenToRead(file);
-    return QCryptographicHash::hash(file.read(headerBytes), QCryptographicHash::Sha1).toHex();
+    const QString part = path + SealEnding + ".part";
+    QFile seal(part);
+    if (!seal.open(QIODevice::WriteOnly | QIODevice::Truncate) || seal.write(lines.join('\n') + '\n') < 0 ||
+        !seal.flush())
+        RaiseFileError(errno, part);
+    seal.close();
+    Sync(part);
+    Replace(part, path + SealEnding);
 }
 
 } // namespace
@@ -30,27 +43,48 @@ QByteArray HeaderDigestOf(const QString& path)
 QByteArray DigestOf(const QString& path)
 {
     QFile file(path);
-    OpenToRead(file);
+    if (!file.open(QIODevice::ReadOnly))
+        throw RuntimeError(Error::FileNotFound);
     QCryptographicHash digest(QCryptographicHash::Sha1);
     if (!digest.addData(&file))
         throw RuntimeError(Error::DiskOrNetwork);
     return digest.result().toHex();
 }
 
-void SealCopy(const QString& path)
-{
-    SetAttribute(path, Attribute, DigestOf(path) + HeaderDigestOf(path));
-}
-
 SealState StateOfSeal(const QString& path)
 {
-    const QByteArray seal = AttributeOf(path, Attribute);
-    if (seal.isEmpty())
+    const QByteArrayList lines = LinesOf(path);
+    if (lines.isEmpty())
         return SealState::None;
     const QByteArray digest = DigestOf(path);
-    if (seal.startsWith(digest))
+    if (lines.contains(digest))
         return SealState::Intact;
-    return seal.sliced(qMin(digest.size(), seal.size())) == HeaderDigestOf(path) ? SealState::Broken : SealState::None;
+    return lines.contains(Unsealed + digest) ? SealState::None : SealState::Changed;
+}
+
+QByteArray SealedDigestOf(const QString& path)
+{
+    return StateOfSeal(path) == SealState::Intact ? DigestOf(path) : QByteArray();
+}
+
+void ReplaceSealed(const QString& path, const QString& target, const QByteArray& digest)
+{
+    QByteArrayList lines = LinesOf(target);
+    if (lines.isEmpty() && QFile::exists(target))
+        lines << Unsealed + DigestOf(target);
+    lines << (digest.isEmpty() ? Unsealed + DigestOf(path) : digest);
+    WriteSeal(target, lines);
+    Replace(path, target);
+    if (digest.isEmpty())
+        QFile::remove(target + SealEnding);
+    else
+        WriteSeal(target, {digest});
+}
+
+void RemoveSealed(const QString& path)
+{
+    QFile::remove(path);
+    QFile::remove(path + SealEnding);
 }
 
 } // namespace store

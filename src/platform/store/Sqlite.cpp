@@ -119,6 +119,11 @@ void Statement::Bind(int parameter, qint64 number)
     Check(sqlite3_db_handle(Raw()), sqlite3_bind_int64(Raw(), parameter, number));
 }
 
+void Statement::Bind(int parameter, const Statement& row, int column)
+{
+    Check(sqlite3_db_handle(Raw()), sqlite3_bind_value(Raw(), parameter, sqlite3_column_value(row.Raw(), column)));
+}
+
 void Statement::Bind(const std::vector<Value>& values)
 {
     int parameter = 0;

@@ -45,6 +45,8 @@ public:
 
     void Bind(int parameter, const Value& value);
     void Bind(int parameter, qint64 number);
+    /// Binds a value of another statement's current row, as it is stored.
+    void Bind(int parameter, const Statement& row, int column);
     /// Binds the parameters from 1 on.
     void Bind(const std::vector<Value>& values);
 

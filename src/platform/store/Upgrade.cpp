@@ -43,9 +43,9 @@ qint64 HighestKey(sqlite3* database, const KeyedTable::Column& column)
 /// Recreates the table with AUTOINCREMENT, with the same columns, rows, indexes and triggers.
 void AddAutoincrement(sqlite3* database, const KeyedTable& keyed)
 {
-    static const QRegularExpression key("\\binteger\\s+primary\\s+key\\b(?!\\s+autoincrement)",
+    static const QRegularExpression key(R"(\binteger\s+primary\s+key\b(?!\s+autoincrement))",
                                         QRegularExpression::CaseInsensitiveOption);
-    static const QRegularExpression head("^\\s*create\\s+table\\s+(\"[^\"]*\"|\\w+)",
+    static const QRegularExpression head(R"(^\s*create\s+table\s+("[^"]*"|\w+))",
                                          QRegularExpression::CaseInsensitiveOption);
     QString definition = DefinitionOf(database, keyed.table);
     if (!key.match(definition).hasMatch() || !head.match(definition).hasMatch())
@@ -84,6 +84,19 @@ void ChangeTables(sqlite3* database, const QList<KeyedTable>& tables)
 
 } // namespace
 
+void RaiseNextKey(sqlite3* database, const QString& table, qint64 above)
+{
+    Statement raise(database, "update sqlite_sequence set seq=max(seq,?2) where name=?1 collate nocase");
+    Statement add(database, "insert into sqlite_sequence (name, seq) select name, ?2 from sqlite_schema where "
+                            "type='table' and name=?1 collate nocase and name not in (select name from "
+                            "sqlite_sequence)"); // a table without rows
+    for (Statement* const statement : {&raise, &add}) {
+        statement->Bind(1, table);
+        statement->Bind(2, above);
+        statement->Run();
+    }
+}
+
 void KeepAboveReferences(sqlite3* database, const KeyedTable& keyed)
 {
     if (!DefinitionOf(database, keyed.table).contains("autoincrement", Qt::CaseInsensitive))
@@ -91,15 +104,7 @@ void KeepAboveReferences(sqlite3* database, const KeyedTable& keyed)
     qint64 highest = 0;
     for (const KeyedTable::Column& reference : keyed.references)
         highest = std::max(highest, HighestKey(database, reference));
-    Statement raise(database, "update sqlite_sequence set seq=max(seq,?2) where name=?1 collate nocase");
-    Statement add(database, "insert into sqlite_sequence (name, seq) select name, ?2 from sqlite_schema where "
-                            "type='table' and name=?1 collate nocase and name not in (select name from "
-                            "sqlite_sequence)"); // a table without rows
-    for (Statement* const statement : {&raise, &add}) {
-        statement->Bind(1, keyed.table);
-        statement->Bind(2, highest);
-        statement->Run();
-    }
+    RaiseNextKey(database, keyed.table, highest);
 }
 
 void BringUpToDate(sqlite3* database, const QList<KeyedTable>& tables)

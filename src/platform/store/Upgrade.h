@@ -11,6 +11,9 @@ namespace store {
 /// Raises 3049 when it turns out to be damaged.
 void BringUpToDate(sqlite3* database, const QList<KeyedTable>& tables);
 
+/// Raises the next key of an AUTOINCREMENT table above this key, if it isn't yet.
+void RaiseNextKey(sqlite3* database, const QString& table, qint64 above);
+
 /// Raises the next key of an AUTOINCREMENT table above every key that a reference to it holds.
 void KeepAboveReferences(sqlite3* database, const KeyedTable& keyed);
 

@@ -33,7 +33,9 @@ protected:
     }
     QStringList ArchiveContent() const
     {
-        return QDir(folder.filePath("ARCHIVES")).entryList(QDir::Files | QDir::Hidden);
+        QStringList names = QDir(folder.filePath("ARCHIVES")).entryList(QDir::Files | QDir::Hidden);
+        names.removeAll("ZEP_ONE.MDB.sceau");
+        return names;
     }
 
     const QString target = folder.filePath("ARCHIVES/ZEP_ONE.MDB");

@@ -72,6 +72,7 @@ public:
         report.Run(file, [&] { report.failures << DamageOf(select, found).Lines(file); });
         report.Run(file, [&] { CheckPlantedCode(); });
         report.failures << StructureFaults(found, expected);
+        report.remarks << ForeignIndexes(found, expected);
         for (const Structure::Table& table : expected.tables) {
             const TableRule* const rule = FindTable(table.name);
             if (rule != nullptr && found.FindTable(table.name) != nullptr)

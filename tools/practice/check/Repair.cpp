@@ -1,23 +1,17 @@
 #include "practice/check/Repair.h"
 
+#include "data/Archives.h"
 #include "data/Practice.h"
-#include "platform/basic/Dates.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/host/Files.h"
-#include "platform/host/OwnerOnly.h"
-#include "platform/store/ArchiveCopy.h"
 #include "platform/store/FileState.h"
-#include "platform/store/Repair.h"
-#include "practice/check/Damage.h"
-#include "practice/check/Findings.h"
-#include "practice/fields/FieldValues.h"
-#include "practice/fields/QuotedName.h"
-#include "practice/fields/StoredRules.h"
+#include "practice/check/InPlaceRepair.h"
+#include "practice/check/Rebuild.h"
+#include "practice/check/SafetyCopy.h"
 
-#include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <algorithm>
+#include <optional>
 
 namespace practice {
 namespace {
@@ -25,252 +19,24 @@ namespace {
 using basic::Error;
 using basic::RuntimeError;
 
-/// A field that exists in the database.
-struct StoredField {
-    const TableRule* table;
-    const FieldRule* rule;
-};
-
-/// Rows whose date is to be converted to the form of its field.
-struct DateMend {
-    StoredField field;
-    struct Row {
-        qint64 row;
-        QString text;
-    };
-    QList<Row> rows;
-    Findings findings;
-};
-
-/// Rows whose month or year is to be taken from their date.
-struct PartMend {
-    StoredField field;
-    Findings findings;
-};
-
-bool IsDate(const StoredField& field)
+/// None if the database stays damaged; nothing has changed then.
+std::optional<RepairReport> RepairInPlace(const QString& database, const QString& archives, const QDateTime& moment)
 {
-    return field.rule->kind == FieldKind::Date || field.rule->kind == FieldKind::DayText;
-}
-
-bool IsPartOfDay(const StoredField& field)
-{
-    return field.rule->kind == FieldKind::Month || field.rule->kind == FieldKind::Year;
-}
-
-class Repair {
-public:
-    explicit Repair(const QString& database) : path(database), work(database) {}
-
-    RepairReport Run(const QString& archives, const QDateTime& moment)
-    {
-        Plan();
-        RepairReport report;
-        if (made.isEmpty() && rebuilt.isEmpty() && dates.isEmpty() && !HasWrongParts())
-            return report;
-        report.copy = MakeCopy(archives, moment);
-        try {
-            report.changes = Change();
-            work.Commit();
-            report.doubts = doubts;
-        } catch (const RuntimeError& error) {
-            if (error.Code() != Error::DamagedDatabase)
-                throw;
-            report.changes.clear();
-            QFile::remove(report.copy);
-            report.copy.clear();
-            report.refusal =
-                "la base de données est endommagée au-delà de ses index. Reprenez la dernière copie saine.";
-        }
+    RepairReport report;
+    try {
+        const Mending mended = MendInPlace(
+            database, [&](bool isDamaged) { report.copy = KeepCopy(database, isDamaged, archives, moment); });
+        report.changes = mended.changes;
+        report.doubts = mended.doubts;
         return report;
+    } catch (const RuntimeError& error) {
+        if (error.Code() != Error::DamagedDatabase)
+            throw;
+        if (!report.copy.isEmpty())
+            QFile::remove(report.copy);
+        return std::nullopt;
     }
-
-private:
-    void Plan()
-    {
-        const Structure expected = ExpectedStructure();
-        found = StructureOf(select);
-        made = IndexesToMake(found, expected);
-        PlanRebuilding();
-        for (const StoredField& field : Fields()) {
-            if (IsDate(field))
-                PlanDates(field);
-        }
-    }
-
-    QList<StoredField> Fields() const
-    {
-        QList<StoredField> fields;
-        for (const TableRule& table : ImportTables()) {
-            const Structure::Table* const stored = found.FindTable(table.name);
-            for (const FieldRule& rule : table.fields) {
-                if (stored != nullptr && stored->Find(rule.name) != nullptr)
-                    fields << StoredField{&table, &rule};
-            }
-        }
-        return fields;
-    }
-
-    /// Selects the rows that meet a condition: rowid, value of the field, its type.
-    store::Statement RowsWhere(const QString& condition, const StoredField& field) const
-    {
-        return select(QString("select rowid, %1, typeof(%1) from %2 not indexed where %3")
-                          .arg(QuotedName(field.rule->name), QuotedName(field.table->name), condition)
-                          .toStdString());
-    }
-
-    /// Rebuilds indexes that disagree with their table, and all indexes of a table with damaged pages, which may be
-    /// theirs.
-    void PlanRebuilding()
-    {
-        const Damage damage = DamageOf(select, found);
-        isDamaged = !damage.IsEmpty();
-        doubts = damage.contradictions;
-        for (const Structure::Index& index : found.indexes) {
-            const bool isMade = std::ranges::any_of(made, [&](const Structure::Index& other) {
-                return other.name.compare(index.name, Qt::CaseInsensitive) == 0;
-            });
-            if (!isMade && (damage.indexes.contains(index.name) || damage.tables.contains(index.table)))
-                rebuilt << index.name;
-        }
-    }
-
-    void PlanDates(const StoredField& field)
-    {
-        DateMend mend{field, {}, {}};
-        store::Statement rows = RowsWhere(DayFault(*field.rule), field);
-        while (rows.Step()) {
-            const QDate day = DayOf(QString::fromStdString(rows.TextAt(1)).trimmed());
-            if (!day.isValid() || rows.TextAt(2) != "text")
-                continue;
-            const bool isDayFirst = field.rule->kind == FieldKind::DayText;
-            mend.rows << DateMend::Row{rows.WholeAt(0), isDayFirst ? basic::DateText(day) : day.toString(Qt::ISODate)};
-            Note(mend.findings, field, rows);
-        }
-        if (!mend.rows.isEmpty())
-            dates << mend;
-    }
-
-    static void Note(Findings& findings, const StoredField& field, const store::Statement& row)
-    {
-        const QString value = ShownValue(row.At(1), row.TextAt(2));
-        if (field.table->hasOneRow)
-            findings.NoteValue(value);
-        else
-            findings.Note(row.WholeAt(0), value);
-    }
-
-    /// Compares months and years with the dates as stored now.
-    QList<PartMend> WrongParts() const
-    {
-        QList<PartMend> wrong;
-        for (const StoredField& field : Fields()) {
-            if (!IsPartOfDay(field) || found.FindTable(field.table->name)->Find(DayField) == nullptr)
-                continue;
-            PartMend mend{field, {}};
-            store::Statement rows = RowsWhere(PartFault(*field.rule), field);
-            while (rows.Step())
-                Note(mend.findings, field, rows);
-            if (mend.findings.Count() > 0)
-                wrong << mend;
-        }
-        return wrong;
-    }
-
-    bool HasWrongParts() const { return !WrongParts().isEmpty(); }
-
-    /// Copies the database and returns the path of the copy.
-    QString MakeCopy(const QString& archives, const QDateTime& moment) const
-    {
-        const auto ownerOnly = host::ForOwnerOnly();
-        QDir().mkpath(archives);
-        const QString target = FreeName(archives, moment);
-        try {
-            if (isDamaged)
-                store::CopyDamagedDatabase(path, target);
-            else
-                store::CopyDatabase(path, target);
-        } catch (const RuntimeError& error) {
-            throw RuntimeError::Described(
-                error.Code(),
-                QString("La copie de sécurité ne peut pas être faite dans « %1 » (%2). Rien n'a été modifié.")
-                    .arg(archives, error.Description()));
-        }
-        return target;
-    }
-
-    /// A path at which there is neither a file nor a broken link.
-    static QString FreeName(const QString& archives, const QDateTime& moment)
-    {
-        const QString name = archives + "/ZEP_ONE avant réparation " + moment.toString("yyyy-MM-dd HH-mm-ss");
-        QString target = name + ".MDB";
-        for (int other = 2; QFileInfo::exists(target) || QFileInfo(target).isSymLink(); ++other)
-            target = QString("%1 (%2).MDB").arg(name).arg(other);
-        return target;
-    }
-
-    QStringList Change()
-    {
-        QStringList changes;
-        for (const QString& index : rebuilt) {
-            Run("reindex " + QuotedName(index));
-            changes << QString("Index %1 : reconstruit.").arg(index);
-        }
-        for (const Structure::Index& index : made)
-            changes << MakeIndex(index);
-        for (const DateMend& mend : dates)
-            changes << ChangeDates(mend);
-        for (const PartMend& mend : WrongParts())
-            changes << ChangePart(mend);
-        return changes;
-    }
-
-    QString MakeIndex(const Structure::Index& index)
-    {
-        const Structure::Index* const other = found.FindIndex(index.name);
-        if (other != nullptr)
-            Run("drop index " + QuotedName(other->name));
-        Run(index.statement);
-        return QString(other != nullptr ? "Index %1 : refait sur %2." : "Index %1 : créé sur %2.")
-            .arg(index.name, index.columns);
-    }
-
-    QString ChangeDates(const DateMend& mend)
-    {
-        const auto& [table, rule] = mend.field;
-        store::Statement change = select(QString("update %1 set %2 = ?2 where rowid = ?1")
-                                             .arg(QuotedName(table->name), QuotedName(rule->name))
-                                             .toStdString());
-        for (const DateMend::Row& row : mend.rows) {
-            change.Bind(1, row.row);
-            change.Bind(2, store::Value(row.text));
-            change.Run();
-        }
-        return QString("%1 : %2 mis sous la forme %3 %4")
-            .arg(table->name, rule->name, rule->kind == FieldKind::DayText ? "jj/mm/aaaa" : "aaaa-mm-jj",
-                 mend.findings.Text());
-    }
-
-    QString ChangePart(const PartMend& mend)
-    {
-        const auto& [table, rule] = mend.field;
-        Run(QString("update %1 set %2 = %3 where %4")
-                .arg(QuotedName(table->name), QuotedName(rule->name), PartOfDay(*rule), PartFault(*rule)));
-        return QString("%1 : %2 repris de Date %3").arg(table->name, rule->name, mend.findings.Text());
-    }
-
-    void Run(const QString& statement) { select(statement.toStdString()).Run(); }
-
-    QString path;
-    store::RepairTransaction work;
-    Select select = [this](std::string_view sql) { return work.Prepare(sql); };
-    Structure found;
-    bool isDamaged = false;
-    QStringList rebuilt;
-    QStringList doubts;
-    QList<Structure::Index> made;
-    QList<DateMend> dates;
-};
+}
 
 } // namespace
 
@@ -285,7 +51,11 @@ RepairReport RepairPractice(const QString& folder, const QDateTime& moment)
         throw RuntimeError::Described(
             Error::Locked,
             "Le cabinet est ouvert dans un programme : quittez-le, puis recommencez. Rien n'a été modifié.");
-    return Repair(database).Run(host::PathIn(folder, data::ArchiveFolder), moment);
+    data::RemoveLeftovers(folder);
+    const QString archives = host::PathIn(folder, data::ArchiveFolder);
+    if (const auto report = RepairInPlace(database, archives, moment))
+        return *report;
+    return Rebuild(store::BehindLinks(database), archives, moment);
 }
 
 } // namespace practice

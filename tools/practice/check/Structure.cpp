@@ -199,6 +199,15 @@ QStringList StructureFaults(const Structure& found, const Structure& expected)
     return faults;
 }
 
+QStringList ForeignIndexes(const Structure& found, const Structure& expected)
+{
+    QStringList lines;
+    for (const Structure::Index& index : found.indexes)
+        if (expected.FindIndex(index.name) == nullptr)
+            lines << QString("L'index %1 sur %2 n'est pas du programme.").arg(index.name, index.columns);
+    return lines;
+}
+
 QList<Structure::Index> IndexesToMake(const Structure& found, const Structure& expected)
 {
     QList<Structure::Index> indexes;

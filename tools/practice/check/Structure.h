@@ -48,6 +48,9 @@ Structure ExpectedStructure();
 /// Tables, fields and indexes of `expected` that are missing or different in `found`, in French, one line each.
 QStringList StructureFaults(const Structure& found, const Structure& expected);
 
+/// Indexes that `expected` doesn't have, in French, one line each.
+QStringList ForeignIndexes(const Structure& found, const Structure& expected);
+
 /// Indexes of `expected` that are missing or different in `found`, which has the fields for them.
 QList<Structure::Index> IndexesToMake(const Structure& found, const Structure& expected);
 

@@ -33,13 +33,26 @@ QString BalanceText(const store::DatabaseReader& reader)
                          : QString("aucun mouvement");
 }
 
-void Describe(const data::ArchivedCopy& copy, const QString& fault, QTextStream& output)
+QString ConditionText(const data::CopyCondition& condition)
+{
+    switch (condition.kind) {
+    case data::CopyCondition::Kind::Whole:
+        return "entière";
+    case data::CopyCondition::Kind::Changed:
+        return "MODIFIÉE DEPUIS SA CLÔTURE";
+    case data::CopyCondition::Kind::Unusable:
+        break;
+    }
+    return "INUTILISABLE : " + condition.reason;
+}
+
+void Describe(const data::ArchivedCopy& copy, const data::CopyCondition& condition, QTextStream& output)
 {
     const QString size =
         QLocale(QLocale::French).formattedDataSize(QFileInfo(copy.path).size(), 1, QLocale::DataSizeSIFormat);
     output << copy.Name() << "\n  " << data::MomentOf(copy) << ", " << size << ", "
-           << (fault.isEmpty() ? QString("entière") : "INUTILISABLE : " + fault) << "\n";
-    if (!fault.isEmpty())
+           << ConditionText(condition) << "\n";
+    if (condition.kind == data::CopyCondition::Kind::Unusable)
         return;
     const store::DatabaseReader reader(copy.path);
     output << "  " << RowsText(reader) << "\n  Dernier acte : " << LastActText(reader)
@@ -55,9 +68,9 @@ int RunArchives(const Arguments& arguments, const Streams& streams)
         streams.output << "Il n'y a aucune copie dans « " << data::CopiesFolder(folder) << " ».\n";
     bool isEachWhole = true;
     for (const data::ArchivedCopy& copy : copies) {
-        const QString fault = data::FaultOf(copy.path);
-        isEachWhole = isEachWhole && fault.isEmpty();
-        Describe(copy, fault, streams.output);
+        const data::CopyCondition condition = data::ConditionOf(copy.path);
+        isEachWhole = isEachWhole && condition.kind == data::CopyCondition::Kind::Whole;
+        Describe(copy, condition, streams.output);
         streams.output.flush();
     }
     return isEachWhole ? Done : Refused;

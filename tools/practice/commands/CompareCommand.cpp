@@ -1,4 +1,5 @@
 #include "practice/commands/Command.h"
+#include "practice/commands/OutputOption.h"
 #include "practice/copies/CashDays.h"
 #include "practice/copies/ChangesFile.h"
 #include "practice/copies/CopyChoice.h"
@@ -12,7 +13,7 @@ namespace practice {
 namespace {
 
 constexpr const char* CompareNames[] = {"DOSSIER", "COPIE"};
-constexpr Option CompareOptions[] = {{"rows"}, {"csv", Option::Takes::OneValue}};
+constexpr Option CompareOptions[] = {{"rows"}, {"csv", Option::Takes::OneValue}, {"force"}};
 
 void ShowDays(const QList<DifferingDay>& days, const QDate& end, QTextStream& output)
 {
@@ -59,16 +60,20 @@ int RunCompare(const Arguments& arguments, const Streams& streams)
 {
     const QString folder = arguments.Name(0);
     RequirePractice(folder);
+    const std::unique_ptr<OutputFile> csv = OutputOf(arguments, "csv", OutputKind::Csv);
     const data::ArchivedCopy copy = ChosenCopy(folder, arguments.Name(1), host::Today());
     const store::DatabaseReader before(copy.path);
     const store::DatabaseReader after(host::PathIn(folder, data::DatabaseFile));
     const QList<TableChanges> changes = DifferencesOf(before, after);
     const QList<DifferingDay> days = DifferingDays(before, after, changes, copy.Day());
-    if (arguments.Has("csv"))
-        WriteChanges(changes, arguments.Text("csv"));
-    streams.output << "Comparé à la copie « " << copy.Name() << " » du " << data::MomentOf(copy) << ".\n";
-    ShowDays(days, copy.Day(), streams.output);
-    ShowTables(changes, arguments.Has("rows"), streams.output);
+    if (csv != nullptr) {
+        WriteChanges(changes, csv->Device());
+        csv->Complete();
+    }
+    QTextStream& output = csv != nullptr && csv->IsStandardOutput() ? streams.errors : streams.output;
+    output << WarningOf(copy) << "Comparé à la copie « " << copy.Name() << " » du " << data::MomentOf(copy) << ".\n";
+    ShowDays(days, copy.Day(), output);
+    ShowTables(changes, arguments.Has("rows"), output);
     return days.isEmpty() ? Done : Refused;
 }
 
@@ -76,12 +81,12 @@ int RunCompare(const Arguments& arguments, const Streams& streams)
 
 const Command CompareCommand{
     "compare",
-    "DOSSIER [COPIE] [--rows] [--csv FICHIER]",
+    "DOSSIER [COPIE] [--rows] [--csv FICHIER [--force]]",
     "      Compare le cabinet à une copie : un chemin, un nom dans ARCHIVES ou un jour (2026-11-23) ; sans elle,\n"
     "      la dernière copie entière d'un jour passé. D'abord les jours passés dont la caisse a changé, avec ce\n"
     "      qui l'explique, puis le nombre de lignes ajoutées, modifiées, disparues. --rows les donne toutes,\n"
-    "      --csv les écrit pour un tableur. Code de retour : 0 si aucun jour passé n'a changé, 1 sinon, 2 en cas\n"
-    "      d'ennui. Ne modifie rien.\n",
+    "      --csv les écrit pour un tableur ; --force remplace un CSV qui existe. Code de retour : 0 si aucun jour\n"
+    "      passé n'a changé, 1 sinon, 2 en cas d'ennui. Ne modifie rien dans le cabinet.\n",
     CompareNames,
     1,
     CompareOptions,

@@ -18,6 +18,8 @@ QString TextOf(const RepairReport& report)
         text += "  Réparé : " + change + "\n";
     for (const QString& doubt : report.doubts)
         text += "  À vérifier : " + doubt + "\n";
+    for (const QString& lost : report.lost)
+        text += "  Perdu : " + lost + "\n";
     if (!report.refusal.isEmpty())
         text += "  Rien n'a été modifié : " + report.refusal + "\n";
     return text;
@@ -26,9 +28,12 @@ QString TextOf(const RepairReport& report)
 int RunRepair(const Arguments& arguments, const Streams& streams)
 {
     const QString folder = arguments.Name(0);
+    bool losesRows = false;
     try {
         const QDateTime now(host::Today(), QTime::currentTime());
-        streams.output << TextOf(RepairPractice(folder, now));
+        const RepairReport report = RepairPractice(folder, now);
+        losesRows = !report.lost.isEmpty();
+        streams.output << TextOf(report);
     } catch (const basic::RuntimeError& error) {
         if (error.Code() != basic::Error::DamagedDatabase)
             throw;
@@ -36,7 +41,7 @@ int RunRepair(const Arguments& arguments, const Streams& streams)
     }
     const CheckReport left = CheckPractice(folder);
     streams.output << left.Text();
-    return left.failures.isEmpty() ? Done : Refused;
+    return left.failures.isEmpty() && !losesRows ? Done : Refused;
 }
 
 } // namespace
@@ -45,7 +50,8 @@ const Command RepairCommand{
     "repair",
     "DOSSIER",
     "      Répare ce qui peut l'être avec certitude, après une copie dans ARCHIVES : les index, MM et AA d'après la\n"
-    "      date, les dates jj/mm/aaaa. Le programme doit être fermé. Dit ensuite ce que dit check.\n",
+    "      date, les dates jj/mm/aaaa. Une base dont des pages sont détruites est refaite avec toutes les lignes\n"
+    "      lisibles, en disant celles qui manquent. Le programme doit être fermé. Dit ensuite ce que dit check.\n",
     RepairNames,
     0,
     {},

@@ -47,7 +47,7 @@ void ShowLoss(const store::DatabaseReader& copy, const store::DatabaseReader& pr
 
 void ShowPlan(const data::ArchivedCopy& copy, const QString& database, QTextStream& output)
 {
-    output << "Copie : " << copy.Name() << " du " << data::MomentOf(copy) << "\n";
+    output << "Copie : " << copy.Name() << " du " << data::MomentOf(copy) << "\n" << WarningOf(copy);
     const store::DatabaseReader reader(copy.path);
     try {
         ShowLoss(reader, store::DatabaseReader(database), output);
@@ -57,9 +57,9 @@ void ShowPlan(const data::ArchivedCopy& copy, const QString& database, QTextStre
     }
 }
 
-bool IsConfirmed(const Streams& streams)
+bool IsConfirmed(const Streams& streams, const char* question)
 {
-    streams.output << "Remettre cette copie en place du fichier actuel, qui sera gardé ? (oui/non) ";
+    streams.output << question << " (oui/non) ";
     streams.output.flush();
     return streams.input.readLine().trimmed().compare("oui", Qt::CaseInsensitive) == 0;
 }
@@ -70,12 +70,18 @@ int RunRestore(const Arguments& arguments, const Streams& streams)
     RequirePractice(folder);
     const data::ArchivedCopy copy = ChosenCopy(folder, arguments.Name(1));
     data::RequireClosed(folder);
+    data::RemoveLeftovers(folder);
     ShowPlan(copy, host::PathIn(folder, data::DatabaseFile), streams.output);
-    if (!arguments.Has("yes") && !IsConfirmed(streams)) {
+    const bool isAgreed =
+        (arguments.Has("yes") ||
+         IsConfirmed(streams, "Remettre cette copie en place du fichier actuel, qui sera gardé ?")) &&
+        (WarningOf(copy).isEmpty() ||
+         IsConfirmed(streams, "Cette copie a été modifiée depuis sa clôture. La remettre quand même ?"));
+    if (!isAgreed) {
         streams.output << "Rien n'a été changé.\n";
         return Refused;
     }
-    const QString kept = data::Restore(copy.path, folder);
+    const QString kept = data::Restore(copy.path, folder, data::Accepts::ChangedCopies);
     streams.output << "La copie du " << data::MomentOf(copy) << " est en place.\n";
     if (!kept.isEmpty())
         streams.output << "Le fichier d'avant est gardé : " << kept << "\n";
@@ -89,7 +95,7 @@ const Command RestoreCommand{
     "DOSSIER [COPIE] [--yes]",
     "      Remet une copie en place de la base du cabinet : un chemin, un nom dans ARCHIVES ou un jour\n"
     "      (2026-11-23) ; sans elle, la dernière copie entière. Montre ce qui reviendrait et ce qui serait perdu,\n"
-    "      puis demande ; --yes répond oui. Le fichier actuel est gardé dans ARCHIVES. Code de retour : 0 si la\n"
+    "      puis demande ; --yes répond oui, sauf pour une copie modifiée depuis sa clôture. Le fichier actuel est gardé dans ARCHIVES. Code de retour : 0 si la\n"
     "      copie est en place, 1 si la réponse n'est pas oui, 2 si ce n'est pas possible ; rien ne change alors.\n",
     RestoreNames,
     1,

@@ -43,13 +43,19 @@ data::ArchivedCopy ChosenCopy(const QString& folder, const QString& name, const 
 {
     if (!name.isEmpty()) {
         const data::ArchivedCopy copy = CopyNamed(folder, name);
-        data::RequireWhole(copy.path);
+        data::RequireUsable(copy.path);
         return copy;
     }
     if (const auto newest = data::NewestWholeCopy(folder, before))
         return *newest;
     throw RuntimeError::Described(Error::FileNotFound,
                                   QString("Il n'y a aucune copie entière%1.").arg(before ? " d'un jour passé" : ""));
+}
+
+QString WarningOf(const data::ArchivedCopy& copy)
+{
+    const QString fault = data::FaultOf(copy.path);
+    return fault.isEmpty() ? QString() : "ATTENTION : " + fault + "\n";
 }
 
 void RequirePractice(const QString& folder)

@@ -146,6 +146,10 @@ void MakeDemo(const QString& folder, const DemoOptions& options)
         WriteDays(practice.Database(), plan, dice);
         WriteAppointments(practice.Database(), plan, dice);
         WriteDeletedActs(practice.Database(), plan, dice);
+        // A few acts are of a service that is gone; a new one must not inherit them.
+        dao::Transaction transaction(practice.Database());
+        practice.Database().KeepKeysAboveReferences();
+        transaction.Commit();
     }
     making.Complete();
 }

@@ -15,6 +15,13 @@ constexpr FieldRule ReferenceTo(const char* target, const char* name, Missing mi
     return rule;
 }
 
+/// A field of which no two rows should have the same value.
+constexpr FieldRule UniqueIn(const char* table, FieldRule rule)
+{
+    rule.uniqueIn = table;
+    return rule;
+}
+
 constexpr FieldRule Slot(const char* name)
 {
     return {name, Code, Missing::Fault, 0, 9};
@@ -46,8 +53,8 @@ constexpr FieldRule ActFields[] = {
     {"date_Presta", FieldKind::Date},
     Slot("HH"),
     {"Heure", Time},
-    ReferenceTo("Patients", "num_patient"),
-    ReferenceTo("Presta", "num_presta"),
+    ReferenceTo("Patients", "num_patient", Missing::Remark),
+    ReferenceTo("Presta", "num_presta", Missing::Remark),
     {"montant", Amount, Missing::Fault},
     {"Type", ActType},
     PaymentCode("flag_R", Missing::Fault),
@@ -76,9 +83,9 @@ constexpr FieldRule DeletedActFields[] = {
 
 constexpr FieldRule ServiceFields[] = {
     {"num", Key, Missing::Fault},
-    {"denom", Text, Missing::Remark},
+    UniqueIn("Presta", {"denom", Text, Missing::Remark}),
     {"prix", Amount, Missing::Remark},
-    {"Ordre", Code, Missing::Remark},
+    UniqueIn("Presta", {"Ordre", Code, Missing::Remark}),
 };
 
 constexpr FieldRule ExpenseFields[] = {

@@ -23,7 +23,8 @@ struct FieldRule {
     Missing missing = Missing::Fine;
     int lowest = -32768; ///< of a Code
     int highest = 32767;
-    const char* target = nullptr; ///< the table of a Reference
+    const char* target = nullptr;   ///< the table of a Reference
+    const char* uniqueIn = nullptr; ///< the field's table, if the check remarks on a value that two rows have
 };
 
 /// The fields of a table, in the order of the schema.

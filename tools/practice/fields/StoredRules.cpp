@@ -18,13 +18,20 @@ constexpr auto NoDayText =
     "date(substr(%1, 7) || '-' || substr(%1, 4, 2) || '-' || substr(%1, 1, 2), '+0 days') is not "
     "substr(%1, 7) || '-' || substr(%1, 4, 2) || '-' || substr(%1, 1, 2))";
 constexpr auto NoActType = "%1 <> 'C' and %1 not glob 'K[0-9]' and %1 not glob 'K[12][0-9]' and %1 <> 'K30'";
+// The first form is that of nearly every row; import also takes hours of one digit, and seconds.
+constexpr auto NoTime = "%1 not glob '[01][0-9]:[0-5][0-9]' and trim(%1) <> '' and "
+                        "trim(%1) not glob '[01][0-9]:[0-5][0-9]' and trim(%1) not glob '2[0-3]:[0-5][0-9]' and "
+                        "trim(%1) not glob '[0-9]:[0-5][0-9]' and trim(%1) not glob '[0-9]:[0-5][0-9]:[0-5][0-9]' and "
+                        "trim(%1) not glob '[01][0-9]:[0-5][0-9]:[0-5][0-9]' and "
+                        "trim(%1) not glob '2[0-3]:[0-5][0-9]:[0-5][0-9]'";
 constexpr auto NoText = "%1 is not null and typeof(%1) <> 'text'";
 constexpr auto NoWholeNumber = "%1 is not null and typeof(%1) <> 'integer'";
 constexpr auto NoNumber = "%1 is not null and typeof(%1) <> 'real' and typeof(%1) <> 'integer'";
 
-ValueFault NotText()
+QList<ValueFault> TextFaults()
 {
-    return {NoText, "n'est pas un texte"};
+    return {{NoText, "n'est pas un texte"},
+            {"not is_well_formed(%1)", "n'est pas de l'UTF-8 ou contient un caractère nul"}};
 }
 
 QList<ValueFault> WholeNumberFaults(const FieldRule& rule)
@@ -52,17 +59,18 @@ QList<ValueFault> KindFaults(const FieldRule& rule)
     case Date:
         return {{DayFault(rule), "n'est pas une date aaaa-mm-jj"}};
     case DayText:
-        return {NotText(), {DayFault(rule), "n'est pas une date jj/mm/aaaa"}};
+        return TextFaults() << ValueFault{DayFault(rule), "n'est pas une date jj/mm/aaaa"};
     case Amount:
         return {{NoNumber, "n'est pas un nombre"},
                 {"abs(%1) >= " + QString::number(AmountLimit, 'e'), "infini ou démesuré"}};
     case ActType:
-        return {NotText(), {NoActType, "inconnu"}};
-    case Text:
+        return TextFaults() << ValueFault{NoActType, "inconnu"};
     case Time:
+        return TextFaults() << ValueFault{NoTime, "n'est pas une heure HH:MM"};
+    case Text:
         break;
     }
-    return {NotText()};
+    return TextFaults();
 }
 
 ValueFault MissingFault(const FieldRule& rule)
@@ -77,6 +85,14 @@ ValueFault ReferenceFault(const char* target)
             QString("sans ligne dans %1").arg(target), true, target};
 }
 
+/// Names are compared as a user reads them in a list.
+ValueFault RepeatedFault(const char* table)
+{
+    return {QString("lower(trim(%1)) in (select lower(trim(%1)) from %2 not indexed group by 1 having count(*) > 1)")
+                .arg("%1", QuotedName(table)),
+            "en double", true};
+}
+
 } // namespace
 
 QList<ValueFault> FaultsOf(const FieldRule& rule, const QString& name)
@@ -86,6 +102,8 @@ QList<ValueFault> FaultsOf(const FieldRule& rule, const QString& name)
         faults << MissingFault(rule);
     if (rule.target != nullptr)
         faults << ReferenceFault(rule.target);
+    if (rule.uniqueIn != nullptr)
+        faults << RepeatedFault(rule.uniqueIn);
     for (ValueFault& fault : faults)
         fault.condition.replace("%1", QuotedName(name));
     return faults;

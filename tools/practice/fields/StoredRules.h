@@ -8,7 +8,7 @@ namespace practice {
 
 /// A way in which a stored value is wrong.
 struct ValueFault {
-    QString condition; ///< in SQLite's language
+    QString condition; ///< in SQLite's language, with the functions of a store::DatabaseReader
     QString text;      ///< in French
     bool isRemark = false;
     /// What the condition reads besides the field: another table, or another field of the row.

@@ -3,6 +3,7 @@
 #include "platform/basic/RuntimeError.h"
 
 #include <QFile>
+#include <QFileInfo>
 #include <QStringDecoder>
 #include <algorithm>
 #include <csv.h>
@@ -182,6 +183,9 @@ CsvEncoding ReadCsv(const QString& path, const CsvReceiver& take)
     if (!file.exists())
         throw RuntimeError::Described(basic::Error::FileNotFound,
                                       QString("Le fichier « %1 » est introuvable.").arg(path));
+    if (!QFileInfo(path).isFile())
+        throw RuntimeError::Described(basic::Error::PathAccess,
+                                      QString("« %1 » n'est pas un fichier ordinaire.").arg(path));
     if (!file.open(QIODevice::ReadOnly))
         throw RuntimeError::Described(
             basic::Error::PathAccess,

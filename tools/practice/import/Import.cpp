@@ -20,7 +20,9 @@ public:
         if (!folder.exists())
             throw RuntimeError::Described(basic::Error::PathNotFound,
                                           QString("Le dossier « %1 » n'existe pas.").arg(path));
-        for (const QString& file : folder.entryList(QDir::Files, QDir::Name)) {
+        // What isn't a file is listed as well: a table must not be left out because of a dead link or a folder.
+        for (const QString& file :
+             folder.entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot, QDir::Name)) {
             if (file.endsWith(".csv", Qt::CaseInsensitive))
                 names << file;
         }

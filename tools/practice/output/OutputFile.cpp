@@ -1,0 +1,106 @@
+#include "practice/output/OutputFile.h"
+
+#include "platform/basic/RuntimeError.h"
+#include "platform/host/OwnerOnly.h"
+#include "platform/store/FileWork.h"
+#include "platform/store/Sqlite.h"
+
+#include <QFileInfo>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace practice {
+namespace {
+
+using basic::Error;
+using basic::RuntimeError;
+
+/// Whether the path leads to a pipe, a terminal or another device that takes a stream of bytes.
+bool IsStream(const QString& path)
+{
+    struct stat status {};
+    return ::stat(QFile::encodeName(path).constData(), &status) == 0 &&
+           (S_ISFIFO(status.st_mode) || S_ISCHR(status.st_mode));
+}
+
+/// Whether the path is a name of the standard output: a link to it, or the same pipe.
+bool IsStandardOutputAt(const QString& path)
+{
+    struct stat status {};
+    struct stat standard {};
+    return (QFileInfo(path).isSymLink() || IsStream(path)) &&
+           ::stat(QFile::encodeName(path).constData(), &status) == 0 && ::fstat(STDOUT_FILENO, &standard) == 0 &&
+           status.st_dev == standard.st_dev && status.st_ino == standard.st_ino;
+}
+
+} // namespace
+
+OutputFile::OutputFile(const QString& wanted, OutputKind wantedKind, Existing existing)
+    : path(wanted), kind(wantedKind), isStandardOutput(IsStandardOutputAt(wanted))
+{
+    if (isStandardOutput || IsStream(path)) {
+        OpenDirectly();
+        return;
+    }
+    RequireFreeName(path);
+    const QFileInfo present(path);
+    replaces = present.exists() || present.isSymLink();
+    if (replaces && existing == Existing::Refuse)
+        throw RuntimeError::Described(
+            Error::FileExists,
+            QString("« %1 » existe déjà%2.")
+                .arg(path, WhyNotReplaceable(path, kind).isEmpty() ? " ; --force le remplace" : QString()));
+    if (replaces)
+        RequireReplaceable(path, kind);
+    OpenBeside();
+}
+
+void OutputFile::OpenDirectly()
+{
+    device = std::make_unique<QFile>(path);
+    if (!(isStandardOutput ? device->open(STDOUT_FILENO, QIODevice::WriteOnly) : device->open(QIODevice::WriteOnly)))
+        RaiseFailure();
+}
+
+void OutputFile::OpenBeside()
+{
+    const QString folder = QFileInfo(path).absolutePath();
+    if (!QFileInfo(folder).isDir())
+        throw RuntimeError(Error::PathNotFound);
+    auto file = std::make_unique<QTemporaryFile>(folder + "/." + QFileInfo(path).fileName() + ".XXXXXX");
+    beside = file.get();
+    device = std::move(file);
+    const auto ownerOnly = host::ForOwnerOnly();
+    if (!beside->open())
+        RaiseFailure();
+}
+
+void OutputFile::Complete()
+{
+    if (!device->flush() || device->error() != QFileDevice::NoError)
+        RaiseFailure();
+    if (beside == nullptr)
+        return;
+    const QString temporary = beside->fileName();
+    store::Sync(temporary);
+    if (replaces) {
+        RequireReplaceable(path, kind);
+        store::Replace(temporary, path);
+    } else if (QFile::rename(temporary, path)) { // which replaces no file that has come meanwhile
+        store::Sync(QFileInfo(path).absolutePath());
+    } else {
+        throw RuntimeError::Described(Error::FileExists,
+                                      QString("« %1 » n'a pas pu recevoir son nom : il existe déjà.").arg(path));
+    }
+    beside->setAutoRemove(false);
+}
+
+void OutputFile::RaiseFailure() const
+{
+    if (device->error() == QFileDevice::ResourceError)
+        store::RaiseDiskFull(path);
+    throw RuntimeError::Described(Error::PathAccess,
+                                  QString("« %1 » n'a pas pu être écrit : %2").arg(path, device->errorString()));
+}
+
+} // namespace practice
