@@ -1,9 +1,10 @@
 #include "data/Practice.h"
+#include "platform/store/Creation.h"
+#include "platform/store/Opening.h"
 #include "support/Printing.h"
 
-#include <QStringList>
+#include <QTemporaryDir>
 #include <gtest/gtest.h>
-#include <memory>
 #include <sqlite3.h>
 
 namespace {
@@ -33,71 +34,49 @@ constexpr const char* Rows = R"(
 )";
 
 /// A database with the tables of a practice and a few hundred rows, to examine how statements are executed.
-class SchemaDatabase {
-public:
-    SchemaDatabase()
+struct SchemaDatabase {
+    store::Statement Prepare(const QString& statement) const
     {
-        sqlite3* opened = nullptr;
-        sqlite3_open(":memory:", &opened);
-        database.reset(opened);
-        const QByteArray script = data::Schema().toUtf8() + Rows;
-        EXPECT_EQ(sqlite3_exec(opened, script.constData(), nullptr, nullptr, nullptr), SQLITE_OK)
-            << sqlite3_errmsg(opened);
+        store::Statement prepared(database.get(), statement.toStdString());
+        for (int parameter = 1; parameter <= sqlite3_bind_parameter_count(prepared.Raw()); ++parameter)
+            prepared.Bind(parameter, store::Value("2008-06-17"));
+        return prepared;
     }
 
     Access AccessOf(const QString& statement) const
     {
-        Access access;
-        access.read = TreesRead(statement);
-        const Statement running = Prepare(statement);
-        while (sqlite3_step(running.get()) == SQLITE_ROW) {
+        Access access{.read = TreesRead(statement)};
+        store::Statement running = Prepare(statement);
+        while (running.Step()) {
         }
-        access.scans = sqlite3_stmt_status(running.get(), SQLITE_STMTSTATUS_FULLSCAN_STEP, 0) > 0;
-        access.sorts = sqlite3_stmt_status(running.get(), SQLITE_STMTSTATUS_SORT, 0) > 0;
+        access.scans = sqlite3_stmt_status(running.Raw(), SQLITE_STMTSTATUS_FULLSCAN_STEP, 0) > 0;
+        access.sorts = sqlite3_stmt_status(running.Raw(), SQLITE_STMTSTATUS_SORT, 0) > 0;
         return access;
-    }
-
-private:
-    struct Closer {
-        void operator()(sqlite3* opened) const { sqlite3_close(opened); }
-        void operator()(sqlite3_stmt* statement) const { sqlite3_finalize(statement); }
-    };
-    using Statement = std::unique_ptr<sqlite3_stmt, Closer>;
-
-    Statement Prepare(const QString& statement) const
-    {
-        sqlite3_stmt* prepared = nullptr;
-        EXPECT_EQ(sqlite3_prepare_v2(database.get(), statement.toUtf8().constData(), -1, &prepared, nullptr), SQLITE_OK)
-            << sqlite3_errmsg(database.get());
-        for (int parameter = 1; parameter <= sqlite3_bind_parameter_count(prepared); ++parameter)
-            sqlite3_bind_text(prepared, parameter, "2008-06-17", -1, SQLITE_STATIC);
-        return Statement(prepared);
-    }
-
-    static QString Text(const Statement& statement, int column)
-    {
-        return reinterpret_cast<const char*>(sqlite3_column_text(statement.get(), column));
     }
 
     /// The tables and indexes opened by the statement's bytecode.
     QStringList TreesRead(const QString& statement) const
     {
         constexpr int opcode = 1, secondOperand = 3;
-        const Statement program = Prepare("explain " + statement);
         QStringList names;
-        while (sqlite3_step(program.get()) == SQLITE_ROW) {
-            if (Text(program, opcode) != "OpenRead" && Text(program, opcode) != "OpenWrite")
+        for (store::Statement program = Prepare("explain " + statement); program.Step();) {
+            if (program.TextAt(opcode) != "OpenRead" && program.TextAt(opcode) != "OpenWrite")
                 continue;
-            const Statement name =
-                Prepare("select name from sqlite_schema where rootpage = " + Text(program, secondOperand));
-            if (sqlite3_step(name.get()) == SQLITE_ROW && !names.contains(Text(name, 0)))
-                names << Text(name, 0);
+            const QString root = QString::fromStdString(program.TextAt(secondOperand));
+            store::Statement name = Prepare("select name from sqlite_schema where rootpage = " + root);
+            if (name.Step() && !names.contains(QString::fromStdString(name.TextAt(0))))
+                names << QString::fromStdString(name.TextAt(0));
         }
         names.sort();
         return names;
     }
 
-    std::unique_ptr<sqlite3, Closer> database;
+    const QTemporaryDir folder;
+    const QString path = folder.filePath("ZEP_ONE.MDB");
+    const store::SqliteHandle database = [this] {
+        store::CreateDatabase(path, data::Schema() + Rows);
+        return store::OpenForWork(path, {});
+    }();
 };
 
 QString WithLiterals(QString statement)

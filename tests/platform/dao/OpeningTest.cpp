@@ -1,3 +1,4 @@
+#include "platform/store/Opening.h"
 #include "SmallPractice.h"
 #include "platform/store/Creation.h"
 #include "platform/store/DatabaseReader.h"
@@ -111,6 +112,10 @@ TEST_F(OpenedFile, RecoversTheLogOfACrashedProgram)
             ASSERT_TRUE(QFile::copy(path + part, saved + "/ZEP_ONE.MDB" + part));
     }
     {
+        const store::SqliteHandle reading = store::OpenForReading(saved + "/ZEP_ONE.MDB");
+        EXPECT_EQ(store::WholeAnswer(reading.get(), "select montant from Actes where num = 1"), 77);
+    }
+    {
         const Database found = workspace.OpenDatabase(saved + "/ZEP_ONE.MDB");
         EXPECT_EQ(found.OpenRecordset("Actes")["montant"].Double(), 77);
     }
@@ -132,7 +137,9 @@ TEST_F(OpenedFile, KeepsTheLogOfADamagedFile)
     Write(sound.first(3 * PageSize) + QByteArray(sound.size() - 3 * PageSize, '\x5A'));
     ASSERT_TRUE(QFile::rename(folder.filePath("log"), path + "-wal"));
     const qint64 size = QFileInfo(path + "-wal").size();
+    const auto openFiles = QDir("/proc/self/fd").count();
     EXPECT_EQ(OpeningError(), Error::DamagedDatabase);
+    EXPECT_EQ(QDir("/proc/self/fd").count(), openFiles) << "a failed opening closes its files";
     EXPECT_EQ(QFileInfo(path + "-wal").size(), size);
     EXPECT_EQ(Bytes().mid(3 * PageSize, 4), "ZZZZ");
 }
@@ -174,7 +181,8 @@ TEST_F(OpenedFile, IsCreatedForItsOwnerOnly)
         EXPECT_FALSE(others) << file;
     }
     EXPECT_EQ(ErrorOf([&] { store::CreateDatabase(path, "create table T (a)"); }), Error::DatabaseExists);
-    EXPECT_EQ(ErrorOf([&] { store::CreateDatabase(folder.filePath("none/x"), "create table T (a)"); }), Error::PathNotFound);
+    EXPECT_EQ(ErrorOf([&] { store::CreateDatabase(folder.filePath("none/x"), "create table T (a)"); }),
+              Error::PathNotFound);
     EXPECT_EQ(ErrorOf([&] { store::CreateDatabase(folder.filePath("half"), "create table T (a); create tble"); }),
               Error::SyntaxError);
     EXPECT_FALSE(QFile::exists(folder.filePath("half")));

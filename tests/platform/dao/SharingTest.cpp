@@ -1,6 +1,7 @@
 #include "SmallPractice.h"
 
 #include "platform/dao/Connection.h"
+#include "support/FullDisk.h"
 
 namespace dao::test {
 namespace {
@@ -21,57 +22,34 @@ protected:
     Other other{path};
 };
 
-TEST_F(SharedFile, IsLockedFromEditToUpdateOnly)
+TEST_F(SharedFile, IsLockedFromEditHoweverThatEnds)
 {
-    Recordset rows = LockedAct();
-    EXPECT_TRUE(OtherCanWrite());
-    rows.Edit();
-    EXPECT_FALSE(OtherCanWrite());
-    rows["montant"] = 1;
-    rows.Update();
-    EXPECT_TRUE(OtherCanWrite());
-    EXPECT_EQ(other.Answer("select montant from Actes where num = 1"), "1.0");
-}
-
-TEST_F(SharedFile, IsUnlockedHoweverAnEditEnds)
-{
-    Recordset cancelled = LockedAct();
-    cancelled.Edit();
-    cancelled.CancelUpdate();
-    EXPECT_TRUE(OtherCanWrite());
-
-    Recordset moved = LockedAct();
-    moved.Edit();
-    moved.MoveFirst();
-    EXPECT_TRUE(OtherCanWrite());
-
-    Recordset closed = LockedAct();
-    closed.Edit();
-    closed.Close();
-    EXPECT_TRUE(OtherCanWrite());
-
-    {
-        Recordset leftBehind = LockedAct();
-        leftBehind.Edit();
-        leftBehind["montant"] = 5;
-    }
-    EXPECT_TRUE(OtherCanWrite());
-
     ASSERT_EQ(other.Run("insert into Actes (num, montant) values (999, 5);"
                         "create unique index Refusal on Actes (montant) where montant = 5"),
               SQLITE_OK);
-    Recordset refused = LockedAct();
-    refused.Edit();
-    refused["montant"] = 5;
-    EXPECT_EQ(ErrorOf([&] { refused.Update(); }), Error::DuplicateKey);
-    EXPECT_TRUE(OtherCanWrite());
-    ASSERT_EQ(other.Run("drop index Refusal; delete from Actes where num = 999"), SQLITE_OK);
-
-    Recordset dropped = LockedAct();
-    dropped.Edit();
-    database.Close();
-    EXPECT_TRUE(OtherCanWrite());
-    EXPECT_EQ(other.Answer("select montant from Actes where num = 1"), "100.5");
+    const std::pair<const char*, std::function<void(Recordset&)>> ends[] = {
+        {"cancelled", [](Recordset& rows) { rows.CancelUpdate(); }},
+        {"moved", [](Recordset& rows) { rows.MoveFirst(); }},
+        {"closed", [](Recordset& rows) { rows.Close(); }},
+        {"left behind", [](Recordset& rows) { rows = {}; }},
+        {"refused", [](Recordset& rows) { EXPECT_EQ(ErrorOf([&] { rows.Update(); }), Error::DuplicateKey); }},
+        {"updated",
+         [](Recordset& rows) {
+             rows["montant"] = 100.5;
+             rows.Update();
+         }},
+        {"dropped", [this](Recordset&) { database.Close(); }},
+    };
+    for (const auto& [how, end] : ends) {
+        Recordset rows = LockedAct();
+        EXPECT_TRUE(OtherCanWrite()) << how;
+        rows.Edit();
+        rows["montant"] = 5;
+        EXPECT_FALSE(OtherCanWrite()) << how;
+        end(rows);
+        EXPECT_TRUE(OtherCanWrite()) << how;
+        EXPECT_EQ(other.Answer("select montant from Actes where num = 1"), "100.5") << how;
+    }
 }
 
 TEST_F(SharedFile, KeepsWhatAnotherSetWroteDuringALockedEdit)
@@ -91,9 +69,9 @@ TEST_F(SharedFile, KeepsWhatAnotherSetWroteDuringALockedEdit)
 
     first.Edit();
     database.Execute("update Actes set montant = 3 where num = 3");
+    EXPECT_TRUE(OtherCanWrite()) << "the edit is ended by the change";
     first.CancelUpdate();
     EXPECT_EQ(other.Answer("select group_concat(montant) from Actes where num < 4"), "1.0,2.0,3.0");
-    EXPECT_TRUE(OtherCanWrite());
 }
 
 TEST_F(SharedFile, IsASnapshotWithinAReadTransaction)
@@ -158,21 +136,31 @@ TEST_F(SharedFile, CommitsTransactionsAtomically)
     EXPECT_EQ(other.Answer("select count(*) from Actes where Flag_H = 1"), "6");
     EXPECT_EQ(ErrorOf([&] { database.CommitTrans(); }), Error::NoTransaction);
     EXPECT_EQ(ErrorOf([&] { database.Rollback(); }), Error::NoTransaction);
+
+    Transaction failing(database);
+    database.Execute("update Actes set Flag_H = 2");
+    {
+        const tests::FullDisk disk(0);
+        EXPECT_EQ(ErrorOf([&] { failing.Commit(); }), Error::DiskOrNetwork);
+    }
+    EXPECT_TRUE(OtherCanWrite()) << "a commit that failed is rolled back";
+    EXPECT_EQ(Open("Actes")["Flag_H"].Long(), 1);
 }
 
-TEST_F(SharedFile, SharesChangesBetweenHandles)
+TEST_F(SharedFile, SharesChangesBetweenHandlesAndClosesWithTheLast)
 {
     Database second = workspace.OpenDatabase(path);
     Recordset rows = second.OpenRecordset("select * from Actes order by date desc");
-    Recordset edited = Open("Actes");
-    edited.Edit();
-    edited["montant"] = 3;
-    edited.Update();
+    database.Execute("update Actes set montant = 3 where num = 1");
     DBEngine.Idle(RefreshCache);
     rows.FindFirst(1);
     EXPECT_EQ(rows["montant"].Double(), 3);
     database.Close();
-    EXPECT_EQ(second.OpenRecordset("select sum(montant) as S1 from Actes where num = 1")["S1"].Double(), 3);
+    EXPECT_EQ(second.OpenRecordset("Actes")["montant"].Double(), 3);
+    workspace.Close();
+    EXPECT_FALSE(rows.IsOpen());
+    EXPECT_EQ(ErrorOf([&] { second.OpenRecordset("Actes"); }), Error::ObjectClosed);
+    EXPECT_EQ(ErrorOf([&] { workspace.OpenDatabase(path); }), Error::ObjectClosed);
 }
 
 TEST_F(SharedFile, HasNoReaderOnceASetWasRead)
@@ -185,15 +173,6 @@ TEST_F(SharedFile, HasNoReaderOnceASetWasRead)
     EXPECT_EQ(other.Answer("pragma wal_checkpoint(truncate)"), "0");
     EXPECT_EQ(Walk(walked), "1 2 3 4 5 6");
     EXPECT_EQ(looked["num"].Key(), 1);
-}
-
-TEST_F(SharedFile, ClosesWithItsLastHandle)
-{
-    Recordset rows = Open("Actes");
-    workspace.Close();
-    EXPECT_FALSE(rows.IsOpen());
-    EXPECT_EQ(ErrorOf([&] { Open("Actes"); }), Error::ObjectClosed);
-    EXPECT_EQ(ErrorOf([&] { workspace.OpenDatabase(path); }), Error::ObjectClosed);
 }
 
 } // namespace
