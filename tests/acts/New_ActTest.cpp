@@ -181,19 +181,6 @@ TEST_F(DaySheet, SavesAToggleOnceWhenAnEmptyDayFollows)
     EXPECT_EQ(ArchiveStatus(act), 0);
 }
 
-TEST_F(DaySheet, SavesTheTogglesOfADayTogetherOrNotAtAll)
-{
-    const dao::Key first = practice.Act({});
-    practice.Act({});
-    auto& sheet = OpenScreen();
-    DoubleClick(sheet.Grid2, 0);
-    DoubleClick(sheet.Grid2, 1);
-    practice.Write("create unique index Fault on Actes (Flag_H) where Flag_H = 1"); // the second act is unwritable
-    ExpectRefusal("Erreur d'exécution '3022' :\n" + basic::RuntimeError(Error::DuplicateKey).Description(), "ZEP Lumo");
-    Click(sheet.Image1[New_Act::LeaveSheet]);
-    EXPECT_EQ(ArchiveStatus(first), 0);
-}
-
 TEST_F(DaySheet, StaysOnAnEmptyDayWithNothingToToggle)
 {
     practice.Act({.day = "28/02/2008"});

@@ -1,11 +1,8 @@
 #include "analysis/Chrges.h"
-#include "data/Practice.h"
 #include "support/ScreenTest.h"
-#include "support/Statements.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
-#include <QScopedValueRollback>
 
 using analysis::Chrges;
 using forms::Icon;
@@ -158,34 +155,6 @@ TEST_F(RunningCharges, LeavesWithoutStoring)
         EXPECT_FALSE(screen.isVisible());
     }
     EXPECT_EQ(Stored(), "-|-|-|-|-|-|-|-|-");
-}
-
-TEST_F(RunningCharges, WritesNothingAfterTheLockTimeout)
-{
-    practice.Write("Update Permn set Charge2 = 1");
-    const QScopedValueRollback<int> impatient(data::PracticeRules().patience, 100);
-    auto& screen = OpenScreen();
-    screen.Text1[Chrges::Rent].setText("5");
-    tests::OtherProgram other(practice.File("ZEP_ONE.MDB"));
-    ASSERT_EQ(other.Run("begin immediate"), SQLITE_OK);
-
-    desk.ExpectMessage("Sauvegarde en cours", Icon::None, "");
-    ExpectRefusal("Erreur d'exécution '3187' :\n" + basic::RuntimeError(Error::Locked).Description(), "ZEP Lumo");
-    Click(screen.Image1[Chrges::Store]);
-
-    EXPECT_EQ(desk.EndCode(), 1);
-    ASSERT_EQ(other.Run("rollback"), SQLITE_OK);
-    EXPECT_EQ(Stored(), "-|1|-|-|-|-|-|-|-");
-}
-
-TEST_F(RunningCharges, AreLockedFromTheEditOn)
-{
-    const tests::LockProbe probe(practice.File("ZEP_ONE.MDB"), "Permn");
-    auto& screen = OpenScreen();
-    screen.Text1[Chrges::Rent].setText("5");
-    Store(screen);
-    EXPECT_EQ(probe.Locks(), 1);
-    EXPECT_EQ(probe.Writes(), 1);
 }
 
 TEST_F(RunningCharges, StoresIntoTheCurrentRow)

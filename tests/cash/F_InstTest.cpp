@@ -2,7 +2,6 @@
 
 #include "support/Reports.h"
 #include "support/ScreenTest.h"
-#include "support/Statements.h"
 
 using cash::CorrectionPanel;
 using cash::F_Inst;
@@ -234,17 +233,6 @@ TEST_F(PendingSettlements, AreUntouchedWhenTheActInHandWasDeleted)
     Click(screen.Image1[F_Inst::Correct]);
     EXPECT_EQ(Shown(screen), "list");
     EXPECT_EQ(Stored(first), "1|1");
-}
-
-TEST_F(PendingSettlements, AreLockedFromTheEditOn)
-{
-    practice.Act({});
-    const tests::LockProbe probe(practice.File("ZEP_ONE.MDB"), "Actes");
-    auto& screen = ListDay();
-    Click(screen.Image1[F_Inst::Correct]);
-    Settle(screen, PaymentCode::P, "70");
-    EXPECT_EQ(probe.Writes(), 1);
-    EXPECT_EQ(probe.Locks(), 1);
 }
 
 TEST_F(PendingSettlements, ArePrintedAsListedEvenIfNoneIs)

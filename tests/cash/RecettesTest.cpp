@@ -80,30 +80,6 @@ TEST_F(ActivityJournal, OpensEmptyWithItsTotalsUnderTheirColumns)
     EXPECT_TRUE(isUnder(screen.DetailTheoreticalTotal, screen.Grid2, Recettes::Value));
 }
 
-TEST_F(ActivityJournal, ReadsTheRatesAsWholeNumbersAndMakesTheRowWhenItIsMissing)
-{
-    practice.Act({.flag_R = PaymentCode::P});
-    practice.Act({.flag_R = PaymentCode::P, .Type = "K0"});
-    const auto values = [&] {
-        auto& screen = OpenScreen();
-        AcceptDay(screen.Dates, "17/06/2008");
-        return tests::ColumnOf(screen.Grid2, Recettes::Value);
-    };
-    practice.Write("Update Tarif set C = 10.5, K0 = 11.5");
-    EXPECT_EQ(values(), QStringList({"10", "12"}));
-    practice.Write("Update Tarif set C = Null, K0 = -32768");
-    EXPECT_EQ(values(), QStringList({"", "-32 768"}));
-    practice.Write("delete from Tarif");
-    EXPECT_EQ(values(), QStringList({"", ""}));
-    EXPECT_EQ(practice.Ask("select count(*) from Tarif").Long(), 1);
-    EXPECT_EQ(values(), QStringList({"", ""}));
-    EXPECT_EQ(practice.Ask("select count(*) from Tarif").Long(), 1);
-
-    practice.Write("Update Tarif set K30 = 32768");
-    Recettes screen;
-    EXPECT_EQ(ErrorOf([&] { screen.Load(); }), Error::Overflow);
-}
-
 TEST_F(ActivityJournal, ValuesActsByPaymentStateAndCode)
 {
     const struct {

@@ -4,7 +4,6 @@
 #include "support/ChildProcess.h"
 #include "support/ScreenTest.h"
 
-#include <QRegularExpression>
 #include <netinet/in.h>
 #include <optional>
 #include <sys/socket.h>
@@ -128,24 +127,18 @@ private:
         return type + counted(name) + counted(value);
     }
 
-    static QByteArray Received(int connection)
-    {
-        char bytes[4096];
-        return {bytes, qMax(::recv(connection, bytes, sizeof bytes, 0), ssize_t{0})};
-    }
-
     static void Answer(int connection, const QStringList& printers)
     {
         QByteArray request;
-        while (!request.contains("\r\n\r\n"))
-            request += Received(connection);
+        for (char bytes[4096]; !request.endsWith('\3');) { // the end of the attributes
+            const ssize_t size = ::recv(connection, bytes, sizeof bytes, 0);
+            request.append(bytes, qMax(size, ssize_t{0}));
+            if (request.endsWith("\r\n\r\n"))
+                ::send(connection, "HTTP/1.1 100 Continue\r\n\r\n", 25, 0);
+            if (size <= 0)
+                return static_cast<void>(::close(connection));
+        }
         const qsizetype head = request.indexOf("\r\n\r\n") + 4;
-        if (request.contains("100-continue"))
-            ::send(connection, "HTTP/1.1 100 Continue\r\n\r\n", 25, 0);
-        static const QRegularExpression length("Content-Length: (\\d+)");
-        while (request.size() < head + length.match(QString::fromLatin1(request)).captured(1).toInt())
-            request += Received(connection);
-
         QByteArray answer = QByteArray::fromHex("01010000") + request.mid(head + 4, 4) + '\1' +
                             Attribute('\x47', "attributes-charset", "utf-8") +
                             Attribute('\x48', "attributes-natural-language", "fr");

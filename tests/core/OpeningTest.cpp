@@ -24,8 +24,6 @@ using forms::Answer;
 using forms::Buttons;
 using forms::Icon;
 
-namespace PaymentCode = data::PaymentCode;
-
 namespace {
 
 class Opening : public tests::ScreenTest<Form1> {
@@ -39,11 +37,6 @@ protected:
 
     void TypeCode(Form1& main, const QString& code) { tests::TypeCode(desk, main, practice.Folder(), code); }
     void Quit(Form1& main) { tests::Quit(desk, main); }
-    /// Answers the calendar before the till.
-    void PickDay(core::Q_Date_2::Action answer)
-    {
-        desk.WhenModal<core::Q_Date_2>([answer](core::Q_Date_2& picker) { Click(picker.Image2[answer]); });
-    }
 
     int cashOpened = 0;
     int actsOpened = 0;
@@ -141,7 +134,7 @@ TEST_F(Opening, FocusesTheMenuAndHasShortcutsForItsMainEntries)
     practice.Act({});
     practice.Appointment("17/06/2008");
     Press(main, Qt::Key_F6);
-    PickDay(core::Q_Date_2::AcceptDay);
+    desk.WhenModal<core::Q_Date_2>([](core::Q_Date_2& picker) { Click(picker.Image2[core::Q_Date_2::AcceptDay]); });
     Press(main, Qt::Key_F7);
     Press(main, Qt::Key_F8);
     EXPECT_EQ(actsOpened, 1);
@@ -197,42 +190,6 @@ TEST_F(Opening, AcceptsACodeOnlyInTheFolderOfADatabase)
     dialog.Text2.setText("Q:");
     ExpectRefusal("Lecteur 'Q:' introuvable");
     Click(dialog.Image1);
-}
-
-TEST_F(Opening, ChecksEachEntryAgainstItsTable)
-{
-    auto& main = Start();
-    TypeCode(main, "6");
-
-    ExpectSaved("Aucun acte enregistré", "ATTENTION");
-    main.Entry("NActes")->trigger();
-    ExpectSaved("Aucun règlement en instance", "ATTENTION");
-    main.Entry("mnu_Inst")->trigger();
-    const auto expectNoCash = [this] { ExpectSaved("Aucun mouvement de fonds enregistré", "Lumo ZEP"); };
-    expectNoCash();
-    main.Entry("mnu_Caisse")->trigger();
-    EXPECT_EQ(cashOpened + actsOpened + pendingOpened, 0);
-
-    practice.Act({.montant = 10, .flag_R = PaymentCode::P});
-    main.Entry("NActes")->trigger();
-    EXPECT_EQ(actsOpened, 1);
-    ExpectSaved("Aucun règlement en instance", "ATTENTION");
-    main.Entry("mnu_Inst")->trigger();
-    expectNoCash(); // acts don't count as cash activity
-    main.Entry("mnu_Caisse")->trigger();
-
-    const dao::Key expense = practice.Expense({.montant = 5}); // an expense alone does, and so does an appointment
-    PickDay(core::Q_Date_2::CancelDay);
-    main.Entry("mnu_Caisse")->trigger();
-    practice.Remove("Recettes", expense);
-    practice.Appointment("17/06/2008");
-    PickDay(core::Q_Date_2::CancelDay);
-    main.Entry("mnu_Caisse")->trigger();
-    EXPECT_EQ(cashOpened, 0);
-    PickDay(core::Q_Date_2::AcceptDay);
-    main.Entry("mnu_Caisse")->trigger();
-    EXPECT_EQ(cashOpened, 1);
-    EXPECT_EQ(core::PickedDate, "17/06/2008");
 }
 
 TEST_F(Opening, KeepsWorkingWhenQuittingIsDeclined)

@@ -180,13 +180,3 @@ TEST_F(DatePicker, AcceptsADoubleClickOnADayOnly)
     EXPECT_FALSE(picker.isVisible());
     EXPECT_EQ(core::PickedDate, "30/06/2008");
 }
-
-TEST_F(DatePicker, NamesDaysAndCountsThem)
-{
-    EXPECT_EQ(core::DayCaption("17/06/2008"), "Mar  17/06/2008");
-    EXPECT_EQ(core::LongDayName("29/02/2100"), "Lundi"); // rolls over to 1 March
-    EXPECT_EQ(core::DaysInMonth(2, 1900), 29);           // no century rule
-    EXPECT_EQ(core::DaysInMonth(2, 2023), 28);
-    EXPECT_EQ(core::DaysInMonth(11, 2023), 30);
-    EXPECT_EQ(core::DaysInMonth(12, 2023), 31);
-}

@@ -14,6 +14,7 @@
 #include "catalogue/Tarifs.h"
 #include "core/MenuTable.h"
 #include "core/Q_Date_2.h"
+#include "core/globals.h"
 #include "expenses/F_Dep.h"
 #include "planning/Planning.h"
 #include "support/MainWindow.h"
@@ -121,5 +122,16 @@ TEST_F(Menu, ChecksForRowsBeforeItOpensAScreen)
     Opens<acts::New_Act>("NActes");
     Opens<analysis::Mens_Act>("mnu_mens");
     Refuses("mnu_Inst", "Aucun règlement en instance", "ATTENTION");
-    Refuses("mnu_Caisse", "Aucun mouvement de fonds enregistré", "Lumo ZEP");
+    Refuses("mnu_Caisse", "Aucun mouvement de fonds enregistré", "Lumo ZEP"); // acts don't count as cash activity
+    const auto pickDay = [this](core::Q_Date_2::Action answer) {
+        desk.WhenModal<core::Q_Date_2>([answer](core::Q_Date_2& picker) { picker.Image2[answer].click(); });
+    };
+    const dao::Key expense = practice.Expense({.montant = 5}); // an expense alone does, and so does an appointment
+    pickDay(core::Q_Date_2::CancelDay);                        // nothing opens
+    main->Entry("mnu_Caisse")->trigger();
+    practice.Remove("Recettes", expense);
+    practice.Appointment("17/06/2008");
+    pickDay(core::Q_Date_2::AcceptDay);
+    Opens<cash::J_CAISSE>("mnu_Caisse");
+    EXPECT_EQ(core::PickedDate, "17/06/2008");
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "support/OtherProgram.h"
+#include <QString>
 
 #include <functional>
 #include <sqlite3.h>
@@ -40,33 +40,6 @@ private:
     }
 
     static inline std::function<void(const QString&)> before;
-};
-
-/// Whether a table's rows are locked before they are written, as after an edit that locks, and not only by the write.
-class LockProbe {
-public:
-    LockProbe(const QString& path, const QString& table)
-        : other(path), statements([this, table](const QString& statement) {
-              if (!statement.startsWith("update", Qt::CaseInsensitive) || !statement.contains(table))
-                  return;
-              ++writes;
-              if (other.Run("begin immediate") != SQLITE_OK)
-                  ++locks;
-              else
-                  other.Run("rollback");
-          })
-    {
-        other.Run("pragma busy_timeout = 0");
-    }
-
-    int Writes() const { return writes; }
-    int Locks() const { return locks; }
-
-private:
-    int writes = 0;
-    int locks = 0;
-    OtherProgram other;
-    BeforeStatements statements;
 };
 
 } // namespace tests
