@@ -2,7 +2,7 @@
 
 #include "data/Practice.h"
 #include "platform/basic/RuntimeError.h"
-#include "platform/host/Files.h"
+#include "platform/store/FileWork.h"
 
 #include <QDir>
 #include <QDirIterator>

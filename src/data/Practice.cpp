@@ -8,6 +8,7 @@
 #include "platform/dao/Workgroup.h"
 #include "platform/host/Files.h"
 #include "platform/store/Creation.h"
+#include "platform/store/FileWork.h"
 
 #include <QDir>
 #include <QFile>

@@ -7,7 +7,7 @@
 namespace pages {
 namespace {
 
-dao::Value ValueOf(const QRegularExpressionMatch& match)
+store::Value ValueOf(const QRegularExpressionMatch& match)
 {
     if (match.hasCaptured("year"))
         return QStringLiteral("%1-%2-%3")

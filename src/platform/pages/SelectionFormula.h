@@ -10,7 +10,7 @@ namespace pages {
 /// A selection formula as an SQL condition, with the values for ?1, ?2 ... .
 struct Selection {
     QString condition;
-    std::vector<dao::Value> values;
+    std::vector<store::Value> values;
 };
 
 /// Parses "{Plani.date} = date(2008,06,17) and {Plani.Num_Presta} = 3": comparisons (= <> < <= > >=) of a field with a
