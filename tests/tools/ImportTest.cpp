@@ -45,23 +45,23 @@ TEST(Import, NamesEveryBadLineAndAddsNothing)
 {
     const NewPractice practice;
     ASSERT_EQ(practice.Import("Actes", "num,Date,HH,montant,flag_R\n5,01/01/2020,0,0,0\n").code, 0);
-    const CommandRun run = practice.Import("Actes", "num,Date,HH,montant,flag_R,Type,MM,Heure\n"
-                                                    "1,17/06/2008,0,0,0,C,6,08:05\n"
-                                                    "1,17/06/2008,0,0,0,C,,\n"
-                                                    "5,17/06/2008,0,0,0,C,,\n"
-                                                    ",17/06/2008,0,0,0,C,,\n"
-                                                    "6,31/06/2008,10,abc,6,K31,13,25:00\n"
-                                                    "7,17/06/2008,0,0,0,C,7,\n"
+    const CommandRun run = practice.Import("Actes", "num,Date,HH,montant,flag_R,Type,MM,Heure,AA\n"
+                                                    "1,17/06/2008,0,0,0,C,6,08:05,2008\n"
+                                                    "1,17/06/2008,0,0,0,C,,,\n"
+                                                    "5,17/06/2008,0,0,0,C,,,\n"
+                                                    ",17/06/2008,0,0,0,C,,,\n"
+                                                    "6,31/06/2008,10,abc,6,K31,13,25:00,\n"
+                                                    "7,17/06/2008,0,0,0,C,7,,2007\n"
                                                     "8,17/06/2008\n"
-                                                    "9,17/06/2008,0,,0,\"deux\nlignes\",,\n"
-                                                    "2147483648,17/06/2008,0,0,0,,,\n");
+                                                    "9,17/06/2008,0,,0,\"deux\nlignes\",,,\n"
+                                                    "2147483648,17/06/2008,0,0,0,,,,\n");
     EXPECT_EQ(run.code, 1);
     for (const char* part :
          {"Ligne 3 : num : la clé 1 est déjà celle de la ligne 2", "Ligne 4 : num : la clé 5 existe déjà dans Actes",
           "Ligne 5 : num : une valeur est obligatoire", "Ligne 6 : Date : « 31/06/2008 »",
           "HH : 10 est hors de l'intervalle 0 à 9", "flag_R : 6", "« K31 »", "MM : 13", "« 25:00 »",
-          "Ligne 7 : MM : 7 ne correspond pas à la date", "Ligne 8 : 2 valeurs au lieu de 8", "Ligne 9 : montant",
-          "Ligne 11 : num", "8 problèmes"})
+          "Ligne 7 : MM : 7 ne correspond pas à la date ; AA : 2007 ne correspond pas à la date",
+          "Ligne 8 : 2 valeurs au lieu de 9", "Ligne 9 : montant", "Ligne 11 : num", "8 problèmes"})
         EXPECT_TRUE(run.errors.contains(part)) << part << "\n" << run.errors.toStdString();
     EXPECT_FALSE(run.errors.contains("Ligne 2 "));
     EXPECT_EQ(practice.Count("Actes"), 1);
@@ -162,7 +162,7 @@ TEST(Import, TakesFilesAsSpreadsheetsWriteThem)
         {"a delimiter named before the fields", "sep=;\r\nnum;nom;tel\r\n1;Évrard;\r\n2;b;5\r\n"},
         {"the same with a mark and another one", "\xEF\xBB\xBFSEP=|\nnum|nom|tel\n1|Évrard|\n2|b|5\n"},
         {"lone CR line ends", "num;nom;tel\r1;Évrard;\r2;b;5\r"},
-        {"rows without values", "num,nom,tel\n1,Évrard,\n,,\n2,b,5\n\n,,\n , ,\n"},
+        {"rows without values, and blanks around names", " num , nom, tel \n1,  Évrard ,\n,,\n2,b,5\n\n,,\n , ,\n"},
         {"Windows-1252", "num,nom,tel\n1,\xC9vrard,\n2,b,5\n"},
     };
     for (const auto& file : files) {
