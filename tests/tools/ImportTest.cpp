@@ -110,45 +110,46 @@ TEST(Import, ReadsCellsAsSpreadsheetsWriteThem)
     constexpr practice::FieldRule slot{"HH", practice::FieldKind::Code, practice::Missing::Fault, 0, 9};
     const struct {
         practice::FieldRule rule;
-        QString text;
-        QString value; ///< as text; empty for one that is refused
-        const char* reason = "";
-    } cells[] = {
-        {amount, QStringLiteral("1\u202F250,50"), "1250.5"},
-        {amount, QStringLiteral("1\u00A0234\u00A0567,5"), "1234567.5"},
-        {amount, "-1 250.75", "-1250.75"},
-        {amount, ",5", "0.5"},
-        {amount, "12,3456", "12.3456"},
-        {amount, "-0", "0"},
-        {amount, "999999999999999", "999999999999999"},
-        {amount, "1e15", "", "trop grand"},
-        {amount, "1,000", "", "1000 ou 1,00"},
-        {amount, "12 50", "", "n'est pas un montant"},
-        {amount, "nan", "", "n'est pas un montant"},
-        {amount, QString("12") + QChar::Null, "", "caractère nul"},
-        {slot, QString("5") + QChar::Null, "", "caractère nul"},
-        {slot, "+05", "5"},
-        {slot, "\u0665", "", "n'est pas un nombre entier"},
-        {slot, "99999999999999999999", "", "hors de l'intervalle"},
-        {slot, "", "", "obligatoire"},
-        {time, "8:05", "08:05"},
-        {time, "08:05:59", "08:05"},
-        {time, "1899-12-30 18:30:00", "18:30"},
-        {time, "24:00", "", "n'est pas une heure"},
-        {day, "17/06/2008 00:00:00", "17/06/2008"},
-        {day, "2008-06-17T00:00", "17/06/2008"},
-        {day, "7/6/2008", "07/06/2008"},
-        {day, "29/02/2007", "", "n'est pas une date"},
-        {day, "17/06/2008 08:00:00", "", "n'est pas une date"},
-        {day, "06/17/08 00:00:00", "", "mdb-export : -D '%Y-%m-%d'"},
-        {day, "17-06-08", "", "que deux chiffres"},
-        {day, "17/06/0099", "", "n'est pas une date"},
+        QStringList texts;
+        QString values; ///< as text, separated by "|"
+    } taken[] = {
+        {amount,
+         {u"1\u202F250,50"_qs, u"1\u00A0234\u00A0567,5"_qs, "-1 250.75", ",5", "12,3456", "-0", "999999999999999"},
+         "1250.5|1234567.5|-1250.75|0.5|12.3456|0|999999999999999"},
+        {slot, {"+05"}, "5"},
+        {time, {"8:05", "08:05:59", "1899-12-30 18:30:00"}, "08:05|08:05|18:30"},
+        {day, {"17/06/2008 00:00:00", "2008-06-17T00:00", "7/6/2008"}, "17/06/2008|17/06/2008|07/06/2008"},
     };
-    for (const auto& cell : cells) {
-        const practice::ReadValue read = ReadField(cell.rule, cell.text);
-        EXPECT_EQ(read.value.IsNull() ? QString() : read.value.Text(), cell.value) << cell.text.toStdString();
-        EXPECT_EQ(read.problem.isEmpty(), !cell.value.isEmpty()) << cell.text.toStdString();
-        EXPECT_TRUE(read.problem.contains(cell.reason)) << read.problem.toStdString();
+    for (const auto& [rule, texts, values] : taken) {
+        QStringList read;
+        for (const QString& text : texts)
+            read << ReadField(rule, text).value.Text();
+        EXPECT_EQ(read.join('|'), values);
+    }
+    const struct {
+        practice::FieldRule rule;
+        const char* reason;
+        QStringList texts;
+    } refused[] = {
+        {amount, "trop grand", {"1e15"}},
+        {amount, "1000 ou 1,00", {"1,000"}},
+        {amount, "n'est pas un montant", {"12 50", "nan"}},
+        {amount, "caractère nul", {QString("12") + QChar::Null}},
+        {slot, "caractère nul", {QString("5") + QChar::Null}},
+        {slot, "n'est pas un nombre entier", {"\u0665"}},
+        {slot, "hors de l'intervalle", {"10", "-1", "99999999999999999999"}},
+        {slot, "obligatoire", {""}},
+        {time, "n'est pas une heure", {"24:00"}},
+        {day, "n'est pas une date", {"29/02/2007", "17/06/2008 08:00:00", "17/06/0099"}},
+        {day, "mdb-export : -D '%Y-%m-%d'", {"06/17/08 00:00:00"}},
+        {day, "que deux chiffres", {"17-06-08"}},
+    };
+    for (const auto& [rule, reason, texts] : refused) {
+        for (const QString& text : texts) {
+            const practice::ReadValue read = ReadField(rule, text);
+            EXPECT_TRUE(read.value.IsNull() && read.problem.contains(reason))
+                << text.toStdString() << read.problem.toStdString();
+        }
     }
 }
 
