@@ -142,6 +142,20 @@ TEST_F(Evenings, KeepNoCopyThatIsntWholeOrOurs)
         data::CopyToArchives(folder);
         EXPECT_EQ(Files(), QStringList("ZEP_ONE.MDB"));
     }
+
+    End("2026-11-22");
+    QFile log(Copy() + "-wal");
+    ASSERT_TRUE(log.open(QIODevice::WriteOnly) && log.write("x") == 1 && log.flush());
+    EXPECT_NE(data::FaultOf(Copy()), "") << "a log beside a sealed copy";
+    log.remove();
+    EXPECT_EQ(data::FaultOf(Copy()), "");
+    for (const auto& [sql, error] :
+         {std::pair("create trigger t after insert on Actes begin select 1; end", Error::UnrecognizedFormat),
+          std::pair("drop trigger t; pragma writable_schema = on; delete from sqlite_schema where name = 'Actes_Mois'",
+                    Error::DamagedDatabase)}) {
+        ASSERT_EQ(tests::OtherProgram(Copy()).Run(sql), SQLITE_OK);
+        EXPECT_EQ(ErrorOf([&] { data::RequireUsable(Copy()); }), error) << sql;
+    }
 }
 
 TEST_F(Evenings, AreArchivedWhateverIsInTheWay)

@@ -212,6 +212,9 @@ TEST_F(Copies, AreNamedByPathNameOrDay)
     };
     EXPECT_EQ(compared({}), "Comparé à la copie « ZEP_ONE.MDB » du 16/06/2008 à 18:02.");
     EXPECT_EQ(compared({"2008-06-10"}), "Comparé à la copie « ZEP_ONE 2008-06-10.MDB » du 12/06/2008 à 18:02.");
+    EXPECT_TRUE(
+        CommandRun({"compare", practice.Folder(), "2008-06-10"}).output.contains("Aucun jour avant le 10/06/2008"))
+        << "by its name, though it was copied anew";
     EXPECT_EQ(compared({"16/06/2008"}), "Comparé à la copie « ZEP_ONE.MDB » du 16/06/2008 à 18:02.");
     EXPECT_EQ(compared({"zep_one 2008-06-10.mdb"}),
               "Comparé à la copie « ZEP_ONE 2008-06-10.MDB » du 12/06/2008 à 18:02.");

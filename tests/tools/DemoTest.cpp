@@ -73,26 +73,21 @@ TEST_F(Demo, GivesNoActOfAServiceThatIsGoneToANewOne)
     EXPECT_EQ(other.Answer("select num from Presta where denom = 'Nouvelle'"), "5");
 }
 
-TEST_F(Demo, RefusesAFolderInUse)
-{
-    QFile file(place.filePath("notes.txt"));
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    const CommandRun run({"demo", place.path()});
-    EXPECT_EQ(run.code, 1);
-    EXPECT_TRUE(run.errors.contains("n'est pas vide")) << run.errors.toStdString();
-    EXPECT_FALSE(QFile::exists(place.filePath("ZEP_ONE.MDB")));
-}
-
-TEST_F(Demo, KeepsFoldersThatItDidNotMake)
+TEST_F(Demo, RefusesAFolderInUseAndKeepsFoldersThatItDidNotMake)
 {
     for (const char* const other : {"a.part", "a.part-abcdef"}) {
         ASSERT_TRUE(QDir(place.path()).mkpath(other));
-        QFile file(place.filePath(other) + QString("/ZEP_ONE.MDB"));
+        QFile file(place.filePath(other) + QString("/ZEP_TWO.MDB"));
         ASSERT_TRUE(file.open(QIODevice::WriteOnly));
     }
     ASSERT_TRUE(QDir(place.path()).mkdir("a"));
-
-    EXPECT_EQ(CommandRun({"check", Make("a", {"--acts", "20"})}).code, 0);
+    EXPECT_EQ(CommandRun({"check", Make("a", {"--acts", "12000"})}).code, 0);
+    EXPECT_EQ(tests::OtherProgram(place.filePath("a/ZEP_ONE.MDB")).Answer("select count(*) from Actes"), "12000");
     EXPECT_EQ(QDir(place.path()).entryList(QDir::Dirs | QDir::Hidden | QDir::NoDotAndDotDot),
               QStringList({"a", "a.part", "a.part-abcdef"}));
+
+    const CommandRun run({"demo", place.filePath("a.part")});
+    EXPECT_EQ(run.code, 1);
+    EXPECT_TRUE(run.errors.contains("n'est pas vide")) << run.errors.toStdString();
+    EXPECT_FALSE(QFile::exists(place.filePath("a.part/ZEP_ONE.MDB")));
 }

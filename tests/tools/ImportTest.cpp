@@ -45,23 +45,23 @@ TEST(Import, NamesEveryBadLineAndAddsNothing)
 {
     const NewPractice practice;
     ASSERT_EQ(practice.Import("Actes", "num,Date,HH,montant,flag_R\n5,01/01/2020,0,0,0\n").code, 0);
-    const CommandRun run = practice.Import("Actes", "num,Date,HH,montant,flag_R,Type,MM,Heure\n"
-                                                    "1,17/06/2008,0,0,0,C,6,08:05\n"
-                                                    "1,17/06/2008,0,0,0,C,,\n"
-                                                    "5,17/06/2008,0,0,0,C,,\n"
-                                                    ",17/06/2008,0,0,0,C,,\n"
-                                                    "6,31/06/2008,10,abc,6,K31,13,25:00\n"
-                                                    "7,17/06/2008,0,0,0,C,7,\n"
+    const CommandRun run = practice.Import("Actes", "num,Date,HH,montant,flag_R,Type,MM,Heure,AA\n"
+                                                    "1,17/06/2008,0,0,0,C,6,08:05,2008\n"
+                                                    "1,17/06/2008,0,0,0,C,,,\n"
+                                                    "5,17/06/2008,0,0,0,C,,,\n"
+                                                    ",17/06/2008,0,0,0,C,,,\n"
+                                                    "6,31/06/2008,10,abc,6,K31,13,25:00,\n"
+                                                    "7,17/06/2008,0,0,0,C,7,,2007\n"
                                                     "8,17/06/2008\n"
-                                                    "9,17/06/2008,0,,0,\"deux\nlignes\",,\n"
-                                                    "2147483648,17/06/2008,0,0,0,,,\n");
+                                                    "9,17/06/2008,0,,0,\"deux\nlignes\",,,\n"
+                                                    "2147483648,17/06/2008,0,0,0,,,,\n");
     EXPECT_EQ(run.code, 1);
     for (const char* part :
          {"Ligne 3 : num : la clé 1 est déjà celle de la ligne 2", "Ligne 4 : num : la clé 5 existe déjà dans Actes",
           "Ligne 5 : num : une valeur est obligatoire", "Ligne 6 : Date : « 31/06/2008 »",
           "HH : 10 est hors de l'intervalle 0 à 9", "flag_R : 6", "« K31 »", "MM : 13", "« 25:00 »",
-          "Ligne 7 : MM : 7 ne correspond pas à la date", "Ligne 8 : 2 valeurs au lieu de 8", "Ligne 9 : montant",
-          "Ligne 11 : num", "8 problèmes"})
+          "Ligne 7 : MM : 7 ne correspond pas à la date ; AA : 2007 ne correspond pas à la date",
+          "Ligne 8 : 2 valeurs au lieu de 9", "Ligne 9 : montant", "Ligne 11 : num", "8 problèmes"})
         EXPECT_TRUE(run.errors.contains(part)) << part << "\n" << run.errors.toStdString();
     EXPECT_FALSE(run.errors.contains("Ligne 2 "));
     EXPECT_EQ(practice.Count("Actes"), 1);
@@ -110,45 +110,46 @@ TEST(Import, ReadsCellsAsSpreadsheetsWriteThem)
     constexpr practice::FieldRule slot{"HH", practice::FieldKind::Code, practice::Missing::Fault, 0, 9};
     const struct {
         practice::FieldRule rule;
-        QString text;
-        QString value; ///< as text; empty for one that is refused
-        const char* reason = "";
-    } cells[] = {
-        {amount, QStringLiteral("1\u202F250,50"), "1250.5"},
-        {amount, QStringLiteral("1\u00A0234\u00A0567,5"), "1234567.5"},
-        {amount, "-1 250.75", "-1250.75"},
-        {amount, ",5", "0.5"},
-        {amount, "12,3456", "12.3456"},
-        {amount, "-0", "0"},
-        {amount, "999999999999999", "999999999999999"},
-        {amount, "1e15", "", "trop grand"},
-        {amount, "1,000", "", "1000 ou 1,00"},
-        {amount, "12 50", "", "n'est pas un montant"},
-        {amount, "nan", "", "n'est pas un montant"},
-        {amount, QString("12") + QChar::Null, "", "caractère nul"},
-        {slot, QString("5") + QChar::Null, "", "caractère nul"},
-        {slot, "+05", "5"},
-        {slot, "\u0665", "", "n'est pas un nombre entier"},
-        {slot, "99999999999999999999", "", "hors de l'intervalle"},
-        {slot, "", "", "obligatoire"},
-        {time, "8:05", "08:05"},
-        {time, "08:05:59", "08:05"},
-        {time, "1899-12-30 18:30:00", "18:30"},
-        {time, "24:00", "", "n'est pas une heure"},
-        {day, "17/06/2008 00:00:00", "17/06/2008"},
-        {day, "2008-06-17T00:00", "17/06/2008"},
-        {day, "7/6/2008", "07/06/2008"},
-        {day, "29/02/2007", "", "n'est pas une date"},
-        {day, "17/06/2008 08:00:00", "", "n'est pas une date"},
-        {day, "06/17/08 00:00:00", "", "mdb-export : -D '%Y-%m-%d'"},
-        {day, "17-06-08", "", "que deux chiffres"},
-        {day, "17/06/0099", "", "n'est pas une date"},
+        QStringList texts;
+        QString values; ///< as text, separated by "|"
+    } taken[] = {
+        {amount,
+         {u"1\u202F250,50"_qs, u"1\u00A0234\u00A0567,5"_qs, "-1 250.75", ",5", "12,3456", "-0", "999999999999999"},
+         "1250.5|1234567.5|-1250.75|0.5|12.3456|0|999999999999999"},
+        {slot, {"+05"}, "5"},
+        {time, {"8:05", "08:05:59", "1899-12-30 18:30:00"}, "08:05|08:05|18:30"},
+        {day, {"17/06/2008 00:00:00", "2008-06-17T00:00", "7/6/2008"}, "17/06/2008|17/06/2008|07/06/2008"},
     };
-    for (const auto& cell : cells) {
-        const practice::ReadValue read = ReadField(cell.rule, cell.text);
-        EXPECT_EQ(read.value.IsNull() ? QString() : read.value.Text(), cell.value) << cell.text.toStdString();
-        EXPECT_EQ(read.problem.isEmpty(), !cell.value.isEmpty()) << cell.text.toStdString();
-        EXPECT_TRUE(read.problem.contains(cell.reason)) << read.problem.toStdString();
+    for (const auto& [rule, texts, values] : taken) {
+        QStringList read;
+        for (const QString& text : texts)
+            read << ReadField(rule, text).value.Text();
+        EXPECT_EQ(read.join('|'), values);
+    }
+    const struct {
+        practice::FieldRule rule;
+        const char* reason;
+        QStringList texts;
+    } refused[] = {
+        {amount, "trop grand", {"1e15"}},
+        {amount, "1000 ou 1,00", {"1,000"}},
+        {amount, "n'est pas un montant", {"12 50", "nan"}},
+        {amount, "caractère nul", {QString("12") + QChar::Null}},
+        {slot, "caractère nul", {QString("5") + QChar::Null}},
+        {slot, "n'est pas un nombre entier", {"\u0665"}},
+        {slot, "hors de l'intervalle", {"10", "-1", "99999999999999999999"}},
+        {slot, "obligatoire", {""}},
+        {time, "n'est pas une heure", {"24:00"}},
+        {day, "n'est pas une date", {"29/02/2007", "17/06/2008 08:00:00", "17/06/0099"}},
+        {day, "mdb-export : -D '%Y-%m-%d'", {"06/17/08 00:00:00"}},
+        {day, "que deux chiffres", {"17-06-08"}},
+    };
+    for (const auto& [rule, reason, texts] : refused) {
+        for (const QString& text : texts) {
+            const practice::ReadValue read = ReadField(rule, text);
+            EXPECT_TRUE(read.value.IsNull() && read.problem.contains(reason))
+                << text.toStdString() << read.problem.toStdString();
+        }
     }
 }
 
@@ -162,7 +163,7 @@ TEST(Import, TakesFilesAsSpreadsheetsWriteThem)
         {"a delimiter named before the fields", "sep=;\r\nnum;nom;tel\r\n1;Évrard;\r\n2;b;5\r\n"},
         {"the same with a mark and another one", "\xEF\xBB\xBFSEP=|\nnum|nom|tel\n1|Évrard|\n2|b|5\n"},
         {"lone CR line ends", "num;nom;tel\r1;Évrard;\r2;b;5\r"},
-        {"rows without values", "num,nom,tel\n1,Évrard,\n,,\n2,b,5\n\n,,\n , ,\n"},
+        {"rows without values, and blanks around names", " num , nom, tel \n1,  Évrard ,\n,,\n2,b,5\n\n,,\n , ,\n"},
         {"Windows-1252", "num,nom,tel\n1,\xC9vrard,\n2,b,5\n"},
     };
     for (const auto& file : files) {

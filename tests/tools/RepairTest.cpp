@@ -138,50 +138,38 @@ TEST_F(PracticeRepair, StoresTheRightValuesAndChangesNoOther)
     EXPECT_EQ(Answer(others), before);
 }
 
-TEST_F(PracticeRepair, RebuildsADamagedIndexAfterACopyOfItAsItIs)
+TEST_F(PracticeRepair, RebuildsADamagedIndexAfterACopyOfItAsItIsAndNamesWhatItContradicted)
 {
     SpoilIndex("Actes_Mois", AddAct);
-    const CommandRun run({"repair", Folder()});
-    EXPECT_EQ(Mended(run), QStringList("  Réparé : Index Actes_Mois : reconstruit."));
-    EXPECT_EQ(run.code, 0) << run.output.toStdString();
+    const CommandRun added({"repair", Folder()});
+    EXPECT_EQ(Mended(added), QStringList("  Réparé : Index Actes_Mois : reconstruit."));
+    EXPECT_EQ(added.code, 0) << added.output.toStdString();
     EXPECT_EQ(Answer("select count(*) from Actes indexed by Actes_Mois where AA = 2008"), "4");
     ASSERT_EQ(Copies().size(), 1);
     EXPECT_EQ(CommandRun({"check", Copies()[0]}).code, 1) << "the copy is what was there before";
-}
 
-TEST_F(PracticeRepair, TellsWhichValuesAnIndexContradicted)
-{
     SpoilIndex("Recettes_Date", "update Recettes set montant = 99");
-    const CommandRun run({"repair", Folder()});
-    EXPECT_EQ(run.code, 0);
-    EXPECT_TRUE(
-        run.output.contains("  Réparé : Index Recettes_Date : reconstruit.\n  À vérifier : Recettes : montant de num 1 "
-                            "vaut 99, et 120.5 dans l'index Recettes_Date.\n"))
-        << run.output.toStdString();
+    const CommandRun changed({"repair", Folder()});
+    EXPECT_EQ(changed.code, 0);
+    EXPECT_TRUE(changed.output.contains(
+        "  Réparé : Index Recettes_Date : reconstruit.\n  À vérifier : Recettes : montant de num 1 vaut 99, et 120.5 "
+        "dans l'index Recettes_Date.\n"))
+        << changed.output.toStdString();
     EXPECT_EQ(Answer("select montant from Recettes indexed by Recettes_Date"), "99.0");
-}
-
-TEST_F(PracticeRepair, SetsALogOfAnotherFileAside)
-{
-    Spoil("pragma journal_mode = delete; update Actes set MM = 1 where num = 1");
-    Write(File() + "-wal", "un autre journal");
-    EXPECT_EQ(CommandRun({"repair", Folder()}).code, 0);
-    EXPECT_EQ(Bytes(File() + "-wal.set-aside"), "un autre journal");
-    EXPECT_EQ(Answer("select MM from Actes where num = 1"), "6");
 }
 
 TEST_F(PracticeRepair, LeavesWhatIsNotCertainAndListsIt)
 {
     Spoil(
         "update Actes set montant = 'douze', Date = '06/17/2008' where num = 2; update Actes set MM = 1 where num = 1;"
-        "update Actes set date_Presta = '31/02/2008' where num = 1");
+        "update Actes set date_Presta = '29/02/2007' where num = 1");
     const CommandRun run({"repair", Folder()});
     EXPECT_EQ(run.code, 1);
     EXPECT_EQ(Mended(run), QStringList("  Réparé : Actes : MM repris de Date (1 ligne, num 1 : 1)"));
     EXPECT_EQ(
         Findings(run),
         QStringList({"  ERREUR : Actes : Date n'est pas une date aaaa-mm-jj (1 ligne, num 2 : « 06/17/2008 »)",
-                     "  ERREUR : Actes : date_Presta n'est pas une date aaaa-mm-jj (1 ligne, num 1 : « 31/02/2008 »)",
+                     "  ERREUR : Actes : date_Presta n'est pas une date aaaa-mm-jj (1 ligne, num 1 : « 29/02/2007 »)",
                      "  ERREUR : Actes : montant n'est pas un nombre (1 ligne, num 2 : « douze »)"}));
     EXPECT_TRUE(run.output.endsWith("Le cabinet n'est pas en ordre.\n"));
     EXPECT_EQ(Answer("select Date || MM || montant from Actes where num = 2"), "06/17/20086douze");
@@ -331,8 +319,15 @@ TEST_F(PracticeRepair, RefusesAnOpenPracticeAndOneThatCannotBeCopied)
     EXPECT_EQ(CommandRun({"repair", Folder() + "/rien"}).code, 1);
 }
 
-TEST_F(PracticeRepair, KeepsWhatALogHolds)
+TEST_F(PracticeRepair, KeepsWhatALogHoldsAndSetsOneOfAnotherFileAside)
 {
+    Spoil("pragma journal_mode = delete; update Actes set MM = 1 where num = 1");
+    Write(File() + "-wal", "un autre journal");
+    EXPECT_EQ(CommandRun({"repair", Folder()}).code, 0);
+    EXPECT_EQ(Bytes(File() + "-wal.set-aside"), "un autre journal");
+    EXPECT_EQ(Answer("select MM from Actes where num = 1"), "6");
+    RemoveCopies();
+
     ChangeInLog("update Actes set montant = 77, MM = 1 where num = 2");
     EXPECT_EQ(CommandRun({"repair", Folder()}).code, 0);
     EXPECT_FALSE(QFile::exists(File() + "-wal"));

@@ -17,6 +17,8 @@ namespace tour {
 
 namespace {
 
+constexpr auto MessageName = "message";
+
 /// The name without characters that file systems don't allow.
 QString FileName(int number, const QString& name)
 {
@@ -25,7 +27,8 @@ QString FileName(int number, const QString& name)
 
 } // namespace
 
-TourDesk::TourDesk(const QString& pictureFolder) : folder(pictureFolder)
+TourDesk::TourDesk(const QString& pictureFolder, int expectedPictures)
+    : folder(pictureFolder), expected(expectedPictures)
 {
     Require(QDir().mkpath(folder), "Impossible de créer " + folder);
 }
@@ -60,9 +63,13 @@ void TourDesk::TakeLongPicture(QWidget& window, const QString& name)
 {
     QApplication::processEvents();
     const QString path = QDir(folder).filePath(FileName(++pictures, name));
-    const QPixmap picture = window.grab();
+    const QImage picture = window.grab().toImage();
     Require(picture.save(path), "Image non enregistrée : " + path);
-    for (const QString& part : IllegibleParts(window, picture.toImage()))
+    const std::size_t hash = qHashBits(picture.constBits(), static_cast<std::size_t>(picture.sizeInBytes()));
+    if (taken.contains(hash) && name != MessageName)
+        Report(name, "montre la même chose que " + taken[hash]);
+    taken[hash] = name;
+    for (const QString& part : IllegibleParts(window, picture))
         Report(name, part);
 }
 
@@ -88,7 +95,7 @@ forms::Answer TourDesk::Message(const QString& text, forms::Icon icon, const QSt
     QTimer::singleShot(0, qApp, [this, button] {
         auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
         Require(box != nullptr, "le message ne s'affiche pas");
-        TakePicture(*box, "message");
+        TakePicture(*box, MessageName);
         for (QAbstractButton* choice : box->buttons())
             if (choice->text().remove(QLatin1Char(38)) == button)
                 return choice->click();
@@ -121,6 +128,7 @@ void TourDesk::EndProgram(int code)
 {
     Require(visits.empty() && answers.empty(), "la visite n'est pas finie");
     Require(faults == 0, QStringLiteral("%1 textes ou contrôles mal lisibles").arg(faults));
+    Require(pictures == expected, QStringLiteral("%1 images au lieu de %2").arg(pictures).arg(expected));
     if (look)
         look();
     QtDesk::EndProgram(code);

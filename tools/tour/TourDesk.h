@@ -3,6 +3,7 @@
 #include "platform/forms/Form.h"
 #include "platform/forms/QtDesk.h"
 
+#include <QHash>
 #include <deque>
 #include <functional>
 
@@ -12,8 +13,8 @@ namespace tour {
 /// Anything unexpected ends the tour with exit code 1.
 class TourDesk : public forms::QtDesk {
 public:
-    /// `folder` receives the pictures.
-    explicit TourDesk(const QString& folder);
+    /// `folder` receives the pictures, as many as `expected`.
+    TourDesk(const QString& folder, int expected);
 
     /// Passes the next modal screen to `visit`, once it is shown; `visit` must close it.
     void Visit(std::function<void(forms::Form&)> visit);
@@ -23,7 +24,8 @@ public:
     void AtEnd(std::function<void()> look);
 
     /// Saves a picture of the window as "03-name.png", numbered in sequence. Prints parts that are illegible or off the
-    /// screen, with which the tour ends with exit code 1.
+    /// screen, and a picture that shows the same as an earlier one and is no message: the tour then ends with exit
+    /// code 1.
     void TakePicture(QWidget& window, const QString& name);
     /// The same for a window that is larger than the screen on purpose.
     void TakeLongPicture(QWidget& window, const QString& name);
@@ -45,7 +47,9 @@ private:
     void PlayWhenShown(forms::Form& form, const std::function<void(forms::Form&)>& visit);
 
     QString folder;
+    int expected;
     int pictures = 0;
+    QHash<std::size_t, QString> taken; ///< names by hash
     int faults = 0;
     std::deque<std::function<void(forms::Form&)>> visits;
     std::deque<ExpectedMessage> answers;

@@ -320,7 +320,8 @@ int main(int argc, char* argv[])
     if (colours == "contrast")
         QApplication::setPalette(HighContrastDesktop());
     forms::ApplyStyle(application);
-    TourDesk desk(pictures);
+    constexpr int expectedPictures = 121;
+    TourDesk desk(pictures, expectedPictures);
     forms::SetDesk(&desk);
     forms::OnHelp(guide::ShowGuide);
     core::Form1 mainWindow(MenuScreens());

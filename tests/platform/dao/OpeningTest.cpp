@@ -161,13 +161,19 @@ TEST_F(OpenedFile, KeepsAStaleLogOutOfARestoredArchiveCopy)
 
 TEST_F(OpenedFile, IsCheckedAgainAfterChangesByOthers)
 {
+    const QByteArray damaged = QByteArray(sound).replace(2 * PageSize, PageSize, QByteArray(PageSize, '\x5A'));
     Database first = workspace.OpenDatabase(path);
     Database second = workspace.OpenDatabase(path);
     first.Close();
     second.Close();
-    QByteArray bytes = sound;
-    bytes.replace(2 * PageSize, PageSize, QByteArray(PageSize, '\x5A'));
-    Write(bytes);
+    Write(damaged);
+    EXPECT_EQ(OpeningError(), Error::DamagedDatabase);
+
+    Write(sound);
+    Database replaced = workspace.OpenDatabase(path);
+    ASSERT_TRUE(QFile::remove(path));
+    Write(damaged); // another file in place of the open one
+    replaced.Close();
     EXPECT_EQ(OpeningError(), Error::DamagedDatabase);
 }
 
