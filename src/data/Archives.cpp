@@ -27,11 +27,27 @@ QDateTime TimeOf(const QFileInfo& file)
     return changed.isValid() || !file.exists() ? changed : QDateTime::fromSecsSinceEpoch(0);
 }
 
-/// Whether a copy has a seal, and isn't what was sealed. A log that was written since counts.
-bool IsSealBroken(const QString& copy)
+/// The condition of a copy that can be used; raises why it can't.
+CopyCondition Examine(const QString& copy)
 {
-    const store::SealState seal = store::StateOfSeal(copy);
-    return seal == store::SealState::Changed || (seal == store::SealState::Intact && store::HasLog(copy));
+    using Kind = CopyCondition::Kind;
+    const QString name = QFileInfo(copy).fileName();
+    const store::DatabaseReader reader(copy);
+    if (const QStringList planted = reader.PlantedCode(); !planted.isEmpty())
+        throw basic::RuntimeError::Described(
+            basic::Error::UnrecognizedFormat,
+            QString("« %1 » contient un déclencheur ou une vue que le programme n'a pas créés : %2.")
+                .arg(name, planted.join(", ")));
+    const store::SealCheck seal = store::CheckSeal(copy);
+    const bool hasLog = store::HasLog(copy); // written since the copy was sealed
+    if (seal.state == store::SealState::Intact && !hasLog)
+        return {Kind::Whole, {}, seal.digest};
+    if (const QStringList damage = reader.Damage(1); !damage.isEmpty())
+        throw basic::RuntimeError::Described(basic::Error::DamagedDatabase,
+                                             QString("« %1 » est endommagé : %2").arg(name, damage.first()));
+    if (seal.state == store::SealState::None)
+        return {Kind::Whole, {}, seal.digest};
+    return {Kind::Changed, QString("« %1 » a été modifiée depuis sa clôture.").arg(name), seal.digest};
 }
 
 } // namespace
@@ -89,31 +105,16 @@ QList<ArchivedCopy> ArchivedCopies(const QString& folder)
 
 CopyCondition ConditionOf(const QString& copy)
 {
-    using Kind = CopyCondition::Kind;
     try {
-        RequireUsable(copy);
+        return Examine(copy);
     } catch (const basic::RuntimeError& error) {
-        return {Kind::Unusable, error.Description()};
+        return {CopyCondition::Kind::Unusable, error.Description(), {}};
     }
-    if (!IsSealBroken(copy))
-        return {};
-    return {Kind::Changed, QString("« %1 » a été modifiée depuis sa clôture.").arg(QFileInfo(copy).fileName())};
 }
 
-void RequireUsable(const QString& copy)
+CopyCondition RequireUsable(const QString& copy)
 {
-    const QString name = QFileInfo(copy).fileName();
-    const store::DatabaseReader reader(copy);
-    if (const QStringList planted = reader.PlantedCode(); !planted.isEmpty())
-        throw basic::RuntimeError::Described(
-            basic::Error::UnrecognizedFormat,
-            QString("« %1 » contient un déclencheur ou une vue que le programme n'a pas créés : %2.")
-                .arg(name, planted.join(", ")));
-    if (!store::HasLog(copy) && store::StateOfSeal(copy) == store::SealState::Intact)
-        return;
-    if (const QStringList damage = reader.Damage(1); !damage.isEmpty())
-        throw basic::RuntimeError::Described(basic::Error::DamagedDatabase,
-                                             QString("« %1 » est endommagé : %2").arg(name, damage.first()));
+    return Examine(copy);
 }
 
 QString FaultOf(const QString& copy)

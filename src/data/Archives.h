@@ -48,14 +48,15 @@ struct CopyCondition {
         Unusable ///< damaged, foreign, of a newer version, with a trigger or a view, or missing
     };
     Kind kind = Kind::Whole;
-    QString reason; ///< a sentence for the user; empty for a whole copy
+    QString reason;    ///< a sentence for the user; empty for a whole copy
+    QByteArray digest; ///< of the bytes, if they were read for it
 };
 
 /// All pages and indexes are checked, unless an intact seal shows that the file is what was checked before.
 CopyCondition ConditionOf(const QString& copy);
 
-/// Raises 3049, 3343 or 3024 when a copy can't be used.
-void RequireUsable(const QString& copy);
+/// The same; raises 3049, 3343 or 3024 when a copy can't be used.
+CopyCondition RequireUsable(const QString& copy);
 
 /// The reason why a copy isn't whole, as a sentence for the user; empty for a whole one.
 QString FaultOf(const QString& copy);

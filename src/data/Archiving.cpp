@@ -34,8 +34,13 @@ QString KeepGeneration(const QString& path)
     constexpr int mostNumbers = 9;
     const ArchivedCopy present = CopyAt(path);
     const QDate day = present.changed.date();
-    if (day >= host::Today() || ConditionOf(path).kind == CopyCondition::Kind::Unusable)
+    if (day >= host::Today())
         return {};
+    const CopyCondition condition = ConditionOf(path);
+    if (condition.kind == CopyCondition::Kind::Unusable)
+        return {};
+    // A changed copy keeps its seal, which shows it.
+    const QByteArray digest = condition.kind == CopyCondition::Kind::Whole ? condition.digest : QByteArray("?");
     QString obstacle;
     for (int number = 1; number <= mostNumbers; ++number) {
         const QString generation = QFileInfo(path).absolutePath() + "/" + GenerationName(day, number);
@@ -45,7 +50,7 @@ QString KeepGeneration(const QString& path)
             try {
                 const QString part = store::PartOf(generation);
                 store::LinkFile(path, part);
-                store::ReplaceSealed(part, generation, store::SealedDigestOf(path));
+                store::ReplaceSealed(part, generation, digest);
                 return obstacle;
             } catch (const basic::RuntimeError& error) {
                 if (error.Code() == basic::Error::DiskFull)

@@ -22,14 +22,16 @@ namespace {
 using basic::Error;
 using basic::RuntimeError;
 
-/// Copies a database with its log. Raises 3049 when the bytes that are read back differ.
-void CopyWhole(const QString& copy, const QString& target)
+/// Copies a database with its log. Raises 3049 when the bytes that are read back differ; `digest` is that of the
+/// database if it is known.
+void CopyWhole(const QString& copy, const QByteArray& digest, const QString& target)
 {
     QStringList endings = store::LogsOf(copy);
     endings << "";
     for (const QString& ending : endings) {
         store::CopyFile(copy + ending, target + ending);
-        if (store::DigestOf(target + ending) != store::DigestOf(copy + ending))
+        const QByteArray expected = ending.isEmpty() && !digest.isEmpty() ? digest : store::DigestOf(copy + ending);
+        if (store::DigestOf(target + ending) != expected)
             throw RuntimeError(Error::DamagedDatabase, QFileInfo(copy).fileName());
     }
 }
@@ -126,9 +128,8 @@ QString Restore(const QString& copy, const QString& folder, Accepts accepts)
 {
     const QString database = store::BehindLinks(host::PathIn(folder, DatabaseFile));
     RequireClosed(folder);
-    RequireUsable(copy);
-    if (const CopyCondition condition = ConditionOf(copy);
-        condition.kind != CopyCondition::Kind::Whole && accepts == Accepts::WholeCopies)
+    const CopyCondition condition = RequireUsable(copy);
+    if (condition.kind != CopyCondition::Kind::Whole && accepts == Accepts::WholeCopies)
         throw RuntimeError::Described(Error::DamagedDatabase, condition.reason);
     const auto ownerOnly = host::ForOwnerOnly();
     QDir().mkpath(CopiesFolder(folder));
@@ -138,7 +139,7 @@ QString Restore(const QString& copy, const QString& folder, Accepts accepts)
 
     const QString part = database + ".part";
     const auto removeAtEnd = qScopeGuard([&part] { store::RemoveDatabase(part); });
-    CopyWhole(copy, part);
+    CopyWhole(copy, condition.digest, part);
     OpenOnce(part);
     store::Sync(part);
     for (;;) {

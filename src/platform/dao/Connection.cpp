@@ -59,8 +59,8 @@ void Connection::Close() noexcept
     CheckForReplacement();
     // The last connection to close checkpoints the log and removes it; failing because another is open is fine.
     sqlite3_busy_timeout(database.get(), 0);
-    database.reset();
     file.reset();
+    database.reset();
     if (!isReplaced)
         store::RememberSound(path);
 }

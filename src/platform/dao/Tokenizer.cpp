@@ -31,8 +31,12 @@ bool IsPlain(QStringView text)
 Value NumberValue(QStringView text)
 {
     constexpr qsizetype surelyWhole = 18;
-    if (text.size() <= surelyWhole && std::ranges::all_of(text, [](QChar each) { return IsDigit(each); }))
-        return text.toLongLong();
+    if (text.size() <= surelyWhole && std::ranges::all_of(text, [](QChar each) { return IsDigit(each); })) {
+        qint64 whole = 0;
+        for (const QChar digit : text)
+            whole = whole * 10 + (digit.unicode() - u'0');
+        return whole;
+    }
     const double real = text.toDouble();
     if (std::isinf(real))
         RaiseSyntaxError(text);
@@ -171,14 +175,18 @@ Value LiteralValue(const Token& token)
     case Token::Kind::Date:
         return DateValue(token.text);
     default:
-        return token.text.toString().replace("''", "'");
+        break;
     }
+    QString text = token.text.toString();
+    return text.contains(u'\'') ? text.replace("''", "'") : text;
 }
 
 StatementShape ShapeOf(QStringView statement)
 {
     StatementShape split;
     split.shape.reserve(static_cast<std::size_t>(statement.size()) + 16);
+    constexpr std::size_t usually = 4;
+    split.literals.reserve(usually);
     Tokenizer tokenizer(statement);
     for (Token token = tokenizer.Next(); token.kind != Token::Kind::End; token = tokenizer.Next()) {
         if (token.IsLiteral()) {

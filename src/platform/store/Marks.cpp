@@ -1,6 +1,7 @@
 #include "platform/store/Marks.h"
 
 #include <QRandomGenerator>
+#include <sqlite3.h>
 
 namespace store {
 
@@ -14,15 +15,18 @@ bool HasMarks(sqlite3* database)
     return WholeAnswer(database, "select count(*) from sqlite_schema where type='table' and name='ZEP marks'") != 0;
 }
 
-CommitMark AddMark(sqlite3* database)
+Statement PrepareMark(sqlite3* database)
+{
+    return {database, R"(insert into "ZEP marks" (mark) values (?))"};
+}
+
+CommitMark AddMark(sqlite3* database, Statement& prepared)
 {
     CommitMark mark;
     mark.random = qint64(QRandomGenerator::global()->generate64());
-    Statement addition(database, R"(insert into "ZEP marks" (mark) values (?) returning num)");
-    addition.Bind(1, mark.random);
-    addition.Step();
-    mark.number = addition.WholeAt(0);
-    addition.Run();
+    prepared.Bind(1, mark.random);
+    prepared.Run();
+    mark.number = sqlite3_last_insert_rowid(database);
     return mark;
 }
 

@@ -19,8 +19,9 @@ inline constexpr const char* MarksTable = "ZEP marks";
 void CreateMarks(sqlite3* database);
 bool HasMarks(sqlite3* database);
 
-/// Adds a mark within the present transaction.
-CommitMark AddMark(sqlite3* database);
+/// Adds a mark within the present transaction, by a statement that can be used again.
+Statement PrepareMark(sqlite3* database);
+CommitMark AddMark(sqlite3* database, Statement& prepared);
 
 /// No commit in a file without marks.
 CommitMark NewestMark(sqlite3* database);

@@ -11,7 +11,7 @@ namespace store {
 namespace {
 
 /// Times of files are no finer than a tick of the system's clock: a file written later within it looks the same.
-constexpr qint64 TickOfFileTimes = 20'000'000; // nanoseconds
+constexpr qint64 TickOfFileTimes = 10'000'000; // nanoseconds
 
 qint64 Now()
 {
@@ -46,8 +46,11 @@ OpenedFile::~OpenedFile()
 
 void OpenedFile::AddMark()
 {
-    if (hasMarks)
-        added = store::AddMark(database);
+    if (!hasMarks)
+        return;
+    if (!addition)
+        addition = PrepareMark(database);
+    added = store::AddMark(database, addition);
 }
 
 void OpenedFile::Committed()

@@ -38,6 +38,7 @@ private:
     bool isHeldAlone = false; ///< no other connection can read the log
     FileIdentity identity;    ///< as last looked at
     qint64 lookedAt = 0;      ///< nanoseconds
+    Statement addition;       ///< of a mark
     CommitMark known;         ///< the newest committed mark that was written or seen
     CommitMark added;         ///< of the transaction that is open
     CommitMark checkpointed;  ///< the newest one in the file itself, without its log

@@ -91,7 +91,8 @@ void MarkOpening(sqlite3* database, int patience)
     try {
         RunOnce(database, "begin immediate");
         DeleteOldMarks(database);
-        AddMark(database);
+        Statement addition = PrepareMark(database);
+        AddMark(database, addition);
         RunScript(database, "commit; pragma wal_checkpoint(passive)");
     } catch (const RuntimeError&) {
         if (sqlite3_get_autocommit(database) == 0)

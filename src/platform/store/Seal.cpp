@@ -43,28 +43,29 @@ void WriteSeal(const QString& path, const QByteArrayList& lines)
 QByteArray DigestOf(const QString& path)
 {
     QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
+    if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
         throw RuntimeError(Error::FileNotFound);
     QCryptographicHash digest(QCryptographicHash::Sha1);
-    if (!digest.addData(&file))
-        throw RuntimeError(Error::DiskOrNetwork);
+    constexpr qsizetype chunkBytes = 1 << 20;
+    QByteArray chunk(chunkBytes, Qt::Uninitialized);
+    for (qint64 length = 0; (length = file.read(chunk.data(), chunkBytes)) != 0;) {
+        if (length < 0)
+            throw RuntimeError(Error::DiskOrNetwork);
+        digest.addData(QByteArrayView(chunk).first(length));
+    }
     return digest.result().toHex();
 }
 
-SealState StateOfSeal(const QString& path)
+SealCheck CheckSeal(const QString& path)
 {
     const QByteArrayList lines = LinesOf(path);
     if (lines.isEmpty())
-        return SealState::None;
+        return {};
     const QByteArray digest = DigestOf(path);
-    if (lines.contains(digest))
-        return SealState::Intact;
-    return lines.contains(Unsealed + digest) ? SealState::None : SealState::Changed;
-}
-
-QByteArray SealedDigestOf(const QString& path)
-{
-    return StateOfSeal(path) == SealState::Intact ? DigestOf(path) : QByteArray();
+    const SealState state = lines.contains(digest)              ? SealState::Intact
+                            : lines.contains(Unsealed + digest) ? SealState::None
+                                                                : SealState::Changed;
+    return {state, digest};
 }
 
 void ReplaceSealed(const QString& path, const QString& target, const QByteArray& digest)

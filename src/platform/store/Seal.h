@@ -19,14 +19,16 @@ inline const QString SealEnding = QStringLiteral(".sceau");
 /// The digest of the bytes of a file. Raises 53 when it can't be opened, 3043 when it can't be read.
 QByteArray DigestOf(const QString& path);
 
-SealState StateOfSeal(const QString& path);
+struct SealCheck {
+    SealState state = SealState::None;
+    QByteArray digest; ///< of the copy's bytes; empty without a seal
+};
+/// Reads the copy once, if it has a seal.
+SealCheck CheckSeal(const QString& path);
 
 /// Renames a complete, synced copy over another one of the same folder and seals it with this digest, or leaves it
 /// without a seal if the digest is empty. At every moment the copy under that name, old or new, is judged as it should.
 void ReplaceSealed(const QString& path, const QString& target, const QByteArray& digest);
-
-/// The digest in the seal of an unchanged copy, otherwise empty.
-QByteArray SealedDigestOf(const QString& path);
 
 /// Removes a copy with its seal.
 void RemoveSealed(const QString& path);

@@ -6,6 +6,7 @@
 #include <sqlite3.h>
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
 #include <utility>
 
@@ -106,6 +107,14 @@ void Statement::Bind(int parameter, const Value& value)
     } else if (const auto* const real = std::get_if<double>(&value.Raw())) {
         code = sqlite3_bind_double(Raw(), parameter, *real);
     } else if (const auto* const text = std::get_if<QString>(&value.Raw())) {
+        std::array<char, 32> plain{};
+        const bool isPlain = std::size_t(text->size()) <= plain.size() &&
+                             std::ranges::all_of(*text, [](QChar each) { return each <= u'\x7f'; });
+        if (isPlain) { // as dates and card numbers are
+            std::ranges::transform(*text, plain.begin(), [](QChar each) { return char(each.unicode()); });
+            code = sqlite3_bind_text(Raw(), parameter, plain.data(), int(text->size()), SQLITE_TRANSIENT);
+            return Check(sqlite3_db_handle(Raw()), code);
+        }
         const QByteArray utf8 = text->toUtf8();
         code = sqlite3_bind_text(Raw(), parameter, utf8.constData(), static_cast<int>(utf8.size()), SQLITE_TRANSIENT);
     } else {

@@ -134,26 +134,36 @@ public:
         start = plainStart.match(pattern).captured().toUtf8();
         if (const auto firstOther = std::ranges::find_if_not(start, IsAscii); firstOther != start.cend())
             start.truncate(firstOther - start.cbegin());
+        isStartAlone = pattern.size() == start.size() + 1 && pattern.endsWith(u'*');
     }
 
     bool Matches(sqlite3_value* text) const
     {
-        return !BeginsOtherwise(text) && expression.isValid() && expression.match(TextArgument(text)).hasMatch();
+        const Beginning beginning = BeginningOf(text);
+        if (beginning != Beginning::Unclear && (isStartAlone || beginning == Beginning::Other))
+            return beginning == Beginning::Same;
+        return expression.isValid() && expression.match(TextArgument(text)).hasMatch();
     }
 
 private:
-    /// Quick test: most rows differ in their first letters.
-    bool BeginsOtherwise(sqlite3_value* text) const
+    enum class Beginning : quint8 { Same, Other, Unclear };
+
+    /// Quick test: most rows differ in their first letters, which are plain.
+    Beginning BeginningOf(sqlite3_value* text) const
     {
         const auto* const bytes = reinterpret_cast<const char*>(sqlite3_value_text(text));
-        for (qsizetype at = 0; at < start.size() && IsAscii(bytes[at]); ++at)
+        for (qsizetype at = 0; at < start.size(); ++at) {
+            if (!IsAscii(bytes[at]))
+                return Beginning::Unclear;
             if (LowerCase(bytes[at]) != LowerCase(start[at]))
-                return true;
-        return false;
+                return Beginning::Other;
+        }
+        return Beginning::Same;
     }
 
     QRegularExpression expression;
-    QByteArray start; ///< plain ASCII prefix of the pattern
+    QByteArray start;          ///< plain ASCII prefix of the pattern
+    bool isStartAlone = false; ///< the pattern is that prefix and "*"
 };
 
 /// like(pattern, text), as SQLite calls it for "text like pattern".
