@@ -2,6 +2,7 @@
 #include "data/Practice.h"
 #include "platform/store/Creation.h"
 #include "platform/store/FileHeader.h"
+#include "platform/store/FileWork.h"
 #include "platform/store/Opening.h"
 #include "platform/store/Seal.h"
 #include "support/OtherProgram.h"
@@ -183,6 +184,19 @@ TEST_F(Restoring, RemovesWhatAKilledOneHasLeftAndSoDoesTheShutdown)
         EXPECT_EQ(Files(), QStringList("ZEP_ONE.MDB"));
         EXPECT_EQ(QDir(archives).entryList(replaced, QDir::Files).size(), restores);
     }
+
+    const QStringList whole = QDir(archives).entryList(QDir::Files);
+    for (const char* const name :
+         {"ZEP_ONE.MDB.part", "ZEP_ONE 2026-11-23.MDB.part2", "ZEP_ONE.MDB.sceau.part", "ZEP_ONE avant x.MDB.part-wal",
+          "ZEP_ONE avant x.MDB-wal", "ZEP_ONE 2026-11-23.MDB.sceau"})
+        Write(archives + "/" + name, "half");
+    {
+        const store::FolderLock copying(archives);
+        data::RemoveLeftovers(folder);
+        EXPECT_TRUE(QFile::exists(archives + "/ZEP_ONE.MDB.part")) << "it is being made";
+    }
+    data::RemoveLeftovers(folder);
+    EXPECT_EQ(QDir(archives).entryList(QDir::Files), whole);
 }
 
 /// Wherever a byte of a copy is damaged: the copy is refused, or what comes back is what was copied.

@@ -9,6 +9,7 @@
 #include "platform/store/Seal.h"
 #include "support/FolderInMemory.h"
 #include "support/Globals.h"
+#include "support/OtherProgram.h"
 #include "support/MainWindow.h"
 #include "support/Practice.h"
 #include "support/Rounds.h"
@@ -95,13 +96,17 @@ protected:
     }
 
     /// A damaged database is told as the rules have it, then the copy is offered.
-    void ExpectOffer(ScriptedDesk& desk, forms::Answer answer) const
+    /// One that was changed since it was sealed is asked for once more.
+    void ExpectOffer(ScriptedDesk& desk, forms::Answer answer, const std::optional<forms::Answer>& onceMore = {}) const
     {
         const QString text = core::ErrorText(basic::RuntimeError(Error::DamagedDatabase, "ZEP_ONE.MDB"));
         desk.ExpectMessage(text, Icon::Exclamation, "Lumo ZEP");
         desk.ExpectMessage(text, Icon::Exclamation, "ZEP Lumo");
         desk.ExpectMessage("Remettre la copie du 16/06/2008 à 18:02 ? Les actes saisis depuis n'y sont pas.",
                            Icon::Question, "ZEP Lumo", answer);
+        if (onceMore)
+            desk.ExpectMessage("Cette copie a été modifiée depuis sa clôture. La remettre quand même ?", Icon::Question,
+                               "ZEP Lumo", *onceMore);
         tests::StartProgram(desk, practice.Folder());
     }
 
@@ -289,6 +294,15 @@ TEST_F(SpoiltDatabase, IsLeftAloneWhereNoWholeCopyIsToBeHad)
     Write(QByteArray("Cabinet"));
     ExpectRefused(basic::RuntimeError(Error::UnrecognizedFormat, "ZEP_ONE.MDB")); // foreign: no question
     const QString copy = practice.File("ARCHIVES/ZEP_ONE.MDB");
+    ASSERT_EQ(tests::OtherProgram(copy).Run("update Presta set denom = 'X'"), SQLITE_OK);
+    DateCopy();
+    Write(sound.first(3 * PageSize));
+    for (const forms::Answer onceMore : {forms::Answer::No, forms::Answer::Yes}) {
+        ScriptedDesk desk;
+        ExpectOffer(desk, forms::Answer::Yes, onceMore);
+        EXPECT_EQ(desk.EndCode().has_value(), onceMore == forms::Answer::No);
+        tests::ResetGlobals();
+    }
     QFile(copy).resize(2 * PageSize);
     DateCopy();
     Write(sound.first(3 * PageSize));
