@@ -173,8 +173,7 @@ int Form1::ShutDown()
             if (TheDatabase.IsOpen())
                 TheDatabase.RequireSameFile(); // don't archive another file over the last good copy
             CloseDataFiles();
-            notes =
-                data::CopyToArchives(DataFolder, [&notice](int done, int total) { notice->Advance(done, total); });
+            notes = data::CopyToArchives(DataFolder, [&notice](int done, int total) { notice->Advance(done, total); });
         }
         if (const QString text = notes.Text(); !text.isEmpty())
             MsgBox(text, Icon::Information, "ZEP Lumo");

@@ -12,6 +12,8 @@
 #include "support/KillAtEachStep.h"
 #include "support/ScriptedDesk.h"
 
+#include <span>
+
 using forms::Icon;
 
 namespace {

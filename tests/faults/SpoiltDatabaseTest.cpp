@@ -9,8 +9,8 @@
 #include "platform/store/Seal.h"
 #include "support/FolderInMemory.h"
 #include "support/Globals.h"
-#include "support/OtherProgram.h"
 #include "support/MainWindow.h"
+#include "support/OtherProgram.h"
 #include "support/Practice.h"
 #include "support/Rounds.h"
 

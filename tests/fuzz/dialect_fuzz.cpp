@@ -232,7 +232,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
 {
     const QString statement = QString::fromUtf8(reinterpret_cast<const char*>(bytes), static_cast<qsizetype>(size));
     constexpr int inputsOfASession = 200; // as in a day's work; a new one bounds its memory
-    ThePractice(); // before the session, which it outlives
+    ThePractice();                        // before the session, which it outlives
     static std::optional<Session> current;
     static int served = 0;
     if (served++ % inputsOfASession == 0)

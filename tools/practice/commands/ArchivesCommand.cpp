@@ -50,8 +50,7 @@ void Describe(const data::ArchivedCopy& copy, const data::CopyCondition& conditi
 {
     const QString size =
         QLocale(QLocale::French).formattedDataSize(QFileInfo(copy.path).size(), 1, QLocale::DataSizeSIFormat);
-    output << copy.Name() << "\n  " << data::MomentOf(copy) << ", " << size << ", "
-           << ConditionText(condition) << "\n";
+    output << copy.Name() << "\n  " << data::MomentOf(copy) << ", " << size << ", " << ConditionText(condition) << "\n";
     if (condition.kind == data::CopyCondition::Kind::Unusable)
         return;
     const store::DatabaseReader reader(copy.path);

@@ -95,7 +95,8 @@ const Command RestoreCommand{
     "DOSSIER [COPIE] [--yes]",
     "      Remet une copie en place de la base du cabinet : un chemin, un nom dans ARCHIVES ou un jour\n"
     "      (2026-11-23) ; sans elle, la dernière copie entière. Montre ce qui reviendrait et ce qui serait perdu,\n"
-    "      puis demande ; --yes répond oui, sauf pour une copie modifiée depuis sa clôture. Le fichier actuel est gardé dans ARCHIVES. Code de retour : 0 si la\n"
+    "      puis demande ; --yes répond oui, sauf pour une copie modifiée depuis sa clôture. Le fichier actuel est "
+    "gardé dans ARCHIVES. Code de retour : 0 si la\n"
     "      copie est en place, 1 si la réponse n'est pas oui, 2 si ce n'est pas possible ; rien ne change alors.\n",
     RestoreNames,
     1,
