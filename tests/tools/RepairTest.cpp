@@ -42,7 +42,7 @@ protected:
     void DestroyLeaves(const QString& name, const QList<int>& leaves) const
     {
         Run("pragma journal_mode = delete");
-        QByteArray bytes = Bytes(File());
+        QByteArray bytes = BytesOf(File());
         const QString root = "select rootpage from sqlite_schema where name = '" + name + "'";
         const qsizetype page = qsizetype{PageSize} * (Answer(qPrintable(root)).toInt() - 1);
         constexpr int cells = 12; // their places in the page, where the numbers of the pages below are
@@ -53,28 +53,10 @@ protected:
         }
         Write(File(), bytes);
     }
-    /// Makes a change that is in the log alone, as after a power cut.
-    void ChangeInLog(const char* sql) const
-    {
-        QByteArray file;
-        QByteArray log;
-        {
-            tests::OtherProgram other(File());
-            ASSERT_EQ(other.Run("pragma journal_mode = wal"), SQLITE_OK);
-            ASSERT_EQ(other.Run(sql), SQLITE_OK);
-            file = Bytes(File());
-            log = Bytes(File() + "-wal");
-        }
-        Write(File(), file);
-        Write(File() + "-wal", log);
-    }
     static constexpr int PageSize = 4096;
     void RemoveCopies() const
     {
-        for (const QString& copy : Copies()) {
-            EXPECT_TRUE(QFile::remove(copy));
-            QFile::remove(copy + ".sceau");
-        }
+        EXPECT_TRUE(QDir(Folder() + "/ARCHIVES").removeRecursively() && QDir(Folder()).mkdir("ARCHIVES"));
     }
 };
 
@@ -116,7 +98,7 @@ TEST_F(PracticeRepair, MendsWhatIsCertainAfterACopyAndSaysSo)
          "Recettes_Date"},
     };
     Run("update Permn set Date = '07/06/2008'");
-    sound = Bytes(File());
+    sound = BytesOf(File());
     const QStringList whole = Rows();
     for (const auto& [sql, changes, unawareIndex] : mends) {
         RemoveCopies();
@@ -159,10 +141,10 @@ TEST_F(PracticeRepair, LeavesWhatIsNotCertainAndListsIt)
 TEST_F(PracticeRepair, ChangesNothingWhereNothingCanBeMended)
 {
     const auto unchanged = [this] {
-        const QByteArray before = Bytes(File());
+        const QByteArray before = BytesOf(File());
         const CommandRun run = Repair();
         EXPECT_EQ(Changes(run), QStringList());
-        EXPECT_EQ(Bytes(File()), before);
+        EXPECT_EQ(BytesOf(File()), before);
         EXPECT_EQ(Copies(), QStringList());
         EXPECT_EQ(QDir(Folder()).entryList({"*.part*"}), QStringList());
         return run;
@@ -172,7 +154,7 @@ TEST_F(PracticeRepair, ChangesNothingWhereNothingCanBeMended)
     EXPECT_EQ(unchanged().code, 1);
 
     Spoil("update Recettes set MM = 1");
-    sound = Bytes(File());
+    sound = BytesOf(File());
     SpoilTable("Actes", false);
     const CommandRun unreadable = unchanged();
     EXPECT_EQ(unreadable.code, 1);
@@ -204,7 +186,7 @@ TEST_F(PracticeRepair, MakesANewFileWhereAPageOfAnIndexIsDestroyed)
               QStringList("  Remarque : Actes_suppr : num_presta sans ligne dans Presta (1 ligne, num 9 : 77)"));
     EXPECT_EQ(Rows(), whole);
     ASSERT_EQ(Copies().size(), 1);
-    EXPECT_TRUE(Bytes(Copies()[0]).contains(QByteArray(PageSize, '\xA5'))) << "the copy is what was there before";
+    EXPECT_TRUE(BytesOf(Copies()[0]).contains(QByteArray(PageSize, '\xA5'))) << "the copy is what was there before";
     EXPECT_EQ(QDir(Folder()).entryList({"ZEP_ONE*"}), QStringList("ZEP_ONE.MDB"));
     Run("insert into Presta (denom) values ('Neuve'); insert into Recettes (montant) values (1)");
     EXPECT_EQ(Answer("select (select max(num) from Presta) || '/' || (select max(num) from Recettes)"), "78/9");
@@ -283,7 +265,7 @@ TEST_F(PracticeRepair, KeepsWhatALogHoldsAndSetsOneOfAnotherFileAside)
     Spoil("pragma journal_mode = delete; update Actes set MM = 1 where num = 1");
     Write(File() + "-wal", "un autre journal");
     EXPECT_EQ(Repair().code, 0);
-    EXPECT_EQ(Bytes(File() + "-wal.set-aside"), "un autre journal");
+    EXPECT_EQ(BytesOf(File() + "-wal.set-aside"), "un autre journal");
     EXPECT_EQ(Answer("select MM from Actes where num = 1"), "6");
     RemoveCopies();
 
