@@ -166,7 +166,7 @@ TEST_F(PracticeCheck, NamesADamagedIndexAndADamagedTable)
               QStringList({"  ERREUR : L'index Recettes_Date ne correspond plus à sa table : « practice repair » le "
                            "reconstruit.",
                            "  ERREUR : Recettes : montant de num 1 vaut 99, et 120.5 dans l'index Recettes_Date."}));
-    sound = Bytes(File());
+    sound = BytesOf(File());
     for (const bool isReadable : {false, true}) {
         SpoilTable("Recettes", isReadable);
         Run("update Presta set Ordre = 1.5 where num = 2");
@@ -185,7 +185,7 @@ TEST_F(PracticeCheck, NamesMissingAndDamagedFiles)
     EXPECT_EQ(Check(),
               QStringList("  Remarque : Le dossier ARCHIVES est absent : la copie de fin de travail échouera."));
     ASSERT_TRUE(QFile::rename(folder.filePath("AUTRES"), folder.filePath("ARCHIVES")));
-    const QByteArray configuration = Bytes(folder.filePath("ZEP_CFIG.CFG"));
+    const QByteArray configuration = BytesOf(folder.filePath("ZEP_CFIG.CFG"));
     const qsizetype access =
         (data::ConfigHeaderRecord - 1) * data::ConfigRecordBytes + 2 * (data::ConfigAccessWord - 1);
     Write(folder.filePath("ZEP_CFIG.CFG"), QByteArray(configuration).replace(access, 2, "\xFF\x3F"));
@@ -219,16 +219,7 @@ TEST_F(PracticeCheck, ChangesNoByteAndMakesNoFile)
     EXPECT_EQ(CommandRun({"check", Folder()}).code, 0);
     EXPECT_TRUE(Content() == before) << "sound";
 
-    QByteArray file;
-    QByteArray log;
-    {
-        tests::OtherProgram other(File());
-        ASSERT_EQ(other.Run("pragma journal_mode = wal; update Actes set HH = 10 where num = 2"), SQLITE_OK);
-        file = Bytes(File());
-        log = Bytes(File() + "-wal");
-    }
-    Write(File(), file);
-    Write(File() + "-wal", log);
+    ChangeInLog("update Actes set HH = 10 where num = 2");
     const auto withLog = Content();
     EXPECT_EQ(Check(), QStringList("  ERREUR : Actes : HH hors de l'intervalle 0 à 9 (1 ligne, num 2 : 10)"))
         << "which is in the log alone";

@@ -22,23 +22,14 @@ TEST(Import, TakesEitherDelimiterAnyOrderAndEmptyAsNull)
                                                      "2009-07-18,11,9,100.25,0,,2");
     EXPECT_EQ(acts.code, 0) << acts.errors.toStdString();
 
-    const practice::PracticeData data(practice.Folder());
-    dao::Recordset rows = data.Database().OpenRecordset("Patients");
-    EXPECT_EQ(rows["Naiss"].Text(), "05/03/1974");
-    EXPECT_TRUE(rows["tel"].IsNull());
-    EXPECT_EQ(rows["Flag_H"].Integer(), 0);
-    rows.MoveNext();
-    EXPECT_EQ(rows["nom"].Text(), "Haddad; dit \"Le Grand\"");
-    EXPECT_EQ(rows["ville"].Text(), "deux\nlignes");
-    rows = data.Database().OpenRecordset("select * from Actes where date = #06/17/2008#");
-    EXPECT_EQ(rows["montant"].Double(), 1250.5);
-    EXPECT_EQ(rows["Type"].Text(), "K12");
-    EXPECT_EQ(rows["MM"].Integer(), 6);
-    EXPECT_EQ(rows["AA"].Integer(), 2008);
-    rows = data.Database().OpenRecordset("select * from Actes where num = 11");
-    EXPECT_EQ(rows["HH"].Integer(), 9) << "the last slot";
-    EXPECT_EQ(rows["MM"].Integer(), 7);
-    EXPECT_EQ(rows["AA"].Integer(), 2009) << "of its own day";
+    tests::OtherProgram stored(practice.Folder() + "/ZEP_ONE.MDB");
+    EXPECT_EQ(stored.Answer("select Naiss || ' ' || quote(tel) || ' ' || Flag_H from Patients where num = 1"),
+              "1974-03-05 NULL 0");
+    EXPECT_EQ(stored.Answer("select nom || ', ' || ville from Patients where num = 2"),
+              "Haddad; dit \"Le Grand\", deux\nlignes");
+    EXPECT_EQ(stored.Answer("select Date || ' ' || MM || AA || HH || ' ' || montant || Type from Actes where num = 10"),
+              "2008-06-17 620083 1250.5K12");
+    EXPECT_EQ(stored.Answer("select Date || ' ' || MM || AA || HH from Actes where num = 11"), "2009-07-18 720099");
 }
 
 TEST(Import, NamesEveryBadLineAndAddsNothing)
@@ -70,11 +61,8 @@ TEST(Import, NamesEveryBadLineAndAddsNothing)
 TEST(Import, RefusesWhatItCannotRead)
 {
     const NewPractice practice;
-    const struct {
-        const char* table;
-        QByteArray text;
-        const char* reason;
-    } rows[] = {
+    const QByteArray header = "num,nom\r\n";
+    const std::tuple<const char*, QByteArray, const char*> files[] = {
         {"textes", "ch1\n1\n", "n'est pas une table à importer. Tables : Patients, Actes"},
         {"Patients", "", "Le fichier est vide"},
         {"Plani", "num,age\n1,5\n",
@@ -90,16 +78,17 @@ TEST(Import, RefusesWhatItCannotRead)
         {"Patients", "sep=x\nnumxnom\n", "Ligne 1 : le séparateur doit être"},
         {"Patients", "num,nom\n1,\"" + QByteArray(2'000'000, 'a'), "Ligne 2 : plus d'un mégaoctet"},
         {"Patients", "num,nom\n1,\"" + QByteArray(2'000'000, '\n'), "Ligne 2 : plus d'un mégaoctet"},
+        {"Patients", header + "x," + QByteArray((1 << 16) - header.size() - 3, 'y') + "\r\nz,f\r\n",
+         "Ligne 3 : num : « z »"}, // a line end across blocks
         {"Tarif", "C,K0\n500,600\n500,600\n", "Ligne 3 : Tarif n'a qu'une ligne"},
     };
-    for (const auto& row : rows) {
-        const CommandRun run = practice.Import(row.table, row.text);
-        EXPECT_EQ(run.code, 1) << row.reason;
-        EXPECT_TRUE(run.errors.contains(row.reason)) << row.reason << "\n" << run.errors.toStdString();
+    for (const auto& [table, text, reason] : files) {
+        const CommandRun run = practice.Import(table, text);
+        EXPECT_EQ(run.code, 1) << reason;
+        EXPECT_TRUE(run.errors.contains(reason)) << reason << "\n" << run.errors.toStdString();
     }
     EXPECT_EQ(practice.Count("Patients"), 0);
     EXPECT_EQ(CommandRun({"import", practice.Folder(), "Patients", "absent.csv"}).code, 1);
-    EXPECT_EQ(CommandRun({"import", practice.Folder(), "Patients"}).code, 2) << "a table without a file";
 }
 
 TEST(Import, ReadsCellsAsSpreadsheetsWriteThem)
@@ -108,11 +97,7 @@ TEST(Import, ReadsCellsAsSpreadsheetsWriteThem)
     constexpr practice::FieldRule time{"Heure", practice::FieldKind::Time};
     constexpr practice::FieldRule amount{"montant", practice::FieldKind::Amount};
     constexpr practice::FieldRule slot{"HH", practice::FieldKind::Code, practice::Missing::Fault, 0, 9};
-    const struct {
-        practice::FieldRule rule;
-        QStringList texts;
-        QString values; ///< as text, separated by "|"
-    } taken[] = {
+    const std::tuple<practice::FieldRule, QStringList, QString> taken[] = {
         {amount,
          {u"1\u202F250,50"_qs, u"1\u00A0234\u00A0567,5"_qs, "-1 250.75", ",5", "12,3456", "-0", "999999999999999"},
          "1250.5|1234567.5|-1250.75|0.5|12.3456|0|999999999999999"},
@@ -126,11 +111,7 @@ TEST(Import, ReadsCellsAsSpreadsheetsWriteThem)
             read << ReadField(rule, text).value.Text();
         EXPECT_EQ(read.join('|'), values);
     }
-    const struct {
-        practice::FieldRule rule;
-        const char* reason;
-        QStringList texts;
-    } refused[] = {
+    const std::tuple<practice::FieldRule, const char*, QStringList> refused[] = {
         {amount, "trop grand", {"1e15"}},
         {amount, "1000 ou 1,00", {"1,000"}},
         {amount, "n'est pas un montant", {"12 50", "nan"}},
@@ -155,10 +136,7 @@ TEST(Import, ReadsCellsAsSpreadsheetsWriteThem)
 
 TEST(Import, TakesFilesAsSpreadsheetsWriteThem)
 {
-    const struct {
-        const char* what;
-        QByteArray text;
-    } files[] = {
+    const std::pair<const char*, QByteArray> files[] = {
         {"tabs, and a cell that begins with a blank one", "num\tnom\ttel\n1\tÉvrard\t\n2\tb\t5\n"},
         {"a delimiter named before the fields", "sep=;\r\nnum;nom;tel\r\n1;Évrard;\r\n2;b;5\r\n"},
         {"the same with a mark and another one", "\xEF\xBB\xBFSEP=|\nnum|nom|tel\n1|Évrard|\n2|b|5\n"},
@@ -166,15 +144,14 @@ TEST(Import, TakesFilesAsSpreadsheetsWriteThem)
         {"rows without values, and blanks around names", " num , nom, tel \n1,  Évrard ,\n,,\n2,b,5\n\n,,\n , ,\n"},
         {"Windows-1252", "num,nom,tel\n1,\xC9vrard,\n2,b,5\n"},
     };
-    for (const auto& file : files) {
+    for (const auto& [what, text] : files) {
         const NewPractice practice;
-        const CommandRun run = practice.Import("Patients", file.text);
-        EXPECT_EQ(run.code, 0) << file.what << run.errors.toStdString();
-        EXPECT_EQ(practice.Count("Patients"), 2) << file.what;
-        EXPECT_EQ(practice.Ask("select nom from Patients where num = 1").Text(), "Évrard") << file.what;
-        EXPECT_EQ(run.output.contains("lignes.csv n'est pas en UTF-8 : lu en Windows-1252"),
-                  file.text.contains("\n1,\xC9"))
-            << file.what;
+        const CommandRun run = practice.Import("Patients", text);
+        EXPECT_EQ(run.code, 0) << what << run.errors.toStdString();
+        EXPECT_EQ(practice.Count("Patients"), 2) << what;
+        EXPECT_EQ(practice.Ask("select nom from Patients where num = 1").Text(), "Évrard") << what;
+        EXPECT_EQ(run.output.contains("lignes.csv n'est pas en UTF-8 : lu en Windows-1252"), text.contains("\n1,\xC9"))
+            << what;
     }
 }
 
@@ -188,39 +165,30 @@ TEST(Import, CountsLinesWhateverEndsThem)
              {"Ligne 6 : num : « x »", "Ligne 7 : num", "Ligne 8 : num : « z »", "3 problèmes"})
             EXPECT_TRUE(run.errors.contains(part)) << part;
     }
-
-    const QByteArray header = "num,nom\r\n";
-    const QByteArray endAcrossBlocks = header + "x," + QByteArray((1 << 16) - header.size() - 3, 'y') + "\r\nz,f\r\n";
-    EXPECT_TRUE(practice.Import("Patients", endAcrossBlocks).errors.contains("Ligne 3 : num : « z »"));
 }
 
 TEST(Import, PassesOverWhatIsThereAndChangesItWhenAsked)
 {
     const NewPractice practice;
     const QByteArray rows = "num,Date,HH,montant,flag_R,Heure\n1,17/06/2008,0,100,2,08:00\n2,17/06/2008,1,200,0,\n";
-    ASSERT_EQ(practice.Import("Actes", rows).code, 0);
-    CommandRun run = practice.Import("Actes", rows + "3,18/06/2008,1,0,0,\n");
-    EXPECT_TRUE(run.output.startsWith("Actes : 1 ligne ajoutée, 2 lignes déjà là.")) << run.output.toStdString();
-    run = practice.Import("Actes", rows);
-    EXPECT_EQ(run.code, 0);
-    EXPECT_TRUE(run.output.contains("Rien à importer")) << run.output.toStdString();
-
     const QByteArray changed = "num,Date,HH,montant,flag_R\n4,18/06/2008,0,0,0\n2,17/07/2009,1,250.5,0\n";
-    run = practice.Import("Actes", changed);
-    EXPECT_EQ(run.code, 1);
-    EXPECT_TRUE(run.errors.contains("Ligne 3 : num : la clé 2 existe déjà dans Actes avec d'autres valeurs (Date, "
-                                    "montant, MM, AA)"))
-        << run.errors.toStdString();
-    EXPECT_EQ(practice.Count("Actes"), 3);
-
-    run = practice.Import("Actes", changed, {"--update", "--dry-run"});
-    EXPECT_TRUE(run.output.startsWith("Actes : 1 ligne à ajouter, 1 ligne à modifier.")) << run.output.toStdString();
-    EXPECT_EQ(practice.Ask("select montant from Actes where num = 2").Double(), 200);
-    run = practice.Import("Actes", changed, {"--update"});
-    EXPECT_TRUE(run.output.startsWith("Actes : 1 ligne ajoutée, 1 ligne modifiée.")) << run.output.toStdString();
-    EXPECT_EQ(practice.Ask("select montant from Actes where num = 2").Double(), 250.5);
-    EXPECT_EQ(practice.Ask("select MM from Actes where num = 2").Long(), 7);
-    EXPECT_EQ(practice.Ask("select Heure from Actes where num = 1").Text(), "08:00") << "not named, not touched";
+    const char* const refusal = "Ligne 3 : num : la clé 2 existe déjà dans Actes avec d'autres valeurs "
+                                "(Date, montant, MM, AA)";
+    const std::tuple<QByteArray, QStringList, const char*, double> steps[] = {
+        {rows, {}, "Actes : 2 lignes ajoutées.", 200},
+        {rows + "3,18/06/2008,1,0,0,\n", {}, "Actes : 1 ligne ajoutée, 2 lignes déjà là.", 200},
+        {changed, {}, refusal, 200},
+        {changed, {"--update", "--dry-run"}, "Actes : 1 ligne à ajouter, 1 ligne à modifier.", 200},
+        {changed, {"--update"}, "Actes : 1 ligne ajoutée, 1 ligne modifiée.", 250.5},
+    };
+    for (const auto& [text, options, answer, amount] : steps) {
+        const CommandRun run = practice.Import("Actes", text, options);
+        EXPECT_EQ(run.code, answer == refusal ? 1 : 0);
+        EXPECT_TRUE((run.errors + run.output).startsWith(answer)) << answer << (run.errors + run.output).toStdString();
+        EXPECT_EQ(practice.Ask("select montant from Actes where num = 2").Double(), amount) << answer;
+    }
+    tests::OtherProgram stored(practice.Folder() + "/ZEP_ONE.MDB");
+    EXPECT_EQ(stored.Answer("select group_concat(MM || coalesce(Heure, '')) from Actes not indexed"), "608:00,7,6,6");
     EXPECT_EQ(practice.Count("Actes where date = #07/17/2009#"), 1) << "the indexes follow";
     EXPECT_EQ(store::CheckDatabase(practice.Folder() + "/ZEP_ONE.MDB"), QStringList());
 }
@@ -231,14 +199,11 @@ TEST(Import, GivesNoKeyOfADeletedServiceAgain)
     ASSERT_EQ(practice.Import("Presta", "num;denom;prix;Ordre\n1;ECG;1 200,50;0\n").code, 0);
     ASSERT_EQ(practice.Import("Plani", "num,date,Num_Presta,HH\n1,17/06/2008,9,0\n").code, 0);
     ASSERT_EQ(practice.Import("Recettes", "num,Date,objet,montant\n7,17/06/2008,Coton,12.5\n").code, 0);
-    EXPECT_EQ(practice.Ask("select MM from Recettes where num = 7").Double(), 6);
-    const practice::PracticeData data(practice.Folder());
-    for (const auto& [table, key] : {std::pair("Presta", 10), std::pair("Recettes", 8)}) {
-        dao::Recordset rows = data.Database().OpenRecordset(table);
-        rows.AddNew();
-        rows.Update();
-        EXPECT_EQ(rows.LastKey(), key) << table;
-    }
+    tests::OtherProgram other(practice.Folder() + "/ZEP_ONE.MDB");
+    EXPECT_EQ(other.Answer("select MM from Recettes where num = 7"), "6.0");
+    for (const char* const next : {"insert into Presta (denom) values ('Neuve') returning num = 10",
+                                   "insert into Recettes (montant) values (1) returning num = 8"})
+        EXPECT_EQ(other.Answer(next), "1") << next;
 }
 
 namespace {
@@ -275,39 +240,29 @@ TEST_F(SharedImport, ReadsAndChecksWhileAnotherWrites)
     EXPECT_EQ(other->Answer("select count(*) from Actes"), "1");
 }
 
-TEST_F(SharedImport, LetsAnotherSettleUntilItWrites)
+TEST_F(SharedImport, GivesUpOnARowThatWasWrittenMeanwhileUnlessItPassesOverIt)
 {
-    practice::Import import(practice.Folder(), false);
-    import.Read("Actes", practice.Write("lignes.csv", Acts + "1,17/06/2008,0,100,2\n2,17/06/2008,0,0,0\n"));
-    EXPECT_EQ(other->Run("update Actes set montant = 55 where num = 1"), SQLITE_OK);
-    import.Write();
-    EXPECT_EQ(import.ProblemTexts(), QStringList()) << "the act that was passed over isn't the import's any more";
-    EXPECT_EQ(other->Answer("select group_concat(montant) from (select montant from Actes order by num)"), "55.0,0.0");
-}
-
-TEST_F(SharedImport, GivesUpOnARowThatWasWrittenMeanwhile)
-{
-    const QByteArray rows = Acts + "1,17/06/2008,0,150,3\n2,17/06/2008,0,0,0\n";
-    const struct {
-        const char* meanwhile;
-        const char* problem;
-    } cases[] = {
-        {"update Actes set montant = 120 where num = 1", "Ligne 2 : num : la ligne 1 de Actes vient d'être écrite"},
-        {"delete from Actes where num = 1", "Ligne 2 : num : la ligne 1"},
-        {"insert into Actes (num) values (2)", "Ligne 3 : num : la ligne 2 de Actes vient d'être écrite"},
+    const std::tuple<bool, const char*, const char*, const char*> cases[] = {
+        {false, "update Actes set montant = 55 where num = 1", "", "1 55.0,2 0.0"},
+        {true, "update Actes set montant = 120 where num = 1",
+         "Ligne 2 : num : la ligne 1 de Actes vient d'être écrite", "1 120.0"},
+        {true, "delete from Actes where num = 1", "Ligne 2 : num : la ligne 1", "(null)"},
+        {true, "insert into Actes (num) values (2)", "Ligne 3 : num : la ligne 2 de Actes vient d'être écrite",
+         "1 100.0,2 0.0"},
     };
-    for (const auto& each : cases) {
+    for (const auto& [isUpdate, meanwhile, problem, acts] : cases) {
         other->Run("delete from Actes; insert into Actes (num, Date, MM, AA, HH, montant, flag_R) "
                    "values (1, '2008-06-17', 6, 2008, 0, 100, 2)");
-        practice::Import import(practice.Folder(), true);
-        import.Read("Actes", practice.Write("lignes.csv", rows));
-        ASSERT_EQ(import.Sum().changed, 1);
-        ASSERT_EQ(other->Run(each.meanwhile), SQLITE_OK);
-        const QString before = other->Answer("select group_concat(num || ' ' || coalesce(montant, '-')) from Actes");
+        practice::Import import(practice.Folder(), isUpdate);
+        const QByteArray first = isUpdate ? "1,17/06/2008,0,150,3\n" : "1,17/06/2008,0,100,2\n";
+        import.Read("Actes", practice.Write("lignes.csv", Acts + first + "2,17/06/2008,0,0,0\n"));
+        ASSERT_EQ(import.Sum().changed, isUpdate ? 1 : 0);
+        ASSERT_EQ(other->Run(meanwhile), SQLITE_OK);
         import.Write();
-        EXPECT_TRUE(import.ProblemTexts().join('\n').contains(each.problem))
-            << import.ProblemTexts().join('\n').toStdString();
-        EXPECT_EQ(other->Answer("select group_concat(num || ' ' || coalesce(montant, '-')) from Actes"), before);
+        const QString problems = import.ProblemTexts().join('\n');
+        EXPECT_TRUE(problems.contains(problem)) << problems.toStdString();
+        EXPECT_EQ(problems.isEmpty(), !isUpdate);
+        EXPECT_EQ(other->Answer("select group_concat(num || ' ' || montant) from Actes not indexed"), acts);
     }
 }
 

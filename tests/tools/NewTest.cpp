@@ -1,17 +1,6 @@
 #include "data/Practice.h"
 #include "tools/PracticeCommand.h"
 
-namespace {
-
-QByteArray BytesOf(const QString& path)
-{
-    QFile file(path);
-    EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << path.toStdString();
-    return file.readAll();
-}
-
-} // namespace
-
 TEST(Set, ChangesOnlyWhatIsGiven)
 {
     const NewPractice practice;

@@ -43,6 +43,13 @@ struct BuiltCommand {
     int code;
 };
 
+inline QByteArray BytesOf(const QString& path)
+{
+    QFile file(path);
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << path.toStdString();
+    return file.readAll();
+}
+
 /// A new practice in a temporary folder.
 class NewPractice {
 public:

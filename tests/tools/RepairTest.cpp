@@ -2,15 +2,18 @@
 
 #include "tools/SmallOffice.h"
 
+#include <QtEndian>
 #include <sys/stat.h>
 
 namespace {
 
 class PracticeRepair : public SmallOffice {
 protected:
-    static QStringList Mended(const CommandRun& run)
+    CommandRun Repair() const { return CommandRun({"repair", Folder()}); }
+    /// What the command says of what it changed.
+    static QStringList Changes(const CommandRun& run)
     {
-        return run.output.split('\n').filter(QRegularExpression("^  Réparé : "));
+        return run.output.split('\n').filter(QRegularExpression("^  (Réparé|À vérifier|Perdu) : "));
     }
     QStringList Copies() const
     {
@@ -20,56 +23,40 @@ protected:
                 copies << Folder() + "/ARCHIVES/" + name;
         return copies;
     }
-    /// The pages below the root of a table or index.
-    QList<int> Leaves(const QString& name) const
+    /// All rows of each table, read from the tables themselves.
+    QStringList Rows() const
     {
-        const QByteArray bytes = Bytes(File());
-        const auto number = [&bytes](qsizetype at, int size) {
-            int value = 0;
-            for (int byte = 0; byte < size; ++byte)
-                value = value << 8 | static_cast<unsigned char>(bytes[at + byte]);
-            return value;
-        };
-        const QString root = "select rootpage from sqlite_schema where name = '" + name + "'";
-        const qsizetype page = qsizetype{PageSize} * (Answer(qPrintable(root)).toInt() - 1);
-        constexpr int cellCount = 3;
-        constexpr int cells = 12;
-        QList<int> leaves;
-        for (int cell = 0; cell < number(page + cellCount, 2); ++cell)
-            leaves << number(page + number(page + cells + 2 * cell, 2), 4);
-        return leaves;
+        const QString tables = Answer("select group_concat(name) from (select name from sqlite_schema "
+                                      "where type = 'table' and name not like 'sqlite%' order by name)");
+        QStringList rows;
+        for (const QString& table : tables.split(',')) {
+            const QString fields = Answer(qPrintable(
+                "select group_concat('quote(' || name || ')', ' || ') from pragma_table_info('" + table + "')"));
+            rows << table + ": " +
+                        Answer(qPrintable("select group_concat(row, '/') from (select rowid || ' ' || " + fields +
+                                          " as row from '" + table + "' not indexed order by rowid)"));
+        }
+        return rows;
     }
-    void DestroyLeaves(const QString& name, const QList<int>& which) const
+    /// Overwrites pages below the root of a table or index.
+    void DestroyLeaves(const QString& name, const QList<int>& leaves) const
     {
         Run("pragma journal_mode = delete");
-        const QList<int> leaves = Leaves(name);
-        QByteArray bytes = Bytes(File());
-        for (const int leaf : which)
-            bytes.replace(qsizetype{PageSize} * (leaves[leaf] - 1), PageSize, QByteArray(PageSize, '\xA5'));
-        Write(File(), bytes);
-    }
-    /// Makes a change that is in the log alone, as after a power cut.
-    void ChangeInLog(const char* sql) const
-    {
-        QByteArray file;
-        QByteArray log;
-        {
-            tests::OtherProgram other(File());
-            ASSERT_EQ(other.Run("pragma journal_mode = wal"), SQLITE_OK);
-            ASSERT_EQ(other.Run(sql), SQLITE_OK);
-            file = Bytes(File());
-            log = Bytes(File() + "-wal");
+        QByteArray bytes = BytesOf(File());
+        const QString root = "select rootpage from sqlite_schema where name = '" + name + "'";
+        const qsizetype page = qsizetype{PageSize} * (Answer(qPrintable(root)).toInt() - 1);
+        constexpr int cells = 12; // their places in the page, where the numbers of the pages below are
+        for (const int leaf : leaves) {
+            const qsizetype cell = page + qFromBigEndian<quint16>(bytes.constData() + page + cells + 2 * leaf);
+            const qsizetype below = qFromBigEndian<quint32>(bytes.constData() + cell);
+            bytes.replace(PageSize * (below - 1), PageSize, QByteArray(PageSize, '\xA5'));
         }
-        Write(File(), file);
-        Write(File() + "-wal", log);
+        Write(File(), bytes);
     }
     static constexpr int PageSize = 4096;
     void RemoveCopies() const
     {
-        for (const QString& copy : Copies()) {
-            EXPECT_TRUE(QFile::remove(copy));
-            QFile::remove(copy + ".sceau");
-        }
+        EXPECT_TRUE(QDir(Folder() + "/ARCHIVES").removeRecursively() && QDir(Folder()).mkdir("ARCHIVES"));
     }
 };
 
@@ -78,84 +65,60 @@ constexpr const char* ManyActs = "with recursive n(i) as (select 10 union all se
                                  "HH, Heure, num_patient, num_presta, montant, flag_R) select i, '2008-06-16', 6, "
                                  "2008, 0, '08:00', 1, 1, i, 2 from n";
 
-struct Mend {
-    const char* sql;
-    QStringList lines;
-};
-
 TEST_F(PracticeRepair, MendsWhatIsCertainAfterACopyAndSaysSo)
 {
-    const Mend mends[] = {
+    const struct {
+        const char* sql;
+        QStringList changes;
+        const char* unawareIndex = nullptr;
+    } mends[] = {
         {"update Actes set MM = 13, AA = null where num = 2",
          {"  Réparé : Actes : MM repris de Date (1 ligne, num 2 : 13)",
           "  Réparé : Actes : AA repris de Date (1 ligne, num 2 : vide)"}},
-        {"update Actes set Date = '1/8/2009', MM = 'juin' where num = 2",
-         {"  Réparé : Actes : Date mis sous la forme aaaa-mm-jj (1 ligne, num 2 : « 1/8/2009 »)",
-          "  Réparé : Actes : MM repris de Date (1 ligne, num 2 : « juin »)",
-          "  Réparé : Actes : AA repris de Date (1 ligne, num 2 : 2008)"}},
+        {"update Actes set Date = '1/7/2008', MM = 'juin', AA = 2001 where num = 3",
+         {"  Réparé : Actes : Date mis sous la forme aaaa-mm-jj (1 ligne, num 3 : « 1/7/2008 »)",
+          "  Réparé : Actes : MM repris de Date (1 ligne, num 3 : « juin »)",
+          "  Réparé : Actes : AA repris de Date (1 ligne, num 3 : 2001)"}},
         {"update Patients set Naiss = ' 31/01/1950 ' where num = 1",
          {"  Réparé : Patients : Naiss mis sous la forme aaaa-mm-jj (1 ligne, num 1 : «  31/01/1950  »)"}},
         {"update Recettes set Date = '16/06/2008', MM = 16",
          {"  Réparé : Recettes : Date mis sous la forme aaaa-mm-jj (1 ligne, num 1 : « 16/06/2008 »)",
           "  Réparé : Recettes : MM repris de Date (1 ligne, num 1 : 16)"}},
-        {"update Permn set Date = '2008-06-17'",
-         {"  Réparé : Permn : Date mis sous la forme jj/mm/aaaa (1 ligne, « 2008-06-17 »)"}},
+        {"update Permn set Date = '2008-06-07'",
+         {"  Réparé : Permn : Date mis sous la forme jj/mm/aaaa (1 ligne, « 2008-06-07 »)"}},
         {"drop index Actes_Mois; drop index Plani_Date",
          {"  Réparé : Index Actes_Mois : créé sur Actes (AA, MM, num_presta).",
           "  Réparé : Index Plani_Date : créé sur Plani (date, Num_Presta, HH)."}},
         {"drop index Actes_Mois; create unique index Actes_Mois on Actes (num)",
          {"  Réparé : Index Actes_Mois : refait sur Actes (AA, MM, num_presta)."}},
+        {AddAct, {"  Réparé : Index Actes_Mois : reconstruit."}, "Actes_Mois"},
+        {"update Recettes set montant = 99",
+         {"  Réparé : Index Recettes_Date : reconstruit.",
+          "  À vérifier : Recettes : montant de num 1 vaut 99, et 120.5 dans l'index Recettes_Date."},
+         "Recettes_Date"},
     };
-    for (const auto& [sql, lines] : mends) {
+    Run("update Permn set Date = '07/06/2008'");
+    sound = BytesOf(File());
+    const QStringList whole = Rows();
+    for (const auto& [sql, changes, unawareIndex] : mends) {
         RemoveCopies();
-        Spoil(sql);
+        if (unawareIndex != nullptr)
+            SpoilIndex(unawareIndex, sql);
+        else
+            Spoil(sql);
         // A file that was put back from the archive has no log; one that the program left has.
         Run(&sql == &mends[0].sql ? "pragma journal_mode = delete" : "pragma journal_mode = wal");
         const QStringList faults = Check();
-        const CommandRun run({"repair", Folder()});
-        EXPECT_EQ(Mended(run), lines) << sql;
+        const QStringList rows = unawareIndex != nullptr ? Rows() : whole;
+        const CommandRun run = Repair();
+        EXPECT_EQ(Changes(run), changes) << sql;
         EXPECT_EQ(run.code, 0) << sql << run.output.toStdString() << run.errors.toStdString();
         EXPECT_EQ(Check(), QStringList()) << sql;
+        EXPECT_EQ(Rows(), rows) << sql;
         ASSERT_EQ(Copies().size(), 1) << sql;
         EXPECT_TRUE(run.output.contains("  Copie de sécurité : " + Copies()[0] + "\n"));
         EXPECT_EQ(Findings(CommandRun({"check", Copies()[0]})), faults) << sql;
     }
-}
-
-TEST_F(PracticeRepair, StoresTheRightValuesAndChangesNoOther)
-{
-    Spoil("update Actes set Date = '01/08/2009', MM = 1, AA = 2001 where num = 2; update Permn set Date = '2008-06-07';"
-          "update Recettes set MM = null");
-    const char* const others =
-        "select group_concat(num || Date || coalesce(MM, '') || AA || montant || coalesce(Type, '') "
-        "|| HH || flag_R || Flag_H, '/') from Actes where num <> 2";
-    const QString before = Answer(others);
-    EXPECT_EQ(CommandRun({"repair", Folder()}).code, 0);
-    EXPECT_EQ(Answer("select Date || ' ' || MM || ' ' || AA || ' ' || montant from Actes where num = 2"),
-              "2009-08-01 8 2009 0.0");
-    EXPECT_EQ(Answer("select Date from Permn"), "07/06/2008");
-    EXPECT_EQ(Answer("select MM || typeof(MM) from Recettes"), "6.0real");
-    EXPECT_EQ(Answer(others), before);
-}
-
-TEST_F(PracticeRepair, RebuildsADamagedIndexAfterACopyOfItAsItIsAndNamesWhatItContradicted)
-{
-    SpoilIndex("Actes_Mois", AddAct);
-    const CommandRun added({"repair", Folder()});
-    EXPECT_EQ(Mended(added), QStringList("  Réparé : Index Actes_Mois : reconstruit."));
-    EXPECT_EQ(added.code, 0) << added.output.toStdString();
-    EXPECT_EQ(Answer("select count(*) from Actes indexed by Actes_Mois where AA = 2008"), "4");
-    ASSERT_EQ(Copies().size(), 1);
-    EXPECT_EQ(CommandRun({"check", Copies()[0]}).code, 1) << "the copy is what was there before";
-
-    SpoilIndex("Recettes_Date", "update Recettes set montant = 99");
-    const CommandRun changed({"repair", Folder()});
-    EXPECT_EQ(changed.code, 0);
-    EXPECT_TRUE(changed.output.contains(
-        "  Réparé : Index Recettes_Date : reconstruit.\n  À vérifier : Recettes : montant de num 1 vaut 99, et 120.5 "
-        "dans l'index Recettes_Date.\n"))
-        << changed.output.toStdString();
-    EXPECT_EQ(Answer("select montant from Recettes indexed by Recettes_Date"), "99.0");
 }
 
 TEST_F(PracticeRepair, LeavesWhatIsNotCertainAndListsIt)
@@ -163,9 +126,9 @@ TEST_F(PracticeRepair, LeavesWhatIsNotCertainAndListsIt)
     Spoil(
         "update Actes set montant = 'douze', Date = '06/17/2008' where num = 2; update Actes set MM = 1 where num = 1;"
         "update Actes set date_Presta = '29/02/2007' where num = 1");
-    const CommandRun run({"repair", Folder()});
+    const CommandRun run = Repair();
     EXPECT_EQ(run.code, 1);
-    EXPECT_EQ(Mended(run), QStringList("  Réparé : Actes : MM repris de Date (1 ligne, num 1 : 1)"));
+    EXPECT_EQ(Changes(run), QStringList("  Réparé : Actes : MM repris de Date (1 ligne, num 1 : 1)"));
     EXPECT_EQ(
         Findings(run),
         QStringList({"  ERREUR : Actes : Date n'est pas une date aaaa-mm-jj (1 ligne, num 2 : « 06/17/2008 »)",
@@ -175,34 +138,29 @@ TEST_F(PracticeRepair, LeavesWhatIsNotCertainAndListsIt)
     EXPECT_EQ(Answer("select Date || MM || montant from Actes where num = 2"), "06/17/20086douze");
 }
 
-TEST_F(PracticeRepair, ChangesNothingWhereNothingIsToBeMended)
+TEST_F(PracticeRepair, ChangesNothingWhereNothingCanBeMended)
 {
-    for (const char* const sql : {"select 1", "update Actes set HH = 10 where num = 1"}) {
-        Spoil(sql);
-        const QByteArray before = Bytes(File());
-        const CommandRun run({"repair", Folder()});
-        EXPECT_EQ(run.code, Check().isEmpty() ? 0 : 1) << sql;
-        EXPECT_EQ(Mended(run), QStringList()) << sql;
-        EXPECT_EQ(Bytes(File()), before) << sql;
-        EXPECT_EQ(Copies(), QStringList()) << sql;
-    }
-}
+    const auto unchanged = [this] {
+        const QByteArray before = BytesOf(File());
+        const CommandRun run = Repair();
+        EXPECT_EQ(Changes(run), QStringList());
+        EXPECT_EQ(BytesOf(File()), before);
+        EXPECT_EQ(Copies(), QStringList());
+        EXPECT_EQ(QDir(Folder()).entryList({"*.part*"}), QStringList());
+        return run;
+    };
+    EXPECT_EQ(unchanged().code, 0);
+    Spoil("update Actes set HH = 10 where num = 1");
+    EXPECT_EQ(unchanged().code, 1);
 
-TEST_F(PracticeRepair, SavesNothingWhenNoRowOfATableCanBeRead)
-{
     Spoil("update Recettes set MM = 1");
-    sound = Bytes(File());
+    sound = BytesOf(File());
     SpoilTable("Actes", false);
-    const QByteArray before = Bytes(File());
-    const CommandRun run({"repair", Folder()});
-    EXPECT_EQ(run.code, 1);
-    EXPECT_EQ(Mended(run), QStringList());
-    EXPECT_TRUE(run.output.contains("  Rien n'a été modifié : la table Actes est illisible."))
-        << run.output.toStdString();
-    EXPECT_TRUE(run.output.contains("  ERREUR : La table Actes ou un de ses index est endommagé ("));
-    EXPECT_EQ(Bytes(File()), before);
-    EXPECT_EQ(Copies(), QStringList());
-    EXPECT_EQ(QDir(Folder()).entryList({"*.part*"}), QStringList());
+    const CommandRun unreadable = unchanged();
+    EXPECT_EQ(unreadable.code, 1);
+    for (const char* const part : {"  Rien n'a été modifié : la table Actes est illisible.",
+                                   "  ERREUR : La table Actes ou un de ses index est endommagé ("})
+        EXPECT_TRUE(unreadable.output.contains(part)) << unreadable.output.toStdString();
 }
 
 const QString Rebuilt = "  Réparé : Base de données : refaite avec les lignes de ses tables et de nouveaux index.";
@@ -216,32 +174,19 @@ TEST_F(PracticeRepair, MakesANewFileWhereAPageOfAnIndexIsDestroyed)
           "insert into Recettes (num) values (8); delete from Recettes where num = 8",
           "update Actes_suppr set num_presta = 77; update Permn set RIB = 'x'"})
         Run(sql);
-    const auto content = [this] {
-        QStringList texts;
-        for (const char* const table : {"Patients", "Actes", "Actes_suppr", "Plani", "Presta", "Tarif", "Recettes",
-                                        "textes", "Permn", "Prov", "Divers"})
-            texts << Answer(
-                qPrintable(QString("select group_concat(row, '/') from (select rowid || quote(%1) as row from "
-                                   "%2 not indexed order by rowid)")
-                               .arg(Answer(qPrintable(QString("select group_concat(name, ') || quote(') from "
-                                                              "pragma_table_info('%1')")
-                                                          .arg(table))),
-                                    table)));
-        return texts;
-    };
-    const QStringList whole = content();
+    const QStringList whole = Rows();
     Run("update Actes set MM = 1 where num = 50; update Permn set RIB = 'y'");
     DestroyLeaves("Actes_Mois", {0});
     ChangeInLog("update Permn set RIB = 'x'");
 
-    const CommandRun run({"repair", Folder()});
+    const CommandRun run = Repair();
     EXPECT_EQ(run.code, 0) << run.output.toStdString() << run.errors.toStdString();
-    EXPECT_EQ(Mended(run), QStringList({Rebuilt, "  Réparé : Actes : MM repris de Date (1 ligne, num 50 : 1)"}));
+    EXPECT_EQ(Changes(run), QStringList({Rebuilt, "  Réparé : Actes : MM repris de Date (1 ligne, num 50 : 1)"}));
     EXPECT_EQ(Check(),
               QStringList("  Remarque : Actes_suppr : num_presta sans ligne dans Presta (1 ligne, num 9 : 77)"));
-    EXPECT_EQ(content(), whole);
+    EXPECT_EQ(Rows(), whole);
     ASSERT_EQ(Copies().size(), 1);
-    EXPECT_TRUE(Bytes(Copies()[0]).contains(QByteArray(PageSize, '\xA5'))) << "the copy is what was there before";
+    EXPECT_TRUE(BytesOf(Copies()[0]).contains(QByteArray(PageSize, '\xA5'))) << "the copy is what was there before";
     EXPECT_EQ(QDir(Folder()).entryList({"ZEP_ONE*"}), QStringList("ZEP_ONE.MDB"));
     Run("insert into Presta (denom) values ('Neuve'); insert into Recettes (montant) values (1)");
     EXPECT_EQ(Answer("select (select max(num) from Presta) || '/' || (select max(num) from Recettes)"), "78/9");
@@ -249,14 +194,11 @@ TEST_F(PracticeRepair, MakesANewFileWhereAPageOfAnIndexIsDestroyed)
 
 TEST_F(PracticeRepair, TakesTheRowsOnBothSidesOfDestroyedPagesAndNamesTheOthers)
 {
-    const QList<int> leaves[] = {{0}, {2}, {2, 4}};
-    for (const QList<int>& destroyed : leaves) {
+    for (const QList<int>& destroyed : {QList{0}, QList{2}, QList{2, 4}}) {
         SCOPED_TRACE(destroyed.last());
-        RemoveCopies();
         Spoil(ManyActs);
         DestroyLeaves("Actes", destroyed);
-        const CommandRun run({"repair", Folder()});
-        EXPECT_EQ(Mended(run), QStringList(Rebuilt)) << run.output.toStdString() << run.errors.toStdString();
+        const CommandRun run = Repair();
         EXPECT_EQ(run.code, 1);
         EXPECT_EQ(Check(), QStringList());
         EXPECT_EQ(Answer("select max(num) from Actes"), "900");
@@ -265,15 +207,15 @@ TEST_F(PracticeRepair, TakesTheRowsOnBothSidesOfDestroyedPagesAndNamesTheOthers)
             "with recursive n(i) as (select 1 union all select i + 1 from n where i < 900) select %1 from n "
             "where i not in (select num from Actes) and i not between 4 and 9";
         const QString first = destroyed[0] == 0 ? "" : " à partir de num " + Answer(qPrintable(gone.arg("min(i)")));
-        EXPECT_TRUE(run.output.contains("  Perdu : Actes : des lignes" + first + " jusqu'à num " +
-                                        Answer(qPrintable(gone.arg("max(i)"))) + " sont illisibles et manquent.\n"))
-            << run.output.toStdString();
+        EXPECT_EQ(Changes(run),
+                  QStringList({Rebuilt, "  Perdu : Actes : des lignes" + first + " jusqu'à num " +
+                                            Answer(qPrintable(gone.arg("max(i)"))) + " sont illisibles et manquent."}));
         const int lost = Answer(qPrintable(gone.arg("count(*)"))).toInt();
         EXPECT_TRUE(lost > 30 * destroyed.size() && lost < 130 * destroyed.size()) << lost << " of a page or two";
     }
     SpoilTable("Presta", true); // which has no index, and only a check shows it
-    const CommandRun run({"repair", Folder()});
-    EXPECT_EQ(Mended(run), QStringList(Rebuilt));
+    const CommandRun run = Repair();
+    EXPECT_EQ(Changes(run), QStringList(Rebuilt));
     EXPECT_EQ(run.code, 0);
     EXPECT_EQ(Answer("select count(*) from Presta"), "2");
 }
@@ -286,9 +228,8 @@ TEST_F(PracticeRepair, ReplacesNoCopy)
         practice::RepairPractice(Folder(), moment);
     }
     const QString name = Folder() + "/ARCHIVES/ZEP_ONE avant réparation 2026-11-24 18-02-33";
-    EXPECT_EQ(tests::OtherProgram(name + ".MDB").Answer("select MM from Actes"), "1");
-    EXPECT_EQ(tests::OtherProgram(name + " (2).MDB").Answer("select MM from Actes"), "2");
-    EXPECT_EQ(tests::OtherProgram(name + " (3).MDB").Answer("select MM from Actes"), "3");
+    for (const auto& [copy, month] : {std::pair(".MDB", "1"), std::pair(" (2).MDB", "2"), std::pair(" (3).MDB", "3")})
+        EXPECT_EQ(tests::OtherProgram(name + copy).Answer("select MM from Actes"), month);
 }
 
 TEST_F(PracticeRepair, RefusesAnOpenPracticeAndOneThatCannotBeCopied)
@@ -296,7 +237,7 @@ TEST_F(PracticeRepair, RefusesAnOpenPracticeAndOneThatCannotBeCopied)
     Spoil("update Actes set MM = 1");
     {
         const practice::PracticeData open(Folder());
-        const CommandRun run({"repair", Folder()});
+        const CommandRun run = Repair();
         EXPECT_EQ(run.code, 1);
         EXPECT_EQ(run.errors,
                   "practice : Le cabinet est ouvert dans un programme : quittez-le, puis recommencez. Rien n'a "
@@ -306,7 +247,7 @@ TEST_F(PracticeRepair, RefusesAnOpenPracticeAndOneThatCannotBeCopied)
 
     const std::string archives = (Folder() + "/ARCHIVES").toStdString();
     ASSERT_EQ(::chmod(archives.c_str(), 0500), 0);
-    const CommandRun run({"repair", Folder()});
+    const CommandRun run = Repair();
     EXPECT_EQ(run.code, 1);
     EXPECT_TRUE(run.errors.startsWith("practice : La copie de sécurité ne peut pas être faite dans"))
         << run.errors.toStdString();
@@ -314,7 +255,7 @@ TEST_F(PracticeRepair, RefusesAnOpenPracticeAndOneThatCannotBeCopied)
     EXPECT_EQ(Answer("select count(*) from Actes where MM = 1"), "3");
 
     ASSERT_TRUE(QDir(Folder()).rmdir("ARCHIVES"));
-    EXPECT_EQ(CommandRun({"repair", Folder()}).code, 0) << "the folder is made";
+    EXPECT_EQ(Repair().code, 0) << "the folder is made";
     EXPECT_EQ(Copies().size(), 1);
     EXPECT_EQ(CommandRun({"repair", Folder() + "/rien"}).code, 1);
 }
@@ -323,13 +264,13 @@ TEST_F(PracticeRepair, KeepsWhatALogHoldsAndSetsOneOfAnotherFileAside)
 {
     Spoil("pragma journal_mode = delete; update Actes set MM = 1 where num = 1");
     Write(File() + "-wal", "un autre journal");
-    EXPECT_EQ(CommandRun({"repair", Folder()}).code, 0);
-    EXPECT_EQ(Bytes(File() + "-wal.set-aside"), "un autre journal");
+    EXPECT_EQ(Repair().code, 0);
+    EXPECT_EQ(BytesOf(File() + "-wal.set-aside"), "un autre journal");
     EXPECT_EQ(Answer("select MM from Actes where num = 1"), "6");
     RemoveCopies();
 
     ChangeInLog("update Actes set montant = 77, MM = 1 where num = 2");
-    EXPECT_EQ(CommandRun({"repair", Folder()}).code, 0);
+    EXPECT_EQ(Repair().code, 0);
     EXPECT_FALSE(QFile::exists(File() + "-wal"));
     EXPECT_EQ(Answer("select montant || ' ' || MM from Actes where num = 2"), "77.0 6");
     ASSERT_EQ(Copies().size(), 1);

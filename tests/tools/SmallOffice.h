@@ -29,18 +29,12 @@ protected:
                 values (9, '2008-06-16', 1, 1, 'K5', 0, '2008-06-16', '09:00');
             insert into Recettes (num, Date, MM, objet, montant) values (1, '2008-06-16', 6, 'Coton', 120.5);
         )");
-        sound = Bytes(File());
+        sound = BytesOf(File());
     }
 
     QString Folder() const { return practice.Folder(); }
     QString File() const { return Folder() + "/ZEP_ONE.MDB"; }
 
-    static QByteArray Bytes(const QString& path)
-    {
-        QFile file(path);
-        EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << path.toStdString();
-        return file.readAll();
-    }
     static void Write(const QString& path, const QByteArray& bytes)
     {
         QFile file(path);
@@ -53,6 +47,21 @@ protected:
     {
         tests::OtherProgram other(File());
         EXPECT_EQ(other.Run(sql), SQLITE_OK) << sql;
+    }
+    /// Makes a change that is in the log alone, as after a power cut.
+    void ChangeInLog(const char* sql) const
+    {
+        QByteArray file;
+        QByteArray log;
+        {
+            tests::OtherProgram other(File());
+            ASSERT_EQ(other.Run("pragma journal_mode = wal"), SQLITE_OK);
+            ASSERT_EQ(other.Run(sql), SQLITE_OK);
+            file = BytesOf(File());
+            log = BytesOf(File() + "-wal");
+        }
+        Write(File(), file);
+        Write(File() + "-wal", log);
     }
     QString Answer(const char* sql) const { return tests::OtherProgram(File()).Answer(sql); }
 
@@ -105,7 +114,7 @@ protected:
                            QDirIterator::Subdirectories);
         while (files.hasNext()) {
             const QFileInfo file(files.next());
-            content[file.filePath()] = {file.isFile() ? Bytes(file.filePath()) : QByteArray(), file.lastModified()};
+            content[file.filePath()] = {file.isFile() ? BytesOf(file.filePath()) : QByteArray(), file.lastModified()};
         }
         return content;
     }
