@@ -25,10 +25,10 @@ protected:
         dao::WriteWorkgroup(folder.filePath("system.mdw"), data::WorkspaceUser, "secret");
         dao::DBEngine.SystemDB = folder.filePath("system.mdw");
         workspace = dao::DBEngine.CreateWorkspace("Special", data::WorkspaceUser, "secret");
-        Make(data::Schema().remove(" AUTOINCREMENT"));
+        Make();
     }
 
-    void Make(const QString& schema) const
+    void Make(const QString& schema = data::Schema().remove(" AUTOINCREMENT")) const
     {
         QFile::remove(path);
         store::CreateDatabase(path, schema);
@@ -74,10 +74,8 @@ TEST_F(OlderPractice, NeverReusesAKey)
     EXPECT_EQ(AddTo("Presta"), 14);
     EXPECT_EQ(AddTo("Recettes"), 7);
     EXPECT_EQ(Answer("pragma integrity_check"), "ok");
-}
 
-TEST_F(OlderPractice, StartsServiceKeysAboveThoseOfActs)
-{
+    Make();
     Run("insert into Actes (num, num_presta) values (1, 5)");
     EXPECT_EQ(AddTo("Presta"), 6);
     EXPECT_EQ(AddTo("Recettes"), 1);
@@ -133,24 +131,4 @@ TEST(NewPractice, NeverReusesAKey)
             database.Close();
         }
     }
-}
-
-TEST(NewPractice, SetsTheDefaultsOfSingleRowTables)
-{
-    const QTemporaryDir place;
-    data::CreatePractice(place.path(), {});
-    dao::DBEngine.SystemDB = place.filePath("system.mdw");
-    const dao::Workspace workspace =
-        dao::DBEngine.CreateWorkspace("Special", data::WorkspaceUser, data::BuildWorkspacePassword());
-    const dao::Database database = workspace.OpenDatabase(place.filePath("ZEP_ONE.MDB"));
-    dao::Recordset permanent = database.OpenRecordset("Permn");
-    EXPECT_EQ(permanent["RIB"].Text(), " ");
-    EXPECT_EQ(permanent["Taux_CNAS"].Double(), 9);
-
-    permanent.AddNew();
-    for (const char* field : {"Registre", "RIB", "Taux_CNAS", "Taux_PP", "Taux_VF"})
-        EXPECT_TRUE(permanent[field].IsNull()) << field;
-    permanent.Update();
-    permanent.MoveLast();
-    EXPECT_TRUE(permanent["Taux_VF"].IsNull());
 }

@@ -19,11 +19,11 @@ struct Hover : forms::Form {
     Hover() : Form("Hover")
     {
         SetContent(forms::Column{images[0], images[1], field});
-        bulle.Attach(images[0], [this] { return arabic ? QStringLiteral("تـغـيير") : QStringLiteral(" Autre date "); });
+        bulle.Attach(images[0], [this] { return action; });
         bulle.Attach(images[1], [] { return QStringLiteral(" Quitter "); });
     }
 
-    bool arabic = false;
+    QString action = " Autre date ";
     forms::ControlArray<forms::Picture, 2> images{"Image1"};
     forms::TextBox field{"Text1"};
     forms::Bulle bulle;
@@ -63,22 +63,21 @@ TEST_F(Controls, BulleShowsTheActionOfThePictureUnderThePointerOrFocus)
     EXPECT_FALSE(screen.bulle.geometry().intersects(screen.images[0].geometry()));
 
     screen.images[1].setFocus(Qt::TabFocusReason); // the focus takes the bubble over, then the pointer leaves
-    EXPECT_EQ(screen.bulle.text(), " Quitter ");
     MovePointer(screen.images[0], false);
     EXPECT_TRUE(screen.bulle.isVisible());
+    EXPECT_EQ(screen.bulle.text(), " Quitter ");
     EXPECT_FALSE(screen.images[0].HasBorder());
     screen.field.setFocus();
     EXPECT_FALSE(screen.bulle.isVisible());
 
-    screen.arabic = true;
+    screen.action = "تـغـيير";
     MovePointer(screen.images[0], true);
     EXPECT_EQ(screen.bulle.text(), "تـغـيير");
     EXPECT_EQ(screen.images[0].accessibleName(), "تـغـيير");
     QSignalSpy clicked(&screen.images[0], &QAbstractButton::clicked);
     screen.images[0].setEnabled(false);
     for (int round = 0; round < 2; ++round) { // it loses its border, and takes none
-        EXPECT_FALSE(screen.images[0].HasBorder());
-        EXPECT_FALSE(screen.bulle.isVisible());
+        EXPECT_FALSE(screen.images[0].HasBorder() || screen.bulle.isVisible());
         MovePointer(screen.images[0], true);
     }
     screen.images[0].click();
@@ -95,10 +94,7 @@ TEST_F(Controls, WithoutAccessibleNamesAreFaults)
     EXPECT_EQ(AccessibilityFaults(screen), QStringList{"forms::TextBox Text1"});
     EXPECT_EQ(QAccessible::queryAccessibleInterface(&screen.images[1])->role(), QAccessible::Button);
 
-    auto& sheet = desk.Open<Sheet>();
-    EXPECT_EQ(AccessibilityFaults(sheet).size(), 5) << AccessibilityFaults(sheet).join(", ").toStdString();
-    sheet.grid.setAccessibleName("Actes");
-    EXPECT_EQ(AccessibilityFaults(sheet).size(), 4);
+    EXPECT_EQ(AccessibilityFaults(desk.Open<Sheet>()).size(), 5); // one of each kind
 }
 
 TEST_F(Controls, ComboBoxSelectsNoLineByItself)
@@ -108,10 +104,8 @@ TEST_F(Controls, ComboBoxSelectsNoLineByItself)
     combo.addItems({"NP", "R-", "P "});
     EXPECT_EQ(combo.currentIndex(), -1);
     EXPECT_EQ(chosen.count(), 0);
-    combo.SetListIndex(0);
-    EXPECT_EQ(chosen.count(), 1);
     combo.SetListIndex(2);
-    EXPECT_EQ(combo.currentText(), "P ");
+    EXPECT_EQ(chosen.count(), 1);
     for (const int none : {-2, 3})
         EXPECT_EQ(ErrorOf([&] { combo.SetListIndex(none); }), Error::InvalidProperty) << none;
     EXPECT_EQ(combo.currentIndex(), 2);

@@ -1,5 +1,6 @@
 #include "Sheet.h"
 #include "platform/forms/Colours.h"
+#include "support/Cells.h"
 #include "support/ScriptedDesk.h"
 
 #include <QAbstractItemModelTester>
@@ -11,6 +12,8 @@
 #include <QTest>
 #include <gtest/gtest.h>
 
+using tests::HighlightedRow;
+
 namespace {
 
 struct GridOnSheet : testing::Test {
@@ -19,7 +22,6 @@ struct GridOnSheet : testing::Test {
     forms::Grid& grid = sheet.grid;
     QAbstractItemModelTester consistency{grid.model(), QAbstractItemModelTester::FailureReportingMode::Fatal};
     QSignalSpy clicks{&grid, &forms::Grid::Click};
-    QSignalSpy doubleClicks{&grid, &forms::Grid::DblClick};
 
     void Fill(int rows)
     {
@@ -27,15 +29,6 @@ struct GridOnSheet : testing::Test {
         grid.SetRows(rows);
         for (int row = 0; row < rows; ++row)
             grid.SetText(row, 1, QStringLiteral(" ligne %1").arg(row));
-    }
-
-    QString Shown(int row, int column) const { return grid.model()->index(row, column).data().toString(); }
-    QList<int> SelectedRows() const
-    {
-        QList<int> rows;
-        for (const QModelIndex& index : grid.selectionModel()->selectedRows())
-            rows << index.row();
-        return rows;
     }
 };
 
@@ -46,13 +39,9 @@ TEST_F(GridOnSheet, ReturnsCurrentCellsBeforeTheViewIsUpdated)
     QSignalSpy changed(grid.model(), &QAbstractItemModel::dataChanged);
     QSignalSpy reset(grid.model(), &QAbstractItemModel::modelReset);
 
-    EXPECT_EQ(grid.Rows(), 1);
-    grid.SetText(0, 1, " DUPONT ");
-    const int added = grid.AppendRow();
-    grid.SetText(added, 2, "150 ");
+    grid.SetText(grid.AppendRow(), 2, " 150 ");
     EXPECT_EQ(grid.model()->rowCount(), 2);
-    EXPECT_EQ(Shown(0, 1), " DUPONT "); // blanks are kept
-    EXPECT_EQ(Shown(1, 2), "150 ");
+    EXPECT_EQ(grid.model()->index(1, 2).data(), " 150 "); // blanks are kept
     EXPECT_EQ(reset.count() + changed.count(), 0);
 
     support::ProcessEvents();
@@ -84,7 +73,7 @@ TEST_F(GridOnSheet, TruncatesExtendsAndClearsRows)
     EXPECT_EQ(grid.Rows(), 1);
     EXPECT_EQ(grid.Row(), 0);
     EXPECT_EQ(grid.Text(0, 1), "");
-    EXPECT_TRUE(SelectedRows().isEmpty());
+    EXPECT_EQ(HighlightedRow(grid), -1);
 }
 
 TEST_F(GridOnSheet, RaisesNineOutOfRange)
@@ -110,31 +99,25 @@ TEST_F(GridOnSheet, EmitsOneClickForEachClickOrKey)
     Click(grid, 2, 1);
     EXPECT_EQ(grid.Row(), 2);
     EXPECT_EQ(grid.Col(), 1);
-    EXPECT_EQ(clicks.count(), 1);
     Click(grid, 2, 1); // the current row again
     EXPECT_EQ(clicks.count(), 2);
-
-    const struct {
-        Qt::Key key;
-        int row;
-    } steps[] = {{Qt::Key_Down, 3}, {Qt::Key_Up, 2}, {Qt::Key_End, 39}, {Qt::Key_Down, 39}, {Qt::Key_Home, 0}};
-    for (const auto& step : steps) {
-        Press(grid, step.key);
-        EXPECT_EQ(grid.Row(), step.row);
-        EXPECT_EQ(SelectedRows(), QList<int>{step.row});
+    for (const auto& [key, row] :
+         {std::pair(Qt::Key_Down, 3), {Qt::Key_Up, 2}, {Qt::Key_End, 39}, {Qt::Key_Down, 39}, {Qt::Key_Home, 0}}) {
+        Press(grid, key);
+        EXPECT_EQ(grid.Row(), row);
+        EXPECT_EQ(HighlightedRow(grid), row);
     }
     EXPECT_EQ(clicks.count(), 2 + 4); // Down on the last row does nothing
     Press(grid, Qt::Key_PageDown);
     EXPECT_GT(grid.Row(), 1);
 
+    QSignalSpy doubleClicks(&grid, &forms::Grid::DblClick);
     DoubleClick(grid, 3);
     EXPECT_EQ(doubleClicks.count(), 1);
-    EXPECT_EQ(grid.Row(), 3);
     QSignalSpy entered(&grid, &forms::Grid::Entered);
     Press(grid, Qt::Key_Return);
     Press(grid, Qt::Key_Enter, Qt::KeypadModifier);
     EXPECT_EQ(entered.count(), 2);
-    EXPECT_TRUE(sheet.isVisible());
 
     const QPointF below = grid.visualRect(grid.model()->index(5, 1)).center();
     QMouseEvent drag(QEvent::MouseMove, below, grid.viewport()->mapToGlobal(below), Qt::NoButton, Qt::LeftButton, {});
@@ -147,11 +130,10 @@ TEST_F(GridOnSheet, EmitsNothingWhenTheScreenMovesIt)
     Fill(5);
     grid.SetRow(1);
     grid.SelectRow(4);
-    EXPECT_EQ(SelectedRows(), QList<int>{4});
     grid.AppendRow(); // the view is updated: current and selected rows stay
     support::ProcessEvents();
     EXPECT_EQ(grid.currentIndex().row(), grid.Row());
-    EXPECT_EQ(SelectedRows(), QList<int>{4});
+    EXPECT_EQ(HighlightedRow(grid), 4);
     EXPECT_EQ(clicks.count(), 0);
 
     QObject::connect(&grid, &forms::Grid::Click, &sheet, [&] {
@@ -160,7 +142,7 @@ TEST_F(GridOnSheet, EmitsNothingWhenTheScreenMovesIt)
     });
     Click(grid, 4);
     EXPECT_EQ(grid.Rows(), 3);
-    EXPECT_EQ(SelectedRows(), QList<int>{0});
+    EXPECT_EQ(HighlightedRow(grid), 0);
     Press(grid, Qt::Key_Down);
     EXPECT_EQ(grid.Row(), 0);
 }
@@ -168,14 +150,13 @@ TEST_F(GridOnSheet, EmitsNothingWhenTheScreenMovesIt)
 TEST_F(GridOnSheet, ShowsHeadingsAlignedLikeTheirColumnsAndWidthsInTwips)
 {
     QAbstractItemModel& model = *grid.model();
-    EXPECT_EQ(model.headerData(2, Qt::Horizontal).toString(), "Montant");
     EXPECT_EQ(model.headerData(2, Qt::Horizontal, Qt::TextAlignmentRole).value<Qt::Alignment>(),
               Qt::AlignRight | Qt::AlignVCenter);
     EXPECT_EQ(grid.columnWidth(0), forms::PixelsOf(600));
     EXPECT_EQ(forms::PixelsOf(forms::TwipsOf(126)), 126);
 
     grid.SetHeading(2, "Reste");
-    EXPECT_EQ(model.headerData(2, Qt::Horizontal).toString(), "Reste");
+    EXPECT_EQ(model.headerData(2, Qt::Horizontal), "Reste");
     const int oneLine = grid.horizontalHeader()->sizeHint().height();
     grid.SetGroupHeading(1, 2, "Reçu");
     EXPECT_GT(grid.horizontalHeader()->sizeHint().height(), oneLine + 8);
@@ -194,7 +175,6 @@ TEST_F(GridOnSheet, CopiesTheChosenRowsWithHeadingsBetweenTabs)
     EXPECT_EQ(QApplication::clipboard()->text(), "N°\tNom\tMontant\n\tligne 0\t\n2\tligne 1\t1 250.50\n\tligne 2\t\n");
     EXPECT_EQ(grid.Row(), 1); // the current row stays
     Press(grid, Qt::Key_Down);
-    EXPECT_EQ(SelectedRows(), QList<int>{2});
     Press(grid, Qt::Key_C, Qt::ControlModifier);
     EXPECT_EQ(QApplication::clipboard()->text(), "N°\tNom\tMontant\n\tligne 2\t\n");
     grid.ClearToOneRow();
@@ -204,34 +184,27 @@ TEST_F(GridOnSheet, CopiesTheChosenRowsWithHeadingsBetweenTabs)
 
 TEST_F(GridOnSheet, FindsTheNextNameByTypedLetters)
 {
-    grid.SetRows(5);
-    const char* names[] = {" Élie", " benali", " Bensaïd", "  Çelik", " Ben Ali"};
-    for (int row = 0; row < 5; ++row)
-        grid.SetText(row, 1, names[row]);
+    grid.SetRows(0);
+    for (const char* name : {" Élie", " benali", " Bensaïd", "  Çelik", " Ben Ali"})
+        grid.SetText(grid.AppendRow(), 1, name);
     grid.SelectRow(0);
-    const auto pause = [] { QTest::qWait(QApplication::keyboardInputInterval() + 50); };
-    const struct {
-        const char* typed;
-        int row;
-    } searches[] = {{"b", 1}, {"bens", 2}, {"c", 3}, {"e", 0}, {"bb", 2}, {"ben a", 4}, {"x", 4}};
-    for (const auto& search : searches) {
-        pause();
-        Type(grid, search.typed);
-        EXPECT_EQ(grid.Row(), search.row) << search.typed;
+    for (const auto& [typed, row] :
+         {std::pair("b", 1), {"bens", 2}, {"c", 3}, {"e", 0}, {"bb", 2}, {"ben a", 4}, {"x", 4}}) {
+        QTest::qWait(QApplication::keyboardInputInterval() + 50);
+        Type(grid, typed);
+        EXPECT_EQ(grid.Row(), row) << typed;
     }
     EXPECT_GE(clicks.count(), 6); // one for each move, as with arrows
 }
 
 TEST_F(GridOnSheet, SharesSpareWidthAmongLeftAlignedColumns)
 {
-    const int number = grid.columnWidth(0);
+    const int others = grid.columnWidth(0) + grid.columnWidth(2);
     const int name = grid.columnWidth(1);
-    const int amount = grid.columnWidth(2);
     const auto nameAt = [&](int width) {
         grid.resize(width, grid.height());
         support::ProcessEvents();
-        EXPECT_EQ(grid.columnWidth(0), number);
-        EXPECT_EQ(grid.columnWidth(2), amount);
+        EXPECT_EQ(grid.columnWidth(0) + grid.columnWidth(2), others);
         return grid.columnWidth(1);
     };
     EXPECT_GT(nameAt(grid.width() + 200), name + 150);
@@ -239,7 +212,7 @@ TEST_F(GridOnSheet, SharesSpareWidthAmongLeftAlignedColumns)
     const QString heading = "Dénomination"; // wider than half the column
     grid.SetHeading(1, heading);
     EXPECT_GT(nameAt(100), grid.fontMetrics().horizontalAdvance(heading));
-    EXPECT_LT(nameAt(100), name);
+    EXPECT_LT(grid.columnWidth(1), name);
     grid.SetHeading(1, "Une dénomination plus large que sa colonne"); // can't shrink, but grows
     EXPECT_EQ(nameAt(100), name);
     EXPECT_GT(nameAt(900), name + 150);
@@ -247,28 +220,28 @@ TEST_F(GridOnSheet, SharesSpareWidthAmongLeftAlignedColumns)
 
 TEST_F(GridOnSheet, RowBackgroundsMoveWithTheirRows)
 {
+    const forms::Colours& colours = forms::TheColours();
     const auto groundOf = [&](int row) { return grid.model()->index(row, 1).data(Qt::BackgroundRole).value<QColor>(); };
     const auto painted = [&](int row) {
         const QRect cell = grid.visualRect(grid.model()->index(row, 1));
         return grid.viewport()->grab().toImage().pixelColor(cell.right() - 2, cell.center().y());
     };
-    const QColor none;
     Fill(5);
     grid.SetRowBackground(1, forms::Grid::Background::DayOff);
     grid.SetRowBackground(3, forms::Grid::Background::Today);
     support::ProcessEvents();
-    EXPECT_EQ(painted(1), forms::TheColours().weekend);
-    EXPECT_EQ(painted(3), forms::TheColours().today);
-    EXPECT_EQ(painted(2), forms::TheColours().field);
+    EXPECT_EQ(painted(1), colours.weekend);
+    EXPECT_EQ(painted(3), colours.today);
+    EXPECT_EQ(painted(2), colours.field);
     grid.SelectRow(3);
-    EXPECT_EQ(painted(3), forms::TheColours().selection);
+    EXPECT_EQ(painted(3), colours.selection);
 
     grid.RemoveRow(0);
-    EXPECT_EQ(groundOf(0), forms::TheColours().weekend);
-    EXPECT_EQ(groundOf(1), none);
-    EXPECT_EQ(groundOf(2), forms::TheColours().today);
+    EXPECT_EQ(groundOf(0), colours.weekend);
+    EXPECT_EQ(groundOf(1), QColor());
+    EXPECT_EQ(groundOf(2), colours.today);
     grid.SetRowBackground(0, forms::Grid::Background::Usual);
-    EXPECT_EQ(groundOf(0), none);
+    EXPECT_EQ(groundOf(0), QColor());
     Fill(5); // new rows
-    EXPECT_EQ(groundOf(2), none);
+    EXPECT_EQ(groundOf(2), QColor());
 }

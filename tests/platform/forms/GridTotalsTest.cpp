@@ -48,6 +48,20 @@ struct TotalsOfAGrid : testing::Test {
         screen.layout()->activate();
         support::ProcessEvents();
     }
+
+    /// Shows a figure, which may be reduced but not cut.
+    void ExpectWhole(QString figure)
+    {
+        SCOPED_TRACE(figure.toStdString());
+        Show(figure);
+        EXPECT_FALSE(screen.received.geometry().intersects(screen.due.geometry()));
+        EXPECT_FALSE(screen.received.geometry().intersects(screen.count.geometry()));
+        const QImage received = screen.received.grab().toImage();
+        const QImage due = screen.due.grab().toImage();
+        Show(figure.replace(figure.startsWith('-') ? 1 : 0, 1, "8"));
+        EXPECT_NE(screen.received.grab().toImage(), received) << "its first digit doesn't show";
+        EXPECT_NE(screen.due.grab().toImage(), due) << "its first digit doesn't show";
+    }
 };
 
 } // namespace
@@ -64,27 +78,16 @@ TEST_F(TotalsOfAGrid, StayUnderTheirColumns)
     screen.resize(220, screen.height()); // narrower than the columns: all totals stay visible
     support::ProcessEvents();
     EXPECT_LE(screen.due.geometry().right(), screen.width());
-    EXPECT_LT(screen.received.geometry().right(), screen.due.geometry().left() + 1);
     EXPECT_GE(screen.count.geometry().left(), 0);
-    Show("123 456 789.50 ");
-    const QImage due = screen.due.grab().toImage();
-    Show("823 456 789.50 ");
-    EXPECT_NE(screen.due.grab().toImage(), due) << "it is reduced rather than cut";
+    ExpectWhole("123 456 789.50 ");
 }
 
 TEST_F(TotalsOfAGrid, AreNeverCut)
 {
     const auto& caption = *screen.findChild<forms::Label*>("LTotal");
     EXPECT_GE(caption.width(), caption.sizeHint().width());
-    for (QString figure : {"123 456 789.50 ", "-123 456 789.50 ", "932 123 456 789.50 "}) {
-        Show(figure);
-        EXPECT_FALSE(screen.received.geometry().intersects(screen.due.geometry())) << figure.toStdString();
-        EXPECT_FALSE(screen.received.geometry().intersects(screen.count.geometry())) << figure.toStdString();
+    for (const char* figure : {"123 456 789.50 ", "-123 456 789.50 ", "932 123 456 789.50 "}) {
+        ExpectWhole(figure);
         EXPECT_TRUE(caption.width() <= 0 || caption.width() >= caption.sizeHint().width()) << caption.width();
-        const QImage received = screen.received.grab().toImage();
-        const QImage due = screen.due.grab().toImage();
-        Show(figure.replace(figure.startsWith('-') ? 1 : 0, 1, "8"));
-        EXPECT_NE(screen.received.grab().toImage(), received) << "its first digit doesn't show";
-        EXPECT_NE(screen.due.grab().toImage(), due) << "its first digit doesn't show";
     }
 }
