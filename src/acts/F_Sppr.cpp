@@ -173,7 +173,7 @@ bool F_Sppr::SelectDeletedDate()
 void F_Sppr::DeleteJournalLine()
 {
     const int row = Grid1.Row();
-    if (List1.IsEmpty() || !ConfirmsDeletion(Str(row + 1)))
+    if (List1.IsEmpty() || !ConfirmsDeletion(Grid1, row, Str(row + 1)))
         return;
     const bool deleted = DeleteKey(JournalSet, List1.KeyOf(row));
     dao::DBEngine.Idle(dao::RefreshCache);

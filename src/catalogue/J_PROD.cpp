@@ -236,7 +236,7 @@ void J_PROD::DeleteService()
     const dao::Key service = List1.KeyOf(row);
     if (IsUsedByAct(service))
         return ReportInUse();
-    if (!ConfirmsDeletion(PlainText(row + 1)))
+    if (!ConfirmsDeletion(Grid1, row, PlainText(row + 1)))
         return;
     switch (Remove(service)) {
     case Removal::InUse:

@@ -268,7 +268,7 @@ void F_Dep::ShowPictures(bool shown)
 void F_Dep::DeleteExpense()
 {
     const int row = Grid1.Row();
-    if (List1.IsEmpty() || !ConfirmsDeletion(QString::number(row + 1)))
+    if (List1.IsEmpty() || !ConfirmsDeletion(Grid1, row, QString::number(row + 1)))
         return;
     if (!DeleteKey(ListRecordset, List1.KeyOf(row)))
         return DropLine(row);

@@ -41,6 +41,11 @@ protected:
     {
         ExpectDeletion(asked, answer);
         Press(screen.Grid1, Qt::Key_Delete);
+        Press(screen.Grid1, Qt::Key_A, Qt::ControlModifier);
+        desk.Meanwhile = [&screen, asked] { // the row that the question names is highlighted alone
+            EXPECT_EQ(screen.Grid1.selectionModel()->selectedRows().size(), 1);
+            EXPECT_EQ(tests::HighlightedRow(screen.Grid1), asked - 1);
+        };
     }
 
     /// What is shown: "dates" or "entry" over the list, or the "list" and its pictures.
