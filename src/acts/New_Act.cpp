@@ -56,6 +56,7 @@ New_Act::New_Act()
                       {"Arch.", StatusTwips, Qt::AlignCenter}})
 {
     BuildForm();
+    Text1.SelectedOnFocus = DateLength;
     On(Grid1, &Grid::Click, *this, &New_Act::Grid1_Click);
     On(Grid2, &Grid::Click, *this, &New_Act::Grid2_Click);
     On(Grid2, &Grid::DblClick, *this, &New_Act::Grid2_DblClick);

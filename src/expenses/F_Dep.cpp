@@ -195,7 +195,7 @@ void F_Dep::AcceptEntry()
         WriteExpense(*typed);
     } catch (const RuntimeError& error) {
         switch (error.Code()) {
-        case Error::ConversionFailed: // the field lets "12-05-2004" through
+        case Error::ConversionFailed: // 29/02/2100, which only a date field takes for a day
             return SSPanel3.Refuse("Date incorrecte", SSPanel3.Date);
         case Error::Overflow:
             return SSPanel3.Refuse("Montant incorrect", SSPanel3.Amount);
