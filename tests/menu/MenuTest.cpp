@@ -85,7 +85,10 @@ TEST_F(Menu, OpensTheScreenOfEachEntry)
     practice.Add("Actes_suppr", {{"Date_Suppr", "17/06/2008"}});
     Start();
     for (const core::MenuEntry& entry : core::MenuTable())
-        EXPECT_TRUE(!entry.shownAfterOpening || main->Entry(entry.control)->isEnabled()) << entry.control;
+        if (!entry.isSubmenu && std::string_view(entry.caption) != "-") {
+            EXPECT_TRUE(!entry.shownAfterOpening || main->Entry(entry.control)->isEnabled()) << entry.control;
+            EXPECT_FALSE(main->Entry(entry.control)->shortcut().isEmpty()) << entry.control;
+        }
 
     Opens<catalogue::J_PROD>("mnu_Prest");
     Opens<catalogue::Tarifs>("mnu_tarif");
