@@ -82,6 +82,12 @@ void New_Act::Form_Load()
     Grid2.setFocus();
 }
 
+void New_Act::mousePressEvent(QMouseEvent* event)
+{
+    Image1[PickDay].SetBorder(false);
+    Form::mousePressEvent(event);
+}
+
 void New_Act::LoadLookupLists()
 {
     PermnTable.MoveFirst();

@@ -73,6 +73,7 @@ public:
 
 protected:
     void Form_Load() override;
+    void mousePressEvent(QMouseEvent* event) override; ///< a click on a label
 
 private:
     void BuildForm();

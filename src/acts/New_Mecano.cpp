@@ -225,7 +225,8 @@ bool New_Mecano::MoveBetweenDates(int key, const QObject* field)
 
 bool New_Mecano::eventFilter(QObject* watched, QEvent* event)
 {
-    if (event->type() == QEvent::KeyPress && MoveBetweenDates(static_cast<QKeyEvent*>(event)->key(), watched))
+    const auto* pressed = event->type() == QEvent::KeyPress ? static_cast<QKeyEvent*>(event) : nullptr;
+    if (pressed != nullptr && !IsCommandKey(*pressed) && MoveBetweenDates(pressed->key(), watched))
         return true;
     return Form::eventFilter(watched, event);
 }

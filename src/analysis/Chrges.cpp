@@ -87,7 +87,7 @@ int Chrges::FocusedEntry()
 
 void Chrges::keyPressEvent(QKeyEvent* event)
 {
-    const int charge = FocusedEntry();
+    const int charge = IsCommandKey(*event) ? 0 : FocusedEntry();
     if (charge > Salaries && event->key() == Qt::Key_Up)
         Text1[charge - 1].setFocus();
     else if (charge != 0 && charge < Others && event->key() == Qt::Key_Down)

@@ -223,8 +223,9 @@ bool Q_Date_2::MoveChoice(int key)
 bool Q_Date_2::eventFilter(QObject* watched, QEvent* event)
 {
     bool taken = false;
-    if (event->type() == QEvent::KeyPress) {
-        Guarded([&] { taken = MoveChoice(static_cast<QKeyEvent*>(event)->key()); });
+    const auto* pressed = event->type() == QEvent::KeyPress ? static_cast<QKeyEvent*>(event) : nullptr;
+    if (pressed != nullptr && !IsCommandKey(*pressed)) {
+        Guarded([&] { taken = MoveChoice(pressed->key()); });
     } else if (event->type() == QEvent::MouseButtonDblClick && static_cast<QWidget*>(watched)->isEnabled()) {
         Guarded([&] {
             Accept();

@@ -4,6 +4,8 @@
 #include "core/Q_Date_2.h"
 #include "support/ScreenTest.h"
 
+#include <QTest>
+
 using acts::New_Act;
 using acts::New_Mecano;
 using forms::Answer;
@@ -209,6 +211,10 @@ TEST_F(DaySheet, GoesToThePickedDay)
     auto& sheet = OpenScreen();
     Press(sheet.Grid2, Qt::Key_Return);
 
+    sheet.Image1[New_Act::PickDay].setFocus(Qt::TabFocusReason);
+    EXPECT_TRUE(sheet.Image1[New_Act::PickDay].HasBorder());
+    QTest::mouseClick(&sheet.DayLabel, Qt::LeftButton);
+    EXPECT_FALSE(sheet.Image1[New_Act::PickDay].HasBorder());
     desk.WhenModal<core::Q_Date_2>([](core::Q_Date_2& picker) { Click(picker.Image2[core::Q_Date_2::CancelDay]); });
     Press(sheet, Qt::Key_F4);
     EXPECT_EQ(sheet.DayLabel.text(), "17/06/2008");

@@ -1,5 +1,6 @@
 #include "platform/forms/Commands.h"
 
+#include <QKeyEvent>
 #include <algorithm>
 #include <iterator>
 
@@ -57,6 +58,11 @@ const CommandKeys& Find(Command command)
 std::span<const CommandKeys> KeyTable()
 {
     return Table;
+}
+
+bool IsCommandKey(const QKeyEvent& event)
+{
+    return (event.modifiers() & (Qt::ControlModifier | Qt::AltModifier)) != 0;
 }
 
 QKeySequence KeysOf(Command command)

@@ -4,6 +4,8 @@
 #include <QString>
 #include <span>
 
+class QKeyEvent;
+
 namespace forms {
 
 /// Keyboard commands, the same on every screen. Dress assigns commands to a picture, which their keys then click.
@@ -55,6 +57,9 @@ struct CommandKeys {
 
 /// All commands, in the order of the guide's page about keys.
 std::span<const CommandKeys> KeyTable();
+
+/// Whether a key is pressed with Ctrl or Alt: controls leave such keys to the commands.
+bool IsCommandKey(const QKeyEvent& event);
 
 QKeySequence KeysOf(Command command);
 QString KeyTextOf(Command command);

@@ -107,7 +107,9 @@ OptionButton::OptionButton(const QString& name, const QString& caption) : QRadio
 
 void OptionButton::keyPressEvent(QKeyEvent* event)
 {
-    if (!IsEnter(*event))
+    if (IsCommandKey(*event))
+        event->ignore();
+    else if (!IsEnter(*event))
         QRadioButton::keyPressEvent(event);
     else if (!event->isAutoRepeat())
         Q_EMIT Entered();

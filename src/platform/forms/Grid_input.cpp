@@ -1,3 +1,4 @@
+#include "platform/forms/Commands.h"
 #include "platform/forms/Grid.h"
 #include "platform/forms/GridModel.h"
 
@@ -15,6 +16,8 @@ void Grid::keyPressEvent(QKeyEvent* event)
         return CopyChosenRows();
     if (event->matches(QKeySequence::SelectAll))
         return ChooseAllRows();
+    if (IsCommandKey(*event))
+        return event->ignore();
     if (const int row = RowReachedWithShift(*event); row >= 0)
         return ExtendTo(row);
     switch (event->key()) {
