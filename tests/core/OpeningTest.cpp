@@ -50,6 +50,7 @@ TEST_F(Opening, ShowsLetterheadAndMenusAfterTheRightCode)
     tests::OtherProgram(practice.File("ZEP_ONE.MDB")).Run("pragma user_version = 1");
     auto& main = Start();
     EXPECT_EQ(main.windowTitle(), " ");
+    EXPECT_EQ(main.windowIconText(), "ZEP Lumo");
     EXPECT_FALSE(main.Entry("mnu_13")->isVisible());
     EXPECT_FALSE(main.Entry("NActes")->isVisible());
     EXPECT_FALSE(main.Label1[0].isVisible());
@@ -129,6 +130,12 @@ TEST_F(Opening, FocusesTheMenuAndHasShortcutsForItsMainEntries)
     EXPECT_TRUE(main.focusWidget()->inherits("QMenuBar"));
     Press(*main.focusWidget(), Qt::Key_Return);
     Press(*main.focusWidget(), Qt::Key_Escape);
+    for (const auto& [key, modifiers] : {std::pair(Qt::Key_M, Qt::AltModifier), {Qt::Key_F10, Qt::NoModifier}}) {
+        Press(main, key, modifiers);
+        ASSERT_NE(QApplication::activePopupWidget(), nullptr) << key;
+        EXPECT_EQ(QApplication::activePopupWidget()->actions().first()->objectName(), "mnu_aprpos");
+        QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_Escape);
+    }
     EXPECT_FALSE(desk.EndCode().has_value());
     TypeCode(main, "6");
     practice.Act({});

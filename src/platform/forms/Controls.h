@@ -131,6 +131,10 @@ public:
 Q_SIGNALS:
     /// The option was selected, or clicked while selected.
     void Chosen();
+    void Entered(); ///< Enter was pressed
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
 };
 
 /// A framed area with a caption. Its controls are owned by the screen and may outlive it.
