@@ -14,9 +14,9 @@ namespace {
 struct Listing : forms::Form {
     Listing() : Form("Listing")
     {
-        SetContent(forms::Column{forms::Item::Growing(grid),
-                                 forms::Totals(grid, {forms::Caption("LTotal", "Total"), forms::Under(grid, 1, count),
-                                                      forms::Under(grid, 2, received), forms::Under(grid, 3, due)})});
+        SetContent(forms::Column{forms::Item::Growing(
+            forms::WithTotals(grid, {{forms::Caption("LTotal", "Total"), forms::Under(grid, 1, count),
+                                      forms::Under(grid, 2, received), forms::Under(grid, 3, due)}}))});
     }
 
     forms::Grid grid{"Grid1",
@@ -38,6 +38,14 @@ struct TotalsOfAGrid : testing::Test {
     {
         return screen.grid.x() + screen.grid.frameWidth() + screen.grid.columnViewportPosition(column) +
                screen.grid.columnWidth(column) - 1;
+    }
+
+    QRect Footer() const
+    {
+        for (const QFrame* frame : screen.findChildren<QFrame*>())
+            if (frame->property("footer").toBool())
+                return frame->geometry();
+        return {};
     }
 
     void Show(const QString& figure)
@@ -74,6 +82,8 @@ TEST_F(TotalsOfAGrid, StayUnderTheirColumns)
         EXPECT_EQ(screen.count.width(), screen.grid.columnWidth(1));
         EXPECT_EQ(screen.received.geometry().right(), RightOf(2));
         EXPECT_EQ(screen.due.geometry().right(), RightOf(3));
+        EXPECT_EQ(Footer(), QRect(screen.grid.geometry().bottomLeft() + QPoint(0, 1),
+                                  QSize(screen.grid.width(), screen.due.height())));
     }
     screen.resize(220, screen.height()); // narrower than the columns: all totals stay visible
     support::ProcessEvents();
