@@ -34,7 +34,14 @@ protected:
         return window;
     }
 
-    /// The entry opens only this screen.
+    /// The button of the entry on the main window; null if none shows.
+    forms::Picture* Task(const QString& entry)
+    {
+        auto* const button = main->findChild<forms::Picture*>("Task-" + entry);
+        return button != nullptr && button->isVisible() ? button : nullptr;
+    }
+
+    /// The entry's button opens only this screen.
     template <class Screen>
     void Opens(const char* entry)
     {
@@ -44,7 +51,8 @@ protected:
             isOpened = true;
             screen.Unload();
         });
-        main->Entry(entry)->trigger();
+        ASSERT_NE(Task(entry), nullptr);
+        Task(entry)->click();
         desk.Verify();
         EXPECT_TRUE(isOpened);
     }

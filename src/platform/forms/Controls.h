@@ -62,6 +62,8 @@ public:
     void SetIcon(const QString& icon);
     /// A word next to the icon; also the accessible name until SetAction is called.
     void SetCaption(const QString& caption);
+    /// A quiet second line below the caption.
+    void SetNote(const QString& note);
     /// The action in the user's words: the accessible name and, with the command's keys, the tooltip, unless the screen
     /// uses a Bulle.
     void SetAction(const QString& action);
@@ -99,6 +101,7 @@ private:
 
     QSvgRenderer* drawing;
     QString iconName;
+    QString note;
     QString action;
     int drawnGeneration = -1; ///< ColourGeneration of the drawing
     forms::Command command = forms::Command::None;
