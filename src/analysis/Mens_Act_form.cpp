@@ -40,9 +40,8 @@ void Mens_Act::BuildForm()
         Row{Item::Growing(SSPanel1), Image1},
         Row{Label1[Month], Combo1, Item::Gap(), Label1[Year], Text1, Image2[Unlock], Image2[Apply], Item::Gap(),
             Image3[Previous], Image3[Next], Item::Stretch()},
-        Item::Growing(Grid1),
-        Totals(Grid1, {Caption("LTotal", "Total"), Under(Grid1, Recent, Label4[Recent]),
-                       Under(Grid1, Archived, Label4[Archived]), Under(Grid1, All, Label4[All])}),
+        Item::Growing(WithTotals(Grid1, {{Caption("LTotal", "Total"), Under(Grid1, Recent, Label4[Recent]),
+                                          Under(Grid1, Archived, Label4[Archived]), Under(Grid1, All, Label4[All])}})),
     });
 }
 

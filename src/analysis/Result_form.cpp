@@ -40,10 +40,10 @@ void Result::BuildForm()
 
     SetContent(Column{
         Row{Item::Growing(SSPanel1), Image1[OtherDate], Image1[Print], Image1[Quit]},
-        Item::Growing(Grid1),
-        Totals(Grid1, {Caption("LTotal", "Total"), Under(Grid1, Acts, ActsSum), Under(Grid1, Amount, AmountSum)}),
-        Totals(Grid1, {{&ChargesCaption, Unit, Unit}, Under(Grid1, Acts, Amount, Charges)}),
-        Totals(Grid1, {{&NetCaption, Unit, Unit}, Under(Grid1, Acts, Amount, Net)}),
+        Item::Growing(WithTotals(
+            Grid1, {{Caption("LTotal", "Total"), Under(Grid1, Acts, ActsSum), Under(Grid1, Amount, AmountSum)},
+                    {{&ChargesCaption, Unit, Unit}, Under(Grid1, Acts, Amount, Charges)},
+                    {{&NetCaption, Unit, Unit}, Under(Grid1, Acts, Amount, Net)}})),
     });
     Dates.setParent(this);
     Bulle.setParent(this);

@@ -16,6 +16,7 @@
 #include <QDir>
 #include <QFile>
 #include <QMouseEvent>
+#include <QRegularExpression>
 #include <QTest>
 
 using core::Auteur;
@@ -55,9 +56,19 @@ TEST_F(Opening, ShowsLetterheadAndMenusAfterTheRightCode)
     EXPECT_FALSE(main.Entry("NActes")->isVisible());
     EXPECT_FALSE(main.Label1[0].isVisible());
     EXPECT_TRUE(core::DisplayChanged);
+    const auto shownTasks = [&] {
+        QStringList shown;
+        for (const auto* task : main.findChildren<forms::Picture*>(QRegularExpression("^Task-")))
+            if (task->isVisible())
+                shown << task->accessibleName() + " " + task->accessibleDescription();
+        return shown;
+    };
+    EXPECT_EQ(shownTasks(), QStringList("Explorer ... Ctrl+O"));
 
     TypeCode(main, " 6 "); // stored value 3, doubled; surrounding blanks are ignored
 
+    EXPECT_EQ(shownTasks().size(), 13); // all but "Quitter"
+    EXPECT_TRUE(shownTasks().contains("Caisse du Jour F7"));
     EXPECT_FALSE(main.Entry("mnu_aprpos")->isVisible());
     EXPECT_TRUE(main.Entry("mnu_13")->isVisible());
     EXPECT_FALSE(main.Entry("mnu_tarif")->isEnabled()); // has no screen here
