@@ -211,16 +211,25 @@ TEST_F(Opening, AcceptsACodeOnlyInTheFolderOfADatabase)
     Press(dialog.Dir1, Qt::Key_Up); // the folder above, by Enter
     Press(dialog.Dir1, Qt::Key_Return);
     EXPECT_EQ(dialog.Dir1.Path(), practice.Folder());
-    Type(dialog.Text2, "/");
-    Press(dialog.Text2, Qt::Key_Return);
-    EXPECT_EQ(dialog.Dir1.Path(), "/");
-    ExpectRefusal("Lecteur 'Z:' introuvable");
-    dialog.Text2.clear();
-    Type(dialog.Text2, "Z"); // a letter alone is a drive
-    Press(dialog.Text2, Qt::Key_Return);
-    dialog.Text2.setText("Q:");
-    ExpectRefusal("Lecteur 'Q:' introuvable");
-    Click(dialog.Image1);
+    EXPECT_TRUE(dialog.Text1.hasFocus());
+    const struct {
+        QString typed, path, refusal;
+    } rows[] = {{"/", "/", ""},
+                {"Z", "/", "Lecteur 'Z:' introuvable"}, // a letter alone is a drive
+                {"Q:", "/", "Lecteur 'Q:' introuvable"},
+                {practice.Folder(), practice.Folder(), ""},
+                {"/aucun:", practice.Folder(), "Dossier '/aucun:' introuvable"}};
+    for (const auto& row : rows) {
+        dialog.Text2.clear();
+        Type(dialog.Text2, row.typed);
+        if (!row.refusal.isEmpty())
+            ExpectRefusal(row.refusal);
+        Press(dialog.Text2, Qt::Key_Return);
+        EXPECT_EQ(dialog.Dir1.Path(), row.path);
+        EXPECT_EQ(dialog.Text1.hasFocus(), row.path == practice.Folder() && row.refusal.isEmpty())
+            << row.typed.toStdString();
+        EXPECT_EQ(dialog.Text2.hasSelectedText(), !row.refusal.isEmpty()) << row.typed.toStdString();
+    }
 }
 
 TEST_F(Opening, KeepsWorkingWhenQuittingIsDeclined)
