@@ -11,12 +11,17 @@ void Problems::Add(qint64 line, const QString& reason)
         kept.push_back({line, reason});
 }
 
-QStringList Problems::Texts(const QString& file) const
+std::vector<Problem> Problems::Sorted() const
 {
     std::vector<Problem> sorted = kept;
     std::ranges::stable_sort(sorted, {}, &Problem::line);
+    return sorted;
+}
+
+QStringList Problems::Texts(const QString& file) const
+{
     QStringList texts;
-    for (const Problem& problem : sorted) {
+    for (const Problem& problem : Sorted()) {
         const QString place = file.isEmpty() ? QString() : file + (problem.line > 0 ? ", " : " : ");
         if (problem.line > 0)
             texts << place + QString(file.isEmpty() ? "Ligne %1 : " : "ligne %1 : ").arg(problem.line) +
