@@ -10,14 +10,15 @@ namespace practice {
 /// every line.
 class Problems {
 public:
-    /// `line` is 0 for the file as a whole; the reason is then a whole sentence.
-    void Add(qint64 line, const QString& reason);
+    /// `line` is 0 for the file as a whole; the reason is then a whole sentence. A key names the row instead of its
+    /// line.
+    void Add(qint64 line, const QString& reason, qint64 key = 0);
     int Count() const { return count; }
     bool IsEmpty() const { return count == 0; }
     bool IsFull() const { return kept.size() >= MostKept; }
 
-    /// One sentence each, in the order of the lines, after the name of the file if one is given.
-    QStringList Texts(const QString& file = {}) const;
+    /// One sentence each, in the order of the lines, after the name of the file or table if one is given.
+    QStringList Texts(const QString& name = {}) const;
 
 private:
     static constexpr std::size_t MostKept = 1000;
@@ -25,6 +26,7 @@ private:
     struct Problem {
         qint64 line = 0;
         QString reason;
+        qint64 key = 0;
     };
     std::vector<Problem> kept;
     int count = 0;

@@ -1,7 +1,9 @@
 #pragma once
 
+#include "practice/fields/FieldRules.h"
 #include "practice/import/CsvFile.h"
-#include "practice/import/ImportTarget.h"
+#include "practice/import/Problems.h"
+#include "practice/import/RowTarget.h"
 
 namespace practice {
 
@@ -11,8 +13,12 @@ namespace practice {
 /// Rows without any value, which spreadsheets leave at the end, are skipped.
 class TableReader {
 public:
-    TableReader(const TableRule& rule, ImportTarget& destination, Problems& found)
-        : table(rule), target(destination), problems(found)
+    /// Whether rows have all the fields that a row must have, or may have only some beside the key; then MM and AA
+    /// don't come without a date, and problems name the row by its key.
+    enum class Rows : quint8 { Whole, Partial };
+
+    TableReader(const TableRule& rule, RowTarget& destination, Problems& found, Rows rowsGiven = Rows::Whole)
+        : table(rule), target(destination), problems(found), rows(rowsGiven)
     {
     }
 
@@ -25,16 +31,19 @@ public:
 private:
     void TakeHeader(const CsvRow& row);
     void RequireFields(qint64 line);
+    bool HasPartOfDay() const;
     void AddDerivedFields();
     void TakeRow(const CsvRow& row);
     QStringList ReadCells(const CsvRow& row);
     QStringList CompleteRow();
     void Refuse(qint64 line, const QString& reason) { problems.Add(line, reason); }
+    qint64 KeyIn(const CsvRow& row) const;
     std::size_t Place(const char* field) const;
 
     const TableRule& table;
-    ImportTarget& target;
+    RowTarget& target;
     Problems& problems;
+    Rows rows;
     bool hasHeader = false;
     bool hasFields = false;
     std::vector<const FieldRule*> fields; ///< of the columns, then derived ones
