@@ -48,6 +48,8 @@ void CreatePractice(const QString& folder, const PracticeSetup& setup);
 
 /// Creates the files in an existing folder that has none of them, except templates that the folder `kept` has.
 void MakePracticeFiles(const QString& folder, const PracticeSetup& setup, const QString& kept = {});
+/// The same with the content of a configuration file.
+void MakePracticeFiles(const QString& folder, const QByteArray& configuration, const QString& kept = {});
 
 /// Changes to a configuration; unset members stay as they are.
 struct PracticeChange {

@@ -20,6 +20,7 @@ struct Command {
 extern const Command NewCommand;
 extern const Command SetCommand;
 extern const Command DemoCommand;
+extern const Command AdoptCommand;
 extern const Command ImportCommand;
 extern const Command FieldsCommand;
 extern const Command ArchivesCommand;
