@@ -131,9 +131,11 @@ pages::Chart Evolution::MonthsChart() const
 
 QString Evolution::DescriptionOf(const MonthFigures& month) const
 {
-    return QStringLiteral("%1 : recettes %2, charges %3, net %4 (un an plus tôt %5) ; dépenses %6")
+    const QString yearBefore =
+        month.isYearBeforeRecorded ? " (un an plus tôt " + InDinars(month.netYearBefore) + ")" : QString();
+    return QStringLiteral("%1 : recettes %2, charges %3, net %4%5 ; dépenses %6")
         .arg(Capitalized(month.month.Name()), InDinars(month.receipts), InDinars(month.charges), InDinars(month.net),
-             InDinars(month.netYearBefore), InDinars(month.expenses));
+             yearBefore, InDinars(month.expenses));
 }
 
 QStringList Evolution::MonthDescriptions() const

@@ -61,8 +61,8 @@ void Evolution::BuildPages()
                                   Under(Grid1, Expenses, Label3[Expenses]),
                                   Under(Grid1, NetYearBefore, Label3[NetYearBefore])})});
     AddPage(SSTab1, "Unités",
-            Column{Row{Item::Growing(SSPanel2), Image2}, Item::Growing(Chart2, 3), Label4, Item::Growing(Grid2, 2),
-                   Item::Growing(Grid3, 2), Label5});
+            Column{Row{Item::Growing(SSPanel2), Image2}, Item::Growing(Chart2, 2), Label4, Item::Growing(Grid2),
+                   Item::Growing(Grid3), Label5});
 }
 
 } // namespace evolution

@@ -15,8 +15,10 @@ constexpr auto MonthsTemplate = "ZEP_EVO1.RPT";
 constexpr auto ServicesTemplate = "ZEP_EVO2.RPT";
 
 /// What the template may draw: nothing, the figures of the month, or those of the year before too.
-double RecordedMark(const MonthFigures& month)
+double RecordedMark(const Figures& figures, const MonthFigures& month)
 {
+    if (figures.IsEmpty())
+        return 0;
     return month.isYearBeforeRecorded ? 2 : month.isRecorded ? 1 : 0;
 }
 
@@ -46,7 +48,7 @@ void Evolution::PrintMonths()
                                                  {"C3", month.net},
                                                  {"C4", month.expenses},
                                                  {"C5", month.netYearBefore},
-                                                 {"C7", RecordedMark(month)}});
+                                                 {"C7", RecordedMark(Shown, month)}});
                                },
                            .folder = host::FolderOfOwnFile(ProgramFolder, MonthsTemplate),
                            .proposedName = SSPanel1.Caption()});

@@ -11,6 +11,7 @@ namespace {
 
 constexpr double Points = 8;
 constexpr double NotePoints = 7.5;
+constexpr double SmallestPoints = 6.5; ///< of the figures of a chart across
 constexpr double LargestFigure = 1e12;
 constexpr double WidestBar = 11;
 constexpr double ShareOfBars = 0.78; ///< of a group's width; the rest separates it from its neighbours
@@ -21,7 +22,7 @@ constexpr double Diamond = 0.95;
 constexpr double SwatchWidth = 6;
 constexpr double SwatchHeight = 2.6;
 constexpr double Gap = 2;
-constexpr double LongestStep = 10;   ///< least distance of the marks on an upright axis
+constexpr double UprightStep = 9;    ///< least distance of the marks on an upright axis
 constexpr double AcrossStep = 28;    ///< the same on a lying one
 constexpr double AcrossRow = 9;      ///< highest row of a chart across
 constexpr double AcrossEnd = 16;     ///< room for the figure after the longest bar
@@ -338,7 +339,7 @@ void Drawing::DrawUpright()
 {
     const double below = Gap / 2 + 2 * LineOf() + NoteHeight();
     plot = box.adjusted(0, LineOf() + Gap, 0, -below);
-    FindAxis(static_cast<int>(plot.height() / LongestStep));
+    FindAxis(static_cast<int>(plot.height() / UprightStep));
     const auto widthOf = [](double figure) { return WidthOf(NumberText(figure, AmountMask)); };
     plot.setLeft(box.left() + Gap + std::max({widthOf(axis.lowest), widthOf(axis.highest), WidthOf(chart.unit)}));
     for (int step = 0; step <= axis.Steps(); ++step)
@@ -369,7 +370,7 @@ void Drawing::AddRowsAcross()
                     style);
                 AddRun({std::max(end, X(0)) + Gap / 2, top, AcrossEnd, place},
                        NumberText(*figure, "### ##0.0") + " " + chart.unit, Qt::AlignLeft, false,
-                       std::min(Points, place / measures::PerPoint));
+                       std::clamp(place / measures::PerPoint, SmallestPoints, Points));
             }
             top += place;
             ++style;
@@ -430,7 +431,9 @@ double ChartHeight(const Chart& chart, double largest)
 
 std::vector<QRectF> AddChart(Page& page, const Chart& chart, const QRectF& box)
 {
-    return Drawing(page, chart, box).Draw();
+    Chart drawn = chart;
+    std::erase_if(drawn.series, [](const ChartSeries& series) { return !series.HasValue(); });
+    return Drawing(page, drawn, box).Draw();
 }
 
 } // namespace pages

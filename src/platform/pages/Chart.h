@@ -45,8 +45,8 @@ ChartAxis RoundAxis(double lowest, double highest, int mostSteps);
 /// The height that a chart across needs, at most `largest`; others fill it.
 double ChartHeight(const Chart& chart, double largest);
 
-/// Adds a chart to a page. Returns the area of each label with its bars, for pointing at; none for an empty chart. A
-/// figure that isn't finite, or past 10^12, isn't drawn.
+/// Adds a chart to a page, without series that have no value. Returns the area of each label with its bars, for
+/// pointing at; none for an empty chart. A figure that isn't finite, or past 10^12, isn't drawn.
 std::vector<QRectF> AddChart(Page& page, const Chart& chart, const QRectF& box);
 
 } // namespace pages

@@ -22,7 +22,7 @@ struct Content {
     std::vector<int> fieldOf; ///< field in the rows for each template column
     int groupField = -1;
     std::vector<int> chartFields; ///< fields of the chart: the label, then the series
-    QString printDate; ///< dd/mm/yyyy or empty
+    QString printDate;            ///< dd/mm/yyyy or empty
 };
 
 struct ReadContentResult {

@@ -8,6 +8,7 @@ namespace {
 
 constexpr double StrongLine = 0.35;
 constexpr double ThinLine = 0.1;
+constexpr double SmallestChart = 60;
 
 void AddRule(Page& page, double left, double right, double top, double thickness, bool faint = false)
 {
@@ -48,7 +49,6 @@ double PageLayout::AddHeading(Page& page, int index) const
     return top > design.top ? top + measures::SpaceBelowHeading : top;
 }
 
-/// The chart of the rows. Series without values are omitted.
 Chart PageLayout::MakeChart() const
 {
     Chart chart{.unit = design.chart->unit,
@@ -65,19 +65,22 @@ Chart PageLayout::MakeChart() const
             const store::Value& value = cell(row, series + 1);
             read.values.push_back(value.IsNull() ? std::nullopt : std::optional(NumberIn(value)));
         }
-        if (read.HasValue())
-            chart.series.push_back(std::move(read));
+        chart.series.push_back(std::move(read));
     }
     return chart;
 }
 
-/// Returns where the rows start.
+/// Adds the chart, reduced where the rows would otherwise not fit below it; returns where the rows start.
 double PageLayout::AddDesignedChart(Page& page, double top, int index) const
 {
     if (!design.chart || index > 0 || content.rows.RowCount() == 0)
         return top;
     const Chart chart = MakeChart();
-    const double height = ChartHeight(chart, design.chart->height);
+    double rows = ColumnHeadsHeight() + measures::SpaceBelowHeading;
+    for (const Block& block : blocks)
+        rows += HeightOf(block);
+    const double room = std::max(BodyBottom() - top - rows, SmallestChart);
+    const double height = ChartHeight(chart, std::min(design.chart->height, room));
     AddChart(page, chart, {design.left, top, design.BodyWidth(), height});
     return top + height + measures::SpaceBelowHeading;
 }

@@ -65,7 +65,7 @@ struct ChartDesign {
         ChartSeries::Kind kind = ChartSeries::Kind::Bar;
         int line = 0;
     };
-    double height = 90; ///< mm; of a chart across at most
+    double height = 90; ///< mm at most; lower so that the rows fit below it, and for a chart across of few labels
     QString labelField;
     QList<Series> series; ///< omitted when no row has a value
     QString unit;
