@@ -22,7 +22,7 @@ constexpr double Diamond = 0.95;
 constexpr double SwatchWidth = 6;
 constexpr double SwatchHeight = 2.6;
 constexpr double Gap = 2;
-constexpr double UprightStep = 9;    ///< least distance of the marks on an upright axis
+constexpr double UprightStep = 8;    ///< least distance of the marks on an upright axis
 constexpr double AcrossStep = 28;    ///< the same on a lying one
 constexpr double AcrossRow = 9;      ///< highest row of a chart across
 constexpr double AcrossEnd = 16;     ///< room for the figure after the longest bar
@@ -210,7 +210,7 @@ void Drawing::FindAxis(int mostSteps)
                 lowest = std::min(lowest, *figure);
                 highest = std::max(highest, *figure);
             }
-    axis = RoundAxis(lowest, highest, std::max(mostSteps, 1));
+    axis = RoundAxis(lowest, highest, std::max(mostSteps, 2));
 }
 
 double Drawing::X(double figure) const

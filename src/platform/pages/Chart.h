@@ -39,7 +39,7 @@ struct ChartAxis {
     int Steps() const;
 };
 
-/// The axis for figures between two bounds, with about `mostSteps` steps.
+/// The axis for figures between two bounds, with at most `mostSteps` steps, at least 2.
 ChartAxis RoundAxis(double lowest, double highest, int mostSteps);
 
 /// The height that a chart across needs, at most `largest`; others fill it.

@@ -12,22 +12,17 @@ int ChartAxis::Steps() const
 
 ChartAxis RoundAxis(double lowest, double highest, int mostSteps)
 {
-    lowest = std::min(lowest, 0.0);
-    highest = std::max(highest, 0.0);
-    const double roughStep = (highest - lowest) / mostSteps;
-    double step = 1;
-    if (roughStep > 1) {
-        const double power = std::pow(10, std::floor(std::log10(roughStep)));
-        for (const double factor : {1, 2, 5, 10}) {
-            step = factor * power;
-            if (step >= roughStep)
-                break;
-        }
-    }
-    ChartAxis axis{std::floor(lowest / step) * step, std::ceil(highest / step) * step, step};
-    if (axis.lowest == axis.highest)
-        axis.highest = step;
-    return axis;
+    const auto axisOf = [lowest, highest](double step) {
+        return ChartAxis{std::floor(std::min(lowest, 0.0) / step) * step,
+                         std::ceil(std::max(highest, 0.0) / step) * step, step};
+    };
+    double power = 1;
+    for (;; power *= 10)
+        for (const double factor : {1, 2, 5})
+            if (ChartAxis axis = axisOf(factor * power); axis.Steps() <= mostSteps) {
+                axis.highest = axis.lowest == axis.highest ? axis.step : axis.highest;
+                return axis;
+            }
 }
 
 } // namespace pages
