@@ -92,7 +92,7 @@ QString Evolution::ChargeNote() const
     QString note = "Charges : la charge par jour d'aujourd'hui, " + InDinars(Shown.dayCharge) +
                    ", pour chaque jour de tous les mois. Les dépenses n'entrent pas dans le net.";
     if (Shown.firstRecorded && !Shown.months.front().isYearBeforeRecorded)
-        note += " Rien n'est enregistré avant " + Shown.firstRecorded->Name() + " : rien n'y est dessiné.";
+        note += " Les mois avant " + Shown.firstRecorded->Name() + ", où rien n'est enregistré, ne sont pas dessinés.";
     return note;
 }
 

@@ -164,8 +164,7 @@ TEST_F(EvolutionScreen, PrintsThePageShown)
     EXPECT_EQ(
         Headings(),
         QStringList("Évolution, juillet 2007 à juin 2008|Charges : la charge par jour d'aujourd'hui, 10.00 DA, pour "
-                    "chaque jour de tous les mois. Les dépenses n'entrent pas dans le net. Rien n'est enregistré "
-                    "avant juin 2007 : rien n'y est dessiné.|Aucune recette et aucune dépense, juillet 2007 à juin "
+                    "chaque jour de tous les mois. Les dépenses n'entrent pas dans le net. Les mois avant juin 2007, où rien n'est enregistré, ne sont pas dessinés.|Aucune recette et aucune dépense, juillet 2007 à juin "
                     "2008"));
 
     screen.SSTab1.setCurrentIndex(Evolution::ServicesPage);

@@ -14,11 +14,6 @@ namespace tour {
 
 namespace {
 
-void Point(report::ChartView& chart, int label)
-{
-    QTest::mouseMove(&chart, chart.AreaOf(label).center().toPoint());
-}
-
 void PrintChart(TourDesk& desk, Evolution& screen, const QString& name, const QString& pictures)
 {
     const QString pdf = pictures + "/" + name + ".pdf";
@@ -36,7 +31,6 @@ void LookAtMonths(TourDesk& desk, Evolution& screen, const QString& pictures)
 {
     desk.TakePicture(screen, "Evolution");
     screen.Option1[Evolution::TwoYears].click();
-    Point(screen.Chart1, screen.Chart1.Current() - 1);
     desk.TakePicture(screen, "Evolution-24-mois");
     desk.Visit([&desk](forms::Form& form) {
         auto& result = dynamic_cast<Result&>(form);

@@ -165,7 +165,7 @@ void ChartView::paintEvent(QPaintEvent*)
         onScreen.fillRect(AreaOf(current), colours.selection);
     drawing->painter.Paint(onScreen, drawing->page, DotsPerMillimetre());
     onScreen.setPen(QPen(colours.border, 1));
-    onScreen.drawRect(rect().adjusted(0, 0, -1, -1));
+    onScreen.drawRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5));
     if (framed) {
         onScreen.setPen(QPen(colours.accent, 2));
         onScreen.drawRect(AreaOf(current));
