@@ -1,5 +1,6 @@
 #include "planning/Planning.h"
 
+#include "support/Files.h"
 #include "support/Reports.h"
 #include "support/ScreenTest.h"
 
@@ -26,11 +27,9 @@ protected:
     /// A small template that prints the selected rows.
     void PutTemplate()
     {
-        QFile file(practice.File("Planning.RPT"));
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write("title = 'Planning'\n[[heading]]\ntext = '{ch4}'\n[rows]\n"
-                   "select = 'select num from Plani where {selection}'\n"
-                   "[[column]]\nheading = 'N'\nfield = 'num'\nwidth_mm = 20\n");
+        tests::WriteFile(practice.File("Planning.RPT"), "title = 'Planning'\n[[heading]]\ntext = '{ch4}'\n[rows]\n"
+                                                        "select = 'select num from Plani where {selection}'\n"
+                                                        "[[column]]\nheading = 'N'\nfield = 'num'\nwidth_mm = 20\n");
     }
 
     static void OpenList(Planning& board, int row)
@@ -58,8 +57,13 @@ TEST_F(Appointments, AreListedByHourWithTheirPatients)
     Appointment(2, dao::Value(), 1);
     Appointment(1, 3, 1);
     practice.Add("Plani", {{"date", "18/06/2008"}, {"Num_Presta", 2}, {"HH", 1}, {"num_patient", 1}});
+    practice.Act({.num_presta = 3}); // performed, not programmed
 
     auto& board = OpenScreen();
+    Click(board.Grid1, 1);
+    desk.ExpectMessage("Aucune programmation pour cette unité", Icon::None, "");
+    Press(board.Grid1, Qt::Key_Return);
+    EXPECT_FALSE(board.SSPanel1.isVisible());
     DoubleClick(board.Grid1, 0);
 
     EXPECT_TRUE(board.SSPanel1.isVisible());
@@ -82,18 +86,6 @@ TEST_F(Appointments, AreListedByHourWithTheirPatients)
     OpenList(board, 2); // one is enough, and the longer list is cleared
     ASSERT_EQ(board.Grid2.Rows(), 1);
     EXPECT_EQ(RowOf(board.Grid2, 0), QStringList({"1", " 11-12", " Benali", " Zoé", "", "", ""}));
-}
-
-TEST_F(Appointments, AreRefusedWhereThereAreNone)
-{
-    practice.Act({.num_presta = 2}); // performed, not programmed
-    Appointment(1, 0);
-    auto& board = OpenScreen();
-    Click(board.Grid1, 0);
-    desk.ExpectMessage("Aucune programmation pour cette unité", Icon::None, "");
-    Press(board.Grid1, Qt::Key_Return);
-    EXPECT_FALSE(board.SSPanel1.isVisible());
-    EXPECT_TRUE(board.SSPanel4.isEnabled());
 }
 
 TEST_F(Appointments, ArePrintedForOneUnitOrForAll)

@@ -8,23 +8,6 @@ using forms::Icon;
 
 namespace {
 
-const char* NameOf(Icon icon)
-{
-    switch (icon) {
-    case Icon::None:
-        return "no icon";
-    case Icon::Critical:
-        return "critical";
-    case Icon::Question:
-        return "question";
-    case Icon::Exclamation:
-        return "exclamation";
-    case Icon::Information:
-        return "information";
-    }
-    return "?";
-}
-
 Answer SafeAnswer(Buttons buttons)
 {
     return buttons == Buttons::Ok ? Answer::Ok : Answer::No;
@@ -32,7 +15,9 @@ Answer SafeAnswer(Buttons buttons)
 
 std::string Described(const QString& text, Icon icon, const QString& title)
 {
-    return '"' + text.toStdString() + "\" (" + NameOf(icon) + ", title \"" + title.toStdString() + "\")";
+    constexpr const char* names[] = {"no icon", "critical", "question", "exclamation", "information"};
+    return '"' + text.toStdString() + "\" (" + names[static_cast<int>(icon)] + ", title \"" + title.toStdString() +
+           "\")";
 }
 
 } // namespace
