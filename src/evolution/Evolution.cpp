@@ -8,8 +8,6 @@
 #include "platform/forms/Guard.h"
 #include "platform/host/Host.h"
 
-#include <QKeyEvent>
-
 using namespace core;
 using namespace forms;
 
@@ -66,6 +64,7 @@ void Evolution::ConnectHandlers()
     OnEach(Image1, &Picture::clicked, *this, &Evolution::Image1_Click);
     OnEach(Image3, &Picture::clicked, *this, &Evolution::Image3_Click);
     On(Image2, &Picture::clicked, *this, &Evolution::ShowAllServices);
+    OnCommand(Command::ChooseDate, [this] { Combo1.setFocus(); });
     On(Combo1, &QComboBox::activated, *this, [this] { ApplyChoice(); });
     On(Text1, &TextBox::Entered, *this, &Evolution::TakeYear);
     On(Text1, &TextBox::LostFocus, *this, [this] { Text1.setText(basic::PlainText(LastMonth.Year())); });
@@ -128,14 +127,6 @@ void Evolution::Image3_Click(int index)
     const Month stepped = LastMonth.Plus(index == Previous ? -1 : 1);
     if (stepped.Year() >= FirstYear && stepped.Year() <= LastYear)
         ShowMonths(stepped, Count());
-}
-
-void Evolution::keyPressEvent(QKeyEvent* event)
-{
-    if (event->key() == Qt::Key_F4 && event->modifiers() == Qt::NoModifier)
-        Combo1.setFocus();
-    else
-        Form::keyPressEvent(event);
 }
 
 /// Discards a year that wasn't applied, or returns to all services.

@@ -67,7 +67,6 @@ public:
 protected:
     void Form_Load() override;
     void EscapePressed() override;
-    void keyPressEvent(QKeyEvent* event) override;
     void showEvent(QShowEvent* event) override;
 
 private:

@@ -16,6 +16,7 @@
 #include "core/Auteur.h"
 #include "core/Q_Date_2.h"
 #include "core/globals.h"
+#include "evolution/Evolution.h"
 #include "expenses/F_Dep.h"
 #include "planning/Planning.h"
 #include "support/ScreenTest.h"
@@ -102,6 +103,7 @@ const State States[] = {
     {"Journal, scope", Open<cash::Recettes>, {Enter, Page, Page, Paper}, {Accept, Print, Leave}},
     {"Month", Open<analysis::Mens_Act>, {}, {ChooseDate, Previous, Next, Leave}},
     {"Month, choice", Open<analysis::Mens_Act>, {Date, Qt::Key_Tab}, {ChooseDate, Accept, Delete, Leave}},
+    {"Evolution", Open<evolution::Evolution>, {}, {ChooseDate, Print, NextPage, Previous, Next, Leave}},
     {"Deleted acts", Open<acts::F_Sppr>, {}, {ChooseDate, Delete, Print, Leave}},
     {"Deleted acts, date", Open<acts::F_Sppr>, {Date}, {ChooseDate, Accept}},
     {"Expenses", Open<expenses::F_Dep>, {}, {Modify, ChooseDate, New, Delete, Leave}},

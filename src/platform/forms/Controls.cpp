@@ -86,7 +86,9 @@ Button::Button(const QString& name, const QString& caption) : QPushButton(captio
 
 void Button::keyPressEvent(QKeyEvent* event)
 {
-    if (!IsEnter(*event))
+    if (IsCommandKey(*event))
+        event->ignore();
+    else if (!IsEnter(*event))
         QPushButton::keyPressEvent(event);
     else if (!event->isAutoRepeat())
         click();
