@@ -149,7 +149,7 @@ TEST_F(ActualisationDialog, EstimatesTwentyTwoSecondsADay)
         {"19/06/2008", "-?-", "-?-"},
         {"18/06/2008", "-?-", " 0 mn"}, // not negative, so the duration is known
         {"17/06/2008", "1 Jour", "1 mn"},
-        {"16/06/2008", "2 Jours", "1 mn"},
+        {"16-06/20002008", "2 Jours", "1 mn"},
         {"15/06/2008", "3 Jours", " 1 mn"},
         {"06/01/2008", "164 Jours", " 1 h 0 mn"},
         {"21/05/2004", "1489 Jours", " 9 h 5 mn"},

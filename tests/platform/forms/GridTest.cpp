@@ -76,8 +76,9 @@ TEST_F(GridOnSheet, TruncatesExtendsAndClearsRows)
     grid.setFocus();
     Press(grid, Qt::Key_Down);
     Click(grid, 0);
-    grid.SelectRow(0);
     EXPECT_EQ(HighlightedRow(grid), -1); // no entries
+    grid.SelectRow(0);
+    EXPECT_EQ(HighlightedRow(grid), -1);
     grid.SetText(0, 2, "5");
     grid.SelectRow(0);
     EXPECT_EQ(HighlightedRow(grid), 0);
