@@ -51,6 +51,7 @@ TEST_F(Opening, ShowsLetterheadAndMenusAfterTheRightCode)
     tests::OtherProgram(practice.File("ZEP_ONE.MDB")).Run("pragma user_version = 1");
     auto& main = Start();
     EXPECT_EQ(main.windowTitle(), " ");
+    EXPECT_EQ(main.windowIconText(), "ZEP Lumo");
     EXPECT_FALSE(main.Entry("mnu_13")->isVisible());
     EXPECT_FALSE(main.Entry("NActes")->isVisible());
     EXPECT_FALSE(main.Label1[0].isVisible());
@@ -140,6 +141,12 @@ TEST_F(Opening, FocusesTheMenuAndHasShortcutsForItsMainEntries)
     EXPECT_TRUE(main.focusWidget()->inherits("QMenuBar"));
     Press(*main.focusWidget(), Qt::Key_Return);
     Press(*main.focusWidget(), Qt::Key_Escape);
+    for (const auto& [key, modifiers] : {std::pair(Qt::Key_M, Qt::AltModifier), {Qt::Key_F10, Qt::NoModifier}}) {
+        Press(main, key, modifiers);
+        ASSERT_NE(QApplication::activePopupWidget(), nullptr) << key;
+        EXPECT_EQ(QApplication::activePopupWidget()->actions().first()->objectName(), "mnu_aprpos");
+        QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_Escape);
+    }
     EXPECT_FALSE(desk.EndCode().has_value());
     TypeCode(main, "6");
     practice.Act({});
@@ -163,6 +170,37 @@ TEST_F(Opening, NamesTheMissingFile)
     ExpectRefusal("Fichier 'ZEP_CFIG.cfg' absent");
     TypeCode(main, "6");
     EXPECT_EQ(core::DataFolder, "");
+}
+
+TEST_F(Opening, NamesTheCommandForAnOldDatabaseWhateverItsWorkgroupIs)
+{
+    auto& main = Start();
+    const QString folder = practice.File("l'ancien");
+    QDir().mkpath(folder);
+    QFile::copy(practice.File("ZEP_CFIG.CFG"), folder + "/zep_cfig.cfg");
+    for (const auto& [name, bytes] : {std::pair("zep_one.mdb", QByteArray("\0\1\0\0Standard Jet DB\0\1\0\0\0", 24)),
+                                      {"SYSTEM.MDW", "another format"}}) {
+        QFile file(folder + "/" + name);
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
+    }
+    const QString quoted = "'" + practice.Folder() + "/l'\\''ancien";
+    desk.WhenModal<Auteur>([&](Auteur& dialog) {
+        dialog.Dir1.SetPath(folder);
+        Type(dialog.Text1, "8");
+        Press(dialog.Text1, Qt::Key_Return); // silence on a wrong code
+        desk.ExpectMessage("Cette base est d'un format plus ancien.\nPour en faire un cabinet de ce programme, tapez "
+                           "dans un terminal :\n\npractice adopt " +
+                               quoted + "' " + quoted +
+                               "-nouveau'\n\nL'ancien dossier ne change pas. Ouvrez ensuite le nouveau.",
+                           Icon::Exclamation, "ATTENTION");
+        dialog.Text1.clear();
+        Type(dialog.Text1, "6");
+        Press(dialog.Text1, Qt::Key_Return);
+        EXPECT_TRUE(dialog.isVisible());
+        Click(dialog.Image2[Auteur::Cancel]);
+    });
+    main.Entry("mnu_aprpos")->trigger();
+    EXPECT_TRUE(main.Entry("mnu_aprpos")->isVisible());
 }
 
 TEST_F(Opening, AcceptsACodeOnlyInTheFolderOfADatabase)
@@ -191,16 +229,25 @@ TEST_F(Opening, AcceptsACodeOnlyInTheFolderOfADatabase)
     Press(dialog.Dir1, Qt::Key_Up); // the folder above, by Enter
     Press(dialog.Dir1, Qt::Key_Return);
     EXPECT_EQ(dialog.Dir1.Path(), practice.Folder());
-    Type(dialog.Text2, "/");
-    Press(dialog.Text2, Qt::Key_Return);
-    EXPECT_EQ(dialog.Dir1.Path(), "/");
-    ExpectRefusal("Lecteur 'Z:' introuvable");
-    dialog.Text2.clear();
-    Type(dialog.Text2, "Z"); // a letter alone is a drive
-    Press(dialog.Text2, Qt::Key_Return);
-    dialog.Text2.setText("Q:");
-    ExpectRefusal("Lecteur 'Q:' introuvable");
-    Click(dialog.Image1);
+    EXPECT_TRUE(dialog.Text1.hasFocus());
+    const struct {
+        QString typed, path, refusal;
+    } rows[] = {{"/", "/", ""},
+                {"Z", "/", "Lecteur 'Z:' introuvable"}, // a letter alone is a drive
+                {"Q:", "/", "Lecteur 'Q:' introuvable"},
+                {practice.Folder(), practice.Folder(), ""},
+                {"/aucun:", practice.Folder(), "Dossier '/aucun:' introuvable"}};
+    for (const auto& row : rows) {
+        dialog.Text2.clear();
+        Type(dialog.Text2, row.typed);
+        if (!row.refusal.isEmpty())
+            ExpectRefusal(row.refusal);
+        Press(dialog.Text2, Qt::Key_Return);
+        EXPECT_EQ(dialog.Dir1.Path(), row.path);
+        EXPECT_EQ(dialog.Text1.hasFocus(), row.path == practice.Folder() && row.refusal.isEmpty())
+            << row.typed.toStdString();
+        EXPECT_EQ(dialog.Text2.hasSelectedText(), !row.refusal.isEmpty()) << row.typed.toStdString();
+    }
 }
 
 TEST_F(Opening, KeepsWorkingWhenQuittingIsDeclined)
