@@ -9,21 +9,25 @@ namespace analysis {
 void Chrges::BuildForm()
 {
     constexpr int amountTwips = 2400;
+    constexpr int captionTwips = 2000;
     setAccessibleName("Charges courantes mensuelles");
     for (int charge = Salaries; charge <= DailyTotal; ++charge)
         Text1[charge].setFixedWidth(ScaledPixelsOf(amountTwips));
     for (const int total : {MonthlyTotal, DailyTotal}) {
         Text1[total].setReadOnly(true);
+        Text1[total].setProperty("total", true);
         Text1[total].setFocusPolicy(Qt::ClickFocus); // can be copied but is skipped by Tab
     }
     Dress(Image1[Store], "save", "Enregistrer et quitter", {Command::Accept, Command::Leave});
+    Image1[Store].SetCaption("Enregistrer");
     Dress(Image1[Leave], "quit", "Quitter sans enregistrer");
 
     const auto line = [this](int charge, const char* caption) {
-        return std::pair<QWidget*, QWidget*>(
-            &NewLabel(QStringLiteral("Label1(%1)").arg(charge), QString::fromUtf8(caption)), &Text1[charge]);
+        Label& label = NewLabel(QStringLiteral("Label1(%1)").arg(charge), QString::fromUtf8(caption));
+        label.setMinimumWidth(ScaledPixelsOf(captionTwips)); // both frames have their fields in one column
+        return std::pair<QWidget*, QWidget*>(&label, &Text1[charge]);
     };
-    SetContent(Column{
+    auto form = Column{
         SSPanel1,
         Titled("Charges du mois",
                Pairs{line(Salaries, " Salaires"), line(Rent, " Loyer"), line(Depreciation, " Amortissement"),
@@ -32,7 +36,8 @@ void Chrges::BuildForm()
         Titled("Totaux", Pairs{line(MonthlyTotal, " Total mensuel"), line(DailyTotal, " Total par Jour")}),
         Item::Stretch(),
         Row{Item::Stretch(), Image1[Store], Image1[Leave]},
-    });
+    };
+    SetContent(Row{std::move(form), Item::Stretch()});
 }
 
 } // namespace analysis

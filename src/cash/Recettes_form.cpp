@@ -16,6 +16,7 @@ void Recettes::BuildForm()
     Dress(Image3[PrintRecap], "print", "Imprimer le récapitulatif par unité", Command::Print);
     Dress(Image3[PrintDetail], "list", "Imprimer le détail des actes");
     Dress(Image3[PrintCodes], "print", "Imprimer le récapitulatif par code", Command::Print);
+    Image3[PrintDetail].SetCaption("Détail");
     for (const int action : {OtherDates, Quit}) {
         Bulle.Attach(Image1[action]);
         RetainSizeWhenHidden(Image1[action]);
@@ -66,8 +67,7 @@ void Recettes::BuildPages()
                 Item::Growing(WithTotals(
                     Grid1, {{Caption("LTotal1", "Total"), Under(Grid1, Count, ActsTotal),
                              Under(Grid1, Received, ReceivedTotal), Under(Grid1, Theoretical, TheoreticalTotal)}})),
-                Row{Item::Stretch(), Label5[PrintDetail], Image3[PrintDetail], Item::Gap(), Label5[PrintRecap],
-                    Image3[PrintRecap]},
+                Row{Item::Stretch(), Label5[PrintDetail], Label5[PrintRecap], Image3[PrintDetail], Image3[PrintRecap]},
             });
     const auto count = [this](int state) { return Under(Grid3, FirstCount + state, LT[state]); };
     AddPage(SSTab1, "Récap 2",

@@ -11,6 +11,7 @@ void Tarifs::BuildForm()
     setAccessibleName("Tarifs");
     Dress(Image2[Modify], "edit", "Modifier le tarif choisi", Command::Modify);
     Dress(Image2[StoreAndQuit], "save", "Enregistrer les tarifs et quitter", {Command::Accept, Command::Leave});
+    Image2[StoreAndQuit].SetCaption("Enregistrer");
     Dress(Image2[AcceptEntry], "accept", "Valider", Command::Accept);
     Dress(Image2[CancelEntry], "cancel", "Annuler");
     Grid1.setAccessibleName("Tarifs des actes");

@@ -63,7 +63,7 @@ void Form1::FitDisplay()
         ChangeWorkingArea(DesignedDisplay);
         DisplayChanged = true;
     }
-    setFixedSize(WorkingArea().boundedTo(RoomOnScreen()));
+    resize(WorkingArea().boundedTo(RoomOnScreen()));
 }
 
 void Form1::mnu_aprpos_Click()

@@ -30,10 +30,13 @@ void Identif::BuildForm()
                          },
                      });
     SSPanel1.setMinimumWidth(width);
-    SetContent(Column{
-        SSPanel1,
+    SetContent(Row{
+        Column{
+            SSPanel1,
+            Item::Stretch(),
+            Row{Item::Stretch(), Image1[Accept], Image1[Leave]},
+        },
         Item::Stretch(),
-        Row{Item::Stretch(), Image1[Accept], Image1[Leave]},
     });
 }
 

@@ -73,7 +73,8 @@ void Guide::Form_Load()
 void Guide::ShowTitle()
 {
     Found.setText("");
-    setWindowTitle("Guide - " + Page.Title());
+    const QString title = Page.Title();
+    setWindowTitle(title.startsWith("Guide") ? title : "Guide - " + title);
     Page.setAccessibleName(Page.Title());
 }
 

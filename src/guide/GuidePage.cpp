@@ -6,6 +6,7 @@
 #include <QApplication>
 #include <QEvent>
 #include <QImage>
+#include <QRegularExpression>
 #include <QTextBlock>
 #include <QTextDocument>
 #include <QTextTable>
@@ -21,6 +22,21 @@ constexpr int DocumentMargin = 12;
 int ScaledLineWidth()
 {
     return static_cast<int>(LineWidth * forms::FontScale());
+}
+
+/// Makes the spaces before and within French punctuation unbreakable; code stays as it is.
+QString WithFrenchSpaces(const QString& markdown)
+{
+    static const QRegularExpression codeOrSpace("(`[^`]*`)|(?<=«) |(?<=[^\\s|]) (?=[;:?!»](?![\\[-]))");
+    QString spaced;
+    qsizetype from = 0;
+    for (const QRegularExpressionMatch& match : codeOrSpace.globalMatch(markdown)) {
+        spaced += QStringView(markdown).sliced(from, match.capturedStart() - from);
+        spaced += match.hasCaptured(1) ? match.captured() : QString(QChar(QChar::Nbsp));
+        from = match.capturedEnd();
+    }
+    spaced += QStringView(markdown).sliced(from);
+    return spaced;
 }
 
 void DressTable(QTextTable& table)
@@ -106,6 +122,8 @@ QString GuidePage::Title() const
 QVariant GuidePage::loadResource(int type, const QUrl& name)
 {
     const QVariant read = QTextBrowser::loadResource(type, name);
+    if (type == QTextDocument::MarkdownResource)
+        return WithFrenchSpaces(QString::fromUtf8(read.toByteArray()));
     QImage picture;
     if (type != QTextDocument::ImageResource || !picture.loadFromData(read.toByteArray()))
         return read;

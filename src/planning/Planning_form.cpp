@@ -34,6 +34,8 @@ void Planning::DressPictures()
     Dress(Image1[OpenList], "list", "Rendez-vous de l'unité choisie (Entrée)");
     Dress(Image1[ChooseMonth], "month", "Choisir l'unité et le mois du programme");
     Dress(Image1[Quit], "quit", "Quitter", Command::Leave);
+    Image1[OpenList].SetCaption("Rendez-vous");
+    Image1[ChooseMonth].SetCaption("Programme");
     Dress(Image5[AcceptDay], "accept", "Valider", Command::Accept);
     Dress(Image5[CancelDay], "cancel", "Annuler");
     Dress(Image7[AcceptMonth], "accept", "Valider", Command::Accept);

@@ -83,10 +83,12 @@ TEST_F(GuideWindow, OpensByF1AndSearchesAllPages)
     forms::OnHelp(guide::ShowGuide);
     auto& main = desk.Open<core::Form1>(core::ScreenOpeners());
     desk.WhenModal<Guide>([](Guide& guide) {
-        EXPECT_EQ(guide.windowTitle(), "Guide - Guide de ZEP Lumo");
+        EXPECT_EQ(guide.windowTitle(), "Guide de ZEP Lumo");
         EXPECT_TRUE(guide.Version.text().endsWith(basic::Version()));
         EXPECT_EQ(AccessibilityFaults(guide), QStringList());
         EXPECT_FALSE(guide.Back.isEnabled());
+        const QString contents = guide.Page.document()->toRawText();
+        EXPECT_TRUE(contents.contains(QString("parle") + QChar(QChar::Nbsp) + ";")); // no line starts with ";"
 
         Press(guide.Page, Qt::Key_F, Qt::ControlModifier);
         Type(guide.SearchText, "1 sur 3");

@@ -56,6 +56,7 @@ TEST_F(Opening, ShowsLetterheadAndMenusAfterTheRightCode)
     EXPECT_FALSE(main.Entry("NActes")->isVisible());
     EXPECT_FALSE(main.Label1[0].isVisible());
     EXPECT_TRUE(core::DisplayChanged);
+    EXPECT_EQ(main.maximumWidth(), QWIDGETSIZE_MAX); // it can be maximised
     const auto shownTasks = [&] {
         QStringList shown;
         for (const auto* task : main.findChildren<forms::Picture*>(QRegularExpression("^Task-")))

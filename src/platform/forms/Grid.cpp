@@ -8,7 +8,6 @@
 #include <QAbstractButton>
 #include <QPainter>
 #include <QScopedValueRollback>
-#include <QScrollBar>
 #include <QStyledItemDelegate>
 #include <QTimer>
 
@@ -19,7 +18,7 @@ namespace {
 constexpr int CellMargin = 3; // on each side of a text, as in Qt
 
 /// Paints cells. A centred text that just fits its column isn't cut for the sake of a margin; figures are reduced to
-/// fit their columns.
+/// fit their columns. Texts keep one blank from their edge, with or without blanks of their own.
 class CellPainter : public QStyledItemDelegate {
 public:
     using QStyledItemDelegate::QStyledItemDelegate;
@@ -40,8 +39,10 @@ protected:
             option->text = option->text.trimmed();
             option->font = FittingFont(option->font, option->text, option->rect.width());
         } else if ((option->displayAlignment & Qt::AlignRight) != 0) {
+            option->text = option->text.trimmed() + " ";
             option->font = FittingFont(option->font, option->text, option->rect.width() - 2 * CellMargin);
         } else {
+            option->text = " " + option->text.trimmed();
             return;
         }
         option->fontMetrics = QFontMetrics(option->font);
@@ -70,9 +71,6 @@ Grid::Grid(const QString& name, const QList<Column>& columns)
     setSelectionBehavior(SelectRows);
     setHorizontalScrollMode(ScrollPerPixel);
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Expanding);
-    setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
-    connect(verticalScrollBar(), &QScrollBar::rangeChanged, verticalScrollBar(),
-            [bar = verticalScrollBar()](int first, int last) { bar->setEnabled(last > first); });
 
     cells->SetRows(1);
     cells->UpdateViews();

@@ -12,8 +12,9 @@ class GridModel;
 
 /// A table of texts with a current row and column. Filling sends no signals: the model is always up to date, the view
 /// is updated once, when control returns to the event loop. Widths are in twips, 1440 to the inch, in the normal font
-/// size. Starts with one empty row. The left-aligned columns share spare width, or shrink where there isn't enough: by
-/// up to half, but not to less than their heading.
+/// size. Starts with one empty row. Columns of figures are at least as wide as their heading. The left-aligned columns,
+/// or all if there are none, share spare width, or shrink where there isn't enough: by up to half, but not to less than
+/// their heading.
 ///
 /// Keys: arrows, Home and End (first and last row), Page Up and Page Down; with Shift they select the rows on the way,
 /// the last reached is current; Enter; letters find the next row whose name starts with them; Ctrl+A selects all rows,
@@ -113,6 +114,7 @@ private:
     void ScaleToFont();
     void ShareWidth();
     int NaturalWidth() const;
+    int NaturalWidth(int column) const;
     int HeightOfRows(int rows) const;
 
     GridModel* cells;

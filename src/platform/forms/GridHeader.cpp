@@ -3,12 +3,14 @@
 #include "platform/forms/Colours.h"
 
 #include <QPainter>
+#include <cmath>
 
 namespace forms {
 
 namespace {
 constexpr int TextInset = 8; // a cell's own inset plus its leading or trailing blank
-}
+constexpr int CentredInset = 4;
+} // namespace
 
 GridHeader::GridHeader(QWidget* parent) : QHeaderView(Qt::Horizontal, parent)
 {
@@ -42,16 +44,17 @@ Qt::Alignment GridHeader::AlignmentOf(int column) const
     return model()->headerData(column, orientation(), Qt::TextAlignmentRole).value<Qt::Alignment>();
 }
 
-/// Centred columns are narrow and need their full width.
+/// Centred columns are narrow.
 int GridHeader::InsetOf(int column) const
 {
-    return AlignmentOf(column).testFlag(Qt::AlignHCenter) ? 0 : TextInset;
+    return AlignmentOf(column).testFlag(Qt::AlignHCenter) ? CentredInset : TextInset;
 }
 
 int GridHeader::NeededWidth(int column) const
 {
     const QString text = model()->headerData(column, orientation()).toString();
-    return fontMetrics().horizontalAdvance(text) + 2 * InsetOf(column);
+    const double width = QFontMetricsF(font()).horizontalAdvance(text); // a rounded one elides
+    return static_cast<int>(std::ceil(width)) + 2 * InsetOf(column);
 }
 
 void GridHeader::paintSection(QPainter* painter, const QRect& rect, int column) const

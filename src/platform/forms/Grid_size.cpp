@@ -29,20 +29,29 @@ void Grid::ScaleToFont()
     updateGeometry();
 }
 
+int Grid::NaturalWidth(int column) const
+{
+    const int designed = ScaledPixelsOf(columnTwips[column]);
+    return cells->IsLeftAligned(column) ? designed : qMax(designed, header->NeededWidth(column));
+}
+
 int Grid::NaturalWidth() const
 {
     int width = 0;
-    for (const int twips : columnTwips)
-        width += ScaledPixelsOf(twips);
+    for (int column = 0; column < Columns(); ++column)
+        width += NaturalWidth(column);
     return width;
 }
 
 void Grid::ShareWidth()
 {
     const int missing = NaturalWidth() - viewport()->width();
+    bool hasNames = false;
+    for (int column = 0; column < Columns(); ++column)
+        hasNames = hasNames || cells->IsLeftAligned(column);
     const auto shareOf = [&](int column) {
-        const int natural = ScaledPixelsOf(columnTwips[column]);
-        if (!cells->IsLeftAligned(column))
+        const int natural = NaturalWidth(column);
+        if (hasNames && !cells->IsLeftAligned(column))
             return 0;
         return missing < 0 ? natural : qMax(0, natural - qMax(natural / 2, header->NeededWidth(column)));
     };
@@ -53,7 +62,7 @@ void Grid::ShareWidth()
     for (int column = 0; column < columnTwips.size(); ++column) {
         const int share = shareOf(column);
         const int added = share == 0 ? 0 : more * share / shares;
-        setColumnWidth(column, ScaledPixelsOf(columnTwips[column]) + added);
+        setColumnWidth(column, NaturalWidth(column) + added);
         more -= added;
         shares -= share;
     }

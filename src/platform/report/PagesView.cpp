@@ -64,15 +64,22 @@ void PagesView::ShowPage(int page)
 
 void PagesView::SetZoom(double factor)
 {
-    fitsWidth = false;
+    fit = Fit::None;
     ApplyZoom(std::clamp(factor, SmallestZoom, LargestZoom));
 }
 
-void PagesView::FitWidth()
+void PagesView::FitTo(Fit part)
 {
-    fitsWidth = true;
-    const double sheetAtOne = SheetWidth() / zoom;
-    ApplyZoom(std::clamp((viewport()->width() - 2 * Gap) / sheetAtOne, SmallestZoom, LargestZoom));
+    fit = part;
+    const double dotsAtOne = DotsPerMillimetre() / zoom;
+    const QSizeF& paper = layout.Design().paper;
+    const double acrossView = (viewport()->width() - 2 * Gap) / (paper.width() * dotsAtOne);
+    const double downView = (viewport()->height() - 2 * Gap) / (paper.height() * dotsAtOne);
+    const int page = CurrentPage();
+    ApplyZoom(
+        std::clamp(part == Fit::WholePage ? std::min(acrossView, downView) : acrossView, SmallestZoom, LargestZoom));
+    if (part == Fit::WholePage)
+        ShowPage(page);
 }
 
 void PagesView::ApplyZoom(double factor)
@@ -157,8 +164,8 @@ void PagesView::paintEvent(QPaintEvent* event)
 
 void PagesView::resizeEvent(QResizeEvent*)
 {
-    if (fitsWidth)
-        FitWidth();
+    if (fit != Fit::None)
+        FitTo(fit);
     else
         UpdateRanges();
 }

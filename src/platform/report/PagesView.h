@@ -24,12 +24,13 @@ public:
     /// Scrolls the upper edge of a page to the top of the view; page numbers outside the report are clamped.
     void ShowPage(int page);
 
-    /// 1 is the sheet's real size. Keeps the centre of the view; ends FitWidth.
+    /// 1 is the sheet's real size. Keeps the centre of the view; ends FitTo.
     void SetZoom(double factor);
     double Zoom() const { return zoom; }
-    /// Makes a sheet as wide as the view, and keeps it so when the window is resized.
-    void FitWidth();
-    bool FitsWidth() const { return fitsWidth; }
+    enum class Fit { None, Width, WholePage };
+    /// Makes a sheet as wide as the view or shows a whole one, and keeps it so when the window is resized.
+    void FitTo(Fit part);
+    Fit Fitted() const { return fit; }
 
     static constexpr double SmallestZoom = 0.25;
     static constexpr double LargestZoom = 4;
@@ -57,7 +58,7 @@ private:
     const pages::PageLayout& layout;
     paper::PagePainter pagePainter;
     double zoom = 1;
-    bool fitsWidth = true;
+    Fit fit = Fit::Width;
     int announcedPage = -1;
 };
 

@@ -24,6 +24,13 @@
 namespace report {
 namespace {
 
+/// How the next preview opens: the user's last choice.
+PagesView::Fit& LastFit()
+{
+    static PagesView::Fit fit = PagesView::Fit::Width;
+    return fit;
+}
+
 constexpr double ZoomSteps[] = {0.25, 0.5, 0.75, 1, 1.25, 1.5, 2, 3, 4};
 
 QString AskPathInDialog(PreviewWindow& preview, const QString& proposedPath)
@@ -76,7 +83,8 @@ void PreviewWindow::ConnectHandlers()
     On(LastButton, &Picture::clicked, *this, [this] { view->ShowPage(layout->PageCount() - 1); });
     On(ZoomOutButton, &Picture::clicked, *this, [this] { ZoomBy(-1); });
     On(ZoomInButton, &Picture::clicked, *this, [this] { ZoomBy(1); });
-    On(FitWidthButton, &Picture::clicked, *this, [this] { view->FitWidth(); });
+    On(FitWidthButton, &Picture::clicked, *this, [this] { FitWidth(); });
+    On(FitPageButton, &Picture::clicked, *this, [this] { FitPage(); });
     On(CloseButton, &Picture::clicked, *this, [this] { Unload(); });
     On(*view, &PagesView::ViewChanged, *this, [this] { ShowState(); });
     PageNumber.KeyPress = [](int& keyCode) { forms::KeyFilterDigits(keyCode); };
@@ -88,8 +96,21 @@ void PreviewWindow::ConnectHandlers()
 
 void PreviewWindow::Form_Load()
 {
+    view->FitTo(LastFit());
     view->setFocus();
     ShowState();
+}
+
+void PreviewWindow::FitWidth()
+{
+    LastFit() = PagesView::Fit::Width;
+    view->FitTo(LastFit());
+}
+
+void PreviewWindow::FitPage()
+{
+    LastFit() = PagesView::Fit::WholePage;
+    view->FitTo(LastFit());
 }
 
 void PreviewWindow::EscapePressed()
@@ -153,7 +174,9 @@ bool PreviewWindow::RunCommand(int key)
     case Qt::Key_0:
         return view->SetZoom(1), true;
     case Qt::Key_2:
-        return view->FitWidth(), true;
+        return FitWidth(), true;
+    case Qt::Key_3:
+        return FitPage(), true;
     default:
         return false;
     }

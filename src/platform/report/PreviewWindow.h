@@ -24,7 +24,7 @@ class PagesView;
 ///
 /// Keys: Page Up and Page Down, with or without Ctrl, move by a page, Home and End to the first and last; Ctrl+P
 /// prints, Ctrl+S saves as PDF; Ctrl+plus, Ctrl+minus and Ctrl+0 zoom in, out and to the real size, Ctrl+2 fits the
-/// width; Esc and Ctrl+W close.
+/// width, Ctrl+3 the whole page; Esc and Ctrl+W close. Opens fitted as the last preview of the run was.
 class PreviewWindow : public forms::Form {
     Q_OBJECT
 public:
@@ -44,6 +44,7 @@ public:
     forms::Label ZoomText{"ZoomText"};
     forms::Picture ZoomInButton{"ZoomInButton"};
     forms::Picture FitWidthButton{"FitWidthButton"};
+    forms::Picture FitPageButton{"FitPageButton"};
     forms::Picture CloseButton{"CloseButton"};
     forms::Panel SavedPanel{"SavedPanel"};
     forms::Label SavedText{"SavedText"};
@@ -76,6 +77,8 @@ private:
     void GoToTypedPage();
     void MoveBy(int count);
     void ZoomBy(int steps);
+    void FitWidth();
+    void FitPage();
     bool RunCommand(int key);
     bool MoveByKey(int key);
 

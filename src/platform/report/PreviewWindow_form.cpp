@@ -27,6 +27,7 @@ void PreviewWindow::BuildForm()
     Dress(ZoomOutButton, "zoom-out", "Réduire (Ctrl+moins)");
     Dress(ZoomInButton, "zoom-in", "Agrandir (Ctrl+plus)");
     Dress(FitWidthButton, "fit-width", "Toute la largeur (Ctrl+2)");
+    Dress(FitPageButton, "fit-page", "Toute la page (Ctrl+3)");
     Dress(CloseButton, "quit", "Fermer", Command::Leave);
     CloseButton.setToolTip("Fermer (Échap ou Ctrl+W)");
 
@@ -50,7 +51,7 @@ void PreviewWindow::BuildForm()
     using forms::Item;
     SetContent(forms::Column{forms::Row{PrintButton, SaveButton, Item::Gap(2), FirstButton, PreviousButton, PageNumber,
                                         PageCount, NextButton, LastButton, Item::Gap(2), ZoomOutButton, ZoomText,
-                                        ZoomInButton, FitWidthButton, Item::Stretch(), CloseButton},
+                                        ZoomInButton, FitWidthButton, FitPageButton, Item::Stretch(), CloseButton},
                              forms::Inside(SavedPanel, forms::Row{Item::Growing(SavedText), OpenFolder}),
                              Item::Growing(*view)});
     resize(NaturalSize);

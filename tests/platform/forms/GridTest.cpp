@@ -226,7 +226,7 @@ TEST_F(GridOnSheet, FindsTheNextNameByTypedLetters)
 TEST_F(GridOnSheet, SharesSpareWidthAmongLeftAlignedColumns)
 {
     const int others = grid.columnWidth(0) + grid.columnWidth(2);
-    const int name = grid.columnWidth(1);
+    const int name = forms::PixelsOf(1890);
     const auto nameAt = [&](int width) {
         grid.resize(width, grid.height());
         support::ProcessEvents();
@@ -242,6 +242,26 @@ TEST_F(GridOnSheet, SharesSpareWidthAmongLeftAlignedColumns)
     grid.SetHeading(1, "Une dénomination plus large que sa colonne"); // can't shrink, but grows
     EXPECT_EQ(nameAt(100), name);
     EXPECT_GT(nameAt(900), name + 150);
+
+    grid.SetHeading(0, "N° d'ordre"); // a heading has air
+    grid.resize(800, grid.height());
+    EXPECT_GE(grid.columnWidth(0), grid.fontMetrics().horizontalAdvance("N° d'ordre") + 8);
+    forms::Grid figures("Grid2", {{"Code", 600, Qt::AlignCenter}, {"Tarif", 900, Qt::AlignCenter}});
+    figures.resize(400, 200);
+    EXPECT_GT(figures.columnWidth(0), 150); // without names, all columns share
+}
+
+TEST_F(GridOnSheet, AlignsTextsWithAndWithoutBlanks)
+{
+    const auto painted = [&](const QString& name, const QString& amount) {
+        grid.SetText(0, 1, name);
+        grid.SetText(0, 2, amount);
+        support::ProcessEvents();
+        return grid.grab().toImage();
+    };
+    const QImage plain = painted("Consultation", "1500");
+    EXPECT_EQ(painted(" Consultation", "1500 "), plain);
+    EXPECT_NE(painted("Consultatiom", "1500"), plain);
 }
 
 TEST_F(GridOnSheet, RowBackgroundsMoveWithTheirRows)
