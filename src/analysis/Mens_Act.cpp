@@ -34,6 +34,8 @@ Mens_Act::Mens_Act()
                                                                {"Total", CountTwips, Qt::AlignCenter}})
 {
     BuildForm();
+    constexpr int selectedOnFocus = 10;
+    Text1.SelectedOnFocus = selectedOnFocus;
     On(Grid1, &Grid::Click, *this, &Mens_Act::Grid1_Click);
     OnEach(Image2, &Picture::clicked, *this, &Mens_Act::Image2_Click);
     OnEach(Image3, &Picture::clicked, *this, &Mens_Act::Image3_Click);

@@ -61,6 +61,8 @@ QString ChargesTitle(const PeriodChooser::Period& period)
 Result::Result() : Form("Result", "Résultat"), Grid1("Grid1", ResultColumns())
 {
     BuildForm();
+    for (int field = PeriodChooser::Day; field <= PeriodChooser::Last; ++field)
+        Dates.Text1[field].SelectedOnFocus = DateLength;
     OnEach(Image1, &Picture::clicked, *this, &Result::Image1_Click);
     OnEach(Dates.Image2, &Picture::clicked, *this, &Result::Image2_Click);
     OnEach(Dates.Text1, &DateField::DateRefused, *this, &Result::ReturnFocus);

@@ -28,6 +28,7 @@ CorrectionPanel::CorrectionPanel(const QString& name, const QString& amountName)
 {
     BuildPanel();
     OnEach(Image3, &Picture::clicked, *this, &CorrectionPanel::Image3_Click);
+    On(Code, &ComboBox::Entered, *this, [this] { Amount.setFocus(); });
     On(Amount, &TextBox::Entered, *this, [this] { Image3[Accept].setFocus(); });
 }
 
@@ -37,7 +38,7 @@ void CorrectionPanel::BuildPanel()
     Code.setAccessibleName("Règlement");
     Amount.setAccessibleName("Montant");
     Amount.setPlaceholderText("0");
-    Dress(Image3[Accept], "accept", "Enregistrer la correction");
+    Dress(Image3[Accept], "accept", "Enregistrer la correction", Command::Accept);
     Dress(Image3[Cancel], "cancel", "Annuler");
 
     Inside(*this, Column{

@@ -34,12 +34,9 @@ Auteur::Auteur() : Form("Auteur", "     Explorer .....")
 void Auteur::Form_Load()
 {
     DialogResult = 0;
-    Dir1.SetPath(QDir::currentPath());
     CenterForm(*this);
-    if (File1.count() > 0)
-        Text1.setFocus();
-    else
-        Dir1.setFocus();
+    Dir1.setFocus();
+    Dir1.SetPath(QDir::currentPath());
 }
 
 void Auteur::EscapePressed()
@@ -49,20 +46,21 @@ void Auteur::EscapePressed()
 
 void Auteur::Image1_Click()
 {
-    QString drive = Text2.text().trimmed();
-    if (drive.isEmpty()) {
+    QString typed = Text2.text().trimmed();
+    if (typed.isEmpty()) {
         MsgBox("Indiquez un lecteur ou le chemin d'un dossier.", Icon::Critical, "ATTENTION");
         Text2.setFocus();
         return;
     }
-    if (drive.size() == 1)
-        drive += ":";
-    const QString folder = host::DriveFolder(drive);
-    if (folder.isEmpty()) {
-        MsgBox("Lecteur '" + drive + "' introuvable", Icon::Critical, "ATTENTION");
-        return;
-    }
-    Dir1.SetPath(folder);
+    const bool isPath = typed.contains('/');
+    if (!isPath && typed.size() == 1)
+        typed += ":";
+    const QString folder = isPath ? typed : host::DriveFolder(typed);
+    if (!folder.isEmpty() && QDir(folder).exists())
+        return Dir1.SetPath(folder);
+    MsgBox((isPath ? "Dossier '" : "Lecteur '") + typed + "' introuvable", Icon::Critical, "ATTENTION");
+    Text2.setFocus();
+    Text2.selectAll();
 }
 
 void Auteur::Dir1_Change()
@@ -74,6 +72,8 @@ void Auteur::Dir1_Change()
     Image2[Accept].setVisible(holdsDatabase);
     Text1.setVisible(holdsDatabase);
     hint.setVisible(!holdsDatabase);
+    if (holdsDatabase)
+        Text1.setFocus();
 }
 
 void Auteur::Image2_Click(int index)

@@ -260,7 +260,8 @@ TEST_F(DaySheet, RestoresTheOptionOfTheLastRun)
         auto& sheet = desk.Open<New_Act>();
         EXPECT_TRUE(sheet.Option1[chosen].isChecked()) << chosen << caption;
         EXPECT_EQ(sheet.OptionLabel.text(), caption);
-        sheet.SSTab1.setCurrentIndex(New_Act::DisplayPage);
+        Press(sheet.Grid2, Qt::Key_PageDown, Qt::ControlModifier);
+        EXPECT_TRUE(sheet.Option1[chosen].hasFocus());
         sheet.OptionLabel.setText("avant");
         Click(sheet.Option1[chosen]); // selected already
         EXPECT_EQ(sheet.OptionLabel.text(), sheet.Option1[chosen].text());

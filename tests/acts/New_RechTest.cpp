@@ -105,7 +105,8 @@ TEST_F(PatientSearch, AppliesEachCriterion)
     SearchNames(screen, "  ", " ");
     EXPECT_TRUE(screen.Text2[New_Rech::LastName].hasFocus());
     ExpectRefusal("Aucun enregistrement selon ces critères");
-    SearchNames(screen, "A");
+    screen.Text2[New_Rech::LastName].setText("A");
+    Press(screen.SSOption2[1], Qt::Key_Return);
     EXPECT_EQ(core::QueryText,
               "Select * from Patients where nom like 'A*' and Sexe = 0 and Flag_H = 1 order by nom,prenom");
     EXPECT_TRUE(ShowsCriteria(screen));

@@ -50,6 +50,7 @@ TEST_F(Opening, ShowsLetterheadAndMenusAfterTheRightCode)
     tests::OtherProgram(practice.File("ZEP_ONE.MDB")).Run("pragma user_version = 1");
     auto& main = Start();
     EXPECT_EQ(main.windowTitle(), " ");
+    EXPECT_EQ(main.windowIconText(), "ZEP Lumo");
     EXPECT_FALSE(main.Entry("mnu_13")->isVisible());
     EXPECT_FALSE(main.Entry("NActes")->isVisible());
     EXPECT_FALSE(main.Label1[0].isVisible());
@@ -129,6 +130,12 @@ TEST_F(Opening, FocusesTheMenuAndHasShortcutsForItsMainEntries)
     EXPECT_TRUE(main.focusWidget()->inherits("QMenuBar"));
     Press(*main.focusWidget(), Qt::Key_Return);
     Press(*main.focusWidget(), Qt::Key_Escape);
+    for (const auto& [key, modifiers] : {std::pair(Qt::Key_M, Qt::AltModifier), {Qt::Key_F10, Qt::NoModifier}}) {
+        Press(main, key, modifiers);
+        ASSERT_NE(QApplication::activePopupWidget(), nullptr) << key;
+        EXPECT_EQ(QApplication::activePopupWidget()->actions().first()->objectName(), "mnu_aprpos");
+        QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_Escape);
+    }
     EXPECT_FALSE(desk.EndCode().has_value());
     TypeCode(main, "6");
     practice.Act({});
@@ -180,16 +187,25 @@ TEST_F(Opening, AcceptsACodeOnlyInTheFolderOfADatabase)
     Press(dialog.Dir1, Qt::Key_Up); // the folder above, by Enter
     Press(dialog.Dir1, Qt::Key_Return);
     EXPECT_EQ(dialog.Dir1.Path(), practice.Folder());
-    Type(dialog.Text2, "/");
-    Press(dialog.Text2, Qt::Key_Return);
-    EXPECT_EQ(dialog.Dir1.Path(), "/");
-    ExpectRefusal("Lecteur 'Z:' introuvable");
-    dialog.Text2.clear();
-    Type(dialog.Text2, "Z"); // a letter alone is a drive
-    Press(dialog.Text2, Qt::Key_Return);
-    dialog.Text2.setText("Q:");
-    ExpectRefusal("Lecteur 'Q:' introuvable");
-    Click(dialog.Image1);
+    EXPECT_TRUE(dialog.Text1.hasFocus());
+    const struct {
+        QString typed, path, refusal;
+    } rows[] = {{"/", "/", ""},
+                {"Z", "/", "Lecteur 'Z:' introuvable"}, // a letter alone is a drive
+                {"Q:", "/", "Lecteur 'Q:' introuvable"},
+                {practice.Folder(), practice.Folder(), ""},
+                {"/aucun:", practice.Folder(), "Dossier '/aucun:' introuvable"}};
+    for (const auto& row : rows) {
+        dialog.Text2.clear();
+        Type(dialog.Text2, row.typed);
+        if (!row.refusal.isEmpty())
+            ExpectRefusal(row.refusal);
+        Press(dialog.Text2, Qt::Key_Return);
+        EXPECT_EQ(dialog.Dir1.Path(), row.path);
+        EXPECT_EQ(dialog.Text1.hasFocus(), row.path == practice.Folder() && row.refusal.isEmpty())
+            << row.typed.toStdString();
+        EXPECT_EQ(dialog.Text2.hasSelectedText(), !row.refusal.isEmpty()) << row.typed.toStdString();
+    }
 }
 
 TEST_F(Opening, KeepsWorkingWhenQuittingIsDeclined)

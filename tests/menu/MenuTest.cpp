@@ -58,7 +58,10 @@ TEST_F(Menu, OpensTheScreenOfEachEntry)
     practice.Add("Actes_suppr", {{"Date_Suppr", "17/06/2008"}});
     Start();
     for (const core::MenuEntry& entry : core::MenuTable())
-        EXPECT_TRUE(!entry.shownAfterOpening || main->Entry(entry.control)->isEnabled()) << entry.control;
+        if (!entry.isSubmenu && std::string_view(entry.caption) != "-") {
+            EXPECT_TRUE(!entry.shownAfterOpening || main->Entry(entry.control)->isEnabled()) << entry.control;
+            EXPECT_FALSE(main->Entry(entry.control)->shortcut().isEmpty()) << entry.control;
+        }
 
     const std::pair<const char*, const char*> screens[] = {
         {"mnu_Prest", "J_PROD"},     {"mnu_tarif", "Tarifs"},   {"NActes", "New_Act"},     {"mnu_Recap", "Planning"},

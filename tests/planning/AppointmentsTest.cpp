@@ -103,7 +103,7 @@ TEST_F(Appointments, ArePrintedForOneUnitOrForAll)
     ASSERT_TRUE(board.SSOption1[Planning::CurrentUnit].hasFocus());
 
     tests::ExpectPreview(desk, "Planning 17-06-2008");
-    Press(board.SSOption1[Planning::CurrentUnit], Qt::Key_P, Qt::ControlModifier);
+    Press(board.SSOption1[Planning::CurrentUnit], Qt::Key_Return);
     EXPECT_EQ(core::ReportName, "Planning.RPT");
     EXPECT_EQ(Heading(), "Planning de la Journée du Mar  17/06/2008");
     EXPECT_EQ(board.Report1.SelectionFormula, "{Plani.date} = date(2008,06,17) and {Plani.Num_Presta} = 3");
@@ -111,7 +111,7 @@ TEST_F(Appointments, ArePrintedForOneUnitOrForAll)
 
     tests::ExpectPreview(desk, "Planning 17-06-2008");
     Press(board.SSOption1[Planning::CurrentUnit], Qt::Key_Down);
-    Click(board.Image4[Planning::Print]);
+    Press(board.SSOption1[Planning::AllUnits], Qt::Key_P, Qt::ControlModifier);
     EXPECT_EQ(board.Report1.SelectionFormula, "{Plani.date} = date(2008,06,17)");
     Click(board.Image4[Planning::CancelPrint]);
     EXPECT_FALSE(board.SSPanel6.isVisible());

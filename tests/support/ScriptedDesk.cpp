@@ -38,9 +38,10 @@ ScriptedDesk::~ScriptedDesk()
     forms::SetDesk(nullptr);
 }
 
-void ScriptedDesk::ExpectMessage(const QString& text, Icon icon, const QString& title, Answer answer)
+void ScriptedDesk::ExpectMessage(const QString& text, Icon icon, const QString& title, Answer answer,
+                                 std::optional<Buttons> buttons)
 {
-    messages.push_back({text, icon, title, answer});
+    messages.push_back({text, icon, title, answer, buttons});
 }
 
 void ScriptedDesk::Verify()
@@ -63,6 +64,7 @@ Answer ScriptedDesk::Message(const QString& text, Icon icon, const QString& titl
     const ExpectedMessage expected = messages.front();
     messages.pop_front();
     EXPECT_EQ(Described(text, icon, title), Described(expected.text, expected.icon, expected.title));
+    EXPECT_EQ(static_cast<int>(expected.buttons.value_or(buttons)), static_cast<int>(buttons)) << text.toStdString();
     const bool fits = (buttons == Buttons::Ok) == (expected.answer == Answer::Ok);
     EXPECT_TRUE(fits) << "the answer given doesn't fit the buttons of " << Described(text, icon, title);
     return fits ? expected.answer : SafeAnswer(buttons);

@@ -14,6 +14,15 @@
 
 namespace forms {
 
+namespace {
+
+bool IsEnter(const QKeyEvent& event)
+{
+    return event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
+}
+
+} // namespace
+
 Label::Label(const QString& name, const QString& caption) : QLabel(caption)
 {
     setObjectName(name);
@@ -77,12 +86,10 @@ Button::Button(const QString& name, const QString& caption) : QPushButton(captio
 
 void Button::keyPressEvent(QKeyEvent* event)
 {
-    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
-        if (!event->isAutoRepeat())
-            click();
-        return;
-    }
-    QPushButton::keyPressEvent(event);
+    if (!IsEnter(*event))
+        QPushButton::keyPressEvent(event);
+    else if (!event->isAutoRepeat())
+        click();
 }
 
 OptionButton::OptionButton(const QString& name, const QString& caption) : QRadioButton(caption)
@@ -96,6 +103,14 @@ OptionButton::OptionButton(const QString& name, const QString& caption) : QRadio
         if (isChecked())
             Q_EMIT Chosen();
     });
+}
+
+void OptionButton::keyPressEvent(QKeyEvent* event)
+{
+    if (!IsEnter(*event))
+        QRadioButton::keyPressEvent(event);
+    else if (!event->isAutoRepeat())
+        Q_EMIT Entered();
 }
 
 Panel::Panel(const QString& name, const QString& caption)
@@ -158,7 +173,7 @@ void ComboBox::SetListIndex(int line)
 void ComboBox::keyPressEvent(QKeyEvent* event)
 {
     QComboBox::keyPressEvent(event); // ignores Enter
-    if ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) && !event->isAutoRepeat())
+    if (IsEnter(*event) && !event->isAutoRepeat())
         Q_EMIT Entered();
 }
 

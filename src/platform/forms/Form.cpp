@@ -47,6 +47,15 @@ Control* NextInWindow(QWidget& window, Condition suits)
     return nullptr;
 }
 
+/// Whether a control is on a panel that floats over its screen.
+bool IsOnPanel(const QWidget& control)
+{
+    for (const QWidget* each = control.parentWidget(); each != nullptr; each = each->parentWidget())
+        if (each->property("floating").toBool())
+            return true;
+    return false;
+}
+
 } // namespace
 
 int PixelsOf(double twips)
@@ -233,8 +242,9 @@ void Form::AddCommandKeys()
     };
     std::set<Command> offered;
     for (const Picture* picture : findChildren<Picture*>())
-        offered.insert(picture->BoundCommand());
-    offered.erase(Command::None);
+        offered.insert(picture->Commands().begin(), picture->Commands().end());
+    for (const auto& [command, run] : ownCommands)
+        offered.insert(command);
     if (Help() && !offered.contains(Command::Help))
         addKeys(Command::Help, [this] { Guarded([this] { Help()(objectName()); }); });
     for (const Command command : offered)
@@ -245,11 +255,25 @@ void Form::AddCommandKeys()
     addKeys(Command::NextPage, [this] { TurnPage(1); });
 }
 
+void Form::OnCommand(Command command, std::function<void()> run)
+{
+    ownCommands[command] = std::move(run);
+}
+
+/// Clicks the picture with a command: one on an open panel, or else the next after the focused control.
 void Form::RunCommand(Command command)
 {
-    auto* picture = NextInWindow<Picture>(*this, [&](const Picture& each) { return each.BoundCommand() == command; });
+    const auto offers = [command](const Picture& each) { return each.Commands().contains(command); };
+    auto* picture = NextInWindow<Picture>(*this, [&](const Picture& each) { return IsOnPanel(each) && offers(each); });
+    if (picture == nullptr)
+        picture = NextInWindow<Picture>(*this, offers);
     if (picture != nullptr)
-        picture->click();
+        return picture->click();
+    auto* date = command == Command::ChooseDate ? qobject_cast<DateField*>(focusWidget()) : nullptr;
+    if (date != nullptr)
+        Q_EMIT date->CalendarWanted();
+    else if (const auto own = ownCommands.find(command); own != ownCommands.end())
+        Guarded(own->second);
 }
 
 void Form::TurnPage(int step)

@@ -112,7 +112,7 @@ private:
         auto* const self = static_cast<RowReader*>(reader);
         self->rowTaken = true;
         self->finished.push_back(std::move(self->row));
-        self->row = {.line = self->finished.back().line, .cells = {}};
+        self->row = {.line = self->finished.back().line, .cells = {}, .lostDates = {}};
         self->row.cells.reserve(self->finished.back().cells.size());
     }
 

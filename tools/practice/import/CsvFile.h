@@ -12,6 +12,7 @@ namespace practice {
 struct CsvRow {
     qint64 line = 0;
     QStringList cells;
+    QStringList lostDates; ///< fields whose date a reader of old databases can't give; their cells are empty
 };
 
 using CsvReceiver = std::function<void(CsvRow&)>;
