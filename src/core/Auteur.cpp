@@ -3,6 +3,7 @@
 #include "core/configuration.h"
 #include "core/globals.h"
 #include "core/windows.h"
+#include "data/OldDatabase.h"
 #include "data/Practice.h"
 #include "platform/forms/Desk.h"
 #include "platform/forms/Guard.h"
@@ -92,6 +93,8 @@ void Auteur::Image2_Click(int index)
         Text1.selectAll();
         return;
     }
+    if (!CheckDatabaseFormat())
+        return;
     DialogResult = ResultAccepted;
     Unload();
 }
@@ -114,6 +117,19 @@ bool Auteur::CheckAccessCode() const
 {
     const basic::Int16 code = basic::Product(StoredAccessValue(), 2);
     return Text1.text().trimmed() == QString::number(code);
+}
+
+bool Auteur::CheckDatabaseFormat() const
+{
+    if (!data::IsOldDatabase(DatabasePath))
+        return true;
+    const auto quoted = [](QString path) { return "'" + path.replace("'", R"('\'')") + "'"; };
+    MsgBox("Cette base est d'un format plus ancien.\nPour en faire un cabinet de ce programme, tapez dans un "
+           "terminal :\n\npractice adopt " +
+               quoted(DataFolder) + " " + quoted(DataFolder + "-nouveau") +
+               "\n\nL'ancien dossier ne change pas. Ouvrez ensuite le nouveau.",
+           Icon::Exclamation, "ATTENTION");
+    return false;
 }
 
 } // namespace core

@@ -112,6 +112,8 @@ void Form1::BuildForm()
         Label1[0],
         Label1[1],
         Label1[2],
+        Item::Gap(),
+        greeting,
         Item::Growing(Image3),
         Row{Label4[0], Item::Stretch(), Image1},
     });
@@ -123,6 +125,7 @@ void Form1::BuildForm()
     Label4[0].installEventFilter(this);
     Image3.setMinimumSize(1, 1);
     Image3.setMouseTracking(true);
+    Image3.installEventFilter(this);
     setMouseTracking(true);
 }
 
@@ -142,6 +145,8 @@ void Form1::changeEvent(QEvent* event)
 
 bool Form1::eventFilter(QObject* watched, QEvent* event)
 {
+    if (watched == &Image3 && event->type() == QEvent::Resize)
+        ShowBackdrop();
     if (watched == &Label4[0] && event->type() == QEvent::Enter)
         Label4[0].setFrameShape(QFrame::Box);
     if (watched == &Label4[0] && event->type() == QEvent::Leave)
@@ -159,7 +164,6 @@ void Form1::resizeEvent(QResizeEvent* event)
 {
     Form::resizeEvent(event);
     layout()->activate();
-    ShowBackdrop();
     Image2.setGeometry(Image1.geometry());
 }
 

@@ -145,4 +145,11 @@ void NewFolder::MoveInto() const
     store::Sync(wanted);
 }
 
+void RequireUnused(const QString& folder)
+{
+    if (QFileInfo::exists(folder) && !(QFileInfo(folder).isDir() && QDir(folder).isEmpty(Everything)))
+        throw basic::RuntimeError::Described(
+            basic::Error::FileExists, QString("Le dossier « %1 » n'est pas vide : rien n'a été modifié.").arg(folder));
+}
+
 } // namespace data

@@ -34,4 +34,7 @@ private:
     bool isWithin = false;
 };
 
+/// Raises 58, with a description for the user, unless the folder is missing or empty.
+void RequireUnused(const QString& folder);
+
 } // namespace data

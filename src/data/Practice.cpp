@@ -62,22 +62,6 @@ void WriteNewFile(const QString& path, const QByteArray& content)
             QString("Le fichier « %1 » ne peut pas être écrit : %2").arg(path, file.errorString()));
 }
 
-void WriteFiles(const QString& folder, const QByteArray& configuration, const QString& kept)
-{
-    store::CreateDatabase(folder + "/" + DatabaseFile, Schema());
-    const QString workgroup = folder + "/" + WorkgroupFile;
-    dao::WriteWorkgroup(workgroup, WorkspaceUser, BuildWorkspacePassword());
-    QFile::setPermissions(workgroup, OwnerFile);
-    WriteNewFile(folder + "/" + ConfigurationFile, configuration);
-    for (const ReportTemplate& report : ReportTemplates())
-        if (!HasReportTemplate(kept, report.name))
-            WriteNewFile(folder + "/" + report.name, report.text);
-    const QString archives = folder + "/" + ArchiveFolder;
-    if (!QDir().mkdir(archives, OwnerFolder))
-        throw basic::RuntimeError::Described(basic::Error::PathNotFound,
-                                             QString("Le dossier « %1 » ne peut pas être créé.").arg(archives));
-}
-
 void SetLetterhead(Configuration& configuration, const QStringList& lines)
 {
     if (lines.size() > LetterheadFields)
@@ -134,7 +118,9 @@ store::OpeningRules& PracticeRules()
 {
     static store::OpeningRules rules = {
         .keyedTables = {{"Presta", {{"Actes", "num_presta"}, {"Plani", "Num_Presta"}, {"Actes_suppr", "num_presta"}}},
-                        {"Recettes", {}}},
+                        {"Recettes", {}},
+                        {"Actes_suppr", {}}},
+        .addedTables = FeedTables(),
         .summedIndexes = {{.table = "Actes", .index = "Actes_Date_Montant", .date = "Date", .amount = "montant"},
                           {.table = "Recettes", .index = "Recettes_Date", .date = "Date", .amount = "montant"}}};
     return rules;
@@ -167,7 +153,23 @@ void MakePracticeFiles(const QString& folder, const PracticeSetup& setup, const 
     configuration.language = LanguageWord(setup.language);
     configuration.accessValue = AccessValue(setup.accessCode);
     SetLetterhead(configuration, setup.letterhead);
-    WriteFiles(folder, EncodeConfiguration(configuration), kept);
+    MakePracticeFiles(folder, EncodeConfiguration(configuration), kept);
+}
+
+void MakePracticeFiles(const QString& folder, const QByteArray& configuration, const QString& kept)
+{
+    store::CreateDatabase(folder + "/" + DatabaseFile, Schema());
+    const QString workgroup = folder + "/" + WorkgroupFile;
+    dao::WriteWorkgroup(workgroup, WorkspaceUser, BuildWorkspacePassword());
+    QFile::setPermissions(workgroup, OwnerFile);
+    WriteNewFile(folder + "/" + ConfigurationFile, configuration);
+    for (const ReportTemplate& report : ReportTemplates())
+        if (!HasReportTemplate(kept, report.name))
+            WriteNewFile(folder + "/" + report.name, report.text);
+    const QString archives = folder + "/" + ArchiveFolder;
+    if (!QDir().mkdir(archives, OwnerFolder))
+        throw basic::RuntimeError::Described(basic::Error::PathNotFound,
+                                             QString("Le dossier « %1 » ne peut pas être créé.").arg(archives));
 }
 
 void ChangePractice(const QString& folder, const PracticeChange& change)

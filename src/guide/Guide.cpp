@@ -97,6 +97,7 @@ QString Guide::PageOf(const QString& screen)
         {"Mens_Act", "fin-de-mois.md"},
         {"Chrges", "charges.md"},
         {"Result", "fin-de-mois.md"},
+        {"Evolution", "evolution.md"},
         {"Preview", "imprimer.md"},
         {"LongReading", "imprimer.md"},
     };

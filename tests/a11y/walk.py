@@ -58,6 +58,14 @@ STEPS = [
     ("ctrl+Next", "Journal, detail", ""),
     ("", "", "Récapitulatif par unité"),
     ("E3", "Monthly situation", "Actes du mois par unité"),
+    ("Evolution", "Evolution, months", "Graphique des mois"),
+    ("Left", "Evolution, a month", "Graphique des mois : "),
+    ("Return", "Result of a month", "Résultat net"),
+    ("", "", "Résultat net"),
+    ("ctrl+Next", "Evolution, services", "Graphique des unités"),
+    ("Return", "Evolution, a service", "Graphique des mois de "),
+    ("Escape", "", "Graphique des unités"),
+    ("", "", "Graphique des unités"),
     ("", "", "Actes du mois par unité"),
     ("E4", "Deleted acts", "Actes supprimés"),
     ("F4", "Deleted acts, date", "Autre date"),
@@ -75,14 +83,14 @@ STEPS = [
     ("", "", "Résultat net"),
     ("ctrl+q", "Message", "Veuiller Confirmer Fin de Travail"),
 ]
-BUTTON = "Actualiser la visibilité des actes"
+BUTTONS = {"Button": "Actualiser la visibilité des actes", "Evolution": "Évolution des mois"}
 
 
 def press(program, keys):
     """Presses keys one after another; those of a menu entry, or a button as assistive software does."""
     for key in keys.split():
-        if key == "Button":
-            press_button(program)
+        if key in BUTTONS:
+            press_button(program, BUTTONS[key])
         elif key[0] in "ME" and key[1:].isdigit():
             # F10 opens the first menu with no entry chosen, Right the next one with its first.
             down = int(key[1:]) - (key[0] == "E")
@@ -92,9 +100,9 @@ def press(program, keys):
             time.sleep(0.3)
 
 
-def press_button(program):
+def press_button(program, name):
     try:
-        next(item for item in below(front(program)) if item.get_name() == BUTTON).do_action(0)
+        next(item for item in below(front(program)) if item.get_name() == name).do_action(0)
     except GLib.Error:  # the answer comes when the screen that it opens has closed
         pass
 

@@ -16,6 +16,7 @@
 #include <QDir>
 #include <QFile>
 #include <QMouseEvent>
+#include <QRegularExpression>
 #include <QTest>
 
 using core::Auteur;
@@ -55,9 +56,19 @@ TEST_F(Opening, ShowsLetterheadAndMenusAfterTheRightCode)
     EXPECT_FALSE(main.Entry("NActes")->isVisible());
     EXPECT_FALSE(main.Label1[0].isVisible());
     EXPECT_TRUE(core::DisplayChanged);
+    const auto shownTasks = [&] {
+        QStringList shown;
+        for (const auto* task : main.findChildren<forms::Picture*>(QRegularExpression("^Task-")))
+            if (task->isVisible())
+                shown << task->accessibleName() + " " + task->accessibleDescription();
+        return shown;
+    };
+    EXPECT_EQ(shownTasks(), QStringList("Explorer ... Ctrl+O"));
 
     TypeCode(main, " 6 "); // stored value 3, doubled; surrounding blanks are ignored
 
+    EXPECT_EQ(shownTasks().size(), 13); // all but "Quitter"
+    EXPECT_TRUE(shownTasks().contains("Caisse du Jour F7"));
     EXPECT_FALSE(main.Entry("mnu_aprpos")->isVisible());
     EXPECT_TRUE(main.Entry("mnu_13")->isVisible());
     EXPECT_FALSE(main.Entry("mnu_tarif")->isEnabled()); // has no screen here
@@ -159,6 +170,37 @@ TEST_F(Opening, NamesTheMissingFile)
     ExpectRefusal("Fichier 'ZEP_CFIG.cfg' absent");
     TypeCode(main, "6");
     EXPECT_EQ(core::DataFolder, "");
+}
+
+TEST_F(Opening, NamesTheCommandForAnOldDatabaseWhateverItsWorkgroupIs)
+{
+    auto& main = Start();
+    const QString folder = practice.File("l'ancien");
+    QDir().mkpath(folder);
+    QFile::copy(practice.File("ZEP_CFIG.CFG"), folder + "/zep_cfig.cfg");
+    for (const auto& [name, bytes] : {std::pair("zep_one.mdb", QByteArray("\0\1\0\0Standard Jet DB\0\1\0\0\0", 24)),
+                                      {"SYSTEM.MDW", "another format"}}) {
+        QFile file(folder + "/" + name);
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
+    }
+    const QString quoted = "'" + practice.Folder() + "/l'\\''ancien";
+    desk.WhenModal<Auteur>([&](Auteur& dialog) {
+        dialog.Dir1.SetPath(folder);
+        Type(dialog.Text1, "8");
+        Press(dialog.Text1, Qt::Key_Return); // silence on a wrong code
+        desk.ExpectMessage("Cette base est d'un format plus ancien.\nPour en faire un cabinet de ce programme, tapez "
+                           "dans un terminal :\n\npractice adopt " +
+                               quoted + "' " + quoted +
+                               "-nouveau'\n\nL'ancien dossier ne change pas. Ouvrez ensuite le nouveau.",
+                           Icon::Exclamation, "ATTENTION");
+        dialog.Text1.clear();
+        Type(dialog.Text1, "6");
+        Press(dialog.Text1, Qt::Key_Return);
+        EXPECT_TRUE(dialog.isVisible());
+        Click(dialog.Image2[Auteur::Cancel]);
+    });
+    main.Entry("mnu_aprpos")->trigger();
+    EXPECT_TRUE(main.Entry("mnu_aprpos")->isVisible());
 }
 
 TEST_F(Opening, AcceptsACodeOnlyInTheFolderOfADatabase)

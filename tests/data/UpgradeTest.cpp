@@ -28,7 +28,7 @@ protected:
         Make();
     }
 
-    void Make(const QString& schema = data::Schema().remove(" AUTOINCREMENT")) const
+    void Make(const QString& schema = data::Schema().remove(" AUTOINCREMENT").remove(data::FeedTables())) const
     {
         QFile::remove(path);
         store::CreateDatabase(path, schema);
@@ -68,7 +68,11 @@ TEST_F(OlderPractice, NeverReusesAKey)
     EXPECT_EQ(Version(), QString::number(store::SchemaVersion));
     EXPECT_EQ(Answer("select group_concat(num || denom || prix || Ordre, ' ') from Presta where num < 3"),
               "1Radio800.00 2Écho950.51");
-    EXPECT_EQ(Answer("select count(*) from sqlite_schema where name = 'Recettes_Date'"), "1");
+    EXPECT_EQ(
+        Answer(
+            "select count(*) from sqlite_schema where name in ('Recettes_Date', 'ZEP settlements', 'ZEP deletions')"),
+        "3");
+    EXPECT_EQ(Answer("select seq from sqlite_sequence where name = 'Actes_suppr'"), "1");
 
     Run("delete from Presta; delete from Recettes where num = 6");
     EXPECT_EQ(AddTo("Presta"), 14);

@@ -1,7 +1,7 @@
 #include "practice/jet/JetFile.h"
 
 #include "platform/basic/RuntimeError.h"
-#include "tools/OldDatabases.h"
+#include "support/OldDatabases.h"
 
 #include <QDateTime>
 #include <QFile>
@@ -74,7 +74,7 @@ TEST_P(OldContent, IsReadInEveryField)
 {
     const QString name = GetParam();
     const JetFile file(OldFile(name + ".mdb"));
-    const auto expected = tests::ContentOf(name);
+    const auto expected = tests::OldContentOf(name);
     EXPECT_EQ(file.Tables().size(), static_cast<qsizetype>(expected.size()));
     for (const auto& [table, content] : expected) {
         std::vector<QStringList> rows;

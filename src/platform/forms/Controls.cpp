@@ -43,20 +43,19 @@ void FigureLabel::AlignUnderColumns(bool centred)
 
 int FigureLabel::Inset() const
 {
-    constexpr int besideColumns = 6; // lines up with right-aligned columns
-    constexpr int inBox = 9;
-    return underColumns ? ((alignment() & Qt::AlignHCenter) != 0 ? 2 : besideColumns) : inBox;
+    constexpr int besideColumns = 9; // lines up with right-aligned cells and their trailing blank
+    return underColumns ? ((alignment() & Qt::AlignHCenter) != 0 ? 2 : besideColumns) : 1;
 }
 
 int FigureLabel::NeededWidth() const
 {
     ensurePolished();
-    return fontMetrics().horizontalAdvance(text()) + 2 * Inset();
+    return fontMetrics().horizontalAdvance(text().trimmed()) + 2 * Inset();
 }
 
 QSize FigureLabel::sizeHint() const
 {
-    constexpr int usualWidth = 112;
+    constexpr int usualWidth = 48;
     constexpr int verticalRoom = 10;
     return {qMax(usualWidth, NeededWidth()), fontMetrics().height() + verticalRoom};
 }
@@ -72,10 +71,11 @@ void FigureLabel::paintEvent(QPaintEvent*)
     QStyleOption ground;
     ground.initFrom(this);
     style()->drawPrimitive(QStyle::PE_Widget, &ground, &painter, this);
-    painter.setFont(FittingFont(font(), text(), width() - 2 * Inset()));
+    const QString figure = text().trimmed();
+    painter.setFont(FittingFont(font(), figure, width() - 2 * Inset()));
     painter.setPen(palette().color(foregroundRole()));
     painter.drawText(rect().adjusted(Inset(), 0, -Inset(), 0), static_cast<int>(alignment()) | Qt::TextSingleLine,
-                     text());
+                     figure);
 }
 
 Button::Button(const QString& name, const QString& caption) : QPushButton(caption)
@@ -114,14 +114,13 @@ void OptionButton::keyPressEvent(QKeyEvent* event)
 }
 
 Panel::Panel(const QString& name, const QString& caption)
+    : arrangement(new QVBoxLayout(this)), captionLabel(new QLabel(this))
 {
     setObjectName(name);
-    auto* arrangement = new QVBoxLayout(this);
-    arrangement->setContentsMargins(8, 8, 8, 8);
+    arrangement->setContentsMargins(0, 8, 0, 8);
     arrangement->setSpacing(8);
-    captionLabel = new QLabel(this);
     captionLabel->setTextFormat(Qt::PlainText);
-    captionLabel->setProperty("role", QStringLiteral("caption"));
+    captionLabel->setProperty("role", QStringLiteral("title"));
     arrangement->addWidget(captionLabel);
     SetCaption(caption);
 }
@@ -129,6 +128,14 @@ Panel::Panel(const QString& name, const QString& caption)
 Panel::~Panel()
 {
     ReleaseControls(*this);
+}
+
+void Panel::SetContents(std::unique_ptr<QLayout> contents)
+{
+    setProperty("framed", true);
+    captionLabel->setProperty("role", QStringLiteral("caption"));
+    arrangement->setContentsMargins(8, 8, 8, 8);
+    arrangement->addLayout(contents.release(), 1);
 }
 
 QString Panel::Caption() const

@@ -132,6 +132,46 @@ TEST(GoldenPages, NetResultAsALossAndWithArabicTitles)
     ExpectGolden(practice.LayOut(practice.Template("ZEP_Rstt.RPT")), "ZEP_Rstt_arabe");
 }
 
+TEST(GoldenPages, MonthsAsChartAndTableWithALoss)
+{
+    ReportPractice practice;
+    practice.SetTexts(
+        {{"ch4", "Évolution, novembre 2007 à février 2008"},
+         {"ch5", "Charges : la charge par jour d'aujourd'hui, 1 000.00 DA, pour chaque jour de tous les mois. "
+                 "Les dépenses n'entrent pas dans le net. Rien n'est enregistré avant décembre 2006."},
+         {"ch6", "Aucune recette"}});
+    const auto month = [&](const char* name, double receipts, double charges, double expenses, double before,
+                           int mark) {
+        practice.Add("RCP2", {{"denom", name},
+                              {"C1", receipts},
+                              {"C2", charges},
+                              {"C3", receipts - charges},
+                              {"C4", expenses},
+                              {"C5", before},
+                              {"C7", mark}});
+    };
+    month("nov. 2007", 0, 30000, 0, -30000, 0);
+    month("déc. 2007", 54321.5, 31000, 12000, 15500.25, 1);
+    month("janv. 2008", 18000, 31000, 0, 9000, 2);
+    month("févr. 2008", 61000, 29000, 4000.75, -12000, 2);
+    ExpectGolden(practice.LayOut(practice.Template("ZEP_EVO1.RPT")), "ZEP_EVO1");
+
+    practice.Database().Execute("delete from RCP2"); // the months of a service: fewer columns and series
+    practice.Add("RCP2", {{"denom", "janv. 2008"}, {"C1", 18000.0}, {"C6", 12}, {"C7", 1}});
+    practice.SetTexts({{"ch4", "Consultation, janvier 2008"}, {"ch5", ""}});
+    ExpectGolden(practice.LayOut(practice.Template("ZEP_EVO1.RPT")), "ZEP_EVO1_unite");
+}
+
+TEST(GoldenPages, SharesOfServicesAsChartAndTable)
+{
+    ReportPractice practice;
+    practice.SetTexts({{"ch4", "Évolution, par unité"}, {"ch6", "Aucun acte"}});
+    practice.Add("RCP2", {{"denom", "Radiologie"}, {"C1", 1500}, {"C2", 75.0}, {"C3", 1250000.5}, {"C4", 62.5}});
+    practice.Add("RCP2", {{"denom", "Écho"}, {"C1", 500}, {"C2", 25.0}, {"C3", 750000.3}, {"C4", 37.5}});
+    practice.Add("RCP2", {{"denom", "Soins"}, {"C1", 0}, {"C2", 0}, {"C3", 0}, {"C4", 0}});
+    ExpectGolden(practice.LayOut(practice.Template("ZEP_EVO2.RPT")), "ZEP_EVO2");
+}
+
 TEST(GoldenPages, DeletedActs)
 {
     ReportPractice practice;

@@ -20,7 +20,10 @@ struct Command {
 extern const Command NewCommand;
 extern const Command SetCommand;
 extern const Command DemoCommand;
+extern const Command AdoptCommand;
 extern const Command ImportCommand;
+extern const Command FeedCommand;
+extern const Command ExportCommand;
 extern const Command FieldsCommand;
 extern const Command ArchivesCommand;
 extern const Command CompareCommand;

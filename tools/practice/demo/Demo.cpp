@@ -2,14 +2,11 @@
 
 #include "data/NewFolder.h"
 #include "data/Practice.h"
-#include "platform/basic/RuntimeError.h"
 #include "platform/host/Host.h"
 #include "practice/demo/DemoPlan.h"
 #include "practice/demo/DemoWords.h"
 #include "practice/opening/PracticeData.h"
 
-#include <QDir>
-#include <QFileInfo>
 #include <algorithm>
 
 namespace practice {
@@ -23,18 +20,6 @@ data::PracticeSetup DemoSetup()
                            "Du samedi au jeudi", "", "عيادة الدكتورة نادية بن منصور", "أمراض القلب والشرايين",
                            "الجزائر الوسطى", "الهاتف 021630000"},
             .language = data::TooltipLanguage::French};
-}
-
-bool IsEmpty(const QString& folder)
-{
-    return QDir(folder).isEmpty(QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden | QDir::System);
-}
-
-void RefuseFolderInUse(const QString& folder)
-{
-    if (QFileInfo::exists(folder) && !(QFileInfo(folder).isDir() && IsEmpty(folder)))
-        throw basic::RuntimeError::Described(
-            basic::Error::FileExists, QString("Le dossier « %1 » n'est pas vide : rien n'a été modifié.").arg(folder));
 }
 
 std::vector<WorkingDay> WorkingDaysUntil(const QDate& until, std::optional<int> count)
@@ -132,7 +117,7 @@ QString TariffCode(int position)
 
 void MakeDemo(const QString& folder, const DemoOptions& options)
 {
-    RefuseFolderInUse(folder);
+    data::RequireUnused(folder);
     data::NewFolder making(folder);
     Dice dice(options.seed);
     const DemoPlan plan = PlanDemo(options, dice);

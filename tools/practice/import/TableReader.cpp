@@ -1,7 +1,6 @@
 #include "practice/import/TableReader.h"
 
 #include "platform/basic/Dates.h"
-#include "practice/fields/FieldValues.h"
 
 #include <algorithm>
 
@@ -62,21 +61,31 @@ void TableReader::TakeHeader(const CsvRow& row)
 
 void TableReader::RequireFields(qint64 line)
 {
+    const bool hasPartOfDay = HasPartOfDay();
     for (const FieldRule& field : table.fields) {
-        if (field.missing == Missing::Fault && std::ranges::find(fields, &field) == fields.end())
+        const bool isNeeded =
+            rows == Rows::Whole || field.kind == FieldKind::Key || (hasPartOfDay && qstricmp(field.name, "Date") == 0);
+        if (isNeeded && field.missing == Missing::Fault && std::ranges::find(fields, &field) == fields.end())
             Refuse(line, QString("le champ %1 manque").arg(field.name));
     }
 }
 
+bool TableReader::HasPartOfDay() const
+{
+    return std::ranges::any_of(fields, [](const FieldRule* field) {
+        return field->kind == FieldKind::Month || field->kind == FieldKind::Year;
+    });
+}
+
 void TableReader::AddDerivedFields()
 {
+    day = Place("Date");
     for (const FieldRule& field : table.fields) {
         const bool isDerived = field.kind == FieldKind::Month || field.kind == FieldKind::Year;
-        if (isDerived && std::ranges::find(fields, &field) == fields.end())
+        if (isDerived && day < columns && std::ranges::find(fields, &field) == fields.end())
             fields.push_back(&field);
     }
     values.resize(fields.size());
-    day = Place("Date");
     month = Place("MM");
     year = Place("AA");
     archived = Place("Flag_H");
@@ -94,9 +103,10 @@ void TableReader::TakeRow(const CsvRow& row)
     if (std::ranges::all_of(row.cells, [](const QString& cell) { return QStringView(cell).trimmed().isEmpty(); }))
         return;
     if (static_cast<std::size_t>(row.cells.size()) != columns) {
-        Refuse(row.line, QString("%1 valeurs au lieu de %2").arg(row.cells.size()).arg(columns));
+        problems.Add(row.line, QString("%1 valeurs au lieu de %2").arg(row.cells.size()).arg(columns), KeyIn(row));
         return;
     }
+    mended.clear();
     QStringList reasons = ReadCells(row);
     if (reasons.isEmpty())
         reasons = CompleteRow();
@@ -105,7 +115,19 @@ void TableReader::TakeRow(const CsvRow& row)
             reasons << reason;
     }
     if (!reasons.isEmpty())
-        Refuse(row.line, reasons.join(" ; "));
+        problems.Add(row.line, reasons.join(" ; ") + (mends ? " ; la ligne n'est pas reprise" : ""), KeyIn(row));
+    else if (!mended.isEmpty())
+        Refuse(row.line, mended.join(" ; "));
+}
+
+/// The key by which problems name a row; 0 if they name its line.
+qint64 TableReader::KeyIn(const CsvRow& row) const
+{
+    const std::size_t place = Place("num");
+    if (rows == Rows::Whole || place >= static_cast<std::size_t>(row.cells.size()))
+        return 0;
+    const ReadValue key = ReadField(*fields[place], row.cells[static_cast<qsizetype>(place)].trimmed());
+    return key.value.IsNull() ? 0 : key.value.Long();
 }
 
 QStringList TableReader::ReadCells(const CsvRow& row)
@@ -113,11 +135,28 @@ QStringList TableReader::ReadCells(const CsvRow& row)
     QStringList reasons;
     for (std::size_t column = 0; column < columns; ++column) {
         ReadValue read = ReadField(*fields[column], row.cells[static_cast<qsizetype>(column)].trimmed());
+        const QString problem = ProblemOf(column, row, read);
         values[column] = std::move(read.value);
-        if (!read.problem.isEmpty())
-            reasons << QString("%1 : %2").arg(fields[column]->name, read.problem);
+        if (problem.isEmpty())
+            continue;
+        if (mends && fields[column]->missing != Missing::Fault)
+            mended << problem + " ; le champ reste vide";
+        else
+            reasons << problem;
     }
     return reasons;
+}
+
+/// The name of the field and why its value can't be taken; empty if it can.
+QString TableReader::ProblemOf(std::size_t column, const CsvRow& row, const ReadValue& read) const
+{
+    const QString field = fields[column]->name;
+    if (mends && row.lostDates.contains(field, Qt::CaseInsensitive))
+        return field + " : une date d'avant 1900, qui ne se lit pas";
+    if (read.problem.isEmpty())
+        return {};
+    const bool isMissing = row.cells[static_cast<qsizetype>(column)].trimmed().isEmpty();
+    return mends && isMissing ? field + " sans valeur" : QString("%1 : %2").arg(field, read.problem);
 }
 
 /// Sets derived values; returns given ones that contradict them.
@@ -126,9 +165,11 @@ QStringList TableReader::CompleteRow()
     QStringList reasons;
     const auto follow = [&](std::size_t field, int number) {
         const bool isGiven = field < columns && !values[field].IsNull();
-        if (isGiven && values[field].Long() != number)
-            reasons
-                << QString("%1 : %2 ne correspond pas à la date").arg(fields[field]->name).arg(values[field].Long());
+        if (isGiven && values[field].Long() != number) {
+            const QString reason =
+                QString("%1 : %2 ne correspond pas à la date").arg(fields[field]->name).arg(values[field].Long());
+            mends ? mended << reason + ", qui est suivie" : reasons << reason;
+        }
         values[field] = number;
     };
     if (month < fields.size()) {

@@ -26,7 +26,7 @@ struct OldTable {
 };
 
 /// What an old database contains, by table, from the text that was written with it.
-inline std::map<QString, OldTable> ContentOf(const QString& name)
+inline std::map<QString, OldTable> OldContentOf(const QString& name)
 {
     QFile file(OldFile(name == "usual2003" ? "usual.txt" : name + ".txt"));
     EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << file.fileName().toStdString();
