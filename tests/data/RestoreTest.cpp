@@ -198,7 +198,7 @@ TEST_F(Restoring, KnowsTheSealsOfEarlierVersions)
         QByteArray bytes(size, '\0');
         for (int i = 0; i < size; ++i)
             bytes[i] = char(i % 251 + i / 97);
-        Write(folder + "/pages", bytes);
+        WriteFile(folder + "/pages", bytes);
         EXPECT_EQ(store::PagesDigestOf(folder + "/pages"), digest);
     }
 
@@ -212,6 +212,6 @@ TEST_F(Restoring, KnowsTheSealsOfEarlierVersions)
     EXPECT_EQ(data::ConditionOf(copy).kind, data::CopyCondition::Kind::Whole);
     QByteArray changed = BytesOf(copy);
     changed[27] = char(changed[27] + 1); // in the header: the count of changes
-    Write(copy, changed);
+    WriteFile(copy, changed);
     EXPECT_EQ(data::ConditionOf(copy).kind, data::CopyCondition::Kind::Changed);
 }
