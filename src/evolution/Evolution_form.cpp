@@ -54,12 +54,14 @@ void Evolution::BuildPages()
     Dress(Image2, "back", "Toutes les unités (Échap)");
     Image2.SetCaption("Toutes les unités");
 
-    AddPage(SSTab1, "Mois",
-            Column{Item::Growing(Chart1, 3), Label2, Item::Growing(Grid1, 2),
-                   Totals(Grid1, {Caption("LTotal", "Total"), Under(Grid1, Receipts, Label3[Receipts]),
-                                  Under(Grid1, Charges, Label3[Charges]), Under(Grid1, Net, Label3[Net]),
-                                  Under(Grid1, Expenses, Label3[Expenses]),
-                                  Under(Grid1, NetYearBefore, Label3[NetYearBefore])})});
+    AddPage(
+        SSTab1, "Mois",
+        Column{Item::Growing(Chart1, 3), Label2,
+               Item::Growing(WithTotals(Grid1, {{Caption("LTotal", "Total"), Under(Grid1, Receipts, Label3[Receipts]),
+                                                 Under(Grid1, Charges, Label3[Charges]), Under(Grid1, Net, Label3[Net]),
+                                                 Under(Grid1, Expenses, Label3[Expenses]),
+                                                 Under(Grid1, NetYearBefore, Label3[NetYearBefore])}}),
+                             2)});
     AddPage(SSTab1, "Unités",
             Column{Row{Item::Growing(SSPanel2), Image2}, Item::Growing(Chart2, 2), Label4, Item::Growing(Grid2),
                    Item::Growing(Grid3), Label5});
