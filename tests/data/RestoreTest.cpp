@@ -76,16 +76,8 @@ TEST_F(Restoring, PutsTheCopyInPlaceAndKeepsThePresentFile)
 
 TEST_F(Restoring, KeepsTheLogOfThePresentFileAndLeavesNone)
 {
-    QByteArray present;
-    QByteArray log;
-    {
-        tests::OtherProgram program(database); // which dies with its log beside the file
-        program.Run("insert into Actes (Type) values ('K2')");
-        present = BytesOf(database);
-        log = BytesOf(database + "-wal");
-    }
-    WriteFile(database, present);
-    WriteFile(database + "-wal", log);
+    tests::ChangeInLog(database, "insert into Actes (Type) values ('K2')");
+    const QByteArray present = BytesOf(database), log = BytesOf(database + "-wal");
     const QString kept = data::Restore(copy, folder);
     EXPECT_TRUE(BytesOf(kept) == present);
     EXPECT_TRUE(BytesOf(kept + "-wal") == log);

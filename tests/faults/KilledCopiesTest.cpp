@@ -2,10 +2,10 @@
 #include "data/Archives.h"
 #include "faults/FolderContent.h"
 #include "faults/SmallDisk.h"
-#include "platform/basic/RuntimeError.h"
 #include "support/Globals.h"
 #include "support/KillAtEachStep.h"
 #include "support/OtherProgram.h"
+#include "support/Printing.h"
 #include "support/ScriptedDesk.h"
 
 #include <QDateTime>
@@ -36,20 +36,6 @@ protected:
     void DateCopy() const { tests::DateFile(copy, Yesterday); }
 
     void Run(const char* sql) const { ASSERT_EQ(tests::OtherProgram(database).Run(sql), SQLITE_OK) << sql; }
-
-    /// Leaves the log of a program that dies beside the database.
-    void LeaveLog() const
-    {
-        tests::FolderContent content;
-        {
-            tests::OtherProgram program(database);
-            program.Run("insert into Actes (Type) values ('K2')");
-            content = tests::ContentOf(practice.Folder());
-        }
-        content.erase("ZEP_ONE.MDB-shm");
-        content.erase("ARCHIVES/ZEP_ONE.MDB");
-        tests::WriteContent(practice.Folder(), content);
-    }
 
     QStringList Archives(const QString& pattern) const
     {
@@ -98,7 +84,7 @@ TEST_F(KilledCopies, LeaveTheOldOrTheNewPracticeInARestoration)
     for (const bool hasLog : {false, true}) {
         SCOPED_TRACE(hasLog);
         if (hasLog)
-            LeaveLog();
+            tests::ChangeInLog(database, "insert into Actes (Type) values ('K2')");
         const QByteArray before = BytesOf(database);
         tests::KillAtEachStep(
             {.folder = practice.Folder(),
@@ -120,18 +106,8 @@ TEST_F(KilledCopies, LeaveTheOldOrTheNewPracticeInARestoration)
 
 TEST_F(KilledCopies, ChangeNothingOnAFullDisk)
 {
-    const auto fails = [](const std::function<void()>& work) {
-        try {
-            work();
-            return false;
-        } catch (const basic::RuntimeError& error) {
-            EXPECT_EQ(error.Code(), basic::Error::DiskFull);
-            EXPECT_TRUE(error.Description().contains('/')) << "the folder isn't named";
-            return true;
-        }
-    };
     const FolderContent withoutLog = tests::ContentOf(practice.Folder());
-    LeaveLog();
+    tests::ChangeInLog(database, "insert into Actes (Type) values ('K2')");
     const FolderContent withLog = tests::ContentOf(practice.Folder());
 
     constexpr int points = 20;
@@ -145,8 +121,10 @@ TEST_F(KilledCopies, ChangeNothingOnAFullDisk)
                 return false;
             tests::WriteContent(practice.Folder(), start);
             DateCopy();
-            if (!fails(work))
+            const QString error = Raised(work);
+            if (error.isEmpty())
                 return true;
+            EXPECT_TRUE(error.startsWith("61: ") && error.contains('/')) << "the folder isn't named";
             ++failed;
             FolderContent left = tests::ContentOf(practice.Folder());
             left.erase("ZEP_ONE.MDB-shm");

@@ -10,7 +10,6 @@
 #include "support/ScriptedDesk.h"
 
 #include <QDir>
-#include <QtEndian>
 #include <unistd.h>
 
 namespace {
@@ -33,24 +32,40 @@ QString State(const QString& database)
         "(select count(*) from sqlite_schema where name = 'Actes_Mois')");
 }
 
-/// Overwrites the first page below the root of an index.
-void DestroyLeaf(const QString& database, const char* index)
-{
-    constexpr qint64 pageSize = 4096;
-    const QString root = QString("select rootpage from sqlite_schema where name = '%1'").arg(index);
-    const qint64 page = pageSize * (tests::OtherProgram(database).Answer(qPrintable(root)).toInt() - 1);
-    QByteArray bytes = tests::BytesOf(database);
-    constexpr qint64 firstCell = 12; // its place in the page, where the number of the page below is
-    const qint64 cell = page + qFromBigEndian<quint16>(bytes.constData() + page + firstCell);
-    const qint64 below = pageSize * (qFromBigEndian<quint32>(bytes.constData() + cell) - 1);
-    tests::WriteFile(database, bytes.replace(below, pageSize, QByteArray(pageSize, '\xA5')));
-}
-
 /// Leaves the practice to other processes.
 void CloseAll(tests::Practice& practice)
 {
     practice.Open();
     tests::ResetGlobals();
+}
+
+/// Repairs until a practice has its sound state; its copies have the spoilt one.
+template <class StateOf>
+void KillRepairs(const tests::Practice& practice, StateOf stateOf, const QString& sound, const QString& mayStay = {})
+{
+    const QString database = practice.File("ZEP_ONE.MDB"), spoilt = stateOf(database);
+    ASSERT_NE(spoilt, sound);
+    tests::KillAtEachStep({.folder = practice.Folder(),
+                           .work =
+                               [&](const tests::Play::Done&) {
+                                   if (stateOf(database) != sound)
+                                       practice::RepairPractice(practice.Folder(), Moment);
+                                   EXPECT_FALSE(QFile::exists(database + ".part"));
+                               },
+                           .state = [&] { return stateOf(database); },
+                           .allowed =
+                               [&](int) {
+                                   return QStringList{spoilt, sound};
+                               },
+                           .check =
+                               [&](const QString& left) {
+                                   const QDir archives(practice.File("ARCHIVES"));
+                                   const QStringList copies = archives.entryList({"*.MDB"});
+                                   EXPECT_TRUE(left != sound || !copies.isEmpty());
+                                   for (const QString& copy : copies)
+                                       EXPECT_EQ(stateOf(archives.filePath(copy)), spoilt);
+                               },
+                           .mayStay = mayStay});
 }
 
 } // namespace
@@ -62,25 +77,7 @@ TEST(KilledRepair, LeavesThePracticeAsItWasOrMended)
     CloseAll(practice);
     const QString database = practice.File("ZEP_ONE.MDB");
     ASSERT_EQ(tests::OtherProgram(database).Run(Spoilt), SQLITE_OK);
-    const QString spoilt = "0/3000/0", mended = "3000/0/1";
-
-    tests::KillAtEachStep({.folder = practice.Folder(),
-                           .work =
-                               [&](const tests::Play::Done&) {
-                                   if (State(database) != mended)
-                                       practice::RepairPractice(practice.Folder(), Moment);
-                               },
-                           .state = [&] { return State(database); },
-                           .allowed =
-                               [&](int) {
-                                   return QStringList{spoilt, mended};
-                               },
-                           .check =
-                               [&](const QString&) {
-                                   const QDir archives(practice.File("ARCHIVES"));
-                                   for (const QString& copy : archives.entryList({"*.MDB"}))
-                                       EXPECT_EQ(State(archives.filePath(copy)), spoilt);
-                               }});
+    KillRepairs(practice, State, "3000/0/1");
 }
 
 TEST(KilledRepair, LeavesThePracticeAsItWasOrMadeAnew)
@@ -93,35 +90,12 @@ TEST(KilledRepair, LeavesThePracticeAsItWasOrMadeAnew)
     practice::RepairPractice(practice.Folder(), Moment);
     ASSERT_TRUE(QDir(practice.File("ARCHIVES")).removeRecursively());
     tests::OtherProgram(database).Run("pragma journal_mode = delete");
-    DestroyLeaf(database, "Actes_Mois");
+    tests::DestroyLeaves(database, "Actes_Mois", {0});
     const auto state = [](const QString& file) {
         return tests::OtherProgram(file).Answer("select sum(montant) from Actes not indexed") + " " +
                tests::OtherProgram(file).Answer("pragma integrity_check(1)").left(2);
     };
-    const QString destroyed = state(database), sound = "4501500.0 ok";
-    ASSERT_NE(destroyed, sound);
-
-    tests::KillAtEachStep({.folder = practice.Folder(),
-                           .work =
-                               [&](const tests::Play::Done&) {
-                                   if (state(database) != sound)
-                                       practice::RepairPractice(practice.Folder(), Moment);
-                                   EXPECT_FALSE(QFile::exists(database + ".part"));
-                               },
-                           .state = [&] { return state(database); },
-                           .allowed =
-                               [&](int) {
-                                   return QStringList{destroyed, sound};
-                               },
-                           .check =
-                               [&](const QString& left) {
-                                   const QDir archives(practice.File("ARCHIVES"));
-                                   const QStringList copies = archives.entryList({"*.MDB"});
-                                   EXPECT_TRUE(left != sound || !copies.isEmpty());
-                                   for (const QString& copy : copies)
-                                       EXPECT_EQ(state(archives.filePath(copy)), destroyed);
-                               },
-                           .mayStay = "ZEP_ONE"});
+    KillRepairs(practice, state, "4501500.0 ok", "ZEP_ONE");
 }
 
 TEST(CheckedPractice, StaysAsItIsWhileTheProgramHasItOpen)

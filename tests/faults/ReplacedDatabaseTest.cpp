@@ -23,15 +23,20 @@ struct Replacement {
     void (*replace)(const QString& file, const QByteArray& yesterday);
 };
 
+void PrintTo(const Replacement& replacement, std::ostream* output)
+{
+    *output << replacement.name;
+}
+
 const Replacement Replacements[] = {
-    {"Overwriting", [](const QString& file, const QByteArray& bytes) { tests::WriteFile(file, bytes); }}, // as cp does
-    {"Renaming",
+    {"overwritten", [](const QString& file, const QByteArray& bytes) { tests::WriteFile(file, bytes); }}, // as cp does
+    {"renamed over",
      [](const QString& file, const QByteArray& bytes) {
          tests::WriteFile(file + ".new", bytes);
          ASSERT_EQ(::rename(QFile::encodeName(file + ".new").constData(), QFile::encodeName(file).constData()), 0);
      }},
-    {"Moving", [](const QString& file, const QByteArray&) { ASSERT_TRUE(QFile::rename(file, file + ".moved")); }},
-    {"Deleting", [](const QString& file, const QByteArray&) { ASSERT_TRUE(QFile::remove(file)); }},
+    {"moved away", [](const QString& file, const QByteArray&) { ASSERT_TRUE(QFile::rename(file, file + ".moved")); }},
+    {"deleted", [](const QString& file, const QByteArray&) { ASSERT_TRUE(QFile::remove(file)); }},
 };
 
 /// A working day during which a user restores yesterday's copy by hand.
@@ -68,8 +73,7 @@ protected:
 
 } // namespace
 
-INSTANTIATE_TEST_SUITE_P(By, ReplacedDatabase, testing::ValuesIn(Replacements),
-                         [](const auto& replacement) { return std::string(replacement.param.name); });
+INSTANTIATE_TEST_SUITE_P(By, ReplacedDatabase, testing::ValuesIn(Replacements));
 
 TEST_P(ReplacedDatabase, IsNeitherMixedWithTheLogNorArchived)
 {

@@ -1,8 +1,8 @@
 #pragma once
 
-#include <QString>
+#include "support/Files.h"
 
-#include <gtest/gtest.h>
+#include <QtEndian>
 #include <sqlite3.h>
 
 namespace tests {
@@ -39,5 +39,37 @@ public:
 private:
     sqlite3* database = nullptr;
 };
+
+/// Makes a change that is in the log alone, as after a power cut.
+inline void ChangeInLog(const QString& path, const char* sql)
+{
+    QByteArray file;
+    QByteArray log;
+    {
+        OtherProgram other(path);
+        ASSERT_EQ(other.Run("pragma journal_mode = wal"), SQLITE_OK);
+        ASSERT_EQ(other.Run(sql), SQLITE_OK);
+        file = BytesOf(path);
+        log = BytesOf(path + "-wal");
+    }
+    WriteFile(path, file);
+    WriteFile(path + "-wal", log);
+}
+
+/// Overwrites pages below the root of a table or index.
+inline void DestroyLeaves(const QString& path, const QString& tree, const QList<int>& leaves)
+{
+    constexpr qsizetype pageSize = 4096;
+    constexpr int cells = 12; // their places in the page, where the numbers of the pages below are
+    const QString root = "select rootpage from sqlite_schema where name = '" + tree + "'";
+    const qsizetype page = pageSize * (OtherProgram(path).Answer(qPrintable(root)).toInt() - 1);
+    QByteArray bytes = BytesOf(path);
+    for (const int leaf : leaves) {
+        const qsizetype cell = page + qFromBigEndian<quint16>(bytes.constData() + page + cells + 2 * leaf);
+        const qsizetype below = qFromBigEndian<quint32>(bytes.constData() + cell);
+        bytes.replace(pageSize * (below - 1), pageSize, QByteArray(pageSize, '\xA5'));
+    }
+    WriteFile(path, bytes);
+}
 
 } // namespace tests

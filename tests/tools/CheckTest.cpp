@@ -184,6 +184,8 @@ TEST_F(PracticeCheck, NamesMissingAndDamagedFiles)
     EXPECT_EQ(Check(), QStringList());
     Write(folder.filePath("ZEP_CFIG.CFG"), QByteArray(configuration).replace(access, 2, QByteArray("\x00\x40", 2)));
     EXPECT_EQ(Check(), QStringList("  ERREUR : ZEP_CFIG.CFG : la valeur d'accès 16384 ne donne aucun code d'accès."));
+    Write(folder.filePath("ZEP_CFIG.CFG"), QByteArray(configuration).replace(access, 2, "\xFF\xBF"));
+    EXPECT_EQ(Check(), QStringList("  ERREUR : ZEP_CFIG.CFG : la valeur d'accès -16385 ne donne aucun code d'accès."));
 
     ASSERT_TRUE(QFile::resize(folder.filePath("ZEP_CFIG.CFG"), 1000));
     ASSERT_TRUE(QFile::remove(folder.filePath("ZEP_R1.RPT")));

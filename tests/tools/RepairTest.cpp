@@ -2,7 +2,6 @@
 
 #include "tools/SmallOffice.h"
 
-#include <QtEndian>
 #include <sys/stat.h>
 
 namespace {
@@ -38,20 +37,10 @@ protected:
         }
         return rows;
     }
-    /// Overwrites pages below the root of a table or index.
     void DestroyLeaves(const QString& name, const QList<int>& leaves) const
     {
         Run("pragma journal_mode = delete");
-        QByteArray bytes = BytesOf(File());
-        const QString root = "select rootpage from sqlite_schema where name = '" + name + "'";
-        const qsizetype page = qsizetype{PageSize} * (Answer(qPrintable(root)).toInt() - 1);
-        constexpr int cells = 12; // their places in the page, where the numbers of the pages below are
-        for (const int leaf : leaves) {
-            const qsizetype cell = page + qFromBigEndian<quint16>(bytes.constData() + page + cells + 2 * leaf);
-            const qsizetype below = qFromBigEndian<quint32>(bytes.constData() + cell);
-            bytes.replace(PageSize * (below - 1), PageSize, QByteArray(PageSize, '\xA5'));
-        }
-        Write(File(), bytes);
+        tests::DestroyLeaves(File(), name, leaves);
     }
     static constexpr int PageSize = 4096;
     void RemoveCopies() const

@@ -43,21 +43,7 @@ protected:
         tests::OtherProgram other(File());
         EXPECT_EQ(other.Run(sql), SQLITE_OK) << sql;
     }
-    /// Makes a change that is in the log alone, as after a power cut.
-    void ChangeInLog(const char* sql) const
-    {
-        QByteArray file;
-        QByteArray log;
-        {
-            tests::OtherProgram other(File());
-            ASSERT_EQ(other.Run("pragma journal_mode = wal"), SQLITE_OK);
-            ASSERT_EQ(other.Run(sql), SQLITE_OK);
-            file = BytesOf(File());
-            log = BytesOf(File() + "-wal");
-        }
-        Write(File(), file);
-        Write(File() + "-wal", log);
-    }
+    void ChangeInLog(const char* sql) const { tests::ChangeInLog(File(), sql); }
     QString Answer(const char* sql) const { return tests::OtherProgram(File()).Answer(sql); }
 
     void MakeSound() const { Write(File(), sound); }

@@ -61,12 +61,14 @@ TEST_F(OpenedFile, IsResolvedThroughALink)
 
 TEST_F(OpenedFile, IsRefusedWhereAnIndexDisagreesWithItsTable)
 {
-    Other(path).Run("update Actes set montant = montant");
-    Other program(path);
-    program.Run("pragma writable_schema=on");
-    ASSERT_EQ(program.Run("delete from sqlite_schema where type = 'index' and tbl_name = 'Actes' and sql is not null"),
-              SQLITE_OK);
-    EXPECT_EQ(OpeningError(), Error::DamagedDatabase) << "pages that nothing leads to";
+    for (const char* const spoil :
+         {"delete from sqlite_schema where type = 'index' and tbl_name = 'Actes' and sql is not null",
+          "update sqlite_schema set sql = 'CREATE INDEX Actes_Date_Presta ON Actes (num_presta, Date)' "
+          "where name = 'Actes_Date_Presta'"}) {
+        WriteFile(path, sound);
+        Other(path).Run((std::string("pragma writable_schema = on; ") + spoil).c_str());
+        EXPECT_EQ(OpeningError(), Error::DamagedDatabase) << spoil;
+    }
 }
 
 TEST_F(OpenedFile, IsNotChangedByReadOnlyAccess)

@@ -5,6 +5,7 @@
 
 #include <QApplication>
 #include <QMessageBox>
+#include <QProgressBar>
 #include <QTest>
 #include <QTimer>
 #include <gtest/gtest.h>
@@ -95,6 +96,17 @@ TEST_F(RealDesk, ShowsAScreenUntilItIsUnloaded)
     sheet.loading = [&] { sheet.Unload(); };
     desk.ShowModal(sheet); // returns at once
     EXPECT_FALSE(sheet.isVisible());
+}
+
+TEST_F(RealDesk, ShowsHowFarTheWorkIs)
+{
+    const auto notice = desk.Wait("Copie");
+    const auto* bar = QApplication::activeModalWidget()->findChild<QProgressBar*>();
+    EXPECT_TRUE(QTest::qWaitFor([&] { // it is painted anew at intervals
+        notice->Advance(3, 7);
+        return bar->value() == 3;
+    }));
+    EXPECT_EQ(bar->maximum(), 7);
 }
 
 TEST(RealDeskDeathTest, EndsTheProgramAtOnceWithItsCode)

@@ -90,6 +90,8 @@ TEST(Template, ExplainsSyntaxErrors)
         {With("width_mm = 50", "width_mm = 12,5"), 10, "un nombre s'écrit avec un point : 12.5"},
         {With("width_mm = 50", "width_mm = 50\nchoices = [\"un\",\n\"deux\"\n\n[totals]\nlabel = \"x\""), 11,
          "un crochet ouvert ici n'est fermé nulle part"},
+        {With("width_mm = 50", "width_mm = 50\nchoices = [\"un\","), 11,
+         "un crochet ouvert ici n'est fermé nulle part"},
         {With("width_mm = 50", "width_mm = 50\nchoices = [\"un\" \"deux\"]"), 11, "liste mal écrite"},
         {With("width_mm = 50", "width_mm = 50\nblank_zero = oui"), 11, "oui s'écrit true"},
         {With("heading = \"Nom\"", "heading = Nom"), 8, "un texte se met entre guillemets : \"Nom\""},
