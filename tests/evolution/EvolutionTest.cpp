@@ -161,11 +161,12 @@ TEST_F(EvolutionScreen, PrintsThePageShown)
     EXPECT_EQ(core::ReportName, "ZEP_EVO1.RPT");
     EXPECT_EQ(Scratch().mid(9), QStringList({"avr. 2008|300|300|0|0|-300|-|1", "mai 2008|1200|310|890|40|-310|-|1",
                                              "juin 2008|500|300|200|0|-201|-|2"}));
-    EXPECT_EQ(
-        Headings(),
-        QStringList("Évolution, juillet 2007 à juin 2008|Charges : la charge par jour d'aujourd'hui, 10.00 DA, pour "
-                    "chaque jour de tous les mois. Les dépenses n'entrent pas dans le net. Les mois avant juin 2007, où rien n'est enregistré, ne sont pas dessinés.|Aucune recette et aucune dépense, juillet 2007 à juin "
-                    "2008"));
+    EXPECT_EQ(Headings(),
+              QStringList(
+                  "Évolution, juillet 2007 à juin 2008|Charges : la charge par jour d'aujourd'hui, 10.00 DA, pour "
+                  "chaque jour de tous les mois. Les dépenses n'entrent pas dans le net. Les mois avant juin 2007, où "
+                  "rien n'est enregistré, ne sont pas dessinés.|Aucune recette et aucune dépense, juillet 2007 à juin "
+                  "2008"));
 
     screen.SSTab1.setCurrentIndex(Evolution::ServicesPage);
     tests::ExpectPreview(desk, "Évolution, juillet 2007 à juin 2008, par unité");

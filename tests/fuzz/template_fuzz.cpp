@@ -18,6 +18,11 @@ pages::Content RowsFor(const pages::Template& design, int rows)
     pages::Content content;
     for (const pages::Column& column : design.columns)
         content.rows.fields << column.field;
+    if (design.chart) {
+        content.rows.fields << design.chart->labelField;
+        for (const pages::ChartDesign::Series& series : design.chart->series)
+            content.rows.fields << series.field;
+    }
     if (design.group) {
         content.rows.fields << design.group->field;
         for (const QString& text : {design.group->heading, design.group->subtotal})
@@ -58,6 +63,9 @@ void CheckPage(const pages::Page& page)
     }
     for (const QRectF& shade : page.shades)
         check(shade, "shade");
+    for (const pages::Shape& shape : page.shapes)
+        for (const QPointF& point : shape.points)
+            check({point, QSizeF(0, 0)}, "shape");
 }
 
 /// Lays out all pages for this many rows; returns the number of pages.

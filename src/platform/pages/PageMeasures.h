@@ -16,10 +16,15 @@ inline constexpr double SpaceAboveEnding = 6;
 inline constexpr double EndingWidth = 90;
 inline constexpr double FooterHeight = 8;
 inline constexpr double FooterPoints = 8;
+inline constexpr double ChartPoints = 8;
+inline constexpr double ChartGap = 2; ///< between the parts of a chart
+inline constexpr double SmallestChart = 40;
 
 constexpr double LineHeight(double points)
 {
     return points * PerPoint * LineSpacing;
 }
+
+inline constexpr double ChartLine = LineHeight(ChartPoints);
 
 } // namespace pages::measures

@@ -8,7 +8,8 @@ namespace {
 
 constexpr double StrongLine = 0.35;
 constexpr double ThinLine = 0.1;
-constexpr double SmallestChart = 60;
+constexpr double LowestFittedChart = 60;
+constexpr int MostLabels = 400; ///< of a chart; further rows aren't drawn
 
 void AddRule(Page& page, double left, double right, double top, double thickness, bool faint = false)
 {
@@ -55,13 +56,14 @@ Chart PageLayout::MakeChart() const
                 .note = Filled(design.chart->note, 0).text,
                 .emptyText = Filled(design.chart->emptyText, 0).text,
                 .across = design.chart->across};
+    const int rows = std::min(content.rows.RowCount(), MostLabels);
     const auto cell = [this](int row, std::size_t field) { return content.rows.Cell(row, content.chartFields[field]); };
-    for (int row = 0; row < content.rows.RowCount(); ++row)
+    for (int row = 0; row < rows; ++row)
         chart.labels << CellText({}, cell(row, 0));
     for (std::size_t series = 0; series < static_cast<std::size_t>(design.chart->series.size()); ++series) {
         const ChartDesign::Series& designed = design.chart->series[static_cast<qsizetype>(series)];
         ChartSeries read{designed.heading, designed.kind};
-        for (int row = 0; row < content.rows.RowCount(); ++row) {
+        for (int row = 0; row < rows; ++row) {
             const store::Value& value = cell(row, series + 1);
             read.values.push_back(value.IsNull() ? std::nullopt : std::optional(NumberIn(value)));
         }
@@ -79,7 +81,7 @@ double PageLayout::AddDesignedChart(Page& page, double top, int index) const
     double rows = ColumnHeadsHeight() + measures::SpaceBelowHeading;
     for (const Block& block : blocks)
         rows += HeightOf(block);
-    const double room = std::max(BodyBottom() - top - rows, SmallestChart);
+    const double room = std::max(BodyBottom() - top - rows, LowestFittedChart);
     const double height = ChartHeight(chart, std::min(design.chart->height, room));
     AddChart(page, chart, {design.left, top, design.BodyWidth(), height});
     return top + height + measures::SpaceBelowHeading;

@@ -1,6 +1,7 @@
 #include "platform/pages/Template.h"
 
 #include "platform/pages/LogoFile.h"
+#include "platform/pages/PageMeasures.h"
 #include "platform/pages/TomlTable.h"
 
 #include <QDir>
@@ -183,7 +184,7 @@ void Reader::ReadChart(TomlTable chart)
 {
     ChartDesign read;
     read.line = chart.Line();
-    read.height = chart.Number("height_mm", read.height, 30, 400);
+    read.height = chart.Number("height_mm", read.height, measures::SmallestChart, 400);
     read.labelField = chart.RequiredText("label");
     read.unit = chart.Text("unit");
     read.note = chart.TextWithPlaceholders("note", placeholders);
