@@ -33,6 +33,7 @@ qint64 HighestLineEver(const dao::DirectStatements& direct)
 Feed::Feed(const QString& folder, const FeedOptions& feedOptions)
     : practice(folder), direct(practice.Database()), options(feedOptions)
 {
+    direct.Run("pragma temp.cache_size=-65536"); // in KiB: the rows of a large source
     if (!HasFeedTables(direct))
         throw RuntimeError::Described(basic::Error::Locked,
                                       "Le cabinet est d'une version plus ancienne et n'a pas pu être mis à jour "
