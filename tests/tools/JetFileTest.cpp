@@ -102,8 +102,8 @@ TEST(JetFile, RefusesAFileThatIsCutOffAnywhere)
     EXPECT_EQ(OldCopy(whole).ReadActs(), std::nullopt);
     for (const int length : {0, 10})
         EXPECT_EQ(OldCopy(whole.first(length)).ReadActs(), Error::UnrecognizedFormat) << length;
-    // Within a page, and at the end of one: before the tables, within the acts.
-    for (const int length : {24, 4096, 8192, 40960, 200000, 204800, 483327})
+    // Within a page, and at the end of one: before the tables, within the acts, after the last row.
+    for (const int length : {24, 4096, 8192, 40960, 200000, 204800, 479232, 483327})
         EXPECT_EQ(OldCopy(whole.first(length)).ReadActs(), Error::DamagedDatabase) << length;
 }
 
