@@ -107,6 +107,15 @@ TEST(JetFile, RefusesAFileThatIsCutOffAnywhere)
         EXPECT_EQ(OldCopy(whole.first(length)).ReadActs(), Error::DamagedDatabase) << length;
 }
 
+TEST(JetFile, RefusesATableThatCountsMoreRowsThanItHas)
+{
+    constexpr qsizetype definitionOfActs = 24 * 4096;
+    QByteArray bytes = UsualBytes();
+    ASSERT_EQ(bytes.mid(definitionOfActs + 16, 2), "\xD0\x07"); // 2000
+    bytes[definitionOfActs + 16] = '\xD1';
+    EXPECT_EQ(OldCopy(bytes).ReadActs(), Error::DamagedDatabase);
+}
+
 TEST(JetFile, SurvivesRandomBytes)
 {
     const QByteArray whole = UsualBytes();
