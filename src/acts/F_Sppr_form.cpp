@@ -22,7 +22,7 @@ void F_Sppr::BuildForm()
     Grid1.SetUsualRows(20);
     Combo1.setAccessibleName("Règlement");
     Text1.setAccessibleName("Autre date");
-    Dress(Image2[Accept], "accept", "Valider");
+    Dress(Image2[Accept], "accept", "Valider", Command::Accept);
     Dress(Image2[Cancel], "cancel", "Annuler");
 
     Inside(SSFrame1, Column{

@@ -14,8 +14,8 @@ void New_Act::NamePictures()
 {
     Dress(Image1[DayBefore], "previous", "Jour précédent", Command::Previous);
     Dress(Image1[DayAfter], "next", "Jour suivant", Command::Next);
-    Dress(Image1[LeaveSheet], "quit", "Quitter", Command::Leave);
-    Dress(Image1[LeaveDisplay], "quit", "Quitter", Command::Leave);
+    Dress(Image1[LeaveSheet], "quit", "Quitter", {Command::Leave, Command::Accept});
+    Dress(Image1[LeaveDisplay], "quit", "Quitter", {Command::Leave, Command::Accept});
     Dress(Image1[Toggle], "archive", "Archiver ou remettre l'acte choisi (Entrée)");
     Dress(Image1[PickDay], "calendar", "Choisir une date", Command::ChooseDate);
     Image1[Toggle].SetCaption("Acte");

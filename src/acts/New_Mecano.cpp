@@ -175,8 +175,8 @@ void New_Mecano::ShowDuration()
         return;
     }
     const int minutes = Product(days, SecondsPerDay) / 60;
-    const QString hours = minutes >= 60 ? Str(minutes / 60) + " h" : QString();
-    EstimatedDuration.setText(hours + Str(minutes % 60) + " mn");
+    const int hours = minutes / 60;
+    EstimatedDuration.setText((hours > 0 ? Str(hours) + " h" : QString()) + Str(minutes % 60) + " mn");
     if (days == 1 || days == 2)
         EstimatedDuration.setText("1 mn");
 }

@@ -24,7 +24,7 @@ void ShowAsValue(Label& label)
 void New_Mecano::BuildForm()
 {
     setAccessibleName("Actualisation");
-    Dress(Image1[Run], "accept", "Lancer l'actualisation");
+    Dress(Image1[Run], "accept", "Lancer l'actualisation", Command::Accept);
     Dress(Image1[Cancel], "cancel", "Annuler", Command::Leave);
     Dress(Image1[CloseReminder], "back", "Fermer le rappel des dates");
     Dress(Image1[CloseEstimate], "back", "Fermer la durée approximative");

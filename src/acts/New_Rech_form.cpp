@@ -42,7 +42,7 @@ void New_Rech::BuildCriteria()
     Text2[LastName].setPlaceholderText("Début du nom");
     Text2[FirstName].setPlaceholderText("Début du prénom");
     for (const int accept : {FindNumber, FindNames}) {
-        Dress(Image2[accept], "accept", "Rechercher");
+        Dress(Image2[accept], "accept", "Rechercher", Command::Accept);
         Dress(Image2[accept + 1], "cancel", "Annuler");
     }
     criteria.setProperty("floating", true);

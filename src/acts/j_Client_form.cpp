@@ -15,7 +15,7 @@ void j_Client::BuildForm()
     setAccessibleName("Patients");
     Dress(Crecettes[Search], "search", " Recherche ", Command::Search);
     Dress(Crecettes[Archive], "archive", " Archiver ");
-    Dress(Crecettes[Quit], "quit", " Quitter ", Command::Leave);
+    Dress(Crecettes[Quit], "quit", " Quitter ", {Command::Leave, Command::Accept});
     for (int action = Archive; action <= Search; ++action)
         Bulle.Attach(Crecettes[action]);
     Grid1.setAccessibleName("Patients");

@@ -16,8 +16,8 @@ void Chrges::BuildForm()
         Text1[total].setReadOnly(true);
         Text1[total].setFocusPolicy(Qt::ClickFocus); // can be copied but is skipped by Tab
     }
-    Dress(Image1[Store], "save", "Enregistrer et quitter");
-    Dress(Image1[Leave], "quit", "Quitter sans enregistrer", Command::Leave);
+    Dress(Image1[Store], "save", "Enregistrer et quitter", {Command::Accept, Command::Leave});
+    Dress(Image1[Leave], "quit", "Quitter sans enregistrer");
 
     const auto line = [this](int charge, const char* caption) {
         return std::pair<QWidget*, QWidget*>(

@@ -22,7 +22,7 @@ void Mens_Act::BuildForm()
     Text1.setAlignment(Qt::AlignCenter);
     Text1.setFixedWidth(ScaledPixelsOf(yearTwips));
     Dress(Image2[Unlock], "edit", "Choisir le mois et l'année", Command::ChooseDate);
-    Dress(Image2[Apply], "accept", "Afficher ce mois", Command::ChooseDate);
+    Dress(Image2[Apply], "accept", "Afficher ce mois", {Command::ChooseDate, Command::Accept});
     Dress(Image3[Previous], "previous", "Mois précédent", Command::Previous);
     Dress(Image3[Next], "next", "Mois suivant", Command::Next);
     Dress(Image1, "quit", "Quitter", Command::Leave);

@@ -37,7 +37,7 @@ void CorrectionPanel::BuildPanel()
     Code.setAccessibleName("Règlement");
     Amount.setAccessibleName("Montant");
     Amount.setPlaceholderText("0");
-    Dress(Image3[Accept], "accept", "Enregistrer la correction");
+    Dress(Image3[Accept], "accept", "Enregistrer la correction", Command::Accept);
     Dress(Image3[Cancel], "cancel", "Annuler");
 
     Inside(*this, Column{

@@ -101,7 +101,7 @@ void Recettes::BuildScopePanel()
     SSOption1[CurrentUnit].setAccessibleDescription("Unité actuelle");
     SSOption1[Nothing].setText("Rien");
     Dress(Image4[Cancel], "cancel", "Annuler");
-    Dress(Image4[Accept], "accept", "Imprimer");
+    Dress(Image4[Accept], "accept", "Imprimer", Command::Accept);
     Inside(SSPanel3, Column{
                          SSOption1[AllUnits],
                          SSOption1[CurrentUnit],

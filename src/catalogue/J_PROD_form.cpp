@@ -15,18 +15,18 @@ void J_PROD::BuildForm()
     const struct {
         Action action;
         const char* icon;
-        Command command;
+        QList<Command> commands;
         QString french;
         QString arabic;
     } actions[] = {
-        {New, "add", Command::New, " Nouveau ", "جـديـد"},
-        {Modify, "edit", Command::Modify, " Modifier ", "مـراجـعة"},
-        {Delete, "delete", Command::Delete, " Supprimer ", "حـذف"},
-        {Quit, "quit", Command::Leave, " Quitter ", "مـغادرة"},
+        {New, "add", {Command::New}, " Nouveau ", "جـديـد"},
+        {Modify, "edit", {Command::Modify}, " Modifier ", "مـراجـعة"},
+        {Delete, "delete", {Command::Delete}, " Supprimer ", "حـذف"},
+        {Quit, "quit", {Command::Leave, Command::Accept}, " Quitter ", "مـغادرة"},
     };
     for (const auto& each : actions) {
         Picture& picture = Crecettes[each.action];
-        Dress(picture, each.icon, each.french, each.command);
+        Dress(picture, each.icon, each.french, each.commands);
         Bulle.Attach(picture,
                      [french = each.french, arabic = each.arabic] { return core::SpeaksFrench() ? french : arabic; });
         RetainSizeWhenHidden(picture);
@@ -36,7 +36,7 @@ void J_PROD::BuildForm()
 
     NameField.setAccessibleName("Dénomination");
     PriceField.setAccessibleName("Prix");
-    Dress(Image2[Accept], "accept", "Enregistrer la prestation");
+    Dress(Image2[Accept], "accept", "Enregistrer la prestation", Command::Accept);
     Dress(Image2[Cancel], "cancel", "Annuler");
     SSPanel3.setProperty("floating", true);
     SSPanel3.setAccessibleName("Saisie d'une prestation");

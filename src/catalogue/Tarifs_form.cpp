@@ -10,8 +10,8 @@ void Tarifs::BuildForm()
 {
     setAccessibleName("Tarifs");
     Dress(Image2[Modify], "edit", "Modifier le tarif choisi", Command::Modify);
-    Dress(Image2[StoreAndQuit], "save", "Enregistrer les tarifs et quitter", Command::Leave);
-    Dress(Image2[AcceptEntry], "accept", "Valider");
+    Dress(Image2[StoreAndQuit], "save", "Enregistrer les tarifs et quitter", {Command::Accept, Command::Leave});
+    Dress(Image2[AcceptEntry], "accept", "Valider", Command::Accept);
     Dress(Image2[CancelEntry], "cancel", "Annuler");
     Grid1.setAccessibleName("Tarifs des actes");
     Grid1.SetNameColumn(Code);

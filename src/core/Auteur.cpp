@@ -3,6 +3,7 @@
 #include "core/configuration.h"
 #include "core/globals.h"
 #include "core/windows.h"
+#include "data/OldDatabase.h"
 #include "data/Practice.h"
 #include "platform/forms/Desk.h"
 #include "platform/forms/Guard.h"
@@ -34,12 +35,9 @@ Auteur::Auteur() : Form("Auteur", "     Explorer .....")
 void Auteur::Form_Load()
 {
     DialogResult = 0;
-    Dir1.SetPath(QDir::currentPath());
     CenterForm(*this);
-    if (File1.count() > 0)
-        Text1.setFocus();
-    else
-        Dir1.setFocus();
+    Dir1.setFocus();
+    Dir1.SetPath(QDir::currentPath());
 }
 
 void Auteur::EscapePressed()
@@ -49,20 +47,21 @@ void Auteur::EscapePressed()
 
 void Auteur::Image1_Click()
 {
-    QString drive = Text2.text().trimmed();
-    if (drive.isEmpty()) {
+    QString typed = Text2.text().trimmed();
+    if (typed.isEmpty()) {
         MsgBox("Indiquez un lecteur ou le chemin d'un dossier.", Icon::Critical, "ATTENTION");
         Text2.setFocus();
         return;
     }
-    if (drive.size() == 1)
-        drive += ":";
-    const QString folder = host::DriveFolder(drive);
-    if (folder.isEmpty()) {
-        MsgBox("Lecteur '" + drive + "' introuvable", Icon::Critical, "ATTENTION");
-        return;
-    }
-    Dir1.SetPath(folder);
+    const bool isPath = typed.contains('/');
+    if (!isPath && typed.size() == 1)
+        typed += ":";
+    const QString folder = isPath ? typed : host::DriveFolder(typed);
+    if (!folder.isEmpty() && QDir(folder).exists())
+        return Dir1.SetPath(folder);
+    MsgBox((isPath ? "Dossier '" : "Lecteur '") + typed + "' introuvable", Icon::Critical, "ATTENTION");
+    Text2.setFocus();
+    Text2.selectAll();
 }
 
 void Auteur::Dir1_Change()
@@ -74,6 +73,8 @@ void Auteur::Dir1_Change()
     Image2[Accept].setVisible(holdsDatabase);
     Text1.setVisible(holdsDatabase);
     hint.setVisible(!holdsDatabase);
+    if (holdsDatabase)
+        Text1.setFocus();
 }
 
 void Auteur::Image2_Click(int index)
@@ -92,6 +93,8 @@ void Auteur::Image2_Click(int index)
         Text1.selectAll();
         return;
     }
+    if (!CheckDatabaseFormat())
+        return;
     DialogResult = ResultAccepted;
     Unload();
 }
@@ -114,6 +117,19 @@ bool Auteur::CheckAccessCode() const
 {
     const basic::Int16 code = basic::Product(StoredAccessValue(), 2);
     return Text1.text().trimmed() == QString::number(code);
+}
+
+bool Auteur::CheckDatabaseFormat() const
+{
+    if (!data::IsOldDatabase(DatabasePath))
+        return true;
+    const auto quoted = [](QString path) { return "'" + path.replace("'", R"('\'')") + "'"; };
+    MsgBox("Cette base est d'un format plus ancien.\nPour en faire un cabinet de ce programme, tapez dans un "
+           "terminal :\n\npractice adopt " +
+               quoted(DataFolder) + " " + quoted(DataFolder + "-nouveau") +
+               "\n\nL'ancien dossier ne change pas. Ouvrez ensuite le nouveau.",
+           Icon::Exclamation, "ATTENTION");
+    return false;
 }
 
 } // namespace core

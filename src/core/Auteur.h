@@ -38,6 +38,8 @@ private:
     bool CheckFolderFiles();
     /// Whether the typed code is the decimal text of twice the stored value. Raises 6 when that exceeds 16 bits.
     bool CheckAccessCode() const;
+    /// Reports a database of the old format, with the command that makes a practice from it.
+    bool CheckDatabaseFormat() const;
 
     forms::Label hint{"LHint"};
 };

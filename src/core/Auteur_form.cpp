@@ -21,7 +21,7 @@ void Auteur::BuildForm()
     Text1.setAccessibleName("Code d'accès");
     Text1.setPlaceholderText("Code d'accès");
     Text1.setFixedWidth(160);
-    Dress(Image2[Accept], "accept", "Ouvrir ce cabinet");
+    Dress(Image2[Accept], "accept", "Ouvrir ce cabinet", Command::Accept);
     Dress(Image2[Cancel], "cancel", "Annuler", Command::Leave);
     RetainSizeWhenHidden(Text1);
     RetainSizeWhenHidden(Image2[Accept]);

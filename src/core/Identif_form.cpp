@@ -13,7 +13,7 @@ void Identif::BuildForm()
     constexpr int width = 416;
     for (int field = 0; field < Identifiers; ++field)
         Text1[field].setMaxLength(field == Identifiers - 1 ? longestLength : usualLength);
-    Dress(Image1[Accept], "accept", "Enregistrer");
+    Dress(Image1[Accept], "accept", "Enregistrer", Command::Accept);
     Dress(Image1[Leave], "quit", "Quitter sans enregistrer", Command::Leave);
     setAccessibleName("Identification");
 

@@ -24,7 +24,7 @@ void PPRT::BuildForm()
     setAccessibleName("Imprimante par défaut");
     Combo1.setAccessibleName("Imprimante");
     Combo1.setMinimumWidth(width);
-    Dress(Image1[Accept], "accept", "Valider");
+    Dress(Image1[Accept], "accept", "Valider", Command::Accept);
     Dress(Image1[Cancel], "cancel", "Annuler", Command::Leave);
     Inside(SSPanel1, Column{Combo1, Row{Item::Stretch(), Image1[Accept], Image1[Cancel]}});
     SetContent(Column{SSPanel1});

@@ -45,7 +45,7 @@ void PeriodChooser::BuildForm()
 {
     setProperty("floating", true);
     for (const int accept : {AcceptDay, AcceptPeriod}) {
-        Dress(Image2[accept], "accept", "Valider");
+        Dress(Image2[accept], "accept", "Valider", Command::Accept);
         Dress(Image2[accept + 1], "cancel", "Annuler");
     }
     AddPage(SSTab2, "Journée",

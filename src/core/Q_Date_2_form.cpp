@@ -76,7 +76,7 @@ Layout Q_Date_2::DaysOfMonth()
 void Q_Date_2::BuildForm()
 {
     setAccessibleName("Calendrier");
-    Dress(Image2[AcceptDay], "accept", "Choisir cette date");
+    Dress(Image2[AcceptDay], "accept", "Choisir cette date", Command::Accept);
     Dress(Image2[CancelDay], "cancel", "Annuler", Command::Leave);
     Dress(Image2[PreviousMonth], "previous", "Mois précédent");
     Dress(Image2[NextMonth], "next", "Mois suivant");

@@ -24,7 +24,7 @@ void EntryPanel::BuildPanel()
     Date.setAccessibleName("Date");
     Object.setAccessibleName("Objet");
     Amount.setAccessibleName("Montant");
-    Dress(Image2[Accept], "accept", "Enregistrer la dépense");
+    Dress(Image2[Accept], "accept", "Enregistrer la dépense", Command::Accept);
     Dress(Image2[Cancel], "cancel", "Annuler");
 
     Inside(*this, Column{

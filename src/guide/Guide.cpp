@@ -104,7 +104,7 @@ QString Guide::PageOf(const QString& screen)
         {"Tarifs", "prestations-et-tarifs.md"},
         {"Recettes", "fin-de-mois.md"},
         {"Mens_Act", "fin-de-mois.md"},
-        {"Chrges", "fin-de-mois.md"},
+        {"Chrges", "charges.md"},
         {"Result", "fin-de-mois.md"},
         {"Preview", "imprimer.md"},
         {"LongReading", "imprimer.md"},

@@ -34,9 +34,9 @@ void Planning::DressPictures()
     Dress(Image1[OpenList], "list", "Rendez-vous de l'unité choisie (Entrée)");
     Dress(Image1[ChooseMonth], "month", "Choisir l'unité et le mois du programme");
     Dress(Image1[Quit], "quit", "Quitter", Command::Leave);
-    Dress(Image5[AcceptDay], "accept", "Valider");
+    Dress(Image5[AcceptDay], "accept", "Valider", Command::Accept);
     Dress(Image5[CancelDay], "cancel", "Annuler");
-    Dress(Image7[AcceptMonth], "accept", "Valider");
+    Dress(Image7[AcceptMonth], "accept", "Valider", Command::Accept);
     Dress(Image7[CancelMonth], "cancel", "Annuler");
     Dress(Image4[OpenPrint], "print", "Imprimer ...", Command::Print);
     Dress(Image4[CloseList], "back", "Retour au planning");

@@ -154,6 +154,37 @@ TEST_F(Opening, NamesTheMissingFile)
     EXPECT_EQ(core::DataFolder, "");
 }
 
+TEST_F(Opening, NamesTheCommandForAnOldDatabaseWhateverItsWorkgroupIs)
+{
+    auto& main = Start();
+    const QString folder = practice.File("l'ancien");
+    QDir().mkpath(folder);
+    QFile::copy(practice.File("ZEP_CFIG.CFG"), folder + "/zep_cfig.cfg");
+    for (const auto& [name, bytes] : {std::pair("zep_one.mdb", QByteArray("\0\1\0\0Standard Jet DB\0\1\0\0\0", 24)),
+                                      {"SYSTEM.MDW", "another format"}}) {
+        QFile file(folder + "/" + name);
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
+    }
+    const QString quoted = "'" + practice.Folder() + "/l'\\''ancien";
+    desk.WhenModal<Auteur>([&](Auteur& dialog) {
+        dialog.Dir1.SetPath(folder);
+        Type(dialog.Text1, "8");
+        Press(dialog.Text1, Qt::Key_Return); // silence on a wrong code
+        desk.ExpectMessage("Cette base est d'un format plus ancien.\nPour en faire un cabinet de ce programme, tapez "
+                           "dans un terminal :\n\npractice adopt " +
+                               quoted + "' " + quoted +
+                               "-nouveau'\n\nL'ancien dossier ne change pas. Ouvrez ensuite le nouveau.",
+                           Icon::Exclamation, "ATTENTION");
+        dialog.Text1.clear();
+        Type(dialog.Text1, "6");
+        Press(dialog.Text1, Qt::Key_Return);
+        EXPECT_TRUE(dialog.isVisible());
+        Click(dialog.Image2[Auteur::Cancel]);
+    });
+    main.Entry("mnu_aprpos")->trigger();
+    EXPECT_TRUE(main.Entry("mnu_aprpos")->isVisible());
+}
+
 TEST_F(Opening, AcceptsACodeOnlyInTheFolderOfADatabase)
 {
     practice.Open();
@@ -180,16 +211,25 @@ TEST_F(Opening, AcceptsACodeOnlyInTheFolderOfADatabase)
     Press(dialog.Dir1, Qt::Key_Up); // the folder above, by Enter
     Press(dialog.Dir1, Qt::Key_Return);
     EXPECT_EQ(dialog.Dir1.Path(), practice.Folder());
-    Type(dialog.Text2, "/");
-    Press(dialog.Text2, Qt::Key_Return);
-    EXPECT_EQ(dialog.Dir1.Path(), "/");
-    ExpectRefusal("Lecteur 'Z:' introuvable");
-    dialog.Text2.clear();
-    Type(dialog.Text2, "Z"); // a letter alone is a drive
-    Press(dialog.Text2, Qt::Key_Return);
-    dialog.Text2.setText("Q:");
-    ExpectRefusal("Lecteur 'Q:' introuvable");
-    Click(dialog.Image1);
+    EXPECT_TRUE(dialog.Text1.hasFocus());
+    const struct {
+        QString typed, path, refusal;
+    } rows[] = {{"/", "/", ""},
+                {"Z", "/", "Lecteur 'Z:' introuvable"}, // a letter alone is a drive
+                {"Q:", "/", "Lecteur 'Q:' introuvable"},
+                {practice.Folder(), practice.Folder(), ""},
+                {"/aucun:", practice.Folder(), "Dossier '/aucun:' introuvable"}};
+    for (const auto& row : rows) {
+        dialog.Text2.clear();
+        Type(dialog.Text2, row.typed);
+        if (!row.refusal.isEmpty())
+            ExpectRefusal(row.refusal);
+        Press(dialog.Text2, Qt::Key_Return);
+        EXPECT_EQ(dialog.Dir1.Path(), row.path);
+        EXPECT_EQ(dialog.Text1.hasFocus(), row.path == practice.Folder() && row.refusal.isEmpty())
+            << row.typed.toStdString();
+        EXPECT_EQ(dialog.Text2.hasSelectedText(), !row.refusal.isEmpty()) << row.typed.toStdString();
+    }
 }
 
 TEST_F(Opening, KeepsWorkingWhenQuittingIsDeclined)

@@ -3,6 +3,7 @@
 #include "platform/store/Creation.h"
 #include "platform/store/FileHeader.h"
 #include "platform/store/FileWork.h"
+#include "platform/store/OldSeal.h"
 #include "platform/store/Opening.h"
 #include "platform/store/Seal.h"
 #include "support/OtherProgram.h"
@@ -14,6 +15,7 @@
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
+#include <sys/xattr.h>
 
 using basic::Error;
 
@@ -223,4 +225,30 @@ TEST_F(Restoring, NeverPutsBackDamage)
         EXPECT_EQ(tests::OtherProgram(database).Answer(content), expected) << at;
     }
     EXPECT_EQ(refused, places) << "the seal shows any";
+}
+
+TEST_F(Restoring, KnowsTheSealsOfEarlierVersions)
+{
+    for (const auto& [size, digest] :
+         {std::pair(512, "a772cc84e61fb4eb85e0a310b2c910df"), std::pair(2048, "8f8cfb0ffe0e082972c0424c598a2445"),
+          std::pair(66048, "25b045cfa40d4132f0b20d244f981e9d"), std::pair(511, "")}) {
+        QByteArray bytes(size, '\0');
+        for (int i = 0; i < size; ++i)
+            bytes[i] = char(i % 251 + i / 97);
+        Write(folder + "/pages", bytes);
+        EXPECT_EQ(store::PagesDigestOf(folder + "/pages"), digest);
+    }
+
+    store::RemoveSealed(copy);
+    data::CopyToArchives(folder);
+    QFile::remove(copy + store::SealEnding);
+    const QByteArray seal = store::PagesDigestOf(copy) + "4f";
+    if (::setxattr(store::SystemPath(copy).c_str(), "user.zep.seal", seal.constData(), std::size_t(seal.size()), 0) !=
+        0)
+        GTEST_SKIP() << "no attributes here";
+    EXPECT_EQ(data::ConditionOf(copy).kind, data::CopyCondition::Kind::Whole);
+    QByteArray changed = BytesOf(copy);
+    changed[27] = char(changed[27] + 1); // in the header: the count of changes
+    Write(copy, changed);
+    EXPECT_EQ(data::ConditionOf(copy).kind, data::CopyCondition::Kind::Changed);
 }

@@ -74,7 +74,7 @@ void Bulle::FollowPicture()
 
 QString Bulle::Keys() const
 {
-    return target ? KeyTextOf(target->BoundCommand()) : QString();
+    return target ? target->KeyTexts() : QString();
 }
 
 bool Bulle::eventFilter(QObject* watched, QEvent* event)

@@ -15,6 +15,7 @@ struct CommandKeys {
 
 constexpr CommandKeys KeysByCommand[] = {
     {Command::Help, Qt::Key_F1, "F1"},
+    {Command::Accept, Qt::CTRL | Qt::Key_S, "Ctrl+S"},
     {Command::ChooseDate, Qt::Key_F4, "F4"},
     {Command::Modify, Qt::Key_F2, "F2"},
     {Command::New, Qt::Key_Insert, "Inser"},

@@ -9,6 +9,7 @@ namespace forms {
 enum class Command {
     None,
     Help,
+    Accept, ///< of what is open for entry, else of the screen
     ChooseDate,
     Modify,
     New,

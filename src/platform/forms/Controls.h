@@ -48,7 +48,7 @@ private:
     bool underColumns = false;
 };
 
-/// An icon button with a hover and focus border, an action text (tooltip and accessible name), and a command whose keys
+/// An icon button with a hover and focus border, an action text (tooltip and accessible name), and commands whose keys
 /// click it.
 ///
 /// Focusable by Tab only: a click doesn't move the focus out of an entry field.
@@ -62,13 +62,15 @@ public:
     void SetIcon(const QString& icon);
     /// A word next to the icon; also the accessible name until SetAction is called.
     void SetCaption(const QString& caption);
-    /// The action in the user's words: the accessible name and, with the command's keys, the tooltip, unless the screen
-    /// uses a Bulle.
+    /// The action in the user's words: the accessible name and, with the keys of its commands, the tooltip, unless the
+    /// screen uses a Bulle.
     void SetAction(const QString& action);
     /// As set, including surrounding blanks.
     const QString& Action() const { return action; }
-    void SetCommand(Command command);
-    forms::Command BoundCommand() const { return command; }
+    void SetCommands(const QList<Command>& commands);
+    const QList<Command>& Commands() const { return commands; }
+    /// The keys of all its commands, as shown in tooltips ("Ctrl+S, Ctrl+W").
+    QString KeyTexts() const;
     /// Disables the tooltip: the screen shows the action in its Bulle.
     void LeaveToolTipToBulle();
     void SetBorder(bool single);
@@ -101,14 +103,15 @@ private:
     QString iconName;
     QString action;
     int drawnGeneration = -1; ///< ColourGeneration of the drawing
-    forms::Command command = forms::Command::None;
+    QList<Command> commands;
     bool hasToolTip = true;
     bool border = false;
     bool highlighted = false;
 };
 
-/// Sets a picture's icon, action and command.
-void Dress(Picture& picture, const char* icon, const QString& action, Command command = Command::None);
+/// Sets a picture's icon, action and commands.
+void Dress(Picture& picture, const char* icon, const QString& action, const QList<Command>& commands = {});
+void Dress(Picture& picture, const char* icon, const QString& action, Command command);
 
 /// A push button that Enter clicks only when it has the focus.
 class Button : public QPushButton {

@@ -47,6 +47,15 @@ Control* NextInWindow(QWidget& window, Condition suits)
     return nullptr;
 }
 
+/// Whether a control is on a panel that floats over its screen.
+bool IsOnPanel(const QWidget& control)
+{
+    for (const QWidget* each = control.parentWidget(); each != nullptr; each = each->parentWidget())
+        if (each->property("floating").toBool())
+            return true;
+    return false;
+}
+
 } // namespace
 
 int PixelsOf(double twips)
@@ -233,8 +242,7 @@ void Form::AddCommandKeys()
     };
     std::set<Command> offered;
     for (const Picture* picture : findChildren<Picture*>())
-        offered.insert(picture->BoundCommand());
-    offered.erase(Command::None);
+        offered.insert(picture->Commands().begin(), picture->Commands().end());
     if (Help() && !offered.contains(Command::Help))
         addKeys(Command::Help, [this] { Guarded([this] { Help()(objectName()); }); });
     for (const Command command : offered)
@@ -245,9 +253,13 @@ void Form::AddCommandKeys()
     addKeys(Command::NextPage, [this] { TurnPage(1); });
 }
 
+/// Clicks the picture with a command: one on an open panel, or else the next after the focused control.
 void Form::RunCommand(Command command)
 {
-    auto* picture = NextInWindow<Picture>(*this, [&](const Picture& each) { return each.BoundCommand() == command; });
+    const auto offers = [command](const Picture& each) { return each.Commands().contains(command); };
+    auto* picture = NextInWindow<Picture>(*this, [&](const Picture& each) { return IsOnPanel(each) && offers(each); });
+    if (picture == nullptr)
+        picture = NextInWindow<Picture>(*this, offers);
     if (picture != nullptr)
         picture->click();
 }

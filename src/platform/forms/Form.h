@@ -13,8 +13,8 @@ class Layout;
 /// A screen: a window named after its form. Load runs Form_Load once; Unload closes it.
 ///
 /// Only Unload and the close box close it: Esc calls EscapePressed, Enter clicks only a focused button. The keys of a
-/// command click its picture; the page commands turn the pages of the screen's TabStrip and focus the first table or
-/// entry field of the new page.
+/// command click its picture, first that of an open panel; the page commands turn the pages of the screen's TabStrip
+/// and focus the first table or entry field of the new page.
 class Form : public QDialog {
     Q_OBJECT
 public:

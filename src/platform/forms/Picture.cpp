@@ -54,10 +54,18 @@ void Picture::SetAction(const QString& words)
     DescribeAction();
 }
 
-void Picture::SetCommand(forms::Command NewCommand)
+void Picture::SetCommands(const QList<Command>& newCommands)
 {
-    command = NewCommand;
+    commands = newCommands;
     DescribeAction();
+}
+
+QString Picture::KeyTexts() const
+{
+    QStringList texts;
+    for (const Command command : commands)
+        texts << KeyTextOf(command);
+    return texts.join(", ");
 }
 
 void Picture::LeaveToolTipToBulle()
@@ -68,7 +76,7 @@ void Picture::LeaveToolTipToBulle()
 
 void Picture::DescribeAction()
 {
-    const QString keys = KeyTextOf(command);
+    const QString keys = KeyTexts();
     setAccessibleDescription(keys);
     setToolTip(!hasToolTip      ? QString()
                : keys.isEmpty() ? accessibleName()
@@ -197,11 +205,16 @@ void Picture::keyPressEvent(QKeyEvent* event)
     QAbstractButton::keyPressEvent(event);
 }
 
-void Dress(Picture& picture, const char* icon, const QString& action, Command command)
+void Dress(Picture& picture, const char* icon, const QString& action, const QList<Command>& commands)
 {
     picture.SetIcon(QLatin1String(icon));
     picture.SetAction(action);
-    picture.SetCommand(command);
+    picture.SetCommands(commands);
+}
+
+void Dress(Picture& picture, const char* icon, const QString& action, Command command)
+{
+    Dress(picture, icon, action, QList{command});
 }
 
 } // namespace forms

@@ -101,6 +101,7 @@ Answer QtDesk::Message(const QString& text, Icon icon, const QString& title, But
     box.setIcon(BoxIcon(icon));
     box.setWindowTitle(title);
     box.setText(text);
+    box.setTextInteractionFlags(Qt::TextSelectableByMouse); // a command can be copied
     if (buttons == Buttons::Ok) {
         box.setEscapeButton(box.addButton(QStringLiteral("OK"), QMessageBox::AcceptRole));
         box.exec();

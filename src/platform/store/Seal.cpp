@@ -2,6 +2,7 @@
 
 #include "platform/store/Errors.h"
 #include "platform/store/FileWork.h"
+#include "platform/store/OldSeal.h"
 
 #include <QCryptographicHash>
 #include <QFile>
@@ -60,10 +61,10 @@ SealCheck CheckSeal(const QString& path)
 {
     const QByteArrayList lines = LinesOf(path);
     if (lines.isEmpty())
-        return {};
+        return {StateByAttribute(path), {}};
     const QByteArray digest = DigestOf(path);
     const SealState state = lines.contains(digest)              ? SealState::Intact
-                            : lines.contains(Unsealed + digest) ? SealState::None
+                            : lines.contains(Unsealed + digest) ? StateByAttribute(path)
                                                                 : SealState::Changed;
     return {state, digest};
 }

@@ -82,6 +82,33 @@ TEST_F(Screen, EnterPressesTheFocusedButtonAndACommandItsPictureFromAnyControl)
     EXPECT_EQ(press(Qt::Key_P, Qt::ControlModifier), 4);
 }
 
+TEST_F(Screen, AcceptsWhatIsOpenBeforeTheScreen)
+{
+    using forms::Command;
+    forms::Panel panel{"SSPanel3"};
+    forms::Picture accept{"Image2"}, cancel{"Image3"};
+    auto& sheet = desk.Open<Sheet>([&](Sheet& made) {
+        Dress(made.picture, "save", "Enregistrer et quitter", {Command::Accept, Command::Leave});
+        Dress(accept, "accept", "Valider", Command::Accept);
+        Dress(cancel, "cancel", "Annuler");
+        panel.setProperty("floating", true);
+        forms::Inside(panel, forms::Row{accept, cancel});
+        panel.setParent(&made);
+    });
+    EXPECT_EQ(sheet.picture.toolTip(), "Enregistrer et quitter (Ctrl+S, Ctrl+W)");
+    QSignalSpy ofPanel(&accept, &QAbstractButton::clicked);
+    QSignalSpy ofScreen(&sheet.picture, &QAbstractButton::clicked);
+    panel.show();
+    Press(cancel, Qt::Key_S, Qt::ControlModifier); // comes after the one to accept, before the screen's
+    Press(cancel, Qt::Key_W, Qt::ControlModifier);
+    EXPECT_EQ(ofPanel.count(), 1);
+    EXPECT_EQ(ofScreen.count(), 1);
+    panel.hide();
+    Press(sheet.text, Qt::Key_S, Qt::ControlModifier);
+    EXPECT_EQ(ofScreen.count(), 2);
+    panel.setParent(nullptr);
+}
+
 TEST_F(Screen, OpensInsideTheFreeAreaOfItsScreen)
 {
     const QRect area = forms::Form::OpeningScreen()->availableGeometry();

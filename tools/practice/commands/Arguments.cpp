@@ -49,7 +49,7 @@ void RequireValues(const QStringList& words, std::span<const Option> options)
 QString ReasonOfRefusal(const QCommandLineParser& parser, const QStringList& words)
 {
     if (const QStringList unknown = parser.unknownOptionNames(); !unknown.isEmpty()) {
-        const QString name = unknown.first();
+        const QString& name = unknown.first();
         return QString("option inconnue : %1%2").arg(words.contains("-" + name) ? "-" : "--", name);
     }
     for (const QString& word : words)

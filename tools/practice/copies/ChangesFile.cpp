@@ -1,31 +1,27 @@
 #include "practice/copies/ChangesFile.h"
 
 #include "practice/copies/RowTexts.h"
+#include "practice/output/CsvCell.h"
 
 #include <QTextStream>
 
 namespace practice {
 namespace {
 
-QString CsvField(QString text)
-{
-    return '"' + text.replace('"', "\"\"") + '"';
-}
-
 /// A text as a cell that no spreadsheet takes for a formula.
 QString CsvText(const QString& text)
 {
     const QString shown = text.trimmed(); // blanks don't protect it
     const bool isFormula = !shown.isEmpty() && QStringView(u"=+-@").contains(shown.front());
-    return CsvField(isFormula ? "'" + text : text);
+    return CsvCell(isFormula ? "'" + text : text);
 }
 
 QString CsvValue(const FieldChange& change, const store::Value& value)
 {
     if (value.IsNull())
-        return CsvField({});
+        return CsvCell({});
     const QString text = FieldText(change.field, value);
-    return std::holds_alternative<QString>(value.Raw()) ? CsvText(text) : CsvField(text);
+    return std::holds_alternative<QString>(value.Raw()) ? CsvText(text) : CsvCell(text);
 }
 
 void WriteLines(const TableChanges& table, QTextStream& out)

@@ -75,10 +75,15 @@ void OutputFile::OpenBeside()
         RaiseFailure();
 }
 
-void OutputFile::Complete()
+void OutputFile::Flush()
 {
     if (!device->flush() || device->error() != QFileDevice::NoError)
         RaiseFailure();
+}
+
+void OutputFile::Complete()
+{
+    Flush();
     if (beside == nullptr)
         return;
     const QString temporary = beside->fileName();

@@ -23,6 +23,9 @@ public:
     /// Whether it is the standard output, which then takes nothing else.
     bool IsStandardOutput() const { return isStandardOutput; }
 
+    /// Raises as Complete does when what was written so far hasn't reached the file.
+    void Flush();
+
     /// Gives the file its name; durable on return. Raises 61 when the disk is full, 58 when the name was taken
     /// meanwhile, 75 when writing failed. Without it no file is left.
     void Complete();
