@@ -142,7 +142,7 @@ QStringList TableReader::ReadCells(const CsvRow& row)
 {
     QStringList reasons;
     for (std::size_t column = 0; column < columns; ++column) {
-        if (IsRepeated(column, row))
+        if (fields[column]->kind == FieldKind::Date && IsRepeated(column, row))
             continue;
         ReadValue read = ReadField(*fields[column], row.cells[static_cast<qsizetype>(column)].trimmed());
         const QString problem = mends || !read.problem.isEmpty() ? ProblemOf(column, row, read) : QString();
