@@ -43,6 +43,7 @@ public:
     /// were taken away. Adds a problem for each new row without a field that it must have.
     void Compare(qint64 highestEver, Problems& problems);
     const FeedCounts& Counts() const { return counts; }
+    qint64 Count() const { return staged; }
     /// The number of rows that are here.
     qint64 Known() const { return staged - counts.added - counts.kept; }
     FeedCounts& Counts() { return counts; }
