@@ -127,7 +127,9 @@ TEST(Adopt, NamesWhatItCanNotTakeAndTakesTheRest)
 {
     const OldPractice old("odd");
     QFile::remove(old.Folder() + "/ZEP_ONE.MDB");
-    old.Write("zep_one.mdb", Renamed(BytesOf(tests::OldFile("odd.mdb")), "Sexe", "Sexx"));
+    const QByteArray september = QByteArray::fromHex("0900ea07"); // MM and AA of an act
+    QByteArray database = Renamed(BytesOf(tests::OldFile("odd.mdb")), "Sexe", "Sexx");
+    old.Write("zep_one.mdb", database.replace(database.indexOf(september), 1, "\x08"));
     const CommandRun run = old.Adopt();
     EXPECT_EQ(run.code, 1) << run.errors.toStdString();
     EXPECT_EQ(run.output.section('\n', 0, 9),
