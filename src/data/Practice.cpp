@@ -118,7 +118,9 @@ store::OpeningRules& PracticeRules()
 {
     static store::OpeningRules rules = {
         .keyedTables = {{"Presta", {{"Actes", "num_presta"}, {"Plani", "Num_Presta"}, {"Actes_suppr", "num_presta"}}},
-                        {"Recettes", {}}},
+                        {"Recettes", {}},
+                        {"Actes_suppr", {}}},
+        .addedTables = FeedTables(),
         .summedIndexes = {{.table = "Actes", .index = "Actes_Date_Montant", .date = "Date", .amount = "montant"},
                           {.table = "Recettes", .index = "Recettes_Date", .date = "Date", .amount = "montant"}}};
     return rules;

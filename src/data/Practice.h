@@ -18,9 +18,13 @@ inline const QString WorkspaceUser = QStringLiteral("ADMIN");
 
 /// SQL that creates the tables, indexes and initial rows of a practice.
 QString Schema();
+/// The part of it that creates the tables of the feed, where they are missing.
+QString FeedTables();
+inline const QString KeptSettlements = QStringLiteral("ZEP settlements");
+inline const QString OpenDeletions = QStringLiteral("ZEP deletions");
 
-/// How every database of a practice is opened: the keys of `Presta` and `Recettes` are never reused, and the indexes
-/// from which balances are read are checked. Tests shorten the patience.
+/// How every database of a practice is opened: the keys of `Presta`, `Recettes` and `Actes_suppr` are never reused, and
+/// the indexes from which balances are read are checked. Tests shorten the patience.
 store::OpeningRules& PracticeRules();
 
 /// The eight characters that open the workgroup. Never stored.

@@ -43,8 +43,9 @@ CREATE INDEX Actes_Presta_Date ON Actes (num_presta, Date, montant);   -- counts
 CREATE INDEX Actes_DatePresta ON Actes (date_Presta, num_presta);      -- what was realised of a day's planning
 CREATE INDEX Actes_Mois ON Actes (AA, MM, num_presta);                 -- the monthly situation
 
+-- The highest key that was ever held tells new lines from those that were taken away here.
 CREATE TABLE Actes_suppr (
-    num         INTEGER PRIMARY KEY,
+    num         INTEGER PRIMARY KEY AUTOINCREMENT,
     Date        DATE,
     Heure       TEXT,
     num_patient INTEGER,

@@ -172,6 +172,7 @@ TEST_F(PracticeRepair, MakesANewFileWhereAPageOfAnIndexIsDestroyed)
          {"alter table Prov add column Mt2 REAL DEFAULT 0; insert into Prov (rowid, num, Mt2) values (9, 3, 4.5)",
           "create table Divers (a, b); insert into Divers values (x'00', 'b'), (null, 1.5)",
           "insert into Recettes (num) values (8); delete from Recettes where num = 8",
+          "insert into \"ZEP settlements\" (num, montant, gone) values (2, 1.5, 1)",
           "update Actes_suppr set num_presta = 77; update Permn set RIB = 'x'"})
         Run(sql);
     const QStringList whole = Rows();

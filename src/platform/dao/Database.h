@@ -66,6 +66,7 @@ public:
     void Close();
 
 private:
+    friend class DirectStatements;
     friend class ReadTransaction;
     friend class StagedRows;
     Connection& Open() const;

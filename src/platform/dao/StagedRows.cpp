@@ -1,32 +1,12 @@
 #include "platform/dao/StagedRows.h"
 
-#include "platform/dao/Connection.h"
-
 #include <QFileInfo>
 #include <QRegularExpression>
 #include <algorithm>
 
 namespace dao {
-namespace {
-
-/// A full disk during a statement over temporary tables is that of the temporary files: 61 names their folder.
-template <class Work>
-void InStore(Connection& connection, const Work& work)
-{
-    try {
-        work();
-    } catch (const RuntimeError& error) {
-        const QString folder = error.Code() == Error::DiskFull ? connection.TemporaryFolder() : QString();
-        if (folder.isEmpty())
-            throw;
-        store::RaiseDiskFull(folder);
-    }
-}
-
-} // namespace
-
 StagedRows::StagedRows(const Database& target, const QString& tableName, const QStringList& fields)
-    : connection(target.connection), table(target.Open().FindTable(tableName.toStdString()))
+    : direct(target), table(target.Open().FindTable(tableName.toStdString()))
 {
     if (table == nullptr || table->keyColumn < 0)
         throw RuntimeError(Error::UnknownField);
@@ -39,6 +19,7 @@ StagedRows::StagedRows(const Database& target, const QString& tableName, const Q
     freshRows = "temp." + Quoted("fresh " + table->name);
     changedRows = "temp." + Quoted("changed " + table->name);
     sortedRows = "temp." + Quoted("sorted " + table->name);
+    notedRows = "temp." + Quoted("noted " + table->name);
     MakeStore();
 }
 
@@ -50,23 +31,14 @@ StagedRows::~StagedRows()
 void StagedRows::DropStore() noexcept
 {
     insert.reset();
-    if (!connection->IsOpen())
-        return;
     try {
         if (isFilling)
-            connection->RollBackIfOpen();
-        for (const std::string& rows : {freshRows, changedRows, sortedRows})
-            Run("drop table if exists " + rows);
+            direct.RollBackIfOpen();
+        for (const std::string& rows : {freshRows, changedRows, sortedRows, notedRows})
+            direct.Run("drop table if exists " + rows);
     } catch (const RuntimeError&) {
         // The temporary file goes with the connection.
     }
-}
-
-int StagedRows::Run(const std::string& statement) const
-{
-    int rows = 0;
-    InStore(*connection, [&] { rows = connection->Run(statement); });
-    return rows;
 }
 
 std::string StagedRows::Name(std::size_t field) const
@@ -102,8 +74,8 @@ void StagedRows::MakeStore()
     DropStore();
     std::string definition;
     {
-        Rows described = connection->Select("select name, type, dflt_value from pragma_table_info(?,'main')",
-                                            {QString::fromStdString(table->name)});
+        Rows described = direct.Select("select name, type, dflt_value from pragma_table_info(?,'main')",
+                                       {QString::fromStdString(table->name)});
         for (int column = 0; described.Step(); ++column) {
             definition +=
                 (column == 0 ? "" : ",") + Quoted(described.Row().TextAt(0)) + " " + described.Row().TextAt(1);
@@ -113,7 +85,7 @@ void StagedRows::MakeStore()
                 definition += " default " + initially;
         }
     }
-    Run("create table " + freshRows + " (" + definition + ")");
+    direct.Run("create table " + freshRows + " (" + definition + ")");
 
     std::string names, parameters;
     for (const int column : columns) {
@@ -121,7 +93,7 @@ void StagedRows::MakeStore()
         parameters += parameters.empty() ? "?" : ",?";
     }
     insert = std::make_unique<RepeatedStatement>(
-        connection->Prepare("insert into " + freshRows + " (" + names + ") values (" + parameters + ")"));
+        direct.Prepare("insert into " + freshRows + " (" + names + ") values (" + parameters + ")"));
 }
 
 bool StagedRows::Add(const std::vector<Value>& values)
@@ -129,13 +101,13 @@ bool StagedRows::Add(const std::vector<Value>& values)
     if (values.at(keyField).IsNull())
         throw RuntimeError(Error::NullNotAllowed);
     if (!isFilling) {
-        Run("begin");
+        direct.Run("begin");
         isFilling = true;
     }
     for (std::size_t field = 0; field < columns.size(); ++field)
         insert->Bind(int(field) + 1, store::ToColumn(values.at(field), table->columns[columns[field]].type));
     try {
-        InStore(*connection, [this] { connection->Run(*insert); });
+        direct.Run(*insert);
     } catch (const RuntimeError& error) {
         if (error.Code() == Error::DuplicateKey)
             return false;
@@ -150,20 +122,45 @@ bool StagedRows::Add(const std::vector<Value>& values)
 void StagedRows::Compare()
 {
     if (isFilling)
-        Run("commit");
+        direct.Run("commit");
     isFilling = false;
     insert.reset();
-    Run("begin"); // both statements see the table at one moment
+    direct.Run("begin"); // both statements see the table at one moment
     try {
+        if (!notes.empty())
+            FindNotes();
         SeparateKnownRows();
-        Run("commit");
+        direct.Run("commit");
     } catch (...) {
-        connection->RollBackIfOpen();
+        direct.RollBackIfOpen();
         throw;
     }
     FindChangedFields();
     if (fresh > 0)
         SortFreshRows();
+}
+
+void StagedRows::AlsoNote(const QStringList& fields, const QString& otherTable)
+{
+    if (direct.WholeNumber("select count(*) from main.sqlite_schema where name='" + otherTable.toStdString() + "'") ==
+        0)
+        return; // of an older version, which couldn't be upgraded
+    notes = Quoted(otherTable.toStdString());
+    for (const QString& field : fields)
+        notedFields.push_back(Quoted(field.toStdString()));
+}
+
+void StagedRows::FindNotes()
+{
+    std::string fields, isNoted = "o." + table->key + " is not null";
+    for (const std::string& field : notedFields) {
+        fields += ",s." + field;
+        isNoted += " and o." + field + " is s." + field;
+    }
+    direct.Run("create table " + notedRows + " as select s." + table->key + fields + " from " + freshRows +
+               " s left join main." + notes + " o on o." + table->key + "=s." + table->key + " where not (" + isNoted +
+               ")");
+    noted = int(direct.WholeNumber("select count(*) from " + notedRows));
 }
 
 void StagedRows::SeparateKnownRows()
@@ -175,12 +172,12 @@ void StagedRows::SeparateKnownRows()
         return "s." + Name(field) + " as n" + number + ",t." + Name(field) + " as o" + number + ",not (" +
                IsSame(field) + ") as d" + number;
     });
-    Run("create table " + changedRows + " as select s." + table->key + " as k" + (values.empty() ? "" : ",") + values +
-        " from " + freshRows + " s cross join " + target + " t where t." + table->key + "=s." + table->key +
-        " and not (" + (isSame.empty() ? "1" : isSame) + ")");
-    changed = WholeNumber("select count(*) from " + changedRows);
-    const int known = Run("delete from " + freshRows + " as s where exists (select 1 from " + target + " t where t." +
-                          table->key + "=s." + table->key + ")");
+    direct.Run("create table " + changedRows + " as select s." + table->key + " as k" + (values.empty() ? "" : ",") +
+               values + " from " + freshRows + " s cross join " + target + " t where t." + table->key + "=s." +
+               table->key + " and not (" + (isSame.empty() ? "1" : isSame) + ")");
+    changed = int(direct.WholeNumber("select count(*) from " + changedRows));
+    const int known = direct.Run("delete from " + freshRows + " as s where exists (select 1 from " + target +
+                                 " t where t." + table->key + "=s." + table->key + ")");
     same = known - changed;
     fresh -= known;
 }
@@ -190,7 +187,7 @@ void StagedRows::FindChangedFields()
     isChanged.assign(columns.size(), false);
     if (changed == 0)
         return;
-    Rows differing = connection->Select(
+    Rows differing = direct.Select(
         "select " + ForEachField(",", [](std::size_t field) { return "max(d" + std::to_string(field) + ")"; }) +
         " from " + changedRows);
     differing.Step();
@@ -213,14 +210,8 @@ void StagedRows::SortFreshRows()
     std::string columnsInOrder;
     for (const std::string& column : order)
         columnsInOrder += Quoted(column) + ",";
-    Run("create table " + sortedRows + " as select * from " + freshRows + " order by " + columnsInOrder + table->key);
-}
-
-int StagedRows::WholeNumber(const std::string& select) const
-{
-    Rows answer = connection->Select(select);
-    answer.Step();
-    return int(answer.Row().WholeAt(0));
+    direct.Run("create table " + sortedRows + " as select * from " + freshRows + " order by " + columnsInOrder +
+               table->key);
 }
 
 /// Whether more than a few of the table's rows lie between the fresh ones.
@@ -229,17 +220,17 @@ bool StagedRows::AreAmongOthers(const std::string& leadingColumn) const
     constexpr int freshForEachOther = 10;
     const std::string column = Quoted(leadingColumn);
     const int few = fresh / freshForEachOther;
-    return WholeNumber("select count(*) from (select 1 from main." + Quoted(table->name) + " where " + column +
-                       " between (select min(" + column + ") from " + freshRows + ") and (select max(" + column +
-                       ") from " + freshRows + ") limit " + std::to_string(few + 1) + ")") > few;
+    return direct.WholeNumber("select count(*) from (select 1 from main." + Quoted(table->name) + " where " + column +
+                              " between (select min(" + column + ") from " + freshRows + ") and (select max(" + column +
+                              ") from " + freshRows + ") limit " + std::to_string(few + 1) + ")") > few;
 }
 
 std::vector<std::string> StagedRows::ColumnsOfFirstIndex() const
 {
-    Rows first = connection->Select(
-        "select part.name from pragma_index_info((select name from pragma_index_list(?1,'main') order by "
-        "seq desc limit 1),'main') part where part.name is not null order by part.seqno",
-        {QString::fromStdString(table->name)});
+    Rows first =
+        direct.Select("select part.name from pragma_index_info((select name from pragma_index_list(?1,'main') order by "
+                      "seq desc limit 1),'main') part where part.name is not null order by part.seqno",
+                      {QString::fromStdString(table->name)});
     std::vector<std::string> names;
     while (first.Step())
         names.push_back(first.Row().TextAt(0));
@@ -254,9 +245,9 @@ void StagedRows::MakeIndexes()
     std::vector<std::string> statements;
     const std::string onFreshRows = " on " + freshRows.substr(freshRows.find('.') + 1);
     {
-        Rows indexes = connection->Select("select sql from main.sqlite_schema where type='index' and sql is not null "
-                                          "and tbl_name=? collate nocase",
-                                          {QString::fromStdString(table->name)});
+        Rows indexes = direct.Select("select sql from main.sqlite_schema where type='index' and sql is not null "
+                                     "and tbl_name=? collate nocase",
+                                     {QString::fromStdString(table->name)});
         while (indexes.Step()) {
             QString statement = QString::fromStdString(indexes.Row().TextAt(0));
             if (const QRegularExpressionMatch begins = head.match(statement); begins.hasMatch())
@@ -265,7 +256,7 @@ void StagedRows::MakeIndexes()
         }
     }
     for (const std::string& statement : statements)
-        Run(statement);
+        direct.Run(statement);
 }
 
 std::vector<StagedRows::Difference> StagedRows::Differences(int most) const
@@ -273,9 +264,9 @@ std::vector<StagedRows::Difference> StagedRows::Differences(int most) const
     std::vector<Difference> differences;
     if (changed == 0)
         return differences;
-    Rows rows = connection->Select("select k," +
-                                   ForEachField(",", [](std::size_t field) { return "d" + std::to_string(field); }) +
-                                   " from " + changedRows + " order by k limit " + std::to_string(most));
+    Rows rows =
+        direct.Select("select k," + ForEachField(",", [](std::size_t field) { return "d" + std::to_string(field); }) +
+                      " from " + changedRows + " order by k limit " + std::to_string(most));
     while (rows.Step()) {
         Difference difference{Key(rows.Row().WholeAt(0)), {}};
         int answer = 0;
@@ -301,11 +292,17 @@ bool StagedRows::Write()
             if (isChanged[field]) // an index over none of these fields isn't touched
                 settings += (settings.empty() ? "" : ",") + Name(field) + "=c.n" + std::to_string(field);
         }
-        connection->Change("update main." + target + " set " + settings + " from " + changedRows + " c where " +
-                           target + "." + table->key + "=c.k");
+        direct.Change("update main." + target + " set " + settings + " from " + changedRows + " c where " + target +
+                      "." + table->key + "=c.k");
     }
     if (fresh > 0)
-        connection->Change("insert into main." + target + " select * from " + (isSorted ? sortedRows : freshRows));
+        direct.Change("insert into main." + target + " select * from " + (isSorted ? sortedRows : freshRows));
+    if (noted > 0) {
+        std::string fields = table->key;
+        for (const std::string& field : notedFields)
+            fields += "," + field;
+        direct.Change("insert or replace into main." + notes + " (" + fields + ") select * from " + notedRows);
+    }
     return true;
 }
 
@@ -319,7 +316,7 @@ std::vector<Key> StagedRows::WrittenMeanwhile(int most) const
     if (changed > 0)
         select += " union all select c.k from " + changedRows + " c left join " + target + " t on t." + table->key +
                   "=c.k where t." + table->key + " is null or not (" + isAsBefore + ")";
-    Rows rows = connection->Select(select + " limit " + std::to_string(most));
+    Rows rows = direct.Select(select + " limit " + std::to_string(most));
     std::vector<Key> keys;
     while (rows.Step())
         keys.push_back(Key(rows.Row().WholeAt(0)));

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/dao/Database.h"
+#include "platform/dao/DirectStatements.h"
 
 #include <QStringList>
 #include <functional>
@@ -9,7 +9,6 @@
 
 namespace dao {
 
-class RepeatedStatement;
 class Table;
 
 /// Bulk insert for one table: rows are staged in a temporary table and written together once all are valid.
@@ -27,12 +26,17 @@ public:
     /// key is staged already. Raises what writing a field raises, and 3314 without a key.
     bool Add(const std::vector<Value>& values);
 
+    /// Write also replaces the rows' values of these fields, by key, in another table. Call before Compare.
+    void AlsoNote(const QStringList& fields, const QString& otherTable);
+
     /// Call once after the last Add: separates rows that the table already has. Only the given fields are compared;
     /// blanks around a text don't count, and a blank text equals none.
     void Compare();
     int Fresh() const { return fresh; }     ///< rows whose key the table doesn't have
     int Same() const { return same; }       ///< rows that the table has with the same values
     int Changed() const { return changed; } ///< rows that the table has with other values
+
+    int Noted() const { return noted; } ///< rows of which the other table has other values or nothing
 
     struct Difference {
         Key key = 0;
@@ -53,17 +57,15 @@ private:
     bool AreAmongOthers(const std::string& leadingColumn) const;
     std::vector<std::string> ColumnsOfFirstIndex() const;
     void MakeIndexes();
+    void FindNotes();
     void SeparateKnownRows();
     void FindChangedFields();
     std::string Name(std::size_t field) const;
     std::string IsSame(std::size_t field) const;
     std::string ForEachField(const std::string& separator, const std::function<std::string(std::size_t)>& part) const;
-    int WholeNumber(const std::string& select) const;
-    /// Returns the number of rows changed.
-    int Run(const std::string& statement) const;
     void DropStore() noexcept;
 
-    std::shared_ptr<Connection> connection;
+    DirectStatements direct;
     const Table* table = nullptr;
     std::vector<int> columns; ///< of the fields, in the order of the values
     std::size_t keyField = 0; ///< which of them is the key
@@ -71,6 +73,9 @@ private:
     std::string
         changedRows; ///< k: the key; n0, o0, d0: the first field's new value, old one, whether they differ; and so on
     std::string sortedRows; ///< the fresh rows again, in the order of the table's first index
+    std::string notedRows;  ///< the key and the fields for the other table
+    std::string notes;      ///< the other table, quoted
+    std::vector<std::string> notedFields;
     bool isSorted = false;
     std::vector<bool> isChanged; ///< by field: whether any row has another value
     std::unique_ptr<RepeatedStatement> insert;
@@ -78,6 +83,7 @@ private:
     int fresh = 0;
     int same = 0;
     int changed = 0;
+    int noted = 0;
 };
 
 } // namespace dao

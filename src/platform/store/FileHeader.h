@@ -10,7 +10,7 @@ namespace store {
 
 /// What marks a database as this program's, and the newest version of its tables that this program knows.
 inline constexpr int ApplicationId = 0x5A455031;
-inline constexpr int SchemaVersion = 3;
+inline constexpr int SchemaVersion = 4;
 
 /// The header in the file itself. After an interrupted checkpoint it is valid only together with the log, so a pragma
 /// can't read it from the file.

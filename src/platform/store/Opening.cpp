@@ -118,7 +118,7 @@ Found PrepareForWork(sqlite3* database, Thoroughness thoroughness, bool isChecke
     RunOnce(database, "pragma synchronous=full");
     RunOnce(database, CacheOfSums);
     DefineTextComparison(database);
-    BringUpToDate(database, rules.keyedTables);
+    BringUpToDate(database, rules);
     MarkOpening(database, rules.patience);
     return found;
 }

@@ -30,6 +30,8 @@ struct OpeningRules {
     /// Tables that must never give a key twice. A database of an older version is changed so: the next key is above
     /// every key that the table or a reference to it holds.
     QList<KeyedTable> keyedTables = {};
+    /// SQL that creates tables which a database of an older version lacks.
+    QString addedTables = {};
     /// Checked at the opening of a large database, whose other indexes aren't.
     QList<SummedIndex> summedIndexes = {};
     /// The caller has just checked the content of the file.

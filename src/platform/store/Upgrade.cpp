@@ -64,7 +64,7 @@ void AddAutoincrement(sqlite3* database, const KeyedTable& keyed)
                             others.toStdString());
 }
 
-void ChangeTables(sqlite3* database, const QList<KeyedTable>& tables)
+void ChangeTables(sqlite3* database, const OpeningRules& rules)
 {
     RunOnce(database, "begin immediate");
     const auto rollBack = qScopeGuard([database] {
@@ -73,11 +73,12 @@ void ChangeTables(sqlite3* database, const QList<KeyedTable>& tables)
     });
     if (WholeAnswer(database, "pragma user_version") >= SchemaVersion) // another program was first
         return;
-    for (const KeyedTable& keyed : tables) {
+    for (const KeyedTable& keyed : rules.keyedTables) {
         AddAutoincrement(database, keyed);
         KeepAboveReferences(database, keyed);
     }
     CreateMarks(database);
+    RunScript(database, rules.addedTables.toStdString());
     RunOnce(database, "pragma user_version=" + std::to_string(SchemaVersion));
     RunOnce(database, "commit");
 }
@@ -107,16 +108,16 @@ void KeepAboveReferences(sqlite3* database, const KeyedTable& keyed)
     RaiseNextKey(database, keyed.table, highest);
 }
 
-void BringUpToDate(sqlite3* database, const QList<KeyedTable>& tables)
+void BringUpToDate(sqlite3* database, const OpeningRules& rules)
 {
-    if (tables.isEmpty() || WholeAnswer(database, "pragma user_version") >= SchemaVersion)
+    if (rules.keyedTables.isEmpty() || WholeAnswer(database, "pragma user_version") >= SchemaVersion)
         return;
     // Renaming a table must not rewrite views and triggers.
     sqlite3_db_config(database, SQLITE_DBCONFIG_LEGACY_ALTER_TABLE, 1, nullptr);
     const auto restore =
         qScopeGuard([database] { sqlite3_db_config(database, SQLITE_DBCONFIG_LEGACY_ALTER_TABLE, 0, nullptr); });
     try {
-        ChangeTables(database, tables);
+        ChangeTables(database, rules);
     } catch (const RuntimeError& error) {
         if (error.Code() == Error::DamagedDatabase)
             throw;

@@ -4,6 +4,7 @@
 #include "data/Practice.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/host/Files.h"
+#include "practice/import/ImportTarget.h"
 #include "practice/import/TableReader.h"
 #include "practice/jet/JetFile.h"
 #include "practice/opening/PracticeData.h"
@@ -85,7 +86,7 @@ public:
         result.taken = counts.added + counts.changed + counts.same;
         result.leftOut = rows - result.taken;
         const std::vector<Problem> listed = problems.Sorted();
-        for (const auto& [line, reason] : listed)
+        for (const auto& [line, reason, key] : listed)
             result.losses << QString("%1, %2 : %3.").arg(rule.name, PlaceOf(line), reason);
         result.unlisted = problems.Count() - static_cast<qint64>(listed.size());
         return result;

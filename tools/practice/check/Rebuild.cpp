@@ -39,6 +39,9 @@ public:
         const Structure expected = StructureOf(to);
         for (const Structure::Table& table : StructureOf(from).tables)
             Copy(table, expected.FindTable(table.name), report);
+        const Structure kept{FeedTables(to), {}};
+        for (const Structure::Table& table : FeedTables(from))
+            Copy(table, kept.FindTable(table.name), report);
         KeepNextKeys();
     }
 
@@ -68,7 +71,9 @@ private:
         const TableCopy copy(from, to, table);
         if (copy.IsWhole())
             return true;
-        const bool isScratch = ScratchTables().contains(own.name, Qt::CaseInsensitive);
+        // Without what it keeps, the feed compares each settlement as on the first day.
+        const bool isScratch =
+            ScratchTables().contains(own.name, Qt::CaseInsensitive) || FindTable(own.name) == nullptr;
         if (copy.Copied() == 0 && !isScratch)
             report.refusal = QString("la table %1 est illisible. Reprenez la dernière copie saine.").arg(own.name);
         if (!isScratch)

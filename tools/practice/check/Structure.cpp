@@ -41,6 +41,14 @@ QList<Structure::Field> FieldsOf(const Select& select, const QString& table)
     return fields;
 }
 
+QList<Structure::Table> TablesWhere(const Select& select, const std::string& condition)
+{
+    QList<Structure::Table> found;
+    store::Statement tables = select("select name from sqlite_schema where type = 'table' and " + condition);
+    while (tables.Step())
+        found << Structure::Table{TextOf(tables, 0), FieldsOf(select, TextOf(tables, 0))};
+    return found;
+}
 /// Reads the columns of an index, with order and collation unless ascending and binary.
 void ReadColumns(const Select& select, Structure::Index& index)
 {
@@ -152,12 +160,7 @@ const Structure::Index* Structure::FindIndex(const QString& name) const
 Structure StructureOf(const Select& select)
 {
     Structure found;
-    store::Statement tables =
-        select("select name from sqlite_schema where type = 'table' and name not like 'sqlite!_%' escape '!'");
-    while (tables.Step()) {
-        if (const QString name = TextOf(tables, 0); name != QLatin1StringView(store::MarksTable))
-            found.tables << Structure::Table{name, FieldsOf(select, name)};
-    }
+    found.tables = TablesWhere(select, "name not like 'sqlite!_%' escape '!' and name not like 'ZEP %'");
     store::Statement indexes = select("select i.name, i.tbl_name, i.sql, l.\"unique\", l.partial from sqlite_schema i "
                                       "left join pragma_index_list(i.tbl_name) l on l.name = i.name "
                                       "where i.type = 'index' and i.sql is not null order by i.rowid");
@@ -182,6 +185,11 @@ Structure ExpectedStructure()
     store::CreateDatabase(path, data::Schema());
     const store::DatabaseReader empty(path);
     return StructureOf([&empty](std::string_view sql) { return empty.Select(sql); });
+}
+
+QList<Structure::Table> FeedTables(const Select& select)
+{
+    return TablesWhere(select, "name like 'ZEP %' and name <> '" + std::string(store::MarksTable) + "'");
 }
 
 QStringList StructureFaults(const Structure& found, const Structure& expected)

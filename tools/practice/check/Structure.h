@@ -40,7 +40,10 @@ struct Structure {
     const Index* FindIndex(const QString& name) const;
 };
 
+/// The program's tables of commits and of the feed are left out.
 Structure StructureOf(const Select& select);
+/// What the feed keeps for itself, see data::FeedTables.
+QList<Structure::Table> FeedTables(const Select& select);
 
 /// The structure of an empty practice.
 Structure ExpectedStructure();

@@ -22,6 +22,7 @@ extern const Command SetCommand;
 extern const Command DemoCommand;
 extern const Command AdoptCommand;
 extern const Command ImportCommand;
+extern const Command FeedCommand;
 extern const Command ExportCommand;
 extern const Command FieldsCommand;
 extern const Command ArchivesCommand;

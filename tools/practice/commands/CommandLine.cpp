@@ -8,9 +8,10 @@
 namespace practice {
 namespace {
 
-constexpr std::array Commands{&NewCommand,    &SetCommand,    &DemoCommand,          &AdoptCommand,   &ImportCommand,
-                              &ExportCommand, &FieldsCommand, &ArchivesCommand,      &CompareCommand, &RestoreCommand,
-                              &CheckCommand,  &RepairCommand, &CheckTemplateCommand, &PreviewCommand, &ShortcutCommand};
+constexpr std::array Commands{&NewCommand,      &SetCommand,           &DemoCommand,    &AdoptCommand,
+                              &ImportCommand,   &FeedCommand,          &ExportCommand,  &FieldsCommand,
+                              &ArchivesCommand, &CompareCommand,       &RestoreCommand, &CheckCommand,
+                              &RepairCommand,   &CheckTemplateCommand, &PreviewCommand, &ShortcutCommand};
 
 QString UsageOf(const Command& command)
 {

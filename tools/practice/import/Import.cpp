@@ -108,7 +108,7 @@ void Import::ReadFile(const TableRule& rule, const QString& path)
 void Import::Write()
 {
     const ImportCounts sum = Sum();
-    if (ProblemCount() > 0 || sum.added + sum.changed == 0)
+    if (ProblemCount() > 0 || sum.added + sum.changed + sum.noted == 0)
         return;
     dao::Transaction transaction(practice.Database());
     for (ImportedFile& file : files) {
@@ -129,6 +129,7 @@ ImportCounts Import::Sum() const
         sum.changed += counts.changed;
         sum.same += counts.same;
         sum.left += counts.left;
+        sum.noted += counts.noted;
     }
     return sum;
 }

@@ -1,5 +1,6 @@
 #include "practice/import/ImportTarget.h"
 
+#include "data/Practice.h"
 #include "platform/dao/StagedRows.h"
 
 #include <QHash>
@@ -22,6 +23,8 @@ public:
     {
         rows = std::make_unique<dao::StagedRows>(database, QLatin1String(table.name), fields);
         keyPosition = static_cast<std::size_t>(fields.indexOf("num"));
+        if (qstrcmp(table.name, "Actes") == 0)
+            rows->AlsoNote({"flag_R", "montant"}, data::KeptSettlements);
     }
 
     QString Add(const std::vector<store::Value>& values, qint64 line) override
@@ -39,6 +42,7 @@ public:
         counts.added = rows->Fresh();
         counts.same = rows->Same();
         counts.changed = rows->Changed();
+        counts.noted = rows->Noted();
         if (updates || rows->Changed() == 0)
             return;
         const std::vector<dao::StagedRows::Difference> differences = rows->Differences(MostNamed);

@@ -3,9 +3,9 @@
 #include "platform/dao/Database.h"
 #include "practice/fields/FieldRules.h"
 #include "practice/import/Problems.h"
+#include "practice/import/RowTarget.h"
 
 #include <memory>
-#include <vector>
 
 namespace practice {
 
@@ -16,19 +16,13 @@ struct ImportCounts {
     int changed = 0;
     int same = 0;
     int left = 0;
+    int noted = 0;          ///< settlements that the feed didn't know the source to have
     QStringList leftFields; ///< that differ in a row that is left
 };
 
 /// Receives the rows of a file, compares them with existing rows, then writes them. Only Write changes the practice.
-class ImportTarget {
+class ImportTarget : public RowTarget {
 public:
-    ImportTarget() = default;
-    virtual ~ImportTarget() = default;
-    Q_DISABLE_COPY_MOVE(ImportTarget)
-
-    virtual void Begin(const QStringList& fields) = 0;
-    /// Returns the reason why the row is refused, empty if it is taken.
-    virtual QString Add(const std::vector<store::Value>& values, qint64 line) = 0;
     /// To be called once, after the last Add. Adds a problem for each row that can't be written.
     virtual void Compare(Problems& problems) = 0;
     const ImportCounts& Counts() const { return counts; }

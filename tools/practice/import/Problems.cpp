@@ -4,11 +4,11 @@
 
 namespace practice {
 
-void Problems::Add(qint64 line, const QString& reason)
+void Problems::Add(qint64 line, const QString& reason, qint64 key)
 {
     ++count;
     if (!IsFull())
-        kept.push_back({line, reason});
+        kept.push_back({line, reason, key});
 }
 
 std::vector<Problem> Problems::Sorted() const
@@ -18,13 +18,16 @@ std::vector<Problem> Problems::Sorted() const
     return sorted;
 }
 
-QStringList Problems::Texts(const QString& file) const
+QStringList Problems::Texts(const QString& name) const
 {
     QStringList texts;
     for (const Problem& problem : Sorted()) {
-        const QString place = file.isEmpty() ? QString() : file + (problem.line > 0 ? ", " : " : ");
-        if (problem.line > 0)
-            texts << place + QString(file.isEmpty() ? "Ligne %1 : " : "ligne %1 : ").arg(problem.line) +
+        const bool namesRow = problem.line > 0 || problem.key > 0;
+        const QString place = name.isEmpty() ? QString() : name + (namesRow ? ", " : " : ");
+        if (problem.key > 0)
+            texts << place + QString("num %1 : ").arg(problem.key) + problem.reason + ".";
+        else if (problem.line > 0)
+            texts << place + QString(name.isEmpty() ? "Ligne %1 : " : "ligne %1 : ").arg(problem.line) +
                          problem.reason + ".";
         else
             texts << place + problem.reason;

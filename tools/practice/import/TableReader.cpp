@@ -61,21 +61,31 @@ void TableReader::TakeHeader(const CsvRow& row)
 
 void TableReader::RequireFields(qint64 line)
 {
+    const bool hasPartOfDay = HasPartOfDay();
     for (const FieldRule& field : table.fields) {
-        if (field.missing == Missing::Fault && std::ranges::find(fields, &field) == fields.end())
+        const bool isNeeded =
+            rows == Rows::Whole || field.kind == FieldKind::Key || (hasPartOfDay && qstricmp(field.name, "Date") == 0);
+        if (isNeeded && field.missing == Missing::Fault && std::ranges::find(fields, &field) == fields.end())
             Refuse(line, QString("le champ %1 manque").arg(field.name));
     }
 }
 
+bool TableReader::HasPartOfDay() const
+{
+    return std::ranges::any_of(fields, [](const FieldRule* field) {
+        return field->kind == FieldKind::Month || field->kind == FieldKind::Year;
+    });
+}
+
 void TableReader::AddDerivedFields()
 {
+    day = Place("Date");
     for (const FieldRule& field : table.fields) {
         const bool isDerived = field.kind == FieldKind::Month || field.kind == FieldKind::Year;
-        if (isDerived && std::ranges::find(fields, &field) == fields.end())
+        if (isDerived && day < columns && std::ranges::find(fields, &field) == fields.end())
             fields.push_back(&field);
     }
     values.resize(fields.size());
-    day = Place("Date");
     month = Place("MM");
     year = Place("AA");
     archived = Place("Flag_H");
@@ -93,7 +103,7 @@ void TableReader::TakeRow(const CsvRow& row)
     if (std::ranges::all_of(row.cells, [](const QString& cell) { return QStringView(cell).trimmed().isEmpty(); }))
         return;
     if (static_cast<std::size_t>(row.cells.size()) != columns) {
-        Refuse(row.line, QString("%1 valeurs au lieu de %2").arg(row.cells.size()).arg(columns));
+        problems.Add(row.line, QString("%1 valeurs au lieu de %2").arg(row.cells.size()).arg(columns), KeyIn(row));
         return;
     }
     mended.clear();
@@ -105,9 +115,19 @@ void TableReader::TakeRow(const CsvRow& row)
             reasons << reason;
     }
     if (!reasons.isEmpty())
-        Refuse(row.line, reasons.join(" ; ") + (mends ? " ; la ligne n'est pas reprise" : ""));
+        problems.Add(row.line, reasons.join(" ; ") + (mends ? " ; la ligne n'est pas reprise" : ""), KeyIn(row));
     else if (!mended.isEmpty())
         Refuse(row.line, mended.join(" ; "));
+}
+
+/// The key by which problems name a row; 0 if they name its line.
+qint64 TableReader::KeyIn(const CsvRow& row) const
+{
+    const std::size_t place = Place("num");
+    if (rows == Rows::Whole || place >= static_cast<std::size_t>(row.cells.size()))
+        return 0;
+    const ReadValue key = ReadField(*fields[place], row.cells[static_cast<qsizetype>(place)].trimmed());
+    return key.value.IsNull() ? 0 : key.value.Long();
 }
 
 QStringList TableReader::ReadCells(const CsvRow& row)

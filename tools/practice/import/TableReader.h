@@ -2,7 +2,8 @@
 
 #include "practice/fields/FieldValues.h"
 #include "practice/import/CsvFile.h"
-#include "practice/import/ImportTarget.h"
+#include "practice/import/Problems.h"
+#include "practice/import/RowTarget.h"
 
 namespace practice {
 
@@ -18,8 +19,13 @@ enum class BadRows : quint8 {
 /// Rows without any value, which spreadsheets leave at the end, are skipped. What is mended is a problem too.
 class TableReader {
 public:
-    TableReader(const TableRule& rule, ImportTarget& destination, Problems& found, BadRows badRows = BadRows::Refuse)
-        : table(rule), target(destination), problems(found), mends(badRows == BadRows::Mend)
+    /// Whether rows have all the fields that a row must have, or may have only some beside the key; then MM and AA
+    /// don't come without a date, and problems name the row by its key.
+    enum class Rows : quint8 { Whole, Partial };
+
+    TableReader(const TableRule& rule, RowTarget& destination, Problems& found, BadRows badRows = BadRows::Refuse,
+                Rows rowsGiven = Rows::Whole)
+        : table(rule), target(destination), problems(found), mends(badRows == BadRows::Mend), rows(rowsGiven)
     {
     }
 
@@ -32,18 +38,21 @@ public:
 private:
     void TakeHeader(const CsvRow& row);
     void RequireFields(qint64 line);
+    bool HasPartOfDay() const;
     void AddDerivedFields();
     void TakeRow(const CsvRow& row);
     QStringList ReadCells(const CsvRow& row);
     QString ProblemOf(std::size_t column, const CsvRow& row, const ReadValue& read) const;
     QStringList CompleteRow();
     void Refuse(qint64 line, const QString& reason) { problems.Add(line, reason); }
+    qint64 KeyIn(const CsvRow& row) const;
     std::size_t Place(const char* field) const;
 
     const TableRule& table;
-    ImportTarget& target;
+    RowTarget& target;
     Problems& problems;
     bool mends;
+    Rows rows;
     bool hasHeader = false;
     bool hasFields = false;
     std::vector<const FieldRule*> fields; ///< of the columns, then derived ones
