@@ -49,9 +49,11 @@ function(zep_module name path)
 endfunction()
 
 # zep_own_files(): copies or links the files that belong to the program, rather than to a practice, next to the program
-# built in this folder: the template of the deleted acts and the guide.
+# built in this folder: some templates and the guide.
 function(zep_own_files)
-    configure_file(${CMAKE_SOURCE_DIR}/reports/ZEP_Supp.RPT ${CMAKE_CURRENT_BINARY_DIR}/ZEP_Supp.RPT COPYONLY)
+    foreach(report ZEP_Supp ZEP_EVO1 ZEP_EVO2)
+        configure_file(${CMAKE_SOURCE_DIR}/reports/${report}.RPT ${CMAKE_CURRENT_BINARY_DIR}/${report}.RPT COPYONLY)
+    endforeach()
     foreach(page guide report-templates.md)
         file(CREATE_LINK ${CMAKE_SOURCE_DIR}/docs/${page} ${CMAKE_CURRENT_BINARY_DIR}/${page} SYMBOLIC)
     endforeach()

@@ -11,6 +11,8 @@
 #include "cash/Recettes.h"
 #include "catalogue/J_PROD.h"
 #include "catalogue/Tarifs.h"
+#include "core/screens.h"
+#include "evolution/Evolution.h"
 #include "expenses/F_Dep.h"
 #include "planning/Planning.h"
 #include "platform/forms/Desk.h"
@@ -24,10 +26,19 @@ void Show()
     forms::TheDesk().ShowModal(screen);
 }
 
+void ShowResult(const QString& first, const QString& last)
+{
+    analysis::Result screen;
+    screen.Load();
+    screen.ShowPeriod(first, last);
+    forms::TheDesk().ShowModal(screen);
+}
+
 } // namespace
 
 core::ScreenOpeners MenuScreens()
 {
+    core::LinkScreens({.evolution = Show<evolution::Evolution>, .result = ShowResult});
     return {
         {"NActes", Show<acts::New_Act>},          {"NPatients", Show<acts::j_Client>},
         {"mnu_Caisse", Show<cash::J_CAISSE>},     {"mnu_Deep", Show<expenses::F_Dep>},

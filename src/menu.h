@@ -2,5 +2,5 @@
 
 #include "core/MenuTable.h"
 
-/// The screens behind the menu entries. The one place that knows every screen.
+/// The screens behind the menu entries; also links those that open each other. The one place that knows every screen.
 core::ScreenOpeners MenuScreens();

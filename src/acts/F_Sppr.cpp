@@ -1,5 +1,6 @@
 #include "acts/F_Sppr.h"
 
+#include "core/calendar.h"
 #include "core/globals.h"
 #include "core/lists.h"
 #include "core/printing.h"
@@ -41,9 +42,11 @@ F_Sppr::F_Sppr()
                                       {"Heure", 640, Qt::AlignCenter}})
 {
     BuildForm();
+    Text1.SelectedOnFocus = DateLength;
     On(Grid1, &Grid::Click, *this, &F_Sppr::Grid1_Click);
     OnEach(Image1, &Picture::clicked, *this, &F_Sppr::Image1_Click);
     OnEach(Image2, &Picture::clicked, *this, &F_Sppr::Image2_Click);
+    OfferCalendar(Text1);
     On(Text1, &DateField::Entered, *this, [this] { Image2_Click(Accept); });
 }
 
@@ -154,26 +157,26 @@ void F_Sppr::ListAct(NameLookup& services, NameLookup& patients)
 bool F_Sppr::SelectDeletedDate()
 {
     Image2[Accept].setFocus(); // validates a date that is still being typed
-    const QString day = Text1.text().trimmed();
-    if (day.size() != DateLength) {
+    const auto day = TypedDay(Text1.text());
+    if (!day) {
         MsgBox("Date incorrecte");
         return false;
     }
-    QueryText = "select * from Actes_Suppr where date_suppr =#" + QueryDate(day) + "# order by Date_Suppr";
+    QueryText = "select * from Actes_Suppr where date_suppr =#" + QueryDate(*day) + "# order by Date_Suppr";
     dao::Recordset ofDay = TheDatabase.OpenRecordset(QueryText);
     if (ofDay.RecordCount() == 0) {
         MsgBox("Aucun acte supprimé", Icon::Information, "Lumo ZEP");
         return false;
     }
     JournalSet = ofDay;
-    SSPanel1.SetCaption("Actes supprimés le " + day);
+    SSPanel1.SetCaption("Actes supprimés le " + *day);
     return true;
 }
 
 void F_Sppr::DeleteJournalLine()
 {
     const int row = Grid1.Row();
-    if (List1.IsEmpty() || !ConfirmsDeletion(Str(row + 1)))
+    if (List1.IsEmpty() || !ConfirmsDeletion(Grid1, row, Str(row + 1)))
         return;
     const bool deleted = DeleteKey(JournalSet, List1.KeyOf(row));
     dao::DBEngine.Idle(dao::RefreshCache);

@@ -56,11 +56,13 @@ New_Act::New_Act()
                       {"Arch.", StatusTwips, Qt::AlignCenter}})
 {
     BuildForm();
+    Text1.SelectedOnFocus = DateLength;
     On(Grid1, &Grid::Click, *this, &New_Act::Grid1_Click);
     On(Grid2, &Grid::Click, *this, &New_Act::Grid2_Click);
     On(Grid2, &Grid::DblClick, *this, &New_Act::Grid2_DblClick);
     On(Grid2, &Grid::Entered, *this, &New_Act::Grid2_DblClick);
     OnEach(Image1, &Picture::clicked, *this, &New_Act::Image1_Click);
+    On(SSTab1, &TabStrip::currentChanged, *this, &New_Act::FocusShare);
     OnEach(Option1, &OptionButton::Chosen, *this, &New_Act::Option1_Click);
     On(Image2, &Picture::clicked, *this, &New_Act::Image2_Click);
     On(Text1, &DateField::Entered, *this, [this] { Image1[LeaveDisplay].setFocus(); });
@@ -125,6 +127,14 @@ void New_Act::MoveDay(int days)
     SaveActToggles();
     DayLabel.setText(DateText(AddDays(DateValue(DayLabel.text().trimmed()), days)));
     ShowDay();
+}
+
+/// The display's first choice: the date on its page is idle.
+void New_Act::FocusShare(int page)
+{
+    for (int option = 0; page == DisplayPage && option < Option1.Size(); ++option)
+        if (Option1[option].isChecked())
+            Option1[option].setFocus();
 }
 
 void New_Act::Option1_Click(int index)

@@ -77,6 +77,7 @@ protected:
 private:
     void BuildForm();
     void NamePictures();
+    void FocusShare(int page);
     void BuildSheetPage();
     void BuildDisplayPage();
     void OpenRecords();

@@ -61,25 +61,20 @@ void New_Act::BuildForm()
 
 void New_Act::BuildSheetPage()
 {
-    AddPage(
-        SSTab1, "Actes du jour",
-        Column{
-            Row{Image1[DayBefore], Image1[DayAfter], Item::Gap(), NewLabel("Label1(2)", "Journée du :"), DayLabel,
-                Item::Gap(), Image1[PickDay], Image1[Toggle], Item::Stretch(), Image1[LeaveSheet]},
-            Item::Growing(Row{
-                Column{
-                    Item::Growing(Grid1),
-                    Totals(Grid1, {Caption("LTotal1", "Total"), Under(Grid1, Recent, Label4[RecentSum]),
-                                   Under(Grid1, Archived, Label4[ArchivedSum]), Under(Grid1, Total, Label4[WholeSum])}),
-                },
-                Item::Growing(Column{
-                    Item::Growing(Grid2),
-                    Totals(Grid2, {Caption("LTotal2", "Total"), Under(Grid2, Hour, LT[WholeSum]),
-                                   Caption("LTotal3", "dont", Type), Under(Grid2, IsRecent, LT[RecentSum]),
-                                   Under(Grid2, IsArchived, LT[ArchivedSum])}),
+    AddPage(SSTab1, "Actes du jour",
+            Column{
+                Row{Image1[DayBefore], Image1[DayAfter], Item::Gap(), NewLabel("Label1(2)", "Journée du :"), DayLabel,
+                    Item::Gap(), Image1[PickDay], Image1[Toggle], Item::Stretch(), Image1[LeaveSheet]},
+                Item::Growing(Row{
+                    WithTotals(Grid1,
+                               {{Caption("LTotal1", "Total"), Under(Grid1, Recent, Label4[RecentSum]),
+                                 Under(Grid1, Archived, Label4[ArchivedSum]), Under(Grid1, Total, Label4[WholeSum])}}),
+                    Item::Growing(
+                        WithTotals(Grid2, {{Caption("LTotal2", "Total"), Under(Grid2, Hour, LT[WholeSum]),
+                                            Caption("LTotal3", "dont", Type), Under(Grid2, IsRecent, LT[RecentSum]),
+                                            Under(Grid2, IsArchived, LT[ArchivedSum])}})),
                 }),
-            }),
-        });
+            });
 }
 
 void New_Act::BuildDisplayPage()

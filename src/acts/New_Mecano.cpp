@@ -11,7 +11,6 @@
 #include "platform/basic/RuntimeError.h"
 #include "platform/forms/Desk.h"
 #include "platform/forms/Guard.h"
-#include "platform/forms/KeyFilters.h"
 #include "platform/host/Host.h"
 
 #include <QKeyEvent>
@@ -27,12 +26,6 @@ namespace {
 
 constexpr int SecondsPerDay = 22;
 constexpr auto Unknown = "-?-";
-
-/// Stricter than IsDate: neither rolls "30/02/2008" over into March nor accepts extra characters.
-bool IsCompleteDate(const QString& text)
-{
-    return text.size() == DateLength && DateIsInvalid(text) == 0 && IsDate(text);
-}
 
 QString DaysCaption(int days)
 {
@@ -54,6 +47,8 @@ QString DateOfFirst(const QString& statement)
 New_Mecano::New_Mecano() : Form("New_Mecano")
 {
     BuildForm();
+    for (const int bound : {FirstDay, LastDay})
+        Text1[bound].SelectedOnFocus = DateLength;
     OnEach(Image1, &Picture::clicked, *this, &New_Mecano::Image1_Click);
     OnEach(Image2, &Picture::clicked, *this, &New_Mecano::Image2_Click);
     On(SSCommand1, &Button::clicked, *this, &New_Mecano::SSCommand1_Click);
@@ -113,11 +108,13 @@ void New_Mecano::Confirm()
 bool New_Mecano::ValidateDates()
 {
     for (const int bound : {FirstDay, LastDay}) {
-        if (IsCompleteDate(Text1[bound].text().trimmed()))
-            continue;
-        MsgBox("Saisie incorrecte", Icon::Critical, "ATTENTION");
-        Text1[bound].setFocus();
-        return false;
+        const auto day = TypedDay(Text1[bound].text());
+        if (!day) {
+            MsgBox("Saisie incorrecte", Icon::Critical, "ATTENTION");
+            Text1[bound].setFocus();
+            return false;
+        }
+        Text1[bound].setText(*day);
     }
     return true;
 }
@@ -212,8 +209,7 @@ void New_Mecano::ShowMainPanel(QWidget& focus)
 void New_Mecano::Image2_Click(int index)
 {
     for (const int bound : {FirstDay, LastDay})
-        if (!IsCompleteDate(Text1[bound].text().trimmed()))
-            Text1[bound].setText(DateText(host::Today()));
+        Text1[bound].setText(TypedDay(Text1[bound].text()).value_or(DateText(host::Today())));
     if (const auto chosen = PickDateFrom(Text1[index].text()))
         Text1[index].setText(*chosen);
 }

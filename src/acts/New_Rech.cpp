@@ -42,10 +42,17 @@ New_Rech::New_Rech()
                                         {"Arch.", 580, Qt::AlignCenter}})
 {
     BuildForm();
+    constexpr int selectedOnFocus = 40;
+    for (int criterion = CardNumber; criterion <= FirstName; ++criterion)
+        Text2[criterion].SelectedOnFocus = selectedOnFocus;
     Text2[CardNumber].KeyPress = [](int& keyCode) { KeyFilterDigits(keyCode); };
     On(Text2[CardNumber], &TextBox::Entered, *this, [this] { Image2_Click(FindNumber); });
     On(Text2[LastName], &TextBox::Entered, *this, [this] { Text2[FirstName].setFocus(); });
     On(Text2[FirstName], &TextBox::Entered, *this, [this] { Image2_Click(FindNames); });
+    for (int option = 0; option <= NoCriterion; ++option) {
+        On(SSOption1[option], &OptionButton::Entered, *this, [this] { Image2_Click(FindNames); });
+        On(SSOption2[option], &OptionButton::Entered, *this, [this] { Image2_Click(FindNames); });
+    }
     OnEach(Image2, &Picture::clicked, *this, &New_Rech::Image2_Click);
     OnEach(Image4, &Picture::clicked, *this, &New_Rech::Image4_Click);
     On(Grid2, &Grid::Click, *this, &New_Rech::Grid2_Click);

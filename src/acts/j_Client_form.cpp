@@ -1,6 +1,5 @@
 #include "acts/j_Client.h"
 
-#include "platform/forms/GridTotals.h"
 #include "platform/forms/Guard.h"
 #include "platform/forms/Layout.h"
 
@@ -30,8 +29,8 @@ void j_Client::BuildForm()
     SetContent(Column{
         Row{Item::Growing(SSPanel1), Crecettes[Search], Crecettes[Archive], Crecettes[Quit]},
         Item::Growing(Grid1),
-        Row{hint, Item::Stretch(), NewLabel("Label1(0)", "Récents"), LT[Recent], NewLabel("Label1(1)", "Archivés"),
-            LT[Archived], NewLabel("Label1(2)", "Total"), LT[Listed]},
+        Row{hint, Item::Stretch(), NewLabel("Label1(0)", "Récents"), LT[Recent], Item::Gap(),
+            NewLabel("Label1(1)", "Archivés"), LT[Archived], Item::Gap(), NewLabel("Label1(2)", "Total"), LT[Listed]},
     });
     Bulle.setParent(this);
 }

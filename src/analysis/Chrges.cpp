@@ -51,8 +51,11 @@ void FindPermanentData()
 Chrges::Chrges() : Form("Chrges", "Charges courantes mensuelles")
 {
     BuildForm();
-    for (int charge = Salaries; charge <= DailyTotal; ++charge)
+    constexpr int selectedOnFocus = 20;
+    for (int charge = Salaries; charge <= DailyTotal; ++charge) {
+        Text1[charge].SelectedOnFocus = selectedOnFocus;
         On(Text1[charge], &QLineEdit::textChanged, *this, &Chrges::RecomputeMonthly);
+    }
     for (int charge = Salaries; charge <= Others; ++charge)
         On(Text1[charge], &TextBox::Entered, *this,
            [this, charge] { Text1[charge == Others ? Salaries : charge + 1].setFocus(); });

@@ -2,6 +2,7 @@
 
 #include "core/globals.h"
 #include "core/lists.h"
+#include "core/screens.h"
 #include "core/windows.h"
 #include "platform/basic/Dates.h"
 #include "platform/basic/Numbers.h"
@@ -34,9 +35,12 @@ Mens_Act::Mens_Act()
                                                                {"Total", CountTwips, Qt::AlignCenter}})
 {
     BuildForm();
+    constexpr int selectedOnFocus = 10;
+    Text1.SelectedOnFocus = selectedOnFocus;
     On(Grid1, &Grid::Click, *this, &Mens_Act::Grid1_Click);
     OnEach(Image2, &Picture::clicked, *this, &Mens_Act::Image2_Click);
     OnEach(Image3, &Picture::clicked, *this, &Mens_Act::Image3_Click);
+    On(Image4, &Picture::clicked, *this, OpenEvolution);
     On(Image1, &Picture::clicked, *this, &Mens_Act::Unload);
     On(Text1, &TextBox::Entered, *this, [this] { Image2_Click(Apply); });
     On(Combo1, &ComboBox::Entered, *this, [this] { Image2_Click(Apply); });

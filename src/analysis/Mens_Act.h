@@ -27,6 +27,7 @@ public:
     forms::ControlArray<forms::Picture, 2> Image2{"Image2"};
     enum Step { Previous, Next };
     forms::ControlArray<forms::Picture, 2> Image3{"Image3"};
+    forms::Picture Image4{"Image4"}; ///< opens "Évolution"
     forms::Picture Image1{"Image1"}; ///< quits
     enum CountColumn { Unit, Recent, Archived, All };
     forms::Grid Grid1;

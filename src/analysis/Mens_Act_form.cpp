@@ -25,6 +25,8 @@ void Mens_Act::BuildForm()
     Dress(Image2[Apply], "accept", "Afficher ce mois", {Command::ChooseDate, Command::Accept});
     Dress(Image3[Previous], "previous", "Mois précédent", Command::Previous);
     Dress(Image3[Next], "next", "Mois suivant", Command::Next);
+    Dress(Image4, "evolution", "Évolution des mois");
+    Image4.SetCaption("Évolution");
     Dress(Image1, "quit", "Quitter", Command::Leave);
     RetainSizeWhenHidden(Image3[Previous]);
     RetainSizeWhenHidden(Image3[Next]);
@@ -37,12 +39,11 @@ void Mens_Act::BuildForm()
         Label4[column].setAccessibleName(QString::fromUtf8(totals[column - Recent]));
 
     SetContent(Column{
-        Row{Item::Growing(SSPanel1), Image1},
+        Row{Item::Growing(SSPanel1), Image4, Image1},
         Row{Label1[Month], Combo1, Item::Gap(), Label1[Year], Text1, Image2[Unlock], Image2[Apply], Item::Gap(),
             Image3[Previous], Image3[Next], Item::Stretch()},
-        Item::Growing(Grid1),
-        Totals(Grid1, {Caption("LTotal", "Total"), Under(Grid1, Recent, Label4[Recent]),
-                       Under(Grid1, Archived, Label4[Archived]), Under(Grid1, All, Label4[All])}),
+        Item::Growing(WithTotals(Grid1, {{Caption("LTotal", "Total"), Under(Grid1, Recent, Label4[Recent]),
+                                          Under(Grid1, Archived, Label4[Archived]), Under(Grid1, All, Label4[All])}})),
     });
 }
 

@@ -1,7 +1,9 @@
 #include "analysis/Result.h"
 
+#include "core/NetResult.h"
 #include "core/globals.h"
 #include "core/printing.h"
+#include "core/screens.h"
 #include "core/windows.h"
 #include "platform/basic/Dates.h"
 #include "platform/basic/Numbers.h"
@@ -23,20 +25,6 @@ QList<Grid::Column> ResultColumns()
     constexpr int actsTwips = 840;
     constexpr int amountTwips = 1150;
     return {{"Unité", unitTwips}, {"Actes", actsTwips, Qt::AlignCenter}, {"Montant", amountTwips, Qt::AlignRight}};
-}
-
-/// An amount as shown in totals and results.
-QString Shown(double dinars)
-{
-    return " " + Format(dinars, "### ###.00");
-}
-
-/// The current charges per day; 0 if none were entered.
-double ReadDayCharge()
-{
-    const dao::Recordset permanentData = TheDatabase.OpenRecordset("Permn");
-    const bool isCharged = permanentData.RecordCount() != 0 && !permanentData["Charge9"].IsNull();
-    return isCharged ? permanentData["Charge9"].Double() : 0;
 }
 
 QString Title(const PeriodChooser::Period& period)
@@ -61,7 +49,10 @@ QString ChargesTitle(const PeriodChooser::Period& period)
 Result::Result() : Form("Result", "Résultat"), Grid1("Grid1", ResultColumns())
 {
     BuildForm();
+    for (int field = PeriodChooser::Day; field <= PeriodChooser::Last; ++field)
+        Dates.Text1[field].SelectedOnFocus = DateLength;
     OnEach(Image1, &Picture::clicked, *this, &Result::Image1_Click);
+    On(Image3, &Picture::clicked, *this, OpenEvolution);
     OnEach(Dates.Image2, &Picture::clicked, *this, &Result::Image2_Click);
     OnEach(Dates.Text1, &DateField::DateRefused, *this, &Result::ReturnFocus);
 }
@@ -125,9 +116,18 @@ void Result::ShowChosenDates(int acceptPicture)
     ShowResult();
 }
 
+void Result::ShowPeriod(const QString& first, const QString& last)
+{
+    Image3.hide();
+    Dates.SSTab2.setCurrentIndex(PeriodChooser::PeriodPage);
+    Dates.Text1[PeriodChooser::First].setText(first);
+    Dates.Text1[PeriodChooser::Last].setText(last);
+    ShowChosenDates(PeriodChooser::AcceptPeriod);
+}
+
 void Result::ShowCharges(double dinars, const QString& caption)
 {
-    Charges.setText(dinars > 0 ? Shown(dinars) : QString());
+    Charges.setText(ShownIfAny(dinars));
     ChargesCaption.setText(caption);
 }
 
@@ -157,9 +157,7 @@ void Result::ComputeResult()
     UnitRecords = TheDatabase.OpenRecordset(QueryText);
     const Hourglass pointer;
     for (; !UnitRecords.IsEOF(); UnitRecords.MoveNext()) {
-        QueryText = "select count(num) as S1, sum(montant) as S2 from Actes where date >=#" + DateFromUS +
-                    "# and date <=#" + DateToUS + "# and num_presta = " + QString::number(UnitRecords["num"].Key());
-        CountRecords = TheDatabase.OpenRecordset(QueryText);
+        CountRecords = SumActs(DateFromUS, DateToUS, UnitRecords["num"].Key());
         TotalActs += CountRecords["S1"].Long();
         if (!CountRecords["S2"].IsNull())
             TotalAmount += CountRecords["S2"].Double();
@@ -167,17 +165,15 @@ void Result::ComputeResult()
     }
     if (TotalActs >= 1)
         ActsSum.setText(PlainText(TotalActs));
-    if (TotalAmount > 0)
-        AmountSum.setText(Shown(TotalAmount));
+    AmountSum.setText(ShownIfAny(TotalAmount));
     ShowNet();
 }
 
 void Result::ShowNet()
 {
-    // Read from the labels on purpose: the result is the difference of the figures shown, already rounded.
-    const double net = Val(AmountSum.text()) - Val(Charges.text());
+    const double net = NetOf(AmountSum.text(), Charges.text());
     if (net != 0)
-        Net.setText(Shown(net));
+        Net.setText(ShownAmount(net));
     Net.setProperty("loss", net < 0);
     Net.style()->unpolish(&Net);
     Net.style()->polish(&Net);

@@ -34,11 +34,15 @@ public:
     forms::FigureLabel Net{"Label1(5)"};
     enum Action { OtherDate, Print, Quit };
     forms::ControlArray<forms::Picture, 3> Image1{"Image1"};
+    forms::Picture Image3{"Image3"}; ///< opens "Évolution"
     forms::Bulle Bulle{"Bulle(1)"};
 
     /// Counts and sums the acts of the chosen days and subtracts the charges shown from the amount shown. Raises 6 past
     /// 32,767 acts.
     void ComputeResult();
+    /// Shows the result of a period, given by its days as dd/mm/yyyy, for a screen that opens this one; it is then not
+    /// offered to open "Évolution".
+    void ShowPeriod(const QString& first, const QString& last);
     /// Prints the result as shown.
     void PrintResult();
 

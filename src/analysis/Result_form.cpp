@@ -23,6 +23,8 @@ void Result::BuildForm()
         });
         RetainSizeWhenHidden(Image1[action]);
     }
+    Dress(Image3, "evolution", "Évolution des mois");
+    Image3.SetCaption("Évolution");
     for (const int leave : {core::PeriodChooser::CancelDay, core::PeriodChooser::CancelPeriod})
         Dress(Dates.Image2[leave], "quit", "Quitter", Command::Leave);
 
@@ -39,11 +41,11 @@ void Result::BuildForm()
         caption->setAlignment(Qt::AlignRight | Qt::AlignAbsolute | Qt::AlignVCenter);
 
     SetContent(Column{
-        Row{Item::Growing(SSPanel1), Image1[OtherDate], Image1[Print], Image1[Quit]},
-        Item::Growing(Grid1),
-        Totals(Grid1, {Caption("LTotal", "Total"), Under(Grid1, Acts, ActsSum), Under(Grid1, Amount, AmountSum)}),
-        Totals(Grid1, {{&ChargesCaption, Unit, Unit}, Under(Grid1, Acts, Amount, Charges)}),
-        Totals(Grid1, {{&NetCaption, Unit, Unit}, Under(Grid1, Acts, Amount, Net)}),
+        Row{Item::Growing(SSPanel1), Image3, Image1[OtherDate], Image1[Print], Image1[Quit]},
+        Item::Growing(WithTotals(
+            Grid1, {{Caption("LTotal", "Total"), Under(Grid1, Acts, ActsSum), Under(Grid1, Amount, AmountSum)},
+                    {{&ChargesCaption, Unit, Unit}, Under(Grid1, Acts, Amount, Charges)},
+                    {{&NetCaption, Unit, Unit}, Under(Grid1, Acts, Amount, Net)}})),
     });
     Dates.setParent(this);
     Bulle.setParent(this);

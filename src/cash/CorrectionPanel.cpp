@@ -28,6 +28,7 @@ CorrectionPanel::CorrectionPanel(const QString& name, const QString& amountName)
 {
     BuildPanel();
     OnEach(Image3, &Picture::clicked, *this, &CorrectionPanel::Image3_Click);
+    On(Code, &ComboBox::Entered, *this, [this] { Amount.setFocus(); });
     On(Amount, &TextBox::Entered, *this, [this] { Image3[Accept].setFocus(); });
 }
 

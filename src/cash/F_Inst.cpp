@@ -112,6 +112,7 @@ void F_Inst::OpenCorrection()
         return;
     Dates.hide();
     ShowPictures(false);
+    Grid3.setEnabled(false); // the highlighted act is the one that is saved
     SSPanel2.ShowOver(Grid3);
 }
 

@@ -64,7 +64,7 @@ private:
 
     QString FromDateUS; ///< chosen bounds as mm/dd/yyyy
     QString ToDateUS;
-    int CorrectedRow = 0;     ///< row of the act being corrected, even if another row is clicked meanwhile
+    int CorrectedRow = 0;     ///< row of the act being corrected
     double RunningAmount = 0; ///< dinars
 
     dao::Recordset PatientLookup, ServiceLookup;

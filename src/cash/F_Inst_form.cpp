@@ -24,8 +24,7 @@ void F_Inst::BuildForm()
 
     SetContent(Column{
         Row{Item::Growing(SSPanel1), Image1[OtherDate], Image1[Correct], Image1[Print], Image1[Quit]},
-        Item::Growing(Grid3),
-        Totals(Grid3, {Caption("LTotal", "Total"), Under(Grid3, Code, Amount, RCP)}),
+        Item::Growing(WithTotals(Grid3, {{Caption("LTotal", "Total"), Under(Grid3, Code, Amount, RCP)}})),
     });
     Dates.setParent(this);
     SSPanel2.setParent(this);

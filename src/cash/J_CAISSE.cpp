@@ -42,6 +42,8 @@ J_CAISSE::J_CAISSE()
     On(Grid3, &Grid::Entered, *this, &J_CAISSE::Grid3_DblClick);
     OnEach(Image1, &Picture::clicked, *this, &J_CAISSE::Image1_Click);
     OnEach(Image2, &Picture::clicked, *this, &J_CAISSE::Image2_Click);
+    OnCommand(Command::Previous, [this] { MoveDay(-1); });
+    OnCommand(Command::Next, [this] { MoveDay(1); });
     SSPanel2.Save = [this] { return SaveCorrection(); };
     SSPanel2.Left = [this] { CloseCorrection(); };
 }
@@ -125,6 +127,12 @@ void J_CAISSE::ShowCashDay(const QString& day)
     FillPendingActs();
     FillDayExpenses();
     FillCashRecap();
+}
+
+void J_CAISSE::MoveDay(int days)
+{
+    if (!SSPanel2.isVisibleTo(this))
+        ShowCashDay(DateText(AddDays(DateValue(SSPanel1.Tag.trimmed()), days)));
 }
 
 QString J_CAISSE::CutCashDay()

@@ -79,6 +79,8 @@ protected:
 private:
     void BuildForm();
     void BuildPages();
+    /// Shows a later or earlier day, unless an act is being corrected.
+    void MoveDay(int days);
     QString CutCashDay();
     void SumServices();
     double BalanceBefore();

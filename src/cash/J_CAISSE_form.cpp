@@ -1,10 +1,9 @@
 #include "cash/J_CAISSE.h"
 
 #include "core/globals.h"
+#include "platform/forms/ColumnLabels.h"
 #include "platform/forms/GridTotals.h"
 #include "platform/forms/Layout.h"
-
-#include <QHeaderView>
 
 using namespace forms;
 
@@ -12,20 +11,11 @@ namespace cash {
 
 namespace {
 
-Label& Heading(const char* name, const char* text, int widthTwips, Qt::Alignment alignment)
+/// A list with its total under the columns from `firstColumn` on.
+Item ListWithTotal(Grid& grid, int firstColumn, FigureLabel& total)
 {
-    Label& heading = NewLabel(QLatin1String(name), QString::fromUtf8(text));
-    heading.setProperty("heading", true);
-    heading.setAlignment(alignment | Qt::AlignVCenter);
-    heading.setFixedWidth(ScaledPixelsOf(widthTwips));
-    return heading;
-}
-
-/// A list's total under its columns from `firstColumn` on.
-Layout TotalLine(Grid& grid, int firstColumn, FigureLabel& total)
-{
-    return Totals(
-        grid, {Caption(total.objectName() + "-caption", "Total"), Under(grid, firstColumn, grid.Columns() - 1, total)});
+    return Item::Growing(WithTotals(grid, {{Caption(total.objectName() + "-caption", "Total"),
+                                            Under(grid, firstColumn, grid.Columns() - 1, total)}}));
 }
 
 } // namespace
@@ -45,7 +35,7 @@ void J_CAISSE::BuildForm()
     Grid2.setAccessibleName("Actes réglés");
     Grid3.setAccessibleName("Actes en instance");
     Grid4.setAccessibleName("Dépenses");
-    Grid1.horizontalHeader()->hide();
+    new ColumnLabels(Grid1, {"Label1(9)", "Label1(8)", "Label1(4)"});
     Grid2.SetGroupHeading(Code, Amount, "Reçu");
     Grid3.SetGroupHeading(Code, Amount, "Reçu");
     const char* const figures[] = {"Nombre d'actes",    "Solde de la veille", "Montant reçu",
@@ -66,43 +56,24 @@ void J_CAISSE::BuildForm()
 
 void J_CAISSE::BuildPages()
 {
-    constexpr int balanceWidth = 168;
     RCP[NewBalance].setProperty("role", "balance");
-    for (const int figure : {DaySpent, NewBalance})
-        RCP[figure].setMinimumWidth(balanceWidth);
-    AddPage(SSTab1, "Récap",
-            Row{
-                Column{
-                    Row{NewLabel("Label1(6)", "Solde de la veille"), Item::Stretch(), RCP[OpeningBalance]},
-                    Item::Growing(Column{
-                        Row{Heading("Label1(9)", "Unité", 1780, Qt::AlignLeft),
-                            Heading("Label1(8)", "Nbre", 840, Qt::AlignCenter),
-                            Heading("Label1(4)", "Montant", 1280, Qt::AlignRight), Item::Stretch()}
-                            .Spacing(0),
-                        Item::Growing(Grid1),
-                    }
-                                      .Spacing(0)),
-                    Totals(Grid1, {Caption("LTotal", "Total"), Under(Grid1, Count, RCP[DayActs]),
-                                   Under(Grid1, Received, RCP[DayReceived])}),
-                },
-                Item::Gap(3),
-                Column{
-                    Pairs{{&NewLabel("Label1(7)", "Dépenses"), &RCP[DaySpent]},
-                          {&NewLabel("Label1(10)", "Nouveau solde"), &RCP[NewBalance]}},
-                    Item::Stretch(),
-                    Row{Item::Stretch(), Image2[PrintRecap]},
-                },
-                Item::Stretch(),
-            });
+    AddPage(
+        SSTab1, "Récap",
+        Column{Item::Growing(WithTotals(
+                   Grid1,
+                   {{Caption("LTotal", "Total"), Under(Grid1, Count, RCP[DayActs]),
+                     Under(Grid1, Received, RCP[DayReceived])},
+                    {Caption("Label1(6)", "Solde de la veille"), Under(Grid1, Count, Received, RCP[OpeningBalance])},
+                    {Caption("Label1(7)", "Dépenses"), Under(Grid1, Count, Received, RCP[DaySpent])},
+                    {Caption("Label1(10)", "Nouveau solde"), Under(Grid1, Count, Received, RCP[NewBalance])}})),
+               Row{Item::Stretch(), Image2[PrintRecap]}});
     AddPage(SSTab1, "Actes Réglés",
-            Column{Item::Growing(Grid2), TotalLine(Grid2, Code, RCP[SettledTotal]),
-                   Row{Image2[PrintSettled], Item::Stretch()}});
+            Column{ListWithTotal(Grid2, Code, RCP[SettledTotal]), Row{Item::Stretch(), Image2[PrintSettled]}});
     AddPage(SSTab1, "Instances",
-            Column{Item::Growing(Grid3), TotalLine(Grid3, Code, RCP[PendingTotal]),
-                   Row{Image2[Correct], Image2[PrintPending], Item::Stretch()}});
+            Column{ListWithTotal(Grid3, Code, RCP[PendingTotal]),
+                   Row{Item::Stretch(), Image2[Correct], Image2[PrintPending]}});
     AddPage(SSTab1, "Dépenses",
-            Column{Item::Growing(Grid4), TotalLine(Grid4, Spent, RCP[ExpensesTotal]),
-                   Row{Image2[PrintExpenses], Item::Stretch()}});
+            Column{ListWithTotal(Grid4, Spent, RCP[ExpensesTotal]), Row{Item::Stretch(), Image2[PrintExpenses]}});
 }
 
 } // namespace cash

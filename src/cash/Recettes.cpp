@@ -9,8 +9,6 @@
 #include "platform/forms/Desk.h"
 #include "platform/forms/Guard.h"
 
-#include <QKeyEvent>
-
 using namespace basic;
 using namespace core;
 using namespace forms;
@@ -63,6 +61,12 @@ Recettes::Recettes()
     OnEach(Dates.Image2, &Picture::clicked, *this, &Recettes::Image2_Click);
     OnEach(Image3, &Picture::clicked, *this, &Recettes::Image3_Click);
     OnEach(Image4, &Picture::clicked, *this, &Recettes::Image4_Click);
+    for (int scope = AllUnits; scope <= Nothing; ++scope)
+        On(SSOption1[scope], &OptionButton::Entered, *this, [this] { Image4_Click(Accept); });
+    OnCommand(Command::Print, [this] {
+        if (SSTab1.isEnabled() && SSTab1.currentIndex() == DetailTab)
+            OpenScopePanel();
+    });
     On(*this, &Form::Unloaded, *this, [this] { Pointer.reset(); });
 }
 
@@ -146,15 +150,6 @@ void Recettes::EscapePressed()
         Image4_Click(Cancel);
     else if (Dates.isVisibleTo(this))
         Image2_Click(PeriodChooser::CancelDay);
-}
-
-void Recettes::keyPressEvent(QKeyEvent* event)
-{
-    const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-    if (isEnter && !event->isAutoRepeat() && qobject_cast<OptionButton*>(focusWidget()) != nullptr)
-        Image4[Accept].click();
-    else
-        Form::keyPressEvent(event);
 }
 
 void Recettes::Grid1_Click()

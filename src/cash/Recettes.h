@@ -96,7 +96,6 @@ public:
 protected:
     void Form_Load() override;
     void EscapePressed() override;
-    void keyPressEvent(QKeyEvent* event) override; ///< Enter on an option of the scope panel accepts
 
 private:
     void BuildForm();

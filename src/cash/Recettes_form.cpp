@@ -62,35 +62,23 @@ void Recettes::BuildPages()
         LT[total].setAccessibleName(total < LT.LastIndex() ? "Total " + codes[total].trimmed() : "Total des actes");
 
     AddPage(SSTab1, "Récap 1",
-            Row{
-                Item::Growing(Column{
-                    Item::Growing(Grid1),
-                    Totals(Grid1, {Caption("LTotal1", "Total"), Under(Grid1, Count, ActsTotal),
-                                   Under(Grid1, Received, ReceivedTotal), Under(Grid1, Theoretical, TheoreticalTotal)}),
-                }),
-                Item::Gap(),
-                Column{
-                    Row{Image3[PrintRecap], Label5[PrintRecap]},
-                    Row{Image3[PrintDetail], Label5[PrintDetail]},
-                    Item::Stretch(),
-                },
+            Column{
+                Item::Growing(WithTotals(
+                    Grid1, {{Caption("LTotal1", "Total"), Under(Grid1, Count, ActsTotal),
+                             Under(Grid1, Received, ReceivedTotal), Under(Grid1, Theoretical, TheoreticalTotal)}})),
+                Row{Item::Stretch(), Label5[PrintDetail], Image3[PrintDetail], Item::Gap(), Label5[PrintRecap],
+                    Image3[PrintRecap]},
             });
     const auto count = [this](int state) { return Under(Grid3, FirstCount + state, LT[state]); };
     AddPage(SSTab1, "Récap 2",
-            Row{
-                Column{
-                    Item::Growing(Grid3),
-                    Totals(Grid3, {Caption("LTotal2", "Total"), count(0), count(1), count(2), count(3), count(4),
-                                   count(5), count(6)}),
-                },
-                Item::Gap(),
-                Column{Row{Image3[PrintCodes], Label5[PrintCodes]}, Item::Stretch()},
-                Item::Stretch(),
+            Column{
+                Item::Growing(WithTotals(Grid3, {{Caption("LTotal2", "Total"), count(0), count(1), count(2), count(3),
+                                                  count(4), count(5), count(6)}})),
+                Row{Item::Stretch(), Label5[PrintCodes], Image3[PrintCodes]},
             });
     AddPage(SSTab1, "Détail",
-            Column{Item::Growing(Grid2),
-                   Totals(Grid2, {Caption("LTotal3", "Total"), Under(Grid2, Amount, DetailReceivedTotal),
-                                  Under(Grid2, Value, DetailTheoreticalTotal)})});
+            WithTotals(Grid2, {{Caption("LTotal3", "Total"), Under(Grid2, Amount, DetailReceivedTotal),
+                                Under(Grid2, Value, DetailTheoreticalTotal)}}));
 }
 
 void Recettes::BuildScopePanel()
@@ -101,7 +89,7 @@ void Recettes::BuildScopePanel()
     SSOption1[CurrentUnit].setAccessibleDescription("Unité actuelle");
     SSOption1[Nothing].setText("Rien");
     Dress(Image4[Cancel], "cancel", "Annuler");
-    Dress(Image4[Accept], "accept", "Imprimer", Command::Accept);
+    Dress(Image4[Accept], "accept", "Imprimer", {Command::Accept, Command::Print});
     Inside(SSPanel3, Column{
                          SSOption1[AllUnits],
                          SSOption1[CurrentUnit],

@@ -19,6 +19,8 @@ J_PROD::J_PROD()
       Grid1("Grid1", {{"N°", 600, Qt::AlignCenter}, {"Dénmination", 3230}, {"Prix", 820, Qt::AlignRight}})
 {
     BuildForm();
+    constexpr int selectedOnFocus = 60;
+    NameField.SelectedOnFocus = PriceField.SelectedOnFocus = selectedOnFocus;
     On(Grid1, &Grid::Click, *this, &J_PROD::Grid1_Click);
     On(Grid1, &Grid::DblClick, *this, &J_PROD::Grid1_DblClick);
     On(Grid1, &Grid::Entered, *this, &J_PROD::Grid1_DblClick);
@@ -236,7 +238,7 @@ void J_PROD::DeleteService()
     const dao::Key service = List1.KeyOf(row);
     if (IsUsedByAct(service))
         return ReportInUse();
-    if (!ConfirmsDeletion(PlainText(row + 1)))
+    if (!ConfirmsDeletion(Grid1, row, PlainText(row + 1)))
         return;
     switch (Remove(service)) {
     case Removal::InUse:

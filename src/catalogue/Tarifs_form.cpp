@@ -17,7 +17,7 @@ void Tarifs::BuildForm()
     Grid1.SetNameColumn(Code);
     Grid1.SetUsualRows(core::TariffCount);
     Label& heading = NewLabel("Label1(0)", "Tarifs des actes");
-    heading.setProperty("role", "caption");
+    heading.setProperty("role", "title");
 
     QFont bold = Label3.font();
     bold.setBold(true);

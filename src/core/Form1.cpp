@@ -37,6 +37,7 @@ void ShowRefusal(const MenuEntry& entry)
 Form1::Form1(ScreenOpeners screens) : Form("Form1"), openers(std::move(screens))
 {
     BuildMenu();
+    BuildGreeting();
     BuildForm();
     On(Image1, &Picture::clicked, *this, &Form1::mnuQ_Click);
     On(Image2, &Picture::clicked, *this, &Form1::mnuQ_Click);

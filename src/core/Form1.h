@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/Greeting.h"
 #include "core/MenuTable.h"
 #include "platform/forms/ControlArray.h"
 #include "platform/forms/Controls.h"
@@ -47,6 +48,7 @@ protected:
 private:
     void BuildForm();
     void BuildMenu();
+    void BuildGreeting();
     void ShowMenuState(bool opened);
     void ChooseEntry(const MenuEntry& entry);
     void OpenScreen(std::string_view control);
@@ -62,6 +64,7 @@ private:
     ScreenOpeners openers;
     QMenuBar menu;
     std::map<std::string, QAction*, std::less<>> entries;
+    Greeting greeting;
 };
 
 } // namespace core

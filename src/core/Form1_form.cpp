@@ -7,13 +7,30 @@
 #include <QEvent>
 #include <QLayout>
 #include <QMenu>
-#include <QShortcut>
 #include <QToolButton>
 #include <algorithm>
 
 using namespace forms;
 
 namespace core {
+
+namespace {
+
+constexpr struct {
+    const char* control;
+    Command command;
+} Shortcuts[] = {
+    {"mnu_aprpos", Command::OpenPractice}, {"mnu_Prest", Command::OpenServices},
+    {"mnu_tarif", Command::OpenTariffs},   {"NPatients", Command::OpenPatients},
+    {"NActes", Command::OpenActs},         {"mnuQ", Command::Quit},
+    {"mnu_Recap", Command::OpenPlanning},  {"mnu_recette", Command::OpenJournal},
+    {"mnu_mens", Command::OpenMonth},      {"mnu_asuppr", Command::OpenDeletedActs},
+    {"mnu_Deep", Command::OpenExpenses},   {"mnu_Inst", Command::OpenPending},
+    {"mnu_Caisse", Command::OpenCash},     {"mnu_Charges", Command::OpenCharges},
+    {"mnu_resultat", Command::OpenResult},
+};
+
+} // namespace
 
 void Form1::BuildMenu()
 {
@@ -36,18 +53,15 @@ void Form1::BuildMenu()
         action->setObjectName(QLatin1String(entry.control));
         entries[entry.control] = action;
     }
-    Entry("mnu_aprpos")->setShortcut(QKeySequence::Open);
-    Entry("mnuQ")->setShortcut(QKeySequence("Ctrl+Q"));
-    Entry("NActes")->setShortcut(KeysOf(Command::OpenActs));
-    Entry("mnu_Caisse")->setShortcut(KeysOf(Command::OpenCash));
-    Entry("mnu_Inst")->setShortcut(KeysOf(Command::OpenPending));
+    for (const auto& [control, command] : Shortcuts)
+        Entry(control)->setShortcut(KeysOf(command));
     menu.setFocusPolicy(Qt::StrongFocus);
     menu.setAccessibleName("Menu");
-    auto* menuShortcut = new QShortcut(QKeySequence(Qt::Key_F10), this);
-    connect(menuShortcut, &QShortcut::activated, this, [this] {
-        menu.setFocus();
-        menu.setActiveAction(menu.actions().first());
-    });
+    for (const Command command : {Command::OpenMenu, Command::OpenMovements}) // no letter of "Mouvements" is marked
+        OnCommand(command, [this] {
+            menu.setFocus();
+            menu.setActiveAction(Entry("mnu_6"));
+        });
 }
 
 QAction* Form1::Entry(std::string_view control) const
@@ -67,6 +81,7 @@ void Form1::BuildForm()
     setWindowFlags(Qt::Window);
     menu.setObjectName("MainMenu");
     setAccessibleName("ZEP Lumo");
+    setWindowIconText("ZEP Lumo"); // for task bars: the title is blank
     if (auto* more = menu.findChild<QToolButton*>())
         more->setAccessibleName("Suite du menu");
 
@@ -97,6 +112,8 @@ void Form1::BuildForm()
         Label1[0],
         Label1[1],
         Label1[2],
+        Item::Gap(),
+        greeting,
         Item::Growing(Image3),
         Row{Label4[0], Item::Stretch(), Image1},
     });
@@ -108,6 +125,7 @@ void Form1::BuildForm()
     Label4[0].installEventFilter(this);
     Image3.setMinimumSize(1, 1);
     Image3.setMouseTracking(true);
+    Image3.installEventFilter(this);
     setMouseTracking(true);
 }
 
@@ -127,6 +145,8 @@ void Form1::changeEvent(QEvent* event)
 
 bool Form1::eventFilter(QObject* watched, QEvent* event)
 {
+    if (watched == &Image3 && event->type() == QEvent::Resize)
+        ShowBackdrop();
     if (watched == &Label4[0] && event->type() == QEvent::Enter)
         Label4[0].setFrameShape(QFrame::Box);
     if (watched == &Label4[0] && event->type() == QEvent::Leave)
@@ -144,7 +164,6 @@ void Form1::resizeEvent(QResizeEvent* event)
 {
     Form::resizeEvent(event);
     layout()->activate();
-    ShowBackdrop();
     Image2.setGeometry(Image1.geometry());
 }
 

@@ -36,6 +36,8 @@ QString PeriodChooser::Period::Heading() const
 PeriodChooser::PeriodChooser() : Panel("Dates", "Choix des dates")
 {
     BuildForm();
+    for (int field = Day; field <= Last; ++field)
+        OfferCalendar(Text1[field]);
     connect(&Text1[Day], &TextBox::Entered, this, [this] { Image2[AcceptDay].click(); });
     connect(&Text1[First], &TextBox::Entered, this, [this] { Text1[Last].setFocus(); });
     connect(&Text1[Last], &TextBox::Entered, this, [this] { Image2[AcceptPeriod].click(); });
@@ -78,23 +80,25 @@ std::optional<PeriodChooser::Period> PeriodChooser::Read(int acceptPicture)
 
 std::optional<PeriodChooser::Period> PeriodChooser::ReadDay()
 {
-    const QString day = Text1[Day].text().trimmed();
-    // The date field accepts some texts that aren't dates, such as "12/05x/2004".
-    if (day.size() >= basic::DateLength && basic::IsDate(day))
-        return Period{day, day, true};
+    if (const auto day = TypedDay(Text1[Day].text()))
+        return Period{*day, *day, true};
     Refuse("Date incorrecte", Day);
     return std::nullopt;
 }
 
 std::optional<PeriodChooser::Period> PeriodChooser::ReadPeriod()
 {
-    const Period period{Text1[First].text().trimmed(), Text1[Last].text().trimmed()};
-    if (period.first.size() < basic::DateLength || period.last.size() < basic::DateLength)
-        Refuse("Saisie incomplète", period.first.size() < basic::DateLength ? First : Last);
-    else if (!basic::IsDate(period.first) || !basic::IsDate(period.last))
-        Refuse("Date incorrecte", basic::IsDate(period.first) ? Last : First);
-    else
-        return period;
+    for (const int bound : {First, Last}) {
+        if (Text1[bound].text().trimmed().size() < basic::DateLength) {
+            Refuse("Saisie incomplète", bound);
+            return std::nullopt;
+        }
+    }
+    const auto first = TypedDay(Text1[First].text());
+    const auto last = TypedDay(Text1[Last].text());
+    if (first && last)
+        return Period{*first, *last};
+    Refuse("Date incorrecte", first ? Last : First);
     return std::nullopt;
 }
 

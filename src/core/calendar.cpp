@@ -4,9 +4,12 @@
 #include "core/globals.h"
 #include "platform/basic/Dates.h"
 #include "platform/basic/Numbers.h"
-#include "platform/basic/RuntimeError.h"
 #include "platform/forms/Desk.h"
+#include "platform/forms/Guard.h"
+#include "platform/forms/TextBox.h"
 #include "platform/host/Host.h"
+
+#include <algorithm>
 
 using namespace basic;
 
@@ -32,13 +35,20 @@ QString LongDayName(const QString& dateText)
     return DayNamesLong[WeekdayLine(dateText)].trimmed();
 }
 
-bool IsDateText(const QString& dateText)
+std::optional<QString> TypedDay(const QString& text)
 {
-    try {
-        return DateValue(dateText) == DateValue(DateToQueryText(dateText));
-    } catch (const RuntimeError&) {
-        return false;
-    }
+    constexpr int firstYear = 1900;
+    const QString typed = text.trimmed();
+    const QString day = typed.left(2);
+    const QString month = typed.mid(3, 2);
+    const QString year = typed.right(4);
+    if (typed.size() < DateLength || !std::ranges::all_of(day + month + year, [](QChar each) { return IsDigit(each); }))
+        return std::nullopt;
+    const int monthNumber = month.toInt();
+    if (monthNumber < 1 || monthNumber > 12 || year.toInt() < firstYear || day.toInt() < 1 ||
+        day.toInt() > DaysInMonth(monthNumber, year.toInt()))
+        return std::nullopt;
+    return day + "/" + month + "/" + year;
 }
 
 int DaysInMonth(int month, int year)
@@ -70,6 +80,14 @@ std::optional<QString> PickDateFrom(const QString& dateText)
 std::optional<QString> PickDateFromToday()
 {
     return PickDateFrom(DateText(host::Today()));
+}
+
+void OfferCalendar(forms::DateField& field)
+{
+    forms::On(field, &forms::DateField::CalendarWanted, field, [&field] {
+        if (const auto chosen = PickDateFrom(TypedDay(field.text()).value_or(DateText(host::Today()))))
+            field.setText(*chosen);
+    });
 }
 
 } // namespace core

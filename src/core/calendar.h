@@ -3,6 +3,10 @@
 #include <QString>
 #include <optional>
 
+namespace forms {
+class DateField;
+} // namespace forms
+
 namespace core {
 
 /// The heading of a day: trimmed short weekday name, two blanks and the date text ("Mar  17/06/2008").
@@ -11,9 +15,10 @@ QString DayCaption(const QString& dateText);
 /// The long weekday name of a dd/mm/yyyy text, trimmed ("Mardi").
 QString LongDayName(const QString& dateText);
 
-/// Whether a dd/mm/yyyy text is a valid date, with any separators. Stricter than the date fields, which accept
-/// "17/0612008".
-bool IsDateText(const QString& dateText);
+/// A typed day as dd/mm/yyyy: the first two characters of the trimmed text, the fourth and fifth, and the last four,
+/// whatever stands between. None for a text of less than ten characters or when that is no day. As in a date field,
+/// every fourth year has a 29 February, which DateValue reads as 1 March where there is none.
+std::optional<QString> TypedDay(const QString& text);
 
 /// Days of a month (1 to 12). Every fourth year is a leap year: no century rule.
 int DaysInMonth(int month, int year);
@@ -24,5 +29,9 @@ std::optional<QString> PickDateFromToday();
 
 /// The same, preset with a dd/mm/yyyy text.
 std::optional<QString> PickDateFrom(const QString& dateText);
+
+/// Shows the date picker when a date field wants it, preset with the field's day, or with the current date if it has
+/// none; on cancel the field keeps its text.
+void OfferCalendar(forms::DateField& field);
 
 } // namespace core

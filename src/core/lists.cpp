@@ -4,6 +4,7 @@
 #include "platform/basic/RuntimeError.h"
 #include "platform/forms/Controls.h"
 #include "platform/forms/Desk.h"
+#include "platform/forms/Grid.h"
 
 namespace PaymentCode = data::PaymentCode;
 
@@ -85,10 +86,11 @@ bool DeleteKey(dao::Recordset& rows, dao::Key key)
     return true;
 }
 
-bool ConfirmsDeletion(const QString& number)
+bool ConfirmsDeletion(forms::Grid& list, int row, const QString& number)
 {
+    list.SelectRow(row); // alone: several may be chosen for copying
     return forms::MsgBox("Confirmer supression de ligne N° " + number, forms::Icon::Question, "Confirmation",
-                         forms::Buttons::YesNo) == forms::Answer::Yes;
+                         forms::Buttons::NoYes) == forms::Answer::Yes;
 }
 
 void ReportDeletedLine()

@@ -6,6 +6,7 @@
 
 namespace forms {
 class ComboBox;
+class Grid;
 } // namespace forms
 
 namespace core {
@@ -29,8 +30,9 @@ bool FindKey(dao::Recordset& lookup, dao::Key key);
 /// Deletes the row with this key; false if it no longer exists.
 bool DeleteKey(dao::Recordset& rows, dao::Key key);
 
-/// Asks whether to delete a line of a list; `number` is its number as shown.
-bool ConfirmsDeletion(const QString& number);
+/// Asks whether to delete a row of a list, which is highlighted meanwhile; Enter means no. `number` is the row's number
+/// as shown.
+bool ConfirmsDeletion(forms::Grid& list, int row, const QString& number);
 
 /// Tells the user that another program has deleted the line. Call when nothing was written.
 void ReportDeletedLine();

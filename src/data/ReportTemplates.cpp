@@ -36,6 +36,7 @@ QStringList ReportTextsOf(const QString& templateName)
         {"ZEP_R1.RPT", 5, 10},  {"ZEP_R2.RPT", 4, 4},   {"ZEP_R3.RPT", 4, 4},   {"ZEP_R4.RPT", 4, 4},
         {"ZEP_DTAL.RPT", 4, 7}, {"ZEP_RCAP.RPT", 4, 7}, {"ZEP_RCP2.RPT", 4, 4}, {"ZEP_Rstt.RPT", 5, 8},
         {"ZEP_Supp.RPT", 4, 4}, {"Planning.RPT", 4, 4},
+        {"ZEP_EVO1.RPT", 4, 6}, {"ZEP_EVO2.RPT", 4, 6},
     };
     QStringList texts;
     for (const auto& report : given)

@@ -1,5 +1,6 @@
 #include "expenses/EntryPanel.h"
 
+#include "core/calendar.h"
 #include "core/windows.h"
 #include "platform/forms/Desk.h"
 #include "platform/forms/Layout.h"
@@ -11,6 +12,7 @@ namespace expenses {
 EntryPanel::EntryPanel() : Panel("SSPanel3")
 {
     BuildPanel();
+    core::OfferCalendar(Date);
     connect(&Date, &TextBox::Entered, this, [this] { Object.setFocus(); });
     connect(&Object, &TextBox::Entered, this, [this] { Amount.setFocus(); });
     connect(&Amount, &TextBox::Entered, this, [this] { Image2[Accept].click(); });
@@ -60,7 +62,12 @@ std::optional<TypedExpense> EntryPanel::Read()
             return std::nullopt;
         }
     }
-    return TypedExpense{Date.text().trimmed(), Object.text().trimmed(), Amount.text().trimmed()};
+    const auto day = core::TypedDay(Date.text());
+    if (!day) {
+        Refuse("Date incorrecte", Date);
+        return std::nullopt;
+    }
+    return TypedExpense{*day, Object.text().trimmed(), Amount.text().trimmed()};
 }
 
 void EntryPanel::Refuse(const QString& reason, TextBox& field)

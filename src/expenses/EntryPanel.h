@@ -32,7 +32,7 @@ public:
     void ShowOver(QWidget& area, const QString& title, const TypedExpense& shown);
 
     /// The typed expense, trimmed, after the date has been validated as on leaving its field. Shows a message and
-    /// returns nothing when a field is blank.
+    /// returns nothing when a field is blank or the date is no day.
     std::optional<TypedExpense> Read();
 
     /// Shows why the entry can't be saved and focuses the field.

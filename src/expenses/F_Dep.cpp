@@ -195,7 +195,7 @@ void F_Dep::AcceptEntry()
         WriteExpense(*typed);
     } catch (const RuntimeError& error) {
         switch (error.Code()) {
-        case Error::ConversionFailed: // the field lets "12-05-2004" through
+        case Error::ConversionFailed: // 29/02/2100, which only a date field takes for a day
             return SSPanel3.Refuse("Date incorrecte", SSPanel3.Date);
         case Error::Overflow:
             return SSPanel3.Refuse("Montant incorrect", SSPanel3.Amount);
@@ -268,7 +268,7 @@ void F_Dep::ShowPictures(bool shown)
 void F_Dep::DeleteExpense()
 {
     const int row = Grid1.Row();
-    if (List1.IsEmpty() || !ConfirmsDeletion(QString::number(row + 1)))
+    if (List1.IsEmpty() || !ConfirmsDeletion(Grid1, row, QString::number(row + 1)))
         return;
     if (!DeleteKey(ListRecordset, List1.KeyOf(row)))
         return DropLine(row);

@@ -29,8 +29,7 @@ void F_Dep::BuildForm()
     SetContent(Column{
         Row{Item::Growing(SSPanel1), Crecettes[New], Crecettes[Modify], Crecettes[Remove], Crecettes[Select],
             Crecettes[Quit]},
-        Item::Growing(Grid1),
-        Totals(Grid1, {Caption("LTotal", "Total"), Under(Grid1, Amount, Label5)}),
+        Item::Growing(WithTotals(Grid1, {{Caption("LTotal", "Total"), Under(Grid1, Amount, Label5)}})),
     });
     Dates.setParent(this);
     SSPanel3.setParent(this);

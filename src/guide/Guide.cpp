@@ -8,7 +8,6 @@
 #include <QFile>
 #include <QHash>
 #include <QRegularExpression>
-#include <QShortcut>
 
 using namespace forms;
 
@@ -47,25 +46,17 @@ bool PageContains(const QString& page, const QString& text)
 Guide::Guide(const QString& screen) : Form("Guide", "Guide"), firstPage(PageOf(screen))
 {
     BuildForm();
-    AddKeys();
     On(Back, &Picture::clicked, *this, [this] { Page.backward(); });
     On(Contents, &Picture::clicked, *this, [this] { Page.setSource(Address(ContentsPage)); });
     On(Close, &Picture::clicked, *this, &Guide::Unload);
     On(SearchNext, &Picture::clicked, *this, &Guide::FindNext);
     On(SearchText, &TextBox::Entered, *this, &Guide::FindNext);
-    On(Page, &QTextBrowser::backwardAvailable, Back, &QWidget::setEnabled);
-    On(Page, &QTextBrowser::sourceChanged, *this, &Guide::ShowTitle);
-}
-
-void Guide::AddKeys()
-{
-    auto* const toSearch = new QShortcut(KeysOf(Command::Search), this);
-    On(*toSearch, &QShortcut::activated, *this, [this] {
+    OnCommand(Command::Search, [this] {
         SearchText.setFocus(Qt::ShortcutFocusReason);
         SearchText.selectAll();
     });
-    auto* const again = new QShortcut(QKeySequence(Qt::Key_F3), this);
-    On(*again, &QShortcut::activated, *this, &Guide::FindNext);
+    On(Page, &QTextBrowser::backwardAvailable, Back, &QWidget::setEnabled);
+    On(Page, &QTextBrowser::sourceChanged, *this, &Guide::ShowTitle);
 }
 
 void Guide::Form_Load()
@@ -106,6 +97,7 @@ QString Guide::PageOf(const QString& screen)
         {"Mens_Act", "fin-de-mois.md"},
         {"Chrges", "charges.md"},
         {"Result", "fin-de-mois.md"},
+        {"Evolution", "evolution.md"},
         {"Preview", "imprimer.md"},
         {"LongReading", "imprimer.md"},
     };

@@ -41,7 +41,6 @@ protected:
 
 private:
     void BuildForm();
-    void AddKeys();
     void ShowTitle();
 
     QString firstPage;

@@ -94,6 +94,7 @@ GuidePage::GuidePage()
     setOpenExternalLinks(false);
     setMinimumWidth(ScaledLineWidth() / 2);
     document()->setDocumentMargin(DocumentMargin);
+    connect(this, &QTextBrowser::sourceChanged, this, &GuidePage::DressText); // also of a page that is gone back to
     TakeColours();
 }
 
@@ -113,12 +114,6 @@ QVariant GuidePage::loadResource(int type, const QUrl& name)
     picture = picture.scaledToWidth(static_cast<int>(std::lround(width * ratio)), Qt::SmoothTransformation);
     picture.setDevicePixelRatio(ratio);
     return picture;
-}
-
-void GuidePage::doSetSource(const QUrl& address, QTextDocument::ResourceType type)
-{
-    QTextBrowser::doSetSource(address, type);
-    DressText();
 }
 
 void GuidePage::changeEvent(QEvent* event)

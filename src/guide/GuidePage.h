@@ -15,7 +15,6 @@ public:
 
 protected:
     QVariant loadResource(int type, const QUrl& name) override;
-    void doSetSource(const QUrl& address, QTextDocument::ResourceType type) override;
     void changeEvent(QEvent* event) override;
 
 private:

@@ -14,7 +14,7 @@ void Guide::BuildForm()
     constexpr int searchWidth = 200;
     Dress(Back, "back", "Page précédente", Command::Previous);
     Dress(Contents, "list", "Sommaire", Command::Help);
-    Dress(SearchNext, "search", "Chercher la suite (F3)");
+    Dress(SearchNext, "search", "Chercher la suite", Command::FindNext);
     Dress(Close, "quit", "Fermer", Command::Leave);
     Close.setToolTip("Fermer (Échap ou Ctrl+W)");
     SearchText.setAccessibleName("Texte à chercher");

@@ -47,7 +47,7 @@ bool IsYear(const QString& text)
 {
     constexpr int digits = 4;
     return text.size() == digits && std::ranges::all_of(text, [](QChar each) { return IsDigit(each); }) &&
-           IsDateText("01/01/" + text);
+           IsDate("01/01/" + text);
 }
 
 Int16 CountIn(const Grid& grid, int row, int column)
@@ -71,6 +71,7 @@ Planning::Planning()
                                                       {"N° Carte", 1430, Qt::AlignCenter}})
 {
     BuildForm();
+    Text5[0].SelectedOnFocus = DateLength;
     Text3.KeyPress = KeyFilterDigits;
     On(Grid1, &Grid::Click, *this, &Planning::Grid1_Click);
     On(Grid1, &Grid::DblClick, *this, &Planning::Grid1_DblClick);
@@ -84,6 +85,9 @@ Planning::Planning()
     OnEach(Image4, &Picture::clicked, *this, &Planning::Image4_Click);
     OnEach(Image5, &Picture::clicked, *this, &Planning::Image5_Click);
     OnEach(Image7, &Picture::clicked, *this, &Planning::Image7_Click);
+    for (const int option : {CurrentUnit, AllUnits})
+        On(SSOption1[option], &OptionButton::Entered, *this, [this] { Image4_Click(Print); });
+    OfferCalendar(Text5[0]);
     On(Text5[0], &DateField::Entered, *this, [this] { Image5_Click(AcceptDay); });
     On(Text5[0], &DateField::DateRefused, *this, [this] { Text5[0].setFocus(); });
     On(Text3, &TextBox::Entered, *this, [this] { Image7_Click(AcceptMonth); });
@@ -104,6 +108,7 @@ void Planning::Form_Load()
 
 void Planning::Image1_Click(int index)
 {
+    Image1[index].SetBorder(false);
     switch (index) {
     case ChooseDay:
         Text5[0].Tag = Text5[0].text();
@@ -126,6 +131,7 @@ void Planning::Image2_Click(int index)
 
 void Planning::Image5_Click(int index)
 {
+    Image5[index].SetBorder(false);
     if (index == CancelDay) {
         Text5[0].setText(Text5[0].Tag);
     } else {
@@ -138,6 +144,7 @@ void Planning::Image5_Click(int index)
 
 void Planning::Image7_Click(int index)
 {
+    Image7[index].SetBorder(false);
     if (index == AcceptMonth) {
         if (!IsYear(Text3.text().trimmed())) {
             MsgBox("Année incorrecte", Icon::Critical, "ATTENTION");
@@ -216,13 +223,14 @@ void Planning::LoadPlanningLists()
 
 bool Planning::RefreshDay()
 {
-    const QString day = Text5[0].text().trimmed();
-    if (day.size() < DateLength || !IsDateText(day)) {
+    const auto day = TypedDay(Text5[0].text());
+    if (!day) {
         MsgBox("Date incorrecte", Icon::Critical, "ATTENTION");
         return false;
     }
-    DayDateUS = QueryDate(day);
-    DayHeading.setText("Journée du " + DayCaption(day).trimmed());
+    Text5[0].setText(*day);
+    DayDateUS = QueryDate(*day);
+    DayHeading.setText("Journée du " + DayCaption(*day).trimmed());
     CountDayByUnit();
     return true;
 }

@@ -1,6 +1,6 @@
 #include "planning/Planning.h"
 
-#include "planning/ColumnLabels.h"
+#include "platform/forms/ColumnLabels.h"
 #include "platform/forms/GridTotals.h"
 #include "platform/forms/Layout.h"
 
@@ -47,7 +47,7 @@ void Planning::DressPictures()
 void Planning::BuildBoard()
 {
     Label& title = NewLabel("Label1(18)", "Planning");
-    title.setProperty("role", "caption");
+    title.setProperty("role", "title");
     QFont bold = DayHeading.font();
     bold.setBold(true);
     DayHeading.setFont(bold);
@@ -65,23 +65,22 @@ void Planning::BuildBoard()
                              "HH(8)", "HH(9)"});
 
     Inside(SSPanel2, Column{Item::Growing(Grid3)});
-    Inside(
-        SSPanel4,
-        Column{
-            Row{title, Item::Stretch(), Image1[ChooseDay], Image1[OpenList], Image1[ChooseMonth], Image1[Quit]},
-            Item::Growing(Row{
-                Item::Growing(
-                    Column{
-                        Row{DayHeading, Item::Stretch(), Image2[DayBefore], Image2[DayAfter]},
-                        Item::Growing(Grid1),
-                        Totals(Grid1, {Caption("LTotal", "Total"), Under(Grid1, Programmed, DayTotals[ProgrammedTotal]),
-                                       Under(Grid1, Performed, DayTotals[PerformedTotal]),
-                                       Under(Grid1, Difference, DayTotals[DifferenceTotal])}),
-                    },
-                    2),
-                Item::Growing(SSPanel2, 3),
-            }),
-        });
+    Inside(SSPanel4,
+           Column{
+               Row{title, Item::Stretch(), Image1[ChooseDay], Image1[OpenList], Image1[ChooseMonth], Image1[Quit]},
+               Item::Growing(Row{
+                   Item::Growing(
+                       Column{
+                           Row{DayHeading, Item::Stretch(), Image2[DayBefore], Image2[DayAfter]},
+                           Item::Growing(WithTotals(Grid1, {{Caption("LTotal", "Total"),
+                                                             Under(Grid1, Programmed, DayTotals[ProgrammedTotal]),
+                                                             Under(Grid1, Performed, DayTotals[PerformedTotal]),
+                                                             Under(Grid1, Difference, DayTotals[DifferenceTotal])}})),
+                       },
+                       2),
+                   Item::Growing(SSPanel2, 3),
+               }),
+           });
 }
 
 void Planning::BuildChoices()

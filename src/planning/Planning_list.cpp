@@ -16,6 +16,7 @@ namespace planning {
 
 void Planning::Image4_Click(int index)
 {
+    Image4[index].SetBorder(false);
     switch (index) {
     case OpenPrint:
         FloatOver(SSPanel6, SSPanel4);

@@ -58,6 +58,14 @@ STEPS = [
     ("ctrl+Next", "Journal, detail", ""),
     ("", "", "Récapitulatif par unité"),
     ("E3", "Monthly situation", "Actes du mois par unité"),
+    ("Evolution", "Evolution, months", "Graphique des mois"),
+    ("Left", "Evolution, a month", "Graphique des mois : "),
+    ("Return", "Result of a month", "Résultat net"),
+    ("", "", "Résultat net"),
+    ("ctrl+Next", "Evolution, services", "Graphique des unités"),
+    ("Return", "Evolution, a service", "Graphique des mois de "),
+    ("Escape", "", "Graphique des unités"),
+    ("", "", "Graphique des unités"),
     ("", "", "Actes du mois par unité"),
     ("E4", "Deleted acts", "Actes supprimés"),
     ("F4", "Deleted acts, date", "Autre date"),
@@ -75,14 +83,14 @@ STEPS = [
     ("", "", "Résultat net"),
     ("ctrl+q", "Message", "Veuiller Confirmer Fin de Travail"),
 ]
-BUTTON = "Actualiser la visibilité des actes"
+BUTTONS = {"Button": "Actualiser la visibilité des actes", "Evolution": "Évolution des mois"}
 
 
 def press(program, keys):
     """Presses keys one after another; those of a menu entry, or a button as assistive software does."""
     for key in keys.split():
-        if key == "Button":
-            press_button(program)
+        if key in BUTTONS:
+            press_button(program, BUTTONS[key])
         elif key[0] in "ME" and key[1:].isdigit():
             # F10 opens the first menu with no entry chosen, Right the next one with its first.
             down = int(key[1:]) - (key[0] == "E")
@@ -92,14 +100,9 @@ def press(program, keys):
             time.sleep(0.3)
 
 
-def press_button(program):
-    def find(item):
-        if item.get_name() == BUTTON and shows(item):
-            return item
-        return next(filter(None, map(find, children(item))), None)
-
+def press_button(program, name):
     try:
-        find(front(program)).do_action(0)
+        next(item for item in below(front(program)) if item.get_name() == name).do_action(0)
     except GLib.Error:  # the answer comes when the screen that it opens has closed
         pass
 
@@ -117,6 +120,14 @@ def is_in(item, state):
 
 def shows(item):
     return is_in(item, Atspi.StateType.SHOWING)
+
+
+def below(item):
+    """The item and what shows below it, but neither the cells of tables nor what shows when a list is open."""
+    yield item
+    if item.get_role() not in (Atspi.Role.TABLE, Atspi.Role.COMBO_BOX, Atspi.Role.LIST, Atspi.Role.MENU_BAR):
+        for child in filter(shows, children(item)):
+            yield from below(child)
 
 
 def find_program():
@@ -176,31 +187,17 @@ def check_table(place, table):
 
 
 def check(place, item):
-    """Checks what shows of an item and below it; returns how many controls can have the focus."""
-    count = 0
-    role = item.get_role()
     if is_in(item, Atspi.StateType.FOCUSABLE):
-        count += 1
-        if role in (Atspi.Role.INVALID, Atspi.Role.UNKNOWN):
+        if item.get_role() in (Atspi.Role.INVALID, Atspi.Role.UNKNOWN):
             report(place, item, "no role")
         if not item.get_name().strip() and not is_labelled(item):
             report(place, item, "no name")
-    if role == Atspi.Role.TABLE:
+    if item.get_role() == Atspi.Role.TABLE:
         check_table(place, item)
-        return count
-    if role in (Atspi.Role.COMBO_BOX, Atspi.Role.LIST, Atspi.Role.MENU_BAR):
-        return count  # what is in them shows when they are open
-    return count + sum(check(place, child) for child in children(item) if shows(child))
 
 
-def texts(item):
-    """The names and descriptions of what shows, cells of tables aside."""
-    found = [item.get_name(), item.get_description()]
-    if item.get_role() != Atspi.Role.TABLE:
-        for child in children(item):
-            if shows(child):
-                found += texts(child)
-    return found
+def texts(window):
+    return [text for item in below(window) for text in (item.get_name(), item.get_description())]
 
 
 def has(program, marks):
@@ -210,7 +207,9 @@ def has(program, marks):
 
 def look(program, place):
     window = front(program)
-    count = check(place, window)
+    for item in below(window):
+        check(place, item)
+    count = sum(is_in(item, Atspi.StateType.FOCUSABLE) for item in below(window))
     print(f"{place}: {window.get_role_name()} \"{window.get_name().strip()}\", {count} controls")
     if count == 0:
         report(place, window, "nothing can have the focus")

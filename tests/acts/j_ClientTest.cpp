@@ -47,6 +47,7 @@ TEST_F(PatientList, OpensOnTheSearchAndStaysEmpty)
     EXPECT_EQ(screen.Grid1.Text(0, j_Client::Number), "");
     EXPECT_EQ(Counts(screen), QStringList({"", "", ""}));
     EXPECT_TRUE(screen.Grid1.hasFocus());
+    EXPECT_EQ(tests::HighlightedRow(screen.Grid1), -1);
     EXPECT_EQ(AccessibilityFaults(screen), QStringList());
 
     Click(screen.Crecettes[j_Client::Archive]); // nobody to archive
@@ -87,6 +88,7 @@ TEST_F(PatientList, ListsTheSelectedPatients)
     screen.ListQuery = "select * from Patients where num = 0";
     screen.FillPatientGrid();
     EXPECT_EQ(screen.Grid1.Text(0, j_Client::Number), "");
+    EXPECT_EQ(tests::HighlightedRow(screen.Grid1), -1);
     EXPECT_EQ(Counts(screen), QStringList({"", "", ""}));
 }
 

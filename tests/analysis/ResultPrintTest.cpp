@@ -2,6 +2,7 @@
 #include "data/ConfigurationFile.h"
 #include "menu.h"
 #include "platform/pages/PageLayout.h"
+#include "support/Files.h"
 #include "support/MainWindow.h"
 #include "support/Reports.h"
 #include "support/ScreenTest.h"
@@ -50,10 +51,8 @@ TEST_F(ResultPrinting, PrintsTheResultAsShown)
 
 TEST_F(ResultPrinting, SpeaksArabicFromTheMenuToThePaper)
 {
-    QFile configuration(practice.File("ZEP_CFIG.CFG"));
-    ASSERT_TRUE(configuration.open(QIODevice::WriteOnly));
-    configuration.write(data::EncodeConfiguration({.language = 1, .accessValue = 3, .letterhead = {}}));
-    configuration.close();
+    tests::WriteFile(practice.File("ZEP_CFIG.CFG"),
+                     data::EncodeConfiguration({.language = 1, .accessValue = 3, .letterhead = {}}));
     auto& main = desk.Open<core::Form1>(MenuScreens());
     tests::TypeCode(desk, main, practice.Folder(), "6");
 

@@ -47,6 +47,7 @@ protected:
         for (int picture = F_Inst::OtherDate; picture <= F_Inst::Quit; ++picture)
             EXPECT_EQ(screen.Image1[picture].isVisible(), picture == F_Inst::Quit || !(dates || correction));
         EXPECT_FALSE(dates && correction);
+        EXPECT_EQ(screen.Grid3.isEnabled(), !correction);
         return dates ? "dates" : correction ? "correction" : "list";
     }
 };
@@ -158,6 +159,8 @@ TEST_F(PendingSettlements, AreSettledByKeyboardAndStayListed)
     EXPECT_EQ(screen.SSPanel2.Amount.text(), "");
     Press(screen.SSPanel2.Code, Qt::Key_Down);
     Press(screen.SSPanel2.Code, Qt::Key_Down);
+    Press(screen.SSPanel2.Code, Qt::Key_Return);
+    EXPECT_TRUE(screen.SSPanel2.Amount.hasFocus());
     Type(screen.SSPanel2.Amount, "1234,5x");
     Press(screen.SSPanel2.Amount, Qt::Key_Return);
     ExpectSaved("Correction enregistrée");

@@ -160,6 +160,8 @@ TEST_F(CashStatement, DropsACorrectionWhenTheDayChanges)
     screen.SSPanel2.Amount.setText("-50");
     PickDay(screen, Q_Date_2::CancelDay);
     EXPECT_TRUE(screen.SSPanel2.isVisible()); // no other day, nothing discarded
+    Press(screen.SSPanel2.Code, Qt::Key_Right, Qt::AltModifier);
+    EXPECT_EQ(screen.SSPanel1.Tag, "16/06/2008");
 
     PickDay(screen, Q_Date_2::AcceptDay);
     EXPECT_FALSE(screen.SSPanel2.isVisible());
@@ -167,6 +169,13 @@ TEST_F(CashStatement, DropsACorrectionWhenTheDayChanges)
     EXPECT_EQ(screen.SSPanel1.Tag, "17/06/2008");
     EXPECT_EQ(screen.RCP[J_CAISSE::OpeningBalance].text(), "  9.00");
     EXPECT_EQ(practice.Stored("Actes", act, "montant").Double(), 9);
+    for (const char* day : {"16/06/2008", "15/06/2008"}) {
+        Press(*screen.focusWidget(), Qt::Key_Left, Qt::AltModifier);
+        EXPECT_EQ(screen.SSPanel1.Tag, day);
+    }
+    Press(*screen.focusWidget(), Qt::Key_Right, Qt::AltModifier);
+    EXPECT_EQ(tests::ColumnOf(screen.Grid3, J_CAISSE::Amount), QStringList("9"));
+    PickDay(screen, Q_Date_2::AcceptDay);
     Correct(screen); // nothing pending
     DoubleClick(screen.Grid3, 0);
     EXPECT_FALSE(screen.SSPanel2.isVisible());

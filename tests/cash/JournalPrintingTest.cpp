@@ -143,7 +143,11 @@ TEST_F(JournalPrinting, AsksForTheScopeOfTheDetail)
     EXPECT_TRUE(IsReading(screen));
 
     for (const bool byKey : {true, false}) {
-        Print(screen, Recettes::PrintDetail);
+        screen.SSTab1.setCurrentIndex(Recettes::DetailTab);
+        if (byKey)
+            Press(screen.Grid2, Qt::Key_P, Qt::ControlModifier);
+        else
+            Print(screen, Recettes::PrintDetail);
         EXPECT_TRUE(screen.SSOption1[Recettes::Nothing].isChecked());
         if (byKey)
             Press(screen.SSOption1[Recettes::Nothing], Qt::Key_Escape);

@@ -234,24 +234,6 @@ TEST_F(Services, MoveBetweenTheProtectedPositionAndTheEnd)
     EXPECT_EQ(Stored(), QStringList({"1|0", "5|1", "3|2", "4|3", "2|4"}));
 }
 
-TEST_F(Services, DoNotMoveIfOnlyOneOrTwoAreListed)
-{
-    for (const int services : {2, 1}) {
-        if (services == 1)
-            practice.Remove("Presta", 2);
-        auto& screen = OpenScreen();
-        for (int row = 0; row < services; ++row) {
-            for (const int direction : {J_PROD::MoveUp, J_PROD::MoveDown}) {
-                Click(screen.Grid1, row);
-                Click(screen.Image1[direction]);
-            }
-        }
-        EXPECT_EQ(screen.Grid1.Text(0, J_PROD::Name), " Consultation") << services;
-        Quit(screen);
-        EXPECT_EQ(practice.Stored("Presta", 1, "Ordre").Long(), 0);
-    }
-}
-
 TEST_F(Services, LoseTheirMovesByTheCloseBoxOnly)
 {
     AddThree();
@@ -370,9 +352,6 @@ TEST_F(Services, ReportADeletedServiceAndTouchNoOther)
     Press(screen.Grid1, Qt::Key_F2);
     EXPECT_FALSE(screen.Grid1.isEnabled()); // nothing is left
     EXPECT_EQ(RowOf(screen.Grid1, 0), QStringList({"", "", ""}));
-    Click(screen.Crecettes[J_PROD::New]);
-    Enter(screen, "Visite", "1");
-    EXPECT_EQ(tests::RowsOf(practice, "select denom, Ordre from Presta"), QStringList("Visite|0"));
 }
 
 TEST_F(Services, NameTheirPicturesInTheLanguageOfThePractice)

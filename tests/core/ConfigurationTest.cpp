@@ -3,11 +3,9 @@
 #include "core/globals.h"
 #include "data/ConfigurationFile.h"
 #include "platform/host/Host.h"
+#include "support/Files.h"
 #include "support/Practice.h"
 #include "support/ScriptedDesk.h"
-
-#include <QFile>
-#include <gtest/gtest.h>
 
 namespace {
 
@@ -16,19 +14,6 @@ constexpr int RecordBytes = 84;
 class Configuration : public testing::Test {
 protected:
     Configuration() { core::DataFolder = practice.Folder(); }
-
-    QByteArray Read()
-    {
-        QFile file(practice.File("ZEP_CFIG.CFG"));
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    }
-
-    void Write(const QByteArray& content)
-    {
-        QFile file(practice.File("ZEP_CFIG.CFG"));
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
-        file.write(content);
-    }
 
     /// Sets a word of a record, both counted from 1.
     static void SetWord(QByteArray& content, int record, int word, qint16 value)
@@ -40,37 +25,21 @@ protected:
 
     tests::Practice practice;
     ScriptedDesk desk;
+    const QString path = practice.File("ZEP_CFIG.CFG");
 };
 
 } // namespace
 
-TEST_F(Configuration, ReadsLanguageAndAccessValueUnchanged)
-{
-    QByteArray content = Read();
-    const struct {
-        qint16 word;
-        int mode;
-    } languages[] = {{0, -1}, {1, 1}, {2, -1}, {-1, -1}};
-    for (const auto& language : languages) {
-        SetWord(content, 4, 5, language.word);
-        SetWord(content, 4, 12, -3);
-        Write(content);
-        core::LoadConfiguration();
-        EXPECT_EQ(core::LanguageMode, language.mode) << language.word;
-        EXPECT_EQ(core::StoredAccessValue(), -3);
-    }
-}
-
 TEST_F(Configuration, DecodesEachFieldCutToItsWidth)
 {
-    QByteArray content = Read();
+    QByteArray content = tests::BytesOf(path);
     for (int character = 1; character <= 35; ++character)
         SetWord(content, 39, character,
                 static_cast<qint16>(7 * ('A' + character % 26) + 6)); // not a multiple of 7: truncated
     SetWord(content, 39, 42, 35 * 7);
     SetWord(content, 40, 42, 0);
     SetWord(content, 41, 42, 43 * 7); // beyond the record: skipped
-    Write(content);
+    tests::WriteFile(path, content);
 
     core::LoadConfiguration();
 
@@ -81,19 +50,6 @@ TEST_F(Configuration, DecodesEachFieldCutToItsWidth)
     EXPECT_EQ(core::ConfigLines[2].trimmed().size(), 35);
 }
 
-TEST_F(Configuration, AcceptsAnyLength)
-{
-    const QByteArray whole = Read();
-    for (qsizetype length = 0; length <= whole.size(); ++length) {
-        Write(whole.left(length));
-        core::LoadConfiguration();
-        const bool holdsAccessByte = length >= 3 * RecordBytes + 23; // of the 2 bytes the second is 0
-        ASSERT_EQ(core::StoredAccessValue(), holdsAccessByte ? 3 : 0) << length;
-        const bool holdsLetterhead = length >= 37 * RecordBytes - 1;
-        ASSERT_EQ(core::LetterheadField(1).trimmed(), holdsLetterhead ? "Cabinet d'Été" : "") << length;
-    }
-}
-
 TEST_F(Configuration, WritesTheLetterheadIntoTheTexts)
 {
     practice.Open();
@@ -101,9 +57,9 @@ TEST_F(Configuration, WritesTheLetterheadIntoTheTexts)
     EXPECT_EQ(practice.Ask("select ch1 from textes").Text(), "Cabinet d'Été");
     EXPECT_EQ(practice.Ask("select ch30 from textes").Text(), "(021 00 00 00)");
 
-    QByteArray content = Read();
+    QByteArray content = tests::BytesOf(path);
     SetWord(content, 40, 42, 0);
-    Write(content);
+    tests::WriteFile(path, content);
     core::LoadConfiguration();
     core::WriteTextesFromConfig();
     EXPECT_EQ(practice.Ask("select ch30 from textes").Text(), "()");

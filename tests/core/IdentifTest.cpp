@@ -4,10 +4,8 @@
 #include "support/ChildProcess.h"
 #include "support/ScreenTest.h"
 
-#include <netinet/in.h>
-#include <optional>
-#include <sys/socket.h>
-#include <unistd.h>
+#include <QTcpServer>
+#include <QTcpSocket>
 
 using core::Identif;
 using core::PPRT;
@@ -91,76 +89,52 @@ TEST_F(Identification, SavesOnlyWhatWasChangedAndAccepted)
 
 namespace {
 
-/// A print server with these printers, in a process of its own: it answers every request with them all.
-class PrintServer {
-public:
-    explicit PrintServer(const QStringList& printers)
-    {
-        sockaddr_in address = {};
-        address.sin_family = AF_INET;
-        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-        socklen_t size = sizeof address;
-        EXPECT_EQ(::bind(listener, reinterpret_cast<sockaddr*>(&address), size), 0);
-        EXPECT_EQ(::listen(listener, 5), 0);
-        ::getsockname(listener, reinterpret_cast<sockaddr*>(&address), &size);
-        qputenv("CUPS_SERVER", "127.0.0.1:" + QByteArray::number(ntohs(address.sin_port)));
-        server.emplace([this, printers](tests::Reports&) {
-            for (;;)
-                Answer(::accept(listener, nullptr, nullptr), printers);
-        });
-    }
-    ~PrintServer()
-    {
-        server->Kill();
-        ::close(listener);
-        qunsetenv("CUPS_SERVER");
-    }
-    Q_DISABLE_COPY_MOVE(PrintServer)
+/// An attribute of the Internet Printing Protocol.
+QByteArray Attribute(char type, const QByteArray& name, const QByteArray& value)
+{
+    const auto counted = [](const QByteArray& text) { return QByteArray(1, '\0') + char(text.size()) + text; };
+    return type + counted(name) + counted(value);
+}
 
-private:
-    /// An attribute of the Internet Printing Protocol.
-    static QByteArray Attribute(char type, const QByteArray& name, const QByteArray& value)
-    {
-        const auto counted = [](const QByteArray& text) {
-            return QByteArray(1, '\0') + static_cast<char>(text.size()) + text;
-        };
-        return type + counted(name) + counted(value);
+void Answer(QTcpSocket& client, const QStringList& printers)
+{
+    QByteArray request;
+    while (!request.endsWith('\3') && client.waitForReadyRead()) { // the end of the attributes
+        request += client.readAll();
+        if (request.endsWith("\r\n\r\n"))
+            client.write("HTTP/1.1 100 Continue\r\n\r\n");
     }
+    const qsizetype head = request.indexOf("\r\n\r\n") + 4;
+    QByteArray answer = QByteArray::fromHex("01010000") + request.mid(head + 4, 4) + '\1' +
+                        Attribute('\x47', "attributes-charset", "utf-8") +
+                        Attribute('\x48', "attributes-natural-language", "fr");
+    for (const QString& printer : printers)
+        answer += '\4' + Attribute('\x42', "printer-name", printer.toUtf8()) +
+                  Attribute('\x45', "printer-uri-supported", "ipp://localhost/printers/" + printer.toUtf8());
+    answer += '\3';
+    client.write("HTTP/1.1 200 OK\r\nContent-Type: application/ipp\r\nConnection: close\r\nContent-Length: " +
+                 QByteArray::number(answer.size()) + "\r\n\r\n" + answer);
+    client.disconnectFromHost();
+    if (client.state() != QAbstractSocket::UnconnectedState)
+        client.waitForDisconnected();
+}
 
-    static void Answer(int connection, const QStringList& printers)
-    {
-        QByteArray request;
-        for (char bytes[4096]; !request.endsWith('\3');) { // the end of the attributes
-            const ssize_t size = ::recv(connection, bytes, sizeof bytes, 0);
-            request.append(bytes, qMax(size, ssize_t{0}));
-            if (request.endsWith("\r\n\r\n"))
-                ::send(connection, "HTTP/1.1 100 Continue\r\n\r\n", 25, 0);
-            if (size <= 0)
-                return static_cast<void>(::close(connection));
-        }
-        const qsizetype head = request.indexOf("\r\n\r\n") + 4;
-        QByteArray answer = QByteArray::fromHex("01010000") + request.mid(head + 4, 4) + '\1' +
-                            Attribute('\x47', "attributes-charset", "utf-8") +
-                            Attribute('\x48', "attributes-natural-language", "fr");
-        for (const QString& printer : printers)
-            answer += '\4' + Attribute('\x42', "printer-name", printer.toUtf8()) +
-                      Attribute('\x45', "printer-uri-supported", "ipp://localhost/printers/" + printer.toUtf8());
-        answer += '\3';
-        answer = "HTTP/1.1 200 OK\r\nContent-Type: application/ipp\r\nConnection: close\r\nContent-Length: " +
-                 QByteArray::number(answer.size()) + "\r\n\r\n" + answer;
-        ::send(connection, answer.constData(), static_cast<size_t>(answer.size()), 0);
-        ::close(connection);
-    }
-
-    const int listener = ::socket(AF_INET, SOCK_STREAM, 0);
-    std::optional<tests::ChildProcess> server;
-};
+/// A print server that answers every request with these printers.
+void ServePrinters(const QStringList& printers, tests::Reports& reports)
+{
+    QTcpServer server;
+    server.listen(QHostAddress::LocalHost);
+    reports.Send(server.serverPort());
+    while (server.waitForNewConnection(-1))
+        Answer(*server.nextPendingConnection(), printers);
+}
 
 } // namespace
 
 TEST(Printers, AreListedAndAcceptedByTheirPictureOnly)
 {
-    const PrintServer server({"Accueil", "Cabinet"});
+    tests::ChildProcess server([](tests::Reports& reports) { ServePrinters({"Accueil", "Cabinet"}, reports); });
+    qputenv("CUPS_SERVER", "127.0.0.1:" + QByteArray::number(server.Next<quint16>().value_or(0)));
     ScriptedDesk desk;
     for (const int way : {int(PPRT::Accept), int(PPRT::Cancel), -1}) {
         auto& screen = desk.Open<PPRT>();
@@ -177,4 +151,6 @@ TEST(Printers, AreListedAndAcceptedByTheirPictureOnly)
             Click(screen.Image1[way]);
         EXPECT_FALSE(screen.isVisible());
     }
+    server.Kill();
+    qunsetenv("CUPS_SERVER");
 }

@@ -16,6 +16,7 @@
 #include <QDir>
 #include <QFile>
 #include <QMouseEvent>
+#include <QRegularExpression>
 #include <QTest>
 
 using core::Auteur;
@@ -50,13 +51,24 @@ TEST_F(Opening, ShowsLetterheadAndMenusAfterTheRightCode)
     tests::OtherProgram(practice.File("ZEP_ONE.MDB")).Run("pragma user_version = 1");
     auto& main = Start();
     EXPECT_EQ(main.windowTitle(), " ");
+    EXPECT_EQ(main.windowIconText(), "ZEP Lumo");
     EXPECT_FALSE(main.Entry("mnu_13")->isVisible());
     EXPECT_FALSE(main.Entry("NActes")->isVisible());
     EXPECT_FALSE(main.Label1[0].isVisible());
     EXPECT_TRUE(core::DisplayChanged);
+    const auto shownTasks = [&] {
+        QStringList shown;
+        for (const auto* task : main.findChildren<forms::Picture*>(QRegularExpression("^Task-")))
+            if (task->isVisible())
+                shown << task->accessibleName() + " " + task->accessibleDescription();
+        return shown;
+    };
+    EXPECT_EQ(shownTasks(), QStringList("Explorer ... Ctrl+O"));
 
     TypeCode(main, " 6 "); // stored value 3, doubled; surrounding blanks are ignored
 
+    EXPECT_EQ(shownTasks().size(), 13); // all but "Quitter"
+    EXPECT_TRUE(shownTasks().contains("Caisse du Jour F7"));
     EXPECT_FALSE(main.Entry("mnu_aprpos")->isVisible());
     EXPECT_TRUE(main.Entry("mnu_13")->isVisible());
     EXPECT_FALSE(main.Entry("mnu_tarif")->isEnabled()); // has no screen here
@@ -129,6 +141,12 @@ TEST_F(Opening, FocusesTheMenuAndHasShortcutsForItsMainEntries)
     EXPECT_TRUE(main.focusWidget()->inherits("QMenuBar"));
     Press(*main.focusWidget(), Qt::Key_Return);
     Press(*main.focusWidget(), Qt::Key_Escape);
+    for (const auto& [key, modifiers] : {std::pair(Qt::Key_M, Qt::AltModifier), {Qt::Key_F10, Qt::NoModifier}}) {
+        Press(main, key, modifiers);
+        ASSERT_NE(QApplication::activePopupWidget(), nullptr) << key;
+        EXPECT_EQ(QApplication::activePopupWidget()->actions().first()->objectName(), "mnu_aprpos");
+        QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_Escape);
+    }
     EXPECT_FALSE(desk.EndCode().has_value());
     TypeCode(main, "6");
     practice.Act({});

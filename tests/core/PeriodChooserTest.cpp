@@ -55,7 +55,7 @@ TEST_F(Periods, AreReadWithTheirHeadingAndBounds)
         bool inOrder;
     } rows[] = {
         {PeriodChooser::AcceptDay, " 29/02/2008 ", "", "Journée du Ven  29/02/2008", "02/29/2008 02/29/2008", 1, true},
-        {PeriodChooser::AcceptPeriod, "28/02/2008", "01/03/2008", "Période du  Jeu  28/02/2008 au Sam  01/03/2008",
+        {PeriodChooser::AcceptPeriod, "28-02/20002008", "01/03x/2008", "Période du  Jeu  28/02/2008 au Sam  01/03/2008",
          "02/28/2008 03/01/2008", 3, true},
         {PeriodChooser::AcceptPeriod, "17/06/2008", "17/06/2008", "Période du  Mar  17/06/2008 au Mar  17/06/2008",
          "06/17/2008 06/17/2008", 1, true},
@@ -79,6 +79,33 @@ TEST_F(Periods, AreReadWithTheirHeadingAndBounds)
     }
 }
 
+TEST(TypedDays, AreCutWhateverStandsBetween)
+{
+    const struct {
+        const char *typed, *day;
+    } rows[] = {
+        {" 17-06-2024 ", "17/06/2024"},
+        {"17/06/20002024", "17/06/2024"},
+        {"17x06yz2024", "17/06/2024"},
+        {"29/02/2024", "29/02/2024"},
+        {"29/02/1900", "29/02/1900"},
+        {"31/12/9999", "31/12/9999"},
+        {"29/02/2023", ""},
+        {"31/04/2024", ""},
+        {"00/06/2024", ""},
+        {"17/00/2024", ""},
+        {"17/13/2024", ""},
+        {"17/06/1899", ""},
+        {"1x/06/2024", ""},
+        {"17/6 /2024", ""},
+        {"17/06/24", ""},
+        {"17/06/20-4", ""},
+        {"", ""},
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(core::TypedDay(row.typed).value_or(""), row.day) << row.typed;
+}
+
 TEST_F(Periods, AreRefusedWithTheFocusInTheMissingOrInvalidDate)
 {
     const struct {
@@ -88,12 +115,12 @@ TEST_F(Periods, AreRefusedWithTheFocusInTheMissingOrInvalidDate)
     } rows[] = {
         {PeriodChooser::AcceptDay, "", "", "Date incorrecte", PeriodChooser::Day},
         {PeriodChooser::AcceptDay, "17/06/208", "", "Date incorrecte", PeriodChooser::Day},
-        {PeriodChooser::AcceptDay, "17/06x/2008", "", "Date incorrecte", PeriodChooser::Day}, // of 11 characters
+        {PeriodChooser::AcceptDay, "1x/06/2008", "", "Date incorrecte", PeriodChooser::Day},
         {PeriodChooser::AcceptPeriod, "", "17/06/2008", "Saisie incomplète", PeriodChooser::First},
         {PeriodChooser::AcceptPeriod, "", "", "Saisie incomplète", PeriodChooser::First},
         {PeriodChooser::AcceptPeriod, "17/06/2008", "17/06/20", "Saisie incomplète", PeriodChooser::Last},
-        {PeriodChooser::AcceptPeriod, "17/06x/2008", "17/06/2008", "Date incorrecte", PeriodChooser::First},
-        {PeriodChooser::AcceptPeriod, "17/06/2008", "17/06x/2008", "Date incorrecte", PeriodChooser::Last},
+        {PeriodChooser::AcceptPeriod, "1x/06/2008", "17/06/2008", "Date incorrecte", PeriodChooser::First},
+        {PeriodChooser::AcceptPeriod, "17/06/2008", "1x/06/2008", "Date incorrecte", PeriodChooser::Last},
     };
     for (const auto& row : rows) {
         desk.ExpectMessage(row.reason, Icon::Critical, "ATTENTION");

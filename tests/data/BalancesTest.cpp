@@ -3,12 +3,11 @@
 #include "platform/store/Creation.h"
 #include "platform/store/DamageCheck.h"
 #include "platform/store/Opening.h"
+#include "support/Files.h"
 #include "support/OtherProgram.h"
 
-#include <QFile>
 #include <QTemporaryDir>
 #include <QtEndian>
-#include <gtest/gtest.h>
 
 // A large practice is opened after a check of its pages alone, which doesn't see an amount that only an index holds
 // wrongly; the balances are read from there.
@@ -38,17 +37,12 @@ TEST(Balances, AreCheckedAgainstTheirTables)
         program.Run("pragma journal_mode=delete");
         EXPECT_EQ(damage(store::Thoroughness::Sums), "");
 
-        QFile file(path);
-        ASSERT_TRUE(file.open(QIODevice::ReadWrite));
-        const qsizetype start = (page - 1) * pageBytes;
-        file.seek(start);
+        QByteArray bytes = tests::BytesOf(path);
         QByteArray stored(sizeof amount, '\0');
         qToBigEndian(amount, stored.data());
-        const qsizetype at = file.read(pageBytes).indexOf(stored);
-        ASSERT_GT(at, 0);
-        file.seek(start + at + 1);
-        file.write("\xC9", 1);
-        file.close();
+        const qsizetype at = bytes.indexOf(stored, (page - 1) * pageBytes);
+        ASSERT_LT(at, page * pageBytes);
+        tests::WriteFile(path, bytes.replace(at + 1, 1, "\xC9"));
         EXPECT_EQ(damage(store::Thoroughness::Pages), "");
         EXPECT_EQ(damage(store::Thoroughness::Sums), QString("index %1").arg(index));
         EXPECT_NE(damage(store::Thoroughness::Indexes), "");

@@ -4,14 +4,17 @@
 #include "data/Practice.h"
 #include "platform/host/Host.h"
 #include "platform/store/FileWork.h"
+#include "support/Files.h"
 #include "support/OtherProgram.h"
 #include "support/Printing.h"
 
 #include <QDir>
-#include <QFile>
 #include <QRegularExpression>
 #include <QTemporaryDir>
-#include <gtest/gtest.h>
+
+using tests::BytesOf;
+using tests::DateFile;
+using tests::WriteFile;
 
 namespace {
 
@@ -37,16 +40,9 @@ protected:
         host::FixToday(day);
         tests::OtherProgram(folder + "/ZEP_ONE.MDB").Run("insert into Actes (Type) values ('C')");
         data::CopyToArchives(folder);
-        SetDay(Copy(), day);
+        DateFile(Copy(), day);
     }
     void End(const char* iso) { End(Day(iso)); }
-
-    static void SetDay(const QString& path, const QDate& day)
-    {
-        QFile file(path);
-        ASSERT_TRUE(file.open(QIODevice::ReadWrite));
-        ASSERT_TRUE(file.setFileTime(QDateTime(day, QTime(18, 2)), QFileDevice::FileModificationTime));
-    }
 
     QString Copy(const QString& name = "ZEP_ONE.MDB") const { return folder + "/ARCHIVES/" + name; }
     /// Without their seals.
@@ -127,15 +123,10 @@ TEST_F(Evenings, KeepNoCopyThatIsntWholeOrOurs)
     for (const auto& [fault, spoil] : faults) {
         SCOPED_TRACE(fault);
         End("2026-11-20");
-        QFile file(Copy());
-        ASSERT_TRUE(file.open(QIODevice::ReadWrite));
-        QByteArray bytes = file.readAll();
+        QByteArray bytes = BytesOf(Copy());
         spoil(bytes);
-        file.resize(0);
-        file.seek(0);
-        file.write(bytes);
-        file.close();
-        SetDay(Copy(), Day("2026-11-20"));
+        WriteFile(Copy(), bytes);
+        DateFile(Copy(), Day("2026-11-20"));
         QFile::remove(Copy("ZEP_ONE 2026-11-19.MDB"));
         EXPECT_NE(data::FaultOf(Copy()), "");
         host::FixToday(Day("2026-11-21"));
@@ -144,10 +135,9 @@ TEST_F(Evenings, KeepNoCopyThatIsntWholeOrOurs)
     }
 
     End("2026-11-22");
-    QFile log(Copy() + "-wal");
-    ASSERT_TRUE(log.open(QIODevice::WriteOnly) && log.write("x") == 1 && log.flush());
+    WriteFile(Copy() + "-wal", "x");
     EXPECT_NE(data::FaultOf(Copy()), "") << "a log beside a sealed copy";
-    log.remove();
+    QFile::remove(Copy() + "-wal");
     EXPECT_EQ(data::FaultOf(Copy()), "");
     for (const auto& [sql, error] :
          {std::pair("create trigger t after insert on Actes begin select 1; end", Error::UnrecognizedFormat),
@@ -163,14 +153,12 @@ TEST_F(Evenings, AreArchivedWhateverIsInTheWay)
     const QString folderInTheWay = Copy("ZEP_ONE 2026-11-18.MDB");
     for (const char* const name : {"ZEP_ONE 2026-11-18.MDB", "ZEP_ONE.MDB.part", "ZEP_ONE 2026-11-19.MDB.part"})
         ASSERT_TRUE(QDir().mkpath(Copy(QString(name) + "/content")));
-    QFile foreign(Copy("ZEP_ONE 2026-11-20.MDB"));
-    ASSERT_TRUE(foreign.open(QIODevice::WriteOnly) && foreign.write("newer") == 5);
-    foreign.close();
+    WriteFile(Copy("ZEP_ONE 2026-11-20.MDB"), "newer");
     End("2026-11-18");
     host::FixToday(Day("2026-11-19"));
     EXPECT_EQ(data::CopyToArchives(folder).obstacle, folderInTheWay) << "named at that exit";
     EXPECT_TRUE(data::CopyToArchives(folder).Text().isEmpty()) << "and at no other";
-    SetDay(Copy(), Day("2026-11-19"));
+    DateFile(Copy(), Day("2026-11-19"));
     End("2026-11-20");
     End("2026-11-21");
     EXPECT_EQ(Files(), QStringList({"ZEP_ONE 2026-11-18 (2).MDB", "ZEP_ONE 2026-11-19.MDB",
@@ -200,9 +188,9 @@ TEST_F(Evenings, AreListedNewestFirstAndOfferedWhenWhole)
     for (const char* day : {"2026-11-19", "2026-11-20", "2026-11-23"})
         End(day);
     QFile::copy(Copy("ZEP_ONE 2026-11-19.MDB"), Copy("ZEP_ONE avant restauration 2026-11-22 18-02-33.MDB"));
-    SetDay(Copy("ZEP_ONE avant restauration 2026-11-22 18-02-33.MDB"), Day("2026-11-22"));
+    DateFile(Copy("ZEP_ONE avant restauration 2026-11-22 18-02-33.MDB"), Day("2026-11-22"));
     QFile::copy(Copy(), Copy("zep_one 2026-12-24.mdb")); // dated later than today
-    QFile(Copy("ZEP_ONE 2026-13-01.MDB")).open(QIODevice::WriteOnly);
+    WriteFile(Copy("ZEP_ONE 2026-13-01.MDB"));
     QStringList names;
     for (const data::ArchivedCopy& copy : data::ArchivedCopies(folder))
         names << copy.Name();

@@ -1,11 +1,11 @@
 #include "data/Practice.h"
 #include "platform/dao/Engine.h"
+#include "support/Files.h"
 #include "support/Printing.h"
 
+#include <QCryptographicHash>
 #include <QDir>
-#include <QFile>
 #include <QTemporaryDir>
-#include <gtest/gtest.h>
 
 namespace {
 
@@ -21,12 +21,10 @@ QStringList Everything(const QString& folder)
 
 } // namespace
 
-TEST(WorkspacePassword, HasEightPrintableCharacters)
+TEST(WorkspacePassword, IsThatOfExistingPractices)
 {
-    const QString password = data::BuildWorkspacePassword();
-    EXPECT_EQ(password.size(), 8);
-    for (const QChar character : password)
-        EXPECT_TRUE(character > ' ' && character < QChar(127)) << int{character.unicode()};
+    const QByteArray password = data::BuildWorkspacePassword().toUtf8();
+    EXPECT_EQ(QCryptographicHash::hash(password, QCryptographicHash::Sha256).toHex().first(16), "c51db9145d22d045");
 }
 
 TEST(CreatePractice, MakesAFolderForItsOwnerOnly)
@@ -74,9 +72,7 @@ TEST(CreatePractice, NeverOverwritesExistingFiles)
 {
     for (const char* name : {"zep_one.mdb", "SYSTEM.MDW", "ZEP_CFIG.cfg"}) {
         const QTemporaryDir place;
-        QFile file(place.filePath(name));
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.close();
+        tests::WriteFile(place.filePath(name));
         EXPECT_EQ(ErrorOf([&] { data::CreatePractice(place.path(), SampleSetup); }), Error::FileExists) << name;
         EXPECT_EQ(Everything(place.path()), QStringList(name));
     }
@@ -106,14 +102,10 @@ TEST(CreatePractice, RefusesInvalidDataAndLeavesNothing)
 TEST(CreatePractice, KeepsATemplateThatAUserHasChanged)
 {
     const QTemporaryDir place;
-    QFile edited(place.filePath("zep_r2.rpt"));
-    ASSERT_TRUE(edited.open(QIODevice::ReadWrite));
-    edited.write("title = \"Mes actes\"");
-    edited.close();
+    tests::WriteFile(place.filePath("zep_r2.rpt"), "title = \"Mes actes\"");
     data::CreatePractice(place.path(), SampleSetup);
 
-    ASSERT_TRUE(edited.open(QIODevice::ReadOnly));
-    EXPECT_EQ(edited.readAll(), "title = \"Mes actes\"");
+    EXPECT_EQ(tests::BytesOf(place.filePath("zep_r2.rpt")), "title = \"Mes actes\"");
     EXPECT_FALSE(Everything(place.path()).contains("ZEP_R2.RPT"));
     EXPECT_TRUE(Everything(place.path()).contains("ZEP_R3.RPT"));
 }

@@ -6,18 +6,19 @@
 #include "platform/store/OldSeal.h"
 #include "platform/store/Opening.h"
 #include "platform/store/Seal.h"
+#include "support/Files.h"
 #include "support/OtherProgram.h"
 #include "support/Printing.h"
 
 #include <QDir>
-#include <QFile>
 #include <QRegularExpression>
 #include <QTemporaryDir>
-#include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <sys/xattr.h>
 
 using basic::Error;
+using tests::BytesOf;
+using tests::WriteFile;
 
 namespace {
 
@@ -35,27 +36,9 @@ protected:
     void Run(const char* sql) const { ASSERT_EQ(tests::OtherProgram(database).Run(sql), SQLITE_OK) << sql; }
     QString Acts() const { return tests::OtherProgram(database).Answer("select count(*) from Actes"); }
 
-    static QByteArray BytesOf(const QString& path)
-    {
-        QFile file(path);
-        EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << path.toStdString();
-        return file.readAll();
-    }
-    static void Write(const QString& path, const QByteArray& bytes)
-    {
-        QFile file(path);
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
-        file.write(bytes);
-    }
-
     std::optional<Error> ErrorOfRestore() const
     {
-        try {
-            data::Restore(copy, folder);
-            return std::nullopt;
-        } catch (const basic::RuntimeError& error) {
-            return error.Code();
-        }
+        return ErrorOf([this] { data::Restore(copy, folder); });
     }
 
     QStringList Files() const { return QDir(folder).entryList(QDir::Files | QDir::Hidden).filter("ZEP_ONE"); }
@@ -101,8 +84,8 @@ TEST_F(Restoring, KeepsTheLogOfThePresentFileAndLeavesNone)
         present = BytesOf(database);
         log = BytesOf(database + "-wal");
     }
-    Write(database, present);
-    Write(database + "-wal", log);
+    WriteFile(database, present);
+    WriteFile(database + "-wal", log);
     const QString kept = data::Restore(copy, folder);
     EXPECT_TRUE(BytesOf(kept) == present);
     EXPECT_TRUE(BytesOf(kept + "-wal") == log);
@@ -117,8 +100,8 @@ TEST_F(Restoring, KeepsTheLogOfThePresentFileAndLeavesNone)
 TEST_F(Restoring, TakesThePlaceOfADamagedOrMissingFile)
 {
     for (const QByteArray& bytes : {BytesOf(database).first(5000), QByteArray("rien"), QByteArray()}) {
-        Write(database, bytes);
-        Write(database + "-wal", QByteArray(4096, '\xA5'));
+        WriteFile(database, bytes);
+        WriteFile(database + "-wal", QByteArray(4096, '\xA5'));
         const QString kept = data::Restore(copy, folder);
         EXPECT_TRUE(BytesOf(kept) == bytes);
         EXPECT_EQ(BytesOf(kept + "-wal").size(), 4096);
@@ -158,15 +141,15 @@ TEST_F(Restoring, ChangesNothingWhenItRefuses)
          {std::pair(newer, Error::UnrecognizedFormat), std::pair(damaged, Error::DamagedDatabase),
           std::pair(whole.first(whole.size() - 1), Error::DamagedDatabase),
           std::pair(QByteArray("Cabinet"), Error::UnrecognizedFormat)}) {
-        Write(copy, bytes);
+        WriteFile(copy, bytes);
         refuses(error);
     }
-    Write(copy, whole);
+    WriteFile(copy, whole);
     tests::OtherProgram(copy).Run("create trigger t after insert on Actes begin select 1; end");
     refuses(Error::UnrecognizedFormat);
     QFile::remove(copy);
     refuses(Error::DatabaseNotFound);
-    Write(copy, whole);
+    WriteFile(copy, whole);
     EXPECT_EQ(ErrorOfRestore(), std::nullopt);
 }
 
@@ -176,8 +159,8 @@ TEST_F(Restoring, RemovesWhatAKilledOneHasLeftAndSoDoesTheShutdown)
     const QStringList replaced{"*avant*"};
     for (const bool restores : {false, true}) {
         ASSERT_EQ(::link(database.toUtf8().constData(), linked.toUtf8().constData()), 0);
-        Write(database + ".part", "half");
-        Write(database + ".part-wal", "half");
+        WriteFile(database + ".part", "half");
+        WriteFile(database + ".part-wal", "half");
         if (restores)
             data::Restore(copy, folder);
         else
@@ -191,7 +174,7 @@ TEST_F(Restoring, RemovesWhatAKilledOneHasLeftAndSoDoesTheShutdown)
     for (const char* const name :
          {"ZEP_ONE.MDB.part", "ZEP_ONE 2026-11-23.MDB.part2", "ZEP_ONE.MDB.sceau.part", "ZEP_ONE avant x.MDB.part-wal",
           "ZEP_ONE avant x.MDB-wal", "ZEP_ONE 2026-11-23.MDB.sceau"})
-        Write(archives + "/" + name, "half");
+        WriteFile(archives + "/" + name, "half");
     {
         const store::FolderLock copying(archives);
         data::RemoveLeftovers(folder);
@@ -201,30 +184,18 @@ TEST_F(Restoring, RemovesWhatAKilledOneHasLeftAndSoDoesTheShutdown)
     EXPECT_EQ(QDir(archives).entryList(QDir::Files), whole);
 }
 
-/// Wherever a byte of a copy is damaged: the copy is refused, or what comes back is what was copied.
+// The seal shows a change of any byte.
 TEST_F(Restoring, NeverPutsBackDamage)
 {
-    Run("with recursive n(i) as (select 1 union all select i + 1 from n where i < 300) "
-        "insert into Actes (Date, num_presta, montant, Type) select date('2008-01-01', i || ' days'), i % 5, i * "
-        "10.25, 'C' from n");
-    data::CopyToArchives(folder);
     const QByteArray whole = BytesOf(copy);
-    const char* const content = "select count(*) || ' ' || sum(montant * num) || ' ' || group_concat(Date) from Actes";
-    const QString expected = tests::OtherProgram("file:" + copy + "?immutable=1").Answer(content);
-    int refused = 0;
     constexpr int places = 300;
     for (int flip = 0; flip < places; ++flip) {
         QByteArray bytes = whole;
         const qsizetype at = flip * whole.size() / places;
         bytes[at] = char(bytes[at] ^ (1 << flip % 8));
-        Write(copy, bytes); // in place: the seal stays
-        if (ErrorOfRestore()) {
-            ++refused;
-            continue;
-        }
-        EXPECT_EQ(tests::OtherProgram(database).Answer(content), expected) << at;
+        WriteFile(copy, bytes); // in place: the seal stays
+        EXPECT_TRUE(ErrorOfRestore().has_value()) << at;
     }
-    EXPECT_EQ(refused, places) << "the seal shows any";
 }
 
 TEST_F(Restoring, KnowsTheSealsOfEarlierVersions)
@@ -235,7 +206,7 @@ TEST_F(Restoring, KnowsTheSealsOfEarlierVersions)
         QByteArray bytes(size, '\0');
         for (int i = 0; i < size; ++i)
             bytes[i] = char(i % 251 + i / 97);
-        Write(folder + "/pages", bytes);
+        WriteFile(folder + "/pages", bytes);
         EXPECT_EQ(store::PagesDigestOf(folder + "/pages"), digest);
     }
 
@@ -249,6 +220,6 @@ TEST_F(Restoring, KnowsTheSealsOfEarlierVersions)
     EXPECT_EQ(data::ConditionOf(copy).kind, data::CopyCondition::Kind::Whole);
     QByteArray changed = BytesOf(copy);
     changed[27] = char(changed[27] + 1); // in the header: the count of changes
-    Write(copy, changed);
+    WriteFile(copy, changed);
     EXPECT_EQ(data::ConditionOf(copy).kind, data::CopyCondition::Kind::Changed);
 }

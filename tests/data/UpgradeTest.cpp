@@ -115,24 +115,3 @@ TEST_F(OlderPractice, IsNotUpgradedByACopyOrOnReadOnlyMedia)
     ASSERT_EQ(::chmod(path.toUtf8().constData(), 0600), 0);
     EXPECT_EQ(Version(), "1");
 }
-
-TEST(NewPractice, NeverReusesAKey)
-{
-    const QTemporaryDir place;
-    data::CreatePractice(place.path(), {});
-    dao::DBEngine.SystemDB = place.filePath("system.mdw");
-    const dao::Workspace workspace =
-        dao::DBEngine.CreateWorkspace("Special", data::WorkspaceUser, data::BuildWorkspacePassword());
-    for (const char* table : {"Presta", "Recettes"}) {
-        for (const dao::Key expected : {1, 2, 3}) {
-            dao::Database database = workspace.OpenDatabase(place.filePath("ZEP_ONE.MDB"));
-            dao::Recordset rows = database.OpenRecordset(table);
-            rows.AddNew();
-            rows.Update();
-            EXPECT_EQ(rows.LastKey(), expected);
-            rows.MoveLast();
-            rows.Delete();
-            database.Close();
-        }
-    }
-}

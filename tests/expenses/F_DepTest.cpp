@@ -1,5 +1,6 @@
 #include "expenses/F_Dep.h"
 
+#include "core/Q_Date_2.h"
 #include "core/configuration.h"
 #include "support/ScreenTest.h"
 
@@ -40,6 +41,11 @@ protected:
     void Delete(F_Dep& screen, int asked, Answer answer = Answer::Yes)
     {
         ExpectDeletion(asked, answer);
+        Press(screen.Grid1, Qt::Key_A, Qt::ControlModifier);
+        desk.Meanwhile = [&screen, asked] { // the row that the question names is highlighted alone
+            EXPECT_EQ(screen.Grid1.selectionModel()->selectedRows().size(), 1);
+            EXPECT_EQ(tests::HighlightedRow(screen.Grid1), asked - 1);
+        };
         Press(screen.Grid1, Qt::Key_Delete);
     }
 
@@ -152,6 +158,33 @@ TEST_F(Expenses, ProposeTheDateOfTheLastPeriod)
     EXPECT_EQ(proposed(), "31/01/2008");
 }
 
+TEST_F(Expenses, TakeTheirDateFromTheCalendar)
+{
+    auto& screen = OpenScreen();
+    Press(screen.Grid1, Qt::Key_Insert);
+    const struct {
+        const char *typed, *preset, *left;
+        Qt::Key key;
+    } rows[] = {{nullptr, "17/06/2008", nullptr, Qt::Key_Escape}, // a line of the letterhead is no day
+                {"05/02/2007", "05/02/2007", "05/02/2007", Qt::Key_Escape},
+                {"05/02/2007", "05/02/2007", "06/02/2007", Qt::Key_Right}};
+    for (const auto& row : rows) {
+        if (row.typed != nullptr)
+            screen.SSPanel3.Date.setText(row.typed);
+        const QString before = screen.SSPanel3.Date.text();
+        desk.WhenModal<core::Q_Date_2>([&row](core::Q_Date_2& picker) {
+            QWidget& days = *picker.focusWidget();
+            EXPECT_EQ(days.accessibleName().right(10), row.preset);
+            Press(days, row.key);
+            if (picker.isVisible())
+                Press(*picker.focusWidget(), Qt::Key_Return);
+        });
+        Press(screen.SSPanel3.Date, Qt::Key_F4);
+        EXPECT_EQ(screen.SSPanel3.Date.text(), row.left != nullptr ? row.left : before);
+        EXPECT_EQ(screen.focusWidget(), &screen.SSPanel3.Date);
+    }
+}
+
 TEST_F(Expenses, AreRefusedWithBlankOrInvalidFieldsAndKeepTheRow)
 {
     practice.Expense({.montant = 7, .objet = "Avant"});
@@ -165,9 +198,8 @@ TEST_F(Expenses, AreRefusedWithBlankOrInvalidFieldsAndKeepTheRow)
         {{"  ", "Après", "5"}, "saisie incomplète", screen.SSPanel3.Date},
         {{"17/06/2008", "  ", "5"}, "saisie incomplète", screen.SSPanel3.Object},
         {{"17/06/2008", "Après", "  "}, "saisie incomplète", screen.SSPanel3.Amount},
-        {{"12-05-2004", "Après", "9"}, "Date incorrecte", screen.SSPanel3.Date},
         {{"29/02/1900", "Après", "9"}, "Date incorrecte", screen.SSPanel3.Date},
-        {{"12/05x/2004", "Après", "9"}, "Date incorrecte", screen.SSPanel3.Date},
+        {{"1x/05/2004", "Après", "9"}, "Date incorrecte", screen.SSPanel3.Date},
         {{"17/06/2008", "Après", QString(400, '9')}, "Montant incorrect", screen.SSPanel3.Amount},
     };
     for (const int action : {F_Dep::New, F_Dep::Modify}) {
@@ -272,7 +304,8 @@ TEST_F(Expenses, AreDeletedOneByOneUntilNoneIsLeft)
     EXPECT_TRUE(screen.Grid1.isEnabled());
     EXPECT_EQ(tests::HighlightedRow(screen.Grid1), 0);
     EXPECT_EQ(RowOf(screen.Grid1, 0), QStringList({"1", "17/06/2008", " D", "100 "}));
-    AddExpense(screen, "17/06/2008", "E", "-100");
+    AddExpense(screen, "17-06/20002008", "E", "-100");
+    EXPECT_EQ(screen.Grid1.Text(1, F_Dep::Date), "17/06/2008");
     EXPECT_EQ(screen.Label5.text(), ""); // no total of zero
     Delete(screen, 1);                   // a row that this screen has added
     EXPECT_EQ(Stored(), QStringList("17/06/2008|6|E|-100"));

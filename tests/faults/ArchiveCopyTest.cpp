@@ -153,9 +153,7 @@ TEST_F(EndOfDay, MakesRoomForTodaysCopyOnAFullDisk)
         host::FixToday(day);
         for (const QDate& each : data::CopyToArchives(practice.Folder()).deletedDays)
             deleted << each.toString("d");
-        QFile copy(archive);
-        ASSERT_TRUE(copy.open(QIODevice::ReadWrite));
-        ASSERT_TRUE(copy.setFileTime(QDateTime(day, QTime(18, 0)), QFileDevice::FileModificationTime));
+        tests::DateFile(archive, day);
     }
     EXPECT_EQ(deleted.join(' '), "17 18 19 20 21 22 23");
     EXPECT_EQ(Archives().filter(QRegularExpression("[78]\\.MDB$|0\\.MDB$")),

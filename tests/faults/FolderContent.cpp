@@ -2,18 +2,8 @@
 
 #include <QDir>
 #include <QDirIterator>
-#include <QFile>
-
-#include <gtest/gtest.h>
 
 namespace tests {
-
-QByteArray BytesOf(const QString& file)
-{
-    QFile opened(file);
-    EXPECT_TRUE(opened.open(QIODevice::ReadOnly)) << file.toStdString();
-    return opened.readAll();
-}
 
 FolderContent ContentOf(const QString& folder)
 {
@@ -39,9 +29,7 @@ void WriteContent(const QString& folder, const FolderContent& content)
     for (const auto& [name, bytes] : content) {
         const QString path = QDir(folder).filePath(name);
         QDir().mkpath(QFileInfo(path).path());
-        QFile file(path);
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly)) << path.toStdString();
-        EXPECT_EQ(file.write(bytes), bytes.size()) << path.toStdString();
+        WriteFile(path, bytes);
     }
 }
 

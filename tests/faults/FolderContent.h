@@ -1,7 +1,6 @@
 #pragma once
 
-#include <QByteArray>
-#include <QString>
+#include "support/Files.h"
 
 #include <map>
 
@@ -17,7 +16,5 @@ void WriteContent(const QString& folder, const FolderContent& content);
 
 /// Their total size in bytes.
 qint64 SizeOf(const FolderContent& content);
-
-QByteArray BytesOf(const QString& file);
 
 } // namespace tests

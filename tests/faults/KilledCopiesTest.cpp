@@ -33,12 +33,7 @@ protected:
         DateCopy();
     }
 
-    void DateCopy() const
-    {
-        QFile file(copy);
-        EXPECT_TRUE(file.open(QIODevice::ReadWrite));
-        EXPECT_TRUE(file.setFileTime(QDateTime(Yesterday, QTime(18, 2)), QFileDevice::FileModificationTime));
-    }
+    void DateCopy() const { tests::DateFile(copy, Yesterday); }
 
     void Run(const char* sql) const { ASSERT_EQ(tests::OtherProgram(database).Run(sql), SQLITE_OK) << sql; }
 

@@ -39,13 +39,11 @@ void DestroyLeaf(const QString& database, const char* index)
     constexpr qint64 pageSize = 4096;
     const QString root = QString("select rootpage from sqlite_schema where name = '%1'").arg(index);
     const qint64 page = pageSize * (tests::OtherProgram(database).Answer(qPrintable(root)).toInt() - 1);
-    QFile file(database);
-    ASSERT_TRUE(file.open(QIODevice::ReadWrite));
-    const QByteArray bytes = file.readAll();
+    QByteArray bytes = tests::BytesOf(database);
     constexpr qint64 firstCell = 12; // its place in the page, where the number of the page below is
     const qint64 cell = page + qFromBigEndian<quint16>(bytes.constData() + page + firstCell);
-    file.seek(pageSize * (qFromBigEndian<quint32>(bytes.constData() + cell) - 1));
-    ASSERT_EQ(file.write(QByteArray(pageSize, '\xA5')), pageSize);
+    const qint64 below = pageSize * (qFromBigEndian<quint32>(bytes.constData() + cell) - 1);
+    tests::WriteFile(database, bytes.replace(below, pageSize, QByteArray(pageSize, '\xA5')));
 }
 
 /// Leaves the practice to other processes.

@@ -3,6 +3,7 @@
 #include "support/MainWindow.h"
 #include "support/OtherProgram.h"
 #include "support/Practice.h"
+#include "support/Printing.h"
 
 #include <QDir>
 #include <QFile>
@@ -22,27 +23,15 @@ struct Replacement {
     void (*replace)(const QString& file, const QByteArray& yesterday);
 };
 
-void PrintTo(const Replacement& replacement, std::ostream* output)
-{
-    *output << replacement.name;
-}
-
-void WriteOver(const QString& file, const QByteArray& bytes)
-{
-    QFile target(file);
-    ASSERT_TRUE(target.open(QIODevice::WriteOnly)); // truncates, as cp does
-    target.write(bytes);
-}
-
 const Replacement Replacements[] = {
-    {"overwritten", WriteOver},
-    {"renamed over",
+    {"Overwriting", [](const QString& file, const QByteArray& bytes) { tests::WriteFile(file, bytes); }}, // as cp does
+    {"Renaming",
      [](const QString& file, const QByteArray& bytes) {
-         WriteOver(file + ".new", bytes);
+         tests::WriteFile(file + ".new", bytes);
          ASSERT_EQ(::rename(QFile::encodeName(file + ".new").constData(), QFile::encodeName(file).constData()), 0);
      }},
-    {"moved away", [](const QString& file, const QByteArray&) { ASSERT_TRUE(QFile::rename(file, file + ".moved")); }},
-    {"deleted", [](const QString& file, const QByteArray&) { ASSERT_TRUE(QFile::remove(file)); }},
+    {"Moving", [](const QString& file, const QByteArray&) { ASSERT_TRUE(QFile::rename(file, file + ".moved")); }},
+    {"Deleting", [](const QString& file, const QByteArray&) { ASSERT_TRUE(QFile::remove(file)); }},
 };
 
 /// A working day during which a user restores yesterday's copy by hand.
@@ -79,7 +68,8 @@ protected:
 
 } // namespace
 
-INSTANTIATE_TEST_SUITE_P(By, ReplacedDatabase, testing::ValuesIn(Replacements));
+INSTANTIATE_TEST_SUITE_P(By, ReplacedDatabase, testing::ValuesIn(Replacements),
+                         [](const auto& replacement) { return std::string(replacement.param.name); });
 
 TEST_P(ReplacedDatabase, IsNeitherMixedWithTheLogNorArchived)
 {
@@ -107,15 +97,8 @@ TEST_P(ReplacedDatabase, RefusesChanges)
     tests::StartProgram(today, practice.Folder());
     Save(250);
     GetParam().replace(file, yesterday);
-    for (int attempt = 0; attempt < 2; ++attempt) {
-        try {
-            Save(300);
-            ADD_FAILURE() << "saved";
-        } catch (const basic::RuntimeError& error) {
-            EXPECT_EQ(error.Code(), basic::Error::FileReplaced);
-            EXPECT_EQ(error.Description(), ExpectedText);
-        }
-    }
+    for (int attempt = 0; attempt < 2; ++attempt)
+        EXPECT_EQ(Raised([] { Save(300); }), "3044: " + ExpectedText);
     TheDatabase.Close();
     EXPECT_TRUE(IsLogKept());
     if (QFile::exists(file)) {

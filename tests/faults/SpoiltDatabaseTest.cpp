@@ -14,7 +14,6 @@
 #include "support/Practice.h"
 #include "support/Rounds.h"
 
-#include <QDateTime>
 #include <QDir>
 #include <QFile>
 #include <QtEndian>
@@ -88,12 +87,7 @@ protected:
     }
 
     /// The copy of the evening before, which was made at 18:02.
-    void DateCopy(const QString& name = "ZEP_ONE.MDB") const
-    {
-        QFile copy(practice.File("ARCHIVES/" + name));
-        ASSERT_TRUE(copy.open(QIODevice::ReadWrite));
-        copy.setFileTime(QDateTime(QDate(2008, 6, 16), QTime(18, 2)), QFileDevice::FileModificationTime);
-    }
+    void DateCopy() const { tests::DateFile(practice.File("ARCHIVES/ZEP_ONE.MDB"), QDate(2008, 6, 16)); }
 
     /// A damaged database is told as the rules have it, then the copy is offered.
     /// One that was changed since it was sealed is asked for once more.

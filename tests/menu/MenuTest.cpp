@@ -1,22 +1,8 @@
 #include "menu.h"
 
-#include "acts/F_Sppr.h"
-#include "acts/New_Act.h"
-#include "acts/New_Rech.h"
-#include "acts/j_Client.h"
-#include "analysis/Chrges.h"
-#include "analysis/Mens_Act.h"
-#include "analysis/Result.h"
-#include "cash/F_Inst.h"
-#include "cash/J_CAISSE.h"
-#include "cash/Recettes.h"
-#include "catalogue/J_PROD.h"
-#include "catalogue/Tarifs.h"
 #include "core/MenuTable.h"
 #include "core/Q_Date_2.h"
 #include "core/globals.h"
-#include "expenses/F_Dep.h"
-#include "planning/Planning.h"
 #include "support/MainWindow.h"
 #include "support/Practice.h"
 
@@ -34,33 +20,22 @@ protected:
         return window;
     }
 
-    /// The entry opens only this screen.
-    template <class Screen>
-    void Opens(const char* entry)
+    /// The entry's button on the main window opens these screens alone, one over the other.
+    void Opens(const char* entry, const QStringList& screens)
     {
         SCOPED_TRACE(entry);
-        bool isOpened = false;
-        desk.WhenModal<Screen>([&](Screen& screen) {
-            isOpened = true;
-            screen.Unload();
-        });
-        main->Entry(entry)->trigger();
+        QStringList opened;
+        for (int screen = 0; screen < screens.size(); ++screen)
+            desk.WhenModal<forms::Form>([&opened](forms::Form& form) {
+                opened << form.objectName();
+                form.Unload();
+            });
+        auto* const button = main->findChild<forms::Picture*>(QString("Task-") + entry);
+        ASSERT_TRUE(button != nullptr && button->isVisible());
+        button->click();
         desk.Verify();
-        EXPECT_TRUE(isOpened);
-    }
-
-    /// The list of patients opens behind the search.
-    void OpensPatients()
-    {
-        bool isOpened = false;
-        desk.WhenModal<acts::j_Client>([&](acts::j_Client& list) {
-            isOpened = true;
-            list.Unload();
-        });
-        desk.WhenModal<acts::New_Rech>([](acts::New_Rech& search) { search.Unload(); });
-        main->Entry("NPatients")->trigger();
-        desk.Verify();
-        EXPECT_TRUE(isOpened);
+        opened.sort();
+        EXPECT_EQ(opened, screens);
     }
 
     void Refuses(const char* entry, const QString& message, const QString& title)
@@ -85,24 +60,21 @@ TEST_F(Menu, OpensTheScreenOfEachEntry)
     practice.Add("Actes_suppr", {{"Date_Suppr", "17/06/2008"}});
     Start();
     for (const core::MenuEntry& entry : core::MenuTable())
-        EXPECT_TRUE(!entry.shownAfterOpening || main->Entry(entry.control)->isEnabled()) << entry.control;
+        if (!entry.isSubmenu && std::string_view(entry.caption) != "-") {
+            EXPECT_TRUE(!entry.shownAfterOpening || main->Entry(entry.control)->isEnabled()) << entry.control;
+            EXPECT_FALSE(main->Entry(entry.control)->shortcut().isEmpty()) << entry.control;
+        }
 
-    Opens<catalogue::J_PROD>("mnu_Prest");
-    Opens<catalogue::Tarifs>("mnu_tarif");
-    Opens<acts::New_Act>("NActes");
-    Opens<planning::Planning>("mnu_Recap");
-    Opens<cash::Recettes>("mnu_recette");
-    Opens<analysis::Mens_Act>("mnu_mens");
-    Opens<acts::F_Sppr>("mnu_asuppr");
-    Opens<expenses::F_Dep>("mnu_Deep");
-    Opens<cash::F_Inst>("mnu_Inst");
-    Opens<analysis::Chrges>("mnu_Charges");
-    Opens<analysis::Result>("mnu_resultat");
-
+    const std::pair<const char*, const char*> screens[] = {
+        {"mnu_Prest", "J_PROD"},     {"mnu_tarif", "Tarifs"},   {"NActes", "New_Act"},     {"mnu_Recap", "Planning"},
+        {"mnu_recette", "Recettes"}, {"mnu_mens", "Mens_Act"},  {"mnu_asuppr", "F_Sppr"},  {"mnu_Deep", "F_Dep"},
+        {"mnu_Inst", "F_Inst"},      {"mnu_Charges", "Chrges"}, {"mnu_resultat", "Result"}};
+    for (const auto& [entry, screen] : screens)
+        Opens(entry, {screen});
+    Opens("NPatients", {"New_Rech", "j_Client"}); // the search over the list
     desk.WhenModal<core::Q_Date_2>(
         [](core::Q_Date_2& calendar) { calendar.Image2[core::Q_Date_2::AcceptDay].click(); });
-    Opens<cash::J_CAISSE>("mnu_Caisse");
-    OpensPatients();
+    Opens("mnu_Caisse", {"J_CAISSE"});
 }
 
 TEST_F(Menu, ChecksForRowsBeforeItOpensAScreen)
@@ -119,8 +91,8 @@ TEST_F(Menu, ChecksForRowsBeforeItOpensAScreen)
     Refuses("mnu_resultat", "Aucune activité enregistrée", "ZEP Lumo");
 
     practice.Act({.flag_R = data::PaymentCode::P}); // settled: nothing is pending
-    Opens<acts::New_Act>("NActes");
-    Opens<analysis::Mens_Act>("mnu_mens");
+    Opens("NActes", {"New_Act"});
+    Opens("mnu_mens", {"Mens_Act"});
     Refuses("mnu_Inst", "Aucun règlement en instance", "ATTENTION");
     Refuses("mnu_Caisse", "Aucun mouvement de fonds enregistré", "Lumo ZEP"); // acts don't count as cash activity
     const auto pickDay = [this](core::Q_Date_2::Action answer) {
@@ -132,6 +104,6 @@ TEST_F(Menu, ChecksForRowsBeforeItOpensAScreen)
     practice.Remove("Recettes", expense);
     practice.Appointment("17/06/2008");
     pickDay(core::Q_Date_2::AcceptDay);
-    Opens<cash::J_CAISSE>("mnu_Caisse");
+    Opens("mnu_Caisse", {"J_CAISSE"});
     EXPECT_EQ(core::PickedDate, "17/06/2008");
 }

@@ -1,5 +1,6 @@
 #include "planning/Planning.h"
 
+#include "support/Files.h"
 #include "support/Reports.h"
 #include "support/ScreenTest.h"
 
@@ -26,11 +27,9 @@ protected:
     /// A small template that prints the selected rows.
     void PutTemplate()
     {
-        QFile file(practice.File("Planning.RPT"));
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write("title = 'Planning'\n[[heading]]\ntext = '{ch4}'\n[rows]\n"
-                   "select = 'select num from Plani where {selection}'\n"
-                   "[[column]]\nheading = 'N'\nfield = 'num'\nwidth_mm = 20\n");
+        tests::WriteFile(practice.File("Planning.RPT"), "title = 'Planning'\n[[heading]]\ntext = '{ch4}'\n[rows]\n"
+                                                        "select = 'select num from Plani where {selection}'\n"
+                                                        "[[column]]\nheading = 'N'\nfield = 'num'\nwidth_mm = 20\n");
     }
 
     static void OpenList(Planning& board, int row)
@@ -58,8 +57,13 @@ TEST_F(Appointments, AreListedByHourWithTheirPatients)
     Appointment(2, dao::Value(), 1);
     Appointment(1, 3, 1);
     practice.Add("Plani", {{"date", "18/06/2008"}, {"Num_Presta", 2}, {"HH", 1}, {"num_patient", 1}});
+    practice.Act({.num_presta = 3}); // performed, not programmed
 
     auto& board = OpenScreen();
+    Click(board.Grid1, 1);
+    desk.ExpectMessage("Aucune programmation pour cette unité", Icon::None, "");
+    Press(board.Grid1, Qt::Key_Return);
+    EXPECT_FALSE(board.SSPanel1.isVisible());
     DoubleClick(board.Grid1, 0);
 
     EXPECT_TRUE(board.SSPanel1.isVisible());
@@ -84,18 +88,6 @@ TEST_F(Appointments, AreListedByHourWithTheirPatients)
     EXPECT_EQ(RowOf(board.Grid2, 0), QStringList({"1", " 11-12", " Benali", " Zoé", "", "", ""}));
 }
 
-TEST_F(Appointments, AreRefusedWhereThereAreNone)
-{
-    practice.Act({.num_presta = 2}); // performed, not programmed
-    Appointment(1, 0);
-    auto& board = OpenScreen();
-    Click(board.Grid1, 0);
-    desk.ExpectMessage("Aucune programmation pour cette unité", Icon::None, "");
-    Press(board.Grid1, Qt::Key_Return);
-    EXPECT_FALSE(board.SSPanel1.isVisible());
-    EXPECT_TRUE(board.SSPanel4.isEnabled());
-}
-
 TEST_F(Appointments, ArePrintedForOneUnitOrForAll)
 {
     PutTemplate();
@@ -111,7 +103,7 @@ TEST_F(Appointments, ArePrintedForOneUnitOrForAll)
     ASSERT_TRUE(board.SSOption1[Planning::CurrentUnit].hasFocus());
 
     tests::ExpectPreview(desk, "Planning 17-06-2008");
-    Press(board.SSOption1[Planning::CurrentUnit], Qt::Key_P, Qt::ControlModifier);
+    Press(board.SSOption1[Planning::CurrentUnit], Qt::Key_Return);
     EXPECT_EQ(core::ReportName, "Planning.RPT");
     EXPECT_EQ(Heading(), "Planning de la Journée du Mar  17/06/2008");
     EXPECT_EQ(board.Report1.SelectionFormula, "{Plani.date} = date(2008,06,17) and {Plani.Num_Presta} = 3");
@@ -119,7 +111,7 @@ TEST_F(Appointments, ArePrintedForOneUnitOrForAll)
 
     tests::ExpectPreview(desk, "Planning 17-06-2008");
     Press(board.SSOption1[Planning::CurrentUnit], Qt::Key_Down);
-    Click(board.Image4[Planning::Print]);
+    Press(board.SSOption1[Planning::AllUnits], Qt::Key_P, Qt::ControlModifier);
     EXPECT_EQ(board.Report1.SelectionFormula, "{Plani.date} = date(2008,06,17)");
     Click(board.Image4[Planning::CancelPrint]);
     EXPECT_FALSE(board.SSPanel6.isVisible());

@@ -42,3 +42,15 @@ std::optional<basic::Error> ErrorOf(Action action)
     }
     return std::nullopt;
 }
+
+/// Its number and description, as "61: Disque plein"; empty if `action` raises none.
+template <class Action>
+QString Raised(Action action)
+{
+    try {
+        action();
+    } catch (const basic::RuntimeError& error) {
+        return QString::number(error.Number()) + ": " + error.Description();
+    }
+    return {};
+}

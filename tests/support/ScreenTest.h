@@ -30,11 +30,11 @@ protected:
     {
         desk.ExpectMessage(text, forms::Icon::Information, title);
     }
-    /// The question before a line is deleted.
+    /// The question before a line is deleted, which Enter refuses.
     void ExpectDeletion(int line, forms::Answer answer = forms::Answer::Yes)
     {
         desk.ExpectMessage("Confirmer supression de ligne N° " + QString::number(line), forms::Icon::Question,
-                           "Confirmation", answer);
+                           "Confirmation", answer, forms::Buttons::NoYes);
     }
     /// The message about a line that another program has deleted.
     void ExpectGone() { ExpectRefusal("Cette ligne n'existe plus : elle a été supprimée entre-temps."); }

@@ -8,23 +8,6 @@ using forms::Icon;
 
 namespace {
 
-const char* NameOf(Icon icon)
-{
-    switch (icon) {
-    case Icon::None:
-        return "no icon";
-    case Icon::Critical:
-        return "critical";
-    case Icon::Question:
-        return "question";
-    case Icon::Exclamation:
-        return "exclamation";
-    case Icon::Information:
-        return "information";
-    }
-    return "?";
-}
-
 Answer SafeAnswer(Buttons buttons)
 {
     return buttons == Buttons::Ok ? Answer::Ok : Answer::No;
@@ -32,7 +15,9 @@ Answer SafeAnswer(Buttons buttons)
 
 std::string Described(const QString& text, Icon icon, const QString& title)
 {
-    return '"' + text.toStdString() + "\" (" + NameOf(icon) + ", title \"" + title.toStdString() + "\")";
+    constexpr const char* names[] = {"no icon", "critical", "question", "exclamation", "information"};
+    return '"' + text.toStdString() + "\" (" + names[static_cast<int>(icon)] + ", title \"" + title.toStdString() +
+           "\")";
 }
 
 } // namespace
@@ -53,9 +38,10 @@ ScriptedDesk::~ScriptedDesk()
     forms::SetDesk(nullptr);
 }
 
-void ScriptedDesk::ExpectMessage(const QString& text, Icon icon, const QString& title, Answer answer)
+void ScriptedDesk::ExpectMessage(const QString& text, Icon icon, const QString& title, Answer answer,
+                                 std::optional<Buttons> buttons)
 {
-    messages.push_back({text, icon, title, answer});
+    messages.push_back({text, icon, title, answer, buttons});
 }
 
 void ScriptedDesk::Verify()
@@ -78,6 +64,7 @@ Answer ScriptedDesk::Message(const QString& text, Icon icon, const QString& titl
     const ExpectedMessage expected = messages.front();
     messages.pop_front();
     EXPECT_EQ(Described(text, icon, title), Described(expected.text, expected.icon, expected.title));
+    EXPECT_EQ(static_cast<int>(expected.buttons.value_or(buttons)), static_cast<int>(buttons)) << text.toStdString();
     const bool fits = (buttons == Buttons::Ok) == (expected.answer == Answer::Ok);
     EXPECT_TRUE(fits) << "the answer given doesn't fit the buttons of " << Described(text, icon, title);
     return fits ? expected.answer : SafeAnswer(buttons);

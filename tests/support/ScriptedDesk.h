@@ -22,8 +22,9 @@ public:
     ScriptedDesk(const ScriptedDesk&) = delete;
     ScriptedDesk& operator=(const ScriptedDesk&) = delete;
 
+    /// `buttons`, if given, must be those of the message.
     void ExpectMessage(const QString& text, forms::Icon icon, const QString& title,
-                       forms::Answer answer = forms::Answer::Ok);
+                       forms::Answer answer = forms::Answer::Ok, std::optional<forms::Buttons> buttons = {});
 
     /// Expects a modal `Screen`: it is loaded and shown, and `script`, which plays the user, must unload it.
     template <class Screen>
@@ -74,6 +75,7 @@ private:
         forms::Icon icon;
         QString title;
         forms::Answer answer;
+        std::optional<forms::Buttons> buttons;
     };
 
     static void Show(forms::Form& form);

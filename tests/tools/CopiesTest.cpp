@@ -41,12 +41,7 @@ protected:
         Date(name, day);
     }
 
-    void Date(const QString& name, const QDate& day) const
-    {
-        QFile file(archives + "/" + name);
-        ASSERT_TRUE(file.open(QIODevice::ReadWrite));
-        file.setFileTime(QDateTime(day, QTime(18, 2)), QFileDevice::FileModificationTime);
-    }
+    void Date(const QString& name, const QDate& day) const { tests::DateFile(archives + "/" + name, day); }
 
     CommandRun Compare(const QStringList& options = {}) const
     {
@@ -220,10 +215,8 @@ TEST_F(Copies, AreNamedByPathNameOrDay)
 
 TEST_F(Copies, AreComparedWithAWarningWhenChangedSinceTheirClosing)
 {
-    const qsizetype at = BytesOf(archives + "/ZEP_ONE.MDB").indexOf("Consultation");
-    QFile file(archives + "/ZEP_ONE.MDB");
-    ASSERT_TRUE(at > 0 && file.open(QIODevice::ReadWrite) && file.seek(at) && file.putChar('X'));
-    file.close();
+    const QByteArray copied = BytesOf(archives + "/ZEP_ONE.MDB");
+    tests::WriteFile(archives + "/ZEP_ONE.MDB", QByteArray(copied).replace("Consultation", "Xonsultation"));
     const CommandRun run = Compare({"ZEP_ONE.MDB"});
     EXPECT_EQ(run.code, 0);
     EXPECT_TRUE(run.output.contains("modifiée depuis sa clôture")) << run.output.toStdString();

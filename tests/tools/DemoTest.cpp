@@ -77,8 +77,7 @@ TEST_F(Demo, RefusesAFolderInUseAndKeepsFoldersThatItDidNotMake)
 {
     for (const char* const other : {"a.part", "a.part-abcdef"}) {
         ASSERT_TRUE(QDir(place.path()).mkpath(other));
-        QFile file(place.filePath(other) + QString("/ZEP_TWO.MDB"));
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        tests::WriteFile(place.filePath(other) + "/ZEP_TWO.MDB");
     }
     ASSERT_TRUE(QDir(place.path()).mkdir("a"));
     EXPECT_EQ(CommandRun({"check", Make("a", {"--acts", "12000"})}).code, 0);

@@ -2,14 +2,15 @@
 
 #include "practice/commands/CommandLine.h"
 #include "practice/opening/PracticeData.h"
+#include "support/Files.h"
 #include "support/Printing.h"
 
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
 #include <QProcess>
 #include <QTemporaryDir>
-#include <gtest/gtest.h>
+
+using tests::BytesOf;
 
 /// Runs the command and captures its output.
 struct CommandRun {
@@ -43,13 +44,6 @@ struct BuiltCommand {
     int code;
 };
 
-inline QByteArray BytesOf(const QString& path)
-{
-    QFile file(path);
-    EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << path.toStdString();
-    return file.readAll();
-}
-
 /// A new practice in a temporary folder.
 class NewPractice {
 public:
@@ -66,10 +60,9 @@ public:
     /// Makes a file beside the practice; returns its path.
     QString Write(const QString& name, const QByteArray& text) const
     {
-        QFile file(File(name));
-        EXPECT_TRUE(QDir().mkpath(QFileInfo(file).path()) && file.open(QIODevice::WriteOnly));
-        file.write(text);
-        return file.fileName();
+        EXPECT_TRUE(QDir().mkpath(QFileInfo(File(name)).path()));
+        tests::WriteFile(File(name), text);
+        return File(name);
     }
 
     CommandRun Import(const QString& table, const QByteArray& text, const QStringList& options = {}) const

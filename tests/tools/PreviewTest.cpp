@@ -7,12 +7,9 @@ namespace {
 
 void Rewrite(const QString& path, const QByteArray& from, const QByteArray& to)
 {
-    QFile file(path);
-    ASSERT_TRUE(file.open(QIODevice::ReadWrite));
-    const QByteArray text = file.readAll();
+    const QByteArray text = BytesOf(path);
     ASSERT_TRUE(text.contains(from));
-    file.resize(0);
-    file.write(QByteArray(text).replace(from, to));
+    tests::WriteFile(path, QByteArray(text).replace(from, to));
 }
 
 class Preview : public testing::Test {
@@ -100,11 +97,10 @@ TEST_F(Preview, RefusesMistakesAndWritesNothing)
 /// The changes that docs/report-templates.md shows, as it has them.
 TEST_F(Preview, TheChangesOfTheManualCanBeMadeAsItShowsThem)
 {
-    QFile manual(PRACTICE_MANUAL);
-    ASSERT_TRUE(manual.open(QIODevice::ReadOnly));
     QStringList listings;
     QString last;
-    for (const QString& line : QString::fromUtf8(manual.readAll()).section("## Trois changements", 1).split('\n')) {
+    for (const QString& line :
+         QString::fromUtf8(BytesOf(PRACTICE_MANUAL)).section("## Trois changements", 1).split('\n')) {
         if (line.trimmed() == "```")
             listings << std::exchange(last, {});
         else if (line.trimmed() == "```toml" || !last.isEmpty())

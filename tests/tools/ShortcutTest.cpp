@@ -21,8 +21,7 @@ protected:
     QString OnlyEntry() const
     {
         EXPECT_EQ(Entries().size(), 1);
-        QFile file(home.filePath("applications/" + Entries().value(0)));
-        return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
+        return QString::fromUtf8(BytesOf(home.filePath("applications/" + Entries().value(0))));
     }
 
     QTemporaryDir home;
@@ -53,11 +52,10 @@ Categories=Office;
 )");
     const QString validator = QStandardPaths::findExecutable("desktop-file-validate");
     const QTemporaryDir place;
-    QFile file(place.filePath("zep-lumo-essai.desktop"));
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.write(text) == text.size());
-    file.close();
+    const QString file = place.filePath("zep-lumo-essai.desktop");
+    tests::WriteFile(file, text);
     if (!validator.isEmpty()) {
-        EXPECT_EQ(QProcess::execute(validator, {file.fileName()}), 0);
+        EXPECT_EQ(QProcess::execute(validator, {file}), 0);
     }
     entry.folder = "/\x1b[2J";
     EXPECT_EQ(ErrorOf([&] { practice::DesktopEntryText(entry); }), Error::BadArgument);

@@ -35,12 +35,7 @@ protected:
     QString Folder() const { return practice.Folder(); }
     QString File() const { return Folder() + "/ZEP_ONE.MDB"; }
 
-    static void Write(const QString& path, const QByteArray& bytes)
-    {
-        QFile file(path);
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly)) << path.toStdString();
-        EXPECT_EQ(file.write(bytes), bytes.size());
-    }
+    static void Write(const QString& path, const QByteArray& bytes) { tests::WriteFile(path, bytes); }
 
     /// Runs statements of another program; the log is in the file afterwards.
     void Run(const char* sql) const

@@ -1,5 +1,7 @@
 #include "analysis_visit.h"
 
+#include "Evolution_visit.h"
+
 #include "analysis/Chrges.h"
 #include "analysis/Mens_Act.h"
 #include "analysis/Result.h"
@@ -21,6 +23,17 @@ using core::PeriodChooser;
 namespace tour {
 
 namespace {
+
+void OpenEvolution(TourDesk& desk, core::Form1& main, const QString& pictures)
+{
+    desk.Visit([&desk, pictures](forms::Form& form) {
+        auto& month = dynamic_cast<Mens_Act&>(form);
+        VisitEvolution(desk, pictures);
+        month.Image4.click();
+        month.Image1.click();
+    });
+    main.Entry("mnu_mens")->trigger();
+}
 
 void LookAtMonths(TourDesk& desk, core::Form1& main)
 {
@@ -103,6 +116,8 @@ void ShowLoss(TourDesk& desk, core::Form1& main)
         auto& result = dynamic_cast<Result&>(form);
         QTest::keyClick(&result.Dates.Text1[PeriodChooser::Day], Qt::Key_Return);
         desk.TakePicture(result, "Result-perte");
+        LookAtLosses(desk);
+        result.Image3.click();
         result.Image1[Result::Quit].click();
     });
     main.Entry("mnu_resultat")->trigger();
@@ -115,6 +130,7 @@ void VisitAnalysis(TourDesk& desk, core::Form1& main, const QString& pictures)
     LookAtMonths(desk, main);
     EnterCharges(desk, main, "52000");
     ShowMonth(desk, main, "Result", pictures + "/Resultat.pdf");
+    OpenEvolution(desk, main, pictures);
     EnterCharges(desk, main, "9000000"); // from here on there is a loss
     ShowLoss(desk, main);
     const QScopedValueRollback<basic::Int16> language(core::LanguageMode, core::Arabic);

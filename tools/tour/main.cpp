@@ -320,7 +320,7 @@ int main(int argc, char* argv[])
     if (colours == "contrast")
         QApplication::setPalette(HighContrastDesktop());
     forms::ApplyStyle(application);
-    constexpr int expectedPictures = 123;
+    constexpr int expectedPictures = 132;
     TourDesk desk(pictures, expectedPictures);
     forms::SetDesk(&desk);
     forms::OnHelp(guide::ShowGuide);

@@ -96,10 +96,10 @@ Colours ColoursFrom(const QPalette& desktop)
     made.fieldBorder = Mix(made.window, made.text, 0.4);
     made.quiet = Readable(Mix(made.text, made.window, 0.3), {made.window, made.raised, made.field, made.header});
     made.disabled = Readable(Mix(made.text, made.window, 0.55), {made.window, made.raised, made.field});
-    made.accent = Readable(highlight, {made.window, made.raised, made.field, made.hover});
+    made.accent = Readable(highlight, {made.window, made.raised, made.field, made.hover, made.header});
     made.accentGround = Mix(highlight, Contrast(Qt::white, highlight) > 3 ? Qt::black : Qt::white, 0.12);
     made.onAccent = Readable(active(QPalette::HighlightedText), {made.accentGround});
-    made.alarm = Readable(Qt::red, {made.window, made.raised, made.field, made.selection});
+    made.alarm = Readable(Qt::red, {made.window, made.raised, made.field, made.header, made.selection});
     made.warning = Readable(QColor(0xc7, 0x7f, 0x0a), {made.window});
     made.tip = made.text;
     made.onTip = Readable(made.window, {made.tip});

@@ -2,36 +2,61 @@
 
 #include <QKeySequence>
 #include <QString>
+#include <span>
 
 namespace forms {
 
-/// Keyboard commands, the same on every screen. Dress assigns a command to a picture, which its keys then click.
+/// Keyboard commands, the same on every screen. Dress assigns commands to a picture, which their keys then click.
 enum class Command {
-    None,
     Help,
-    Accept, ///< of what is open for entry, else of the screen
-    ChooseDate,
     Modify,
+    FindNext,
+    ChooseDate,
+    Accept, ///< what is open for entry, else the screen
     New,
     Delete,
     Print,
     Search,
+    PreviousPage, ///< of a TabStrip
+    NextPage,
     Previous, ///< day or month
     Next,
     MoveUp,
     MoveDown,
-    PreviousPage, ///< of a TabStrip
-    NextPage,
     Leave,
+
+    // Of the main window.
+    OpenPractice,
+    OpenPatients,
     OpenActs,
     OpenCash,
     OpenPending,
+    OpenExpenses,
+    OpenPlanning,
+    OpenJournal,
+    OpenServices,
+    OpenTariffs,
+    OpenMonth,
+    OpenDeletedActs,
+    OpenCharges,
+    OpenResult,
+    OpenMenu,
+    OpenMovements,
+    Quit,
 };
 
-/// The keys of a command; none for None.
-QKeySequence KeysOf(Command command);
+/// The keys of a command, in the words of tooltips and of the guide.
+struct CommandKeys {
+    Command command;
+    QKeyCombination keys;
+    const char* text;   ///< "Ctrl+P", "Suppr"
+    const char* effect; ///< "imprimer"
+};
 
-/// The keys as shown in tooltips ("Ctrl+P", "Suppr").
+/// All commands, in the order of the guide's page about keys.
+std::span<const CommandKeys> KeyTable();
+
+QKeySequence KeysOf(Command command);
 QString KeyTextOf(Command command);
 
 } // namespace forms

@@ -14,6 +14,15 @@
 
 namespace forms {
 
+namespace {
+
+bool IsEnter(const QKeyEvent& event)
+{
+    return event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
+}
+
+} // namespace
+
 Label::Label(const QString& name, const QString& caption) : QLabel(caption)
 {
     setObjectName(name);
@@ -34,20 +43,19 @@ void FigureLabel::AlignUnderColumns(bool centred)
 
 int FigureLabel::Inset() const
 {
-    constexpr int besideColumns = 6; // lines up with right-aligned columns
-    constexpr int inBox = 9;
-    return underColumns ? ((alignment() & Qt::AlignHCenter) != 0 ? 2 : besideColumns) : inBox;
+    constexpr int besideColumns = 9; // lines up with right-aligned cells and their trailing blank
+    return underColumns ? ((alignment() & Qt::AlignHCenter) != 0 ? 2 : besideColumns) : 1;
 }
 
 int FigureLabel::NeededWidth() const
 {
     ensurePolished();
-    return fontMetrics().horizontalAdvance(text()) + 2 * Inset();
+    return fontMetrics().horizontalAdvance(text().trimmed()) + 2 * Inset();
 }
 
 QSize FigureLabel::sizeHint() const
 {
-    constexpr int usualWidth = 112;
+    constexpr int usualWidth = 48;
     constexpr int verticalRoom = 10;
     return {qMax(usualWidth, NeededWidth()), fontMetrics().height() + verticalRoom};
 }
@@ -63,10 +71,11 @@ void FigureLabel::paintEvent(QPaintEvent*)
     QStyleOption ground;
     ground.initFrom(this);
     style()->drawPrimitive(QStyle::PE_Widget, &ground, &painter, this);
-    painter.setFont(FittingFont(font(), text(), width() - 2 * Inset()));
+    const QString figure = text().trimmed();
+    painter.setFont(FittingFont(font(), figure, width() - 2 * Inset()));
     painter.setPen(palette().color(foregroundRole()));
     painter.drawText(rect().adjusted(Inset(), 0, -Inset(), 0), static_cast<int>(alignment()) | Qt::TextSingleLine,
-                     text());
+                     figure);
 }
 
 Button::Button(const QString& name, const QString& caption) : QPushButton(caption)
@@ -77,12 +86,10 @@ Button::Button(const QString& name, const QString& caption) : QPushButton(captio
 
 void Button::keyPressEvent(QKeyEvent* event)
 {
-    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
-        if (!event->isAutoRepeat())
-            click();
-        return;
-    }
-    QPushButton::keyPressEvent(event);
+    if (!IsEnter(*event))
+        QPushButton::keyPressEvent(event);
+    else if (!event->isAutoRepeat())
+        click();
 }
 
 OptionButton::OptionButton(const QString& name, const QString& caption) : QRadioButton(caption)
@@ -98,15 +105,22 @@ OptionButton::OptionButton(const QString& name, const QString& caption) : QRadio
     });
 }
 
+void OptionButton::keyPressEvent(QKeyEvent* event)
+{
+    if (!IsEnter(*event))
+        QRadioButton::keyPressEvent(event);
+    else if (!event->isAutoRepeat())
+        Q_EMIT Entered();
+}
+
 Panel::Panel(const QString& name, const QString& caption)
+    : arrangement(new QVBoxLayout(this)), captionLabel(new QLabel(this))
 {
     setObjectName(name);
-    auto* arrangement = new QVBoxLayout(this);
-    arrangement->setContentsMargins(8, 8, 8, 8);
+    arrangement->setContentsMargins(0, 8, 0, 8);
     arrangement->setSpacing(8);
-    captionLabel = new QLabel(this);
     captionLabel->setTextFormat(Qt::PlainText);
-    captionLabel->setProperty("role", QStringLiteral("caption"));
+    captionLabel->setProperty("role", QStringLiteral("title"));
     arrangement->addWidget(captionLabel);
     SetCaption(caption);
 }
@@ -114,6 +128,14 @@ Panel::Panel(const QString& name, const QString& caption)
 Panel::~Panel()
 {
     ReleaseControls(*this);
+}
+
+void Panel::SetContents(std::unique_ptr<QLayout> contents)
+{
+    setProperty("framed", true);
+    captionLabel->setProperty("role", QStringLiteral("caption"));
+    arrangement->setContentsMargins(8, 8, 8, 8);
+    arrangement->addLayout(contents.release(), 1);
 }
 
 QString Panel::Caption() const
@@ -158,7 +180,7 @@ void ComboBox::SetListIndex(int line)
 void ComboBox::keyPressEvent(QKeyEvent* event)
 {
     QComboBox::keyPressEvent(event); // ignores Enter
-    if ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) && !event->isAutoRepeat())
+    if (IsEnter(*event) && !event->isAutoRepeat())
         Q_EMIT Entered();
 }
 

@@ -10,6 +10,7 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTabWidget>
+#include <memory>
 
 class QSvgRenderer;
 class QVBoxLayout;
@@ -26,14 +27,13 @@ public:
     QString Tag;
 };
 
-/// A right-aligned figure in a sunken box: totals and balances. Never cut: if the box is too narrow, the font is
-/// reduced.
+/// A right-aligned figure: totals and balances. Never cut: if it has too little room, the font is reduced.
 class FigureLabel : public Label {
     Q_OBJECT
 public:
     explicit FigureLabel(const QString& name);
 
-    /// The width in pixels of the figure with its box, in the normal font size.
+    /// The width in pixels of the figure with its insets, in the normal font size.
     int NeededWidth() const;
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
@@ -62,6 +62,8 @@ public:
     void SetIcon(const QString& icon);
     /// A word next to the icon; also the accessible name until SetAction is called.
     void SetCaption(const QString& caption);
+    /// A quiet second line below the caption.
+    void SetNote(const QString& note);
     /// The action in the user's words: the accessible name and, with the keys of its commands, the tooltip, unless the
     /// screen uses a Bulle.
     void SetAction(const QString& action);
@@ -101,6 +103,7 @@ private:
 
     QSvgRenderer* drawing;
     QString iconName;
+    QString note;
     QString action;
     int drawnGeneration = -1; ///< ColourGeneration of the drawing
     QList<Command> commands;
@@ -131,9 +134,14 @@ public:
 Q_SIGNALS:
     /// The option was selected, or clicked while selected.
     void Chosen();
+    void Entered(); ///< Enter was pressed
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
 };
 
-/// A framed area with a caption. Its controls are owned by the screen and may outlive it.
+/// A caption that is the title of what follows or, once it has contents, a framed area. Its controls are owned by the
+/// screen and may outlive it.
 class Panel : public QFrame {
     Q_OBJECT
     Q_PROPERTY(QString caption READ Caption WRITE SetCaption)
@@ -143,9 +151,12 @@ public:
     ~Panel() override;
     QString Caption() const;
     void SetCaption(const QString& caption);
+    /// Puts contents below the caption and a frame around both.
+    void SetContents(std::unique_ptr<QLayout> contents);
     QString Tag;
 
 private:
+    QVBoxLayout* arrangement;
     QLabel* captionLabel;
 };
 

@@ -243,6 +243,8 @@ void Form::AddCommandKeys()
     std::set<Command> offered;
     for (const Picture* picture : findChildren<Picture*>())
         offered.insert(picture->Commands().begin(), picture->Commands().end());
+    for (const auto& [command, run] : ownCommands)
+        offered.insert(command);
     if (Help() && !offered.contains(Command::Help))
         addKeys(Command::Help, [this] { Guarded([this] { Help()(objectName()); }); });
     for (const Command command : offered)
@@ -253,6 +255,11 @@ void Form::AddCommandKeys()
     addKeys(Command::NextPage, [this] { TurnPage(1); });
 }
 
+void Form::OnCommand(Command command, std::function<void()> run)
+{
+    ownCommands[command] = std::move(run);
+}
+
 /// Clicks the picture with a command: one on an open panel, or else the next after the focused control.
 void Form::RunCommand(Command command)
 {
@@ -261,7 +268,12 @@ void Form::RunCommand(Command command)
     if (picture == nullptr)
         picture = NextInWindow<Picture>(*this, offers);
     if (picture != nullptr)
-        picture->click();
+        return picture->click();
+    auto* date = command == Command::ChooseDate ? qobject_cast<DateField*>(focusWidget()) : nullptr;
+    if (date != nullptr)
+        Q_EMIT date->CalendarWanted();
+    else if (const auto own = ownCommands.find(command); own != ownCommands.end())
+        Guarded(own->second);
 }
 
 void Form::TurnPage(int step)

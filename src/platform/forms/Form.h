@@ -5,6 +5,7 @@
 #include <QDialog>
 #include <QString>
 #include <functional>
+#include <map>
 
 namespace forms {
 
@@ -13,8 +14,8 @@ class Layout;
 /// A screen: a window named after its form. Load runs Form_Load once; Unload closes it.
 ///
 /// Only Unload and the close box close it: Esc calls EscapePressed, Enter clicks only a focused button. The keys of a
-/// command click its picture, first that of an open panel; the page commands turn the pages of the screen's TabStrip
-/// and focus the first table or entry field of the new page.
+/// command click its picture, first that of an open panel, or else do what the screen has set by OnCommand; the page
+/// commands turn the pages of the screen's TabStrip and focus the first table or entry field of the new page.
 class Form : public QDialog {
     Q_OBJECT
 public:
@@ -53,6 +54,9 @@ protected:
     /// Esc was pressed: a screen cancels its open panel.
     virtual void EscapePressed() {}
 
+    /// Sets what the keys of a command do where no picture with it can be clicked. Call before the screen is shown.
+    void OnCommand(Command command, std::function<void()> run);
+
     /// Sets what the window shows.
     void SetContent(Layout content);
 
@@ -74,6 +78,7 @@ private:
     bool centred = false;
     bool hasOwnSize = false;
     bool hasCommandKeys = false;
+    std::map<Command, std::function<void()>> ownCommands;
 };
 
 /// Sets what F1 does on every screen without a picture for it; it is passed the screen's name. Call before a screen is

@@ -188,8 +188,26 @@ void Grid::SelectRow(int row)
     ShowChanges();
     const QScopedValueRollback<bool> settle(settling, true);
     const QModelIndex index = cells->index(currentRow, currentColumn);
-    selectionModel()->setCurrentIndex(index, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+    selectionModel()->setCurrentIndex(index, HasEntries()
+                                                 ? QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows
+                                                 : QItemSelectionModel::SelectionFlags(QItemSelectionModel::Clear));
     scrollTo(index);
+}
+
+bool Grid::HasEntries() const
+{
+    if (Rows() != 1)
+        return Rows() > 1;
+    for (int column = 0; column < Columns(); ++column)
+        if (!Text(0, column).trimmed().isEmpty())
+            return true;
+    return false;
+}
+
+/// Qt would also highlight the empty row when the grid gets the focus.
+QItemSelectionModel::SelectionFlags Grid::selectionCommand(const QModelIndex& index, const QEvent* event) const
+{
+    return HasEntries() ? QTableView::selectionCommand(index, event) : QItemSelectionModel::NoUpdate;
 }
 
 /// Called at the first change: schedules the update of the view for when control returns to the event loop.

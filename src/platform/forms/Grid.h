@@ -15,9 +15,10 @@ class GridModel;
 /// size. Starts with one empty row. The left-aligned columns share spare width, or shrink where there isn't enough: by
 /// up to half, but not to less than their heading.
 ///
-/// Keys: arrows, Home and End (first and last row), Page Up and Page Down; Enter; letters find the next row whose name
-/// starts with them; Ctrl+A selects all rows, Ctrl+C copies the selected ones with the headings, trimmed and
-/// tab-separated. Figures wider than their column are reduced, never cut.
+/// Keys: arrows, Home and End (first and last row), Page Up and Page Down; with Shift they select the rows on the way,
+/// the last reached is current; Enter; letters find the next row whose name starts with them; Ctrl+A selects all rows,
+/// Ctrl+C copies the selected ones with the headings, trimmed and tab-separated. Figures wider than their column are
+/// reduced, never cut.
 class Grid : public QTableView {
     Q_OBJECT
     Q_PROPERTY(QString Tag MEMBER Tag)
@@ -72,7 +73,8 @@ public:
     /// Pixels above and below a line of text together.
     void SetRowPadding(int pixels);
 
-    /// Highlights the whole row, makes it current and brings it into view. Raises 9 outside the grid.
+    /// Highlights the whole row, makes it current and brings it into view; the empty row of a list without entries
+    /// isn't highlighted. Raises 9 outside the grid.
     void SelectRow(int row);
 
     QSize sizeHint() const override;
@@ -95,8 +97,13 @@ protected:
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     bool viewportEvent(QEvent* event) override;
+    QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index, const QEvent* event) const override;
 
 private:
+    bool HasEntries() const;
+    /// The row that a key pressed with Shift moves to; -1 for other keys.
+    int RowReachedWithShift(const QKeyEvent& event);
+    void ExtendTo(int row);
     void BeginChange();
     void ShowChanges();
     void MarkCurrent();

@@ -3,8 +3,8 @@
 #include "platform/forms/Controls.h"
 #include "platform/forms/Grid.h"
 
+#include <QBoxLayout>
 #include <QHeaderView>
-#include <QLayout>
 #include <QPointer>
 #include <QScrollBar>
 #include <memory>
@@ -16,62 +16,53 @@ namespace {
 
 constexpr int CaptionGap = 8; // pixels between caption and total
 
-/// Aligns a line of totals with the columns of its grid.
+/// Aligns a line of totals with the columns of its grid, on a ground as wide as the grid.
 class TotalsLayout : public QLayout {
 public:
-    explicit TotalsLayout(Grid& gridAbove) : grid(&gridAbove)
+    explicit TotalsLayout(Grid& gridAbove) : grid(&gridAbove), ground(new QFrame)
     {
+        ground->setProperty("footer", true);
+        AddControl(*ground); // first, to be behind the totals
         const auto follow = [this] { invalidate(); };
         connect(gridAbove.horizontalScrollBar(), &QScrollBar::valueChanged, this, follow);
         connect(gridAbove.horizontalHeader(), &QHeaderView::sectionResized, this, follow);
     }
-    ~TotalsLayout() override
-    {
-        for (const Entry& entry : entries)
-            delete entry.item;
-    }
+    ~TotalsLayout() override { qDeleteAll(items); }
     Q_DISABLE_COPY_MOVE(TotalsLayout)
 
     void Add(const GridTotal& total)
     {
-        addChildWidget(total.control);
-        entries.push_back({new QWidgetItem(total.control), total});
+        AddControl(*total.control);
+        totals.push_back(total);
     }
 
     void addItem(QLayoutItem* item) override { delete item; } // unused, see Add
-    int count() const override { return static_cast<int>(entries.size()); }
-    QLayoutItem* itemAt(int index) const override
-    {
-        return index >= 0 && index < count() ? entries[static_cast<std::size_t>(index)].item : nullptr;
-    }
-    QLayoutItem* takeAt(int index) override
-    {
-        QLayoutItem* const item = itemAt(index);
-        if (item != nullptr)
-            entries.erase(entries.begin() + index);
-        return item;
-    }
+    int count() const override { return static_cast<int>(items.size()); }
+    QLayoutItem* itemAt(int index) const override { return items.value(index); }
+    QLayoutItem* takeAt(int index) override { return index >= 0 && index < count() ? items.takeAt(index) : nullptr; }
     QSize sizeHint() const override { return {grid ? grid->sizeHint().width() : 0, Height()}; }
     QSize minimumSize() const override { return {0, Height()}; }
     Qt::Orientations expandingDirections() const override { return {}; }
     void setGeometry(const QRect& rect) override
     {
         QLayout::setGeometry(rect);
+        ground->setGeometry(rect);
         if (grid)
             Arrange(rect);
     }
 
 private:
-    struct Entry {
-        QLayoutItem* item;
-        GridTotal total;
-    };
+    void AddControl(QWidget& control)
+    {
+        addChildWidget(&control);
+        items << new QWidgetItem(&control);
+    }
 
     int Height() const
     {
         int height = 0;
-        for (const Entry& entry : entries)
-            height = qMax(height, entry.total.control->sizeHint().height());
+        for (const GridTotal& total : totals)
+            height = qMax(height, total.control->sizeHint().height());
         return height;
     }
 
@@ -81,8 +72,8 @@ private:
     {
         const int gridRight = grid->x() + grid->frameWidth() + grid->viewport()->width();
         int limit = qMin(rect.right() + 1, gridRight);
-        for (auto entry = entries.rbegin(); entry != entries.rend(); ++entry) {
-            const GridTotal& total = entry->total;
+        for (auto each = totals.rbegin(); each != totals.rend(); ++each) {
+            const GridTotal& total = *each;
             const int left = qMax(rect.left(), LeftOf(total.firstColumn));
             auto* figure = qobject_cast<FigureLabel*>(total.control);
             if (figure == nullptr) {
@@ -96,25 +87,27 @@ private:
             const int columnsRight = LeftOf(total.lastColumn) + grid->columnWidth(total.lastColumn);
             const int right = qMin(columnsRight, limit);
             const int width = qMax(right - qMin(left, right), figure->NeededWidth());
-            const int begin = qMax(qMin(right - width, left), LeastLeft(entry, rect));
+            const int begin = qMax(qMin(right - width, left), LeastLeft(each, rect));
             figure->setGeometry(begin, rect.top(), right - begin, rect.height());
             limit = begin;
         }
     }
 
     /// The leftmost position of a figure, leaving room for the figures before it.
-    int LeastLeft(std::vector<Entry>::reverse_iterator entry, const QRect& rect) const
+    int LeastLeft(std::vector<GridTotal>::reverse_iterator total, const QRect& rect) const
     {
         int least = rect.left();
-        while (++entry != entries.rend()) {
-            if (const auto* figure = qobject_cast<FigureLabel*>(entry->total.control))
-                least += qMin(figure->NeededWidth(), grid->columnWidth(entry->total.lastColumn));
+        while (++total != totals.rend()) {
+            if (const auto* figure = qobject_cast<FigureLabel*>(total->control))
+                least += qMin(figure->NeededWidth(), grid->columnWidth(total->lastColumn));
         }
         return least;
     }
 
     QPointer<Grid> grid;
-    std::vector<Entry> entries;
+    QFrame* ground; ///< owned by the window
+    QList<QLayoutItem*> items;
+    std::vector<GridTotal> totals;
 };
 
 bool IsCentred(const Grid& grid, int column)
@@ -143,14 +136,22 @@ GridTotal Caption(const QString& name, const QString& text, int firstColumn)
     return {&caption, firstColumn, firstColumn};
 }
 
-Layout Totals(Grid& grid, std::initializer_list<GridTotal> totals)
+Layout WithTotals(Grid& grid, std::initializer_list<std::initializer_list<GridTotal>> lines)
 {
-    auto line = std::make_unique<TotalsLayout>(grid);
-    for (const GridTotal& total : totals) {
-        Lend(*total.control);
-        line->Add(total);
+    auto column = std::make_unique<QVBoxLayout>();
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(0);
+    Lend(grid);
+    column->addWidget(&grid, 1);
+    for (const auto& totals : lines) {
+        auto line = std::make_unique<TotalsLayout>(grid);
+        for (const GridTotal& total : totals) {
+            Lend(*total.control);
+            line->Add(total);
+        }
+        column->addLayout(line.release());
     }
-    return Layout(std::move(line));
+    return Layout(std::move(column));
 }
 
 } // namespace forms

@@ -9,7 +9,7 @@ namespace forms {
 class FigureLabel;
 class Grid;
 
-/// An item of the line of totals: a figure under columns of the grid, or a caption that ends where the next figure
+/// An item of a line of totals: a figure under columns of the grid, or a caption that ends where the next figure
 /// starts.
 struct GridTotal {
     QWidget* control;
@@ -24,9 +24,9 @@ GridTotal Under(const Grid& grid, int column, FigureLabel& total);
 /// A caption for the next total, starting below `firstColumn`.
 GridTotal Caption(const QString& name, const QString& text, int firstColumn = 0);
 
-/// The line of totals below a grid: each total stays aligned with its columns. A figure wider than its columns grows to
-/// the left, or is reduced where a neighbour leaves no room. Totals of columns scrolled out of view stay visible. Put
-/// the grid and this line into one Column.
-Layout Totals(Grid& grid, std::initializer_list<GridTotal> totals);
+/// A grid and its footer, which has a line for each list of totals. Each total stays aligned with its columns. A figure
+/// wider than its columns grows to the left, or is reduced where a neighbour leaves no room. Totals of columns scrolled
+/// out of view stay visible.
+Layout WithTotals(Grid& grid, std::initializer_list<std::initializer_list<GridTotal>> lines);
 
 } // namespace forms

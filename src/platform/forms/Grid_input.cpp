@@ -15,6 +15,8 @@ void Grid::keyPressEvent(QKeyEvent* event)
         return CopyChosenRows();
     if (event->matches(QKeySequence::SelectAll))
         return ChooseAllRows();
+    if (const int row = RowReachedWithShift(*event); row >= 0)
+        return ExtendTo(row);
     switch (event->key()) {
     case Qt::Key_Return:
     case Qt::Key_Enter:
@@ -28,6 +30,50 @@ void Grid::keyPressEvent(QKeyEvent* event)
     default:
         QTableView::keyPressEvent(event);
     }
+}
+
+int Grid::RowReachedWithShift(const QKeyEvent& event)
+{
+    if ((event.modifiers() & ~Qt::KeypadModifier) != Qt::ShiftModifier)
+        return -1;
+    const int last = Rows() - 1;
+    switch (event.key()) {
+    case Qt::Key_Up:
+        return qMax(0, currentRow - 1);
+    case Qt::Key_Down:
+        return qMin(last, currentRow + 1);
+    case Qt::Key_Home:
+        return qMin(last, 0);
+    case Qt::Key_End:
+        return last;
+    case Qt::Key_PageUp:
+        return moveCursor(MovePageUp, Qt::NoModifier).row();
+    case Qt::Key_PageDown:
+        return moveCursor(MovePageDown, Qt::NoModifier).row();
+    default:
+        return -1;
+    }
+}
+
+/// Makes a row current and selects the rows up to it, from the other end of those selected so far.
+void Grid::ExtendTo(int row)
+{
+    if (row == currentRow)
+        return;
+    int start = currentRow;
+    if (const QItemSelection chosen = selectionModel()->selection(); !chosen.isEmpty()) {
+        if (chosen.first().top() == currentRow)
+            start = chosen.first().bottom();
+        else if (chosen.first().bottom() == currentRow)
+            start = chosen.first().top();
+    }
+    SelectRow(row);
+    Q_EMIT Click(); // the screen takes the row in hand and highlights it alone
+    if (qMax(start, row) >= Rows())
+        return;
+    ShowChanges();
+    const QItemSelection reached(cells->index(qMin(start, row), 0), cells->index(qMax(start, row), Columns() - 1));
+    selectionModel()->select(reached, QItemSelectionModel::ClearAndSelect);
 }
 
 void Grid::mousePressEvent(QMouseEvent* event)

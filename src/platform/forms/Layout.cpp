@@ -29,6 +29,15 @@ void AddControl(QBoxLayout& box, QWidget& control, int share)
     box.addWidget(Lent(control), share, down && !grows ? Qt::AlignLeft : Qt::Alignment());
 }
 
+/// Figures end at the right edge, fields that don't grow stand next to their captions.
+Qt::Alignment InPairs(const QWidget& control)
+{
+    if (qobject_cast<const FigureLabel*>(&control) != nullptr)
+        return Qt::AlignRight;
+    const bool grows = (control.sizePolicy().horizontalPolicy() & QSizePolicy::GrowFlag) != 0;
+    return grows && control.maximumWidth() == QWIDGETSIZE_MAX ? Qt::Alignment() : Qt::AlignLeft;
+}
+
 std::unique_ptr<QLayout> PairsGrid(std::initializer_list<std::pair<QWidget*, QWidget*>> lines)
 {
     auto grid = std::make_unique<QGridLayout>();
@@ -37,9 +46,8 @@ std::unique_ptr<QLayout> PairsGrid(std::initializer_list<std::pair<QWidget*, QWi
     grid->setVerticalSpacing(Rhythm);
     int row = 0;
     for (const auto& [caption, field] : lines) {
-        const bool narrow = field->sizePolicy().horizontalPolicy() == QSizePolicy::Fixed;
         grid->addWidget(Lent(*caption), row, 0);
-        grid->addWidget(Lent(*field), row, 1, narrow ? Qt::AlignLeft : Qt::Alignment());
+        grid->addWidget(Lent(*field), row, 1, InPairs(*field));
         if (auto* label = qobject_cast<QLabel*>(caption); label && field->focusPolicy() != Qt::NoFocus)
             label->setBuddy(field);
         ++row;
@@ -138,7 +146,7 @@ void RetainSizeWhenHidden(QWidget& control)
 Item Inside(QWidget& container, Layout content)
 {
     if (auto* panel = qobject_cast<Panel*>(&container))
-        static_cast<QBoxLayout*>(panel->layout())->addLayout(std::move(content).Take().release(), 1);
+        panel->SetContents(std::move(content).Take());
     else
         container.setLayout(std::move(content).Margin(Rhythm).Take().release());
     return {container};

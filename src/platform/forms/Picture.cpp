@@ -6,6 +6,7 @@
 #include <QKeyEvent>
 #include <QPainter>
 #include <QSvgRenderer>
+#include <algorithm>
 
 namespace forms {
 
@@ -30,6 +31,13 @@ void Picture::SetIcon(const QString& icon)
 {
     iconName = icon;
     LoadDrawing();
+    update();
+}
+
+void Picture::SetNote(const QString& line)
+{
+    note = line;
+    updateGeometry();
     update();
 }
 
@@ -96,8 +104,10 @@ QSize Picture::sizeHint() const
     const int side = IconSize + 2 * Padding;
     if (text().isEmpty())
         return {side, side};
-    const int caption = fontMetrics().size(Qt::TextShowMnemonic, text()).width();
-    return {Padding + IconSize + CaptionGap + caption + CaptionMargin, side};
+    const QSize caption = fontMetrics().size(Qt::TextShowMnemonic, text());
+    const QSize below = note.isEmpty() ? QSize(0, 0) : fontMetrics().size(0, note);
+    return {Padding + IconSize + CaptionGap + std::max(caption.width(), below.width()) + CaptionMargin,
+            std::max(side, caption.height() + below.height() + 2 * Padding)};
 }
 
 void Picture::PaintBackground(QPainter& painter) const
@@ -131,9 +141,12 @@ void Picture::paintEvent(QPaintEvent*)
     if (iconOnly)
         return;
     painter.setOpacity(1);
+    const QRect caption = rect().adjusted(Padding + IconSize + CaptionGap, Padding, 0, -Padding);
     painter.setPen(isEnabled() ? TheColours().text : TheColours().disabled);
-    painter.drawText(rect().adjusted(Padding + IconSize + CaptionGap, 0, 0, 0),
-                     Qt::AlignLeft | Qt::AlignVCenter | Qt::TextShowMnemonic, text());
+    painter.drawText(caption, Qt::AlignLeft | (note.isEmpty() ? Qt::AlignVCenter : Qt::AlignTop) | Qt::TextShowMnemonic,
+                     text());
+    painter.setPen(isEnabled() ? TheColours().quiet : TheColours().disabled);
+    painter.drawText(caption, Qt::AlignLeft | Qt::AlignBottom, note);
 }
 
 void Picture::Highlight()

@@ -58,7 +58,9 @@ QString StyleSheet()
     };
     for (const auto& role : roles)
         sheet.replace(QLatin1String(role.place), role.colour.name());
-    return sheet.replace("@large-points@", QString::number(1.5 * QApplication::font().pointSizeF()));
+    const double points = QApplication::font().pointSizeF();
+    sheet.replace("@title-points@", QString::number(1.2 * points));
+    return sheet.replace("@large-points@", QString::number(1.5 * points));
 }
 
 /// Fusion with the program's icons in message boxes.

@@ -178,7 +178,12 @@ void TextBox::mouseReleaseEvent(QMouseEvent* event)
     }
     QLineEdit::mouseReleaseEvent(event);
     if (std::exchange(selectsOnRelease, false) && !hasSelectedText())
-        selectAll();
+        SelectForFocus();
+}
+
+void TextBox::SelectForFocus()
+{
+    setSelection(0, qMin(SelectedOnFocus, static_cast<int>(text().size())));
 }
 
 void TextBox::dropEvent(QDropEvent* event)
@@ -209,10 +214,8 @@ void TextBox::focusInEvent(QFocusEvent* event)
     QLineEdit::focusInEvent(event);
     if (std::exchange(entered, true))
         return;
-    if (SelectsAllOnFocus) {
-        selectAll();
-        selectsOnRelease = event->reason() == Qt::MouseFocusReason;
-    }
+    SelectForFocus();
+    selectsOnRelease = event->reason() == Qt::MouseFocusReason;
 }
 
 void TextBox::focusOutEvent(QFocusEvent* event)

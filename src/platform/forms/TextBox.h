@@ -2,6 +2,7 @@
 
 #include <QLineEdit>
 #include <functional>
+#include <limits>
 
 namespace forms {
 
@@ -21,7 +22,9 @@ public:
     /// Called with the code of each typed character (8 backspace, 13 Enter), after the field's own filter; 0 swallows
     /// it, another code replaces it.
     std::function<void(int& keyCode)> KeyPress;
-    bool SelectsAllOnFocus = true;
+    /// How many characters are selected from the start when the field gets the focus.
+    int SelectedOnFocus = WholeText;
+    static constexpr int WholeText = std::numeric_limits<int>::max();
     QString Tag;
 
 Q_SIGNALS:
@@ -52,6 +55,7 @@ protected:
 private:
     int Filtered(int keyCode);
     void TypeCode(int keyCode);
+    void SelectForFocus();
     void FocusLeaves();
 
     bool entered = false;          // focused, see LostFocus
@@ -68,6 +72,8 @@ public:
 Q_SIGNALS:
     /// The focus has left an invalid date: the field has beeped and was cleared. A screen may return the focus here.
     void DateRefused();
+    /// The keys of ChooseDate were pressed in the field, and no picture of its screen takes them.
+    void CalendarWanted();
 
 protected:
     void FilterKey(int& keyCode) override;

@@ -59,6 +59,11 @@ QList<Fault> FindFields(const Template& design, Content& content)
     content.fieldOf.clear();
     for (const Column& column : design.columns)
         content.fieldOf.push_back(fields.Find(column.field, column.line));
+    if (design.chart) {
+        content.chartFields = {fields.Find(design.chart->labelField, design.chart->line)};
+        for (const ChartDesign::Series& series : design.chart->series)
+            content.chartFields.push_back(fields.Find(series.field, series.line));
+    }
     if (design.group) {
         content.groupField = fields.Find(design.group->field, design.group->line);
         fields.FindPlaceholders(design.group->heading, design.group->line);

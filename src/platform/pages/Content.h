@@ -21,7 +21,8 @@ struct Content {
     dao::RowTable rows;
     std::vector<int> fieldOf; ///< field in the rows for each template column
     int groupField = -1;
-    QString printDate; ///< dd/mm/yyyy or empty
+    std::vector<int> chartFields; ///< fields of the chart: the label, then the series
+    QString printDate;            ///< dd/mm/yyyy or empty
 };
 
 struct ReadContentResult {

@@ -26,6 +26,18 @@ struct Rule {
     bool faint = false;
 };
 
+/// The role of a shape's colour. Paper and screens have colours of their own for it.
+enum class Tint : quint8 { None, Paper, Text, Faint, First, Second, Third, Loss };
+
+/// A polygon or a line through points, in a chart.
+struct Shape {
+    std::vector<QPointF> points;
+    Tint fill = Tint::None; ///< the area between the points, closed
+    Tint line = Tint::None;
+    double thickness = 0.2;
+    bool dashed = false;
+};
+
 /// A picture, as high as its box.
 struct Picture {
     QRectF box;
@@ -39,6 +51,7 @@ struct Page {
     std::vector<QRectF> shades; ///< light grey backgrounds, painted first
     std::vector<Picture> pictures;
     std::vector<Rule> rules;
+    std::vector<Shape> shapes; ///< over the rules, in their order
     std::vector<Run> runs;
 };
 

@@ -114,7 +114,7 @@ double PageLayout::ColumnHeadsHeight() const
 double PageLayout::BodyTop(int page) const
 {
     Page unused;
-    return AddHeading(unused, page) + ColumnHeadsHeight();
+    return AddDesignedChart(unused, AddHeading(unused, page), page) + ColumnHeadsHeight();
 }
 
 double PageLayout::BodyBottom() const
@@ -182,7 +182,7 @@ Page PageLayout::MakePage(int index) const
         page.pictures.push_back({{design.left, design.top, design.BodyWidth(), design.logo->height},
                                  design.logo->picture,
                                  design.logo->alignment});
-    const double headTop = AddHeading(page, index);
+    const double headTop = AddDesignedChart(page, AddHeading(page, index), index);
     AddColumnHeads(page, headTop);
     double top = headTop + ColumnHeadsHeight();
 

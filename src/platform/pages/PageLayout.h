@@ -8,10 +8,11 @@ namespace pages {
 
 /// The page layout of a report. Page breaks are computed at once, pages on demand.
 ///
-/// Depends only on template and content, not on display or fonts: the same input always gives the same pages. Every
-/// page has the column heads. A group heading is never separated from its first row, a subtotal from its last row;
-/// totals and ending follow at least one row. A continued group repeats its heading with "(suite)". Heading and ending
-/// lines whose placeholders are all empty are omitted. A report without rows has one page.
+/// The first page of a design with a chart has it above the rows, unless there are none. Depends only on template and
+/// content, not on display or fonts: the same input always gives the same pages. Every page has the column heads. A
+/// group heading is never separated from its first row, a subtotal from its last row; totals and ending follow at least
+/// one row. A continued group repeats its heading with "(suite)". Heading and ending lines whose placeholders are all
+/// empty are omitted. A report without rows has one page.
 class PageLayout {
 public:
     PageLayout(Template layoutDesign, Content read);
@@ -54,6 +55,8 @@ private:
     FilledText FilledFromRow(const QString& text, int row) const;
 
     double AddHeading(Page& page, int index) const;
+    Chart MakeChart() const;
+    double AddDesignedChart(Page& page, double top, int index) const;
     void AddColumnHeads(Page& page, double top) const;
     void AddHeadsAbove(Page& page, double top, double height) const;
     void AddFooter(Page& page, int index) const;

@@ -8,6 +8,7 @@ namespace {
 
 constexpr double StrongLine = 0.35;
 constexpr double ThinLine = 0.1;
+constexpr double SmallestChart = 60;
 
 void AddRule(Page& page, double left, double right, double top, double thickness, bool faint = false)
 {
@@ -46,6 +47,42 @@ double PageLayout::AddHeading(Page& page, int index) const
         }
     }
     return top > design.top ? top + measures::SpaceBelowHeading : top;
+}
+
+Chart PageLayout::MakeChart() const
+{
+    Chart chart{.unit = design.chart->unit,
+                .note = Filled(design.chart->note, 0).text,
+                .emptyText = Filled(design.chart->emptyText, 0).text,
+                .across = design.chart->across};
+    const auto cell = [this](int row, std::size_t field) { return content.rows.Cell(row, content.chartFields[field]); };
+    for (int row = 0; row < content.rows.RowCount(); ++row)
+        chart.labels << CellText({}, cell(row, 0));
+    for (std::size_t series = 0; series < static_cast<std::size_t>(design.chart->series.size()); ++series) {
+        const ChartDesign::Series& designed = design.chart->series[static_cast<qsizetype>(series)];
+        ChartSeries read{designed.heading, designed.kind};
+        for (int row = 0; row < content.rows.RowCount(); ++row) {
+            const store::Value& value = cell(row, series + 1);
+            read.values.push_back(value.IsNull() ? std::nullopt : std::optional(NumberIn(value)));
+        }
+        chart.series.push_back(std::move(read));
+    }
+    return chart;
+}
+
+/// Adds the chart, reduced where the rows would otherwise not fit below it; returns where the rows start.
+double PageLayout::AddDesignedChart(Page& page, double top, int index) const
+{
+    if (!design.chart || index > 0 || content.rows.RowCount() == 0)
+        return top;
+    const Chart chart = MakeChart();
+    double rows = ColumnHeadsHeight() + measures::SpaceBelowHeading;
+    for (const Block& block : blocks)
+        rows += HeightOf(block);
+    const double room = std::max(BodyBottom() - top - rows, SmallestChart);
+    const double height = ChartHeight(chart, std::min(design.chart->height, room));
+    AddChart(page, chart, {design.left, top, design.BodyWidth(), height});
+    return top + height + measures::SpaceBelowHeading;
 }
 
 void PageLayout::AddCell(Page& page, std::size_t column, double top, double height, const QString& text,

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/pages/Chart.h"
+
 #include <QByteArray>
 #include <QList>
 #include <QSizeF>
@@ -55,6 +57,24 @@ struct Column {
     int line = 0;
 };
 
+/// A chart of the rows, above them on the first page.
+struct ChartDesign {
+    struct Series {
+        QString heading;
+        QString field;
+        ChartSeries::Kind kind = ChartSeries::Kind::Bar;
+        int line = 0;
+    };
+    double height = 90; ///< mm at most; lower so that the rows fit below it, and for a chart across of few labels
+    QString labelField;
+    QList<Series> series; ///< omitted when no row has a value
+    QString unit;
+    QString note;      ///< placeholders as in a heading line
+    QString emptyText; ///< the same; printed if all values are 0
+    bool across = false;
+    int line = 0;
+};
+
 /// A heading for consecutive rows with the same value in `field`. Placeholders in its texts: the fields of the select.
 struct Group {
     QString field;
@@ -91,6 +111,7 @@ struct Template {
     int selectLine = 0; ///< line of its first text
     QString emptyText;  ///< printed when there are no rows
     QList<Column> columns;
+    std::optional<ChartDesign> chart;
     std::optional<Group> group;
     QString totalLabel;
     QList<EndingLine> ending;

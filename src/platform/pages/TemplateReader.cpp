@@ -38,6 +38,8 @@ private:
     Column ReadColumn(TomlTable column) const;
     void ReadColumns();
     void ReadRows(TomlTable rows);
+    void ReadChart(TomlTable chart);
+    static ChartDesign::Series ReadSeries(TomlTable series);
     void ReadGroup(TomlTable group);
     void ReadEnding(TomlTable line);
     void ReadFooter(TomlTable footer);
@@ -157,6 +159,44 @@ void Reader::ReadRows(TomlTable rows)
         rows.Refuse("select", QStringLiteral("%1 ne peut y être qu'une fois").arg(SelectionPlaceholder));
 }
 
+ChartDesign::Series Reader::ReadSeries(TomlTable series)
+{
+    using Kind = ChartSeries::Kind;
+    constexpr std::pair<const char*, Kind> kinds[] = {
+        {"bar", Kind::Bar}, {"line", Kind::Line}, {"thin_line", Kind::ThinLine}};
+    ChartDesign::Series read;
+    read.line = series.Line();
+    read.heading = series.Text("heading");
+    read.field = series.RequiredText("field");
+    const QString kind = series.Text("kind", "bar");
+    const auto* known =
+        std::ranges::find_if(kinds, [&](const auto& each) { return kind == QLatin1String(each.first); });
+    if (known == std::end(kinds))
+        series.Refuse("kind", QStringLiteral("genre inconnu « %1 » (bar, line ou thin_line)").arg(kind));
+    else
+        read.kind = known->second;
+    series.RefuseOtherKeys();
+    return read;
+}
+
+void Reader::ReadChart(TomlTable chart)
+{
+    ChartDesign read;
+    read.line = chart.Line();
+    read.height = chart.Number("height_mm", read.height, 30, 400);
+    read.labelField = chart.RequiredText("label");
+    read.unit = chart.Text("unit");
+    read.note = chart.TextWithPlaceholders("note", placeholders);
+    read.emptyText = chart.TextWithPlaceholders("empty", placeholders);
+    read.across = chart.Flag("across");
+    for (const TomlTable& series : chart.Tables("series"))
+        read.series << ReadSeries(series);
+    if (read.series.isEmpty())
+        chart.Refuse("series", "graphique sans série ([[chart.series]])");
+    chart.RefuseOtherKeys();
+    design.chart = read;
+}
+
 void Reader::ReadGroup(TomlTable group)
 {
     Group read;
@@ -195,8 +235,10 @@ void Reader::RefuseFullPages()
     double room = design.paper.height() - design.top - design.bottom;
     for (const HeadingLine& line : design.heading)
         room -= line.spaceBefore + line.points * 0.6;
+    if (design.chart)
+        room -= design.chart->height;
     if (room < SmallestBody || design.BodyWidth() < SmallestBody)
-        file.Refuse("paper", "les marges et l'en-tête ne laissent pas de place aux lignes");
+        file.Refuse("paper", "les marges, l'en-tête et le graphique ne laissent pas de place aux lignes");
 }
 
 Template Reader::Read()
@@ -212,6 +254,8 @@ Template Reader::Read()
     else
         file.Refuse("", "aucune interrogation ([rows] avec select)");
     ReadColumns();
+    if (file.Has("chart"))
+        ReadChart(file.Table("chart"));
     if (file.Has("group"))
         ReadGroup(file.Table("group"));
     if (file.Has("totals")) {

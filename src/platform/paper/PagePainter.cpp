@@ -5,11 +5,6 @@
 namespace paper {
 namespace {
 
-const QColor Ink(0x1a, 0x1f, 0x24);
-const QColor FaintInk(0x5f, 0x6b, 0x73);
-const QColor FaintRule(0xd3, 0xd9, 0xdd);
-const QColor Shade(0xec, 0xf0, 0xf2);
-
 QRectF InUnits(const QRectF& box)
 {
     return {box.topLeft() * UnitsPerMillimetre, box.size() * UnitsPerMillimetre};
@@ -34,6 +29,49 @@ void PagePainter::PaintPicture(QPainter& painter, const pages::Picture& picture)
     painter.drawImage(place, decoded);
 }
 
+QColor PagePainter::ColourOf(pages::Tint tint) const
+{
+    switch (tint) {
+    case pages::Tint::None:
+        break;
+    case pages::Tint::Paper:
+        return inks.paper;
+    case pages::Tint::Text:
+        return inks.text;
+    case pages::Tint::Faint:
+        return inks.faint;
+    case pages::Tint::First:
+        return inks.first;
+    case pages::Tint::Second:
+        return inks.second;
+    case pages::Tint::Third:
+        return inks.third;
+    case pages::Tint::Loss:
+        return inks.loss;
+    }
+    return Qt::transparent;
+}
+
+void PagePainter::PaintShape(QPainter& painter, const pages::Shape& shape) const
+{
+    QPolygonF points;
+    for (const QPointF& point : shape.points)
+        points << point * UnitsPerMillimetre;
+    if (shape.fill != pages::Tint::None) {
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(ColourOf(shape.fill));
+        painter.drawPolygon(points);
+    }
+    if (shape.line == pages::Tint::None)
+        return;
+    QPen pen(ColourOf(shape.line), shape.thickness * UnitsPerMillimetre, Qt::SolidLine, Qt::FlatCap, Qt::MiterJoin);
+    if (shape.dashed)
+        pen.setDashPattern({4, 3});
+    painter.setPen(pen);
+    painter.setBrush(Qt::NoBrush);
+    painter.drawPolyline(points);
+}
+
 void PagePainter::PaintRun(QPainter& painter, const pages::Run& run)
 {
     const Typeface& face = typefaces.For(run);
@@ -44,7 +82,7 @@ void PagePainter::PaintRun(QPainter& painter, const pages::Run& run)
         const double room = box.width() - face.WidthOf(text);
         left += run.alignment == Qt::AlignRight ? room : room / 2;
     }
-    painter.setPen(run.faint ? FaintInk : Ink);
+    painter.setPen(run.faint ? inks.faint : inks.text);
     const QPointF start(left, box.top() + (box.height() - face.Height()) / 2 + face.Ascent());
     if (const auto glyphs = face.GlyphsOf(text))
         return painter.drawGlyphRun(start, *glyphs);
@@ -61,13 +99,15 @@ void PagePainter::Paint(QPainter& painter, const pages::Page& page, double dotsP
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
     painter.setLayoutDirection(Qt::LayoutDirectionAuto); // each text has the direction of its own script
     for (const QRectF& box : page.shades)
-        painter.fillRect(InUnits(box), Shade);
+        painter.fillRect(InUnits(box), inks.shade);
     for (const pages::Picture& picture : page.pictures)
         PaintPicture(painter, picture);
     for (const pages::Rule& rule : page.rules) {
-        painter.setPen(QPen(rule.faint ? FaintRule : Ink, rule.thickness * UnitsPerMillimetre));
+        painter.setPen(QPen(rule.faint ? inks.faintRule : inks.text, rule.thickness * UnitsPerMillimetre));
         painter.drawLine(rule.line.p1() * UnitsPerMillimetre, rule.line.p2() * UnitsPerMillimetre);
     }
+    for (const pages::Shape& shape : page.shapes)
+        PaintShape(painter, shape);
     for (const pages::Run& run : page.runs)
         PaintRun(painter, run);
     painter.restore();

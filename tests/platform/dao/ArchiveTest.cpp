@@ -25,12 +25,6 @@ protected:
     {
         return ErrorOf([&] { store::CopyDatabase(path, target); });
     }
-    QByteArray Bytes(const QString& name) const
-    {
-        QFile file(name);
-        EXPECT_TRUE(file.open(QIODevice::ReadOnly));
-        return file.readAll();
-    }
     QStringList ArchiveContent() const
     {
         QStringList names = QDir(folder.filePath("ARCHIVES")).entryList(QDir::Files | QDir::Hidden);
@@ -81,8 +75,7 @@ TEST_F(Archive, WaitsForAnotherCopyIntoTheSameFolder)
     const QByteArray archives = folder.filePath("ARCHIVES").toUtf8();
     const int other = ::open(archives.constData(), O_RDONLY | O_DIRECTORY);
     ASSERT_EQ(::flock(other, LOCK_EX), 0);
-    QFile part(target + ".part"); // half written by the other program
-    ASSERT_TRUE(part.open(QIODevice::WriteOnly));
+    WriteFile(target + ".part"); // half written by the other program
     std::thread otherProgram([&] {
         std::this_thread::sleep_for(std::chrono::milliseconds(100));
         EXPECT_TRUE(QFile::exists(target + ".part")) << "taken away";
@@ -111,11 +104,11 @@ TEST_F(Archive, ReportsItsProgress)
 TEST_F(Archive, IsUnchangedWithoutADatabase)
 {
     ASSERT_EQ(CopyError(), std::nullopt);
-    const QByteArray yesterday = Bytes(target);
+    const QByteArray yesterday = BytesOf(target);
     database.Close();
     ASSERT_TRUE(QFile::remove(path));
     EXPECT_EQ(CopyError(), Error::FileNotFound);
-    EXPECT_EQ(Bytes(target), yesterday);
+    EXPECT_EQ(BytesOf(target), yesterday);
     EXPECT_EQ(ArchiveContent(), QStringList("ZEP_ONE.MDB"));
     EXPECT_FALSE(QFile::exists(path)) << "no empty file takes its place";
 }

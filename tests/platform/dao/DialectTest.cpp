@@ -140,26 +140,9 @@ TEST_F(Dialect, QuotesTheSyntaxError)
         {"select * from Patients where Nul = 3", "Nul"},
     };
     for (const auto& [statement, part] : cases) {
-        try {
-            Open(statement);
-            ADD_FAILURE() << statement;
-        } catch (const basic::RuntimeError& error) {
-            EXPECT_TRUE(error.Description().contains("'" + QString(part) + "'")) << error.what();
-        }
+        const QString refusal = Raised([&, text = statement] { Open(text); });
+        EXPECT_TRUE(refusal.contains("'" + QString(part) + "'")) << refusal.toStdString();
     }
-}
-
-TEST_F(Dialect, KeepsHostileTextApartFromTheStatement)
-{
-    const QString hostile = "L'Hôpital \"d'O'Brien\" 100 %_*?[#];--\n\x01\u200F";
-    Recordset rows = Open("Patients");
-    rows.AddNew();
-    rows["nom"] = hostile;
-    rows.Update();
-    QString doubled = hostile;
-    const QString statement = "select * from Patients where nom = '" + doubled.replace("'", "''") + "'";
-    EXPECT_EQ(Open(statement)["nom"].Text(), hostile);
-    EXPECT_EQ(Keys(statement), QString::number(rows.LastKey()));
 }
 
 } // namespace

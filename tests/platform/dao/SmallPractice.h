@@ -5,16 +5,17 @@
 #include "platform/dao/Engine.h"
 #include "platform/dao/Workgroup.h"
 #include "platform/store/Creation.h"
+#include "support/Files.h"
 #include "support/OtherProgram.h"
 #include "support/Printing.h"
 
-#include <QFile>
 #include <QTemporaryDir>
-#include <gtest/gtest.h>
 
 namespace dao::test {
 
 using Other = tests::OtherProgram;
+using tests::BytesOf;
+using tests::WriteFile;
 
 /// A practice with a few rows in its own folder, opened as by the program.
 class SmallPractice : public ::testing::Test {

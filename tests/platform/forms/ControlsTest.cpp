@@ -121,6 +121,22 @@ TEST_F(Controls, ShowTextsLiterally)
     EXPECT_EQ(panel.Caption(), "Correction");
 }
 
+TEST_F(Controls, PanelIsATitleUntilItHasContents)
+{
+    forms::Panel title("SSPanel1", "Mouvements");
+    forms::Panel entry("SSPanel2", "Correction");
+    forms::Button button("Command1", "Valider");
+    forms::Inside(entry, forms::Column{button});
+    const auto isFramed = [](forms::Panel& panel) {
+        panel.resize(panel.sizeHint());
+        const QImage image = panel.grab().toImage();
+        constexpr int aboveTheCaption = 7;
+        return image.pixelColor(0, aboveTheCaption) != image.pixelColor(4, aboveTheCaption);
+    };
+    EXPECT_FALSE(isFramed(title));
+    EXPECT_TRUE(isFramed(entry));
+}
+
 TEST_F(Controls, EveryIconCanBeDrawn)
 {
     const QStringList files = QDir(":/icons").entryList();

@@ -73,7 +73,14 @@ TEST_F(GridOnSheet, TruncatesExtendsAndClearsRows)
     EXPECT_EQ(grid.Rows(), 1);
     EXPECT_EQ(grid.Row(), 0);
     EXPECT_EQ(grid.Text(0, 1), "");
-    EXPECT_EQ(HighlightedRow(grid), -1);
+    grid.setFocus();
+    Press(grid, Qt::Key_Down);
+    Click(grid, 0);
+    grid.SelectRow(0);
+    EXPECT_EQ(HighlightedRow(grid), -1); // no entries
+    grid.SetText(0, 2, "5");
+    grid.SelectRow(0);
+    EXPECT_EQ(HighlightedRow(grid), 0);
 }
 
 TEST_F(GridOnSheet, RaisesNineOutOfRange)
@@ -177,6 +184,24 @@ TEST_F(GridOnSheet, CopiesTheChosenRowsWithHeadingsBetweenTabs)
     Press(grid, Qt::Key_Down);
     Press(grid, Qt::Key_C, Qt::ControlModifier);
     EXPECT_EQ(QApplication::clipboard()->text(), "N°\tNom\tMontant\n\tligne 2\t\n");
+
+    Fill(9);
+    QObject::connect(&grid, &forms::Grid::Click, &sheet, [&] { grid.SelectRow(grid.Row()); }); // as every screen does
+    grid.SelectRow(4);
+    const struct {
+        Qt::Key key;
+        int current, first, last;
+    } steps[] = {{Qt::Key_Down, 5, 4, 5}, {Qt::Key_Down, 6, 4, 6}, {Qt::Key_Up, 5, 4, 5},
+                 {Qt::Key_Up, 4, 4, 4},   {Qt::Key_Up, 3, 3, 4},   {Qt::Key_End, 8, 4, 8},
+                 {Qt::Key_Home, 0, 0, 4}, {Qt::Key_Up, 0, 0, 4},   {Qt::Key_PageDown, 8, 4, 8}};
+    for (const auto& step : steps) {
+        Press(grid, step.key, Qt::ShiftModifier);
+        EXPECT_EQ(grid.Row(), step.current) << step.key;
+        EXPECT_EQ(HighlightedRow(grid), step.first) << step.key;
+        EXPECT_EQ(grid.selectionModel()->selectedRows().size(), step.last - step.first + 1) << step.key;
+    }
+    Press(grid, Qt::Key_Up); // alone: one row
+    EXPECT_EQ(grid.selectionModel()->selectedRows().size(), 1);
     grid.ClearToOneRow();
     Press(grid, Qt::Key_C, Qt::ControlModifier);
     EXPECT_TRUE(QApplication::clipboard()->text().contains("ligne 2")) << "no row is chosen";

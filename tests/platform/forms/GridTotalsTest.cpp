@@ -1,11 +1,9 @@
 #include "platform/forms/GridTotals.h"
 
-#include "platform/forms/Controls.h"
 #include "platform/forms/Form.h"
-#include "platform/forms/Grid.h"
+#include "support/Cells.h"
 #include "support/ScriptedDesk.h"
 
-#include <QScrollBar>
 #include <gtest/gtest.h>
 
 namespace {
@@ -14,9 +12,9 @@ namespace {
 struct Listing : forms::Form {
     Listing() : Form("Listing")
     {
-        SetContent(forms::Column{forms::Item::Growing(grid),
-                                 forms::Totals(grid, {forms::Caption("LTotal", "Total"), forms::Under(grid, 1, count),
-                                                      forms::Under(grid, 2, received), forms::Under(grid, 3, due)})});
+        SetContent(forms::Column{forms::Item::Growing(
+            forms::WithTotals(grid, {{forms::Caption("LTotal", "Total"), forms::Under(grid, 1, count),
+                                      forms::Under(grid, 2, received), forms::Under(grid, 3, due)}}))});
     }
 
     forms::Grid grid{"Grid1",
@@ -33,11 +31,12 @@ struct TotalsOfAGrid : testing::Test {
     ScriptedDesk desk;
     Listing& screen = desk.Open<Listing>();
 
-    /// Where a column ends, in pixels of the window.
-    int RightOf(int column) const
+    QRect Footer() const
     {
-        return screen.grid.x() + screen.grid.frameWidth() + screen.grid.columnViewportPosition(column) +
-               screen.grid.columnWidth(column) - 1;
+        for (const QFrame* frame : screen.findChildren<QFrame*>())
+            if (frame->property("footer").toBool())
+                return frame->geometry();
+        return {};
     }
 
     void Show(const QString& figure)
@@ -71,9 +70,11 @@ TEST_F(TotalsOfAGrid, StayUnderTheirColumns)
     for (const int wider : {0, 300}) {
         screen.resize(screen.width() + wider, screen.height());
         Show("1 250.00 ");
-        EXPECT_EQ(screen.count.width(), screen.grid.columnWidth(1));
-        EXPECT_EQ(screen.received.geometry().right(), RightOf(2));
-        EXPECT_EQ(screen.due.geometry().right(), RightOf(3));
+        EXPECT_TRUE(tests::IsUnder(screen.count, screen.grid, 1));
+        EXPECT_TRUE(tests::IsUnder(screen.received, screen.grid, 2));
+        EXPECT_TRUE(tests::IsUnder(screen.due, screen.grid, 3));
+        EXPECT_EQ(Footer(), QRect(screen.grid.geometry().bottomLeft() + QPoint(0, 1),
+                                  QSize(screen.grid.width(), screen.due.height())));
     }
     screen.resize(220, screen.height()); // narrower than the columns: all totals stay visible
     support::ProcessEvents();

@@ -63,25 +63,17 @@ TEST_F(RealDesk, ShowsHostileTextLiterally)
 
 TEST_F(RealDesk, AnswersAYesNoBoxByButtonEnterAndEscape)
 {
-    const auto ask = [](std::function<void(QWidget&)> play) {
+    const auto ask = [](std::function<void(QWidget&)> play, Buttons buttons = Buttons::YesNo) {
         OnNextWindow(std::move(play));
-        return forms::MsgBox("Supprimer ?", Icon::Question, "ZEP Lumo", Buttons::YesNo);
+        return forms::MsgBox("Supprimer ?", Icon::Question, "ZEP Lumo", buttons);
     };
     EXPECT_EQ(ask([](QWidget& box) { PressButton(box, "&Oui"); }), Answer::Yes);
     EXPECT_EQ(ask([](QWidget& box) { PressButton(box, "&Non"); }), Answer::No);
     EXPECT_EQ(ask([](QWidget& box) { QTest::keyClick(&box, Qt::Key_Escape); }), Answer::No);
     EXPECT_EQ(ask([](QWidget& box) { box.close(); }), Answer::No);
-    EXPECT_EQ(ask([](QWidget& box) { QTest::keyClick(&box, Qt::Key_Return); }), Answer::Yes);
-}
-
-TEST_F(RealDesk, TakesEnterForNoWhereThatIsTheDefault)
-{
-    const auto ask = [](std::function<void(QWidget&)> play) {
-        OnNextWindow(std::move(play));
-        return forms::MsgBox("Remettre ?", Icon::Question, "ZEP Lumo", Buttons::NoYes);
-    };
-    EXPECT_EQ(ask([](QWidget& box) { QTest::keyClick(&box, Qt::Key_Return); }), Answer::No);
-    EXPECT_EQ(ask([](QWidget& box) { PressButton(box, "&Oui"); }), Answer::Yes);
+    for (const auto& [buttons, answer] : {std::pair(Buttons::YesNo, Answer::Yes), {Buttons::NoYes, Answer::No}})
+        EXPECT_EQ(ask([](QWidget& box) { QTest::keyClick(&box, Qt::Key_Return); }, buttons), answer);
+    EXPECT_EQ(ask([](QWidget& box) { PressButton(box, "&Oui"); }, Buttons::NoYes), Answer::Yes);
 }
 
 TEST_F(RealDesk, ShowsAScreenUntilItIsUnloaded)

@@ -142,10 +142,12 @@ TEST_F(Entry, SelectsItsTextOnEveryKindOfFocus)
     EXPECT_EQ(field.selectedText(), "DUPONT");
     QTest::mouseClick(&field, Qt::LeftButton, {}, QPoint(20, 10)); // the next click places the caret
     EXPECT_EQ(field.selectedText(), "");
-    leave();
-    field.SelectsAllOnFocus = false;
-    field.setFocus();
-    EXPECT_EQ(field.selectedText(), "");
+    field.SelectedOnFocus = 4;
+    for (const bool byClick : {false, true}) {
+        leave();
+        byClick ? QTest::mouseClick(&field, Qt::LeftButton, {}, QPoint(60, 10)) : field.setFocus();
+        EXPECT_EQ(field.selectedText(), "DUPO");
+    }
 }
 
 TEST_F(Entry, KeepsTheFocusWhenAPictureIsClicked)

@@ -1,33 +1,22 @@
 #include "platform/host/Host.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/host/Files.h"
+#include "support/Files.h"
 
 #include <QDir>
-#include <QFile>
 #include <QTemporaryDir>
-#include <gtest/gtest.h>
-
-namespace {
-
-void Touch(const QString& path)
-{
-    QFile file(path);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-}
-
-} // namespace
 
 TEST(Files, AreFoundCaseInsensitively)
 {
     const QTemporaryDir folder;
     QDir(folder.path()).mkdir("Archives");
-    Touch(folder.filePath("zep_cfig.CFG"));
-    Touch(folder.filePath("Archives/ZEP_one.mdb"));
+    tests::WriteFile(folder.filePath("zep_cfig.CFG"));
+    tests::WriteFile(folder.filePath("Archives/ZEP_one.mdb"));
 
     EXPECT_EQ(host::PathIn(folder.path(), "ZEP_CFIG.cfg"), folder.filePath("zep_cfig.CFG"));
     EXPECT_EQ(host::PathIn(folder.path(), "ARCHIVES/ZEP_ONE.MDB"), folder.filePath("Archives/ZEP_one.mdb"));
     EXPECT_EQ(host::PathIn(folder.path(), "ARCHIVES/new.txt"), folder.filePath("Archives/new.txt"));
-    Touch(folder.filePath("ZEP_CFIG.cfg")); // an exact match is preferred
+    tests::WriteFile(folder.filePath("ZEP_CFIG.cfg")); // an exact match is preferred
     EXPECT_EQ(host::PathIn(folder.path(), "ZEP_CFIG.cfg"), folder.filePath("ZEP_CFIG.cfg"));
 }
 
@@ -41,11 +30,11 @@ TEST(Files, OfTheProgramAreInItsFolderOrTheInstalledShare)
     };
 
     EXPECT_EQ(found("ZEP_Supp.RPT"), folder.filePath("bin")); // where it is reported missing
-    Touch(folder.filePath("share/zep-lumo/ZEP_Supp.RPT"));
-    Touch(folder.filePath("share/zep-lumo/guide/index.md"));
+    tests::WriteFile(folder.filePath("share/zep-lumo/ZEP_Supp.RPT"));
+    tests::WriteFile(folder.filePath("share/zep-lumo/guide/index.md"));
     EXPECT_EQ(found("ZEP_Supp.RPT"), folder.filePath("share/zep-lumo"));
     EXPECT_EQ(found("guide/index.md"), folder.filePath("share/zep-lumo"));
-    Touch(folder.filePath("bin/zep_supp.rpt")); // case-insensitive
+    tests::WriteFile(folder.filePath("bin/zep_supp.rpt")); // case-insensitive
     EXPECT_EQ(found("ZEP_Supp.RPT"), folder.filePath("bin"));
 }
 
@@ -53,7 +42,7 @@ TEST(Files, SearchSupportsWildcardsAndAttributes)
 {
     const QTemporaryDir folder;
     QDir(folder.path()).mkdir("ARCHIVES");
-    Touch(folder.filePath("a[1].RPT"));
+    tests::WriteFile(folder.filePath("a[1].RPT"));
 
     EXPECT_TRUE(host::FileExists(folder.filePath("A[1].rpt"), 0));
     EXPECT_TRUE(host::FileExists(folder.filePath("*.rpt"), 0));
@@ -73,14 +62,13 @@ TEST(Files, AttributesComeFromTheModeBits)
     EXPECT_THROW(host::FileAttributes(path), basic::RuntimeError);
     EXPECT_THROW(host::SetFileAttributes(path, 0), basic::RuntimeError);
 
-    Touch(path);
+    tests::WriteFile(path);
     EXPECT_EQ(host::FileAttributes(path), 0);
     host::SetFileAttributes(path, 1);
     EXPECT_EQ(host::FileAttributes(path), 1);
     host::SetFileAttributes(path, 0);
     EXPECT_EQ(host::FileAttributes(path), 0);
-    QFile file(path);
-    EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+    tests::WriteFile(path); // it can be written again
 }
 
 TEST(Files, DriveTextsNameFolders)

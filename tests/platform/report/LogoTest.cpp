@@ -41,13 +41,6 @@ QByteArray RedPicture(const char* format)
 
 class Logo : public testing::Test {
 protected:
-    void PutFile(const QString& name, const QByteArray& content) const
-    {
-        QFile file(practice.Folder() + "/" + name);
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(content);
-    }
-
     pages::PageLayout Layout(const QByteArray& logo)
     {
         const pages::ParsedTemplate read =
@@ -80,8 +73,8 @@ protected:
 
 TEST_F(Logo, StandsAtItsSideOfTheFirstPageInItsOwnProportions)
 {
-    PutFile("logo.png", RedPicture("PNG"));
-    PutFile("logo.jpg", RedPicture("JPEG"));
+    practice.WriteTemplate(RedPicture("PNG"), "logo.png");
+    practice.WriteTemplate(RedPicture("JPEG"), "logo.jpg");
     const auto left = Layout("file = \"logo.png\"\nheight_mm = 10");
     EXPECT_NEAR(RedOf(left.MakePage(0)).first, 150, 2);
     EXPECT_NEAR(RedOf(left.MakePage(0)).second, 350, 2);
@@ -95,9 +88,9 @@ TEST_F(Logo, StandsAtItsSideOfTheFirstPageInItsOwnProportions)
 
 TEST_F(Logo, IsAPictureBesideItsTemplateOrAMistake)
 {
-    PutFile("texte.png", "pas une image");
-    PutFile("grand.png", RedPicture("PNG") + QByteArray(2 << 20, 'x'));
-    PutFile("tronque.png", RedPicture("PNG").first(30));
+    practice.WriteTemplate("pas une image", "texte.png");
+    practice.WriteTemplate(RedPicture("PNG") + QByteArray(2 << 20, 'x'), "grand.png");
+    practice.WriteTemplate(RedPicture("PNG").first(30), "tronque.png");
     const struct {
         const char* logo;
         int line;

@@ -54,6 +54,7 @@ TEST(PageLayout, RepeatsColumnHeadsAndKeepsTheTotalsUnderARow)
             const qsizetype head = texts.indexOf("N°");
             ASSERT_GE(head, 0) << "page " << page + 1;
             EXPECT_EQ(texts.contains("Cabinet du Docteur Mourad SAÏDI") && head > 4, page == 0);
+            EXPECT_EQ(texts.contains("Total"), page == layout.PageCount() - 1) << page;
             EXPECT_EQ(texts.last(), QString("Page %1 / %2").arg(page + 1).arg(layout.PageCount()));
             const qsizetype before = numbers.size();
             for (const pages::Run& run : layout.MakePage(page).runs) {

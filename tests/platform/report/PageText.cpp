@@ -1,6 +1,7 @@
 #include "platform/report/PageText.h"
 
 #include <QTextStream>
+#include <algorithm>
 #include <cmath>
 
 namespace tests {
@@ -14,6 +15,19 @@ char LetterOf(Qt::Alignment alignment)
 qint64 Tenths(double millimetres)
 {
     return std::lround(millimetres * 10);
+}
+
+QString BoundsOf(const pages::Shape& shape)
+{
+    QRectF box(shape.points.front(), shape.points.front());
+    for (const QPointF& point : shape.points)
+        box = {QPointF(std::min(box.left(), point.x()), std::min(box.top(), point.y())),
+               QPointF(std::max(box.right(), point.x()), std::max(box.bottom(), point.y()))};
+    return QStringLiteral("%1 %2 %3 %4")
+        .arg(Tenths(box.left()))
+        .arg(Tenths(box.top()))
+        .arg(Tenths(box.width()))
+        .arg(Tenths(box.height()));
 }
 
 } // namespace
@@ -32,6 +46,10 @@ QString PagesAsText(const pages::PageLayout& layout)
         for (const pages::Rule& rule : page.rules)
             out << "rule " << Tenths(rule.line.x1()) << " " << Tenths(rule.line.y1()) << " " << Tenths(rule.line.dx())
                 << " " << Tenths(rule.line.dy()) << " " << rule.thickness << (rule.faint ? " faint" : "") << "\n";
+        for (const pages::Shape& shape : page.shapes)
+            if (shape.points.size() > 2)
+                out << "shape " << BoundsOf(shape) << " fill " << static_cast<int>(shape.fill) << " line "
+                    << static_cast<int>(shape.line) << (shape.dashed ? " dashed" : "") << "\n";
         for (const pages::Run& run : page.runs)
             out << Tenths(run.box.left()) << " " << Tenths(run.box.top()) << " " << Tenths(run.box.width()) << " "
                 << LetterOf(run.alignment) << " " << run.points << (run.bold ? " bold" : "")

@@ -4,9 +4,7 @@
 
 #include "data/Practice.h"
 #include "data/ReportTemplates.h"
-
-#include <QFile>
-#include <gtest/gtest.h>
+#include "support/Files.h"
 
 namespace tests {
 
@@ -45,17 +43,13 @@ QString ReportPractice::Template(const QString& name)
 
 QString ReportPractice::WriteTemplate(const QByteArray& text, const QString& name)
 {
-    QFile file(folder.filePath(name));
-    EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(text);
-    return file.fileName();
+    WriteFile(folder.filePath(name), text);
+    return folder.filePath(name);
 }
 
 QByteArray ReportPractice::Read(const QString& name) const
 {
-    QFile file(folder.filePath(name));
-    EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << qPrintable(name);
-    return file.readAll();
+    return BytesOf(folder.filePath(name));
 }
 
 dao::Key ReportPractice::Add(const QString& table, Cells cells)

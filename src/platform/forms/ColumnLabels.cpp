@@ -1,4 +1,4 @@
-#include "planning/ColumnLabels.h"
+#include "platform/forms/ColumnLabels.h"
 
 #include "platform/forms/Layout.h"
 #include "platform/forms/Readers.h"
@@ -6,17 +6,16 @@
 #include <QEvent>
 #include <QHeaderView>
 
-namespace planning {
+namespace forms {
 
-ColumnLabels::ColumnLabels(forms::Grid& labelled, std::initializer_list<const char*> names)
+ColumnLabels::ColumnLabels(Grid& labelled, std::initializer_list<const char*> names)
     : QObject(&labelled), grid(labelled)
 {
     const QHeaderView* header = grid.horizontalHeader();
     for (const char* name : names) {
-        forms::Label& label = forms::NewLabel(QLatin1String(name), {});
-        label.setProperty("heading", true);
+        Label& label = NewLabel(QLatin1String(name), {});
         label.setParent(header->viewport());
-        forms::HideFromReaders(label); // the heading below has the same text
+        HideFromReaders(label); // the heading below has the same text
         labels.push_back(&label);
     }
     Read();
@@ -36,9 +35,11 @@ void ColumnLabels::Read()
 {
     for (int column = 0; column < static_cast<int>(labels.size()); ++column) {
         const auto heading = [&](int role) { return grid.model()->headerData(column, Qt::Horizontal, role); };
-        forms::Label& label = *labels[static_cast<std::size_t>(column)];
+        Label& label = *labels[static_cast<std::size_t>(column)];
         label.setText(heading(Qt::DisplayRole).toString());
-        label.setAlignment(heading(Qt::TextAlignmentRole).value<Qt::Alignment>());
+        const auto alignment = heading(Qt::TextAlignmentRole).value<Qt::Alignment>();
+        label.setAlignment(alignment);
+        label.setProperty("heading", alignment.testFlag(Qt::AlignHCenter) ? "centred" : "aligned");
     }
 }
 
@@ -50,4 +51,4 @@ void ColumnLabels::UpdateGeometries()
                                                               header.sectionSize(column), header.viewport()->height());
 }
 
-} // namespace planning
+} // namespace forms

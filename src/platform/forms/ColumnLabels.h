@@ -7,13 +7,13 @@
 #include <initializer_list>
 #include <vector>
 
-namespace planning {
+namespace forms {
 
 /// Named labels over the headings of a grid, one for each column from the left; they show the same texts and follow the
 /// columns. Owned by the grid.
 class ColumnLabels : public QObject {
 public:
-    ColumnLabels(forms::Grid& grid, std::initializer_list<const char*> names);
+    ColumnLabels(Grid& grid, std::initializer_list<const char*> names);
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -22,8 +22,8 @@ private:
     void Read();
     void UpdateGeometries();
 
-    forms::Grid& grid;
-    std::vector<forms::Label*> labels;
+    Grid& grid;
+    std::vector<Label*> labels;
 };
 
-} // namespace planning
+} // namespace forms
