@@ -1,7 +1,10 @@
 #include "cash/J_CAISSE.h"
 
 #include "core/Q_Date_2.h"
+#include "platform/host/Host.h"
 #include "support/ScreenTest.h"
+
+#include <QProcess>
 
 using cash::CorrectionPanel;
 using cash::J_CAISSE;
@@ -196,6 +199,33 @@ TEST_F(CashStatement, ListsAgainWhenTheActInHandWasDeleted)
     Correct(screen, 1);
     EXPECT_FALSE(screen.SSPanel2.isVisible());
     EXPECT_TRUE(screen.SSTab1.isEnabled());
+}
+
+TEST_F(CashStatement, KeepsACorrectionAndShowsNewActsWhenFedMeanwhile)
+{
+    const auto feed = [this](const char* source) {
+        return QProcess::execute(PRACTICE_COMMAND, {"feed", practice.Folder(), QString(OLD_DATABASES) + "/" + source});
+    };
+    ASSERT_EQ(feed("usual.mdb"), 0);
+    auto& screen = ShowDay("20/11/2026");
+    const QStringList codes = tests::ColumnOf(screen.Grid3, J_CAISSE::Code);
+    const auto act = static_cast<int>(codes.indexOf("NP"));
+    ASSERT_GE(act, 0);
+    Correct(screen, act);
+    screen.SSPanel2.Code.SetListIndex(PaymentCode::P);
+    Type(screen.SSPanel2.Amount, "777");
+
+    ASSERT_EQ(feed("next-day.mdb"), 0);
+    ExpectSaved("Correction enregistrée");
+    Click(screen.SSPanel2.Image3[CorrectionPanel::Accept]);
+    host::FixToday(QDate(2026, 11, 21));
+    desk.WhenModal<Q_Date_2>([](Q_Date_2& picker) { Click(picker.Image2[Q_Date_2::AcceptDay]); });
+    Press(screen, Qt::Key_F4);
+
+    EXPECT_EQ(screen.Grid3.Rows(), 40);
+    EXPECT_EQ(practice.Ask("select count(num) as S1 from Actes where montant = 777").Long(), 1);
+    EXPECT_EQ(feed("next-day.mdb"), 0);
+    EXPECT_EQ(practice.Ask("select count(num) as S1 from Actes where montant = 777").Long(), 1);
 }
 
 TEST_F(CashStatement, SpeaksBothLanguagesAndNamesEveryControl)

@@ -1,6 +1,7 @@
 #include "core/globals.h"
 #include "faults/FolderContent.h"
 #include "faults/SmallDisk.h"
+#include "practice/feed/Feed.h"
 #include "practice/import/Import.h"
 #include "support/KillAtEachStep.h"
 #include "support/OtherProgram.h"
@@ -46,7 +47,8 @@ protected:
         return tests::OtherProgram(database).Answer(
             "select (select count(*) from Patients) || ' ' || (select count(*) || ' ' || sum(montant) from Actes) "
             "|| ' ' || (select count(*) from Recettes) || ' ' || (select coalesce(Charge1, '-') from Permn) || "
-            "' ' || (select seq from sqlite_sequence where name = 'Presta')");
+            "' ' || (select seq from sqlite_sequence where name = 'Presta') || ' ' || (select count(*) from \"ZEP "
+            "settlements\")");
     }
 
     tests::FolderInMemory memory;
@@ -59,8 +61,8 @@ protected:
 
 TEST_F(KilledImport, LeavesAllOfItOrNothing)
 {
-    const QString nothing = "1 1 500.0 0 - 2";
-    const QString all = QString("%1 %2 %3.0 1 1500.0 9").arg(Patients + 1).arg(Acts + 1).arg(750 + 100 * Acts);
+    const QString nothing = "1 1 500.0 0 - 2 0";
+    const QString all = QString("%1 %2 %3.0 1 1500.0 9 %2").arg(Patients + 1).arg(Acts + 1).arg(750 + 100 * Acts);
     tests::KillAtEachStep({.folder = practice.Folder(),
                            .work =
                                [this](const tests::Play::Done&) {
@@ -74,6 +76,21 @@ TEST_F(KilledImport, LeavesAllOfItOrNothing)
                                [&](int) {
                                    return QStringList{nothing, all};
                                }});
+}
+
+TEST_F(KilledImport, FeedsAllOfItOrNothing)
+{
+    tests::KillAtEachStep(
+        {.folder = practice.Folder(),
+         .work = [this](const tests::Play::Done&) { practice::Feed(practice.Folder(), {}).Run(csv); },
+         .state = [this] { return Content(); },
+         .check =
+             [&](const QString& state) {
+                 const int all = Acts + 1;
+                 EXPECT_TRUE(state == "1 1 500.0 0 - 2 0" ||
+                             state == QString("%1 %2 %3.0 0 - 9 %2").arg(Patients + 1).arg(all).arg(500 + 100 * Acts))
+                     << state.toStdString();
+             }});
 }
 
 // The rows wait in temporary files, which may be on another disk than the practice.
@@ -97,5 +114,5 @@ TEST_F(KilledImport, NamesTheFullDiskOfItsTemporaryFiles)
     });
     const QString refusal = Raised([&] { practice::Import(practice.Folder(), true).ReadFolder(csv); });
     EXPECT_TRUE(refusal.startsWith("61: ") && refusal.contains(place)) << refusal.toStdString();
-    EXPECT_EQ(Content(), "1 1 500.0 0 - 2");
+    EXPECT_EQ(Content(), "1 1 500.0 0 - 2 0");
 }

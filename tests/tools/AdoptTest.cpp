@@ -88,6 +88,16 @@ void ExpectAdopted(const QString& folder, std::map<QString, OldTable> content)
     }
 }
 
+/// A database of which fields have another name of the same length.
+QByteArray Renamed(QByteArray database, const QString& field, const QString& name)
+{
+    const auto bytes = [](const QString& text) {
+        return QByteArray(reinterpret_cast<const char*>(text.utf16()), text.size() * 2);
+    };
+    const QByteArray length(1, static_cast<char>(2 * field.size()));
+    return database.replace(length + '\0' + bytes(field), length + '\0' + bytes(name));
+}
+
 void LeaveOut(OldTable& table, const QStringList& keys)
 {
     std::erase_if(table.rows, [&keys](const QStringList& row) { return keys.contains(row[0]); });
@@ -116,16 +126,21 @@ TEST(Adopt, TakesEveryFieldAndLeavesTheOldFolderAsItIs)
 TEST(Adopt, NamesWhatItCanNotTakeAndTakesTheRest)
 {
     const OldPractice old("odd");
-    QFile::rename(old.Folder() + "/ZEP_ONE.MDB", old.Folder() + "/zep_one.mdb");
+    QFile::remove(old.Folder() + "/ZEP_ONE.MDB");
+    const QByteArray september = QByteArray::fromHex("0900ea07"); // MM and AA of an act
+    QByteArray database = Renamed(BytesOf(tests::OldFile("odd.mdb")), "Sexe", "Sexx");
+    old.Write("zep_one.mdb", database.replace(database.indexOf(september), 1, "\x08"));
     const CommandRun run = old.Adopt();
     EXPECT_EQ(run.code, 1) << run.errors.toStdString();
-    EXPECT_EQ(run.output.section('\n', 0, 8),
+    EXPECT_EQ(run.output.section('\n', 0, 10),
+              "Patients : le champ Sexx n'est pas repris.\n"
               "Patients, num 7 : Naiss : une date d'avant 1900, qui ne se lit pas ; le champ reste vide.\n"
               "Actes, num 4 : montant sans valeur ; la ligne n'est pas reprise.\n"
               "Actes, num 11 : flag_R : 7 est hors de l'intervalle 0 à 5 ; la ligne n'est pas reprise.\n"
               "Actes, num 12 : HH : 12 est hors de l'intervalle 0 à 9 ; la ligne n'est pas reprise.\n"
               "Actes, num 13 : Type : « K31 » n'est pas un code d'acte (C, K0 à K30) ; le champ reste vide.\n"
               "Actes, num 14 : Date sans valeur ; la ligne n'est pas reprise.\n"
+              "Actes, num 57 : MM : 8 ne correspond pas à la date, qui est suivie.\n"
               "Plani, num 2 : HH sans valeur ; la ligne n'est pas reprise.\n"
               "Tarif, ligne 2 : Tarif n'a qu'une ligne ; la ligne n'est pas reprise.\n"
               "Patients : 200 lignes reprises.");
@@ -135,11 +150,17 @@ TEST(Adopt, NamesWhatItCanNotTakeAndTakesTheRest)
 
     auto expected = tests::OldContentOf("odd");
     expected["Patients"].rows[6][3].clear();
+    for (QStringList& row : expected["Patients"].rows)
+        row[4].clear();
     expected["Actes"].rows[12][10].clear();
     LeaveOut(expected["Actes"], {"4", "11", "12", "14"});
     LeaveOut(expected["Plani"], {"2"});
     expected["Tarif"].rows.pop_back();
     ExpectAdopted(old.NewFolder(), expected);
+    const store::DatabaseReader reader(old.NewFolder() + "/ZEP_ONE.MDB");
+    store::Statement lastKey = reader.Select("select seq from sqlite_sequence where name = 'Presta'");
+    EXPECT_TRUE(lastKey.Step());
+    EXPECT_EQ(lastKey.WholeAt(0), 99); // of a service that is gone
 }
 
 TEST(Adopt, RefusesWhatIsNoOldPracticeOrNoEmptyTarget)
@@ -168,6 +189,11 @@ TEST(Adopt, RefusesWhatIsNoOldPracticeOrNoEmptyTarget)
         {"est abîmé",
          [](const OldPractice& old) {
              old.Write("ZEP_ONE.MDB", BytesOf(tests::OldFile("usual.mdb")).first(4096 * 100));
+             return old.NewFolder();
+         }},
+        {"Patients : le champ num manque",
+         [](const OldPractice& old) {
+             old.Write("ZEP_ONE.MDB", Renamed(BytesOf(tests::OldFile("usual.mdb")), "num", "clé"));
              return old.NewFolder();
          }},
         {"n'est pas vide",

@@ -1,5 +1,6 @@
 #include "support/FolderInMemory.h"
 #include "support/OtherProgram.h"
+#include "support/Statements.h"
 #include "tools/PracticeCommand.h"
 
 #include <QRegularExpression>
@@ -16,6 +17,7 @@ namespace {
 ///   here 1 P 500               settles as the program does
 ///   older                      forgets what was kept, as a practice of an older version
 ///   run SQL                    of another program
+///   meanwhile SQL              by another program, each time before the next feed takes the lock
 ///   says TEXT / silent TEXT    the last run
 ///   is 1 P 500, 2 NP 0         the acts here, all of them
 ///   has ANSWER = SELECT
@@ -50,6 +52,8 @@ private:
             Run("delete from \"ZEP settlements\"");
         else if (verb == "run")
             Run(rest);
+        else if (verb == "meanwhile")
+            meanwhile = rest;
         else if (verb == "says" || verb == "silent")
             EXPECT_EQ(said.contains(rest), verb == "says") << rest.toStdString() << "\n" << said.toStdString();
         else if (verb == "is")
@@ -85,7 +89,12 @@ private:
         QStringList arguments{"feed", practice.Folder(), Source()};
         for (const QString& option : words.mid(1))
             option.startsWith("--") ? arguments.append(option) : void(arguments[2] += "/" + option);
+        const tests::BeforeStatements watch([this](const QString& statement) {
+            if (statement == "begin immediate" && !meanwhile.isEmpty())
+                Run(meanwhile);
+        });
         const CommandRun run(arguments);
+        meanwhile.clear();
         said = run.output + run.errors;
         EXPECT_EQ(run.code, words[0].toInt()) << said.toStdString();
     }
@@ -110,6 +119,7 @@ private:
 
     const tests::FolderInMemory memory;
     const NewPractice practice;
+    QString meanwhile;
     QString said;
 };
 
@@ -160,6 +170,9 @@ TEST(Feed, TakesRowsAndMergesSettlements)
         "acts 1a NP 0, 2b R- 0, 3c R- 1 | feed 0 | older | acts 1a P 5, 2b P 6, 3c P 7 | feed 1 | says acte 3 | "
         "silent acte 2 | is 1 P 5, 2 P 6, 3 R- 1 | feed 0 | acts 1a P 8, 2b P 6, 3c P 7 | feed 0 | is 1 P 8, 2 P 6, 3 "
         "R- 1",
+        "acts 1a NP 0 | feed 0 | acts 1a P 500, 2b P 5 | meanwhile update Actes set flag_R = 2, montant = montant + 10 "
+        "| "
+        "feed 1 | says ici P 50.00 | is 1 P 50, 2 P 5 | feed 0",
         "acts 1a R- 2, 2b NP 0 | feed 0 | here 1 P 9 | here 2 P 9 | older | feed 0 | is 1 P 9, 2 P 9 | acts 1a P 8, 2b "
         "NP 0 | "
         "feed 1 | is 1 P 9, 2 P 9",

@@ -85,6 +85,7 @@ TEST_P(OldContent, IsReadInEveryField)
                 rows.back() << PlainCell(cell);
             if (!row.lostDates.isEmpty()) {
                 EXPECT_EQ(row.lostDates, QStringList("Naiss"));
+                EXPECT_EQ(rows.back()[3], "");
                 rows.back()[3] = "1897-03-04";
             }
         });
@@ -102,9 +103,18 @@ TEST(JetFile, RefusesAFileThatIsCutOffAnywhere)
     EXPECT_EQ(OldCopy(whole).ReadActs(), std::nullopt);
     for (const int length : {0, 10})
         EXPECT_EQ(OldCopy(whole.first(length)).ReadActs(), Error::UnrecognizedFormat) << length;
-    // Within a page, and at the end of one: before the tables, within the acts.
-    for (const int length : {24, 4096, 8192, 40960, 200000, 204800, 483327})
+    // Within a page, and at the end of one: before the tables, within the acts, after the last row.
+    for (const int length : {24, 4096, 8192, 40960, 200000, 204800, 479232, 483327})
         EXPECT_EQ(OldCopy(whole.first(length)).ReadActs(), Error::DamagedDatabase) << length;
+}
+
+TEST(JetFile, RefusesATableThatCountsMoreRowsThanItHas)
+{
+    constexpr qsizetype definitionOfActs = 24 * 4096;
+    QByteArray bytes = UsualBytes();
+    ASSERT_EQ(bytes.mid(definitionOfActs + 16, 2), "\xD0\x07"); // 2000
+    bytes[definitionOfActs + 16] = '\xD1';
+    EXPECT_EQ(OldCopy(bytes).ReadActs(), Error::DamagedDatabase);
 }
 
 TEST(JetFile, SurvivesRandomBytes)

@@ -8,6 +8,7 @@
 #include "platform/store/TextCheck.h"
 
 #include <QFileInfo>
+#include <sqlite3.h>
 
 namespace store {
 namespace {
@@ -73,6 +74,17 @@ DatabaseReader::DatabaseReader(const QString& linkedPath)
 Statement DatabaseReader::Select(std::string_view sql) const
 {
     return {database.get(), sql};
+}
+
+void DatabaseReader::OnRowRead(std::function<void()> callBack)
+{
+    rowRead = std::make_unique<std::function<void()>>(std::move(callBack));
+    const auto call = [](sqlite3_context* context, int /*count*/, sqlite3_value** /*rowId*/) {
+        (*static_cast<std::function<void()>*>(sqlite3_user_data(context)))();
+        sqlite3_result_int(context, 1);
+    };
+    Check(database.get(), sqlite3_create_function_v2(database.get(), "row_read", 1, SQLITE_UTF8, rowRead.get(), call,
+                                                     nullptr, nullptr, nullptr));
 }
 
 QStringList DatabaseReader::Damage(int most) const

@@ -5,6 +5,8 @@
 #include <QString>
 #include <QStringList>
 #include <QTemporaryDir>
+#include <functional>
+#include <memory>
 #include <optional>
 
 namespace store {
@@ -21,6 +23,9 @@ public:
     /// valid as long as the reader.
     Statement Select(std::string_view sql) const;
 
+    /// Defines the function row_read(rowid), which calls back for each row and is true. Until the reader's end.
+    void OnRowRead(std::function<void()> callBack);
+
     /// The result of a check of all pages and indexes: at most so many lines, none for a sound file.
     QStringList Damage(int most = 100) const;
     /// Names of triggers and views. The program creates none, and refuses a file with one.
@@ -28,6 +33,7 @@ public:
 
 private:
     std::optional<QTemporaryDir> scratch;
+    std::unique_ptr<std::function<void()>> rowRead;
     SqliteHandle database;
 };
 

@@ -106,7 +106,10 @@ private:
     void CheckFile(const QString& file)
     {
         const QString name = QFileInfo(file).fileName();
-        report.Run(name, [&] { CheckDatabase(store::DatabaseReader(file), name, report); });
+        report.Run(name, [&] {
+            store::DatabaseReader reader(file);
+            CheckDatabase(reader, name, report);
+        });
     }
 
     QString path;

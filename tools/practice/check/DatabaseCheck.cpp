@@ -5,8 +5,10 @@
 #include "practice/check/Findings.h"
 #include "practice/fields/QuotedName.h"
 #include "practice/fields/StoredRules.h"
+#include "practice/output/Progress.h"
 
 #include <map>
+#include <optional>
 
 namespace practice {
 namespace {
@@ -53,22 +55,24 @@ std::string SelectOfFaults(const TableRule& table, const QList<CheckedField>& fi
         columns << "case" + cases + " end as " + number << "typeof(" + name + ")" << name;
         conditions << number + " is not null";
     }
-    return QString("select %1 from %2 not indexed where %3")
+    return QString("select %1 from %2 not indexed where row_read(rowid) and (%3)")
         .arg(columns.join(", "), QuotedName(table.name), conditions.join(" or "))
         .toStdString();
 }
 
 class DatabaseCheck {
 public:
-    DatabaseCheck(const store::DatabaseReader& reader, const QString& name, CheckReport& into)
+    DatabaseCheck(store::DatabaseReader& reader, const QString& name, CheckReport& into)
         : select([&reader](std::string_view sql) { return reader.Select(sql); }), file(name), report(into)
     {
+        reader.OnRowRead([this] { progress->Advance(); });
     }
 
     void Run()
     {
         const Structure expected = ExpectedStructure();
         const Structure found = StructureOf(select);
+        progress.emplace("Contrôle des pages");
         report.Run(file, [&] { report.failures << DamageOf(select, found).Lines(file); });
         report.Run(file, [&] { CheckPlantedCode(); });
         report.failures << StructureFaults(found, expected);
@@ -97,10 +101,12 @@ private:
 
     void CheckTable(const TableRule& table, const Structure& found)
     {
+        const qint64 rows = CountRows(table.name);
         if (table.hasOneRow)
-            CheckSingleRow(table);
+            CheckSingleRow(table, rows);
         else
-            report.facts << QString("%1 : %2").arg(table.name, CountedRows(CountRows(table.name)));
+            report.facts << QString("%1 : %2").arg(table.name, CountedRows(rows));
+        progress.emplace(QString("Contrôle de %1").arg(table.name), rows);
         CheckValues(table, found);
     }
 
@@ -111,9 +117,8 @@ private:
         return count.WholeAt(0);
     }
 
-    void CheckSingleRow(const TableRule& table)
+    void CheckSingleRow(const TableRule& table, qint64 rows)
     {
-        const qint64 rows = CountRows(table.name);
         if (rows > 1)
             report.failures << QString("%1 : %2 au lieu d'une.").arg(table.name, CountedRows(rows));
         else if (rows == 0 && table.isByPosition)
@@ -162,11 +167,12 @@ private:
     Select select;
     QString file;
     CheckReport& report;
+    std::optional<Progress> progress;
 };
 
 } // namespace
 
-void CheckDatabase(const store::DatabaseReader& reader, const QString& name, CheckReport& report)
+void CheckDatabase(store::DatabaseReader& reader, const QString& name, CheckReport& report)
 {
     DatabaseCheck(reader, name, report).Run();
 }

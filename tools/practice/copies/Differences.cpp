@@ -1,6 +1,7 @@
 #include "practice/copies/Differences.h"
 
 #include "practice/fields/QuotedName.h"
+#include "practice/output/Progress.h"
 
 #include <QHash>
 #include <algorithm>
@@ -37,6 +38,9 @@ class Rows {
 public:
     Rows(const store::DatabaseReader& reader, const QString& table, const QString& key, const QStringList& columns)
     {
+        store::Statement number = reader.Select(("select count(*) from " + table).toStdString());
+        number.Step();
+        count = number.WholeAt(0);
         QString select = "select " + key;
         for (const QString& column : columns)
             select += ", " + QuotedName(column);
@@ -44,6 +48,7 @@ public:
         Next();
     }
 
+    qint64 Count() const { return count; }
     bool IsAtEnd() const { return atEnd; }
     qint64 Key() const { return statement.WholeAt(0); }
     store::StoredValue At(int column) const { return statement.At(column + 1); }
@@ -51,6 +56,7 @@ public:
 
 private:
     store::Statement statement;
+    qint64 count = 0;
     bool atEnd = false;
 };
 
@@ -109,7 +115,9 @@ RowChange Compared(const Rows& before, const Rows& after, const QStringList& col
 TableChanges ChangesOf(const QString& table, Rows before, Rows after, const QStringList& columns)
 {
     TableChanges changes{table, {}};
+    Progress progress(QString("Comparaison de %1").arg(table), before.Count() + after.Count());
     while (!before.IsAtEnd() || !after.IsAtEnd()) {
+        progress.Advance();
         if (after.IsAtEnd() || (!before.IsAtEnd() && before.Key() < after.Key())) {
             changes.rows << WholeRow(RowChange::Kind::Gone, before, columns);
             before.Next();
@@ -121,6 +129,7 @@ TableChanges ChangesOf(const QString& table, Rows before, Rows after, const QStr
                 changes.rows << std::move(change);
             before.Next();
             after.Next();
+            progress.Advance(); // two rows
         }
     }
     return changes;

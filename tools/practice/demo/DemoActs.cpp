@@ -63,10 +63,19 @@ int CodeOf(int service, Dice& dice)
 }
 
 /// Writes the acts and expenses of the days, tracking the cash.
+/// The number of acts and expenses.
+qint64 RowsOf(const DemoPlan& plan)
+{
+    qint64 rows = 0;
+    for (const WorkingDay& day : plan.days)
+        rows += day.acts + day.expenses;
+    return rows;
+}
+
 class DayWriter {
 public:
     DayWriter(const dao::Database& database, const DemoPlan& demo, Dice& generator)
-        : plan(demo), dice(generator), batches(database), acts(database.OpenRecordset("Actes")),
+        : plan(demo), dice(generator), batches(database, "Actes", RowsOf(plan)), acts(database.OpenRecordset("Actes")),
           expenses(database.OpenRecordset("Recettes"))
     {
         for (int step = 0; step < SlotsOfDay * StepsOfHour; ++step)
@@ -193,7 +202,7 @@ void WriteDeletedActs(const dao::Database& database, const DemoPlan& plan, Dice&
         daysAgo.push_back(act < 4 ? 0 : dice.Below(span));
     std::ranges::sort(daysAgo, std::greater());
 
-    RowBatches batches(database);
+    RowBatches batches(database, "Actes_suppr", plan.deletedActs);
     dao::Recordset journal = database.OpenRecordset("Actes_suppr");
     int key = 0;
     for (const int ago : daysAgo) {

@@ -11,7 +11,7 @@ namespace practice {
 void WriteServices(const dao::Database& database, const DemoPlan& plan)
 {
     const auto known = Services();
-    RowBatches batches(database);
+    RowBatches batches(database, "Presta", plan.services);
     dao::Recordset services = database.OpenRecordset("Presta");
     for (int order = 0; order < plan.services; ++order) {
         const ServiceWords& words = known[static_cast<std::size_t>(order) % known.size()];

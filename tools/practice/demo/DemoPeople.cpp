@@ -45,7 +45,7 @@ void FillPatient(dao::Recordset& patients, int key, const QDate& until, Dice& di
 
 void WritePatients(const dao::Database& database, const DemoPlan& plan, Dice& dice)
 {
-    RowBatches batches(database);
+    RowBatches batches(database, "Patients", plan.patients);
     dao::Recordset patients = database.OpenRecordset("Patients");
     for (int key = 1; key <= plan.patients; ++key) {
         patients.AddNew();
@@ -73,7 +73,7 @@ void WriteAppointments(const dao::Database& database, const DemoPlan& plan, Dice
             dates.push_back(date);
     }
 
-    RowBatches batches(database);
+    RowBatches batches(database, "Plani", plan.appointments);
     dao::Recordset appointments = database.OpenRecordset("Plani");
     for (int key = 1; key <= plan.appointments; ++key) {
         const auto day = dates.size() - 1 - static_cast<std::size_t>(qint64{key - 1} * daysNeeded / plan.appointments);

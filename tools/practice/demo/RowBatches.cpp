@@ -2,7 +2,8 @@
 
 namespace practice {
 
-RowBatches::RowBatches(dao::Database target) : database(std::move(target))
+RowBatches::RowBatches(dao::Database target, const QString& table, qint64 expected)
+    : database(std::move(target)), progress(QString("Lignes de %1").arg(table), expected)
 {
     transaction.emplace(database);
 }
@@ -10,6 +11,7 @@ RowBatches::RowBatches(dao::Database target) : database(std::move(target))
 void RowBatches::Count()
 {
     constexpr int rowsOfTransaction = 10000;
+    progress.Advance();
     if (++rows % rowsOfTransaction != 0)
         return;
     transaction->Commit();

@@ -5,6 +5,7 @@
 #include "platform/host/OwnerOnly.h"
 #include "practice/fields/QuotedName.h"
 #include "practice/output/CsvCell.h"
+#include "practice/output/Progress.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -77,6 +78,13 @@ store::Statement RowsOf(const store::DatabaseReader& practice, const TableRule& 
         QString("select %1 from %2 order by rowid").arg(fields, QuotedName(table.name)).toStdString());
 }
 
+qint64 CountRows(const store::DatabaseReader& practice, const TableRule& table)
+{
+    store::Statement count = practice.Select("select count(*) from " + QuotedName(table.name).toStdString());
+    count.Step();
+    return count.WholeAt(0);
+}
+
 qint64 WriteTable(const store::DatabaseReader& practice, const TableRule& table, QIODevice& file)
 {
     QTextStream out(&file);
@@ -85,7 +93,9 @@ qint64 WriteTable(const store::DatabaseReader& practice, const TableRule& table,
         cells << field.name;
     out << QChar(QChar::ByteOrderMark) << cells.join(';') << LineEnd;
     qint64 count = 0;
+    Progress progress(QString("Écriture de %1").arg(table.name), CountRows(practice, table));
     for (store::Statement rows = RowsOf(practice, table); rows.Step(); ++count) {
+        progress.Advance();
         cells.clear();
         for (const FieldRule& field : table.fields)
             cells << CellOf(field, rows.At(static_cast<int>(cells.size())));

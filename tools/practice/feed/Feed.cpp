@@ -4,6 +4,7 @@
 #include "platform/basic/RuntimeError.h"
 #include "practice/feed/FeedSource.h"
 #include "practice/import/TableReader.h"
+#include "practice/output/Progress.h"
 
 #include <algorithm>
 
@@ -33,6 +34,7 @@ qint64 HighestLineEver(const dao::DirectStatements& direct)
 Feed::Feed(const QString& folder, const FeedOptions& feedOptions)
     : practice(folder), direct(practice.Database()), options(feedOptions)
 {
+    direct.Run("pragma temp.cache_size=-65536"); // in KiB: the rows of a large source
     if (!HasFeedTables(direct))
         throw RuntimeError::Described(basic::Error::Locked,
                                       "Le cabinet est d'une version plus ancienne et n'a pas pu être mis à jour "
@@ -108,9 +110,14 @@ bool Feed::HasProblems() const
 
 void Feed::Compare()
 {
+    qint64 rows = 0;
+    for (const Table& table : tables)
+        rows += table.rows->Count();
+    Progress progress("Comparaison", rows);
     for (Table& table : tables) {
         const bool areLines = qstrcmp(table.rows->Rule().name, "Actes_suppr") == 0;
         table.rows->Compare(areLines ? HighestLineEver(direct) : 0, table.problems);
+        progress.Advance(table.rows->Count());
     }
     CompareActs();
     CompareAppointments();
@@ -221,6 +228,7 @@ void Feed::WriteOnce()
 
 void Feed::Write() const
 {
+    const Progress progress("Écriture");
     if (settlements != nullptr)
         settlements->Write();
     for (const Table& table : tables)

@@ -56,13 +56,14 @@ GoneActs::~GoneActs()
 qint64 GoneActs::Find(const StagedTable& fedActs)
 {
     source = &fedActs;
+    const bool hasAll = direct.WholeNumber("select count(*) from main.Actes") == fedActs.Known();
     direct.Run("drop table if exists " + Gone);
     direct.Run("create table " + Gone + " as select t.num as n" +
                NamingColumns([](const char* field) { return "t." + store::Quoted(field); }) +
                ",t.flag_R as f,t.montant as m,k.flag_R as kf,k.montant as km,k.gone as named,0 as reason from "
                "main.Actes t left join " +
-               KeptSettlementsTable() + " k on k.num=t.num where not exists (select 1 from " + fedActs.Rows() +
-               " s where s.num=t.num)");
+               KeptSettlementsTable() + " k on k.num=t.num where " + (hasAll ? "0" : "1") +
+               " and not exists (select 1 from " + fedActs.Rows() + " s where s.num=t.num)");
     direct.Run("create index temp.\"gone acts named\" on \"gone acts\" (d, p)");
     hasReturned = direct.WholeNumber("select count(*) from " + KeptSettlementsTable() + " k" + IsBack()) > 0;
     return direct.WholeNumber("select count(*) from " + Gone);

@@ -111,7 +111,8 @@ void StagedTable::Begin(const QStringList& names)
 {
     for (qsizetype position = 0; position < names.size(); ++position) {
         const int place = table.Find(names[position]);
-        fields.push_back({&table.fields[static_cast<std::size_t>(place)], static_cast<std::size_t>(position)});
+        const FieldRule& rule = table.fields[static_cast<std::size_t>(place)];
+        fields.push_back({&rule, static_cast<std::size_t>(position), TypeOf(rule)});
     }
     hasSettlements = qstrcmp(table.name, "Actes") == 0 && Has("flag_R") && Has("montant");
     if (!hasSettlements)
@@ -132,8 +133,13 @@ void StagedTable::Begin(const QStringList& names)
 QString StagedTable::Add(const std::vector<store::Value>& values, qint64 /*line*/)
 {
     int parameter = 0;
-    for (const Field& field : fields)
-        insert->Bind(++parameter, store::ToColumn(values[field.position], TypeOf(*field.rule)));
+    for (Field& field : fields) {
+        const store::Value& value = values[field.position];
+        if (field.type != ColumnType::Date)
+            insert->Bind(++parameter, store::ToColumn(value, field.type));
+        else
+            insert->Bind(++parameter, field.StoredDay(value));
+    }
     try {
         direct.Run(*insert);
     } catch (const RuntimeError& error) {
@@ -141,7 +147,18 @@ QString StagedTable::Add(const std::vector<store::Value>& values, qint64 /*line*
             throw;
         return "num : une autre ligne de la source a la même clé";
     }
+    ++staged;
     return {};
+}
+
+/// Most rows have the day of the row before.
+const store::Value& StagedTable::Field::StoredDay(const store::Value& value)
+{
+    if (day.Raw() != value.Raw()) {
+        day = value;
+        storedDay = store::ToColumn(value, type);
+    }
+    return storedDay;
 }
 
 void StagedTable::End()
@@ -155,45 +172,40 @@ void StagedTable::End()
 void StagedTable::Compare(qint64 highestEver, Problems& problems)
 {
     counts = {};
-    FindNewRows(highestEver);
-    FindDifferences();
-    const qint64 absent = direct.WholeNumber("select count(*) from " + rows + " s where not exists (select 1 from " +
-                                             target + " t where t.num=s.num)");
-    counts.kept = absent - counts.added;
-    counts.unchanged = direct.WholeNumber("select count(*) from " + rows) - absent - counts.changed;
-    if (counts.added > 0)
-        RequireFields(problems);
-}
-
-void StagedTable::FindNewRows(qint64 highestEver)
-{
+    FindOtherRows();
+    const std::string absent = changedRows + " c cross join " + rows + " s on s.num=c.num where c.isNew";
     direct.Run("drop table if exists " + newRows);
-    direct.Run("create table " + newRows + " as select * from " + rows + " s where num>" + std::to_string(highestEver) +
-               " and not exists (select 1 from " + target + " t where t.num=s.num) order by " + OrderOfFirstIndex());
+    direct.Run("create table " + newRows + " as select s.* from " + absent + " and s.num>" +
+               std::to_string(highestEver) + " order by " + OrderOfFirstIndex());
+    const int others = direct.Run("delete from " + changedRows + " where isNew");
     counts.added = direct.WholeNumber("select count(*) from " + newRows);
-}
-
-void StagedTable::FindDifferences()
-{
-    std::vector<std::string> same;
-    std::vector<std::string> differs;
-    for (const Field& field : fields) {
-        if (IsOurs(*field.rule))
-            continue;
-        same.push_back(IsSame("s." + Quoted(field), "t." + Quoted(field), *field.rule));
-        differs.push_back("not(" + same.back() + ") as d" + std::to_string(field.position));
-    }
-    direct.Run("drop table if exists " + changedRows);
-    const std::string noColumn = "0 as none";
-    direct.Run("create table " + changedRows + " as select s.num as num," +
-               (differs.empty() ? noColumn : Joined(differs, ",")) + " from " + rows + " s cross join " + target +
-               " t on t.num=s.num where not (" + (same.empty() ? "1" : Joined(same, " and ")) + ")");
     counts.changed = direct.WholeNumber("select count(*) from " + changedRows);
+    counts.kept = others - counts.added;
+    counts.unchanged = staged - others - counts.changed;
     hasDifferences = counts.changed > 0;
     for (Field& field : fields)
         field.isDifferent =
             hasDifferences && !IsOurs(*field.rule) &&
             direct.WholeNumber("select max(d" + std::to_string(field.position) + ") from " + changedRows) != 0;
+    if (counts.added > 0)
+        RequireFields(problems);
+}
+
+/// Finds rows that aren't here and those that are different.
+void StagedTable::FindOtherRows()
+{
+    std::vector<std::string> same;
+    std::string differs;
+    for (const Field& field : fields) {
+        if (IsOurs(*field.rule))
+            continue;
+        same.push_back(IsSame("s." + Quoted(field), "t." + Quoted(field), *field.rule));
+        differs += ",not(" + same.back() + ") as d" + std::to_string(field.position);
+    }
+    direct.Run("drop table if exists " + changedRows);
+    direct.Run("create table " + changedRows + " as select s.num as num,t.num is null as isNew" + differs + " from " +
+               rows + " s left join " + target + " t on t.num=s.num where t.num is null or not (" +
+               (same.empty() ? "1" : Joined(same, " and ")) + ")");
 }
 
 void StagedTable::RequireFields(Problems& problems) const

@@ -43,6 +43,9 @@ public:
     /// were taken away. Adds a problem for each new row without a field that it must have.
     void Compare(qint64 highestEver, Problems& problems);
     const FeedCounts& Counts() const { return counts; }
+    qint64 Count() const { return staged; }
+    /// The number of rows that are here.
+    qint64 Known() const { return staged - counts.added - counts.kept; }
     FeedCounts& Counts() { return counts; }
     /// Temporary tables of the new rows, and of the keys `num` of different ones.
     const std::string& NewRows() const { return newRows; }
@@ -56,12 +59,16 @@ private:
     struct Field {
         const FieldRule* rule;
         std::size_t position; ///< among the values of a row
+        store::ColumnType type;
         bool isDifferent = false;
+        store::Value day = {}; ///< of the row before, and as it is stored
+        store::Value storedDay = {};
+
+        const store::Value& StoredDay(const store::Value& value);
     };
     std::string Quoted(const Field& field) const;
     bool IsOurs(const FieldRule& field) const;
-    void FindNewRows(qint64 highestEver);
-    void FindDifferences();
+    void FindOtherRows();
     void RequireFields(Problems& problems) const;
     std::string OrderOfFirstIndex() const;
 
@@ -73,6 +80,7 @@ private:
     std::string changedRows;
     std::vector<Field> fields;
     std::optional<dao::RepeatedStatement> insert;
+    qint64 staged = 0;
     bool hasSettlements = false;
     bool hasDifferences = false;
     FeedCounts counts;

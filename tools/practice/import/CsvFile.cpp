@@ -1,6 +1,7 @@
 #include "practice/import/CsvFile.h"
 
 #include "platform/basic/RuntimeError.h"
+#include "practice/output/Progress.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -155,6 +156,7 @@ char UsualDelimiter(QByteArrayView header)
 
 CsvEncoding ReadCsv(QIODevice& file, const CsvReceiver& take)
 {
+    Progress progress("Lecture", Progress::IsShown() ? CountLines(file) : 0);
     const CsvEncoding encoding = EncodingOf(file);
     CsvLines lines(file);
     if (!lines.Next())
@@ -170,6 +172,7 @@ CsvEncoding ReadCsv(QIODevice& file, const CsvReceiver& take)
 
     RowReader reader(take, delimiter, encoding);
     while (!line.isEmpty()) {
+        progress.Advance();
         reader.Line(line, lines.Number());
         line = lines.Next() ? lines.Line() : QByteArrayView();
     }

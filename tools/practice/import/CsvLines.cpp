@@ -54,6 +54,18 @@ bool CsvLines::ReadOn()
     return !block.isEmpty();
 }
 
+qint64 CountLines(QIODevice& file)
+{
+    qint64 feeds = 0;
+    qint64 returns = 0;
+    for (QByteArray block = file.read(BlockBytes); !block.isEmpty(); block = file.read(BlockBytes)) {
+        feeds += block.count('\n');
+        returns += block.count('\r');
+    }
+    file.seek(0);
+    return std::max(feeds, returns);
+}
+
 CsvEncoding EncodingOf(QIODevice& file)
 {
     constexpr char16_t lastAscii = 0x7F;

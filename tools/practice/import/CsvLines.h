@@ -33,6 +33,9 @@ private:
 
 enum class CsvEncoding : quint8 { Utf8, Windows1252 };
 
+/// The number of lines in a file, whatever ends them; returns to its beginning.
+qint64 CountLines(QIODevice& file);
+
 /// Windows-1252 if more non-ASCII bytes are invalid UTF-8 than valid. Reads the whole file and returns to its
 /// beginning.
 CsvEncoding EncodingOf(QIODevice& file);

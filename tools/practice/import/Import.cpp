@@ -2,6 +2,7 @@
 
 #include "platform/basic/RuntimeError.h"
 #include "practice/import/TableReader.h"
+#include "practice/output/Progress.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -100,6 +101,7 @@ void Import::ReadFile(const TableRule& rule, const QString& path)
             throw;
         file.problems.Add(0, error.Description());
     }
+    const Progress progress(QString("Comparaison de %1").arg(rule.name));
     if (reader.HasFields())
         file.target->Compare(file.problems);
     files.push_back(std::move(file));
@@ -110,11 +112,13 @@ void Import::Write()
     const ImportCounts sum = Sum();
     if (ProblemCount() > 0 || sum.added + sum.changed + sum.noted == 0)
         return;
+    Progress progress("Écriture", sum.added + sum.changed);
     dao::Transaction transaction(practice.Database());
     for (ImportedFile& file : files) {
         file.target->Write(file.problems);
         if (!file.problems.IsEmpty())
             return;
+        progress.Advance(file.target->Counts().added + file.target->Counts().changed);
     }
     practice.Database().KeepKeysAboveReferences();
     transaction.Commit();

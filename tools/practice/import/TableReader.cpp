@@ -109,11 +109,12 @@ void TableReader::TakeRow(const CsvRow& row)
     mended.clear();
     QStringList reasons = ReadCells(row);
     if (reasons.isEmpty())
-        reasons = CompleteRow();
+        reasons = CompleteRow(row);
     if (reasons.isEmpty()) {
         if (const QString reason = target.Add(values, row.line); !reason.isEmpty())
             reasons << reason;
     }
+    previous = reasons.isEmpty() && !mends ? row.cells : QStringList();
     if (!reasons.isEmpty())
         problems.Add(row.line, reasons.join(" ; ") + (mends ? " ; la ligne n'est pas reprise" : ""), KeyIn(row));
     else if (!mended.isEmpty())
@@ -130,12 +131,21 @@ qint64 TableReader::KeyIn(const CsvRow& row) const
     return key.value.IsNull() ? 0 : key.value.Long();
 }
 
+/// Whether the value is that of the row before, as most days of a file are.
+bool TableReader::IsRepeated(std::size_t column, const CsvRow& row) const
+{
+    const auto at = static_cast<qsizetype>(column);
+    return !previous.isEmpty() && previous[at] == row.cells[at];
+}
+
 QStringList TableReader::ReadCells(const CsvRow& row)
 {
     QStringList reasons;
     for (std::size_t column = 0; column < columns; ++column) {
+        if (fields[column]->kind == FieldKind::Date && IsRepeated(column, row))
+            continue;
         ReadValue read = ReadField(*fields[column], row.cells[static_cast<qsizetype>(column)].trimmed());
-        const QString problem = ProblemOf(column, row, read);
+        const QString problem = mends || !read.problem.isEmpty() ? ProblemOf(column, row, read) : QString();
         values[column] = std::move(read.value);
         if (problem.isEmpty())
             continue;
@@ -160,7 +170,7 @@ QString TableReader::ProblemOf(std::size_t column, const CsvRow& row, const Read
 }
 
 /// Sets derived values; returns given ones that contradict them.
-QStringList TableReader::CompleteRow()
+QStringList TableReader::CompleteRow(const CsvRow& row)
 {
     QStringList reasons;
     const auto follow = [&](std::size_t field, int number) {
@@ -173,10 +183,11 @@ QStringList TableReader::CompleteRow()
         values[field] = number;
     };
     if (month < fields.size()) {
-        const QDate date = basic::DateValue(values[day].Text());
-        follow(month, date.month());
+        if (!IsRepeated(day, row))
+            dayOfRow = basic::DateValue(values[day].Text());
+        follow(month, dayOfRow.month());
         if (year < fields.size())
-            follow(year, date.year());
+            follow(year, dayOfRow.year());
     }
     if (archived < fields.size() && values[archived].IsNull())
         values[archived] = 0;

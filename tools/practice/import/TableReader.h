@@ -43,7 +43,8 @@ private:
     void TakeRow(const CsvRow& row);
     QStringList ReadCells(const CsvRow& row);
     QString ProblemOf(std::size_t column, const CsvRow& row, const ReadValue& read) const;
-    QStringList CompleteRow();
+    QStringList CompleteRow(const CsvRow& row);
+    bool IsRepeated(std::size_t column, const CsvRow& row) const;
     void Refuse(qint64 line, const QString& reason) { problems.Add(line, reason); }
     qint64 KeyIn(const CsvRow& row) const;
     std::size_t Place(const char* field) const;
@@ -58,8 +59,10 @@ private:
     std::vector<const FieldRule*> fields; ///< of the columns, then derived ones
     std::size_t columns = 0;
     std::vector<store::Value> values; ///< of the current row, by field
-    QStringList mended;               ///< what was changed in it, and why
-    std::size_t day = 0;              ///< positions in `fields`; its size if missing
+    QDate dayOfRow;
+    QStringList previous; ///< the cells of the row before, if all its values could be read
+    QStringList mended;   ///< what was changed in it, and why
+    std::size_t day = 0;  ///< positions in `fields`; its size if missing
     std::size_t month = 0;
     std::size_t year = 0;
     std::size_t archived = 0;

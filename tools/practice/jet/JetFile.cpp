@@ -12,6 +12,7 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QThread>
+#include <QtEndian>
 #include <algorithm>
 
 namespace practice {
@@ -27,6 +28,27 @@ const QStringList ExportOptions{"-D", "%Y-%m-%d %H:%M:%S", "-T", "%Y-%m-%d %H:%M
 
 /// What mdb-export 1.0.0 writes for a date before 1900.
 constexpr QLatin1String LostDate("1900-01-00 00:00:00");
+
+/// The number of the last page that a file has in use, from 1, by the map in its second page: a type, the number of the
+/// first page, and a bit for each, set if it is free. 0 for a large file, whose map is in other pages.
+qint64 PagesInUse(const QByteArray& page)
+{
+    constexpr qsizetype mapPlace = 14;
+    constexpr int placeBits = 0x1FFF;
+    constexpr qsizetype headBytes = 5;
+    constexpr qint64 bitsOfByte = 8;
+    if (page.size() < mapPlace + 2)
+        return 0;
+    const qsizetype map = qFromLittleEndian<quint16>(page.constData() + mapPlace) & placeBits;
+    if (map + headBytes > page.size() || page[map] != 0)
+        return 0;
+    const QByteArray free = page.sliced(map + headBytes);
+    qint64 last = free.size() * bitsOfByte;
+    while (last > 0 &&
+           (static_cast<unsigned char>(free[(last - 1) / bitsOfByte]) >> ((last - 1) % bitsOfByte) & 1U) != 0)
+        --last;
+    return qFromLittleEndian<quint32>(page.constData() + map + 1) + last;
+}
 
 /// Empties the cells of lost dates and lists their fields.
 void NoteLostDates(CsvRow& row, const QStringList& fields)
@@ -107,6 +129,8 @@ void JetFile::RequireWholePages()
                                       QString("« %1 » n'est pas une base de l'ancien format.").arg(name));
     if (copy.size() % (head[versionPlace] == 0 ? firstVersionPage : page) != 0)
         RaiseDamaged("sa dernière page est incomplète");
+    if (head[versionPlace] != 0 && copy.size() < page * PagesInUse(copy.seek(page) ? copy.read(page) : QByteArray()))
+        RaiseDamaged("il lui manque des pages");
 }
 
 QString JetFile::NameOf(const QString& table) const

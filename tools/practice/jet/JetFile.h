@@ -12,9 +12,9 @@ namespace practice {
 /// name, if the file system of the temporary files supports that: not even a kill leaves anything of it.
 class JetFile {
 public:
-    /// Copies the file, again while another program writes it. Raises 53 if it is missing, 75 if it can't be read, 3343
-    /// if it is no such database, 3049 if its last page is cut off, 70 if it changes all the time, 61 if the disk of
-    /// the temporary files is full.
+    /// Copies the file, again while another program writes it. Raises 53 if it is missing or mdbtools isn't installed,
+    /// 75 if it can't be read, 3343 if it is no such database, 3049 if it is damaged or lacks pages, 70 if it changes
+    /// all the time, 61 if the disk of the temporary files is full.
     explicit JetFile(const QString& path);
 
     const QStringList& Tables() const { return tables; }

@@ -59,7 +59,7 @@ JetToolRun RunJetTool(const QString& program, const QStringList& arguments, qint
     const bool hasEnded = ReadOutput(process, mostBytes, run.output);
 
     // Some failures are only messages: the rows of a page that is missing are left out, and the program ends as usual.
-    static const QRegularExpression failure("error|unable|beyond EOF|doesn't match",
+    static const QRegularExpression failure("error|warning|unable|beyond EOF",
                                             QRegularExpression::CaseInsensitiveOption);
     constexpr int shownCharacters = 200;
     const QString text = QString::fromUtf8(messages).simplified();
@@ -68,7 +68,7 @@ JetToolRun RunJetTool(const QString& program, const QStringList& arguments, qint
     else if (process.exitStatus() == QProcess::CrashExit)
         run.trouble = program + " s'est arrêté brutalement";
     else if (process.exitCode() != 0 || failure.match(text).hasMatch())
-        run.trouble = QString("%1 : %2").arg(program, text.left(shownCharacters));
+        run.trouble = program + " s'en plaint : « " + text.left(shownCharacters) + " »";
     return run;
 }
 
