@@ -12,7 +12,6 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QHash>
 #include <algorithm>
 #include <memory>
 
@@ -85,10 +84,9 @@ public:
         AdoptedTable result{.name = rule.name, .losses = losses};
         result.taken = counts.added + counts.changed + counts.same;
         result.leftOut = rows - result.taken;
-        const std::vector<Problem> listed = problems.Sorted();
-        for (const auto& [line, reason, key] : listed)
-            result.losses << QString("%1, %2 : %3.").arg(rule.name, PlaceOf(line), reason);
-        result.unlisted = problems.Count() - static_cast<qint64>(listed.size());
+        const QStringList texts = problems.Texts(rule.name);
+        result.losses << texts;
+        result.unlisted = problems.Count() - texts.size();
         return result;
     }
 
@@ -99,13 +97,8 @@ private:
             LeaveUnknownFields(row);
         for (const qsizetype column : unknownColumns)
             row.cells.removeAt(column);
-        if (row.line == 0)
-            keyColumn = row.cells.indexOf("num", Qt::CaseInsensitive);
         rows = row.line;
-        const int earlier = problems.Count();
         reader.Take(row);
-        if (problems.Count() > earlier && keyColumn >= 0)
-            keyOfLine.insert(row.line, row.cells.value(keyColumn));
     }
 
     void LeaveUnknownFields(const CsvRow& header)
@@ -118,19 +111,11 @@ private:
         }
     }
 
-    QString PlaceOf(qint64 line) const
-    {
-        const QString key = keyOfLine.value(line);
-        return key.isEmpty() ? QString("ligne %1").arg(line) : "num " + key;
-    }
-
     const TableRule& rule;
     Problems problems;
     std::unique_ptr<ImportTarget> target;
     TableReader reader;
     QList<qsizetype> unknownColumns;
-    qsizetype keyColumn = -1;
-    QHash<qint64, QString> keyOfLine; ///< of rows with a problem
     QStringList losses;
     qint64 rows = 0;
 };

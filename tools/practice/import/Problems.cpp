@@ -11,17 +11,12 @@ void Problems::Add(qint64 line, const QString& reason, qint64 key)
         kept.push_back({line, reason, key});
 }
 
-std::vector<Problem> Problems::Sorted() const
+QStringList Problems::Texts(const QString& name) const
 {
     std::vector<Problem> sorted = kept;
     std::ranges::stable_sort(sorted, {}, &Problem::line);
-    return sorted;
-}
-
-QStringList Problems::Texts(const QString& name) const
-{
     QStringList texts;
-    for (const Problem& problem : Sorted()) {
+    for (const Problem& problem : sorted) {
         const bool namesRow = problem.line > 0 || problem.key > 0;
         const QString place = name.isEmpty() ? QString() : name + (namesRow ? ", " : " : ");
         if (problem.key > 0)

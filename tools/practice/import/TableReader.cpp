@@ -118,14 +118,14 @@ void TableReader::TakeRow(const CsvRow& row)
     if (!reasons.isEmpty())
         problems.Add(row.line, reasons.join(" ; ") + (mends ? " ; la ligne n'est pas reprise" : ""), KeyIn(row));
     else if (!mended.isEmpty())
-        Refuse(row.line, mended.join(" ; "));
+        problems.Add(row.line, mended.join(" ; "), KeyIn(row));
 }
 
 /// The key by which problems name a row; 0 if they name its line.
 qint64 TableReader::KeyIn(const CsvRow& row) const
 {
     const std::size_t place = Place("num");
-    if (rows == Rows::Whole || place >= static_cast<std::size_t>(row.cells.size()))
+    if ((rows == Rows::Whole && !mends) || place >= static_cast<std::size_t>(row.cells.size()))
         return 0;
     const ReadValue key = ReadField(*fields[place], row.cells[static_cast<qsizetype>(place)].trimmed());
     return key.value.IsNull() ? 0 : key.value.Long();
