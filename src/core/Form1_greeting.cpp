@@ -1,4 +1,5 @@
 #include "core/Form1.h"
+#include "core/screens.h"
 
 #include <algorithm>
 #include <utility>
@@ -21,7 +22,7 @@ constexpr Task Tasks[] = {
 
 } // namespace
 
-/// The menus' separators start new groups there too. "Quitter" has its own picture.
+/// The menus' separators start new groups there too. "Quitter" has its own picture; "Évolution" is in no menu.
 void Form1::BuildGreeting()
 {
     QString heading;
@@ -37,6 +38,10 @@ void Form1::BuildGreeting()
             greeting.AddGroup(*Entry(entry.parent), std::exchange(heading, {}));
         greeting.AddTask(*Entry(entry.control), task->icon);
     }
+    auto* const evolution = new QAction("Évolution", this);
+    evolution->setObjectName("Evolution");
+    forms::On(*evolution, &QAction::triggered, *this, OpenEvolution);
+    greeting.AddTask(*evolution, "evolution");
 }
 
 } // namespace core

@@ -68,7 +68,7 @@ TEST_F(Opening, ShowsLetterheadAndMenusAfterTheRightCode)
 
     TypeCode(main, " 6 "); // stored value 3, doubled; surrounding blanks are ignored
 
-    EXPECT_EQ(shownTasks().size(), 13); // all but "Quitter"
+    EXPECT_EQ(shownTasks().size(), 14); // all but "Quitter", and "Évolution"
     EXPECT_TRUE(shownTasks().contains("Caisse du Jour F7"));
     EXPECT_FALSE(main.Entry("mnu_aprpos")->isVisible());
     EXPECT_TRUE(main.Entry("mnu_13")->isVisible());

@@ -72,6 +72,7 @@ TEST_F(Menu, OpensTheScreenOfEachEntry)
     for (const auto& [entry, screen] : screens)
         Opens(entry, {screen});
     Opens("NPatients", {"New_Rech", "j_Client"}); // the search over the list
+    Opens("Evolution", {"Evolution"});
     desk.WhenModal<core::Q_Date_2>(
         [](core::Q_Date_2& calendar) { calendar.Image2[core::Q_Date_2::AcceptDay].click(); });
     Opens("mnu_Caisse", {"J_CAISSE"});
