@@ -155,7 +155,7 @@ void StagedRows::FindNotes()
     std::string fields, isNoted = "o." + table->key + " is not null";
     for (const std::string& field : notedFields) {
         fields += ",s." + field;
-        isNoted += " and o." + field + " is s." + field;
+        isNoted.append(" and o.").append(field).append(" is s.").append(field);
     }
     direct.Run("create table " + notedRows + " as select s." + table->key + fields + " from " + freshRows +
                " s left join main." + notes + " o on o." + table->key + "=s." + table->key + " where not (" + isNoted +
