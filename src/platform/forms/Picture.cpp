@@ -143,8 +143,8 @@ void Picture::paintEvent(QPaintEvent*)
     painter.setOpacity(1);
     const QRect caption = rect().adjusted(Padding + IconSize + CaptionGap, Padding, 0, -Padding);
     painter.setPen(isEnabled() ? TheColours().text : TheColours().disabled);
-    painter.drawText(caption, Qt::AlignLeft | (note.isEmpty() ? Qt::AlignVCenter : Qt::AlignTop) | Qt::TextShowMnemonic,
-                     text());
+    const Qt::Alignment place = Qt::AlignLeft | (note.isEmpty() ? Qt::AlignVCenter : Qt::AlignTop);
+    painter.drawText(caption, static_cast<int>(place.toInt() | Qt::TextShowMnemonic), text());
     painter.setPen(isEnabled() ? TheColours().quiet : TheColours().disabled);
     painter.drawText(caption, Qt::AlignLeft | Qt::AlignBottom, note);
 }
