@@ -93,7 +93,9 @@ void ChartDrawing::AddBar(const QRectF& bar, int style)
 
 void ChartDrawing::AddHatching(const QRectF& bar)
 {
-    for (double start = bar.left() - bar.height() + HatchStep / 2; start < bar.right(); start += HatchStep) {
+    const int lines = static_cast<int>((bar.width() + bar.height()) / HatchStep + 0.5);
+    for (int line = 0; line < lines; ++line) {
+        const double start = bar.left() - bar.height() + (line + 0.5) * HatchStep;
         const double left = std::max(start, bar.left());
         const double right = std::min(start + bar.height(), bar.right());
         if (left < right)
