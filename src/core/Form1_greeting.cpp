@@ -1,5 +1,6 @@
 #include "core/Form1.h"
 #include "core/screens.h"
+#include "platform/forms/Guard.h"
 
 #include <algorithm>
 #include <utility>

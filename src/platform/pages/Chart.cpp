@@ -175,6 +175,7 @@ std::vector<QRectF> ChartDrawing::Draw()
     AddLegend();
     AddNote();
     std::vector<QRectF> groups;
+    groups.reserve(static_cast<std::size_t>(LabelCount()));
     for (int label = 0; label < LabelCount(); ++label)
         groups.push_back(Group(label));
     return groups;

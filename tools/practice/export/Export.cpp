@@ -112,6 +112,7 @@ std::vector<ExportedTable> ExportTables(const store::DatabaseReader& practice,
 {
     CsvFolder place(folder);
     std::vector<std::unique_ptr<OutputFile>> files; // all names are free before the first row is written
+    files.reserve(tables.size());
     for (const TableRule* table : tables)
         files.push_back(std::make_unique<OutputFile>(place.PathOf(*table), OutputKind::Csv, existing));
     std::vector<ExportedTable> exported;

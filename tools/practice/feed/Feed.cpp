@@ -77,7 +77,8 @@ FeedReport Feed::Run(const QString& path)
 
 void Feed::Read(const FeedSource& source, const TableRule& rule)
 {
-    Table& table = tables.emplace_back(std::make_unique<StagedTable>(practice.Database(), rule), Problems());
+    tables.push_back({std::make_unique<StagedTable>(practice.Database(), rule), {}});
+    Table& table = tables.back();
     TableReader reader(rule, *table.rows, table.problems, BadRows::Refuse, TableReader::Rows::Partial);
     try {
         if (source.Read(rule, [&](const CsvRow& row) {

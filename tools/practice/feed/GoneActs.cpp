@@ -64,7 +64,7 @@ qint64 GoneActs::Find(const StagedTable& fedActs)
                "main.Actes t left join " +
                KeptSettlementsTable() + " k on k.num=t.num where " + (hasAll ? "0" : "1") +
                " and not exists (select 1 from " + fedActs.Rows() + " s where s.num=t.num)");
-    direct.Run("create index temp.\"gone acts named\" on \"gone acts\" (d, p)");
+    direct.Run(R"(create index temp."gone acts named" on "gone acts" (d, p))");
     hasReturned = direct.WholeNumber("select count(*) from " + KeptSettlementsTable() + " k" + IsBack()) > 0;
     return direct.WholeNumber("select count(*) from " + Gone);
 }
@@ -93,7 +93,7 @@ void GoneActs::FindLines(const StagedTable* fedLines)
                    " o on o.num=s.num where o.num is not null or s.num in (select num from " + fedLines->NewRows() +
                    ")");
     }
-    direct.Run("create index temp.\"open lines named\" on \"open lines\" (d, p)");
+    direct.Run(R"(create index temp."open lines named" on "open lines" (d, p))");
 }
 
 void GoneActs::Decide(const StagedTable* fedLines)
@@ -156,8 +156,9 @@ void GoneActs::Write() const
         return;
     const std::string kept = KeptSettlementsTable();
     direct.Change("update " + kept + " set gone=null" + IsBack());
-    for (const std::string& table : {std::string("main.Actes"), kept})
-        direct.Change("delete from " + table + " where num in (select n from " + Gone + " where reason=0)");
+    const std::string those = " where num in (select n from " + Gone + " where reason=0)";
+    direct.Change("delete from main.Actes" + those);
+    direct.Change("delete from " + kept + those);
     direct.Change("insert into " + kept + " (num, gone) select n, reason from " + Gone + " where " + IsNews +
                   " on conflict (num) do update set gone=excluded.gone");
 }
