@@ -93,7 +93,7 @@ void ChartDrawing::AddBar(const QRectF& bar, int style)
 
 void ChartDrawing::AddHatching(const QRectF& bar)
 {
-    const int lines = static_cast<int>((bar.width() + bar.height()) / HatchStep + 0.5);
+    const int lines = static_cast<int>(std::lround((bar.width() + bar.height()) / HatchStep));
     for (int line = 0; line < lines; ++line) {
         const double start = bar.left() - bar.height() + (line + 0.5) * HatchStep;
         const double left = std::max(start, bar.left());
