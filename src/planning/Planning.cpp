@@ -228,7 +228,8 @@ bool Planning::RefreshDay()
         MsgBox("Date incorrecte", Icon::Critical, "ATTENTION");
         return false;
     }
-    Text5[0].setText(*day);
+    if (Text5[0].text() != *day)
+        Text5[0].setText(*day);
     DayDateUS = QueryDate(*day);
     DayHeading.setText("Journée du " + DayCaption(*day).trimmed());
     CountDayByUnit();
