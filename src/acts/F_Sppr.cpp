@@ -48,6 +48,7 @@ F_Sppr::F_Sppr()
     OnEach(Image2, &Picture::clicked, *this, &F_Sppr::Image2_Click);
     OfferCalendar(Text1);
     On(Text1, &DateField::Entered, *this, [this] { Image2_Click(Accept); });
+    OnCommand(Command::Leave, [this] { Unload(); }); // the list's picture is disabled behind the panel
 }
 
 void F_Sppr::Form_Load()

@@ -16,17 +16,17 @@ QString PayCodeTip(int code)
 {
     switch (code) {
     case PaymentCode::NP:
-        return "NP : en instance, valeur théorique 0";
+        return "NP\u00A0: en instance, valeur théorique 0";
     case PaymentCode::RMinus:
-        return "R- : en instance, valeur théorique : le tarif moins le montant reçu";
+        return "R-\u00A0: en instance, valeur théorique\u00A0: le tarif moins le montant reçu";
     case PaymentCode::P:
-        return "P : réglé, valeur théorique : le tarif";
+        return "P\u00A0: réglé, valeur théorique\u00A0: le tarif";
     case PaymentCode::RPlus:
-        return "R+ : réglé, valeur théorique : le montant reçu";
+        return "R+\u00A0: réglé, valeur théorique\u00A0: le montant reçu";
     case PaymentCode::Gr:
-        return "Gr : réglé, valeur théorique 0";
+        return "Gr\u00A0: réglé, valeur théorique 0";
     default:
-        return "AB : réglé, valeur théorique 0";
+        return "AB\u00A0: réglé, valeur théorique 0";
     }
 }
 

@@ -89,7 +89,7 @@ QString Evolution::PeriodName() const
 
 QString Evolution::ChargeNote() const
 {
-    QString note = "Charges : la charge par jour d'aujourd'hui, " + InDinars(Shown.dayCharge) +
+    QString note = "Charges\u00A0: la charge par jour d'aujourd'hui, " + InDinars(Shown.dayCharge) +
                    ", pour chaque jour de tous les mois. Les dépenses n'entrent pas dans le net.";
     if (Shown.firstRecorded && !Shown.months.front().isYearBeforeRecorded)
         note += " Les mois avant " + Shown.firstRecorded->Name() + ", où rien n'est enregistré, ne sont pas dessinés.";
@@ -133,7 +133,7 @@ QString Evolution::DescriptionOf(const MonthFigures& month) const
 {
     const QString yearBefore =
         month.isYearBeforeRecorded ? " (un an plus tôt " + InDinars(month.netYearBefore) + ")" : QString();
-    return QStringLiteral("%1 : recettes %2, charges %3, net %4%5 ; dépenses %6")
+    return QStringLiteral("%1\u00A0: recettes %2, charges %3, net %4%5\u00A0; dépenses %6")
         .arg(Capitalized(month.month.Name()), InDinars(month.receipts), InDinars(month.charges), InDinars(month.net),
              yearBefore, InDinars(month.expenses));
 }
@@ -194,7 +194,7 @@ QStringList Evolution::ServiceDescriptions() const
     const AllServices all = SumOf(Shown.services);
     QStringList descriptions;
     for (const ServiceFigures& service : Shown.services)
-        descriptions << QStringLiteral("%1 : recettes %2 (%3 %), %4 (%5 %)")
+        descriptions << QStringLiteral("%1\u00A0: recettes %2 (%3 %), %4 (%5 %)")
                             .arg(service.name, InDinars(service.AllReceipts()),
                                  pages::NumberText(ShareOf(service.AllReceipts(), all.receipts), "##0.0"),
                                  ActsText(service.AllActs()),
@@ -219,8 +219,8 @@ void Evolution::FillServices()
                 ShareText(acts, all.acts), CellText(service.AllReceipts()),
                 ShareText(service.AllReceipts(), all.receipts)};
     });
-    Label5.setText(
-        QStringLiteral("Total : %1, recettes %2").arg(ActsText(static_cast<qint64>(all.acts)), InDinars(all.receipts)));
+    Label5.setText(QStringLiteral("Total\u00A0: %1, recettes %2")
+                       .arg(ActsText(static_cast<qint64>(all.acts)), InDinars(all.receipts)));
 }
 
 pages::Chart Evolution::ServiceMonthsChart() const
@@ -242,7 +242,7 @@ QStringList Evolution::ServiceMonthDescriptions() const
     const ServiceFigures& service = Shown.services.at(static_cast<std::size_t>(OpenedService));
     QStringList descriptions;
     for (std::size_t month = 0; month < Shown.months.size(); ++month)
-        descriptions << QStringLiteral("%1, %2 : recettes %3, %4")
+        descriptions << QStringLiteral("%1, %2\u00A0: recettes %3, %4")
                             .arg(service.name, Shown.months[month].month.Name(), InDinars(service.receipts[month]),
                                  ActsText(service.acts[month]));
     return descriptions;

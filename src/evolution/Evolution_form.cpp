@@ -17,7 +17,7 @@ void Evolution::BuildForm()
     Combo1.setSizeAdjustPolicy(QComboBox::AdjustToContents);
     Combo1.setToolTip("Dernier mois (F4)");
     Text1.setAccessibleName("Année du dernier mois");
-    Text1.setToolTip("Année ; Entrée pour l'afficher");
+    Text1.setToolTip("Année\u00A0; Entrée pour l'afficher");
     Text1.setAlignment(Qt::AlignCenter);
     Text1.setFixedWidth(ScaledPixelsOf(yearTwips));
     Option1[Year].setText("12 mois");

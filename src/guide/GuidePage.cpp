@@ -1,12 +1,12 @@
 #include "guide/GuidePage.h"
 
 #include "platform/forms/Colours.h"
+#include "platform/forms/FrenchSpaces.h"
 #include "platform/forms/Style.h"
 
 #include <QApplication>
 #include <QEvent>
 #include <QImage>
-#include <QRegularExpression>
 #include <QTextBlock>
 #include <QTextDocument>
 #include <QTextTable>
@@ -22,21 +22,6 @@ constexpr int DocumentMargin = 12;
 int ScaledLineWidth()
 {
     return static_cast<int>(LineWidth * forms::FontScale());
-}
-
-/// Makes the spaces before and within French punctuation unbreakable; code stays as it is.
-QString WithFrenchSpaces(const QString& markdown)
-{
-    static const QRegularExpression codeOrSpace("(`[^`]*`)|(?<=«) |(?<=[^\\s|]) (?=[;:?!»](?![\\[-]))");
-    QString spaced;
-    qsizetype from = 0;
-    for (const QRegularExpressionMatch& match : codeOrSpace.globalMatch(markdown)) {
-        spaced += QStringView(markdown).sliced(from, match.capturedStart() - from);
-        spaced += match.hasCaptured(1) ? match.captured() : QString(QChar(QChar::Nbsp));
-        from = match.capturedEnd();
-    }
-    spaced += QStringView(markdown).sliced(from);
-    return spaced;
 }
 
 void DressTable(QTextTable& table)
@@ -123,7 +108,7 @@ QVariant GuidePage::loadResource(int type, const QUrl& name)
 {
     const QVariant read = QTextBrowser::loadResource(type, name);
     if (type == QTextDocument::MarkdownResource)
-        return WithFrenchSpaces(QString::fromUtf8(read.toByteArray()));
+        return forms::WithFrenchSpaces(QString::fromUtf8(read.toByteArray()));
     QImage picture;
     if (type != QTextDocument::ImageResource || !picture.loadFromData(read.toByteArray()))
         return read;

@@ -91,6 +91,7 @@ Planning::Planning()
     On(Text5[0], &DateField::Entered, *this, [this] { Image5_Click(AcceptDay); });
     On(Text5[0], &DateField::DateRefused, *this, [this] { Text5[0].setFocus(); });
     On(Text3, &TextBox::Entered, *this, [this] { Image7_Click(AcceptMonth); });
+    OnCommand(Command::Leave, [this] { Unload(); }); // the board's picture is disabled behind a panel
 }
 
 void Planning::Form_Load()

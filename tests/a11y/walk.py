@@ -59,7 +59,7 @@ STEPS = [
     ("", "", "Récapitulatif par unité"),
     ("E3", "Monthly situation", "Actes du mois par unité"),
     ("Evolution", "Evolution, months", "Graphique des mois"),
-    ("Left", "Evolution, a month", "Graphique des mois : "),
+    ("Left", "Evolution, a month", "Graphique des mois\u00a0: "),
     ("Return", "Result of a month", "Résultat net"),
     ("", "", "Résultat net"),
     ("ctrl+Next", "Evolution, services", "Graphique des unités"),

@@ -82,9 +82,10 @@ TEST_F(EvolutionScreen, SaysWhatAMonthHoldsAndOpensItsResult)
 {
     auto& screen = OpenScreen();
     const QString june =
-        "Juin 2008 : recettes 500.00 DA, charges 300.00 DA, net 200.00 DA (un an plus tôt -201.00 DA) ; "
+        "Juin 2008\u00A0: recettes 500.00 DA, charges 300.00 DA, net 200.00 DA (un an plus tôt -201.00 DA)\u00A0; "
         "dépenses 0.00 DA";
-    const QString may = "Mai 2008 : recettes 1 200.00 DA, charges 310.00 DA, net 890.00 DA ; dépenses 40.00 DA";
+    const QString may =
+        "Mai 2008\u00A0: recettes 1 200.00 DA, charges 310.00 DA, net 890.00 DA\u00A0; dépenses 40.00 DA";
     EXPECT_TRUE(screen.Chart1.hasFocus());
     EXPECT_EQ(screen.Label2.text(), june);
     QTest::mouseMove(&screen.Chart1, screen.Chart1.AreaOf(10).center().toPoint());
@@ -101,7 +102,7 @@ TEST_F(EvolutionScreen, SaysWhatAMonthHoldsAndOpensItsResult)
         Press(screen.Chart1, key);
         EXPECT_EQ(tests::HighlightedRow(screen.Grid1), month);
     }
-    EXPECT_EQ(screen.Chart1.accessibleName(), "Graphique des mois : " + may);
+    EXPECT_EQ(screen.Chart1.accessibleName(), "Graphique des mois\u00A0: " + may);
     Click(screen.Grid1, 11);
     EXPECT_EQ(screen.Label2.text(), june);
     ClickOn(screen.Chart1, 10);
@@ -131,15 +132,15 @@ TEST_F(EvolutionScreen, OpensTheMonthsOfAServiceByAClickAndLeavesThemByEscape)
     EXPECT_EQ(tests::RowOf(screen.Grid2, 0), QStringList({" Radio", "1", "33.3", "500.00", "25.0"}));
     EXPECT_EQ(tests::RowOf(screen.Grid2, 1), QStringList({" Consultation", "2", "66.7", "1 500.00", "75.0"}));
     EXPECT_EQ(tests::RowOf(screen.Grid2, 2), QStringList({" ECG", "", "", "", ""}));
-    EXPECT_EQ(screen.Label5.text(), "Total : 3 actes, recettes 2 000.00 DA");
-    EXPECT_EQ(screen.Label4.text(), "Radio : recettes 500.00 DA (25.0 %), 1 acte (33.3 %)");
+    EXPECT_EQ(screen.Label5.text(), "Total\u00A0: 3 actes, recettes 2 000.00 DA");
+    EXPECT_EQ(screen.Label4.text(), "Radio\u00A0: recettes 500.00 DA (25.0 %), 1 acte (33.3 %)");
 
     ClickOn(screen.Chart2, 1);
     EXPECT_EQ(screen.SSPanel2.Caption(), "Consultation");
     EXPECT_FALSE(screen.Grid2.isVisible());
     EXPECT_EQ(tests::RowOf(screen.Grid3, 10), QStringList({" Mai 2008", "1", "1 200.00"}));
     Press(screen.Chart2, Qt::Key_Left);
-    EXPECT_EQ(screen.Label4.text(), "Consultation, mai 2008 : recettes 1 200.00 DA, 1 acte");
+    EXPECT_EQ(screen.Label4.text(), "Consultation, mai 2008\u00A0: recettes 1 200.00 DA, 1 acte");
     Press(screen.Chart2, Qt::Key_Left, Qt::AltModifier); // stays with the service
     EXPECT_EQ(tests::RowOf(screen.Grid3, 11), QStringList({" Mai 2008", "1", "1 200.00"}));
     Press(screen.Chart2, Qt::Key_Escape);
@@ -163,7 +164,7 @@ TEST_F(EvolutionScreen, PrintsThePageShown)
                                              "juin 2008|500|300|200|0|-201|-|2"}));
     EXPECT_EQ(Headings(),
               QStringList(
-                  "Évolution, juillet 2007 à juin 2008|Charges : la charge par jour d'aujourd'hui, 10.00 DA, pour "
+                  "Évolution, juillet 2007 à juin 2008|Charges\u00A0: la charge par jour d'aujourd'hui, 10.00 DA, pour "
                   "chaque jour de tous les mois. Les dépenses n'entrent pas dans le net. Les mois avant juin 2007, où "
                   "rien n'est enregistré, ne sont pas dessinés.|Aucune recette et aucune dépense, juillet 2007 à juin "
                   "2008"));
@@ -196,7 +197,7 @@ TEST_F(EvolutionScreen, SaysThatNothingWasRecorded)
         practice.Write(QString("delete from ") + table);
     auto& screen = OpenScreen();
     EXPECT_EQ(screen.Chart1.accessibleName(),
-              "Graphique des mois : Aucune recette et aucune dépense, juillet 2007 à juin 2008");
+              "Graphique des mois\u00A0: Aucune recette et aucune dépense, juillet 2007 à juin 2008");
     EXPECT_TRUE(screen.Chart1.AreaOf(0).isEmpty());
     EXPECT_EQ(screen.Grid1.Text(11, Evolution::Charges), "300.00");
     Press(screen.Chart1, Qt::Key_Left);

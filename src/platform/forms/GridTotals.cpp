@@ -14,7 +14,7 @@ namespace forms {
 
 namespace {
 
-constexpr int CaptionGap = 8; // pixels between caption and total
+constexpr int TotalGap = 8; // pixels between caption and total
 
 /// Aligns a line of totals with the columns of its grid, on a ground as wide as the grid.
 class TotalsLayout : public QLayout {
@@ -78,7 +78,7 @@ private:
             auto* figure = qobject_cast<FigureLabel*>(total.control);
             if (figure == nullptr) {
                 const int begin = qMin(left, limit);
-                const int room = limit - CaptionGap - begin;
+                const int room = limit - TotalGap - begin;
                 const bool fits = room >= total.control->sizeHint().width(); // left out rather than cut
                 total.control->setGeometry(begin, rect.top(), fits ? room : 0, rect.height());
                 limit = begin;

@@ -1,6 +1,7 @@
 #include "platform/forms/QtDesk.h"
 
 #include "platform/forms/Form.h"
+#include "platform/forms/FrenchSpaces.h"
 
 #include <QApplication>
 #include <QElapsedTimer>
@@ -100,7 +101,7 @@ Answer QtDesk::Message(const QString& text, Icon icon, const QString& title, But
     box.setTextFormat(Qt::PlainText); // messages may contain names of patients and files
     box.setIcon(BoxIcon(icon));
     box.setWindowTitle(title);
-    box.setText(text);
+    box.setText(WithFrenchSpaces(text));
     box.setTextInteractionFlags(Qt::TextSelectableByMouse); // a command can be copied
     if (buttons == Buttons::Ok) {
         box.setEscapeButton(box.addButton(QStringLiteral("OK"), QMessageBox::AcceptRole));
@@ -131,7 +132,7 @@ void QtDesk::Beep()
 
 std::unique_ptr<WaitNotice> QtDesk::Wait(const QString& text)
 {
-    return std::make_unique<WaitWindow>(text);
+    return std::make_unique<WaitWindow>(WithFrenchSpaces(text));
 }
 
 void QtDesk::EndProgram(int code)

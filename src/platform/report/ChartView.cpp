@@ -112,7 +112,7 @@ QString ChartView::Description() const
 void ChartView::Describe()
 {
     const QString said = Chart().IsEmpty() ? Chart().emptyText : descriptions.value(current);
-    setAccessibleName(said.isEmpty() ? title : title + " : " + said);
+    setAccessibleName(said.isEmpty() ? title : title + "\u00A0: " + said);
     update();
     Q_EMIT DescriptionChanged();
 }

@@ -240,7 +240,7 @@ bool PreviewWindow::SavePdf(const QString& path)
         return false;
     }
     savedPath = path;
-    SavedText.setText("PDF enregistré : " + QDir::toNativeSeparators(path));
+    SavedText.setText("PDF enregistré\u00A0: " + QDir::toNativeSeparators(path));
     SavedPanel.show();
     return true;
 }

@@ -35,13 +35,13 @@ void PreviewWindow::BuildForm()
     PageNumber.setAlignment(Qt::AlignRight);
     PageNumber.setMaxLength(6);
     PageNumber.setAccessibleName("Page");
-    PageNumber.setToolTip("Numéro de la page ; Entrée pour y aller");
+    PageNumber.setToolTip("Numéro de la page\u00A0; Entrée pour y aller");
     PageCount.setAccessibleName("Nombre de pages");
     PageCount.setToolTip("Nombre de pages");
     ZoomText.setFixedWidth(ZoomTextWidth);
     ZoomText.setAlignment(Qt::AlignCenter);
     ZoomText.setAccessibleName("Taille");
-    ZoomText.setToolTip("Taille ; Ctrl+0 pour la taille réelle");
+    ZoomText.setToolTip("Taille\u00A0; Ctrl+0 pour la taille réelle");
     view->setToolTip({});
     SavedPanel.setAccessibleName("PDF enregistré");
     SavedText.setAccessibleName("Fichier enregistré");

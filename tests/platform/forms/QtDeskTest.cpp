@@ -62,6 +62,23 @@ TEST_F(RealDesk, ShowsHostileTextLiterally)
     EXPECT_EQ(forms::MsgBox("<b>L'Hôpital</b> &amp; %1", Icon::Exclamation, "ATTENTION"), Answer::Ok);
 }
 
+TEST_F(RealDesk, KeepsFrenchPunctuationOnTheLineOfItsWord)
+{
+    for (const auto& [text, shown] : {
+             std::pair("« A » existe : le remplacer ?\nNon ; oui !",
+                       "«\u00A0A\u00A0» existe\u00A0: le remplacer\u00A0?\nNon\u00A0; oui\u00A0!"),
+             {"Actualisation terminée ! ! !", "Actualisation terminée ! ! !"},
+             {"Fin de Travail !!", "Fin de Travail !!"},
+             {"Tapez :\npractice adopt 'a ; b'", "Tapez\u00A0:\npractice adopt 'a ; b'"},
+         }) {
+        OnNextWindow([shown](QWidget& window) {
+            EXPECT_EQ(qobject_cast<QMessageBox*>(&window)->text(), shown);
+            PressButton(window, "OK");
+        });
+        forms::MsgBox(text);
+    }
+}
+
 TEST_F(RealDesk, AnswersAYesNoBoxByButtonEnterAndEscape)
 {
     const auto ask = [](std::function<void(QWidget&)> play, Buttons buttons = Buttons::YesNo) {
