@@ -83,9 +83,7 @@ void JetFile::TakeCopy(const QString& path)
     constexpr int mostCopies = 10;
     for (int copies = 1; !CopyOnce(path); ++copies) {
         if (copies == mostCopies)
-            throw RuntimeError::Described(
-                Error::PermissionDenied,
-                QString("« %1 » change pendant sa lecture : recommencez quand l'autre programme a fini.").arg(path));
+            RaiseChanging(path);
     }
 }
 
