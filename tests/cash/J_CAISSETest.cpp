@@ -2,6 +2,7 @@
 
 #include "core/Q_Date_2.h"
 #include "platform/host/Host.h"
+#include "support/Files.h"
 #include "support/ScreenTest.h"
 
 #include <QProcess>
@@ -203,8 +204,9 @@ TEST_F(CashStatement, ListsAgainWhenTheActInHandWasDeleted)
 
 TEST_F(CashStatement, KeepsACorrectionAndShowsNewActsWhenFedMeanwhile)
 {
-    const auto feed = [this](const char* source) {
-        return QProcess::execute(PRACTICE_COMMAND, {"feed", practice.Folder(), QString(OLD_DATABASES) + "/" + source});
+    const auto feed = [this](const QString& source) {
+        return QProcess::execute(PRACTICE_COMMAND,
+                                 {"feed", practice.Folder(), QDir(OLD_DATABASES).absoluteFilePath(source)});
     };
     ASSERT_EQ(feed("usual.mdb"), 0);
     auto& screen = ShowDay("20/11/2026");
@@ -226,6 +228,12 @@ TEST_F(CashStatement, KeepsACorrectionAndShowsNewActsWhenFedMeanwhile)
     EXPECT_EQ(practice.Ask("select count(num) as S1 from Actes where montant = 777").Long(), 1);
     EXPECT_EQ(feed("next-day.mdb"), 0);
     EXPECT_EQ(practice.Ask("select count(num) as S1 from Actes where montant = 777").Long(), 1);
+
+    tests::WriteFile(practice.File("Patients.csv"), "num;nom\n900;Nouveau\n");
+    ASSERT_EQ(feed(practice.File("Patients.csv")), 0);
+    practice.Act({.day = "21/11/2026", .num_patient = 900});
+    auto& reopened = desk.Open<J_CAISSE>(); // on the day that is picked
+    EXPECT_EQ(tests::ColumnOf(reopened.Grid3, cash::ActColumn::LastName).last(), "Nouveau");
 }
 
 TEST_F(CashStatement, SpeaksBothLanguagesAndNamesEveryControl)

@@ -1,7 +1,9 @@
 #include "practice/import/Import.h"
 #include "data/Practice.h"
+#include "platform/basic/RuntimeError.h"
 #include "platform/store/DatabaseReader.h"
 #include "practice/fields/FieldValues.h"
+#include "practice/import/CsvFile.h"
 #include "support/OtherProgram.h"
 #include "tools/PracticeCommand.h"
 
@@ -89,6 +91,20 @@ TEST(Import, RefusesWhatItCannotRead)
     }
     EXPECT_EQ(practice.Count("Patients"), 0);
     EXPECT_EQ(CommandRun({"import", practice.Folder(), "Patients", "absent.csv"}).code, 1);
+}
+
+TEST(Import, RefusesAFileThatChangesMeanwhile)
+{
+    const NewPractice practice;
+    for (const char* const text : {"num\n1\n", "num\n\"1\n"}) {
+        const QString path = practice.Write("lignes.csv", text);
+        try {
+            practice::ReadCsv(path, [&](const practice::CsvRow&) { practice.Write("lignes.csv", "num\n1\n2\n"); });
+            FAIL() << text;
+        } catch (const basic::RuntimeError& error) {
+            EXPECT_EQ(error.Code(), basic::Error::PermissionDenied) << text << error.what();
+        }
+    }
 }
 
 TEST(Import, ReadsCellsAsSpreadsheetsWriteThem)

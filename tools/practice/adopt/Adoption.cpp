@@ -8,6 +8,7 @@
 #include "practice/import/TableReader.h"
 #include "practice/jet/JetFile.h"
 #include "practice/opening/PracticeData.h"
+#include "practice/output/Progress.h"
 
 #include <QDir>
 #include <QFile>
@@ -73,6 +74,7 @@ public:
         old.Read(rule.name, [this](CsvRow& row) { Take(row); });
         if (!reader.HasFields())
             throw RuntimeError::Described(Error::UnknownField, problems.Texts(rule.name).join('\n'));
+        const Progress progress(QString("Comparaison de %1").arg(rule.name));
         target->Compare(problems);
     }
 
@@ -128,6 +130,7 @@ void TakeTables(const JetFile& old, const QString& folder, AdoptionReport& repor
         tables.push_back(std::make_unique<TableAdoption>(practice.Database(), rule));
         tables.back()->Read(old);
     }
+    const Progress progress("Écriture");
     dao::Transaction transaction(practice.Database());
     for (const auto& table : tables)
         table->Write();

@@ -1,6 +1,7 @@
 #include "practice/import/CsvFile.h"
 
 #include "platform/basic/RuntimeError.h"
+#include "platform/store/FileWork.h"
 #include "practice/output/Progress.h"
 
 #include <QFile>
@@ -182,6 +183,7 @@ CsvEncoding ReadCsv(QIODevice& file, const CsvReceiver& take)
 
 CsvEncoding ReadCsv(const QString& path, const CsvReceiver& take)
 {
+    const store::FileIdentity before = store::IdentityOf(path);
     QFile file(path);
     if (!file.exists())
         throw RuntimeError::Described(basic::Error::FileNotFound,
@@ -193,12 +195,30 @@ CsvEncoding ReadCsv(const QString& path, const CsvReceiver& take)
         throw RuntimeError::Described(
             basic::Error::PathAccess,
             QString("Le fichier « %1 » ne peut pas être lu : %2").arg(path, file.errorString()));
-    const CsvEncoding encoding = ReadCsv(file, take);
+    const auto requireUnchanged = [&] {
+        if (store::IdentityOf(path) != before)
+            RaiseChanging(path);
+    };
+    CsvEncoding encoding{};
+    try {
+        encoding = ReadCsv(file, take);
+    } catch (const RuntimeError&) {
+        requireUnchanged(); // a row that was cut off by a change isn't the file's fault
+        throw;
+    }
     if (file.error() != QFileDevice::NoError)
         throw RuntimeError::Described(
             basic::Error::PathAccess,
             QString("Le fichier « %1 » ne peut pas être lu : %2").arg(path, file.errorString()));
+    requireUnchanged();
     return encoding;
+}
+
+void RaiseChanging(const QString& path)
+{
+    throw RuntimeError::Described(
+        basic::Error::PermissionDenied,
+        QString("« %1 » change pendant sa lecture : recommencez quand l'autre programme a fini.").arg(path));
 }
 
 } // namespace practice

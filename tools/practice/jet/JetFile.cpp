@@ -5,6 +5,7 @@
 #include "platform/store/FileWork.h"
 #include "platform/store/Sqlite.h"
 #include "practice/jet/JetTool.h"
+#include "practice/output/Progress.h"
 
 #include <QBuffer>
 #include <QCoreApplication>
@@ -14,6 +15,7 @@
 #include <QThread>
 #include <QtEndian>
 #include <algorithm>
+#include <optional>
 
 namespace practice {
 namespace {
@@ -83,9 +85,7 @@ void JetFile::TakeCopy(const QString& path)
     constexpr int mostCopies = 10;
     for (int copies = 1; !CopyOnce(path); ++copies) {
         if (copies == mostCopies)
-            throw RuntimeError::Described(
-                Error::PermissionDenied,
-                QString("« %1 » change pendant sa lecture : recommencez quand l'autre programme a fini.").arg(path));
+            RaiseChanging(path);
     }
 }
 
@@ -145,8 +145,10 @@ QString JetFile::NameOf(const QString& table) const
 void JetFile::Read(const QString& table, const CsvReceiver& take) const
 {
     const QString itsName = NameOf(table);
+    std::optional<Progress> progress(std::in_place, QString("Lecture de %1").arg(itsName));
     QByteArray text = Run("mdb-export", ExportOptions, {itsName});
     const qint64 counted = Run("mdb-count", {}, {itsName}).trimmed().toLongLong();
+    progress.reset();
 
     QBuffer buffer(&text);
     buffer.open(QIODevice::ReadOnly);
