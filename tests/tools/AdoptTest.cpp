@@ -121,6 +121,9 @@ TEST(Adopt, TakesEveryFieldAndLeavesTheOldFolderAsItIs)
         EXPECT_EQ(QDir(old.Place()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
                   QStringList({"ancien", "nouveau"}));
     }
+    const OldPractice damaged("usual");
+    damaged.Write("ZEP_CFIG.CFG", BytesOf(tests::OldFile("ZEP_CFIG.CFG")).first(4000));
+    EXPECT_EQ(damaged.Adopt().code, 1); // taken, but not in order
 }
 
 TEST(Adopt, NamesWhatItCanNotTakeAndTakesTheRest)

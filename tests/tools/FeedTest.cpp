@@ -1,4 +1,5 @@
 #include "support/FolderInMemory.h"
+#include "support/OldDatabases.h"
 #include "support/OtherProgram.h"
 #include "support/Statements.h"
 #include "tools/PracticeCommand.h"
@@ -167,6 +168,8 @@ TEST(Feed, TakesRowsAndMergesSettlements)
         "feed 0 | here 1 Gr 710 | feed 0 | acts 1a P 900 | feed 0 | is 1 P 900",
         "acts 1a NP 0 | feed 0 | here 1 P 5 | acts 1a P 6 | feed 1 | here 1 NP 0 | feed 0 | is 1 P 6 | here 1 P 7 | "
         "acts 1a P 8 | feed 1 | acts 1a P 6 | feed 0 | is 1 P 7 | acts 1a P 8 | feed 1",
+        "acts 1a NP 0 | feed 0 | here 1 P 5 | acts 1a P 6 | feed 1 | here 1 NP 0 | acts 1a NP 0 | feed 0 | "
+        "here 1 P 5 | acts 1a P 6 | feed 1",
         "acts 1a NP 0, 2b R- 0, 3c R- 1 | feed 0 | older | acts 1a P 5, 2b P 6, 3c P 7 | feed 1 | says acte 3 | "
         "silent acte 2 | is 1 P 5, 2 P 6, 3 R- 1 | feed 0 | acts 1a P 8, 2b P 6, 3c P 7 | feed 0 | is 1 P 8, 2 P 6, 3 "
         "R- 1",
@@ -194,9 +197,8 @@ TEST(Feed, DeletesOnlyWhatTheSourceNames)
         "aucune ligne | is 1 P 5, 2 NP 0 | feed 0 --yes | silent acte 1 | acts 1a P 6, 2b NP 0 | feed 0 | is 1 P 6, 2 "
         "NP 0 | "
         "acts 2b NP 0 | feed 0 --yes | says acte 1 | lines 50c NP, 51a P | feed 0 --yes | is 2 NP 0",
-        "acts 1a NP 0, 2b NP 0 | feed 0 | here 1 P 5 | acts 2b NP 0 | lines 50a P | feed 0 --yes | says son règlement "
-        "| "
-        "is 1 P 5, 2 NP 0 | feed 0 --yes | silent acte 1",
+        "acts 1a NP 0, 2b NP 0, 3c P 5 | feed 0 | here 1 P 5 | here 3 P 6 | acts 2b NP 0 | lines 50a P, 51c P | "
+        "feed 0 --yes | says son règlement | is 1 P 5, 2 NP 0, 3 P 6 | feed 0 --yes | silent acte 1",
         "acts 1a NP 0, 2b R- 1, 3c P 5, 4d P 5, 5e NP 0 | feed 0 | older | acts 5e NP 0 | lines 50a P, 51b NP, 52c NP, "
         "53d P | feed 0 --yes | is 2 R- 1, 3 P 5, 5 NP 0",
         "acts 1a P 5, 2a P 5 | feed 0 | older | acts 3b NP 0 | lines 50a P, 51a NP | feed 0 --yes | "
@@ -282,4 +284,17 @@ TEST(Feed, RefusesNamesThatAreNearlyThoseOfATable)
     for (const QString& source : {practice.Write("Presta.csv", "num\n"), practice.File("absent"), practice.File("rien"),
                                   practice.Write("x.MDB", "Standard Jet DB")})
         EXPECT_EQ(CommandRun({"feed", practice.Folder(), source}).code, 2) << source.toStdString();
+}
+
+TEST(Feed, NamesDatesThatAnOldDatabaseDoesNotGive)
+{
+    QByteArray database = BytesOf(tests::OldFile("odd.mdb"));
+    for (const auto& [name, other] : {std::pair("A\0c\0t\0e\0s", "X\0c\0t\0e\0s"), {"P\0l\0a\0n\0i", "X\0l\0a\0n\0i"}})
+        database.replace(QByteArray(name, 9), QByteArray(other, 9)); // tables with odd rows
+    const NewPractice practice;
+    const CommandRun run({"feed", practice.Folder(), practice.Write("ZEP_ONE.MDB", database)});
+    EXPECT_EQ(run.code, 0) << run.errors.toStdString();
+    EXPECT_TRUE(run.output.contains(" : Xctes, ") && run.output.contains("\n  Patients, ligne 7 : Naiss\n"))
+        << run.output.toStdString();
+    EXPECT_TRUE(practice.Ask("select Naiss from Patients where num = 7").IsNull());
 }

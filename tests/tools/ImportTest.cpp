@@ -7,7 +7,9 @@
 #include "support/OtherProgram.h"
 #include "tools/PracticeCommand.h"
 
+#include <fcntl.h>
 #include <optional>
+#include <unistd.h>
 
 TEST(Import, TakesEitherDelimiterAnyOrderAndEmptyAsNull)
 {
@@ -254,6 +256,25 @@ TEST_F(SharedImport, ReadsAndChecksWhileAnotherWrites)
     EXPECT_TRUE(refused.errors.startsWith("practice : ")) << refused.errors.toStdString();
     ASSERT_EQ(other->Run("rollback"), SQLITE_OK);
     EXPECT_EQ(other->Answer("select count(*) from Actes"), "1");
+}
+
+TEST_F(SharedImport, ShowsItsProgressOnATerminalAlone)
+{
+    ASSERT_EQ(other->Run("begin immediate"), SQLITE_OK); // the command waits for seconds
+    const QString file = practice.Write("lignes.csv", Acts + "2,17/06/2008,0,0,0\n");
+    const QStringList arguments{"import", practice.Folder(), "Actes", file};
+    const int terminal = ::posix_openpt(O_RDWR | O_NOCTTY);
+    ASSERT_TRUE(::grantpt(terminal) == 0 && ::unlockpt(terminal) == 0);
+    QProcess command;
+    command.setStandardErrorFile(::ptsname(terminal));
+    command.start(PRACTICE_COMMAND, arguments);
+    EXPECT_TRUE(BuiltCommand(arguments).errors.startsWith("practice : "));
+    EXPECT_TRUE(command.waitForFinished());
+    QByteArray shown(1 << 16, '\0');
+    shown.truncate(::read(terminal, shown.data(), shown.size()));
+    EXPECT_TRUE(shown.startsWith("\rÉcriture : 0 lignes sur 1\rÉcriture")) << shown.toStdString();
+    EXPECT_TRUE(shown.contains(" \rpractice : ")) << shown.toStdString();
+    ::close(terminal);
 }
 
 TEST_F(SharedImport, GivesUpOnARowThatWasWrittenMeanwhileUnlessItPassesOverIt)

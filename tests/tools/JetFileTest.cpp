@@ -72,6 +72,7 @@ class OldContent : public testing::TestWithParam<const char*> {};
 
 TEST_P(OldContent, IsReadInEveryField)
 {
+    qputenv("MDBICONV", "ISO-8859-1"); // of the user
     const QString name = GetParam();
     const JetFile file(OldFile(name + ".mdb"));
     const auto expected = tests::OldContentOf(name);
