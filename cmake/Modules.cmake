@@ -46,6 +46,10 @@ function(zep_module name path)
     file(CREATE_LINK ${CMAKE_CURRENT_SOURCE_DIR} ${includes}/${path} SYMBOLIC)
     target_include_directories(${name} PUBLIC ${includes})
     target_link_libraries(${name} PUBLIC zep_options ${MODULE_LINKS} PRIVATE ${MODULE_USES} ${MODULE_PRIVATE_LINKS})
+    # Signals and slots are a matter of widgets here; moc would take as long as compiling for the smaller modules.
+    if(NOT Qt6::Widgets IN_LIST MODULE_LINKS)
+        set_target_properties(${name} PROPERTIES AUTOMOC OFF)
+    endif()
 endfunction()
 
 # zep_own_files(): copies or links the files that belong to the program, rather than to a practice, next to the program
