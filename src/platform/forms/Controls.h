@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/forms/Commands.h"
+#include "platform/forms/Icons.h"
 #include "platform/forms/TextBox.h"
 
 #include <QAbstractButton>
@@ -12,7 +13,6 @@
 #include <QTabWidget>
 #include <memory>
 
-class QSvgRenderer;
 class QVBoxLayout;
 
 /// The controls of the screens: Qt's widgets, with names and the features that Qt lacks.
@@ -101,11 +101,11 @@ private:
     void LoadDrawing();
     void PaintBackground(QPainter& painter) const;
 
-    QSvgRenderer* drawing;
+    Drawing drawing; ///< in the colours of drawnGeneration
     QString iconName;
     QString note;
     QString action;
-    int drawnGeneration = -1; ///< ColourGeneration of the drawing
+    int drawnGeneration = -1; ///< ColourGeneration
     QList<Command> commands;
     bool hasToolTip = true;
     bool border = false;

@@ -5,7 +5,6 @@
 #include <QFocusEvent>
 #include <QKeyEvent>
 #include <QPainter>
-#include <QSvgRenderer>
 #include <algorithm>
 
 namespace forms {
@@ -20,7 +19,7 @@ constexpr double CornerRadius = 4;
 
 } // namespace
 
-Picture::Picture(const QString& name) : drawing(new QSvgRenderer(this))
+Picture::Picture(const QString& name)
 {
     setObjectName(name);
     setFocusPolicy(Qt::TabFocus);
@@ -45,7 +44,7 @@ void Picture::LoadDrawing()
 {
     drawnGeneration = ColourGeneration();
     if (!iconName.isEmpty())
-        drawing->load(IconText(iconName));
+        drawing = DrawingOf(iconName);
 }
 
 void Picture::SetCaption(const QString& caption)
@@ -137,7 +136,8 @@ void Picture::paintEvent(QPaintEvent*)
     painter.setOpacity(isEnabled() ? 1.0 : fadedOpacity);
     const bool iconOnly = text().isEmpty();
     const double left = iconOnly ? (width() - IconSize) / 2.0 : Padding;
-    drawing->render(&painter, QRectF(left, (height() - IconSize) / 2.0, IconSize, IconSize));
+    if (!iconName.isEmpty())
+        drawing.Paint(painter, QRectF(left, (height() - IconSize) / 2.0, IconSize, IconSize));
     if (iconOnly)
         return;
     painter.setOpacity(1);

@@ -139,7 +139,7 @@ void ApplyStyle(QApplication& application)
 
     QApplication::setStyle(new ProgramStyle); // the application owns it
     QApplication::setFont(font);
-    QApplication::setWindowIcon(QIcon(QStringLiteral(":/icons/app.svg")));
+    QApplication::setWindowIcon(ProgramIcon());
     RefreshColours();
     SetStyleSheet(application);
     application.installEventFilter(new PaletteWatch(application));
