@@ -19,7 +19,9 @@ target_compile_definitions(zep_options INTERFACE QT_NO_CAST_FROM_BYTEARRAY QT_NO
 target_compile_options(zep_options INTERFACE -fstack-protector-strong
     -Werror=format-security $<$<CONFIG:Release>:-U_FORTIFY_SOURCE;-D_FORTIFY_SOURCE=2>)
 target_compile_definitions(zep_options INTERFACE _GLIBCXX_ASSERTIONS)
-if(NOT WIN32) # there the linker randomizes addresses by default, and the stack grows page by page
+if(WIN32) # the linker randomizes addresses by default; the stack protector is a library
+    target_link_options(zep_options INTERFACE -fstack-protector-strong)
+else()
     target_compile_options(zep_options INTERFACE -fstack-clash-protection)
     target_link_options(zep_options INTERFACE -pie LINKER:-z,relro,-z,now)
 endif()
