@@ -7,11 +7,11 @@
 #include "platform/forms/QtDesk.h"
 #include "platform/forms/Style.h"
 #include "platform/host/EndSignals.h"
+#include "platform/paper/OwnFonts.h"
 
 #include <QApplication>
 #include <QEventLoop>
 #include <QSessionManager>
-#include <QSettings>
 
 int main(int argc, char* argv[])
 {
@@ -19,10 +19,9 @@ int main(int argc, char* argv[])
     QApplication::setApplicationName("ZEP Lumo");
     QApplication::setApplicationVersion(basic::Version());
     QApplication::setDesktopFileName("zep-lumo");
-    // The program has no settings; Qt's file dialog would write its own into the user's home.
-    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, "/dev/null");
     // Only the main window ends the program, even if a dialog is briefly the last visible window.
     QApplication::setQuitOnLastWindowClosed(false);
+    paper::LoadOwnFonts(QApplication::applicationDirPath());
     forms::ApplyStyle(application);
 
     forms::QtDesk desk;

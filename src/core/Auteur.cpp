@@ -7,6 +7,7 @@
 #include "data/Practice.h"
 #include "platform/forms/Desk.h"
 #include "platform/forms/Guard.h"
+#include "platform/host/Console.h"
 #include "platform/host/Files.h"
 
 #include <QDir>
@@ -53,6 +54,7 @@ void Auteur::Image1_Click()
         Text2.setFocus();
         return;
     }
+    typed = QDir::fromNativeSeparators(typed);
     const bool isPath = typed.contains('/');
     if (!isPath && typed.size() == 1)
         typed += ":";
@@ -101,7 +103,7 @@ void Auteur::Image2_Click(int index)
 
 bool Auteur::CheckFolderFiles()
 {
-    const QString folder = Label1.text().trimmed();
+    const QString folder = QDir::fromNativeSeparators(Label1.text().trimmed());
     for (const QString& name : {QStringLiteral("ZEP_CFIG.cfg"), data::WorkgroupFile}) {
         if (!host::FileExists(host::PathIn(folder, name), 0)) {
             MsgBox("Fichier '" + name + "' absent", Icon::Critical, "ATTENTION");
@@ -123,10 +125,9 @@ bool Auteur::CheckDatabaseFormat() const
 {
     if (!data::IsOldDatabase(DatabasePath))
         return true;
-    const auto quoted = [](QString path) { return "'" + path.replace("'", R"('\'')") + "'"; };
     MsgBox("Cette base est d'un format plus ancien.\nPour en faire un cabinet de ce programme, tapez dans un "
            "terminal :\n\npractice adopt " +
-               quoted(DataFolder) + " " + quoted(DataFolder + "-nouveau") +
+               host::QuotedArgument(DataFolder) + " " + host::QuotedArgument(DataFolder + "-nouveau") +
                "\n\nL'ancien dossier ne change pas. Ouvrez ensuite le nouveau.",
            Icon::Exclamation, "ATTENTION");
     return false;

@@ -1,6 +1,9 @@
 #include "core/Auteur.h"
 
 #include "platform/forms/Layout.h"
+#include "platform/host/Files.h"
+
+#include <QCompleter>
 
 using namespace forms;
 
@@ -10,6 +13,11 @@ void Auteur::BuildForm()
 {
     Text2.setAccessibleName("Lecteur");
     Text2.setToolTip("Lecteur ou chemin d'un dossier, puis Entrée");
+    if (const QStringList drives = host::Drives(); !drives.isEmpty()) {
+        auto* const completer = new QCompleter(drives, &Text2); // listed by the arrow keys
+        completer->setCompletionMode(QCompleter::UnfilteredPopupCompletion);
+        Text2.setCompleter(completer);
+    }
     Dress(Image1, "drive", "Aller à ce lecteur");
 
     Dir1.setMinimumSize(416, 264);

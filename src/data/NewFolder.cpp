@@ -2,13 +2,13 @@
 
 #include "data/Practice.h"
 #include "platform/basic/RuntimeError.h"
+#include "platform/host/OwnerOnly.h"
 #include "platform/store/FileWork.h"
 
 #include <QDir>
 #include <QDirIterator>
 #include <QFileInfo>
 #include <QTemporaryDir>
-#include <cstdio>
 
 namespace data {
 namespace {
@@ -74,7 +74,8 @@ void SyncAll(const QString& folder)
 {
     QDirIterator entries(folder, Everything, QDirIterator::Subdirectories);
     while (entries.hasNext())
-        store::Sync(entries.next());
+        if (const QString path = entries.next(); !path.endsWith("/" + LockName))
+            store::Sync(path);
     store::Sync(folder);
 }
 
@@ -99,6 +100,7 @@ NewFolder::NewFolder(const QString& folder) : wanted(QDir::cleanPath(QDir(folder
         throw basic::RuntimeError::Described(basic::Error::PathNotFound,
                                              QString("Le dossier « %1 » ne peut pas être créé.").arg(folder));
     part = made.path();
+    host::MakePrivate(part);
     owner = LockOf(part);
     if (!owner->tryLock(0))
         RaiseNotMade(folder);
@@ -121,7 +123,7 @@ void NewFolder::Complete()
         return; // the destructor removes the hidden folder
     }
     owner->unlock();
-    if (std::rename(QFile::encodeName(part).constData(), QFile::encodeName(wanted).constData()) != 0)
+    if (!store::TryRenameFolder(part, wanted))
         RaiseNotMade(wanted);
     owner.reset();
     store::Sync(QFileInfo(wanted).absolutePath());

@@ -101,12 +101,11 @@ QString KeepPresent(const QString& database, const QString& copies)
         Error::Locked, "Le cabinet est ouvert dans un programme. Fermez-le, puis recommencez la restauration.");
 }
 
-/// Holds the database against programs that open it; none if there is no file. Removes the kept copy when one has it
-/// open.
-std::unique_ptr<const store::DatabaseHold> Hold(const QString& database, const QString& kept)
+/// Holds the database against programs that open it. Removes the kept copy when one has it open.
+std::unique_ptr<store::DatabaseHold> Hold(const QString& database, const QString& kept)
 {
     try {
-        return QFileInfo::exists(database) ? std::make_unique<const store::DatabaseHold>(database) : nullptr;
+        return std::make_unique<store::DatabaseHold>(database);
     } catch (const RuntimeError& error) {
         if (!kept.isEmpty())
             store::RemoveDatabase(kept);
@@ -148,7 +147,7 @@ QString Restore(const QString& copy, const QString& folder, Accepts accepts)
         const store::FileIdentity present = store::IdentityOf(database);
         const auto hold = Hold(database, kept);
         if (store::IdentityOf(database) == present && !store::HasLog(database)) {
-            store::Replace(part, database);
+            hold->ReplaceBy(part);
             return kept;
         }
         if (!kept.isEmpty()) // a program has worked in between

@@ -188,7 +188,7 @@ TEST_F(MixedDatabase, IsOpenedAnewWhenReplacedWhileTheOpeningWaited)
     std::optional<store::DatabaseHold> hold(file);
     Copy(copy, held);
     ::usleep(300'000);
-    store::Replace(copy, file);
+    hold->ReplaceBy(copy);
     hold.reset();
     EXPECT_EQ(program.Next<char>(), '!');
     program.Wait();

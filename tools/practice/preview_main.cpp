@@ -4,9 +4,11 @@
 #include "data/ReportTemplates.h"
 #include "platform/basic/Dates.h"
 #include "platform/basic/RuntimeError.h"
+#include "platform/host/Console.h"
 #include "platform/host/Host.h"
 #include "platform/pages/PageLayout.h"
 #include "platform/pages/TemplateCheck.h"
+#include "platform/paper/OwnFonts.h"
 #include "platform/paper/PagePainter.h"
 #include "platform/paper/PdfFile.h"
 #include "practice/commands/Streams.h"
@@ -65,10 +67,11 @@ int WriteReport(const QString& database, const QString& file, const QString& pdf
 
 int main(int argc, char** argv)
 {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
+    host::DrawWithoutDisplay();
     QLoggingCategory::setFilterRules("default.warning=false"); // Qt's, about the missing desktop
     const QGuiApplication application(argc, argv);
     QGuiApplication::setApplicationName("ZEP Lumo");
+    paper::LoadOwnFonts(QGuiApplication::applicationDirPath());
     QTextStream input(stdin);
     QTextStream output(stdout);
     QTextStream errors(stderr);

@@ -1,5 +1,7 @@
 #include "platform/dao/DirectStatements.h"
 
+#include "platform/store/SystemErrors.h"
+
 namespace dao {
 namespace {
 

@@ -4,9 +4,11 @@
 
 #include <QCryptographicHash>
 #include <QFile>
-#include <QPasswordDigestor>
+#include <QMessageAuthenticationCode>
 #include <QRandomGenerator>
 #include <QSaveFile>
+
+#include <algorithm>
 
 namespace dao {
 namespace {
@@ -18,9 +20,22 @@ constexpr int SaltSize = 16;
 constexpr int HashSize = 32;
 constexpr qint64 MostBytes = 4096;
 
+/// PBKDF2 with HMAC-SHA-256; its first block is the whole hash.
 QByteArray Hash(const QString& password, const QByteArray& salt, int times)
 {
-    return QPasswordDigestor::deriveKeyPbkdf2(QCryptographicHash::Sha256, password.toUtf8(), salt, times, HashSize);
+    constexpr QByteArrayView firstBlock("\0\0\0\1", 4);
+    QMessageAuthenticationCode code(QCryptographicHash::Sha256, password.toUtf8());
+    code.addData(salt);
+    code.addData(firstBlock.data(), firstBlock.size());
+    QByteArray part = code.result();
+    QByteArray hash = part;
+    for (int round = 1; round < times; ++round) {
+        code.reset();
+        code.addData(part);
+        part = code.result();
+        std::ranges::transform(hash, part, hash.begin(), [](char left, char right) { return char(left ^ right); });
+    }
+    return hash;
 }
 
 QByteArray NewSalt()

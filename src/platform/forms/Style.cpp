@@ -85,6 +85,14 @@ public:
     }
 };
 
+/// A style sheet brings back Windows' own fonts of menus, lists and messages: all text is in one font.
+void SetStyleSheet(QApplication& application)
+{
+    const QFont font = QApplication::font();
+    application.setStyleSheet(StyleSheet());
+    QApplication::setFont(font);
+}
+
 /// Refreshes the colours when the desktop's palette changes.
 class PaletteWatch : public QObject {
 public:
@@ -95,7 +103,7 @@ public:
         if (watched == &application && event->type() == QEvent::ApplicationPaletteChange && !refreshing) {
             refreshing = true; // setting a style sheet also changes palettes
             RefreshColours();
-            application.setStyleSheet(StyleSheet());
+            SetStyleSheet(application);
             refreshing = false;
         }
         return false;
@@ -133,7 +141,7 @@ void ApplyStyle(QApplication& application)
     QApplication::setFont(font);
     QApplication::setWindowIcon(QIcon(QStringLiteral(":/icons/app.svg")));
     RefreshColours();
-    application.setStyleSheet(StyleSheet());
+    SetStyleSheet(application);
     application.installEventFilter(new PaletteWatch(application));
 }
 

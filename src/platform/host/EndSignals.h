@@ -3,12 +3,11 @@
 #include <QObject>
 #include <functional>
 
-class QSocketNotifier;
-
 namespace host {
 
-/// Calls `handler` from the event loop, once, when the system asks the program to end: SIGTERM, SIGHUP or SIGINT. A
-/// second signal ends it at once. One object at a time; its destructor restores the former handling.
+/// Calls `handler` from the event loop, once, when the system asks the program to end: SIGTERM, SIGHUP or SIGINT, on
+/// Windows Ctrl+C, Ctrl+Break or the closing of its console. A second one ends it at once. One object at a time; its
+/// destructor restores the former handling.
 class EndSignals : public QObject {
 public:
     explicit EndSignals(std::function<void()> handler);
@@ -16,7 +15,7 @@ public:
     Q_DISABLE_COPY_MOVE(EndSignals)
 
 private:
-    QSocketNotifier* notifier = nullptr;
+    QObject* notifier = nullptr;
 };
 
 } // namespace host

@@ -60,19 +60,6 @@ QString FolderOfOwnFile(const QString& programFolder, const QString& name)
     return !isBesideProgram && FileExists(PathIn(installed, name), 0) ? installed : programFolder;
 }
 
-QString DriveFolder(const QString& drive)
-{
-    QString path = drive.trimmed();
-#ifdef Q_OS_WIN
-    if (path.endsWith(':'))
-        path += '/';
-#else
-    if (path.endsWith(':'))
-        path.chop(1);
-#endif
-    return !path.isEmpty() && QDir(path).exists() ? QDir(path).absolutePath() : QString();
-}
-
 bool FileExists(const QString& path, int attributes)
 {
     const qsizetype slash = path.lastIndexOf('/');

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 namespace host {
 
@@ -15,6 +16,9 @@ QString FolderOfOwnFile(const QString& programFolder, const QString& name);
 /// The folder of a drive text: "C:" is the root of C on systems with drive letters; elsewhere the colon is removed and
 /// the rest is a path ("/:" is the root). Empty if there is no such folder.
 QString DriveFolder(const QString& drive);
+
+/// The drives of the machine ("C:"); none on systems without drive letters.
+QStringList Drives();
 
 /// Whether the path exists (wildcards * and ? in its last part, case-insensitive). Attributes 0: files only; 16:
 /// folders as well.

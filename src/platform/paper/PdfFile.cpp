@@ -52,6 +52,7 @@ void WritePdf(const pages::PageLayout& layout, PagePainter& painter, const QStri
     }
     if (!file.commit()) // open succeeded but writing failed: full disk or quota
         throw basic::RuntimeError(basic::Error::DiskFull);
+    host::MakePrivate(path);
 }
 
 } // namespace paper

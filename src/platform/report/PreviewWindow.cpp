@@ -33,14 +33,26 @@ PagesView::Fit& LastFit()
 
 constexpr double ZoomSteps[] = {0.25, 0.5, 0.75, 1, 1.25, 1.5, 2, 3, 4};
 
-QString AskPathInDialog(PreviewWindow& preview, const QString& proposedPath)
+/// Never destroyed: a file dialog would write settings into the user's home, or into Windows' registry.
+QFileDialog& SaveDialog()
 {
-    QFileDialog dialog(&preview, "Enregistrer en PDF", QFileInfo(proposedPath).absolutePath(), "PDF (*.pdf)");
+    static QFileDialog& dialog = *new QFileDialog(nullptr, "Enregistrer en PDF");
     dialog.setObjectName(QStringLiteral("SaveDialog"));
+    dialog.setNameFilter("PDF (*.pdf)");
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setOption(QFileDialog::DontConfirmOverwrite); // AskAndSave asks, for the name with its extension
+    return dialog;
+}
+
+QString AskPathInDialog(PreviewWindow& preview, const QString& proposedPath)
+{
+    QFileDialog& dialog = SaveDialog();
+    dialog.setParent(&preview, dialog.windowFlags());
+    dialog.setDirectory(QFileInfo(proposedPath).absolutePath());
     dialog.selectFile(QFileInfo(proposedPath).fileName());
-    return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
+    const bool isAccepted = dialog.exec() == QDialog::Accepted;
+    dialog.setParent(nullptr, dialog.windowFlags());
+    return isAccepted ? dialog.selectedFiles().value(0) : QString();
 }
 
 QString WithPdfEnding(const QString& path)

@@ -7,10 +7,10 @@
 #include "platform/store/FileWork.h"
 #include "platform/store/Opening.h"
 #include "platform/store/Seal.h"
+#include "platform/store/SystemErrors.h"
 
 #include <QFileInfo>
 #include <QScopeGuard>
-#include <fcntl.h>
 #include <sqlite3.h>
 
 #include <map>
@@ -73,7 +73,7 @@ RowCounts WriteCopy(const QString& source, const QString& part, Source state, co
         throw RuntimeError(Error::FileReplaced, QFileInfo(source).fileName());
 
     {
-        const OpenFile made(part, O_RDWR | O_CREAT); // which says why when it can't be made
+        const OpenFile made(part, OpenFile::Access::Create); // which says why when it can't be made
     }
     const SqliteHandle copy = OpenHardened(part, Access::Write);
     RunOnce(copy.get(), "pragma synchronous=off"); // synced once, below

@@ -6,8 +6,6 @@
 
 #include <QFile>
 #include <QFileInfo>
-#include <QSet>
-#include <QStorageInfo>
 
 #include <map>
 
@@ -43,14 +41,6 @@ void RequireFile(const QString& path)
         throw RuntimeError(Error::DatabaseNotFound, path);
     if (!file.isReadable())
         throw RuntimeError(Error::PermissionDenied);
-}
-
-bool IsOnNetwork(const QString& path)
-{
-    static const QSet<QByteArray> types = {"nfs",        "nfs4",        "cifs",  "smb3",       "smbfs",
-                                           "afs",        "ceph",        "9p",    "fuse.sshfs", "fuse.glusterfs",
-                                           "fuse.davfs", "fuse.rclone", "ncpfs", "coda",       "fuse.gvfsd-fuse"};
-    return types.contains(QStorageInfo(path).fileSystemType());
 }
 
 bool HasLog(const QString& path)

@@ -14,9 +14,6 @@ QString BehindLinks(const QString& path);
 /// Raises 3024 when there is no such file, 70 when it may not be read.
 void RequireFile(const QString& path);
 
-/// Whether the file is on a network share, where the index of a log can't be shared between machines.
-bool IsOnNetwork(const QString& path);
-
 /// Whether a log or journal beside the file contains pages.
 bool HasLog(const QString& path);
 

@@ -1,72 +1,14 @@
 #pragma once
 
-#include <QByteArray>
+#include "platform/store/SystemFile.h"
+
 #include <QString>
+#include <memory>
 #include <optional>
-#include <string>
 
 namespace store {
 
-/// File operations that Qt lacks. All system calls of this module are in FileWork.cpp.
-
-/// The path in the system's encoding.
-std::string SystemPath(const QString& path);
-
-/// What distinguishes a file from another one put in its place, and from itself before a change.
-struct FileIdentity {
-    quint64 device = 0;
-    quint64 inode = 0;
-    qint64 size = 0;
-    qint64 modified = 0; ///< nanoseconds
-    qint64 changed = 0;  ///< nanoseconds: of content, name or rights; no program can set it
-    bool operator==(const FileIdentity&) const = default;
-    bool IsSameFile(const FileIdentity& other) const { return device == other.device && inode == other.inode; }
-};
-/// All zero when there is no such file.
-FileIdentity IdentityOf(const QString& path);
-
-/// Whether the file or folder is writable by its mode bits as well as by our rights; root would ignore the mode bits.
-bool IsWritable(const QString& path);
-
-/// Whether another process has the database open. Don't call it while this one has: closing the file would release the
-/// locks.
-bool IsOpenElsewhere(const QString& path);
-
-/// The room on the disk that removing a file makes, in bytes: none while the file has another name.
-qint64 RoomOf(const QString& path);
-
-/// Raises the run-time error of a system error: 61 with the name of the folder, 70, 76 or 75.
-[[noreturn]] void RaiseFileError(int systemError, const QString& path);
-
-/// A file or folder that is open until the end of the scope. Raises as RaiseFileError does.
-class OpenFile {
-public:
-    OpenFile(const QString& path, int flags);
-    ~OpenFile();
-    Q_DISABLE_COPY_MOVE(OpenFile)
-
-    /// fsync: written data, or new entries of a folder, are durable on return.
-    void Sync() const;
-
-    /// Appends all of another file.
-    void AppendAll(const OpenFile& from) const;
-
-    /// Sets the time of the last change to that of another file.
-    void SetTimeOf(const OpenFile& other) const;
-
-    /// Takes an exclusive lock unless another program holds it. Always succeeds on file systems without locks.
-    bool TryLock() const;
-
-    /// The same for the bytes that SQLite locks in a database.
-    bool TryLockDatabase() const;
-
-private:
-    QString name;
-    int file;
-};
-
-/// Flushes a file, or the entries of a folder, to the disk.
-void Sync(const QString& path);
+/// File operations that Qt lacks, on top of the system's calls.
 
 /// Prevents concurrent copies into one folder, each of which would remove the other's partial file. Waits for the other
 /// one; raises 70 when that takes longer than any copy does.
@@ -76,17 +18,22 @@ public:
     explicit FolderLock(const QString& path, Wait wait = Wait::Yes);
 
 private:
-    OpenFile folder; // closing it lets go of the lock
+    std::unique_ptr<const FolderHold> folder;
 };
 
 /// Holds the locks of a database file: no program can begin to read or write it, and one that tries waits. Raises 3187
 /// when one has it open.
 class DatabaseHold {
 public:
-    explicit DatabaseHold(const QString& path);
+    explicit DatabaseHold(const QString& database);
+
+    /// Renames a file over the one that is held; durable on return. Where the system can't do that while it is held, it
+    /// is let go of just before.
+    void ReplaceBy(const QString& other);
 
 private:
-    std::optional<OpenFile> file; ///< none for a file that nobody may write
+    QString path;
+    std::optional<OpenFile> file; ///< none for a file that is missing or that nobody may write
 };
 
 /// Removes a database with its log, journal and shared-memory file.

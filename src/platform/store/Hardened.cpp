@@ -1,6 +1,6 @@
 #include "platform/store/Hardened.h"
 
-#include "platform/store/FileWork.h"
+#include "platform/store/SystemFile.h"
 
 #include <QFileInfo>
 #include <QUrl>
@@ -10,26 +10,26 @@ namespace store {
 namespace {
 
 /// The path as an address with a parameter.
-QString AddressOf(const QString& path, const char* parameter)
+std::string AddressOf(const QString& path, const char* parameter)
 {
-    return "file:" + QString::fromLatin1(QUrl::toPercentEncoding(QFileInfo(path).absoluteFilePath(), "/")) + "?" +
-           parameter;
+    const std::string whole = SystemPath(QFileInfo(path).absoluteFilePath());
+    return "file:" + QUrl::toPercentEncoding(QString::fromStdString(whole), "/").toStdString() + "?" + parameter;
 }
 
 SqliteHandle Open(const QString& path, Access access)
 {
     const auto open = [](const std::string& name, int flags) {
         sqlite3* opened = nullptr;
-        const int code = sqlite3_open_v2(name.c_str(), &opened, flags | SQLITE_OPEN_NOMUTEX, nullptr);
+        const int code = sqlite3_open_v2(name.c_str(), &opened, flags | SQLITE_OPEN_NOMUTEX, SqliteSystem);
         SqliteHandle handle(opened);
         Check(opened, code);
         return handle;
     };
     switch (access) {
     case Access::Immutable:
-        return open(SystemPath(AddressOf(path, "immutable=1")), SQLITE_OPEN_READONLY | SQLITE_OPEN_URI);
+        return open(AddressOf(path, "immutable=1"), SQLITE_OPEN_READONLY | SQLITE_OPEN_URI);
     case Access::Shared:
-        return open(SystemPath(AddressOf(path, "readonly_shm=1")), SQLITE_OPEN_READONLY | SQLITE_OPEN_URI);
+        return open(AddressOf(path, "readonly_shm=1"), SQLITE_OPEN_READONLY | SQLITE_OPEN_URI);
     case Access::Read:
         return open(SystemPath(path), SQLITE_OPEN_READONLY);
     case Access::Write:

@@ -1,11 +1,10 @@
 #include "platform/store/OldSeal.h"
 
 #include "platform/store/Errors.h"
-#include "platform/store/FileWork.h"
+#include "platform/store/SystemFile.h"
 
 #include <QFile>
 #include <QtEndian>
-#include <sys/xattr.h>
 
 #include <array>
 
@@ -119,11 +118,9 @@ QByteArray PagesDigestOf(const QString& path)
 
 SealState StateByAttribute(const QString& path)
 {
-    std::array<char, 128> bytes{};
-    const ssize_t length = ::getxattr(SystemPath(path).c_str(), Attribute, bytes.data(), bytes.size());
-    if (length <= 0)
+    const QByteArray seal = AttributeOf(path, Attribute);
+    if (seal.isEmpty())
         return SealState::None;
-    const QByteArrayView seal(bytes.data(), length);
     return seal.first(qMin(DigestDigits, seal.size())) == PagesDigestOf(path) ? SealState::Intact : SealState::Changed;
 }
 

@@ -138,7 +138,7 @@ SqliteHandle TryOpening(const QString& path, const OpeningRules& rules)
     }
     SqliteHandle handle = OpenHardened(path, Access::Write, rules.patience);
     KeepLogAtClose(handle.get(), true);
-    const bool isHeldAlone = rules.isHeldAlone || IsOnNetwork(path);
+    const bool isHeldAlone = rules.isHeldAlone || IsOnShare(path); // between machines a log's index can't be shared
     Found found;
     try {
         if (isHeldAlone) // before the log is opened, which then has no index in a file

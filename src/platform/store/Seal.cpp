@@ -3,11 +3,10 @@
 #include "platform/store/Errors.h"
 #include "platform/store/FileWork.h"
 #include "platform/store/OldSeal.h"
+#include "platform/store/SystemErrors.h"
 
 #include <QCryptographicHash>
 #include <QFile>
-
-#include <cerrno>
 
 namespace store {
 namespace {
@@ -33,7 +32,7 @@ void WriteSeal(const QString& path, const QByteArrayList& lines)
     QFile seal(part);
     if (!seal.open(QIODevice::WriteOnly | QIODevice::Truncate) || seal.write(lines.join('\n') + '\n') < 0 ||
         !seal.flush())
-        RaiseFileError(errno, part);
+        RaiseFileError(LastSystemError(), part);
     seal.close();
     Sync(part);
     Replace(part, path + SealEnding);

@@ -1,13 +1,12 @@
 #include "platform/store/Sqlite.h"
 
 #include "platform/store/Errors.h"
+#include "platform/store/SystemErrors.h"
 
-#include <QFileInfo>
 #include <sqlite3.h>
 
 #include <algorithm>
 #include <array>
-#include <cerrno>
 #include <utility>
 
 namespace store {
@@ -45,18 +44,13 @@ constexpr std::pair<int, Error> ErrorsOfCodes[] = {
 Error ErrorOfCode(sqlite3* database, int code)
 {
     // SQLite reports a full disk (when -shm can't grow) or an exceeded quota like this.
-    if (code == SQLITE_IOERR && database != nullptr && IsDiskFull(sqlite3_system_errno(database)))
+    if (code == SQLITE_IOERR && database != nullptr && ObstacleOf(sqlite3_system_errno(database)) == Obstacle::FullDisk)
         return Error::DiskFull;
     const auto* const known = std::ranges::find(ErrorsOfCodes, code, &std::pair<int, Error>::first);
     return known != std::end(ErrorsOfCodes) ? known->second : Error::DiskOrNetwork;
 }
 
 } // namespace
-
-bool IsDiskFull(int systemError)
-{
-    return systemError == ENOSPC || systemError == EDQUOT || systemError == EFBIG;
-}
 
 void CloseSqlite::operator()(sqlite3* database) const noexcept
 {
@@ -66,12 +60,6 @@ void CloseSqlite::operator()(sqlite3* database) const noexcept
 void CloseSqlite::operator()(sqlite3_stmt* statement) const noexcept
 {
     sqlite3_finalize(statement);
-}
-
-void RaiseDiskFull(const QString& path)
-{
-    const QFileInfo file(path);
-    throw RuntimeError(Error::DiskFull, file.isDir() ? file.filePath() : file.absolutePath());
 }
 
 void RaiseSqliteError(sqlite3* database, int code)

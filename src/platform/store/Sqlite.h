@@ -19,12 +19,6 @@ struct CloseSqlite {
 /// An owning connection handle.
 using SqliteHandle = std::unique_ptr<sqlite3, CloseSqlite>;
 
-/// Whether the system error means a full disk or an exceeded quota.
-bool IsDiskFull(int systemError);
-
-/// Raises 61 with the name of the folder in which there is no more room.
-[[noreturn]] void RaiseDiskFull(const QString& path);
-
 /// Raises the run-time error for SQLite's result code, with details from SQLite's message.
 [[noreturn]] void RaiseSqliteError(sqlite3* database, int code);
 

@@ -181,10 +181,10 @@ RepairReport Rebuild(const QString& database, const QString& archives, const QDa
         return {.copy = {}, .changes = {}, .doubts = {}, .lost = {}, .refusal = report.refusal};
 
     damaged.reset();
-    const store::DatabaseHold hold(database);
+    store::DatabaseHold hold(database);
     if (store::IdentityOf(database) != present || store::HasLog(database))
         throw RuntimeError(Error::Locked);
-    store::Replace(part, database);
+    hold.ReplaceBy(part);
     removeCopy.dismiss();
     return report;
 }

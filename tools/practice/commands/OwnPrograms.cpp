@@ -4,7 +4,7 @@
 
 #include <QCoreApplication>
 #include <QDir>
-#include <QFileInfo>
+#include <QStandardPaths>
 
 namespace practice {
 
@@ -12,8 +12,8 @@ QString OwnProgram(const QString& name, const QStringList& folders)
 {
     const QDir here(QCoreApplication::applicationDirPath());
     for (const QString& folder : folders) {
-        const QString path = QDir::cleanPath(here.filePath(folder + "/" + name));
-        if (QFileInfo(path).isExecutable())
+        const QString path = QStandardPaths::findExecutable(name, {QDir::cleanPath(here.filePath(folder))});
+        if (!path.isEmpty())
             return path;
     }
     throw basic::RuntimeError::Described(

@@ -2,14 +2,11 @@
 #include "platform/basic/RuntimeError.h"
 #include "platform/host/Files.h"
 #include "practice/commands/Command.h"
-#include "practice/commands/DesktopEntry.h"
+#include "practice/commands/MenuEntry.h"
 #include "practice/commands/OwnPrograms.h"
 
-#include <QCryptographicHash>
 #include <QDir>
 #include <QFileInfo>
-#include <QSaveFile>
-#include <QStandardPaths>
 
 namespace practice {
 namespace {
@@ -24,14 +21,6 @@ QString WholePath(const QString& folder)
     return found.isEmpty() ? QDir::cleanPath(QDir(folder).absolutePath()) : found;
 }
 
-QString EntryPath(const QString& folder)
-{
-    constexpr int digits = 12;
-    const QByteArray mark = QCryptographicHash::hash(folder.toUtf8(), QCryptographicHash::Sha256).toHex();
-    return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + "/applications/zep-lumo-" +
-           QString::fromLatin1(mark.first(digits)) + ".desktop";
-}
-
 /// The first line of the letterhead, or the folder's name if that is empty.
 QString NameOf(const QString& folder)
 {
@@ -44,20 +33,9 @@ QString NameOf(const QString& folder)
     return name.isEmpty() ? QFileInfo(folder).fileName() : name;
 }
 
-void WriteEntry(const QString& path, const QByteArray& text)
-{
-    QSaveFile file(path);
-    if (QDir().mkpath(QFileInfo(path).path()) && file.open(QIODevice::WriteOnly) && file.write(text) == text.size() &&
-        file.commit())
-        return;
-    throw basic::RuntimeError::Described(
-        basic::Error::PathAccess,
-        QString("Le fichier « %1 » ne peut pas être écrit : %2").arg(path, file.errorString()));
-}
-
 int Remove(const QString& folder, const Streams& streams)
 {
-    QFile entry(EntryPath(folder));
+    QFile entry(MenuEntryOf(folder));
     if (!entry.exists())
         throw basic::RuntimeError::Described(basic::Error::FileNotFound,
                                              QString("Le menu n'a pas d'entrée pour « %1 ».").arg(folder));
@@ -74,15 +52,12 @@ int RunShortcut(const Arguments& arguments, const Streams& streams)
     const QString folder = WholePath(arguments.Name(0));
     if (arguments.Has("remove"))
         return Remove(folder, streams);
-    const DesktopEntry entry{.name = NameOf(folder),
-                             .comment = "ZEP Lumo, cabinet " + folder.simplified(),
-                             .program = PracticeProgram(),
-                             .folder = folder,
-                             .icon = "zep-lumo",
-                             .windowClass = "ZEP Lumo"};
-    const QString path = EntryPath(folder);
-    WriteEntry(path, DesktopEntryText(entry));
-    streams.output << "Entrée du menu : " << entry.name << "\nFichier : " << path << "\n";
+    const QString name = NameOf(folder);
+    const QString path = WriteMenuEntry({.name = name,
+                                         .comment = "ZEP Lumo, cabinet " + folder.simplified(),
+                                         .program = PracticeProgram(),
+                                         .folder = folder});
+    streams.output << "Entrée du menu : " << name << "\nFichier : " << path << "\n";
     return Done;
 }
 

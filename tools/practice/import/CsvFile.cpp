@@ -1,5 +1,6 @@
 #include "practice/import/CsvFile.h"
 
+#include "data/ConfigurationFile.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/store/FileWork.h"
 #include "practice/output/Progress.h"
@@ -24,18 +25,12 @@ using basic::RuntimeError;
 /// Decodes cells. `isGood` turns false at bytes that are invalid in the encoding.
 class CellDecoder {
 public:
-    explicit CellDecoder(CsvEncoding fileEncoding) : encoding(fileEncoding)
-    {
-        if (encoding == CsvEncoding::Windows1252)
-            decoder = QStringDecoder("windows-1252", QStringDecoder::Flag::Stateless);
-        isGood = decoder.isValid();
-    }
+    explicit CellDecoder(CsvEncoding fileEncoding) : encoding(fileEncoding) {}
 
     QString Decode(QByteArrayView bytes)
     {
-        constexpr auto undefined = "\x81\x8D\x8F\x90\x9D";
         if (encoding == CsvEncoding::Windows1252)
-            isGood = isGood && std::ranges::find_first_of(bytes, QByteArrayView(undefined)) == bytes.end();
+            return DecodeWindows1252(bytes);
         const QString text = decoder(bytes);
         isGood = isGood && !decoder.hasError();
         return text;
@@ -50,6 +45,16 @@ public:
     bool isGood = true;
 
 private:
+    QString DecodeWindows1252(QByteArrayView bytes)
+    {
+        constexpr auto undefined = "\x81\x8D\x8F\x90\x9D";
+        isGood = isGood && std::ranges::find_first_of(bytes, QByteArrayView(undefined)) == bytes.end();
+        QString text;
+        for (const char byte : bytes)
+            text += data::ConfigCharacter(static_cast<unsigned char>(byte));
+        return text;
+    }
+
     CsvEncoding encoding;
     QStringDecoder decoder{QStringDecoder::Utf8, QStringDecoder::Flag::Stateless};
 };

@@ -4,6 +4,7 @@
 #include "platform/basic/RuntimeError.h"
 #include "platform/store/FileWork.h"
 #include "platform/store/Sqlite.h"
+#include "platform/store/SystemErrors.h"
 #include "practice/jet/JetTool.h"
 #include "practice/output/Progress.h"
 

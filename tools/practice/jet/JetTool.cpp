@@ -46,7 +46,7 @@ JetToolRun RunJetTool(const QString& program, const QStringList& arguments, qint
     if (!process.waitForStarted())
         throw basic::RuntimeError::Described(
             basic::Error::FileNotFound,
-            QString("La commande %1 manque : une ancienne base se lit avec le paquet mdbtools (sudo apt install "
+            QString("La commande %1 manque : une ancienne base se lit avec mdbtools, sous Linux (sudo apt install "
                     "mdbtools).")
                 .arg(program));
     QByteArray messages;

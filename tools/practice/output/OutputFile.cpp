@@ -1,13 +1,14 @@
 #include "practice/output/OutputFile.h"
 
 #include "platform/basic/RuntimeError.h"
+#include "platform/host/Console.h"
 #include "platform/host/OwnerOnly.h"
 #include "platform/store/FileWork.h"
-#include "platform/store/Sqlite.h"
+#include "platform/store/SystemErrors.h"
 
 #include <QFileInfo>
-#include <sys/stat.h>
-#include <unistd.h>
+
+#include <cstdio>
 
 namespace practice {
 namespace {
@@ -15,30 +16,12 @@ namespace {
 using basic::Error;
 using basic::RuntimeError;
 
-/// Whether the path leads to a pipe, a terminal or another device that takes a stream of bytes.
-bool IsStream(const QString& path)
-{
-    struct stat status {};
-    return ::stat(QFile::encodeName(path).constData(), &status) == 0 &&
-           (S_ISFIFO(status.st_mode) || S_ISCHR(status.st_mode));
-}
-
-/// Whether the path is a name of the standard output: a link to it, or the same pipe.
-bool IsStandardOutputAt(const QString& path)
-{
-    struct stat status {};
-    struct stat standard {};
-    return (QFileInfo(path).isSymLink() || IsStream(path)) &&
-           ::stat(QFile::encodeName(path).constData(), &status) == 0 && ::fstat(STDOUT_FILENO, &standard) == 0 &&
-           status.st_dev == standard.st_dev && status.st_ino == standard.st_ino;
-}
-
 } // namespace
 
 OutputFile::OutputFile(const QString& wanted, OutputKind wantedKind, Existing existing)
-    : path(wanted), kind(wantedKind), isStandardOutput(IsStandardOutputAt(wanted))
+    : path(wanted), kind(wantedKind), isStandardOutput(host::IsStandardOutput(wanted))
 {
-    if (isStandardOutput || IsStream(path)) {
+    if (isStandardOutput || host::IsStream(path)) {
         OpenDirectly();
         return;
     }
@@ -58,7 +41,7 @@ OutputFile::OutputFile(const QString& wanted, OutputKind wantedKind, Existing ex
 void OutputFile::OpenDirectly()
 {
     device = std::make_unique<QFile>(path);
-    if (!(isStandardOutput ? device->open(STDOUT_FILENO, QIODevice::WriteOnly) : device->open(QIODevice::WriteOnly)))
+    if (!(isStandardOutput ? device->open(stdout, QIODevice::WriteOnly) : device->open(QIODevice::WriteOnly)))
         RaiseFailure();
 }
 
@@ -87,6 +70,8 @@ void OutputFile::Complete()
     if (beside == nullptr)
         return;
     const QString temporary = beside->fileName();
+    beside->close(); // Windows renames no open file
+    host::MakePrivate(temporary);
     store::Sync(temporary);
     if (replaces) {
         RequireReplaceable(path, kind);

@@ -1,11 +1,11 @@
 #include "practice/output/Progress.h"
 
+#include "platform/host/Console.h"
+
 #include <QElapsedTimer>
 
 #include <algorithm>
 #include <chrono>
-#include <cstdio>
-#include <unistd.h>
 
 namespace practice {
 namespace {
@@ -36,15 +36,15 @@ QString Grouped(qint64 number)
 
 void Write(const QString& text)
 {
-    std::fputs(text.toUtf8().constData(), stderr);
-    std::fflush(stderr);
+    static const std::unique_ptr<QIODevice> errors = host::OpenStandard(host::Standard::Errors);
+    errors->write(text.toUtf8());
 }
 
 } // namespace
 
 bool Progress::IsShown()
 {
-    static const bool isTerminal = ::isatty(STDERR_FILENO) == 1;
+    static const bool isTerminal = host::IsTerminal(host::Standard::Errors);
     return isTerminal;
 }
 

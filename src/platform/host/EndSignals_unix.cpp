@@ -28,9 +28,10 @@ EndSignals::EndSignals(std::function<void()> handler)
 {
     if (::pipe2(signalPipe, O_CLOEXEC | O_NONBLOCK) != 0)
         return;
-    notifier = new QSocketNotifier(signalPipe[0], QSocketNotifier::Read, this);
-    connect(notifier, &QSocketNotifier::activated, this, [this, handler = std::move(handler)] {
-        notifier->setEnabled(false);
+    auto* const watch = new QSocketNotifier(signalPipe[0], QSocketNotifier::Read, this);
+    notifier = watch;
+    connect(watch, &QSocketNotifier::activated, this, [watch, handler = std::move(handler)] {
+        watch->setEnabled(false);
         handler();
     });
     for (const int signal : Signals)

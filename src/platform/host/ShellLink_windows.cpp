@@ -1,0 +1,81 @@
+#include "platform/host/ShellLink_windows.h"
+
+#include "platform/host/System_windows.h"
+
+#include <objbase.h>
+#include <shlobj.h>
+
+#include <array>
+
+namespace host {
+namespace {
+
+struct Release {
+    void operator()(IUnknown* object) const { object->Release(); }
+};
+template <class Interface>
+using Owned = std::unique_ptr<Interface, Release>;
+
+/// The component library, for the lifetime of the object.
+class Components {
+public:
+    Components() : isReady(SUCCEEDED(::CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED))) {}
+    ~Components()
+    {
+        if (isReady)
+            ::CoUninitialize();
+    }
+    Q_DISABLE_COPY_MOVE(Components)
+
+private:
+    bool isReady;
+};
+
+Owned<IShellLinkW> NewLink()
+{
+    void* made = nullptr;
+    ::CoCreateInstance(CLSID_ShellLink, nullptr, CLSCTX_INPROC_SERVER, IID_IShellLinkW, &made);
+    return Owned<IShellLinkW>(static_cast<IShellLinkW*>(made));
+}
+
+Owned<IPersistFile> FileOf(IShellLinkW& link)
+{
+    void* found = nullptr;
+    link.QueryInterface(IID_IPersistFile, &found);
+    return Owned<IPersistFile>(static_cast<IPersistFile*>(found));
+}
+
+} // namespace
+
+bool WriteShellLink(const QString& path, const ShellLink& link)
+{
+    const Components components;
+    const Owned<IShellLinkW> made = NewLink();
+    if (made == nullptr)
+        return false;
+    const Owned<IPersistFile> file = FileOf(*made);
+    return file != nullptr && SUCCEEDED(made->SetPath(WidePath(link.program).c_str())) &&
+           SUCCEEDED(made->SetWorkingDirectory(WidePath(link.folder).c_str())) &&
+           SUCCEEDED(made->SetDescription(link.comment.toStdWString().c_str())) &&
+           SUCCEEDED(file->Save(WidePath(path).c_str(), TRUE));
+}
+
+ShellLink ReadShellLink(const QString& path)
+{
+    const Components components;
+    const Owned<IShellLinkW> link = NewLink();
+    if (link == nullptr)
+        return {};
+    const Owned<IPersistFile> file = FileOf(*link);
+    if (file == nullptr || FAILED(file->Load(WidePath(path).c_str(), STGM_READ)))
+        return {};
+    std::array<wchar_t, 4096> text{};
+    ShellLink read;
+    if (SUCCEEDED(link->GetPath(text.data(), int(text.size()), nullptr, SLGP_RAWPATH)))
+        read.program = QString::fromWCharArray(text.data());
+    if (SUCCEEDED(link->GetWorkingDirectory(text.data(), int(text.size()))))
+        read.folder = QString::fromWCharArray(text.data());
+    return read;
+}
+
+} // namespace host
