@@ -16,10 +16,15 @@ target_compile_definitions(zep_options INTERFACE QT_NO_CAST_FROM_BYTEARRAY QT_NO
     QT_DISABLE_DEPRECATED_BEFORE=0x060400)
 # Hardening, as for Debian's own packages, and checked containers: the programs read foreign files. _FORTIFY_SOURCE needs
 # optimization and hides errors from the sanitizers.
-target_compile_options(zep_options INTERFACE -fstack-protector-strong -fstack-clash-protection
+target_compile_options(zep_options INTERFACE -fstack-protector-strong
     -Werror=format-security $<$<CONFIG:Release>:-U_FORTIFY_SOURCE;-D_FORTIFY_SOURCE=2>)
 target_compile_definitions(zep_options INTERFACE _GLIBCXX_ASSERTIONS)
-target_link_options(zep_options INTERFACE -pie LINKER:-z,relro,-z,now)
+if(WIN32) # the linker randomizes addresses by default; the stack protector is a library
+    target_link_options(zep_options INTERFACE -fstack-protector-strong)
+else()
+    target_compile_options(zep_options INTERFACE -fstack-clash-protection)
+    target_link_options(zep_options INTERFACE -pie LINKER:-z,relro,-z,now)
+endif()
 if(ZEP_SANITIZE)
     # False positives: the sanitizers' instrumentation looks like uninitialized reads.
     target_compile_options(zep_options INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=undefined
