@@ -215,12 +215,15 @@ TEST_F(GridOnSheet, FindsTheNextNameByTypedLetters)
     for (const char* name : {" Élie", " benali", " Bensaïd", "  Çelik", " Ben Ali"})
         grid.SetText(grid.AppendRow(), 1, name);
     grid.SelectRow(0);
+    const int usual = QApplication::keyboardInputInterval();
+    QApplication::setKeyboardInputInterval(150);
     for (const auto& [typed, row] :
          {std::pair("b", 1), {"bens", 2}, {"c", 3}, {"e", 0}, {"bb", 2}, {"ben a", 4}, {"x", 4}}) {
         QTest::qWait(QApplication::keyboardInputInterval() + 50);
         Type(grid, typed);
         EXPECT_EQ(grid.Row(), row) << typed;
     }
+    QApplication::setKeyboardInputInterval(usual);
     EXPECT_GE(clicks.count(), 6); // one for each move, as with arrows
 }
 
