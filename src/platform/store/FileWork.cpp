@@ -43,7 +43,7 @@ FolderLock::FolderLock(const QString& path, Wait wait) : folder(TryToHold(path))
 void RemoveDatabase(const QString& path)
 {
     for (const char* const ending : {"", "-journal", "-wal", "-shm"})
-        QFile::remove(path + ending);
+        RemoveFile(path + ending);
 }
 
 QString PartOf(const QString& target)

@@ -77,15 +77,15 @@ void ReplaceSealed(const QString& path, const QString& target, const QByteArray&
     WriteSeal(target, lines);
     Replace(path, target);
     if (digest.isEmpty())
-        QFile::remove(target + SealEnding);
+        RemoveFile(target + SealEnding);
     else
         WriteSeal(target, {digest});
 }
 
 void RemoveSealed(const QString& path)
 {
-    QFile::remove(path);
-    QFile::remove(path + SealEnding);
+    RemoveFile(path);
+    RemoveFile(path + SealEnding);
 }
 
 } // namespace store

@@ -87,6 +87,9 @@ public:
 };
 std::unique_ptr<const FolderHold> TryToHold(const QString& folder);
 
+/// Removes a file if there is one. Waits for a program that holds it for a moment.
+void RemoveFile(const QString& path);
+
 /// Renames a file over another one of the same folder; durable once the folder is flushed. Waits for a program that
 /// holds one of them for a moment.
 void RenameOver(const QString& path, const QString& target);

@@ -173,6 +173,11 @@ std::unique_ptr<const FolderHold> TryToHold(const QString& folder)
     return hold; // also on file systems without locks
 }
 
+void RemoveFile(const QString& path)
+{
+    QFile::remove(path);
+}
+
 void RenameOver(const QString& path, const QString& target)
 {
     if (std::rename(SystemPath(path).c_str(), SystemPath(target).c_str()) != 0)

@@ -232,6 +232,14 @@ std::unique_ptr<const FolderHold> TryToHold(const QString& folder)
     RaiseFileError(LastSystemError(), folder);
 }
 
+void RemoveFile(const QString& path)
+{
+    const std::wstring name = WidePath(path);
+    const QDeadlineTimer deadline(PatienceMs);
+    while (::DeleteFileW(name.c_str()) == 0 && ::GetLastError() == ERROR_SHARING_VIOLATION && !deadline.hasExpired())
+        QThread::msleep(BetweenTriesMs);
+}
+
 void RenameOver(const QString& path, const QString& target)
 {
     const std::wstring from = WidePath(path);

@@ -7,6 +7,7 @@
 #include "platform/store/SystemErrors.h"
 
 #include <QFileInfo>
+#include <QScopeGuard>
 
 #include <cstdio>
 
@@ -70,7 +71,10 @@ void OutputFile::Complete()
     if (beside == nullptr)
         return;
     const QString temporary = beside->fileName();
-    beside->close(); // Windows renames no open file
+    auto removeHalf = qScopeGuard([&temporary] { QFile::remove(temporary); });
+    beside->setAutoRemove(false);
+    beside = nullptr;
+    device.reset(); // which closes it: Windows renames no open file
     host::MakePrivate(temporary);
     store::Sync(temporary);
     if (replaces) {
@@ -82,7 +86,7 @@ void OutputFile::Complete()
         throw RuntimeError::Described(Error::FileExists,
                                       QString("« %1 » n'a pas pu recevoir son nom : il existe déjà.").arg(path));
     }
-    beside->setAutoRemove(false);
+    removeHalf.dismiss();
 }
 
 void OutputFile::RaiseFailure() const
