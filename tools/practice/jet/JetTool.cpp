@@ -44,11 +44,10 @@ JetToolRun RunJetTool(const QString& program, const QStringList& arguments, qint
     process.setStandardInputFile(QProcess::nullDevice());
     process.start(program, arguments);
     if (!process.waitForStarted())
-        throw basic::RuntimeError::Described(
-            basic::Error::FileNotFound,
-            QString("La commande %1 manque : une ancienne base se lit avec mdbtools, sous Linux (sudo apt install "
-                    "mdbtools).")
-                .arg(program));
+        throw basic::RuntimeError::Described(basic::Error::FileNotFound,
+                                             QString("La commande %1 manque : une ancienne base se lit avec le paquet "
+                                                     "mdbtools, sous Linux (sudo apt install mdbtools).")
+                                                 .arg(program));
     QByteArray messages;
     QObject::connect(&process, &QProcess::readyReadStandardError, &process, [&] {
         messages += process.readAllStandardError();
