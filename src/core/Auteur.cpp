@@ -60,7 +60,7 @@ void Auteur::Image1_Click()
         typed += ":";
     const QString folder = isPath ? typed : host::DriveFolder(typed);
     if (!folder.isEmpty() && QDir(folder).exists())
-        return Dir1.SetPath(folder);
+        return Dir1.SetPath(QDir(folder).absolutePath());
     MsgBox((isPath ? "Dossier '" : "Lecteur '") + typed + "' introuvable", Icon::Critical, "ATTENTION");
     Text2.setFocus();
     Text2.selectAll();

@@ -2,6 +2,7 @@
 #include "platform/dao/Engine.h"
 #include "support/Files.h"
 #include "support/Printing.h"
+#include "support/Unix.h"
 
 #include <QCryptographicHash>
 #include <QDir>
@@ -36,6 +37,7 @@ TEST(CreatePractice, MakesAFolderForItsOwnerOnly)
     EXPECT_EQ(Everything(folder), QStringList({"ARCHIVES", "Planning.RPT", "ZEP_CFIG.CFG", "ZEP_DTAL.RPT",
                                                "ZEP_ONE.MDB", "ZEP_R1.RPT", "ZEP_R2.RPT", "ZEP_R3.RPT", "ZEP_R4.RPT",
                                                "ZEP_RCAP.RPT", "ZEP_RCP2.RPT", "ZEP_Rstt.RPT", "system.mdw"}));
+    NEEDS_UNIX("mode bits");
     constexpr QFile::Permissions others =
         QFile::ReadGroup | QFile::WriteGroup | QFile::ExeGroup | QFile::ReadOther | QFile::WriteOther | QFile::ExeOther;
     const QStringList names = Everything(folder) + QStringList(".");

@@ -8,12 +8,12 @@
 #include "platform/store/FileHeader.h"
 #include "support/OtherProgram.h"
 #include "support/Printing.h"
+#include "support/Unix.h"
 
 #include <QFile>
 #include <QScopedValueRollback>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
-#include <sys/stat.h>
 
 namespace {
 
@@ -105,6 +105,7 @@ TEST_F(OlderPractice, OpensWhenItCantBeChanged)
 
 TEST_F(OlderPractice, IsNotUpgradedByACopyOrOnReadOnlyMedia)
 {
+    NEEDS_UNIX("mode bits");
     Run("insert into Presta (num) values (1)");
     const QString copy = folder.filePath("copy.MDB");
     store::CopyDatabase(path, copy);

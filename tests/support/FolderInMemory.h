@@ -1,8 +1,6 @@
 #pragma once
 
-#include <QByteArray>
-
-#include <unistd.h>
+#include <QFileInfo>
 
 namespace tests {
 
@@ -12,7 +10,7 @@ class FolderInMemory {
 public:
     FolderInMemory()
     {
-        if (access("/dev/shm", W_OK) == 0)
+        if (QFileInfo("/dev/shm").isWritable())
             qputenv("TMPDIR", "/dev/shm");
     }
     ~FolderInMemory() { before.isNull() ? qunsetenv("TMPDIR") : qputenv("TMPDIR", before); }

@@ -1,12 +1,20 @@
 #pragma once
 
-#include <gtest/gtest.h>
+#include "support/Unix.h"
 
+#ifndef _WIN32
 #include <csignal>
 #include <sys/resource.h>
+#endif
 
 namespace tests {
 
+#ifdef _WIN32
+class FullDisk {
+public:
+    explicit FullDisk(unsigned long long) {} // never called
+};
+#else
 /// Limits the size of files during its lifetime, as a full disk does.
 class FullDisk {
 public:
@@ -28,5 +36,6 @@ private:
     rlimit before = {};
     sighandler_t handler;
 };
+#endif
 
 } // namespace tests

@@ -1,8 +1,7 @@
 #include "platform/store/DatabaseReader.h"
 #include "support/OldDatabases.h"
+#include "support/Unix.h"
 #include "tools/PracticeCommand.h"
-
-#include <sys/stat.h>
 
 using tests::OldTable;
 
@@ -168,6 +167,7 @@ TEST(Adopt, NamesWhatItCanNotTakeAndTakesTheRest)
 
 TEST(Adopt, RefusesWhatIsNoOldPracticeOrNoEmptyTarget)
 {
+    NEEDS_UNIX("mkfifo");
     struct Refusal {
         const char* reason;
         std::function<QString(const OldPractice& old)> prepare; ///< returns the new folder

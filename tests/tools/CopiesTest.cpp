@@ -3,9 +3,9 @@
 #include "data/Archives.h"
 #include "platform/host/Host.h"
 #include "support/OtherProgram.h"
+#include "support/Unix.h"
 
 #include <QDir>
-#include <sys/stat.h>
 
 namespace {
 
@@ -140,8 +140,9 @@ TEST_F(Copies, AreComparedRowByRowInAFileOfWhichASpreadsheetRunsNothing)
                      R"(Patients;1;modifiée;"ville";"";"' @x")", R"(Patients;1;modifiée;"diagno";"";"a=b")",
                      R"(Patients;2;modifiée;"Prenom";"Malika";"'+33")",
                      R"(Actes;3;modifiée;"montant";"800.00";"-5.25")", R"(Permn;1;modifiée;"Charge1";"";"10.50")"}));
-    EXPECT_EQ(QFile(csv).permissions() & (QFile::ReadGroup | QFile::ReadOther), QFile::Permissions());
     EXPECT_EQ(Compare({"--csv", "/nulle/part.csv"}).code, 2);
+    NEEDS_UNIX("mode bits and a name of the standard output");
+    EXPECT_EQ(QFile(csv).permissions() & (QFile::ReadGroup | QFile::ReadOther), QFile::Permissions());
     const BuiltCommand piped({"compare", practice.Folder(), "--csv", "/dev/stdout"});
     EXPECT_TRUE(piped.errors.startsWith("Comparé à ")) << "apart from what a spreadsheet reads";
     EXPECT_EQ(piped.output, QString::fromUtf8(bytes));
@@ -150,6 +151,7 @@ TEST_F(Copies, AreComparedRowByRowInAFileOfWhichASpreadsheetRunsNothing)
 /// The names of files that a comparison may not replace, even with --force.
 TEST_F(Copies, AreComparedInAFileThatReplacesNoOther)
 {
+    NEEDS_UNIX("mkfifo");
     const QString folder = practice.Folder();
     const auto bytes = [](const QString& path) {
         return QFileInfo(path).isFile() ? BytesOf(path) : QByteArray("none");

@@ -1,8 +1,10 @@
 #include "support/FullDisk.h"
+#include "support/Unix.h"
 #include "tools/PracticeCommand.h"
 
 TEST(Export, WritesNothingOverWhatIsThere)
 {
+    NEEDS_UNIX("limit of the size of files");
     const NewPractice practice;
     const auto run = [&](const QStringList& rest) {
         return CommandRun(QStringList{"export", practice.Folder()} + rest);

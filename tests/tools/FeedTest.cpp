@@ -274,6 +274,8 @@ TEST(Feed, RefusesNamesThatAreNearlyThoseOfATable)
     for (const auto& [name, isRefused] : names) {
         const NewPractice practice;
         practice.Write("source/Actes.csv", "num;Date;HH\n1;17/06/2008;0\n");
+        if (QFile::exists(practice.File(QString("source/") + name)))
+            continue; // the system doesn't distinguish case
         practice.Write(QString("source/") + name, "num\n");
         const CommandRun run({"feed", practice.Folder(), practice.File("source")});
         EXPECT_EQ(run.code, isRefused ? 2 : 0) << name << run.errors.toStdString();

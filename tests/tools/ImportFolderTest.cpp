@@ -1,12 +1,11 @@
 #include "platform/dao/Engine.h"
 #include "platform/store/DatabaseReader.h"
 #include "practice/fields/FieldRules.h"
+#include "support/Unix.h"
 #include "tools/PracticeCommand.h"
 
 #include <cstdio>
 #include <functional>
-#include <sys/stat.h>
-#include <unistd.h>
 
 namespace {
 
@@ -99,6 +98,7 @@ TEST_F(ImportFolder, ReplacesTheSingleRowsWhenAsked)
 
 TEST_F(ImportFolder, AddsNothingAnywhereWhenOneFileIsBad)
 {
+    NEEDS_UNIX("mkfifo");
     Put("Patients.csv", "num,nom\n1,a\n");
     Put("Presta.csv", "num,denom,Ordre\n1,ECG,0\n");
     const struct {
@@ -126,7 +126,7 @@ TEST_F(ImportFolder, AddsNothingAnywhereWhenOneFileIsBad)
     const std::pair<const char*, std::function<int()>> obstacles[] = {
         {"link", [&acts] { return ::symlink("rien", qPrintable(acts)); }},
         {"pipe", [&acts] { return ::mkfifo(qPrintable(acts), 0600); }},
-        {"folder", [&acts] { return ::mkdir(qPrintable(acts), 0700); }},
+        {"folder", [&acts] { return QDir().mkdir(acts) ? 0 : 1; }},
     };
     for (const auto& [kind, make] : obstacles) {
         ASSERT_EQ(make(), 0) << kind;

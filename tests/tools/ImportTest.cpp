@@ -5,11 +5,10 @@
 #include "practice/fields/FieldValues.h"
 #include "practice/import/CsvFile.h"
 #include "support/OtherProgram.h"
+#include "support/Unix.h"
 #include "tools/PracticeCommand.h"
 
-#include <fcntl.h>
 #include <optional>
-#include <unistd.h>
 
 TEST(Import, TakesEitherDelimiterAnyOrderAndEmptyAsNull)
 {
@@ -260,6 +259,7 @@ TEST_F(SharedImport, ReadsAndChecksWhileAnotherWrites)
 
 TEST_F(SharedImport, ShowsItsProgressOnATerminalAlone)
 {
+    NEEDS_UNIX("pseudo terminals");
     ASSERT_EQ(other->Run("begin immediate"), SQLITE_OK); // the command waits
     const QString file = practice.Write("lignes.csv", Acts + "2,17/06/2008,0,0,0\n");
     const QStringList arguments{"import", practice.Folder(), "Actes", file};

@@ -2,6 +2,7 @@
 
 #include "platform/basic/RuntimeError.h"
 #include "support/OldDatabases.h"
+#include "support/Unix.h"
 
 #include <QDateTime>
 #include <QFile>
@@ -12,8 +13,6 @@
 #include <optional>
 #include <random>
 #include <thread>
-
-#include <sys/stat.h>
 
 using basic::Error;
 using practice::CsvRow;
@@ -158,6 +157,7 @@ TEST(JetFile, ReadsAgainAFileThatChangesMeanwhile)
 
 TEST(JetFile, RefusesWhatIsNoFileAndNamesAMissingTool)
 {
+    NEEDS_UNIX("mkfifo");
     const QTemporaryDir place;
     const QString pipe = place.filePath("pipe.mdb");
     ASSERT_EQ(mkfifo(qPrintable(pipe), 0600), 0);

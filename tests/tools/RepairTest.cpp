@@ -1,8 +1,7 @@
 #include "practice/check/Repair.h"
+#include "support/Unix.h"
 
 #include "tools/SmallOffice.h"
-
-#include <sys/stat.h>
 
 namespace {
 
@@ -224,6 +223,7 @@ TEST_F(PracticeRepair, ReplacesNoCopy)
 
 TEST_F(PracticeRepair, RefusesAnOpenPracticeAndOneThatCannotBeCopied)
 {
+    NEEDS_UNIX("mode bits");
     Spoil("update Actes set MM = 1");
     {
         const practice::PracticeData open(Folder());

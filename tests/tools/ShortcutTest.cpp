@@ -1,4 +1,5 @@
 #include "practice/commands/DesktopEntry.h"
+#include "support/Unix.h"
 #include "tools/PracticeCommand.h"
 
 #include <QDir>
@@ -63,6 +64,7 @@ Categories=Office;
 
 TEST_F(Shortcut, IsOneEntryOfAPracticeUntilItIsRemoved)
 {
+    NEEDS_UNIX("desktop entries");
     ASSERT_EQ(BuiltCommand({"shortcut", practice.Folder()}).code, 0);
     const QString place = QFileInfo(practice.Folder()).canonicalFilePath();
     EXPECT_TRUE(OnlyEntry().contains("\nName=Dr D'Angelo\n")) << OnlyEntry().toStdString();

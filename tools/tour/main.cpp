@@ -320,7 +320,7 @@ int main(int argc, char* argv[])
     if (colours == "contrast")
         QApplication::setPalette(HighContrastDesktop());
     forms::ApplyStyle(application);
-    constexpr int expectedPictures = 132;
+    constexpr int expectedPictures = 133;
     TourDesk desk(pictures, expectedPictures);
     forms::SetDesk(&desk);
     forms::OnHelp(guide::ShowGuide);

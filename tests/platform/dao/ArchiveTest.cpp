@@ -2,16 +2,13 @@
 
 #include "platform/store/ArchiveCopy.h"
 #include "platform/store/DatabaseReader.h"
+#include "support/Unix.h"
 
 #include <QDir>
 #include <algorithm>
 
 #include <chrono>
-#include <fcntl.h>
-#include <sys/file.h>
-#include <sys/stat.h>
 #include <thread>
-#include <unistd.h>
 
 namespace dao::test {
 namespace {
@@ -37,6 +34,7 @@ protected:
 
 TEST_F(Archive, ContainsAllSavedDataAndOpensFromReadOnlyMedia)
 {
+    NEEDS_UNIX("mode bits");
     database.Execute("update Actes set montant = 42 where num = 2");
     EXPECT_EQ(CopyError(), std::nullopt) << "while the database is open";
     database.Close();
@@ -60,6 +58,7 @@ TEST_F(Archive, ContainsAllSavedDataAndOpensFromReadOnlyMedia)
 
 TEST_F(Archive, FollowsASymbolicLink)
 {
+    NEEDS_UNIX("links that anyone may make");
     const QString elsewhere = folder.filePath("ailleurs.MDB");
     ASSERT_EQ(CopyError(), std::nullopt);
     ASSERT_TRUE(QFile::rename(target, elsewhere));
@@ -72,14 +71,12 @@ TEST_F(Archive, FollowsASymbolicLink)
 
 TEST_F(Archive, WaitsForAnotherCopyIntoTheSameFolder)
 {
-    const QByteArray archives = folder.filePath("ARCHIVES").toUtf8();
-    const int other = ::open(archives.constData(), O_RDONLY | O_DIRECTORY);
-    ASSERT_EQ(::flock(other, LOCK_EX), 0);
+    auto other = std::make_unique<store::FolderLock>(folder.filePath("ARCHIVES"));
     WriteFile(target + ".part"); // half written by the other program
     std::thread otherProgram([&] {
         std::this_thread::sleep_for(std::chrono::milliseconds(100));
         EXPECT_TRUE(QFile::exists(target + ".part")) << "taken away";
-        ::close(other);
+        other.reset();
     });
     EXPECT_EQ(CopyError(), std::nullopt);
     otherProgram.join();

@@ -2,10 +2,9 @@
 #include "SmallPractice.h"
 #include "platform/store/Creation.h"
 #include "platform/store/DatabaseReader.h"
+#include "support/Unix.h"
 
 #include <QDir>
-
-#include <sys/stat.h>
 
 namespace dao::test {
 namespace {
@@ -49,6 +48,7 @@ TEST_F(OpenedFile, IsRefusedWithATriggerOrView)
 
 TEST_F(OpenedFile, IsResolvedThroughALink)
 {
+    NEEDS_UNIX("links that anyone may make");
     const QString linked = folder.filePath("LIEN.MDB");
     ASSERT_TRUE(QFile::link(path, linked));
     Database behind = workspace.OpenDatabase(linked);
@@ -73,6 +73,7 @@ TEST_F(OpenedFile, IsRefusedWhereAnIndexDisagreesWithItsTable)
 
 TEST_F(OpenedFile, IsNotChangedByReadOnlyAccess)
 {
+    NEEDS_UNIX("mode bits");
     ASSERT_EQ(::chmod(folder.path().toUtf8().constData(), 0555), 0);
     EXPECT_TRUE(store::CheckDatabase(path).isEmpty()) << "a look doesn't ask for more than reading";
     ASSERT_EQ(::chmod(folder.path().toUtf8().constData(), 0700), 0);
@@ -151,6 +152,7 @@ TEST_F(OpenedFile, IsCheckedAgainAfterChangesByOthers)
     WriteFile(path, damaged);
     EXPECT_EQ(OpeningError(), Error::DamagedDatabase);
 
+    NEEDS_UNIX("files that are removed while they are open");
     WriteFile(path, sound);
     Database replaced = workspace.OpenDatabase(path);
     ASSERT_TRUE(QFile::remove(path));
@@ -163,17 +165,18 @@ TEST_F(OpenedFile, IsCreatedForItsOwnerOnly)
 {
     database = workspace.OpenDatabase(path);
     database.Execute("delete * from Prov where num = 1");
-    for (const char* const file : {"ZEP_ONE.MDB", "ZEP_ONE.MDB-wal", "system.mdw"}) {
-        const QFile::Permissions others = QFile::permissions(folder.filePath(file)) &
-                                          (QFile::ReadGroup | QFile::ReadOther | QFile::WriteGroup | QFile::WriteOther);
-        EXPECT_FALSE(others) << file;
-    }
     EXPECT_EQ(ErrorOf([&] { store::CreateDatabase(path, "create table T (a)"); }), Error::DatabaseExists);
     EXPECT_EQ(ErrorOf([&] { store::CreateDatabase(folder.filePath("none/x"), "create table T (a)"); }),
               Error::PathNotFound);
     EXPECT_EQ(ErrorOf([&] { store::CreateDatabase(folder.filePath("half"), "create table T (a); create tble"); }),
               Error::SyntaxError);
     EXPECT_FALSE(QFile::exists(folder.filePath("half")));
+    NEEDS_UNIX("mode bits");
+    for (const char* const file : {"ZEP_ONE.MDB", "ZEP_ONE.MDB-wal", "system.mdw"}) {
+        const QFile::Permissions others = QFile::permissions(folder.filePath(file)) &
+                                          (QFile::ReadGroup | QFile::ReadOther | QFile::WriteGroup | QFile::WriteOther);
+        EXPECT_FALSE(others) << file;
+    }
 }
 
 TEST_F(OpenedFile, RequiresTheWorkgroupAccount)

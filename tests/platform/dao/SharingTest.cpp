@@ -2,6 +2,7 @@
 
 #include "platform/dao/Connection.h"
 #include "support/FullDisk.h"
+#include "support/Unix.h"
 
 namespace dao::test {
 namespace {
@@ -106,6 +107,7 @@ TEST_F(SharedFile, IsASnapshotWithinAReadTransaction)
 
 TEST_F(SharedFile, CommitsTransactionsAtomically)
 {
+    NEEDS_UNIX("limit of the size of files");
     Recordset rows = Open("Actes");
     rows.LockEdits(true);
     {

@@ -7,6 +7,7 @@
 #include "support/Accessibility.h"
 #include "support/FullDisk.h"
 #include "support/ScriptedDesk.h"
+#include "support/Unix.h"
 #include "support/User.h"
 
 #include <QAccessible>
@@ -202,7 +203,7 @@ TEST_F(Preview, ReplacesAnExistingFileOnlyWhenTheUserSaysSo)
     ASSERT_TRUE(QFile::setPermissions(existing, QFile::Permissions(0x6644))); // readable by all
     QStringList proposals;
     Run(1, [&](PreviewWindow& preview) {
-        QStringList answers = {"/caisse", "/CAISSE.PDF", "/caisse"};
+        QStringList answers = {"/caisse", "/autre.PDF", "/caisse"};
         preview.AskPdfPath = [&](PreviewWindow&, const QString& path) {
             proposals << QFileInfo(path).fileName();
             return practice.Folder() + answers.takeFirst();
@@ -213,11 +214,12 @@ TEST_F(Preview, ReplacesAnExistingFileOnlyWhenTheUserSaysSo)
             Click(preview.SaveButton);
             desk.Verify();
             EXPECT_EQ(practice.Read("caisse.pdf") == "hier", answer == forms::Answer::No);
-            EXPECT_TRUE(practice.Read("CAISSE.PDF").startsWith("%PDF")); // a new file: nothing to ask
+            EXPECT_TRUE(practice.Read("autre.PDF").startsWith("%PDF")); // a new file: nothing to ask
         }
     });
     EXPECT_EQ(proposals.value(1), "caisse.pdf"); // asked again, starting from the refused name
-    for (const char* name : {"caisse.pdf", "CAISSE.PDF"}) {
+    NEEDS_UNIX("mode bits");
+    for (const char* name : {"caisse.pdf", "autre.PDF"}) {
         const auto others = QFile::ReadGroup | QFile::WriteGroup | QFile::ReadOther | QFile::WriteOther;
         EXPECT_TRUE(practice.Read(name).startsWith("%PDF")) << name;
         EXPECT_FALSE(QFile::permissions(practice.Folder() + "/" + name) & others) << name;
@@ -226,11 +228,12 @@ TEST_F(Preview, ReplacesAnExistingFileOnlyWhenTheUserSaysSo)
 
 TEST_F(Preview, AFullDiskLeavesNoPartialPdfAndKeepsTheOldOne)
 {
+    NEEDS_UNIX("limit of the size of files");
     const QString path = practice.WriteTemplate("hier", "etat.pdf");
     QStringList before;
     Run(400, [&](PreviewWindow& preview) {
         before = Files();
-        for (const rlim_t bytes : {0, 10, 5'000, 40'000}) {
+        for (const unsigned bytes : {0, 10, 5'000, 40'000}) {
             desk.ExpectMessage("Le PDF n'a pas été enregistré : Disque plein.\n" + QDir::toNativeSeparators(path),
                                forms::Icon::Critical, "ZEP Lumo");
             const tests::FullDisk disk(bytes);

@@ -143,7 +143,7 @@ void FeedSource::AddFolder(const QString& path)
             tables.push_back({rule, folder.filePath(name)});
         } else if (!table.isEmpty()) {
             passedOver << table;
-        } else if (IsNearlyFed(name) && !folder.exists(name + "/.")) {
+        } else if (IsNearlyFed(name) && !QFileInfo(folder, name).isDir()) {
             Refuse(QString("« %1 » ressemble à une table à reprendre, dont le fichier s'appelle autrement (%2) : "
                            "renommez-le ou enlevez-le.")
                        .arg(name, FedFiles()));
