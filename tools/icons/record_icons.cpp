@@ -40,6 +40,10 @@ public:
             shapes << pen << brush << path;
     }
 
+    void drawPolygon(const QPointF*, int, PolygonDrawMode) override
+    {
+        qFatal("An icon has a polygon: make it a path.");
+    }
     void drawPixmap(const QRectF&, const QPixmap&, const QRectF&) override { qFatal("An icon has a bitmap."); }
 
 private:
@@ -57,8 +61,10 @@ public:
 protected:
     int metric(PaintDeviceMetric metric) const override
     {
+        if (metric == PdmDevicePixelRatioScaled)
+            return QPaintDevice::metric(metric);
         constexpr int anySide = 1024;
-        return metric == PdmWidth || metric == PdmHeight ? anySide : QPaintDevice::metric(metric);
+        return metric == PdmDevicePixelRatio ? 1 : anySide;
     }
 
 private:

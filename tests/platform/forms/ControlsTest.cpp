@@ -1,12 +1,14 @@
 #include "Sheet.h"
 #include "platform/forms/Bulle.h"
+#include "platform/forms/Colours.h"
 #include "platform/forms/ControlArray.h"
+#include "platform/forms/Icons.h"
 #include "support/Accessibility.h"
 #include "support/ScriptedDesk.h"
 
 #include <QAccessible>
 #include <QApplication>
-#include <QDir>
+#include <QBitmap>
 #include <QEnterEvent>
 #include <QPixmap>
 #include <QSignalSpy>
@@ -137,12 +139,36 @@ TEST_F(Controls, PanelIsATitleUntilItHasContents)
     EXPECT_TRUE(isFramed(entry));
 }
 
-TEST_F(Controls, EveryIconCanBeDrawn)
+TEST_F(Controls, EveryIconIsDrawnWhole)
 {
     const QStringList names = forms::IconNames();
-    EXPECT_EQ(names.size(), 47);
+    EXPECT_FALSE(names.isEmpty());
     for (const QString& name : names) {
-        const QImage image = forms::IconPixmap(name, 24, 1).toImage();
-        EXPECT_NE(image, QImage(image.size(), image.format())) << name.toStdString();
+        const QImage image = forms::IconPixmap(name, 64, 1).toImage();
+        const QRect ink = QRegion(QBitmap::fromImage(image.createAlphaMask())).boundingRect();
+        EXPECT_FALSE(ink.isEmpty()) << name.toStdString();
+        EXPECT_TRUE(image.rect().adjusted(1, 1, -1, -1).contains(ink)) << name.toStdString();
     }
+}
+
+TEST_F(Controls, IconsHaveTheColoursOfTheirRoles)
+{
+    const forms::Colours& colours = forms::TheColours();
+    const struct {
+        const char* icon;
+        QPoint place;
+        QColor colour;
+    } rows[] = {
+        {"evolution", {40, 100}, colours.text},
+        {"add", {120, 80}, colours.accent},
+        {"app", {120, 30}, colours.accent},
+        {"app", {60, 130}, colours.window},
+        {"quit-hover", {70, 160}, colours.backdrop},
+        {"message-warning", {75, 180}, colours.warning},
+        {"message-critical", {120, 38}, colours.alarm},
+        {"backdrop", {30, 135}, colours.backdrop}, // wider than high
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(forms::IconPixmap(row.icon, 240, 1).toImage().pixelColor(row.place), row.colour) << row.icon;
+    EXPECT_EQ(forms::ProgramIcon().pixmap(128).toImage().pixelColor(64, 16), QColor("#1f6f8b"));
 }
