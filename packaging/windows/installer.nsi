@@ -106,6 +106,7 @@ Section Uninstall
     Delete "$INSTDIR\Uninstall.exe"
     SetOutPath "$TEMP" ; a current folder can't be removed
     RMDir "$INSTDIR"
+    RMDir "$LOCALAPPDATA\Programs" ; unless it has other programs
     Delete "${MENU}\ZEP Lumo.lnk"
     Delete "${MENU}\Commandes de ZEP Lumo.lnk"
     RMDir "${MENU}"

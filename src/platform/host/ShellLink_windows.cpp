@@ -1,35 +1,13 @@
 #include "platform/host/ShellLink_windows.h"
 
-#include "platform/host/System_windows.h"
+#include "platform/host/Components_windows.h"
 
-#include <objbase.h>
 #include <shlobj.h>
 
 #include <array>
 
 namespace host {
 namespace {
-
-struct Release {
-    void operator()(IUnknown* object) const { object->Release(); }
-};
-template <class Interface>
-using Owned = std::unique_ptr<Interface, Release>;
-
-/// The component library, for the lifetime of the object.
-class Components {
-public:
-    Components() : isReady(SUCCEEDED(::CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED))) {}
-    ~Components()
-    {
-        if (isReady)
-            ::CoUninitialize();
-    }
-    Q_DISABLE_COPY_MOVE(Components)
-
-private:
-    bool isReady;
-};
 
 Owned<IShellLinkW> NewLink()
 {

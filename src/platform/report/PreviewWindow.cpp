@@ -7,12 +7,12 @@
 #include "platform/pages/PageLayout.h"
 #include "platform/paper/PagePainter.h"
 #include "platform/paper/PdfFile.h"
+#include "platform/report/AskPdfPath.h"
 #include "platform/report/PagesView.h"
 #include "platform/report/PrintPages.h"
 
 #include <QDesktopServices>
 #include <QDir>
-#include <QFileDialog>
 #include <QFileInfo>
 #include <QKeyEvent>
 #include <QPrintDialog>
@@ -33,28 +33,6 @@ PagesView::Fit& LastFit()
 
 constexpr double ZoomSteps[] = {0.25, 0.5, 0.75, 1, 1.25, 1.5, 2, 3, 4};
 
-/// Never destroyed: a file dialog would write settings into the user's home, or into Windows' registry.
-QFileDialog& SaveDialog()
-{
-    static QFileDialog& dialog = *new QFileDialog(nullptr, "Enregistrer en PDF");
-    dialog.setObjectName(QStringLiteral("SaveDialog"));
-    dialog.setNameFilter("PDF (*.pdf)");
-    dialog.setAcceptMode(QFileDialog::AcceptSave);
-    dialog.setOption(QFileDialog::DontConfirmOverwrite); // AskAndSave asks, for the name with its extension
-    return dialog;
-}
-
-QString AskPathInDialog(PreviewWindow& preview, const QString& proposedPath)
-{
-    QFileDialog& dialog = SaveDialog();
-    dialog.setParent(&preview, dialog.windowFlags());
-    dialog.setDirectory(QFileInfo(proposedPath).absolutePath());
-    dialog.selectFile(QFileInfo(proposedPath).fileName());
-    const bool isAccepted = dialog.exec() == QDialog::Accepted;
-    dialog.setParent(nullptr, dialog.windowFlags());
-    return isAccepted ? dialog.selectedFiles().value(0) : QString();
-}
-
 QString WithPdfEnding(const QString& path)
 {
     return QFileInfo(path).suffix().compare("pdf", Qt::CaseInsensitive) == 0 ? path : path + ".pdf";
@@ -73,7 +51,7 @@ bool AskPrinterInDialog(PreviewWindow& preview, QPrinter& printer)
 
 PreviewWindow::PreviewWindow(std::unique_ptr<pages::PageLayout> report, const QString& proposedName,
                              const QString& title)
-    : Form("Preview", "Aperçu - " + report->Design().title), AskPdfPath(AskPathInDialog),
+    : Form("Preview", "Aperçu - " + report->Design().title), AskPdfPath(report::AskPdfPath),
       AskPrinter(AskPrinterInDialog), layout(std::move(report)), painter(std::make_unique<paper::PagePainter>()),
       view(std::make_unique<PagesView>(*layout)), pdfName(proposedName), messageTitle(title)
 {

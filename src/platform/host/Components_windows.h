@@ -1,0 +1,31 @@
+#pragma once
+
+#include "platform/host/System_windows.h"
+
+#include <memory>
+#include <objbase.h>
+
+namespace host {
+
+struct Release {
+    void operator()(IUnknown* object) const { object->Release(); }
+};
+template <class Interface>
+using Owned = std::unique_ptr<Interface, Release>;
+
+/// The component library, for the lifetime of the object.
+class Components {
+public:
+    Components() : isReady(SUCCEEDED(::CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED))) {}
+    ~Components()
+    {
+        if (isReady)
+            ::CoUninitialize();
+    }
+    Q_DISABLE_COPY_MOVE(Components)
+
+private:
+    bool isReady;
+};
+
+} // namespace host
