@@ -85,7 +85,8 @@ public:
     }
 };
 
-/// A style sheet brings back Windows' own fonts of menus, lists and messages: all text is in one font.
+/// Sets the style sheet, then the program's font again: a style sheet restores Windows' own fonts of menus, lists and
+/// messages.
 void SetStyleSheet(QApplication& application)
 {
     const QFont font = QApplication::font();

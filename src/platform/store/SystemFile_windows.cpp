@@ -84,7 +84,7 @@ void WaitOrRaise(const QDeadlineTimer& deadline, const QString& path)
 
 bool TryRenameOverHeld(const QString& path, const QString& target)
 {
-    const Handle file(Open(path, DELETE | SYNCHRONIZE, SharedByAll, OPEN_EXISTING));
+    const Handle file(Open(path, DELETE | GENERIC_WRITE, SharedByAll, OPEN_EXISTING));
     if (!file.IsOpen())
         return false;
     const std::wstring name = WidePath(target);
@@ -94,7 +94,10 @@ bool TryRenameOverHeld(const QString& path, const QString& target)
     rename->Flags = FILE_RENAME_FLAG_REPLACE_IF_EXISTS | FILE_RENAME_FLAG_POSIX_SEMANTICS;
     rename->FileNameLength = DWORD(name.size() * sizeof(wchar_t));
     std::copy(name.begin(), name.end(), static_cast<wchar_t*>(rename->FileName));
-    return ::SetFileInformationByHandle(file.Get(), RenameInfoEx, memory.data(), DWORD(memory.size())) != 0;
+    if (::SetFileInformationByHandle(file.Get(), RenameInfoEx, memory.data(), DWORD(memory.size())) == 0)
+        return false;
+    ::FlushFileBuffers(file.Get()); // the new name, too
+    return true;
 }
 
 namespace {
