@@ -2,6 +2,7 @@
 
 #include "platform/store/ArchiveCopy.h"
 #include "platform/store/DatabaseReader.h"
+#include "platform/store/FileWork.h"
 #include "support/Unix.h"
 
 #include <QDir>
