@@ -102,6 +102,8 @@ TEST_F(DeletedActs, AreListedInTheOrderOfTheirDeletion)
     EXPECT_EQ(RowOf(screen.Grid1, 3),
               QStringList({"10/06/2008", "08:30", " ECG", "K7", "", "", "", "17/06/2008", "17:05"}));
     EXPECT_TRUE(screen.Grid1.hasFocus());
+    screen.Image1[F_Sppr::Quit].setFocus(Qt::TabFocusReason);
+    EXPECT_EQ(screen.Bulle.text(), " Quitter ");
     EXPECT_EQ(tests::HighlightedRow(screen.Grid1), 0);
     EXPECT_FALSE(screen.Combo1.isVisible());
     EXPECT_EQ(screen.Combo1.count(), 6);

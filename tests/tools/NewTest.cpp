@@ -23,7 +23,10 @@ TEST(Set, ChangesOnlyWhatIsGiven)
     EXPECT_EQ(data::DecodeConfigRecord(record(38)), "") << "the whole letterhead is replaced";
     EXPECT_EQ(BytesOf(path).first(36 * 84), before.first(36 * 84));
 
+    const QStringList lettered{"set", practice.Folder(), "--letterhead"};
+    ASSERT_EQ(CommandRun(lettered + QStringList(16, "x")).code, 0);
     const QByteArray last = BytesOf(path);
+    EXPECT_EQ(CommandRun(lettered + QStringList(17, "y")).code, 1);
     EXPECT_EQ(CommandRun({"set", practice.Folder(), "--code", "7"}).code, 1);
     EXPECT_EQ(CommandRun({"set", practice.Folder(), "--code", "8", "--letterhead", QString(41, 'x')}).code, 1);
     EXPECT_EQ(CommandRun({"set", practice.Folder()}).code, 2);
