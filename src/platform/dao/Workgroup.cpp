@@ -1,14 +1,11 @@
 #include "platform/dao/Workgroup.h"
 
+#include "platform/basic/PasswordHash.h"
 #include "platform/basic/RuntimeError.h"
 
-#include <QCryptographicHash>
 #include <QFile>
-#include <QMessageAuthenticationCode>
 #include <QRandomGenerator>
 #include <QSaveFile>
-
-#include <algorithm>
 
 namespace dao {
 namespace {
@@ -19,24 +16,6 @@ constexpr int MostRounds = 1000000;
 constexpr int SaltSize = 16;
 constexpr int HashSize = 32;
 constexpr qint64 MostBytes = 4096;
-
-/// PBKDF2 with HMAC-SHA-256; its first block is the whole hash.
-QByteArray Hash(const QString& password, const QByteArray& salt, int times)
-{
-    constexpr QByteArrayView firstBlock("\0\0\0\1", 4);
-    QMessageAuthenticationCode code(QCryptographicHash::Sha256, password.toUtf8());
-    code.addData(salt);
-    code.addData(firstBlock.data(), firstBlock.size());
-    QByteArray part = code.result();
-    QByteArray hash = part;
-    for (int round = 1; round < times; ++round) {
-        code.reset();
-        code.addData(part);
-        part = code.result();
-        std::ranges::transform(hash, part, hash.begin(), [](char left, char right) { return char(left ^ right); });
-    }
-    return hash;
-}
 
 QByteArray NewSalt()
 {
@@ -57,7 +36,7 @@ void WriteWorkgroup(const QString& path, const QString& user, const QString& pas
         throw basic::RuntimeError(basic::Error::PathAccess);
     file.setPermissions(QFile::ReadOwner | QFile::WriteOwner);
     const QByteArrayList lines = {FileMark, user.toUtf8(), QByteArray::number(HashRounds), salt.toHex(),
-                                  Hash(password, salt, HashRounds).toHex()};
+                                  basic::PasswordHash(password, salt, HashRounds).toHex()};
     file.write(lines.join('\n') + '\n');
     if (!file.commit())
         throw basic::RuntimeError(basic::Error::PathAccess);
@@ -79,7 +58,7 @@ void RequireAccount(const QString& path, const QString& user, const QString& pas
         throw basic::RuntimeError(basic::Error::UnreadableWorkgroup);
 
     const bool sameUser = QString::fromUtf8(lines[1]).compare(user, Qt::CaseInsensitive) == 0;
-    if (!sameUser || Hash(password, salt, times) != hash)
+    if (!sameUser || basic::PasswordHash(password, salt, times) != hash)
         throw basic::RuntimeError(basic::Error::AccountRefused);
 }
 
