@@ -274,6 +274,7 @@ TEST(Feed, RefusesNamesThatAreNearlyThoseOfATable)
     for (const auto& [name, isRefused] : names) {
         const NewPractice practice;
         practice.Write("source/Actes.csv", "num;Date;HH\n1;17/06/2008;0\n");
+        QDir().mkpath(practice.File("source/Anciens actes")); // a folder may have any name
         if (QFile::exists(practice.File(QString("source/") + name)))
             continue; // the system doesn't distinguish case
         practice.Write(QString("source/") + name, "num\n");

@@ -33,12 +33,10 @@ protected:
 
 TEST(DesktopEntry, EscapesWhateverPathsHold)
 {
-    practice::DesktopEntry entry{.name = "  Dr\nD'Angelo\\",
-                                 .comment = "/tmp/été\tب\r",
-                                 .program = "/tmp/a \"b\" 'c' $HOME `id` %f \\n",
-                                 .folder = "/tmp/ligne\n # = [x] %f \"b\"",
-                                 .icon = "zep-lumo",
-                                 .windowClass = "ZEP Lumo"};
+    practice::MenuEntry entry{.name = "  Dr\nD'Angelo\\",
+                              .comment = "/tmp/été\tب\r",
+                              .program = "/tmp/a \"b\" 'c' $HOME `id` %f \\n",
+                              .folder = "/tmp/ligne\n # = [x] %f \"b\""};
     const QByteArray text = practice::DesktopEntryText(entry);
     EXPECT_EQ(QString::fromUtf8(text), R"([Desktop Entry]
 Type=Application

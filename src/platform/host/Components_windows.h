@@ -28,4 +28,13 @@ private:
     bool isReady;
 };
 
+/// None where Windows lacks the class.
+template <class Interface>
+Owned<Interface> NewComponent(const CLSID& type, const IID& interface)
+{
+    void* made = nullptr;
+    ::CoCreateInstance(type, nullptr, CLSCTX_INPROC_SERVER, interface, &made);
+    return Owned<Interface>(static_cast<Interface*>(made));
+}
+
 } // namespace host

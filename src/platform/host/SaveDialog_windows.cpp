@@ -9,13 +9,6 @@
 namespace host {
 namespace {
 
-Owned<IFileSaveDialog> NewDialog()
-{
-    void* made = nullptr;
-    ::CoCreateInstance(CLSID_FileSaveDialog, nullptr, CLSCTX_INPROC_SERVER, IID_IFileSaveDialog, &made);
-    return Owned<IFileSaveDialog>(static_cast<IFileSaveDialog*>(made));
-}
-
 void StandIn(IFileSaveDialog& dialog, const QString& folder)
 {
     void* found = nullptr;
@@ -43,7 +36,7 @@ QString ChosenPath(IFileSaveDialog& dialog)
 QString AskPath(const SaveDialog& asked, quintptr owner)
 {
     const Components components;
-    const Owned<IFileSaveDialog> dialog = NewDialog();
+    const Owned<IFileSaveDialog> dialog = NewComponent<IFileSaveDialog>(CLSID_FileSaveDialog, IID_IFileSaveDialog);
     if (dialog == nullptr)
         return {};
     const std::wstring kind = asked.kind.toStdWString();

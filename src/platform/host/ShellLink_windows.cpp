@@ -9,13 +9,6 @@
 namespace host {
 namespace {
 
-Owned<IShellLinkW> NewLink()
-{
-    void* made = nullptr;
-    ::CoCreateInstance(CLSID_ShellLink, nullptr, CLSCTX_INPROC_SERVER, IID_IShellLinkW, &made);
-    return Owned<IShellLinkW>(static_cast<IShellLinkW*>(made));
-}
-
 Owned<IPersistFile> FileOf(IShellLinkW& link)
 {
     void* found = nullptr;
@@ -28,7 +21,7 @@ Owned<IPersistFile> FileOf(IShellLinkW& link)
 bool WriteShellLink(const QString& path, const ShellLink& link)
 {
     const Components components;
-    const Owned<IShellLinkW> made = NewLink();
+    const Owned<IShellLinkW> made = NewComponent<IShellLinkW>(CLSID_ShellLink, IID_IShellLinkW);
     if (made == nullptr)
         return false;
     const Owned<IPersistFile> file = FileOf(*made);
@@ -41,7 +34,7 @@ bool WriteShellLink(const QString& path, const ShellLink& link)
 ShellLink ReadShellLink(const QString& path)
 {
     const Components components;
-    const Owned<IShellLinkW> link = NewLink();
+    const Owned<IShellLinkW> link = NewComponent<IShellLinkW>(CLSID_ShellLink, IID_IShellLinkW);
     if (link == nullptr)
         return {};
     const Owned<IPersistFile> file = FileOf(*link);

@@ -99,6 +99,14 @@ TEST_F(Archive, ReportsItsProgress)
     EXPECT_EQ(done.back(), pages);
 }
 
+TEST_F(Archive, OverwritesNothingByACopyOrLink)
+{
+    WriteFile(target, "other");
+    EXPECT_EQ(ErrorOf([&] { store::CopyFile(path, target); }), Error::FileExists);
+    EXPECT_EQ(ErrorOf([&] { store::LinkFile(path, target); }), Error::FileExists);
+    EXPECT_EQ(BytesOf(target), "other");
+}
+
 TEST_F(Archive, IsUnchangedWithoutADatabase)
 {
     ASSERT_EQ(CopyError(), std::nullopt);

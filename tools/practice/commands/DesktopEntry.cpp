@@ -60,16 +60,14 @@ QString Quoted(const QString& word)
 
 } // namespace
 
-QByteArray DesktopEntryText(const DesktopEntry& entry)
+QByteArray DesktopEntryText(const MenuEntry& entry)
 {
     RefuseControlCharacters(entry.program);
     RefuseControlCharacters(entry.folder);
     const std::pair<const char*, QString> lines[] = {
-        {"Type", "Application"},    {"Name", entry.name},
-        {"Comment", entry.comment}, {"Exec", Quoted(entry.program)},
-        {"Path", entry.folder},     {"Icon", entry.icon},
-        {"Terminal", "false"},      {"StartupWMClass", entry.windowClass},
-        {"Categories", "Office;"},
+        {"Type", "Application"},         {"Name", entry.name},           {"Comment", entry.comment},
+        {"Exec", Quoted(entry.program)}, {"Path", entry.folder},         {"Icon", "zep-lumo"},
+        {"Terminal", "false"},           {"StartupWMClass", "ZEP Lumo"}, {"Categories", "Office;"},
     };
     QString text = "[Desktop Entry]\n";
     for (const auto& [key, value] : lines)

@@ -20,12 +20,7 @@ QString MenuEntryOf(const QString& folder)
 
 QString WriteMenuEntry(const MenuEntry& entry)
 {
-    const QByteArray text = DesktopEntryText({.name = entry.name,
-                                              .comment = entry.comment,
-                                              .program = entry.program,
-                                              .folder = entry.folder,
-                                              .icon = "zep-lumo",
-                                              .windowClass = "ZEP Lumo"});
+    const QByteArray text = DesktopEntryText(entry);
     const QString path = MenuEntryOf(entry.folder);
     QSaveFile file(path);
     if (QDir().mkpath(QFileInfo(path).path()) && file.open(QIODevice::WriteOnly) && file.write(text) == text.size() &&

@@ -71,7 +71,7 @@ void OutputFile::Complete()
     if (beside == nullptr)
         return;
     const QString temporary = beside->fileName();
-    auto removeHalf = qScopeGuard([&temporary] { QFile::remove(temporary); });
+    const auto removeUnlessRenamed = qScopeGuard([&temporary] { QFile::remove(temporary); });
     beside->setAutoRemove(false);
     beside = nullptr;
     device.reset(); // which closes it: Windows renames no open file
@@ -86,7 +86,6 @@ void OutputFile::Complete()
         throw RuntimeError::Described(Error::FileExists,
                                       QString("« %1 » n'a pas pu recevoir son nom : il existe déjà.").arg(path));
     }
-    removeHalf.dismiss();
 }
 
 void OutputFile::RaiseFailure() const
