@@ -30,10 +30,10 @@ private:
 
 /// None where Windows lacks the class.
 template <class Interface>
-Owned<Interface> NewComponent(const CLSID& type, const IID& interface)
+Owned<Interface> NewComponent(const CLSID& type, const IID& id)
 {
     void* made = nullptr;
-    ::CoCreateInstance(type, nullptr, CLSCTX_INPROC_SERVER, interface, &made);
+    ::CoCreateInstance(type, nullptr, CLSCTX_INPROC_SERVER, id, &made);
     return Owned<Interface>(static_cast<Interface*>(made));
 }
 
