@@ -63,6 +63,7 @@ TEST_F(Restoring, PutsTheCopyInPlaceAndKeepsThePresentFile)
     EXPECT_TRUE(BytesOf(copy) == copied);
     EXPECT_EQ(Acts(), "1");
     EXPECT_EQ(Files(), QStringList("ZEP_ONE.MDB"));
+
     data::Restore(kept, folder); // and back again
     EXPECT_EQ(Acts(), "2");
     EXPECT_TRUE(BytesOf(kept) == present) << "the kept file isn't the one that is worked with";
