@@ -21,6 +21,7 @@ target_compile_options(zep_options INTERFACE -fstack-protector-strong
 target_compile_definitions(zep_options INTERFACE _GLIBCXX_ASSERTIONS)
 if(WIN32) # the linker randomizes addresses by default; the stack protector is a library
     target_link_options(zep_options INTERFACE -fstack-protector-strong)
+    target_compile_definitions(zep_options INTERFACE WIN32_LEAN_AND_MEAN NOMINMAX)
 else()
     target_compile_options(zep_options INTERFACE -fstack-clash-protection)
     target_link_options(zep_options INTERFACE -pie LINKER:-z,relro,-z,now)

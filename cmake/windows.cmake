@@ -5,8 +5,7 @@ set(CMAKE_SYSTEM_PROCESSOR x86_64)
 set(compiler x86_64-w64-mingw32)
 set(CMAKE_C_COMPILER ${compiler}-gcc-posix)
 set(CMAKE_CXX_COMPILER ${compiler}-g++-posix)
-# Windows 10 is the oldest one.
-set(CMAKE_CXX_FLAGS_INIT "-D_WIN32_WINNT=0x0A00 -DWIN32_LEAN_AND_MEAN -DNOMINMAX")
+set(CMAKE_CXX_FLAGS_INIT "-D_WIN32_WINNT=0x0A00") # Windows 10 is the oldest one
 set(CMAKE_RC_COMPILER ${compiler}-windres)
 set(CMAKE_FIND_ROOT_PATH $ENV{ZEP_WINDOWS_LIBRARIES} /usr/${compiler})
 set(CMAKE_PREFIX_PATH $ENV{ZEP_WINDOWS_LIBRARIES})
