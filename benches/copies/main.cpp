@@ -2,11 +2,11 @@
 //
 //     bench_copies LARGE     a data folder, left as it was
 
-#include "data/Archives.h"
+#include "archives/Archives.h"
 #include "data/Practice.h"
+#include "platform/host/FileWork.h"
 #include "platform/host/Files.h"
 #include "platform/store/DatabaseReader.h"
-#include "platform/store/FileWork.h"
 #include "practice/copies/CashDays.h"
 #include "support/Floor.h"
 #include "support/Measure.h"
@@ -31,19 +31,19 @@ void RemoveCopies(const QString& folder, const QString& pattern)
 void MeasureShutdown(Figures& figures, const QString& folder)
 {
     const QString copy = folder + "/ARCHIVES/ZEP_ONE.MDB";
-    data::CopyToArchives(folder);
+    archives::CopyToArchives(folder);
     figures.Compare(
         "shutdown with dated copies", {.measured = 5},
-        [&] { store::CopyDatabase(folder + "/ZEP_ONE.MDB", folder + "/ARCHIVES/plain.db"); },
+        [&] { archives::CopyDatabase(folder + "/ZEP_ONE.MDB", folder + "/ARCHIVES/plain.db"); },
         [&] {
             QFile file(copy);
             Require(file.open(QIODevice::ReadWrite), "no copy");
             file.setFileTime(QDateTime::currentDateTime().addDays(-1), QFileDevice::FileModificationTime);
             file.close();
-            data::CopyToArchives(folder);
+            archives::CopyToArchives(folder);
         },
         {.ratio = 1.1});
-    Require(data::ArchivedCopies(folder).size() == 2, "no dated copy was kept");
+    Require(archives::ArchivedCopies(folder).size() == 2, "no dated copy was kept");
     RemoveCopies(folder, "plain.db");
     RemoveCopies(folder, "ZEP_ONE 2*.MDB");
 }
@@ -78,7 +78,7 @@ void MeasureComparison(Figures& figures, const QString& folder)
             Require(practice::DifferingDays(before, after, changes, QDate::currentDate()).isEmpty(), "days differ");
         },
         {.ratio = 3});
-    store::RemoveDatabase(plain);
+    host::RemoveDatabase(plain);
 }
 
 void MeasureRestoration(Figures& figures, const QString& folder)
@@ -89,11 +89,11 @@ void MeasureRestoration(Figures& figures, const QString& folder)
         "restore", {.measured = 5},
         [&] {
             QFile::remove(plain);
-            store::CopyFile(copy, plain);
+            host::CopyFile(copy, plain);
             PlainDatabase(plain).Run("pragma quick_check");
         },
-        [&] { data::Restore(copy, folder); }, {.ratio = 1.5});
-    store::RemoveDatabase(plain);
+        [&] { archives::Restore(copy, folder); }, {.ratio = 1.5});
+    host::RemoveDatabase(plain);
     RemoveCopies(folder, "ZEP_ONE avant restauration *.MDB");
 }
 

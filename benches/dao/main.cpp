@@ -2,9 +2,9 @@
 //
 //     bench_dao LARGE TENTH     two data folders, whose acts are edited
 
+#include "archives/Archives.h"
 #include "core/globals.h"
 #include "core/opening.h"
-#include "data/Archives.h"
 #include "data/Practice.h"
 #include "platform/basic/Dates.h"
 #include "platform/host/Files.h"
@@ -197,7 +197,7 @@ void MeasureArchive(Figures& figures, const QString& folder)
     const QString target = folder + "/ARCHIVES/plain.db";
     figures.Compare(
         "archive copy, checked", {.measured = 7}, [&] { plain.CopyChecked(target); },
-        [] { data::CopyToArchives(core::DataFolder); }, {.ratio = 1.6});
+        [] { archives::CopyToArchives(core::DataFolder); }, {.ratio = 1.6});
     QFile::remove(target);
 }
 

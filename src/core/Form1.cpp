@@ -1,11 +1,11 @@
 #include "core/Form1.h"
 
+#include "archives/Archives.h"
 #include "core/Auteur.h"
 #include "core/calendar.h"
 #include "core/configuration.h"
 #include "core/globals.h"
 #include "core/opening.h"
-#include "data/Archives.h"
 #include "platform/forms/Desk.h"
 #include "platform/forms/Display.h"
 #include "platform/forms/Guard.h"
@@ -168,13 +168,14 @@ int Form1::ShutDown()
     try {
         if (DisplayChanged)
             ChangeWorkingArea(InitialScreen);
-        data::ArchiveNotes notes;
+        archives::ArchiveNotes notes;
         if (Label1[0].isVisibleTo(this)) {
             const auto notice = TheDesk().Wait("Archivage ...");
             if (TheDatabase.IsOpen())
                 TheDatabase.RequireSameFile(); // don't archive another file over the last good copy
             CloseDataFiles();
-            notes = data::CopyToArchives(DataFolder, [&notice](int done, int total) { notice->Advance(done, total); });
+            notes =
+                archives::CopyToArchives(DataFolder, [&notice](int done, int total) { notice->Advance(done, total); });
         }
         if (const QString text = notes.Text(); !text.isEmpty())
             MsgBox(text, Icon::Information, "ZEP Lumo");

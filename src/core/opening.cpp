@@ -1,7 +1,7 @@
 #include "core/opening.h"
 
+#include "archives/Archives.h"
 #include "core/globals.h"
-#include "data/Archives.h"
 #include "data/Practice.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/forms/Desk.h"
@@ -70,24 +70,25 @@ std::optional<Error> TryOpening()
 bool OfferCopy()
 {
     TheDatabase.Close();
-    std::optional<data::ArchivedCopy> copy;
+    std::optional<archives::ArchivedCopy> copy;
     bool isChanged = false;
     {
         const forms::Hourglass pointer;
-        copy = data::NewestWholeCopy(DataFolder);
+        copy = archives::NewestWholeCopy(DataFolder);
         isChanged = !copy;
         if (isChanged)
-            copy = data::NewestWholeCopy(DataFolder, {}, data::CopyCondition::Kind::Changed);
+            copy = archives::NewestWholeCopy(DataFolder, {}, archives::CopyCondition::Kind::Changed);
     }
     const auto agrees = [](const QString& question) {
         return MsgBox(question, Icon::Question, "ZEP Lumo", forms::Buttons::NoYes) == forms::Answer::Yes;
     };
-    if (!copy || !agrees("Remettre la copie du " + data::MomentOf(*copy) + " ? Les actes saisis depuis n'y sont pas."))
+    if (!copy ||
+        !agrees("Remettre la copie du " + archives::MomentOf(*copy) + " ? Les actes saisis depuis n'y sont pas."))
         return false;
     if (isChanged && !agrees("Cette copie a été modifiée depuis sa clôture. La remettre quand même ?"))
         return false;
     try {
-        data::Restore(copy->path, DataFolder, data::Accepts::ChangedCopies);
+        archives::Restore(copy->path, DataFolder, archives::Accepts::ChangedCopies);
         return true;
     } catch (const RuntimeError& error) {
         MsgBox(ErrorText(error), Icon::Exclamation, "ZEP Lumo");
@@ -100,7 +101,7 @@ bool OfferCopy()
 void OpenDataFiles()
 {
     DatabasePath = host::PathIn(DataFolder, data::DatabaseFile);
-    data::RemoveLeftovers(DataFolder);
+    archives::RemoveLeftovers(DataFolder);
     UpgradeProvTable();
     auto error = TryOpening();
     if (error == Error::DamagedDatabase && OfferCopy()) {

@@ -2,8 +2,8 @@
 
 #include "data/Practice.h"
 #include "platform/basic/RuntimeError.h"
+#include "platform/host/FileWork.h"
 #include "platform/host/OwnerOnly.h"
-#include "platform/store/FileWork.h"
 
 #include <QDir>
 #include <QDirIterator>
@@ -75,8 +75,8 @@ void SyncAll(const QString& folder)
     QDirIterator entries(folder, Everything, QDirIterator::Subdirectories);
     while (entries.hasNext())
         if (const QString path = entries.next(); !path.endsWith("/" + LockName))
-            store::Sync(path);
-    store::Sync(folder);
+            host::Sync(path);
+    host::Sync(folder);
 }
 
 } // namespace
@@ -123,10 +123,10 @@ void NewFolder::Complete()
         return; // the destructor removes the hidden folder
     }
     owner->unlock();
-    if (!store::TryRenameFolder(part, wanted))
+    if (!host::TryRenameFolder(part, wanted))
         RaiseNotMade(wanted);
     owner.reset();
-    store::Sync(QFileInfo(wanted).absolutePath());
+    host::Sync(QFileInfo(wanted).absolutePath());
 }
 
 void NewFolder::MoveInto() const
@@ -135,8 +135,8 @@ void NewFolder::MoveInto() const
     QFile list(part + "/" + MoveList);
     if (!list.open(QIODevice::WriteOnly) || list.write(entries.join('\n').toUtf8()) < 0 || !list.flush())
         RaiseNotMade(wanted);
-    store::Sync(list.fileName());
-    store::Sync(part);
+    host::Sync(list.fileName());
+    host::Sync(part);
     for (const QString& entry : entries) {
         const QString place = wanted + "/" + entry;
         if (QFileInfo::exists(place) || !QFile::rename(part + "/" + entry, place)) {
@@ -144,7 +144,7 @@ void NewFolder::MoveInto() const
             RaiseNotMade(place);
         }
     }
-    store::Sync(wanted);
+    host::Sync(wanted);
 }
 
 void RequireUnused(const QString& folder)

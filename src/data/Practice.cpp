@@ -6,9 +6,9 @@
 #include "platform/basic/RuntimeError.h"
 #include "platform/dao/Engine.h"
 #include "platform/dao/Workgroup.h"
+#include "platform/host/FileWork.h"
 #include "platform/host/Files.h"
 #include "platform/store/Creation.h"
-#include "platform/store/FileWork.h"
 
 #include <QDir>
 #include <QFile>
@@ -191,7 +191,7 @@ void ChangePractice(const QString& folder, const PracticeChange& change)
     file.write(Changed(bytes, change));
     if (!file.commit())
         RaiseUnusable(file);
-    store::Sync(QFileInfo(path).absolutePath());
+    host::Sync(QFileInfo(path).absolutePath());
 }
 
 } // namespace data

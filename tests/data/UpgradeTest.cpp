@@ -1,8 +1,8 @@
+#include "archives/ArchiveCopy.h"
 #include "data/Practice.h"
 #include "platform/dao/Connection.h"
 #include "platform/dao/Engine.h"
 #include "platform/dao/Workgroup.h"
-#include "platform/store/ArchiveCopy.h"
 #include "platform/store/Creation.h"
 #include "platform/store/DatabaseReader.h"
 #include "platform/store/FileHeader.h"
@@ -108,7 +108,7 @@ TEST_F(OlderPractice, IsNotUpgradedByACopyOrOnReadOnlyMedia)
     NEEDS_UNIX("mode bits");
     Run("insert into Presta (num) values (1)");
     const QString copy = folder.filePath("copy.MDB");
-    store::CopyDatabase(path, copy);
+    archives::CopyDatabase(path, copy);
     EXPECT_EQ(tests::OtherProgram(copy).Answer("pragma user_version"), "1");
     EXPECT_TRUE(store::CheckDatabase(path).isEmpty());
     ASSERT_EQ(::chmod(path.toUtf8().constData(), 0444), 0);

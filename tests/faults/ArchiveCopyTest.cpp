@@ -1,5 +1,5 @@
+#include "archives/Archives.h"
 #include "core/globals.h"
-#include "data/Archives.h"
 #include "faults/FolderContent.h"
 #include "faults/SmallDisk.h"
 #include "platform/host/Host.h"
@@ -151,7 +151,7 @@ TEST_F(EndOfDay, MakesRoomForTodaysCopyOnAFullDisk)
     QDate day(2008, 6, 17);
     for (; day < QDate(2008, 6, 29); day = day.addDays(1)) {
         host::FixToday(day);
-        for (const QDate& each : data::CopyToArchives(practice.Folder()).deletedDays)
+        for (const QDate& each : archives::CopyToArchives(practice.Folder()).deletedDays)
             deleted << each.toString("d");
         tests::DateFile(archive, day);
     }
@@ -165,7 +165,7 @@ TEST_F(EndOfDay, MakesRoomForTodaysCopyOnAFullDisk)
         SQLITE_OK);
     const tests::FolderContent before = tests::ContentOf(folder);
     host::FixToday(day);
-    EXPECT_THROW(data::CopyToArchives(practice.Folder()), RuntimeError);
+    EXPECT_THROW(archives::CopyToArchives(practice.Folder()), RuntimeError);
     EXPECT_TRUE(tests::ContentOf(folder) == before) << "nothing went in vain";
     host::FixToday({});
 }

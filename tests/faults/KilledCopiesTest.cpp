@@ -1,5 +1,5 @@
+#include "archives/Archives.h"
 #include "core/globals.h"
-#include "data/Archives.h"
 #include "faults/FolderContent.h"
 #include "faults/SmallDisk.h"
 #include "support/Globals.h"
@@ -28,7 +28,7 @@ protected:
         practice.Act({.montant = 40});
         practice.Open(); // which leaves the file to this program alone
         tests::ResetGlobals();
-        data::CopyToArchives(practice.Folder());
+        archives::CopyToArchives(practice.Folder());
         Run("insert into Actes (Type, montant) values ('K1', 50)");
         DateCopy();
     }
@@ -68,11 +68,11 @@ protected:
 TEST_F(KilledCopies, LoseNoDayAtTheShutdown)
 {
     tests::KillAtEachStep({.folder = practice.Folder(),
-                           .work = [this](const tests::Play::Done&) { data::CopyToArchives(practice.Folder()); },
+                           .work = [this](const tests::Play::Done&) { archives::CopyToArchives(practice.Folder()); },
                            .state = [this] { return ActsIn(copy); },
                            .check =
                                [this](const QString& acts) {
-                                   EXPECT_EQ(data::FaultOf(copy), "");
+                                   EXPECT_EQ(archives::FaultOf(copy), "");
                                    EXPECT_EQ(ActsIn(acts == "2" ? archives + "/" + Dated : copy), "1")
                                        << "yesterday's copy is gone";
                                    EXPECT_EQ(ActsAtOpening(), "2");
@@ -88,7 +88,7 @@ TEST_F(KilledCopies, LeaveTheOldOrTheNewPracticeInARestoration)
         const QByteArray before = BytesOf(database);
         tests::KillAtEachStep(
             {.folder = practice.Folder(),
-             .work = [this](const tests::Play::Done&) { data::Restore(copy, practice.Folder()); },
+             .work = [this](const tests::Play::Done&) { archives::Restore(copy, practice.Folder()); },
              .state = [this] { return ActsAtOpening(); },
              .allowed =
                  [&](int) {
@@ -98,7 +98,7 @@ TEST_F(KilledCopies, LeaveTheOldOrTheNewPracticeInARestoration)
                  [&](const QString& acts) {
                      const QStringList kept = Archives("ZEP_ONE avant restauration *.MDB");
                      EXPECT_TRUE(acts != "1" || (kept.size() == 1 && BytesOf(archives + "/" + kept.first()) == before));
-                     EXPECT_EQ(data::FaultOf(copy), "");
+                     EXPECT_EQ(archives::FaultOf(copy), "");
                  },
              .mayStay = "avant restauration"});
     }
@@ -135,9 +135,9 @@ TEST_F(KilledCopies, ChangeNothingOnAFullDisk)
             EXPECT_TRUE(left == expected);
             return true;
         };
-        if (!attempt([this] { data::Restore(copy, practice.Folder()); }, ""))
+        if (!attempt([this] { archives::Restore(copy, practice.Folder()); }, ""))
             GTEST_SKIP() << "no right to mount a disk";
-        attempt([this] { data::CopyToArchives(practice.Folder()); }, "ARCHIVES/"); // the log may be moved
+        attempt([this] { archives::CopyToArchives(practice.Folder()); }, "ARCHIVES/"); // the log may be moved
     }
     EXPECT_GT(failed, 0);
     EXPECT_LT(failed, 2 * points) << "the largest disk holds both";

@@ -1,13 +1,13 @@
 #include "acts/Actualisation.h"
 #include "acts/New_Act.h"
 #include "analysis/Chrges.h"
+#include "archives/Archives.h"
 #include "cash/J_CAISSE.h"
 #include "catalogue/J_PROD.h"
 #include "catalogue/Tarifs.h"
 #include "core/globals.h"
 #include "core/opening.h"
 #include "core/printing.h"
-#include "data/Archives.h"
 #include "expenses/F_Dep.h"
 #include "support/KillAtEachStep.h"
 #include "support/ScriptedDesk.h"
@@ -228,7 +228,7 @@ TEST_F(KilledScreens, LoseNoReportedSettlement)
     Kill(
         [](const tests::Play::Done& done) { // a day, to the archive copy
             On<J_CAISSE>(settle)(done);
-            data::CopyToArchives(core::DataFolder);
+            archives::CopyToArchives(core::DataFolder);
         },
         "select flag_R, montant from Actes order by num", ReportedOrNext(acts, stateAfter));
 }

@@ -1,10 +1,10 @@
+#include "archives/Archives.h"
 #include "core/globals.h"
 #include "core/opening.h"
-#include "data/Archives.h"
 #include "data/Practice.h"
 #include "faults/FolderContent.h"
 #include "platform/basic/RuntimeError.h"
-#include "platform/store/FileWork.h"
+#include "platform/store/DatabaseHold.h"
 #include "support/ChildProcess.h"
 #include "support/Globals.h"
 #include "support/OtherProgram.h"
@@ -126,7 +126,7 @@ TEST_F(MixedDatabase, IsRecognisedAtTheNextSave)
 TEST_F(MixedDatabase, IsRestoredWithoutLosingAnAcknowledgedSave)
 {
     tests::ResetGlobals();
-    data::CopyToArchives(practice.Folder());
+    archives::CopyToArchives(practice.Folder());
     tests::ChildProcess program([this](tests::Reports& reports) {
         for (int expense = 1;; ++expense) {
             practice.Open();
@@ -143,7 +143,7 @@ TEST_F(MixedDatabase, IsRestoredWithoutLosingAnAcknowledgedSave)
     int restored = 0;
     while (restored < tests::Rounds(10)) {
         try {
-            data::Restore(practice.File("ARCHIVES/ZEP_ONE.MDB"), practice.Folder());
+            archives::Restore(practice.File("ARCHIVES/ZEP_ONE.MDB"), practice.Folder());
             ++restored;
         } catch (const basic::RuntimeError& error) {
             ASSERT_EQ(error.Code(), basic::Error::Locked) << error.Description().toStdString();
@@ -156,7 +156,7 @@ TEST_F(MixedDatabase, IsRestoredWithoutLosingAnAcknowledgedSave)
 
     QSet<QString> found;
     QStringList files{file};
-    for (const data::ArchivedCopy& kept : data::ArchivedCopies(practice.Folder()))
+    for (const archives::ArchivedCopy& kept : archives::ArchivedCopies(practice.Folder()))
         files << kept.path;
     for (const QString& each : files) {
         const QString expenses =

@@ -1,12 +1,12 @@
+#include "archives/Archives.h"
+#include "archives/Seal.h"
 #include "core/globals.h"
 #include "core/opening.h"
-#include "data/Archives.h"
 #include "data/Practice.h"
 #include "faults/FolderContent.h"
 #include "faults/SmallDisk.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/store/Opening.h"
-#include "platform/store/Seal.h"
 #include "support/FolderInMemory.h"
 #include "support/Globals.h"
 #include "support/MainWindow.h"
@@ -174,7 +174,7 @@ TEST_F(SpoiltDatabase, IsRefusedAndNotCopiedWhenAPageIsDestroyed)
         const qsizetype size = start + PageSize - from;
         QByteArray bytes = sound;
         ExpectRefused(bytes.replace(from, size, QByteArray(size, '\xA5')), Error::DamagedDatabase);
-        EXPECT_EQ(ErrorOf([&] { data::CopyToArchives(practice.Folder()); }), Error::DamagedDatabase);
+        EXPECT_EQ(ErrorOf([&] { archives::CopyToArchives(practice.Folder()); }), Error::DamagedDatabase);
         EXPECT_TRUE(tests::BytesOf(practice.File("ARCHIVES/ZEP_ONE.MDB")) == copied);
         const bool isFreeList = start / PageSize + 1 == qFromBigEndian<quint32>(sound.constData() + FreeListOffset);
         if (tests::IsLongForm() && !isFreeList) // of which zeros say that it ends here
@@ -298,6 +298,6 @@ TEST_F(SpoiltDatabase, IsLeftAloneWhereNoWholeCopyIsToBeHad)
     DateCopy();
     Write(sound.first(3 * PageSize));
     ExpectRefused(basic::RuntimeError(Error::DamagedDatabase, "ZEP_ONE.MDB"));
-    store::RemoveSealed(copy);
+    archives::RemoveSealed(copy);
     ExpectRefused(basic::RuntimeError(Error::DamagedDatabase, "ZEP_ONE.MDB"));
 }

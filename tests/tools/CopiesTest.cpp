@@ -1,6 +1,6 @@
 #include "tools/PracticeCommand.h"
 
-#include "data/Archives.h"
+#include "archives/Archives.h"
 #include "platform/host/Host.h"
 #include "support/OtherProgram.h"
 #include "support/Unix.h"
@@ -37,7 +37,7 @@ protected:
     void Copy(const QString& name = "ZEP_ONE.MDB", const QDate& day = QDate(2008, 6, 16)) const
     {
         QDir().mkpath(archives);
-        store::CopyDatabase(practice.Folder() + "/ZEP_ONE.MDB", archives + "/" + name);
+        archives::CopyDatabase(practice.Folder() + "/ZEP_ONE.MDB", archives + "/" + name);
         Date(name, day);
     }
 

@@ -12,6 +12,7 @@
 
 #include "acts/New_Act.h"
 #include "acts/New_Mecano.h"
+#include "archives/Archives.h"
 #include "cash/F_Inst.h"
 #include "cash/J_CAISSE.h"
 #include "core/Auteur.h"
@@ -22,7 +23,6 @@
 #include "core/configuration.h"
 #include "core/globals.h"
 #include "core/opening.h"
-#include "data/Archives.h"
 #include "data/PaymentCode.h"
 #include "data/Practice.h"
 #include "guide/Guide.h"
@@ -111,7 +111,7 @@ private:
     {
         constexpr int pageBytes = 4096;
         constexpr int damagedPage = 5;
-        data::CopyToArchives(folder);
+        archives::CopyToArchives(folder);
         QFile database(host::PathIn(folder, data::DatabaseFile));
         TourDesk::Require(database.open(QIODevice::ReadWrite) && database.seek(damagedPage * pageBytes) &&
                               database.write(QByteArray(pageBytes, '\xA5')) == pageBytes,
@@ -119,7 +119,7 @@ private:
         const QString error = core::ErrorText(basic::RuntimeError(basic::Error::DamagedDatabase, data::DatabaseFile));
         desk.Answer(error, "OK");
         desk.Answer(error, "OK");
-        desk.Answer("Remettre la copie du " + data::MomentOf(data::ArchivedCopies(folder).first()) +
+        desk.Answer("Remettre la copie du " + archives::MomentOf(archives::ArchivedCopies(folder).first()) +
                         " ? Les actes saisis depuis n'y sont pas.",
                     "Oui");
     }

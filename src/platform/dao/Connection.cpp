@@ -1,5 +1,7 @@
 #include "platform/dao/Connection.h"
 
+#include "platform/store/FileState.h"
+
 #include <sqlite3.h>
 
 #include <algorithm>

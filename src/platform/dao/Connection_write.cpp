@@ -1,5 +1,6 @@
 #include "platform/dao/Connection.h"
 
+#include "platform/store/FileState.h"
 #include "platform/store/Upgrade.h"
 
 #include <QFileInfo>

@@ -1,6 +1,6 @@
 #include "platform/dao/DirectStatements.h"
 
-#include "platform/store/SystemErrors.h"
+#include "platform/host/SystemErrors.h"
 
 namespace dao {
 namespace {
@@ -14,7 +14,7 @@ void InStore(Connection& connection, const Work& work)
         const QString folder = error.Code() == Error::DiskFull ? connection.TemporaryFolder() : QString();
         if (folder.isEmpty())
             throw;
-        store::RaiseDiskFull(folder);
+        host::RaiseDiskFull(folder);
     }
 }
 

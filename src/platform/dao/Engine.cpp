@@ -2,6 +2,7 @@
 
 #include "platform/dao/Connection.h"
 #include "platform/dao/Workgroup.h"
+#include "platform/store/FileState.h"
 #include "platform/store/Opening.h"
 
 #include <QFileInfo>

@@ -1,9 +1,9 @@
 #include "platform/store/Creation.h"
 
+#include "platform/host/FileWork.h"
 #include "platform/host/OwnerOnly.h"
 #include "platform/store/Errors.h"
 #include "platform/store/FileHeader.h"
-#include "platform/store/FileWork.h"
 #include "platform/store/Hardened.h"
 #include "platform/store/Marks.h"
 
@@ -21,7 +21,7 @@ void CreateDatabase(const QString& path, const QString& schema)
         throw RuntimeError(Error::PathNotFound);
 
     const auto ownerOnly = host::ForOwnerOnly();
-    auto removeHalfMade = qScopeGuard([&path] { RemoveDatabase(path); });
+    auto removeHalfMade = qScopeGuard([&path] { host::RemoveDatabase(path); });
     const SqliteHandle handle = OpenHardened(path, Access::Create);
     RunScript(handle.get(), "begin immediate");
     RunScript(handle.get(), schema.toStdString());

@@ -1,9 +1,9 @@
 #include "platform/store/DatabaseReader.h"
 
+#include "platform/host/FileWork.h"
 #include "platform/store/Errors.h"
 #include "platform/store/FileHeader.h"
 #include "platform/store/FileState.h"
-#include "platform/store/FileWork.h"
 #include "platform/store/Hardened.h"
 #include "platform/store/TextCheck.h"
 
@@ -50,7 +50,7 @@ QStringList Lines(Statement statement)
 DatabaseReader::DatabaseReader(const QString& linkedPath)
 {
     RequireFile(linkedPath);
-    const QString path = BehindLinks(linkedPath);
+    const QString path = host::BehindLinks(linkedPath);
     const FileHeader header = HeaderOf(OpenHardened(path, Access::Immutable).get(), QFileInfo(path).fileName());
     if (IsInUse(path)) {
         database = OpenShared(path);
@@ -58,7 +58,7 @@ DatabaseReader::DatabaseReader(const QString& linkedPath)
         scratch.emplace();
         endings << "";
         for (const QString& ending : endings)
-            CopyFile(path + ending, scratch->filePath(QFileInfo(path).fileName() + ending));
+            host::CopyFile(path + ending, scratch->filePath(QFileInfo(path).fileName() + ending));
         database = OpenHardened(scratch->filePath(QFileInfo(path).fileName()), Access::Write);
         BeginReading(database.get());
     } else {

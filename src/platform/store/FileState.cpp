@@ -1,5 +1,6 @@
 #include "platform/store/FileState.h"
 
+#include "platform/host/FileWork.h"
 #include "platform/store/Errors.h"
 #include "platform/store/FileHeader.h"
 #include "platform/store/Hardened.h"
@@ -20,19 +21,13 @@ QStringList& OpenPaths()
 }
 
 /// The files that this program has worked with and closed, as they were then.
-std::map<QString, FileIdentity>& ClosedSound()
+std::map<QString, host::FileIdentity>& ClosedSound()
 {
-    static auto& files = *new std::map<QString, FileIdentity>; // as above
+    static auto& files = *new std::map<QString, host::FileIdentity>; // as above
     return files;
 }
 
 } // namespace
-
-QString BehindLinks(const QString& path)
-{
-    const QFileInfo file(path);
-    return file.exists() ? file.canonicalFilePath() : file.isSymLink() ? file.symLinkTarget() : path;
-}
 
 void RequireFile(const QString& path)
 {
@@ -62,7 +57,7 @@ QStringList LogsOf(const QString& path)
 
 bool IsInUse(const QString& path)
 {
-    return OpenPaths().contains(path) || IsOpenElsewhere(path);
+    return OpenPaths().contains(path) || host::IsOpenElsewhere(path);
 }
 
 void NoteOpened(const QString& path)
@@ -75,30 +70,22 @@ void NoteClosed(const QString& path)
     OpenPaths().removeOne(path);
 }
 
-bool RenameAside(const QString& path)
-{
-    QString aside = path + ".set-aside";
-    for (int i = 2; QFileInfo::exists(aside); ++i)
-        aside = path + ".set-aside-" + QString::number(i);
-    return QFile::rename(path, aside);
-}
-
 void SetLogAside(const QString& path)
 {
-    if (RenameAside(path + "-wal"))
+    if (host::RenameAside(path + "-wal"))
         QFile::remove(path + "-shm");
 }
 
 void RememberSound(const QString& path)
 {
-    ClosedSound()[path] = IdentityOf(path);
+    ClosedSound()[path] = host::IdentityOf(path);
 }
 
 bool IsKnownSound(const QString& path)
 {
     const auto closed = ClosedSound().find(path);
     return OpenPaths().contains(path) ||
-           (closed != ClosedSound().end() && closed->second == IdentityOf(path) && !HasLog(path));
+           (closed != ClosedSound().end() && closed->second == host::IdentityOf(path) && !HasLog(path));
 }
 
 } // namespace store

@@ -1,15 +1,10 @@
 #pragma once
 
-#include "platform/store/FileWork.h"
-
 #include <QStringList>
 
 struct sqlite3;
 
 namespace store {
-
-/// The path with symbolic links resolved; a dangling link counts as a missing file.
-QString BehindLinks(const QString& path);
 
 /// Raises 3024 when there is no such file, 70 when it may not be read.
 void RequireFile(const QString& path);
@@ -27,9 +22,6 @@ bool IsInUse(const QString& path);
 /// Databases that this program has open, once for each connection.
 void NoteOpened(const QString& path);
 void NoteClosed(const QString& path);
-
-/// Renames a file to a name with ".set-aside" that no file has yet. False when that is refused.
-bool RenameAside(const QString& path);
 
 /// Renames the log of a file that was replaced, so that its pages reach no other file and aren't lost. Leaves it in
 /// place when renaming is refused.

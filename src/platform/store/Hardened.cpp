@@ -1,6 +1,6 @@
 #include "platform/store/Hardened.h"
 
-#include "platform/store/SystemFile.h"
+#include "platform/host/SystemFile.h"
 
 #include <QFileInfo>
 #include <QUrl>
@@ -12,7 +12,7 @@ namespace {
 /// The path as an address with a parameter.
 std::string AddressOf(const QString& path, const char* parameter)
 {
-    const std::string whole = SystemPath(QFileInfo(path).absoluteFilePath());
+    const std::string whole = host::SystemPath(QFileInfo(path).absoluteFilePath());
     return "file:" + QUrl::toPercentEncoding(QString::fromStdString(whole), "/").toStdString() + "?" + parameter;
 }
 
@@ -20,7 +20,7 @@ SqliteHandle Open(const QString& path, Access access)
 {
     const auto open = [](const std::string& name, int flags) {
         sqlite3* opened = nullptr;
-        const int code = sqlite3_open_v2(name.c_str(), &opened, flags | SQLITE_OPEN_NOMUTEX, SqliteSystem);
+        const int code = sqlite3_open_v2(name.c_str(), &opened, flags | SQLITE_OPEN_NOMUTEX, host::SqliteSystem);
         SqliteHandle handle(opened);
         Check(opened, code);
         return handle;
@@ -31,13 +31,13 @@ SqliteHandle Open(const QString& path, Access access)
     case Access::Shared:
         return open(AddressOf(path, "readonly_shm=1"), SQLITE_OPEN_READONLY | SQLITE_OPEN_URI);
     case Access::Read:
-        return open(SystemPath(path), SQLITE_OPEN_READONLY);
+        return open(host::SystemPath(path), SQLITE_OPEN_READONLY);
     case Access::Write:
-        return open(SystemPath(path), SQLITE_OPEN_READWRITE);
+        return open(host::SystemPath(path), SQLITE_OPEN_READWRITE);
     case Access::Create:
         break;
     }
-    return open(SystemPath(path), SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
+    return open(host::SystemPath(path), SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
 }
 
 } // namespace

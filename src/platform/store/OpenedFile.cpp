@@ -2,6 +2,7 @@
 
 #include "platform/store/Errors.h"
 #include "platform/store/FileHeader.h"
+#include "platform/store/FileState.h"
 #include "platform/store/Hardened.h"
 
 #include <QDateTime>
@@ -29,7 +30,7 @@ CommitMark NewestMarkInFile(const QString& path)
 OpenedFile::OpenedFile(sqlite3* opened, const QString& openedPath) : database(opened), path(openedPath)
 {
     NoteOpened(path);
-    identity = IdentityOf(path);
+    identity = host::IdentityOf(path);
     hasMarks = HasMarks(database);
     isHeldAlone = TextAnswer(database, "pragma locking_mode") == "exclusive";
     if (!hasMarks)
@@ -81,7 +82,7 @@ bool OpenedFile::IsInPlace()
     constexpr int pause = 10; // ms
     for (int attempt = 1;; ++attempt) {
         const qint64 now = Now();
-        const FileIdentity present = IdentityOf(path);
+        const host::FileIdentity present = host::IdentityOf(path);
         if (!present.IsSameFile(identity))
             return false;
         const bool isUnchanged = present == identity && present.changed < lookedAt - TickOfFileTimes;
@@ -93,7 +94,7 @@ bool OpenedFile::IsInPlace()
             return true;
         }
         // Another program may be in the middle of a checkpoint.
-        if (attempt >= mostTries || (attempt >= tries && IdentityOf(path) == present))
+        if (attempt >= mostTries || (attempt >= tries && host::IdentityOf(path) == present))
             return false;
         QThread::msleep(pause);
     }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/store/FileState.h"
+#include "platform/host/SystemFile.h"
 #include "platform/store/Marks.h"
 
 namespace store {
@@ -35,13 +35,13 @@ private:
     sqlite3* database;
     QString path;
     bool hasMarks = false;
-    bool isHeldAlone = false; ///< no other connection can read the log
-    FileIdentity identity;    ///< as last looked at
-    qint64 lookedAt = 0;      ///< nanoseconds
-    Statement addition;       ///< of a mark
-    CommitMark known;         ///< the newest committed mark that was written or seen
-    CommitMark added;         ///< of the transaction that is open
-    CommitMark checkpointed;  ///< the newest one in the file itself, without its log
+    bool isHeldAlone = false;    ///< no other connection can read the log
+    host::FileIdentity identity; ///< as last looked at
+    qint64 lookedAt = 0;         ///< nanoseconds
+    Statement addition;          ///< of a mark
+    CommitMark known;            ///< the newest committed mark that was written or seen
+    CommitMark added;            ///< of the transaction that is open
+    CommitMark checkpointed;     ///< the newest one in the file itself, without its log
     qint64 commitsOfOthers = 0;
 };
 

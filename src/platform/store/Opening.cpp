@@ -1,10 +1,10 @@
 #include "platform/store/Opening.h"
 
+#include "platform/host/FileWork.h"
 #include "platform/store/DamageCheck.h"
 #include "platform/store/Errors.h"
 #include "platform/store/FileHeader.h"
 #include "platform/store/FileState.h"
-#include "platform/store/FileWork.h"
 #include "platform/store/Marks.h"
 #include "platform/store/TextCompare.h"
 #include "platform/store/Upgrade.h"
@@ -131,14 +131,15 @@ SqliteHandle TryOpening(const QString& path, const OpeningRules& rules)
     {
         const SqliteHandle immutable = OpenHardened(path, Access::Immutable);
         const FileHeader header = HeaderOf(immutable.get(), name);
-        if (!IsWritable(path) || !IsWritable(QFileInfo(path).absolutePath()))
+        if (!host::IsWritable(path) || !host::IsWritable(QFileInfo(path).absolutePath()))
             RaiseProtected(path);
         SetForeignLogAside(path, header);
         isChecked = isChecked || IsSoundAlone(immutable.get(), header, path, rules);
     }
     SqliteHandle handle = OpenHardened(path, Access::Write, rules.patience);
     KeepLogAtClose(handle.get(), true);
-    const bool isHeldAlone = rules.isHeldAlone || IsOnShare(path); // between machines a log's index can't be shared
+    const bool isHeldAlone =
+        rules.isHeldAlone || host::IsOnShare(path); // between machines a log's index can't be shared
     Found found;
     try {
         if (isHeldAlone) // before the log is opened, which then has no index in a file
@@ -166,7 +167,7 @@ SqliteHandle TryOpening(const QString& path, const OpeningRules& rules)
 void SetForeignLogAside(const QString& path, const FileHeader& header)
 {
     const QString log = path + "-wal";
-    if (QFileInfo(log).size() != 0 && header.IsInRollbackMode() && !RenameAside(log))
+    if (QFileInfo(log).size() != 0 && header.IsInRollbackMode() && !host::RenameAside(log))
         throw RuntimeError(Error::PathAccess);
 }
 

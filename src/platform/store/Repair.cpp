@@ -1,10 +1,10 @@
 #include "platform/store/Repair.h"
 
+#include "platform/host/FileWork.h"
 #include "platform/store/DamageCheck.h"
 #include "platform/store/Errors.h"
 #include "platform/store/FileHeader.h"
 #include "platform/store/FileState.h"
-#include "platform/store/FileWork.h"
 #include "platform/store/Opening.h"
 
 #include <QFileInfo>
@@ -19,7 +19,7 @@ void RequireRepairable(const QString& path)
     const FileHeader header = HeaderOf(immutable.get(), QFileInfo(path).fileName());
     if (IsInUse(path))
         throw RuntimeError(Error::Locked);
-    if (!IsWritable(path) || !IsWritable(QFileInfo(path).absolutePath()))
+    if (!host::IsWritable(path) || !host::IsWritable(QFileInfo(path).absolutePath()))
         throw RuntimeError(Error::ReadOnly);
     SetForeignLogAside(path, header);
     if (!HasLog(path))
@@ -31,7 +31,7 @@ void RequireRepairable(const QString& path)
 RepairTransaction::RepairTransaction(const QString& linkedPath)
 {
     RequireFile(linkedPath);
-    const QString path = BehindLinks(linkedPath);
+    const QString path = host::BehindLinks(linkedPath);
     RequireRepairable(path);
     const bool hasLog = HasLog(path);
     database = OpenHardened(path, Access::Write);

@@ -1,7 +1,7 @@
 #include "platform/store/Sqlite.h"
 
+#include "platform/host/SystemErrors.h"
 #include "platform/store/Errors.h"
-#include "platform/store/SystemErrors.h"
 
 #include <sqlite3.h>
 
@@ -44,7 +44,8 @@ constexpr std::pair<int, Error> ErrorsOfCodes[] = {
 Error ErrorOfCode(sqlite3* database, int code)
 {
     // SQLite reports a full disk (when -shm can't grow) or an exceeded quota like this.
-    if (code == SQLITE_IOERR && database != nullptr && ObstacleOf(sqlite3_system_errno(database)) == Obstacle::FullDisk)
+    if (code == SQLITE_IOERR && database != nullptr &&
+        host::ObstacleOf(sqlite3_system_errno(database)) == host::Obstacle::FullDisk)
         return Error::DiskFull;
     const auto* const known = std::ranges::find(ErrorsOfCodes, code, &std::pair<int, Error>::first);
     return known != std::end(ErrorsOfCodes) ? known->second : Error::DiskOrNetwork;
@@ -69,7 +70,7 @@ void RaiseSqliteError(sqlite3* database, int code)
     const Error error = ErrorOfCode(database, code & 0xff);
     const char* const file = database != nullptr ? sqlite3_db_filename(database, "main") : nullptr;
     if (error == Error::DiskFull && file != nullptr && *file != '\0')
-        RaiseDiskFull(QString::fromUtf8(file));
+        host::RaiseDiskFull(QString::fromUtf8(file));
     throw RuntimeError(error);
 }
 

@@ -2,7 +2,9 @@
 
 #include "data/Practice.h"
 #include "platform/basic/RuntimeError.h"
+#include "platform/host/FileWork.h"
 #include "platform/store/Creation.h"
+#include "platform/store/DatabaseHold.h"
 #include "platform/store/FileState.h"
 #include "platform/store/Opening.h"
 #include "platform/store/Repair.h"
@@ -146,7 +148,7 @@ private:
 /// Makes the new file and mends it; fills in the report.
 void MakeNew(const store::RepairTransaction& damaged, const QString& path, RepairReport& report)
 {
-    store::RemoveDatabase(path);
+    host::RemoveDatabase(path);
     store::CreateDatabase(path, data::Schema());
     {
         store::RepairTransaction made(path);
@@ -158,7 +160,7 @@ void MakeNew(const store::RepairTransaction& damaged, const QString& path, Repai
     report.changes << "Base de données : refaite avec les lignes de ses tables et de nouveaux index.";
     const Mending mended = MendInPlace(path, [](bool) {});
     report.changes << mended.changes;
-    store::Sync(path);
+    host::Sync(path);
 }
 
 } // namespace
@@ -167,22 +169,22 @@ RepairReport Rebuild(const QString& database, const QString& archives, const QDa
 {
     if (store::HasLog(database))
         store::MoveLogIntoFile(database); // so that no log is left beside the new file
-    const store::FileIdentity present = store::IdentityOf(database);
+    const host::FileIdentity present = host::IdentityOf(database);
     std::optional<store::RepairTransaction> damaged(std::in_place, database);
 
     RepairReport report;
     report.copy = KeepCopy(database, true, archives, moment);
     auto removeCopy = qScopeGuard([&report] { QFile::remove(report.copy); });
     const QString part = database + ".part";
-    const store::FolderLock alone(archives);
-    const auto removePart = qScopeGuard([&part] { store::RemoveDatabase(part); });
+    const host::FolderLock alone(archives);
+    const auto removePart = qScopeGuard([&part] { host::RemoveDatabase(part); });
     MakeNew(*damaged, part, report);
     if (!report.refusal.isEmpty())
         return {.copy = {}, .changes = {}, .doubts = {}, .lost = {}, .refusal = report.refusal};
 
     damaged.reset();
     store::DatabaseHold hold(database);
-    if (store::IdentityOf(database) != present || store::HasLog(database))
+    if (host::IdentityOf(database) != present || store::HasLog(database))
         throw RuntimeError(Error::Locked);
     hold.ReplaceBy(part);
     removeCopy.dismiss();

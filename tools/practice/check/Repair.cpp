@@ -1,8 +1,9 @@
 #include "practice/check/Repair.h"
 
-#include "data/Archives.h"
+#include "archives/Archives.h"
 #include "data/Practice.h"
 #include "platform/basic/RuntimeError.h"
+#include "platform/host/FileWork.h"
 #include "platform/host/Files.h"
 #include "platform/store/FileState.h"
 #include "practice/check/InPlaceRepair.h"
@@ -47,15 +48,15 @@ RepairReport RepairPractice(const QString& folder, const QDateTime& moment)
         throw RuntimeError::Described(
             Error::DatabaseNotFound,
             QString("« %1 » n'est pas le dossier d'un cabinet : %2 manque.").arg(folder, data::DatabaseFile));
-    if (store::IsInUse(store::BehindLinks(database)))
+    if (store::IsInUse(host::BehindLinks(database)))
         throw RuntimeError::Described(
             Error::Locked,
             "Le cabinet est ouvert dans un programme : quittez-le, puis recommencez. Rien n'a été modifié.");
-    data::RemoveLeftovers(folder);
+    archives::RemoveLeftovers(folder);
     const QString archives = host::PathIn(folder, data::ArchiveFolder);
     if (const auto report = RepairInPlace(database, archives, moment))
         return *report;
-    return Rebuild(store::BehindLinks(database), archives, moment);
+    return Rebuild(host::BehindLinks(database), archives, moment);
 }
 
 } // namespace practice

@@ -20,7 +20,7 @@ struct RepairReport {
 ///
 /// Copies the database into ARCHIVES first, under a new name that contains `moment`. At every moment the database is
 /// complete under its name, as it was or repaired. Raises 3024 if there is no database, 3187 if a program has the
-/// practice open, and the errors of store::RepairTransaction and store::CopyDatabase.
+/// practice open, and the errors of store::RepairTransaction and archives::CopyDatabase.
 RepairReport RepairPractice(const QString& folder, const QDateTime& moment);
 
 } // namespace practice

@@ -1,8 +1,8 @@
 #include "practice/check/SafetyCopy.h"
 
+#include "archives/ArchiveCopy.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/host/OwnerOnly.h"
-#include "platform/store/ArchiveCopy.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -31,9 +31,9 @@ QString KeepCopy(const QString& database, bool isDamaged, const QString& archive
     const QString target = FreeName(archives, moment);
     try {
         if (isDamaged)
-            store::CopyDamagedDatabase(database, target);
+            archives::CopyDamagedDatabase(database, target);
         else
-            store::CopyDatabase(database, target);
+            archives::CopyDatabase(database, target);
     } catch (const RuntimeError& error) {
         throw RuntimeError::Described(
             error.Code(), QString("La copie de sécurité ne peut pas être faite dans « %1 » (%2). Rien n'a été modifié.")

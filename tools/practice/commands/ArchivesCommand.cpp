@@ -33,25 +33,26 @@ QString BalanceText(const store::DatabaseReader& reader)
                          : QString("aucun mouvement");
 }
 
-QString ConditionText(const data::CopyCondition& condition)
+QString ConditionText(const archives::CopyCondition& condition)
 {
     switch (condition.kind) {
-    case data::CopyCondition::Kind::Whole:
+    case archives::CopyCondition::Kind::Whole:
         return "entière";
-    case data::CopyCondition::Kind::Changed:
+    case archives::CopyCondition::Kind::Changed:
         return "MODIFIÉE DEPUIS SA CLÔTURE";
-    case data::CopyCondition::Kind::Unusable:
+    case archives::CopyCondition::Kind::Unusable:
         break;
     }
     return "INUTILISABLE : " + condition.reason;
 }
 
-void Describe(const data::ArchivedCopy& copy, const data::CopyCondition& condition, QTextStream& output)
+void Describe(const archives::ArchivedCopy& copy, const archives::CopyCondition& condition, QTextStream& output)
 {
     const QString size =
         QLocale(QLocale::French).formattedDataSize(QFileInfo(copy.path).size(), 1, QLocale::DataSizeSIFormat);
-    output << copy.Name() << "\n  " << data::MomentOf(copy) << ", " << size << ", " << ConditionText(condition) << "\n";
-    if (condition.kind == data::CopyCondition::Kind::Unusable)
+    output << copy.Name() << "\n  " << archives::MomentOf(copy) << ", " << size << ", " << ConditionText(condition)
+           << "\n";
+    if (condition.kind == archives::CopyCondition::Kind::Unusable)
         return;
     const store::DatabaseReader reader(copy.path);
     output << "  " << RowsText(reader) << "\n  Dernier acte : " << LastActText(reader)
@@ -62,13 +63,13 @@ int RunArchives(const Arguments& arguments, const Streams& streams)
 {
     const QString folder = arguments.Name(0);
     RequirePractice(folder);
-    const QList<data::ArchivedCopy> copies = data::ArchivedCopies(folder);
+    const QList<archives::ArchivedCopy> copies = archives::ArchivedCopies(folder);
     if (copies.isEmpty())
-        streams.output << "Il n'y a aucune copie dans « " << data::CopiesFolder(folder) << " ».\n";
+        streams.output << "Il n'y a aucune copie dans « " << archives::CopiesFolder(folder) << " ».\n";
     bool isEachWhole = true;
-    for (const data::ArchivedCopy& copy : copies) {
-        const data::CopyCondition condition = data::ConditionOf(copy.path);
-        isEachWhole = isEachWhole && condition.kind == data::CopyCondition::Kind::Whole;
+    for (const archives::ArchivedCopy& copy : copies) {
+        const archives::CopyCondition condition = archives::ConditionOf(copy.path);
+        isEachWhole = isEachWhole && condition.kind == archives::CopyCondition::Kind::Whole;
         Describe(copy, condition, streams.output);
         streams.output.flush();
     }

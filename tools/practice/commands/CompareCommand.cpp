@@ -61,7 +61,7 @@ int RunCompare(const Arguments& arguments, const Streams& streams)
     const QString folder = arguments.Name(0);
     RequirePractice(folder);
     const std::unique_ptr<OutputFile> csv = OutputOf(arguments, "csv", OutputKind::Csv);
-    const data::ArchivedCopy copy = ChosenCopy(folder, arguments.Name(1), host::Today());
+    const archives::ArchivedCopy copy = ChosenCopy(folder, arguments.Name(1), host::Today());
     const store::DatabaseReader before(copy.path);
     const store::DatabaseReader after(host::PathIn(folder, data::DatabaseFile));
     const QList<TableChanges> changes = DifferencesOf(before, after);
@@ -71,7 +71,8 @@ int RunCompare(const Arguments& arguments, const Streams& streams)
         csv->Complete();
     }
     QTextStream& output = csv != nullptr && csv->IsStandardOutput() ? streams.errors : streams.output;
-    output << WarningOf(copy) << "Comparé à la copie « " << copy.Name() << " » du " << data::MomentOf(copy) << ".\n";
+    output << WarningOf(copy) << "Comparé à la copie « " << copy.Name() << " » du " << archives::MomentOf(copy)
+           << ".\n";
     ShowDays(days, copy.Day(), output);
     ShowTables(changes, arguments.Has("rows"), output);
     return days.isEmpty() ? Done : Refused;

@@ -45,9 +45,9 @@ void ShowLoss(const store::DatabaseReader& copy, const store::DatabaseReader& pr
         output << "La copie et le cabinet contiennent les mêmes lignes.\n";
 }
 
-void ShowPlan(const data::ArchivedCopy& copy, const QString& database, QTextStream& output)
+void ShowPlan(const archives::ArchivedCopy& copy, const QString& database, QTextStream& output)
 {
-    output << "Copie : " << copy.Name() << " du " << data::MomentOf(copy) << "\n" << WarningOf(copy);
+    output << "Copie : " << copy.Name() << " du " << archives::MomentOf(copy) << "\n" << WarningOf(copy);
     const store::DatabaseReader reader(copy.path);
     try {
         ShowLoss(reader, store::DatabaseReader(database), output);
@@ -68,9 +68,9 @@ int RunRestore(const Arguments& arguments, const Streams& streams)
 {
     const QString folder = arguments.Name(0);
     RequirePractice(folder);
-    const data::ArchivedCopy copy = ChosenCopy(folder, arguments.Name(1));
-    data::RequireClosed(folder);
-    data::RemoveLeftovers(folder);
+    const archives::ArchivedCopy copy = ChosenCopy(folder, arguments.Name(1));
+    archives::RequireClosed(folder);
+    archives::RemoveLeftovers(folder);
     ShowPlan(copy, host::PathIn(folder, data::DatabaseFile), streams.output);
     const bool isAgreed =
         (arguments.Has("yes") ||
@@ -81,8 +81,8 @@ int RunRestore(const Arguments& arguments, const Streams& streams)
         streams.output << "Rien n'a été changé.\n";
         return Refused;
     }
-    const QString kept = data::Restore(copy.path, folder, data::Accepts::ChangedCopies);
-    streams.output << "La copie du " << data::MomentOf(copy) << " est en place.\n";
+    const QString kept = archives::Restore(copy.path, folder, archives::Accepts::ChangedCopies);
+    streams.output << "La copie du " << archives::MomentOf(copy) << " est en place.\n";
     if (!kept.isEmpty())
         streams.output << "Le fichier d'avant est gardé : " << kept << "\n";
     return Done;

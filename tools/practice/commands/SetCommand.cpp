@@ -1,7 +1,7 @@
 #include "practice/commands/Command.h"
 #include "practice/commands/SettingOptions.h"
 
-#include "data/Archives.h"
+#include "archives/Archives.h"
 
 namespace practice {
 namespace {
@@ -16,7 +16,7 @@ int RunSet(const Arguments& arguments, const Streams& streams)
     if (!change.accessCode && !change.letterhead && !change.language)
         throw Misuse("il manque une option : --code, --letterhead ou --language");
     data::ChangePractice(arguments.Name(0), change);
-    data::RemoveLeftovers(arguments.Name(0));
+    archives::RemoveLeftovers(arguments.Name(0));
     if (change.accessCode)
         streams.output << "Code d'accès : " << *change.accessCode << "\n";
     if (change.letterhead)

@@ -14,47 +14,47 @@ namespace {
 using basic::Error;
 using basic::RuntimeError;
 
-QString NamesOf(const QList<data::ArchivedCopy>& copies)
+QString NamesOf(const QList<archives::ArchivedCopy>& copies)
 {
     QStringList names;
-    for (const data::ArchivedCopy& copy : copies)
+    for (const archives::ArchivedCopy& copy : copies)
         names << copy.Name();
     return names.isEmpty() ? QString("il n'y a aucune copie") : "copies : " + names.join(", ");
 }
 
-data::ArchivedCopy CopyNamed(const QString& folder, const QString& text)
+archives::ArchivedCopy CopyNamed(const QString& folder, const QString& text)
 {
-    const QList<data::ArchivedCopy> copies = data::ArchivedCopies(folder);
+    const QList<archives::ArchivedCopy> copies = archives::ArchivedCopies(folder);
     const QDate day = DayOf(text);
-    for (const data::ArchivedCopy& copy : copies) {
-        const bool isOfDay = day.isValid() && copy.Day() == day && copy.kind != data::ArchivedCopy::Kind::Replaced;
+    for (const archives::ArchivedCopy& copy : copies) {
+        const bool isOfDay = day.isValid() && copy.Day() == day && copy.kind != archives::ArchivedCopy::Kind::Replaced;
         if (isOfDay || copy.Name().compare(text, Qt::CaseInsensitive) == 0)
             return copy;
     }
     if (QFileInfo(text).isFile())
-        return data::CopyAt(text);
+        return archives::CopyAt(text);
     throw RuntimeError::Described(Error::FileNotFound,
                                   QString("La copie « %1 » n'existe pas ; %2.").arg(text, NamesOf(copies)));
 }
 
 } // namespace
 
-data::ArchivedCopy ChosenCopy(const QString& folder, const QString& name, const std::optional<QDate>& before)
+archives::ArchivedCopy ChosenCopy(const QString& folder, const QString& name, const std::optional<QDate>& before)
 {
     if (!name.isEmpty()) {
-        const data::ArchivedCopy copy = CopyNamed(folder, name);
-        data::RequireUsable(copy.path);
+        const archives::ArchivedCopy copy = CopyNamed(folder, name);
+        archives::RequireUsable(copy.path);
         return copy;
     }
-    if (const auto newest = data::NewestWholeCopy(folder, before))
+    if (const auto newest = archives::NewestWholeCopy(folder, before))
         return *newest;
     throw RuntimeError::Described(Error::FileNotFound,
                                   QString("Il n'y a aucune copie entière%1.").arg(before ? " d'un jour passé" : ""));
 }
 
-QString WarningOf(const data::ArchivedCopy& copy)
+QString WarningOf(const archives::ArchivedCopy& copy)
 {
-    const QString fault = data::FaultOf(copy.path);
+    const QString fault = archives::FaultOf(copy.path);
     return fault.isEmpty() ? QString() : "ATTENTION : " + fault + "\n";
 }
 

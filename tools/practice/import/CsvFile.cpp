@@ -2,7 +2,7 @@
 
 #include "data/ConfigurationFile.h"
 #include "platform/basic/RuntimeError.h"
-#include "platform/store/FileWork.h"
+#include "platform/host/FileWork.h"
 #include "practice/output/Progress.h"
 
 #include <QFile>
@@ -188,7 +188,7 @@ CsvEncoding ReadCsv(QIODevice& file, const CsvReceiver& take)
 
 CsvEncoding ReadCsv(const QString& path, const CsvReceiver& take)
 {
-    const store::FileIdentity before = store::IdentityOf(path);
+    const host::FileIdentity before = host::IdentityOf(path);
     QFile file(path);
     if (!file.exists())
         throw RuntimeError::Described(basic::Error::FileNotFound,
@@ -201,7 +201,7 @@ CsvEncoding ReadCsv(const QString& path, const CsvReceiver& take)
             basic::Error::PathAccess,
             QString("Le fichier « %1 » ne peut pas être lu : %2").arg(path, file.errorString()));
     const auto requireUnchanged = [&] {
-        if (store::IdentityOf(path) != before)
+        if (host::IdentityOf(path) != before)
             RaiseChanging(path);
     };
     CsvEncoding encoding{};

@@ -2,9 +2,9 @@
 
 #include "data/OldDatabase.h"
 #include "platform/basic/RuntimeError.h"
-#include "platform/store/FileWork.h"
+#include "platform/host/FileWork.h"
+#include "platform/host/SystemErrors.h"
 #include "platform/store/Sqlite.h"
-#include "platform/store/SystemErrors.h"
 #include "practice/jet/JetTool.h"
 #include "practice/output/Progress.h"
 
@@ -93,7 +93,7 @@ void JetFile::TakeCopy(const QString& path)
 /// False if the file has changed meanwhile.
 bool JetFile::CopyOnce(const QString& path)
 {
-    const store::FileIdentity before = store::IdentityOf(path);
+    const host::FileIdentity before = host::IdentityOf(path);
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         throw RuntimeError::Described(Error::PathAccess,
@@ -106,7 +106,7 @@ bool JetFile::CopyOnce(const QString& path)
         isWritten = copy.write(block) == block.size();
     }
     if (!isWritten || !copy.flush())
-        store::RaiseDiskFull(QDir::tempPath());
+        host::RaiseDiskFull(QDir::tempPath());
     if (file.error() != QFileDevice::NoError)
         throw RuntimeError::Described(Error::PathAccess,
                                       QString("« %1 » ne peut pas être lu : %2").arg(path, file.errorString()));
@@ -116,7 +116,7 @@ bool JetFile::CopyOnce(const QString& path)
     constexpr unsigned long pauseMs = 300;
     if (QDateTime::currentMSecsSinceEpoch() - before.modified / nanosecondsPerMs < recentMs)
         QThread::msleep(pauseMs);
-    return before == store::IdentityOf(path);
+    return before == host::IdentityOf(path);
 }
 
 void JetFile::RequireWholePages()

@@ -1,6 +1,6 @@
 #include "practice/opening/PracticeData.h"
 
-#include "data/Archives.h"
+#include "archives/Archives.h"
 #include "data/Practice.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/dao/Engine.h"
@@ -17,7 +17,7 @@ PracticeData::PracticeData(const QString& folder)
                                              QString("Le dossier « %1 » n'existe pas.").arg(folder));
     dao::DBEngine.SystemDB = host::PathIn(folder, data::WorkgroupFile);
     workspace = dao::DBEngine.CreateWorkspace("Special", data::WorkspaceUser, data::BuildWorkspacePassword());
-    data::RemoveLeftovers(folder);
+    archives::RemoveLeftovers(folder);
     database = workspace.OpenDatabase(host::PathIn(folder, data::DatabaseFile), data::PracticeRules());
 }
 

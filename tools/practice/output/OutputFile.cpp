@@ -2,9 +2,9 @@
 
 #include "platform/basic/RuntimeError.h"
 #include "platform/host/Console.h"
+#include "platform/host/FileWork.h"
 #include "platform/host/OwnerOnly.h"
-#include "platform/store/FileWork.h"
-#include "platform/store/SystemErrors.h"
+#include "platform/host/SystemErrors.h"
 
 #include <QFileInfo>
 #include <QScopeGuard>
@@ -76,12 +76,12 @@ void OutputFile::Complete()
     beside = nullptr;
     device.reset(); // which closes it: Windows renames no open file
     host::MakePrivate(temporary);
-    store::Sync(temporary);
+    host::Sync(temporary);
     if (replaces) {
         RequireReplaceable(path, kind);
-        store::Replace(temporary, path);
+        host::Replace(temporary, path);
     } else if (QFile::rename(temporary, path)) { // which replaces no file that has come meanwhile
-        store::Sync(QFileInfo(path).absolutePath());
+        host::Sync(QFileInfo(path).absolutePath());
     } else {
         throw RuntimeError::Described(Error::FileExists,
                                       QString("« %1 » n'a pas pu recevoir son nom : il existe déjà.").arg(path));
@@ -91,7 +91,7 @@ void OutputFile::Complete()
 void OutputFile::RaiseFailure() const
 {
     if (device->error() == QFileDevice::ResourceError)
-        store::RaiseDiskFull(path);
+        host::RaiseDiskFull(path);
     throw RuntimeError::Described(Error::PathAccess,
                                   QString("« %1 » n'a pas pu être écrit : %2").arg(path, device->errorString()));
 }

@@ -1,6 +1,6 @@
+#include "platform/host/SystemErrors.h"
+#include "platform/host/SystemFile.h"
 #include "platform/host/System_windows.h"
-#include "platform/store/SystemErrors.h"
-#include "platform/store/SystemFile.h"
 
 #include <QDeadlineTimer>
 #include <QDir>
@@ -9,11 +9,11 @@
 
 #include <vector>
 
-namespace store {
+namespace host {
 namespace {
 
-using host::Handle;
-using host::WidePath;
+using Handle;
+using WidePath;
 
 /// Missing in the compiler's headers.
 constexpr auto RenameInfoEx = FILE_INFO_BY_HANDLE_CLASS(22);
@@ -116,7 +116,7 @@ const char* const SqliteSystem = "win32-longpath";
 
 std::string SystemPath(const QString& path)
 {
-    return host::NativePath(path).toStdString();
+    return NativePath(path).toStdString();
 }
 
 FileIdentity IdentityOf(const QString& path)
@@ -276,4 +276,4 @@ bool TryLink(const QString& path, const QString& target)
     return false;
 }
 
-} // namespace store
+} // namespace host

@@ -4,7 +4,7 @@
 #include <QString>
 #include <QStringList>
 
-namespace data {
+namespace archives {
 
 /// The name of a day's last copy: "ZEP_ONE 2026-11-23.MDB", or "ZEP_ONE 2026-11-23 (2).MDB" where another file has that
 /// name.
@@ -17,4 +17,4 @@ QDate GenerationDay(const QString& name);
 /// days to come are never returned.
 QStringList SurplusGenerations(const QStringList& names, const QDate& today);
 
-} // namespace data
+} // namespace archives

@@ -1,5 +1,5 @@
-#include "platform/store/SystemErrors.h"
-#include "platform/store/SystemFile.h"
+#include "platform/host/SystemErrors.h"
+#include "platform/host/SystemFile.h"
 
 #include <QFile>
 #include <QSet>
@@ -15,7 +15,7 @@
 #include <cerrno>
 #include <cstdio>
 
-namespace store {
+namespace host {
 namespace {
 
 /// The bytes that SQLite locks; a connection holds one of them for as long as it lives.
@@ -204,4 +204,4 @@ bool TryLink(const QString& path, const QString& target)
     RaiseFileError(errno, target);
 }
 
-} // namespace store
+} // namespace host

@@ -1,18 +1,18 @@
-#include "data/Leftovers.h"
+#include "archives/Leftovers.h"
 
-#include "data/Archives.h"
+#include "archives/Archives.h"
 #include "data/Practice.h"
 #include "platform/basic/RuntimeError.h"
+#include "platform/host/FileWork.h"
 #include "platform/host/Files.h"
 #include "platform/store/FileState.h"
-#include "platform/store/FileWork.h"
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QRegularExpression>
 
-namespace data {
+namespace archives {
 namespace {
 
 /// Partial files of copies, restorations and repairs, logs of a kept file that was never completed, and seals whose
@@ -36,10 +36,10 @@ void RemovePartialFiles(const QDir& folder)
 
 void RemoveUnfinishedRestoration(const QString& folder)
 {
-    const QString database = store::BehindLinks(host::PathIn(folder, DatabaseFile));
-    store::RemoveDatabase(database + ".part");
+    const QString database = host::BehindLinks(host::PathIn(folder, data::DatabaseFile));
+    host::RemoveDatabase(database + ".part");
     for (const ArchivedCopy& copy : ArchivedCopies(folder))
-        if (copy.kind == ArchivedCopy::Kind::Replaced && store::IsSameFile(copy.path, database))
+        if (copy.kind == ArchivedCopy::Kind::Replaced && host::IsSameFile(copy.path, database))
             QFile::remove(copy.path);
 }
 
@@ -49,13 +49,13 @@ void RemoveLeftovers(const QString& folder)
     if (!QFileInfo(copies).isDir())
         return;
     try {
-        const store::FolderLock alone(copies, store::FolderLock::Wait::No);
+        const host::FolderLock alone(copies, host::FolderLock::Wait::No);
         RemoveUnfinishedRestoration(folder);
         RemovePartialFiles(QDir(copies));
-        RemovePartialFiles(QFileInfo(store::BehindLinks(host::PathIn(folder, DatabaseFile))).absoluteDir());
+        RemovePartialFiles(QFileInfo(host::BehindLinks(host::PathIn(folder, data::DatabaseFile))).absoluteDir());
     } catch (const basic::RuntimeError&) {
         // A copy is being made, or the folder can't be written: another opening will do.
     }
 }
 
-} // namespace data
+} // namespace archives

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "platform/store/Seal.h"
+#include "archives/Seal.h"
 
-namespace store {
+namespace archives {
 
 /// The state by the seal of earlier versions: an extended attribute of the copy, its XXH3 digest of 128 bits. Copies
 /// made by them keep it; new ones have a file beside them. Raises what `DigestOf` raises.
@@ -11,4 +11,4 @@ SealState StateByAttribute(const QString& path);
 /// The XXH3 digest of 128 bits of a file of whole database pages, in hexadecimal digits; empty for any other file.
 QByteArray PagesDigestOf(const QString& path);
 
-} // namespace store
+} // namespace archives

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/store/ArchiveCopy.h"
+#include "archives/ArchiveCopy.h"
 
 #include <QDateTime>
 #include <QList>
@@ -8,7 +8,7 @@
 #include <optional>
 
 /// Making, keeping, checking and restoring the copies of a practice's database in its folder "ARCHIVES".
-namespace data {
+namespace archives {
 
 /// A database file in "ARCHIVES", described by its name and modification time; its content isn't read.
 struct ArchivedCopy {
@@ -83,7 +83,7 @@ struct ArchiveNotes {
 /// weeks and 12 months are deleted.
 ///
 /// On a full disk, copies that no rule keeps and then the oldest dated ones make room, but never the newest two, and
-/// none if that wouldn't be enough. Raises the errors of store::CopyDatabase; no copy changes then.
+/// none if that wouldn't be enough. Raises the errors of CopyDatabase; no copy changes then.
 ArchiveNotes CopyToArchives(const QString& folder, const store::CopyProgress& progress = {});
 
 /// Removes what killed programs left in the folder of the practice and in that of the copies: files that are certainly
@@ -103,4 +103,4 @@ void RequireClosed(const QString& folder);
 enum class Accepts : quint8 { WholeCopies, ChangedCopies };
 QString Restore(const QString& copy, const QString& folder, Accepts accepts = Accepts::WholeCopies);
 
-} // namespace data
+} // namespace archives

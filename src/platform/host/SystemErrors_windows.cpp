@@ -1,14 +1,14 @@
+#include "platform/host/SystemErrors.h"
 #include "platform/host/System_windows.h"
-#include "platform/store/SystemErrors.h"
 
-namespace store {
+namespace host {
 
 Obstacle ObstacleOf(int systemError)
 {
     switch (systemError) {
     case ERROR_DISK_FULL:
     case ERROR_HANDLE_DISK_FULL:
-    case host::ErrorDiskQuotaExceeded:
+    case ErrorDiskQuotaExceeded:
     case ERROR_FILE_TOO_LARGE:
         return Obstacle::FullDisk;
     case ERROR_ACCESS_DENIED:
@@ -35,4 +35,4 @@ int LastSystemError()
     return int(::GetLastError());
 }
 
-} // namespace store
+} // namespace host

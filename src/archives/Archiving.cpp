@@ -1,13 +1,13 @@
-#include "data/Archives.h"
+#include "archives/Archives.h"
 
-#include "data/Generations.h"
-#include "data/Leftovers.h"
+#include "archives/Generations.h"
+#include "archives/Leftovers.h"
+#include "archives/Seal.h"
 #include "data/Practice.h"
 #include "platform/basic/RuntimeError.h"
+#include "platform/host/FileWork.h"
 #include "platform/host/Files.h"
 #include "platform/host/Host.h"
-#include "platform/store/FileWork.h"
-#include "platform/store/Seal.h"
 
 #include <QDir>
 #include <QFile>
@@ -16,7 +16,7 @@
 #include <QStorageInfo>
 #include <algorithm>
 
-namespace data {
+namespace archives {
 namespace {
 
 /// Whether a copy may be kept under this name. A file of that name is an earlier copy of the same day, unless it is
@@ -44,13 +44,13 @@ QString KeepGeneration(const QString& path)
     QString obstacle;
     for (int number = 1; number <= mostNumbers; ++number) {
         const QString generation = QFileInfo(path).absolutePath() + "/" + GenerationName(day, number);
-        if (store::IsSameFile(path, generation))
+        if (host::IsSameFile(path, generation))
             return obstacle;
         if (IsFreeFor(present, generation)) {
             try {
-                const QString part = store::PartOf(generation);
-                store::LinkFile(path, part);
-                store::ReplaceSealed(part, generation, digest);
+                const QString part = host::PartOf(generation);
+                host::LinkFile(path, part);
+                ReplaceSealed(part, generation, digest);
                 return obstacle;
             } catch (const basic::RuntimeError& error) {
                 if (error.Code() == basic::Error::DiskFull)
@@ -74,7 +74,7 @@ QStringList DatedNames(const QDir& copies)
 void DeleteSurplusGenerations(const QDir& copies)
 {
     for (const QString& name : SurplusGenerations(DatedNames(copies), host::Today()))
-        store::RemoveSealed(copies.filePath(name));
+        RemoveSealed(copies.filePath(name));
 }
 
 /// Deletes copies until `bytes` fit on the disk: those that no rule keeps, then the oldest dated ones, but not the
@@ -92,12 +92,12 @@ QList<QDate> MakeRoom(const QDir& copies, const ArchivedCopy& present, qint64 by
     qint64 room = QStorageInfo(copies).bytesAvailable();
     qsizetype count = 0;
     while (room < bytes && count < deletable.size())
-        room += store::RoomOf(copies.filePath(deletable[count++]));
+        room += host::RoomOf(copies.filePath(deletable[count++]));
     QList<QDate> days;
     if (room < bytes)
         return days;
     for (const QString& name : deletable.first(count)) {
-        store::RemoveSealed(copies.filePath(name));
+        RemoveSealed(copies.filePath(name));
         days << GenerationDay(name);
     }
     return days;
@@ -136,15 +136,15 @@ QString ArchiveNotes::Text() const
 
 ArchiveNotes CopyToArchives(const QString& folder, const store::CopyProgress& progress)
 {
-    const QString source = host::PathIn(folder, DatabaseFile);
+    const QString source = host::PathIn(folder, data::DatabaseFile);
     const QString target = PlainCopyOf(folder);
     ClearWriteProtection(target);
     ArchiveNotes notes;
     const auto copy = [&] {
-        store::CopyDatabase(source, target, {.progress = progress, .beforeReplacing = [&](const QString& present) {
-                                                 RemoveUnfinishedRestoration(folder);
-                                                 notes.obstacle = KeepGeneration(present);
-                                             }});
+        CopyDatabase(source, target, {.progress = progress, .beforeReplacing = [&](const QString& present) {
+                                          RemoveUnfinishedRestoration(folder);
+                                          notes.obstacle = KeepGeneration(present);
+                                      }});
     };
     const QDir copies(CopiesFolder(folder));
     try {
@@ -163,4 +163,4 @@ ArchiveNotes CopyToArchives(const QString& folder, const store::CopyProgress& pr
     return notes;
 }
 
-} // namespace data
+} // namespace archives

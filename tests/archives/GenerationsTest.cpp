@@ -1,9 +1,9 @@
-#include "data/Generations.h"
+#include "archives/Generations.h"
 
-#include "data/Archives.h"
+#include "archives/Archives.h"
 #include "data/Practice.h"
+#include "platform/host/FileWork.h"
 #include "platform/host/Host.h"
-#include "platform/store/FileWork.h"
 #include "support/Files.h"
 #include "support/OtherProgram.h"
 #include "support/Printing.h"
@@ -39,7 +39,7 @@ protected:
     {
         host::FixToday(day);
         tests::OtherProgram(folder + "/ZEP_ONE.MDB").Run("insert into Actes (Type) values ('C')");
-        data::CopyToArchives(folder);
+        archives::CopyToArchives(folder);
         DateFile(Copy(), day);
     }
     void End(const char* iso) { End(Day(iso)); }
@@ -77,15 +77,15 @@ TEST(Generations, LeaveTheNewestOfSevenDaysFiveWeeksAndTwelveMonths)
         if (!IsWorked(day))
             continue;
         if (evening.isValid())
-            names << data::GenerationName(evening);
+            names << archives::GenerationName(evening);
         evening = day;
-        for (const QString& surplus : data::SurplusGenerations(names, day))
+        for (const QString& surplus : archives::SurplusGenerations(names, day))
             names.removeAll(surplus);
         ASSERT_LE(names.size(), others + 7 + 5 + 12);
     }
     QStringList days;
     for (const QString& name : names.mid(others))
-        days << data::GenerationDay(name).toString(Qt::ISODate);
+        days << archives::GenerationDay(name).toString(Qt::ISODate);
     EXPECT_EQ(days.join(' '), "2025-11-30 2025-12-31 2026-01-31 2026-02-28 2026-03-31 2026-04-30 2026-05-31 2026-06-30 "
                               "2026-07-30 2026-09-30 2026-10-18 2026-10-25 2026-10-31 2026-11-01 2026-11-08 "
                               "2026-11-09 2026-11-10 2026-11-11 2026-11-12 2026-11-14 2026-11-15");
@@ -128,23 +128,23 @@ TEST_F(Evenings, KeepNoCopyThatIsntWholeOrOurs)
         WriteFile(Copy(), bytes);
         DateFile(Copy(), Day("2026-11-20"));
         QFile::remove(Copy("ZEP_ONE 2026-11-19.MDB"));
-        EXPECT_NE(data::FaultOf(Copy()), "");
+        EXPECT_NE(archives::FaultOf(Copy()), "");
         host::FixToday(Day("2026-11-21"));
-        data::CopyToArchives(folder);
+        archives::CopyToArchives(folder);
         EXPECT_EQ(Files(), QStringList("ZEP_ONE.MDB"));
     }
 
     End("2026-11-22");
     WriteFile(Copy() + "-wal", "x");
-    EXPECT_NE(data::FaultOf(Copy()), "") << "a log beside a sealed copy";
+    EXPECT_NE(archives::FaultOf(Copy()), "") << "a log beside a sealed copy";
     QFile::remove(Copy() + "-wal");
-    EXPECT_EQ(data::FaultOf(Copy()), "");
+    EXPECT_EQ(archives::FaultOf(Copy()), "");
     for (const auto& [sql, error] :
          {std::pair("create trigger t after insert on Actes begin select 1; end", Error::UnrecognizedFormat),
           std::pair("drop trigger t; pragma writable_schema = on; delete from sqlite_schema where name = 'Actes_Mois'",
                     Error::DamagedDatabase)}) {
         ASSERT_EQ(tests::OtherProgram(Copy()).Run(sql), SQLITE_OK);
-        EXPECT_EQ(ErrorOf([&] { data::RequireUsable(Copy()); }), error) << sql;
+        EXPECT_EQ(ErrorOf([&] { archives::RequireUsable(Copy()); }), error) << sql;
     }
 }
 
@@ -156,8 +156,8 @@ TEST_F(Evenings, AreArchivedWhateverIsInTheWay)
     WriteFile(Copy("ZEP_ONE 2026-11-20.MDB"), "newer");
     End("2026-11-18");
     host::FixToday(Day("2026-11-19"));
-    EXPECT_EQ(data::CopyToArchives(folder).obstacle, folderInTheWay) << "named at that exit";
-    EXPECT_TRUE(data::CopyToArchives(folder).Text().isEmpty()) << "and at no other";
+    EXPECT_EQ(archives::CopyToArchives(folder).obstacle, folderInTheWay) << "named at that exit";
+    EXPECT_TRUE(archives::CopyToArchives(folder).Text().isEmpty()) << "and at no other";
     DateFile(Copy(), Day("2026-11-19"));
     End("2026-11-20");
     End("2026-11-21");
@@ -166,7 +166,7 @@ TEST_F(Evenings, AreArchivedWhateverIsInTheWay)
     EXPECT_EQ(ActsIn(Copy("ZEP_ONE 2026-11-18 (2).MDB")), "1");
     EXPECT_EQ(ActsIn(Copy("ZEP_ONE 2026-11-20 (2).MDB")), "2");
     EXPECT_TRUE(QDir(folderInTheWay + "/content").exists());
-    EXPECT_EQ(data::CopyAt(Copy("ZEP_ONE 2026-11-18 (2).MDB")).Day(), Day("2026-11-18"));
+    EXPECT_EQ(archives::CopyAt(Copy("ZEP_ONE 2026-11-18 (2).MDB")).Day(), Day("2026-11-18"));
 }
 
 TEST_F(Evenings, KeepTheirMomentAlsoWhenItIsZero)
@@ -178,7 +178,7 @@ TEST_F(Evenings, KeepTheirMomentAlsoWhenItIsZero)
     file.close();
     End("2026-11-21");
     EXPECT_EQ(Files(), QStringList({"ZEP_ONE 1970-01-01.MDB", "ZEP_ONE.MDB"}));
-    store::CopyFile(Copy(), Copy("autre"));
+    host::CopyFile(Copy(), Copy("autre"));
     EXPECT_EQ(QFileInfo(Copy("autre")).lastModified(), QFileInfo(Copy()).lastModified())
         << "where links aren't possible";
 }
@@ -192,17 +192,17 @@ TEST_F(Evenings, AreListedNewestFirstAndOfferedWhenWhole)
     QFile::copy(Copy(), Copy("zep_one 2026-12-24.mdb")); // dated later than today
     WriteFile(Copy("ZEP_ONE 2026-13-01.MDB"));
     QStringList names;
-    for (const data::ArchivedCopy& copy : data::ArchivedCopies(folder))
+    for (const archives::ArchivedCopy& copy : archives::ArchivedCopies(folder))
         names << copy.Name();
     EXPECT_EQ(names, QStringList({"zep_one 2026-12-24.mdb", "ZEP_ONE.MDB", "ZEP_ONE 2026-11-20.MDB",
                                   "ZEP_ONE 2026-11-19.MDB", "ZEP_ONE avant restauration 2026-11-22 18-02-33.MDB"}));
 
     const auto newest = [this](const std::optional<QDate>& before = {}) {
-        const auto copy = data::NewestWholeCopy(folder, before);
+        const auto copy = archives::NewestWholeCopy(folder, before);
         return copy ? copy->Name() : QString();
     };
     EXPECT_EQ(newest(), "ZEP_ONE.MDB");
-    EXPECT_EQ(data::MomentOf(data::ArchivedCopies(folder)[1]), "23/11/2026 à 18:02");
+    EXPECT_EQ(archives::MomentOf(archives::ArchivedCopies(folder)[1]), "23/11/2026 à 18:02");
     EXPECT_EQ(newest(Day("2026-11-23")), "ZEP_ONE 2026-11-20.MDB");
     QFile(Copy()).resize(5000);
     QFile(Copy("ZEP_ONE 2026-11-20.MDB")).resize(0);

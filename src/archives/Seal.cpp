@@ -1,14 +1,14 @@
-#include "platform/store/Seal.h"
+#include "archives/Seal.h"
 
-#include "platform/store/Errors.h"
-#include "platform/store/FileWork.h"
-#include "platform/store/OldSeal.h"
-#include "platform/store/SystemErrors.h"
+#include "archives/OldSeal.h"
+#include "platform/basic/RuntimeError.h"
+#include "platform/host/FileWork.h"
+#include "platform/host/SystemErrors.h"
 
 #include <QCryptographicHash>
 #include <QFile>
 
-namespace store {
+namespace archives {
 namespace {
 
 /// Before the digest of a copy that is replaced and had no seal.
@@ -32,10 +32,10 @@ void WriteSeal(const QString& path, const QByteArrayList& lines)
     QFile seal(part);
     if (!seal.open(QIODevice::WriteOnly | QIODevice::Truncate) || seal.write(lines.join('\n') + '\n') < 0 ||
         !seal.flush())
-        RaiseFileError(LastSystemError(), part);
+        host::RaiseFileError(host::LastSystemError(), part);
     seal.close();
-    Sync(part);
-    Replace(part, path + SealEnding);
+    host::Sync(part);
+    host::Replace(part, path + SealEnding);
 }
 
 } // namespace
@@ -44,13 +44,13 @@ QByteArray DigestOf(const QString& path)
 {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
-        throw RuntimeError(Error::FileNotFound);
+        throw basic::RuntimeError(basic::Error::FileNotFound);
     QCryptographicHash digest(QCryptographicHash::Sha1);
     constexpr qsizetype chunkBytes = 1 << 20;
     QByteArray chunk(chunkBytes, Qt::Uninitialized);
     for (qint64 length = 0; (length = file.read(chunk.data(), chunkBytes)) != 0;) {
         if (length < 0)
-            throw RuntimeError(Error::DiskOrNetwork);
+            throw basic::RuntimeError(basic::Error::DiskOrNetwork);
         digest.addData(QByteArrayView(chunk).first(length));
     }
     return digest.result().toHex();
@@ -75,17 +75,17 @@ void ReplaceSealed(const QString& path, const QString& target, const QByteArray&
         lines << Unsealed + DigestOf(target);
     lines << (digest.isEmpty() ? Unsealed + DigestOf(path) : digest);
     WriteSeal(target, lines);
-    Replace(path, target);
+    host::Replace(path, target);
     if (digest.isEmpty())
-        RemoveFile(target + SealEnding);
+        host::RemoveFile(target + SealEnding);
     else
         WriteSeal(target, {digest});
 }
 
 void RemoveSealed(const QString& path)
 {
-    RemoveFile(path);
-    RemoveFile(path + SealEnding);
+    host::RemoveFile(path);
+    host::RemoveFile(path + SealEnding);
 }
 
-} // namespace store
+} // namespace archives

@@ -1,14 +1,14 @@
-#include "data/Archives.h"
+#include "archives/Archives.h"
 
-#include "data/Generations.h"
+#include "archives/Generations.h"
+#include "archives/Seal.h"
 #include "data/Practice.h"
 #include "platform/basic/RuntimeError.h"
+#include "platform/host/FileWork.h"
 #include "platform/host/Files.h"
 #include "platform/host/Host.h"
 #include "platform/store/DatabaseReader.h"
 #include "platform/store/FileState.h"
-#include "platform/store/FileWork.h"
-#include "platform/store/Seal.h"
 
 #include <QDir>
 #include <QFile>
@@ -17,7 +17,7 @@
 #include <algorithm>
 #include <tuple>
 
-namespace data {
+namespace archives {
 namespace {
 
 /// A time of 0 is one as well.
@@ -38,14 +38,14 @@ CopyCondition Examine(const QString& copy)
             basic::Error::UnrecognizedFormat,
             QString("« %1 » contient un déclencheur ou une vue que le programme n'a pas créés : %2.")
                 .arg(name, planted.join(", ")));
-    const store::SealCheck seal = store::CheckSeal(copy);
+    const SealCheck seal = CheckSeal(copy);
     const bool hasLog = store::HasLog(copy); // written since the copy was sealed
-    if (seal.state == store::SealState::Intact && !hasLog)
+    if (seal.state == SealState::Intact && !hasLog)
         return {Kind::Whole, {}, seal.digest};
     if (const QStringList damage = reader.Damage(1); !damage.isEmpty())
         throw basic::RuntimeError::Described(basic::Error::DamagedDatabase,
                                              QString("« %1 » est endommagé : %2").arg(name, damage.first()));
-    if (seal.state == store::SealState::None)
+    if (seal.state == SealState::None)
         return {Kind::Whole, {}, seal.digest};
     return {Kind::Changed, QString("« %1 » a été modifiée depuis sa clôture.").arg(name), seal.digest};
 }
@@ -54,7 +54,7 @@ CopyCondition Examine(const QString& copy)
 
 QString PlainCopyOf(const QString& folder)
 {
-    return host::PathIn(folder, ArchiveFolder + "/" + DatabaseFile);
+    return host::PathIn(folder, data::ArchiveFolder + "/" + data::DatabaseFile);
 }
 
 QString ArchivedCopy::Name() const
@@ -73,16 +73,16 @@ ArchivedCopy CopyAt(const QString& path)
     using Kind = ArchivedCopy::Kind;
     const QFileInfo file(path);
     const QString name = file.fileName();
-    const Kind kind = GenerationDay(name).isValid()                          ? Kind::Generation
-                      : replaced.match(name).hasMatch()                      ? Kind::Replaced
-                      : name.compare(DatabaseFile, Qt::CaseInsensitive) == 0 ? Kind::Latest
-                                                                             : Kind::Other;
+    const Kind kind = GenerationDay(name).isValid()                                ? Kind::Generation
+                      : replaced.match(name).hasMatch()                            ? Kind::Replaced
+                      : name.compare(data::DatabaseFile, Qt::CaseInsensitive) == 0 ? Kind::Latest
+                                                                                   : Kind::Other;
     return {file.absoluteFilePath(), kind, TimeOf(file)};
 }
 
 QString CopiesFolder(const QString& folder)
 {
-    return QFileInfo(store::BehindLinks(PlainCopyOf(folder))).absolutePath();
+    return QFileInfo(host::BehindLinks(PlainCopyOf(folder))).absolutePath();
 }
 
 QList<ArchivedCopy> ArchivedCopies(const QString& folder)
@@ -139,4 +139,4 @@ QString MomentOf(const ArchivedCopy& copy)
     return copy.changed.toString("dd/MM/yyyy 'à' HH:mm");
 }
 
-} // namespace data
+} // namespace archives

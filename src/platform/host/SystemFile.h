@@ -5,9 +5,9 @@
 #include <memory>
 #include <string>
 
-namespace store {
+namespace host {
 
-/// The system calls of this module; each system has a file of its own behind this header.
+/// System calls on files, databases among them; each system has a file of its own behind this header.
 
 /// The path as SQLite and the system take it: on Windows with backslashes, in UTF-8 and of any length.
 std::string SystemPath(const QString& path);
@@ -103,4 +103,4 @@ bool TryRenameFolder(const QString& path, const QString& target);
 /// Makes a hard link. False where there are none; raises 58 when the name is taken.
 bool TryLink(const QString& path, const QString& target);
 
-} // namespace store
+} // namespace host

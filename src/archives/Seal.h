@@ -3,7 +3,7 @@
 #include <QByteArray>
 #include <QString>
 
-namespace store {
+namespace archives {
 
 /// A seal is a small file beside a checked copy, NAME.sceau, with the digest of the copy's bytes. It is renamed, linked
 /// and deleted with the copy. Verifying it reads the copy once (0.2 s for 214 MB, where a check takes 2 s) and detects
@@ -33,4 +33,4 @@ void ReplaceSealed(const QString& path, const QString& target, const QByteArray&
 /// Removes a copy with its seal.
 void RemoveSealed(const QString& path);
 
-} // namespace store
+} // namespace archives

@@ -1,16 +1,12 @@
 #pragma once
 
-#include <QString>
-#include <functional>
+#include "platform/store/Backup.h"
 
-namespace store {
-
-using CopyProgress = std::function<void(int done, int total)>;
+namespace archives {
 
 /// Callbacks of a copy.
 struct CopySteps {
-    /// Called from time to time with the pages copied and their total.
-    CopyProgress progress = {};
+    store::CopyProgress progress = {};
     /// Called when the new copy is complete and synced, before it replaces the existing file, with that file's path
     /// (links resolved). Throwing cancels the copy; the existing file stays.
     std::function<void(const QString& present)> beforeReplacing = {};
@@ -28,4 +24,4 @@ void CopyDatabase(const QString& source, const QString& target, const CopySteps&
 /// The same for a source that is damaged: its pages are copied as they are, and the copy isn't checked.
 void CopyDamagedDatabase(const QString& source, const QString& target);
 
-} // namespace store
+} // namespace archives

@@ -2,7 +2,7 @@
 
 #include <QString>
 
-namespace store {
+namespace host {
 
 /// What a system error means here.
 enum class Obstacle : quint8 { FullDisk, Refused, NameTaken, NoSuchPath, Other };
@@ -17,4 +17,4 @@ int LastSystemError();
 /// Raises the run-time error of a system error: 61 with the name of the folder, 70, 58, 76 or 75.
 [[noreturn]] void RaiseFileError(int systemError, const QString& path);
 
-} // namespace store
+} // namespace host

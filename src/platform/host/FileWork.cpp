@@ -1,31 +1,19 @@
-#include "platform/store/FileWork.h"
+#include "platform/host/FileWork.h"
 
+#include "platform/basic/RuntimeError.h"
 #include "platform/host/OwnerOnly.h"
-#include "platform/store/Errors.h"
 
 #include <QFile>
 #include <QFileInfo>
 #include <QScopeGuard>
 #include <QThread>
 
-namespace store {
+namespace host {
 
-DatabaseHold::DatabaseHold(const QString& database) : path(database)
+QString BehindLinks(const QString& path)
 {
-    if (!IsWritable(path))
-        return;
-    file.emplace(path, OpenFile::Access::Write);
-    if (!file->TryLockDatabase())
-        throw RuntimeError(Error::Locked);
-}
-
-void DatabaseHold::ReplaceBy(const QString& other)
-{
-    if (!TryRenameOverHeld(other, path)) {
-        file.reset();
-        RenameOver(other, path);
-    }
-    Sync(QFileInfo(path).absolutePath());
+    const QFileInfo file(path);
+    return file.exists() ? file.canonicalFilePath() : file.isSymLink() ? file.symLinkTarget() : path;
 }
 
 FolderLock::FolderLock(const QString& path, Wait wait) : folder(TryToHold(path))
@@ -34,7 +22,7 @@ FolderLock::FolderLock(const QString& path, Wait wait) : folder(TryToHold(path))
     constexpr int betweenTries = 20;
     for (int waited = 0; folder == nullptr; waited += betweenTries) {
         if (wait == Wait::No || waited > longestWait)
-            throw RuntimeError(Error::PermissionDenied);
+            throw basic::RuntimeError(basic::Error::PermissionDenied);
         QThread::msleep(betweenTries);
         folder = TryToHold(path);
     }
@@ -64,9 +52,17 @@ void Replace(const QString& path, const QString& target)
     Sync(QFileInfo(target).absolutePath());
 }
 
+bool RenameAside(const QString& path)
+{
+    QString aside = path + ".set-aside";
+    for (int i = 2; QFileInfo::exists(aside); ++i)
+        aside = path + ".set-aside-" + QString::number(i);
+    return QFile::rename(path, aside);
+}
+
 void CopyFile(const QString& path, const QString& target)
 {
-    const auto ownerOnly = host::ForOwnerOnly();
+    const auto ownerOnly = ForOwnerOnly();
     const OpenFile from(path, OpenFile::Access::Read);
     const OpenFile made(target, OpenFile::Access::CreateNew);
     auto removeHalf = qScopeGuard([&target] { QFile::remove(target); });
@@ -90,4 +86,4 @@ bool IsSameFile(const QString& path, const QString& other)
     return one != FileIdentity() && one.IsSameFile(IdentityOf(other));
 }
 
-} // namespace store
+} // namespace host

@@ -1,11 +1,11 @@
-#include "data/Archives.h"
+#include "archives/Archives.h"
+#include "archives/OldSeal.h"
+#include "archives/Seal.h"
 #include "data/Practice.h"
+#include "platform/host/FileWork.h"
 #include "platform/store/Creation.h"
 #include "platform/store/FileHeader.h"
-#include "platform/store/FileWork.h"
-#include "platform/store/OldSeal.h"
 #include "platform/store/Opening.h"
-#include "platform/store/Seal.h"
 #include "support/Files.h"
 #include "support/OtherProgram.h"
 #include "support/Printing.h"
@@ -28,7 +28,7 @@ protected:
     {
         data::CreatePractice(folder, {.accessCode = 6, .letterhead = {}});
         Run("insert into Actes (Type, montant) values ('C', 40)");
-        data::CopyToArchives(folder);
+        archives::CopyToArchives(folder);
         Run("insert into Actes (Type, montant) values ('K1', 50)");
     }
 
@@ -37,7 +37,7 @@ protected:
 
     std::optional<Error> ErrorOfRestore() const
     {
-        return ErrorOf([this] { data::Restore(copy, folder); });
+        return ErrorOf([this] { archives::Restore(copy, folder); });
     }
 
     QStringList Files() const { return QDir(folder).entryList(QDir::Files | QDir::Hidden).filter("ZEP_ONE"); }
@@ -55,7 +55,7 @@ TEST_F(Restoring, PutsTheCopyInPlaceAndKeepsThePresentFile)
 {
     const QByteArray present = BytesOf(database);
     const QByteArray copied = BytesOf(copy);
-    const QString kept = data::Restore(copy, folder);
+    const QString kept = archives::Restore(copy, folder);
     static const QRegularExpression name(
         "/ARCHIVES/ZEP_ONE avant restauration \\d{4}-\\d\\d-\\d\\d \\d\\d-\\d\\d-\\d\\d\\.MDB$");
     EXPECT_TRUE(name.match(kept).hasMatch()) << kept.toStdString();
@@ -64,7 +64,7 @@ TEST_F(Restoring, PutsTheCopyInPlaceAndKeepsThePresentFile)
     EXPECT_EQ(Acts(), "1");
     EXPECT_EQ(Files(), QStringList("ZEP_ONE.MDB"));
 
-    data::Restore(kept, folder); // and back again
+    archives::Restore(kept, folder); // and back again
     EXPECT_EQ(Acts(), "2");
     EXPECT_TRUE(BytesOf(kept) == present) << "the kept file isn't the one that is worked with";
     EXPECT_EQ(QDir(archives).entryList({"*.MDB"}, QDir::Files).size(), 3);
@@ -78,13 +78,13 @@ TEST_F(Restoring, KeepsTheLogOfThePresentFileAndLeavesNone)
 {
     tests::ChangeInLog(database, "insert into Actes (Type) values ('K2')");
     const QByteArray present = BytesOf(database), log = BytesOf(database + "-wal");
-    const QString kept = data::Restore(copy, folder);
+    const QString kept = archives::Restore(copy, folder);
     EXPECT_TRUE(BytesOf(kept) == present);
     EXPECT_TRUE(BytesOf(kept + "-wal") == log);
     EXPECT_EQ(Files(), QStringList("ZEP_ONE.MDB"));
     EXPECT_EQ(Acts(), "1");
 
-    data::Restore(kept, folder); // with what its log holds
+    archives::Restore(kept, folder); // with what its log holds
     EXPECT_EQ(Acts(), "3");
     EXPECT_EQ(Files(), QStringList("ZEP_ONE.MDB"));
 }
@@ -94,22 +94,22 @@ TEST_F(Restoring, TakesThePlaceOfADamagedOrMissingFile)
     for (const QByteArray& bytes : {BytesOf(database).first(5000), QByteArray("rien"), QByteArray()}) {
         WriteFile(database, bytes);
         WriteFile(database + "-wal", QByteArray(4096, '\xA5'));
-        const QString kept = data::Restore(copy, folder);
+        const QString kept = archives::Restore(copy, folder);
         EXPECT_TRUE(BytesOf(kept) == bytes);
         EXPECT_EQ(BytesOf(kept + "-wal").size(), 4096);
         EXPECT_EQ(Acts(), "1");
     }
     QFile::remove(database);
-    EXPECT_EQ(data::Restore(copy, folder), "");
+    EXPECT_EQ(archives::Restore(copy, folder), "");
     EXPECT_EQ(Acts(), "1");
 }
 
 TEST_F(Restoring, BringsAnOlderCopyUpToDate)
 {
-    store::RemoveSealed(copy);
+    archives::RemoveSealed(copy);
     store::CreateDatabase(copy, data::Schema().remove(" AUTOINCREMENT"));
     tests::OtherProgram(copy).Run("pragma user_version=1; insert into Recettes (num, objet) values (7, 'Coton')");
-    data::Restore(copy, folder);
+    archives::Restore(copy, folder);
     tests::OtherProgram restored(database);
     EXPECT_EQ(restored.Answer("pragma user_version"), QString::number(store::SchemaVersion));
     EXPECT_EQ(restored.Answer("select seq from sqlite_sequence where name = 'Recettes'"), "7");
@@ -150,13 +150,13 @@ TEST_F(Restoring, RemovesWhatAKilledOneHasLeftAndSoDoesTheShutdown)
     const QString linked = archives + "/ZEP_ONE avant restauration 2026-11-24 18-02-33.MDB";
     const QStringList replaced{"*avant*"};
     for (const bool restores : {false, true}) {
-        ASSERT_TRUE(store::TryLink(database, linked));
+        ASSERT_TRUE(host::TryLink(database, linked));
         WriteFile(database + ".part", "half");
         WriteFile(database + ".part-wal", "half");
         if (restores)
-            data::Restore(copy, folder);
+            archives::Restore(copy, folder);
         else
-            data::CopyToArchives(folder);
+            archives::CopyToArchives(folder);
         EXPECT_FALSE(QFile::exists(linked)) << "it was the database itself";
         EXPECT_EQ(Files(), QStringList("ZEP_ONE.MDB"));
         EXPECT_EQ(QDir(archives).entryList(replaced, QDir::Files).size(), restores);
@@ -168,11 +168,11 @@ TEST_F(Restoring, RemovesWhatAKilledOneHasLeftAndSoDoesTheShutdown)
           "ZEP_ONE avant x.MDB-wal", "ZEP_ONE 2026-11-23.MDB.sceau"})
         WriteFile(archives + "/" + name, "half");
     {
-        const store::FolderLock copying(archives);
-        data::RemoveLeftovers(folder);
+        const host::FolderLock copying(archives);
+        archives::RemoveLeftovers(folder);
         EXPECT_TRUE(QFile::exists(archives + "/ZEP_ONE.MDB.part")) << "it is being made";
     }
-    data::RemoveLeftovers(folder);
+    archives::RemoveLeftovers(folder);
     EXPECT_EQ(QDir(archives).entryList(QDir::Files), whole);
 }
 
@@ -200,19 +200,18 @@ TEST_F(Restoring, KnowsTheSealsOfEarlierVersions)
         for (int i = 0; i < size; ++i)
             bytes[i] = char(i % 251 + i / 97);
         WriteFile(folder + "/pages", bytes);
-        EXPECT_EQ(store::PagesDigestOf(folder + "/pages"), digest);
+        EXPECT_EQ(archives::PagesDigestOf(folder + "/pages"), digest);
     }
 
-    store::RemoveSealed(copy);
-    data::CopyToArchives(folder);
-    QFile::remove(copy + store::SealEnding);
-    const QByteArray seal = store::PagesDigestOf(copy) + "4f";
-    if (::setxattr(store::SystemPath(copy).c_str(), "user.zep.seal", seal.constData(), std::size_t(seal.size()), 0) !=
-        0)
+    archives::RemoveSealed(copy);
+    archives::CopyToArchives(folder);
+    QFile::remove(copy + archives::SealEnding);
+    const QByteArray seal = archives::PagesDigestOf(copy) + "4f";
+    if (::setxattr(host::SystemPath(copy).c_str(), "user.zep.seal", seal.constData(), std::size_t(seal.size()), 0) != 0)
         GTEST_SKIP() << "no attributes here";
-    EXPECT_EQ(data::ConditionOf(copy).kind, data::CopyCondition::Kind::Whole);
+    EXPECT_EQ(archives::ConditionOf(copy).kind, archives::CopyCondition::Kind::Whole);
     QByteArray changed = BytesOf(copy);
     changed[27] = char(changed[27] + 1); // in the header: the count of changes
     WriteFile(copy, changed);
-    EXPECT_EQ(data::ConditionOf(copy).kind, data::CopyCondition::Kind::Changed);
+    EXPECT_EQ(archives::ConditionOf(copy).kind, archives::CopyCondition::Kind::Changed);
 }

@@ -1,10 +1,10 @@
-#include "data/Generations.h"
+#include "archives/Generations.h"
 
 #include <QRegularExpression>
 #include <QSet>
 #include <algorithm>
 
-namespace data {
+namespace archives {
 namespace {
 
 constexpr int DaysKept = 7;
@@ -72,4 +72,4 @@ QStringList SurplusGenerations(const QStringList& names, const QDate& today)
     return surplus;
 }
 
-} // namespace data
+} // namespace archives

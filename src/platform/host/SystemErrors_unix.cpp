@@ -1,8 +1,8 @@
-#include "platform/store/SystemErrors.h"
+#include "platform/host/SystemErrors.h"
 
 #include <cerrno>
 
-namespace store {
+namespace host {
 
 Obstacle ObstacleOf(int systemError)
 {
@@ -30,4 +30,4 @@ int LastSystemError()
     return errno;
 }
 
-} // namespace store
+} // namespace host

@@ -1,8 +1,8 @@
-#include "SmallPractice.h"
+#include "platform/dao/SmallPractice.h"
 
-#include "platform/store/ArchiveCopy.h"
+#include "archives/ArchiveCopy.h"
+#include "platform/host/FileWork.h"
 #include "platform/store/DatabaseReader.h"
-#include "platform/store/FileWork.h"
 #include "support/Unix.h"
 
 #include <QDir>
@@ -21,7 +21,7 @@ protected:
 
     std::optional<Error> CopyError() const
     {
-        return ErrorOf([&] { store::CopyDatabase(path, target); });
+        return ErrorOf([&] { archives::CopyDatabase(path, target); });
     }
     QStringList ArchiveContent() const
     {
@@ -72,7 +72,7 @@ TEST_F(Archive, FollowsASymbolicLink)
 
 TEST_F(Archive, WaitsForAnotherCopyIntoTheSameFolder)
 {
-    auto other = std::make_unique<store::FolderLock>(folder.filePath("ARCHIVES"));
+    auto other = std::make_unique<host::FolderLock>(folder.filePath("ARCHIVES"));
     WriteFile(target + ".part"); // half written by the other program
     std::thread otherProgram([&] {
         std::this_thread::sleep_for(std::chrono::milliseconds(100));
@@ -90,10 +90,10 @@ TEST_F(Archive, ReportsItsProgress)
                     "insert into Patients (num, nom) select i, hex(zeroblob(1000)) from n");
     std::vector<int> done;
     int pages = 0;
-    store::CopyDatabase(path, target, {.progress = [&](int copied, int total) {
-                            done.push_back(copied);
-                            pages = total;
-                        }});
+    archives::CopyDatabase(path, target, {.progress = [&](int copied, int total) {
+                               done.push_back(copied);
+                               pages = total;
+                           }});
     EXPECT_GT(done.size(), 1U);
     EXPECT_TRUE(std::ranges::is_sorted(done));
     EXPECT_EQ(done.back(), pages);
@@ -102,8 +102,8 @@ TEST_F(Archive, ReportsItsProgress)
 TEST_F(Archive, OverwritesNothingByACopyOrLink)
 {
     WriteFile(target, "other");
-    EXPECT_EQ(ErrorOf([&] { store::CopyFile(path, target); }), Error::FileExists);
-    EXPECT_EQ(ErrorOf([&] { store::LinkFile(path, target); }), Error::FileExists);
+    EXPECT_EQ(ErrorOf([&] { host::CopyFile(path, target); }), Error::FileExists);
+    EXPECT_EQ(ErrorOf([&] { host::LinkFile(path, target); }), Error::FileExists);
     EXPECT_EQ(BytesOf(target), "other");
 }
 

@@ -1,14 +1,15 @@
-#include "data/Archives.h"
+#include "archives/Archives.h"
 
-#include "data/Leftovers.h"
+#include "archives/Leftovers.h"
+#include "archives/Seal.h"
 #include "data/Practice.h"
 #include "platform/basic/RuntimeError.h"
+#include "platform/host/FileWork.h"
 #include "platform/host/Files.h"
 #include "platform/host/OwnerOnly.h"
+#include "platform/store/DatabaseHold.h"
 #include "platform/store/FileState.h"
-#include "platform/store/FileWork.h"
 #include "platform/store/Opening.h"
-#include "platform/store/Seal.h"
 
 #include <QDir>
 #include <QFile>
@@ -16,7 +17,7 @@
 #include <QScopeGuard>
 #include <memory>
 
-namespace data {
+namespace archives {
 namespace {
 
 using basic::Error;
@@ -29,9 +30,9 @@ void CopyWhole(const QString& copy, const QByteArray& digest, const QString& tar
     QStringList endings = store::LogsOf(copy);
     endings << "";
     for (const QString& ending : endings) {
-        store::CopyFile(copy + ending, target + ending);
-        const QByteArray expected = ending.isEmpty() && !digest.isEmpty() ? digest : store::DigestOf(copy + ending);
-        if (store::DigestOf(target + ending) != expected)
+        host::CopyFile(copy + ending, target + ending);
+        const QByteArray expected = ending.isEmpty() && !digest.isEmpty() ? digest : DigestOf(copy + ending);
+        if (DigestOf(target + ending) != expected)
             throw RuntimeError(Error::DamagedDatabase, QFileInfo(copy).fileName());
     }
 }
@@ -39,7 +40,7 @@ void CopyWhole(const QString& copy, const QByteArray& digest, const QString& tar
 /// Opens the file as the program opens a practice, which upgrades it. Its bytes are those of the copy just checked.
 void OpenOnce(const QString& file)
 {
-    store::OpeningRules rules = PracticeRules();
+    store::OpeningRules rules = data::PracticeRules();
     rules.isCheckedAlready = true;
     store::OpenForWork(file, rules);
 }
@@ -74,22 +75,22 @@ QString KeepPresent(const QString& database, const QString& copies)
         return {};
     const QString kept = FreeName(copies);
     if (!store::HasLog(database)) {
-        store::LinkFile(database, kept);
+        host::LinkFile(database, kept);
         QFile::remove(database + "-shm");
         return kept;
     }
     // Not linked: moving the log into the database would change the kept file as well.
-    auto removeKept = qScopeGuard([&kept] { store::RemoveDatabase(kept); });
-    const QString part = store::PartOf(kept);
-    const auto removePart = qScopeGuard([&part] { store::RemoveDatabase(part); });
+    auto removeKept = qScopeGuard([&kept] { host::RemoveDatabase(kept); });
+    const QString part = host::PartOf(kept);
+    const auto removePart = qScopeGuard([&part] { host::RemoveDatabase(part); });
     QStringList endings;
     for (const char* const ending : {"-wal", "-journal", ""})
         if (QFileInfo::exists(database + ending))
             endings << ending;
     for (const QString& ending : endings)
-        store::CopyFile(database + ending, part + ending);
+        host::CopyFile(database + ending, part + ending);
     for (const QString& ending : endings) // the database last: a log alone is a leftover
-        store::Replace(part + ending, kept + ending);
+        host::Replace(part + ending, kept + ending);
     FoldLog(database);
     removeKept.dismiss();
     return kept;
@@ -108,7 +109,7 @@ std::unique_ptr<store::DatabaseHold> Hold(const QString& database, const QString
         return std::make_unique<store::DatabaseHold>(database);
     } catch (const RuntimeError& error) {
         if (!kept.isEmpty())
-            store::RemoveDatabase(kept);
+            host::RemoveDatabase(kept);
         if (error.Code() == Error::Locked)
             RaiseOpen();
         throw;
@@ -119,13 +120,13 @@ std::unique_ptr<store::DatabaseHold> Hold(const QString& database, const QString
 
 void RequireClosed(const QString& folder)
 {
-    if (store::IsInUse(store::BehindLinks(host::PathIn(folder, DatabaseFile))))
+    if (store::IsInUse(host::BehindLinks(host::PathIn(folder, data::DatabaseFile))))
         RaiseOpen();
 }
 
 QString Restore(const QString& copy, const QString& folder, Accepts accepts)
 {
-    const QString database = store::BehindLinks(host::PathIn(folder, DatabaseFile));
+    const QString database = host::BehindLinks(host::PathIn(folder, data::DatabaseFile));
     RequireClosed(folder);
     const CopyCondition condition = RequireUsable(copy);
     if (condition.kind != CopyCondition::Kind::Whole && accepts == Accepts::WholeCopies)
@@ -133,26 +134,26 @@ QString Restore(const QString& copy, const QString& folder, Accepts accepts)
     const auto ownerOnly = host::ForOwnerOnly();
     QDir().mkpath(CopiesFolder(folder));
     const QString copies = CopiesFolder(folder);
-    const store::FolderLock alone(copies);
+    const host::FolderLock alone(copies);
     RemoveUnfinishedRestoration(folder);
 
     const QString part = database + ".part";
-    const auto removeAtEnd = qScopeGuard([&part] { store::RemoveDatabase(part); });
+    const auto removeAtEnd = qScopeGuard([&part] { host::RemoveDatabase(part); });
     CopyWhole(copy, condition.digest, part);
     OpenOnce(part);
-    store::Sync(part);
+    host::Sync(part);
     for (;;) {
         RequireClosed(folder);
         const QString kept = KeepPresent(database, copies);
-        const store::FileIdentity present = store::IdentityOf(database);
+        const host::FileIdentity present = host::IdentityOf(database);
         const auto hold = Hold(database, kept);
-        if (store::IdentityOf(database) == present && !store::HasLog(database)) {
+        if (host::IdentityOf(database) == present && !store::HasLog(database)) {
             hold->ReplaceBy(part);
             return kept;
         }
         if (!kept.isEmpty()) // a program has worked in between
-            store::RemoveDatabase(kept);
+            host::RemoveDatabase(kept);
     }
 }
 
-} // namespace data
+} // namespace archives

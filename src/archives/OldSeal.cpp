@@ -1,14 +1,14 @@
-#include "platform/store/OldSeal.h"
+#include "archives/OldSeal.h"
 
-#include "platform/store/Errors.h"
-#include "platform/store/SystemFile.h"
+#include "platform/basic/RuntimeError.h"
+#include "platform/host/SystemFile.h"
 
 #include <QFile>
 #include <QtEndian>
 
 #include <array>
 
-namespace store {
+namespace archives {
 namespace {
 
 constexpr const char* Attribute = "user.zep.seal";
@@ -100,7 +100,7 @@ QByteArray PagesDigestOf(const QString& path)
 {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
-        throw RuntimeError(Error::FileNotFound);
+        throw basic::RuntimeError(basic::Error::FileNotFound);
     const qint64 size = file.size();
     if (size == 0 || size % SmallestPage != 0)
         return {};
@@ -108,7 +108,7 @@ QByteArray PagesDigestOf(const QString& path)
     const auto read = [&] {
         const QByteArray block = file.read(BlockBytes);
         if (block.size() != qMin(BlockBytes, size - file.pos() + block.size()))
-            throw RuntimeError(Error::DiskOrNetwork);
+            throw basic::RuntimeError(basic::Error::DiskOrNetwork);
         return block;
     };
     for (qint64 left = size; left > BlockBytes; left -= BlockBytes)
@@ -118,10 +118,10 @@ QByteArray PagesDigestOf(const QString& path)
 
 SealState StateByAttribute(const QString& path)
 {
-    const QByteArray seal = AttributeOf(path, Attribute);
+    const QByteArray seal = host::AttributeOf(path, Attribute);
     if (seal.isEmpty())
         return SealState::None;
     return seal.first(qMin(DigestDigits, seal.size())) == PagesDigestOf(path) ? SealState::Intact : SealState::Changed;
 }
 
-} // namespace store
+} // namespace archives
