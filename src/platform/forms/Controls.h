@@ -55,15 +55,19 @@ private:
 class Picture : public QAbstractButton {
     Q_OBJECT
     Q_PROPERTY(bool border READ HasBorder WRITE SetBorder)
+    Q_PROPERTY(QString iconName READ IconName)
+    Q_PROPERTY(QString note READ Note)
 public:
     explicit Picture(const QString& name);
 
     /// `icon` is a file of resources/icons without extension. An unknown one ends the program with a message.
     void SetIcon(const QString& icon);
+    const QString& IconName() const { return iconName; }
     /// A word next to the icon; also the accessible name until SetAction is called.
     void SetCaption(const QString& caption);
     /// A quiet second line below the caption.
     void SetNote(const QString& note);
+    const QString& Note() const { return note; }
     /// The action in the user's words: the accessible name and, with the keys of its commands, the tooltip, unless the
     /// screen uses a Bulle.
     void SetAction(const QString& action);

@@ -1,27 +1,17 @@
-// Compares each report of the program, page by page, with a reviewed text. Tests never write these texts.
+// Compares each report of the program, page by page, with a reviewed text.
+#include "support/Golden.h"
 #include "platform/report/PageText.h"
 #include "platform/report/ReportPractice.h"
-#include "support/Files.h"
 #include "support/Printing.h"
-
-#include <QDir>
 
 namespace {
 
 using tests::ReportPractice;
 
-/// Fails with the first line that differs. The actual text is left in the build folder, for review.
 void ExpectGolden(const pages::PageLayout& layout, const QString& name)
 {
-    QDir().mkpath(ZEP_PRINTED);
-    const QString text = tests::PagesAsText(layout);
-    tests::WriteFile(QStringLiteral(ZEP_PRINTED "/") + name + ".txt", text.toUtf8());
-    const QByteArray golden = tests::BytesOf(QStringLiteral(ZEP_GOLDEN "/") + name + ".txt");
-    const QStringList expected = QString::fromUtf8(golden).split('\n');
-    const QStringList printed = text.split('\n');
-    for (qsizetype line = 0; line < std::min(expected.size(), printed.size()); ++line)
-        ASSERT_EQ(printed[line], expected[line]) << qPrintable(name) << ".txt, line " << line + 1;
-    EXPECT_EQ(printed.size(), expected.size());
+    const QString file = QString("/%1.txt").arg(name);
+    tests::ExpectGolden(tests::PagesAsText(layout), ZEP_GOLDEN + file, ZEP_PRINTED + file);
 }
 
 TEST(GoldenPages, CashOfTheDay)

@@ -6,6 +6,7 @@
 #include "platform/report/ReportPractice.h"
 #include "support/Accessibility.h"
 #include "support/FullDisk.h"
+#include "support/ScreenText.h"
 #include "support/ScriptedDesk.h"
 #include "support/Unix.h"
 #include "support/User.h"
@@ -67,7 +68,7 @@ TEST_F(Preview, MovesBetweenPagesByKeysAndPictures)
         EXPECT_EQ(preview.objectName(), "Preview");
         EXPECT_EQ(preview.windowTitle(), "Aperçu - Actes réglés");
         EXPECT_EQ(preview.PageCount.text(), "/ 10");
-        EXPECT_EQ(preview.PrintButton.text() + preview.SaveButton.text(), "ImprimerPDF");
+        tests::ExpectGoldenScreen(tests::ScreenAsText(preview), ZEP_GOLDEN "/preview.txt", ZEP_PRINTED "/preview.txt");
         const auto expectPage = [&](int page) {
             EXPECT_EQ(preview.PageNumber.text(), QString::number(page));
             EXPECT_TRUE(preview.View().accessibleName().contains(QString("page %1 sur 10").arg(page)));
