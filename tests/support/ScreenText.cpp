@@ -112,9 +112,10 @@ private:
             line += QString(" [%1]").arg(table.columnWidth(column));
             AddLine(depth, line);
         }
-        AddLine(depth, QString("%1 rows [%2], current %3, %4")
+        AddLine(depth, QString("%1 rows [%2 x %3..], current %4, %5")
                            .arg(cells.rowCount())
                            .arg(table.rowHeight(0))
+                           .arg(table.horizontalHeader()->minimumSectionSize())
                            .arg(table.currentIndex().row())
                            .arg(table.currentIndex().column()));
     }

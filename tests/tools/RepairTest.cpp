@@ -177,8 +177,11 @@ TEST_F(PracticeRepair, MakesANewFileWhereAPageOfAnIndexIsDestroyed)
     ASSERT_EQ(Copies().size(), 1);
     EXPECT_TRUE(BytesOf(Copies()[0]).contains(QByteArray(PageSize, '\xA5'))) << "the copy is what was there before";
     EXPECT_EQ(QDir(Folder()).entryList({"ZEP_ONE*"}), QStringList("ZEP_ONE.MDB"));
-    Run("insert into Presta (denom) values ('Neuve'); insert into Recettes (montant) values (1)");
-    EXPECT_EQ(Answer("select (select max(num) from Presta) || '/' || (select max(num) from Recettes)"), "78/9");
+    Run("insert into Presta (denom) values ('Neuve'); insert into Recettes (montant) values (1); "
+        "insert into Prov (num) values (5)");
+    EXPECT_EQ(Answer("select (select max(num) from Presta) || '/' || (select max(num) from Recettes) || '/' || Mt2 "
+                     "from Prov where num = 5"),
+              "78/9/0.0");
 }
 
 TEST_F(PracticeRepair, TakesTheRowsOnBothSidesOfDestroyedPagesAndNamesTheOthers)

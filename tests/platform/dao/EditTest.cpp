@@ -188,7 +188,8 @@ TEST_F(EditedRows, SeeAFieldAppendedToTheirTable)
     table.AppendField("Mt2", 0);
     EXPECT_EQ(table.FieldCount(), 6);
     EXPECT_EQ(table.FieldNames().last(), "Mt2");
-    EXPECT_EQ(ErrorOf([&] { table.AppendField("mt2", 0); }), Error::FieldExists);
+    for (const char* const name : {"mt2", "NUM"})
+        EXPECT_EQ(ErrorOf([&] { table.AppendField(name, 0); }), Error::FieldExists) << name;
     EXPECT_EQ(ErrorOf([&] { database.TableDef("Nulle"); }), Error::UnknownField);
     EXPECT_EQ(Open("Prov")["Mt2"].Double(), 0);
     Recordset rows = Open("select * from Prov where Mt2 = 0");
