@@ -39,7 +39,6 @@ RowCounts WriteCopy(const QString& source, const QString& part, Source state, co
     const RowCounts counts = state == Source::Sound ? CountRows(from.get()) : RowCounts();
     if (store::IsMoved(from.get()))
         throw basic::RuntimeError(basic::Error::FileReplaced, QFileInfo(source).fileName());
-
     store::BackUp(from.get(), part, progress);
     return counts;
 }

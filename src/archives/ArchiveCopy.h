@@ -2,6 +2,9 @@
 
 #include "platform/store/Backup.h"
 
+#include <QString>
+#include <functional>
+
 namespace archives {
 
 /// Callbacks of a copy.
