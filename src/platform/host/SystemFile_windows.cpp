@@ -12,9 +12,6 @@
 namespace host {
 namespace {
 
-using Handle;
-using WidePath;
-
 /// Missing in the compiler's headers.
 constexpr auto RenameInfoEx = FILE_INFO_BY_HANDLE_CLASS(22);
 
