@@ -90,6 +90,8 @@ private:
             text += " for " + label->buddy()->objectName();
         if (control.font().pixelSize() != QApplication::font().pixelSize())
             text += QString(" font [%1]").arg(control.font().pixelSize());
+        if (control.isWindow())
+            return text + QString(" [%1 x %2]").arg(control.width()).arg(control.height());
         const QString width = Limit(control.minimumWidth(), control.maximumWidth());
         const QString height = Limit(control.minimumHeight(), control.maximumHeight());
         if (width != ".." || height != "..")
