@@ -33,7 +33,7 @@ TEST_F(GoldenScreens, AreBuiltAsReviewed)
     for (const State& state : States) {
         Form& screen = Reach(state);
         const QString file = QString("/%1.txt").arg(state.name);
-        const QString text = tests::ScreenAsText(screen).remove(QDir::currentPath());
+        const QString text = tests::ScreenAsText(screen).remove(QDir::toNativeSeparators(QDir::currentPath()));
         tests::ExpectGoldenScreen(Changed(text, first), ZEP_SCREENS + file, ZEP_SCREENS_NOW + file);
         screen.Unload();
     }
