@@ -49,7 +49,8 @@ class NewPractice {
 public:
     NewPractice()
     {
-        const CommandRun made({"new", Folder(), "--code", "2468", "--letterhead", "Dr D'Angelo", "Médecine générale"});
+        const CommandRun made({"new", Folder(), "--code", "2468", "--letterhead", "Dr D'Angelo", "Médecine générale",
+                               "Alger", "Sur rendez-vous"});
         EXPECT_EQ(made.code, 0) << made.errors.toStdString();
     }
 

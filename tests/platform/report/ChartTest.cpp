@@ -124,6 +124,9 @@ TEST(Chart, DrawsEachFigureAtItsHeightAndLossesBelowTheAxis)
         EXPECT_TRUE(isWithin || shape.points[0].y() < Box.top() + 6);
     }
     EXPECT_EQ(count([](const pages::Shape& shape) { return shape.dashed; }), 2); // a lone figure and the sample
+    const auto lone = std::ranges::find(page.shapes, true, &pages::Shape::dashed);
+    EXPECT_EQ(lone->points[0].y(), lone->points[1].y());
+    EXPECT_NEAR((lone->points[0].x() + lone->points[1].x()) / 2, Box.center().x(), 10) << "in the middle group";
     ASSERT_EQ(count(isFilled(Tint::Loss)), 1);
     const auto loss = std::ranges::find(page.shapes, Tint::Loss, &pages::Shape::fill);
     EXPECT_NEAR((loss->points[0].y() + loss->points[2].y()) / 2, zero + heightOf(10), 1e-6);

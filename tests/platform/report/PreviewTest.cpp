@@ -158,6 +158,10 @@ TEST_F(Preview, ZoomKeepsThePageInSight)
         EXPECT_LT(pressTimes(Qt::Key_3, 1), fitted);
         const double sheet = preview.View().Zoom() * 297 * preview.logicalDpiY() / 25.4;
         EXPECT_NEAR(sheet, preview.View().viewport()->height() - 32, 1); // the whole page between its margins
+        const QImage seen = preview.View().viewport()->grab().toImage();
+        const int left = int(seen.width() - sheet * 210 / 297) / 2;
+        EXPECT_EQ(seen.pixelColor(left + 5, 21), Qt::white);
+        EXPECT_NE(seen.pixelColor(left - 5, 21), Qt::white);
         Click(preview.CloseButton);
         EXPECT_FALSE(preview.IsLoaded());
     });
