@@ -7,7 +7,6 @@
 #include "platform/host/FileWork.h"
 #include "platform/host/Files.h"
 #include "platform/host/OwnerOnly.h"
-#include "platform/store/DatabaseHold.h"
 #include "platform/store/FileState.h"
 #include "platform/store/Opening.h"
 
@@ -103,10 +102,10 @@ QString KeepPresent(const QString& database, const QString& copies)
 }
 
 /// Holds the database against programs that open it. Removes the kept copy when one has it open.
-std::unique_ptr<store::DatabaseHold> Hold(const QString& database, const QString& kept)
+std::unique_ptr<host::DatabaseHold> Hold(const QString& database, const QString& kept)
 {
     try {
-        return std::make_unique<store::DatabaseHold>(database);
+        return std::make_unique<host::DatabaseHold>(database);
     } catch (const RuntimeError& error) {
         if (!kept.isEmpty())
             host::RemoveDatabase(kept);

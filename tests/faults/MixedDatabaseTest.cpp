@@ -4,7 +4,7 @@
 #include "data/Practice.h"
 #include "faults/FolderContent.h"
 #include "platform/basic/RuntimeError.h"
-#include "platform/store/DatabaseHold.h"
+#include "platform/host/FileWork.h"
 #include "support/ChildProcess.h"
 #include "support/Globals.h"
 #include "support/OtherProgram.h"
@@ -185,7 +185,7 @@ TEST_F(MixedDatabase, IsOpenedAnewWhenReplacedWhileTheOpeningWaited)
         reports.Send('!');
         tests::ResetGlobals();
     });
-    std::optional<store::DatabaseHold> hold(file);
+    std::optional<host::DatabaseHold> hold(file);
     Copy(copy, held);
     ::usleep(300'000);
     hold->ReplaceBy(copy);

@@ -28,6 +28,24 @@ FolderLock::FolderLock(const QString& path, Wait wait) : folder(TryToHold(path))
     }
 }
 
+DatabaseHold::DatabaseHold(const QString& database) : path(database)
+{
+    if (!IsWritable(path))
+        return;
+    file.emplace(path, OpenFile::Access::Write);
+    if (!file->TryLockDatabase())
+        throw basic::RuntimeError(basic::Error::Locked);
+}
+
+void DatabaseHold::ReplaceBy(const QString& other)
+{
+    if (!TryRenameOverHeld(other, path)) {
+        file.reset();
+        RenameOver(other, path);
+    }
+    Sync(QFileInfo(path).absolutePath());
+}
+
 void RemoveDatabase(const QString& path)
 {
     for (const char* const ending : {"", "-journal", "-wal", "-shm"})

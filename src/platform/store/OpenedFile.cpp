@@ -1,5 +1,6 @@
 #include "platform/store/OpenedFile.h"
 
+#include "platform/store/DamageCheck.h"
 #include "platform/store/Errors.h"
 #include "platform/store/FileHeader.h"
 #include "platform/store/FileState.h"
@@ -37,7 +38,7 @@ OpenedFile::OpenedFile(sqlite3* opened, const QString& openedPath) : database(op
         return;
     commitsOfOthers = CommitsOfOthers();
     known = NewestMark(database);
-    checkpointed = NewestMarkInFile(path);
+    Checkpointed();
 }
 
 OpenedFile::~OpenedFile()
@@ -66,7 +67,7 @@ void OpenedFile::Checkpointed() noexcept
         if (hasMarks)
             checkpointed = NewestMarkInFile(path);
     } catch (const RuntimeError&) {
-        // The mark of an earlier checkpoint still holds.
+        // Another program is in the middle of a checkpoint; the mark of an earlier one still holds.
     }
 }
 
@@ -88,20 +89,22 @@ bool OpenedFile::IsInPlace()
         const bool isUnchanged = present == identity && present.changed < lookedAt - TickOfFileTimes;
         if (!hasMarks || isUnchanged)
             return true;
-        if (ContainsWhatIsKnown()) {
+        const Content content = Compare();
+        const bool isLastTry = attempt >= mostTries || (attempt >= tries && host::IdentityOf(path) == present);
+        if (content == Content::Known || (isLastTry && content == Content::Unreadable && IsSoundWithItsLog())) {
             identity = present;
             lookedAt = now;
             return true;
         }
         // Another program may be in the middle of a checkpoint.
-        if (attempt >= mostTries || (attempt >= tries && host::IdentityOf(path) == present))
+        if (isLastTry)
             return false;
         QThread::msleep(pause);
     }
 }
 
 /// Reads the file with and without its log, by connections that have nothing cached unless the file is held alone.
-bool OpenedFile::ContainsWhatIsKnown()
+OpenedFile::Content OpenedFile::Compare()
 {
     try {
         const SqliteHandle alone = OpenHardened(path, Access::Immutable);
@@ -117,10 +120,28 @@ bool OpenedFile::ContainsWhatIsKnown()
                              HasMark(withLog, known) &&            // every commit that this program knows of
                              (newest == known || commits != commitsOfOthers); // a newer one is another program's
         if (!isKnown)
-            return false;
+            return Content::Other;
         known = newest;
         checkpointed = newestAlone;
         commitsOfOthers = commits;
+        return Content::Known;
+    } catch (const RuntimeError&) {
+        return Content::Unreadable;
+    }
+}
+
+/// A program that is killed in a checkpoint leaves a file that only its log completes. All pages are checked, since a
+/// file that was half overwritten can't be read either.
+bool OpenedFile::IsSoundWithItsLog()
+{
+    try {
+        if (isHeldAlone)
+            return false; // no other program makes checkpoints
+        const SqliteHandle withLog = OpenHardened(path, Access::Read);
+        if (!HasMark(withLog.get(), known) || !FirstDamage(withLog.get(), Thoroughness::Indexes).isEmpty())
+            return false;
+        known = NewestMark(withLog.get());
+        commitsOfOthers = CommitsOfOthers();
         return true;
     } catch (const RuntimeError&) {
         return false;

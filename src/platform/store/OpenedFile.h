@@ -29,7 +29,9 @@ public:
     void Checkpointed() noexcept;
 
 private:
-    bool ContainsWhatIsKnown();
+    enum class Content : quint8 { Known, Other, Unreadable };
+    Content Compare();
+    bool IsSoundWithItsLog();
     qint64 CommitsOfOthers() const;
 
     sqlite3* database;

@@ -47,12 +47,13 @@ Thoroughness ThoroughnessFor(const QString& path)
 /// Checks all pages of a file that nobody has open, without creating files. False if a program opened it meanwhile.
 bool IsSoundAlone(sqlite3* immutable, const FileHeader& header, const QString& path, const OpeningRules& rules)
 {
+    const host::FileIdentity before = host::IdentityOf(path);
     if (HasLog(path))
         return false;
     RequireWholePages(header, path);
     if (FirstDamage(immutable, ThoroughnessFor(path), rules.summedIndexes).isEmpty())
         return true;
-    if (!HasLog(path))
+    if (!HasLog(path) && host::IdentityOf(path) == before) // a program that has closed it again leaves no log
         throw RuntimeError(Error::DamagedDatabase, QFileInfo(path).fileName());
     return false;
 }

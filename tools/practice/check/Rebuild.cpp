@@ -4,7 +4,6 @@
 #include "platform/basic/RuntimeError.h"
 #include "platform/host/FileWork.h"
 #include "platform/store/Creation.h"
-#include "platform/store/DatabaseHold.h"
 #include "platform/store/FileState.h"
 #include "platform/store/Opening.h"
 #include "platform/store/Repair.h"
@@ -183,7 +182,7 @@ RepairReport Rebuild(const QString& database, const QString& archives, const QDa
         return {.copy = {}, .changes = {}, .doubts = {}, .lost = {}, .refusal = report.refusal};
 
     damaged.reset();
-    store::DatabaseHold hold(database);
+    host::DatabaseHold hold(database);
     if (host::IdentityOf(database) != present || store::HasLog(database))
         throw RuntimeError(Error::Locked);
     hold.ReplaceBy(part);
