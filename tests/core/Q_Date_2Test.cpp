@@ -100,6 +100,7 @@ TEST_F(DatePicker, ReturnsTheDateOnAcceptAndNothingOnCancel)
     EXPECT_TRUE(QAccessible::queryAccessibleInterface(&chosen.Text2[cell])->state().invisible); // read once
     Press(chosen.SSCommand1[20], Qt::Key_Down);
     Press(chosen.SSCommand1[20], Qt::Key_Right);
+    EXPECT_TRUE(chosen.SSCommand1[FirstCell(chosen) + 24].hasFocus());
     Press(chosen.SSCommand1[20], Qt::Key_Return);
     EXPECT_EQ(core::PickedDate, "25/06/2008");
     EXPECT_EQ(core::DialogResult, core::ResultDone);

@@ -121,6 +121,7 @@ TEST_F(Preview, ScreenReadersReadThePageLineByLine)
         EXPECT_TRUE(lines.contains("2  O'BRIEN-MARTIN  Jean-Frédéric  Radiologie  9-10  R-  150.50"));
         int start = 0, end = 0;
         EXPECT_EQ(text->textAtOffset(3, QAccessible::LineBoundary, &start, &end).trimmed(), lines.value(0));
+        EXPECT_EQ(text->offsetAtPoint(QPoint(300, 300)), 0) << "readers go by lines";
         Press(PagesOf(preview), Qt::Key_End);
         EXPECT_EQ(pages->text(QAccessible::Name), "Actes réglés, page 10 sur 10");
         EXPECT_TRUE(text->text(0, text->characterCount()).contains("\n400  BENALI  Amina"));
