@@ -256,6 +256,7 @@ TEST_F(ActivityJournal, KeepsTheLastCellOfTheFirstRowFromThePreviousFill)
     AcceptPeriod(screen.Dates, "01/01/2008", "02/01/2008");
     EXPECT_EQ(RowOf(screen.Grid1, 0), QStringList({" Consultation", "", "", "15"}));
     EXPECT_EQ(RowOf(screen.Grid2, 0), QStringList({"", "", "", "", "", "", "", "", "", " 7 "}));
+    EXPECT_EQ(screen.Grid2.Rows(), 1);
 
     AcceptDay(screen.Dates, "16/06/2008");
     EXPECT_EQ(screen.Grid2.Rows(), 3);

@@ -96,6 +96,11 @@ TEST_F(GuideWindow, OpensByF1AndSearchesAllPages)
         EXPECT_EQ(guide.Page.source().fileName(), "actes-visibles.md");
         EXPECT_EQ(guide.Page.textCursor().selectedText(), "1 sur 3");
 
+        guide.SearchText.setText("où on les saisit"); // on the next page alone
+        Press(guide.Page, Qt::Key_F3);
+        EXPECT_EQ(guide.Page.source().fileName(), "actes-supprimes.md");
+        Press(guide.Page, Qt::Key_Left, Qt::AltModifier);
+
         guide.SearchText.setText("n'est nulle part");
         Press(guide.Page, Qt::Key_F3);
         EXPECT_EQ(guide.Found.text(), "Introuvable");
