@@ -154,6 +154,10 @@ TEST_F(Preview, ZoomKeepsThePageInSight)
         EXPECT_FALSE(preview.ZoomInButton.isEnabled());
         EXPECT_EQ(pressTimes(Qt::Key_0, 1), 1);
         EXPECT_EQ(preview.ZoomText.text(), "100 %");
+        Click(preview.ZoomInButton);
+        EXPECT_GT(preview.View().Zoom(), 1);
+        Click(preview.ZoomOutButton);
+        EXPECT_EQ(preview.View().Zoom(), 1);
         EXPECT_EQ(pressTimes(Qt::Key_Minus, 12), report::PagesView::SmallestZoom);
         EXPECT_DOUBLE_EQ(pressTimes(Qt::Key_2, 1), fitted);
         EXPECT_LT(pressTimes(Qt::Key_3, 1), fitted);
