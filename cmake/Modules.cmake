@@ -2,11 +2,13 @@
 
 option(ZEP_SANITIZE "Build with the address and undefined-behaviour sanitizers" OFF)
 option(ZEP_WERROR "Make warnings errors: in CI, not for a user's newer compiler" OFF)
+option(ZEP_PRECOMPILE "Precompile headers of Qt and the standard library; may hide missing includes" OFF)
 option(ZEP_FUZZ "Build the fuzz targets as fuzzers, with all modules instrumented (needs clang)" OFF)
 
 find_program(CCACHE ccache)
 if(CCACHE)
-    set(CMAKE_CXX_COMPILER_LAUNCHER ${CCACHE})
+    # What ccache asks for to keep files that use precompiled headers.
+    set(CMAKE_CXX_COMPILER_LAUNCHER ${CMAKE_COMMAND} -E env CCACHE_SLOPPINESS=pch_defines,time_macros ${CCACHE})
 endif()
 
 add_library(zep_options INTERFACE)
@@ -38,6 +40,28 @@ if(ZEP_FUZZ)
     target_link_options(zep_options INTERFACE -fsanitize=address,undefined)
 endif()
 
+# zep_precompile(TARGET PART): TARGET uses the precompiled headers of PART, `core` or `widgets`.
+if(ZEP_PRECOMPILE)
+    set(precompiled_core <QDateTime> <QDir> <QFile> <QFileInfo> <QRegularExpression> <QStringList> <algorithm> <array> <cmath>
+        <functional> <map> <memory> <optional> <string> <vector>)
+    set(precompiled_widgets ${precompiled_core} <QApplication> <QBoxLayout> <QDialog> <QKeyEvent> <QLabel> <QLineEdit> <QPainter>
+        <QTableView>)
+    foreach(part core widgets)
+        file(CONFIGURE OUTPUT ${CMAKE_BINARY_DIR}/precompiled/${part}.cpp CONTENT "")
+        add_library(precompiled_${part} OBJECT ${CMAKE_BINARY_DIR}/precompiled/${part}.cpp)
+        set_target_properties(precompiled_${part} PROPERTIES AUTOMOC OFF)
+        target_precompile_headers(precompiled_${part} PRIVATE ${precompiled_${part}})
+    endforeach()
+    target_link_libraries(precompiled_core PRIVATE zep_options Qt6::Core)
+    target_link_libraries(precompiled_widgets PRIVATE zep_options Qt6::Widgets)
+endif()
+function(zep_precompile target part)
+    if(ZEP_PRECOMPILE)
+        target_precompile_headers(${target} REUSE_FROM precompiled_${part})
+        target_compile_options(${target} PRIVATE $<$<CXX_COMPILER_ID:GNU>:-fpch-preprocess>) # for ccache
+    endif()
+endfunction()
+
 # zep_module(NAME PATH USES module... LINKS target... SOURCES file...): the library of the module in the current folder,
 # whose headers are included as "PATH/Header.h".
 #
@@ -53,8 +77,11 @@ function(zep_module name path)
     target_include_directories(${name} PUBLIC ${includes})
     target_link_libraries(${name} PUBLIC zep_options ${MODULE_LINKS} PRIVATE ${MODULE_USES} ${MODULE_PRIVATE_LINKS})
     # Signals and slots are a matter of widgets here; moc would take as long as compiling for the smaller modules.
-    if(NOT Qt6::Widgets IN_LIST MODULE_LINKS)
+    if(Qt6::Widgets IN_LIST MODULE_LINKS)
+        zep_precompile(${name} widgets)
+    else()
         set_target_properties(${name} PROPERTIES AUTOMOC OFF)
+        zep_precompile(${name} core)
     endif()
 endfunction()
 
