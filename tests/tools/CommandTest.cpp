@@ -22,20 +22,6 @@ TEST(PracticeCommand, NamesInvalidArguments)
         {{"new", "x", "--code", "12", "--letterhead", "a", "--language", "en"}, "« en » pour --language"},
         {{"demo", "x", "--acts", "-5"}, "valeur incorrecte « -5 » pour --acts"},
         {{"check", "x", "y"}, "argument en trop : « y »"},
-        {{"adopt", "x", "x", "y"}, "argument en trop : « y »"},
-        {{"archives", "x", "y"}, "argument en trop : « y »"},
-        {{"check-template", "x", "y"}, "argument en trop : « y »"},
-        {{"compare", "x", "x", "y"}, "argument en trop : « y »"},
-        {{"demo", "x", "y"}, "argument en trop : « y »"},
-        {{"feed", "x", "x", "y"}, "argument en trop : « y »"},
-        {{"import", "x", "x", "x", "y"}, "argument en trop : « y »"},
-        {{"new", "x", "y"}, "argument en trop : « y »"},
-        {{"preview", "x", "x", "y"}, "argument en trop : « y »"},
-        {{"repair", "x", "y"}, "argument en trop : « y »"},
-        {{"restore", "x", "x", "y"}, "argument en trop : « y »"},
-        {{"set", "x", "y"}, "argument en trop : « y »"},
-        {{"shortcut", "x", "y"}, "argument en trop : « y »"},
-        {{"fields", "y"}, "argument en trop : « y »"},
     };
     for (const auto& row : rows) {
         const CommandRun run(row.typed);
@@ -49,6 +35,43 @@ TEST(PracticeCommand, NamesInvalidArguments)
     EXPECT_FALSE(QFile::exists("x"));
     EXPECT_TRUE(CommandRun({"new", "--help"}).output.contains("--letterhead"));
     EXPECT_FALSE(CommandRun({"new", "--help"}).output.contains("--acts")) << "of another command";
+}
+
+TEST(PracticeCommand, CountsTheNamesOfEachCommand)
+{
+    const struct {
+        const char* command;
+        int least, most;
+        const char* last; ///< of those that it must have
+    } rows[] = {{"adopt", 2, 2, "NOUVEAU_DOSSIER"},
+                {"archives", 1, 1, "DOSSIER"},
+                {"check", 1, 1, "DOSSIER|FICHIER"},
+                {"check-template", 1, 1, "FICHIER"},
+                {"compare", 1, 2, "DOSSIER"},
+                {"demo", 1, 1, "DOSSIER"},
+                {"export", 2, 99, "DOSSIER_CSV"},
+                {"feed", 2, 2, "SOURCE"},
+                {"fields", 0, 0, ""},
+                {"import", 2, 3, "TABLE ou DOSSIER_CSV"},
+                {"new", 1, 1, "DOSSIER"},
+                {"preview", 2, 2, "MODELE.RPT"},
+                {"repair", 1, 1, "DOSSIER"},
+                {"restore", 1, 2, "DOSSIER"},
+                {"set", 1, 1, "DOSSIER"},
+                {"shortcut", 1, 1, "DOSSIER"}};
+    for (const auto& row : rows) {
+        const QStringList names(row.most, "x");
+        if (row.least > 0) {
+            const CommandRun few(QStringList{row.command} + names.first(row.least - 1));
+            EXPECT_TRUE(few.code == 2 && few.errors.startsWith(QString("practice : il manque %1.\n").arg(row.last)))
+                << row.command << few.errors.toStdString();
+        }
+        if (row.most < 99) {
+            const CommandRun many(QStringList{row.command} + names + QStringList{"y"});
+            EXPECT_TRUE(many.code == 2 && many.errors.startsWith("practice : argument en trop : « y ».\n"))
+                << row.command << many.errors.toStdString();
+        }
+    }
 }
 
 TEST(PracticeCommand, NewStoresHalfTheCodeAndTheLetterhead)
