@@ -22,6 +22,15 @@ protected:
         return rows;
     }
 
+    /// Writes the first page of another file over one of the practice, without SQLite.
+    void WritePage(const QString& from, int page) const
+    {
+        const QStringList arguments{"if=" + from, "of=" + path, QString("seek=%1").arg(page - 1),
+                                    "bs=4096",    "count=1",    "conv=notrunc",
+                                    "status=none"};
+        EXPECT_EQ(QProcess::execute("dd", arguments), 0);
+    }
+
     /// What a program leaves that is killed in a checkpoint: the file has the first page of a larger one, whose others
     /// are in the log alone.
     void WriteHalfACheckpoint()
@@ -35,9 +44,7 @@ protected:
         for (const char* const part : {"", "-wal"})
             EXPECT_TRUE(QFile::copy(path + part, copy + part));
         EXPECT_EQ(Other(copy).Answer("pragma wal_checkpoint(truncate)"), "0");
-        EXPECT_EQ(
-            QProcess::execute("dd", {"if=" + copy, "of=" + path, "bs=4096", "count=1", "conv=notrunc", "status=none"}),
-            0);
+        WritePage(copy, 1);
         for (const char* const part : {"", "-wal", "-shm"})
             QFile::remove(copy + part);
     }
@@ -180,6 +187,15 @@ TEST_F(SharedFile, SurvivesHalfACheckpointOfAnotherProgram)
     EXPECT_EQ(other.Answer("select (select montant from Actes where num = 1) || '/' || count(*) from Patients"),
               "78.0/405");
     EXPECT_EQ(other.Answer("pragma integrity_check"), "ok");
+}
+
+TEST_F(SharedFile, IsNotSavedToWhenItIsUnsoundWithItsLog)
+{
+    NEEDS_UNIX("dd");
+    WriteHalfACheckpoint();
+    WritePage("/dev/zero", other.Answer("select rootpage from sqlite_schema where name = 'Tarif'").toInt());
+    EXPECT_EQ(ErrorOf([&] { database.Execute("update Actes set montant = 77 where num = 1"); }), Error::FileReplaced);
+    EXPECT_TRUE(QFile::exists(path + "-wal.set-aside"));
 }
 
 TEST_F(SharedFile, SharesChangesBetweenHandlesAndClosesWithTheLast)
