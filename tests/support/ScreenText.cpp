@@ -21,8 +21,7 @@ namespace {
 /// Properties that a screen sets. What is false, zero or empty isn't written.
 constexpr const char* Properties =
     "text title placeholderText toolTip accessibleName accessibleDescription iconName note alignment maxLength "
-    "readOnly "
-    "wordWrap frameShape checkable checked flat maxVisibleItems currentIndex maximum value selectionMode "
+    "readOnly wordWrap frameShape checkable checked flat maxVisibleItems currentIndex maximum value selectionMode "
     "selectionBehavior focusPolicy autoDefault default textFormat textVisible autoRepeat windowTitle";
 
 class Description {

@@ -67,7 +67,7 @@ void OpenedFile::Checkpointed() noexcept
         if (hasMarks)
             checkpointed = NewestMarkInFile(path);
     } catch (const RuntimeError&) {
-        // Another program is in the middle of a checkpoint; the mark of an earlier one still holds.
+        // Another program is in the middle of a checkpoint: what is known of an earlier one still holds.
     }
 }
 

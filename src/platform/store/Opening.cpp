@@ -53,7 +53,7 @@ bool IsSoundAlone(sqlite3* immutable, const FileHeader& header, const QString& p
     RequireWholePages(header, path);
     if (FirstDamage(immutable, ThoroughnessFor(path), rules.summedIndexes).isEmpty())
         return true;
-    if (!HasLog(path) && host::IdentityOf(path) == before) // a program that has closed it again leaves no log
+    if (!HasLog(path) && host::IdentityOf(path) == before) // else a program changed it and closed it again
         throw RuntimeError(Error::DamagedDatabase, QFileInfo(path).fileName());
     return false;
 }

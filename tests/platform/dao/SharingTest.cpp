@@ -198,6 +198,15 @@ TEST_F(SharedFile, IsNotSavedToWhenItIsUnsoundWithItsLog)
     EXPECT_TRUE(QFile::exists(path + "-wal.set-aside"));
 }
 
+TEST_F(SharedFile, IsNotSavedToWhenItsLogLacksACommitOfThisProgram)
+{
+    NEEDS_UNIX("dd");
+    database.Execute("update Actes set montant = 77 where num = 1");
+    EXPECT_EQ(other.Run("delete from \"ZEP marks\""), SQLITE_OK);
+    WriteHalfACheckpoint();
+    EXPECT_EQ(ErrorOf([&] { database.Execute("update Actes set montant = 78 where num = 1"); }), Error::FileReplaced);
+}
+
 TEST_F(SharedFile, SharesChangesBetweenHandlesAndClosesWithTheLast)
 {
     Database second = workspace.OpenDatabase(path);
